@@ -1,0 +1,26 @@
+# Compile and link options of everything that this repository builds itself. Consumers get none of them.
+
+add_library(quillmarsh-options INTERFACE)
+target_compile_features(quillmarsh-options INTERFACE cxx_std_20)
+target_compile_options(quillmarsh-options INTERFACE
+  -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wnon-virtual-dtor
+  # Results are the same bits on every build; source locations are relative to the repository root.
+  -ffp-contract=off
+  "-fmacro-prefix-map=${PROJECT_SOURCE_DIR}/=")
+if(QUILLMARSH_WERROR)
+  target_compile_options(quillmarsh-options INTERFACE -Werror)
+endif()
+if(CMAKE_SIZEOF_VOID_P EQUAL 4)
+  target_compile_options(quillmarsh-options INTERFACE -msse2 -mfpmath=sse)
+endif()
+if(QUILLMARSH_SANITIZE)
+  # Public to all targets of this build, since instrumented and plain code do not mix.
+  add_compile_options(-fsanitize=${QUILLMARSH_SANITIZE} -fno-omit-frame-pointer -fno-sanitize-recover=all)
+  add_link_options(-fsanitize=${QUILLMARSH_SANITIZE})
+endif()
+
+set(CMAKE_CXX_STANDARD 20)
+set(CMAKE_CXX_STANDARD_REQUIRED ON)
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_CXX_VISIBILITY_PRESET hidden)
+set(CMAKE_VISIBILITY_INLINES_HIDDEN ON)

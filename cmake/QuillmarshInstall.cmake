@@ -1,0 +1,29 @@
+# Install rules: a relocatable package with its CMake and pkg-config descriptions.
+include(CMakePackageConfigHelpers)
+
+set(quillmarsh_cmake_dir "${CMAKE_INSTALL_LIBDIR}/cmake/quillmarsh")
+
+install(TARGETS quillmarsh EXPORT quillmarshTargets
+  RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}"
+  LIBRARY DESTINATION "${CMAKE_INSTALL_LIBDIR}"
+  ARCHIVE DESTINATION "${CMAKE_INSTALL_LIBDIR}"
+  INCLUDES DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}")
+install(DIRECTORY "${PROJECT_SOURCE_DIR}/include/quillmarsh" "${PROJECT_BINARY_DIR}/include/quillmarsh"
+  DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}" FILES_MATCHING PATTERN "*.h")
+install(EXPORT quillmarshTargets NAMESPACE quillmarsh:: DESTINATION "${quillmarsh_cmake_dir}")
+
+configure_package_config_file("${PROJECT_SOURCE_DIR}/cmake/quillmarshConfig.cmake.in"
+  "${PROJECT_BINARY_DIR}/cmake/quillmarshConfig.cmake" INSTALL_DESTINATION "${quillmarsh_cmake_dir}")
+write_basic_package_version_file("${PROJECT_BINARY_DIR}/cmake/quillmarshConfigVersion.cmake"
+  COMPATIBILITY SameMinorVersion)
+install(FILES
+  "${PROJECT_BINARY_DIR}/cmake/quillmarshConfig.cmake"
+  "${PROJECT_BINARY_DIR}/cmake/quillmarshConfigVersion.cmake"
+  "${PROJECT_SOURCE_DIR}/cmake/QuillmarshAddPlugin.cmake"
+  DESTINATION "${quillmarsh_cmake_dir}")
+
+# The pkg-config file finds its own prefix, so that the installed tree can be moved.
+file(RELATIVE_PATH quillmarsh_pc_prefix "/${CMAKE_INSTALL_LIBDIR}/pkgconfig" "/")
+string(REGEX REPLACE "/$" "" quillmarsh_pc_prefix "${quillmarsh_pc_prefix}")
+configure_file("${PROJECT_SOURCE_DIR}/cmake/quillmarsh.pc.in" "${PROJECT_BINARY_DIR}/cmake/quillmarsh.pc" @ONLY)
+install(FILES "${PROJECT_BINARY_DIR}/cmake/quillmarsh.pc" DESTINATION "${CMAKE_INSTALL_LIBDIR}/pkgconfig")

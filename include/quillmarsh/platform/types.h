@@ -1,0 +1,54 @@
+// Text types, ownership, and the system's handles as opaque pointers.
+#ifndef QUILLMARSH_PLATFORM_TYPES_H
+#define QUILLMARSH_PLATFORM_TYPES_H
+
+#include <quillmarsh/platform/api.h>
+#include <quillmarsh/platform/widechartraits.h>
+
+#include <iosfwd>
+#include <memory>
+#include <string>
+
+// Handles of the operating system, declared as its own headers declare them. On a system that has none of them they
+// are pointers that stay null, or that only the platform layer understands.
+struct HWND__;
+struct HDC__;
+struct HICON__;
+struct HINSTANCE__;
+using HWND = HWND__ *;
+using HDC = HDC__ *;
+using HICON = HICON__ *;
+using HINSTANCE = HINSTANCE__ *;
+using HANDLE = void *;
+
+namespace quillmarsh
+{
+
+using std::basic_ios;
+using std::exception;
+using std::istream;
+using std::ostream;
+using std::string;
+
+/// Wide text: UTF-16 units, of the same width on every system.
+using wstring = std::basic_string<unsigned short, WideCharTraits>;
+
+/// The library's name for an owning pointer.
+template<typename T>
+using AutoPtr = std::unique_ptr<T>;
+
+/// Base of classes that are neither copied nor assigned.
+class NoCopy
+{
+public:
+    NoCopy(NoCopy const &) = delete;
+    NoCopy &operator=(NoCopy const &) = delete;
+
+protected:
+    NoCopy() = default;
+    ~NoCopy() = default;
+};
+
+} // namespace quillmarsh
+
+#endif

@@ -1,0 +1,29 @@
+// Entry of the test programs: a dialog that no test expects is a failure.
+#include <quillmarsh/platform/dialogs.h>
+
+#include <gtest/gtest.h>
+
+namespace
+{
+
+class FailingDialogs : public quillmarsh::platform::DialogPresenter
+{
+public:
+    quillmarsh::platform::eDialogAnswer Present(quillmarsh::platform::DialogRequest const &request) override
+    {
+        ADD_FAILURE() << "Unexpected dialog: " << request.title << '\n' << request.text;
+        return quillmarsh::platform::eDialogAnswer::e_ignore;
+    }
+};
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    FailingDialogs dialogs;
+    quillmarsh::platform::SetDialogPresenter(&dialogs);
+    testing::InitGoogleTest(&argc, argv);
+    int const result = RUN_ALL_TESTS();
+    quillmarsh::platform::SetDialogPresenter(nullptr);
+    return result;
+}

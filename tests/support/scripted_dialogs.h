@@ -1,0 +1,77 @@
+// Scripted answers to the library's dialogs, and a count of those that a test expects.
+#ifndef QUILLMARSH_TESTS_SUPPORT_SCRIPTED_DIALOGS_H
+#define QUILLMARSH_TESTS_SUPPORT_SCRIPTED_DIALOGS_H
+
+#include <quillmarsh/platform/dialogs.h>
+
+#include <gtest/gtest.h>
+
+#include <deque>
+#include <initializer_list>
+#include <mutex>
+#include <utility>
+#include <vector>
+
+namespace quillmarsh::tests
+{
+
+/// Answers the dialogs that come while it lives. Answers run out to Ignore.
+///
+/// A test takes what was shown by TakeTexts() or TakeRequests(); a dialog that it does not take is a failure of the
+/// test. Outside such an object every dialog fails the test that raised it (see main.cpp of this folder).
+class ScriptedDialogs : public platform::DialogPresenter, NoCopy
+{
+public:
+    explicit ScriptedDialogs(std::initializer_list<platform::eDialogAnswer> answers = {})
+        : answers_(answers),
+          previous_(platform::SetDialogPresenter(this))
+    {
+    }
+
+    ~ScriptedDialogs() override
+    {
+        platform::SetDialogPresenter(previous_);
+        for (platform::DialogRequest const &request : requests_)
+            ADD_FAILURE() << "Unexpected dialog: " << request.title << '\n' << request.text;
+    }
+
+    platform::eDialogAnswer Present(platform::DialogRequest const &request) override
+    {
+        std::lock_guard const lock(mutex_);
+        requests_.push_back(request);
+        if (answers_.empty())
+            return platform::eDialogAnswer::e_ignore;
+        platform::eDialogAnswer const answer = answers_.front();
+        answers_.pop_front();
+        return answer;
+    }
+
+    /// What was shown since the last call.
+    std::vector<platform::DialogRequest> TakeRequests()
+    {
+        std::lock_guard const lock(mutex_);
+        return std::exchange(requests_, {});
+    }
+
+    /// The messages of the assertions shown since the last call: what stands behind "! ".
+    std::vector<string> TakeTexts()
+    {
+        std::vector<string> texts;
+        for (platform::DialogRequest const &request : TakeRequests())
+        {
+            std::size_t const mark = request.text.find("\n! ");
+            texts.push_back(mark == string::npos ? request.text : request.text.substr(mark + 3));
+        }
+        return texts;
+    }
+
+private:
+    std::mutex mutex_;
+    std::deque<platform::eDialogAnswer> answers_;
+    std::vector<platform::DialogRequest> requests_;
+    platform::DialogPresenter *previous_;
+};
+
+} // namespace quillmarsh::tests
+
+#endif
