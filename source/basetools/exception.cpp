@@ -47,10 +47,10 @@ string const Exception::MakeDescription(bool withClass, bool withFileLine, bool 
 
 // Out of line, so that each class has its run-time type in this module only.
 #define QUILLMARSH_DEFINE_EXCEPTION(name)                                                                              \
- name::name() = default;                                                                                               \
- name::name(name const &) = default;                                                                                   \
- name &name::operator=(name const &) = default;                                                                        \
- name::~name() = default
+    name::name() = default;                                                                                            \
+    name::name(name const &) = default;                                                                                \
+    name &name::operator=(name const &) = default;                                                                     \
+    name::~name() = default
 
 QUILLMARSH_DEFINE_EXCEPTION(CommandLineErrorException);
 QUILLMARSH_DEFINE_EXCEPTION(NoMemoryException);

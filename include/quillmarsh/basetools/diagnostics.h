@@ -67,19 +67,19 @@ private:
 } // namespace quillmarsh
 
 #if defined(__i386__) || defined(__x86_64__)
-# define QUILLMARSH_TRAP() __asm__ __volatile__("int3")
+#define QUILLMARSH_TRAP() __asm__ __volatile__("int3")
 #else
-# define QUILLMARSH_TRAP() __builtin_trap()
+#define QUILLMARSH_TRAP() __builtin_trap()
 #endif
 
 /// Reports a failure at this place whether or not assertions are on; traps when the user answers Abort.
 #define QUILLMARSH_REPORT_FAILURE(title, message)                                                                      \
- do                                                                                                                    \
- {                                                                                                                     \
-  static ::quillmarsh::AssertionSite quillmarshSite(__FILE__, __LINE__);                                               \
-  if (quillmarshSite.Report(title, message))                                                                           \
-   QUILLMARSH_TRAP();                                                                                                  \
- } while (false)
+    do                                                                                                                 \
+    {                                                                                                                  \
+        static ::quillmarsh::AssertionSite quillmarshSite(__FILE__, __LINE__);                                         \
+        if (quillmarshSite.Report(title, message))                                                                     \
+            QUILLMARSH_TRAP();                                                                                         \
+    } while (false)
 
 /// QUILLMARSH_ASSERT(condition, message): a mistake of the program when the condition does not hold. A pure test, left
 /// out of builds without assertions. The program goes on past it after Retry and Ignore.
@@ -87,34 +87,34 @@ private:
 /// QUILLMARSH_VERIFY(action, message): the same for an action that has to happen in every build and that gives true on
 /// success.
 #if QUILLMARSH_ASSERTIONS
-# define QUILLMARSH_ASSERT(condition, message)                                                                         \
-  do                                                                                                                   \
-  {                                                                                                                    \
-   if (!(condition))                                                                                                   \
-    QUILLMARSH_REPORT_FAILURE("Assert Failed", message);                                                               \
-  } while (false)
-# define QUILLMARSH_VERIFY(action, message)                                                                            \
-  do                                                                                                                   \
-  {                                                                                                                    \
-   if (!(action))                                                                                                      \
-    QUILLMARSH_REPORT_FAILURE("Verify Failed", message);                                                               \
-  } while (false)
+#define QUILLMARSH_ASSERT(condition, message)                                                                          \
+    do                                                                                                                 \
+    {                                                                                                                  \
+        if (!(condition))                                                                                              \
+            QUILLMARSH_REPORT_FAILURE("Assert Failed", message);                                                       \
+    } while (false)
+#define QUILLMARSH_VERIFY(action, message)                                                                             \
+    do                                                                                                                 \
+    {                                                                                                                  \
+        if (!(action))                                                                                                 \
+            QUILLMARSH_REPORT_FAILURE("Verify Failed", message);                                                       \
+    } while (false)
 #else
-# define QUILLMARSH_ASSERT(condition, message)                                                                         \
-  do                                                                                                                   \
-  {                                                                                                                    \
-   if (false)                                                                                                          \
-   {                                                                                                                   \
-    static_cast<void>(condition);                                                                                      \
-    static_cast<void>(message);                                                                                        \
-   }                                                                                                                   \
-  } while (false)
-# define QUILLMARSH_VERIFY(action, message)                                                                            \
-  do                                                                                                                   \
-  {                                                                                                                    \
-   if (!(action) && false)                                                                                             \
-    static_cast<void>(message);                                                                                        \
-  } while (false)
+#define QUILLMARSH_ASSERT(condition, message)                                                                          \
+    do                                                                                                                 \
+    {                                                                                                                  \
+        if (false)                                                                                                     \
+        {                                                                                                              \
+            static_cast<void>(condition);                                                                              \
+            static_cast<void>(message);                                                                                \
+        }                                                                                                              \
+    } while (false)
+#define QUILLMARSH_VERIFY(action, message)                                                                             \
+    do                                                                                                                 \
+    {                                                                                                                  \
+        if (!(action) && false)                                                                                        \
+            static_cast<void>(message);                                                                                \
+    } while (false)
 #endif
 
 #endif

@@ -46,14 +46,14 @@ private:
 };
 
 #define QUILLMARSH_DECLARE_EXCEPTION(name)                                                                             \
- class QUILLMARSH_API name : public Exception                                                                          \
- {                                                                                                                     \
-  public:                                                                                                              \
-  name();                                                                                                              \
-  name(name const &);                                                                                                  \
-  name &operator=(name const &);                                                                                       \
-  ~name() override;                                                                                                    \
- }
+    class QUILLMARSH_API name : public Exception                                                                       \
+    {                                                                                                                  \
+    public:                                                                                                            \
+        name();                                                                                                        \
+        name(name const &);                                                                                            \
+        name &operator=(name const &);                                                                                 \
+        ~name() override;                                                                                              \
+    }
 
 /// @name Thrown by the library
 /// @{
@@ -87,12 +87,12 @@ QUILLMARSH_DECLARE_EXCEPTION(GenericExtensionException);
 
 /// Throws an exception class with a message and the place of the throw.
 #define QUILLMARSH_THROW(exceptionClass, message)                                                                      \
- do                                                                                                                    \
- {                                                                                                                     \
-  exceptionClass quillmarshThrown;                                                                                     \
-  quillmarshThrown.SetMessage(message);                                                                                \
-  quillmarshThrown.SetFileLine(__FILE__, __LINE__);                                                                    \
-  throw quillmarshThrown;                                                                                              \
- } while (false)
+    do                                                                                                                 \
+    {                                                                                                                  \
+        exceptionClass quillmarshThrown;                                                                               \
+        quillmarshThrown.SetMessage(message);                                                                          \
+        quillmarshThrown.SetFileLine(__FILE__, __LINE__);                                                              \
+        throw quillmarshThrown;                                                                                        \
+    } while (false)
 
 #endif

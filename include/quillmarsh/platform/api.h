@@ -7,17 +7,17 @@
 // QUILLMARSH_API marks a class or function that the shared module shows to programs and plug-ins.
 // QUILLMARSH_PLUGIN_EXPORT marks the entry point of a plug-in library.
 #if defined(_WIN32)
-# if defined(QUILLMARSH_STATIC)
-#  define QUILLMARSH_API
-# elif defined(quillmarsh_EXPORTS)
-#  define QUILLMARSH_API __declspec(dllexport)
-# else
-#  define QUILLMARSH_API __declspec(dllimport)
-# endif
-# define QUILLMARSH_PLUGIN_EXPORT extern "C" __declspec(dllexport)
+#if defined(QUILLMARSH_STATIC)
+#define QUILLMARSH_API
+#elif defined(quillmarsh_EXPORTS)
+#define QUILLMARSH_API __declspec(dllexport)
 #else
-# define QUILLMARSH_API __attribute__((visibility("default")))
-# define QUILLMARSH_PLUGIN_EXPORT extern "C" __attribute__((visibility("default")))
+#define QUILLMARSH_API __declspec(dllimport)
+#endif
+#define QUILLMARSH_PLUGIN_EXPORT extern "C" __declspec(dllexport)
+#else
+#define QUILLMARSH_API __attribute__((visibility("default")))
+#define QUILLMARSH_PLUGIN_EXPORT extern "C" __attribute__((visibility("default")))
 #endif
 
 #endif
