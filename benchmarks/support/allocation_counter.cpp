@@ -1,0 +1,61 @@
+#include "benchmarks/support/allocation_counter.h"
+
+#include <atomic>
+#include <cstdlib>
+#include <new>
+
+namespace
+{
+
+std::atomic<std::uint64_t> s_count{0};
+
+void *Allocate(std::size_t size)
+{
+    s_count.fetch_add(1, std::memory_order_relaxed);
+    if (void *const block = std::malloc(size == 0 ? 1 : size))
+        return block;
+    throw std::bad_alloc();
+}
+
+} // namespace
+
+// The program's own operators come before those of any library that it uses, so that they count for all of them.
+void *operator new(std::size_t size)
+{
+    return Allocate(size);
+}
+
+void *operator new[](std::size_t size)
+{
+    return Allocate(size);
+}
+
+void operator delete(void *block) noexcept
+{
+    std::free(block);
+}
+
+void operator delete(void *block, std::size_t) noexcept
+{
+    std::free(block);
+}
+
+void operator delete[](void *block) noexcept
+{
+    std::free(block);
+}
+
+void operator delete[](void *block, std::size_t) noexcept
+{
+    std::free(block);
+}
+
+namespace quillmarsh::benchmarks
+{
+
+std::uint64_t GetAllocationCount()
+{
+    return s_count.load(std::memory_order_relaxed);
+}
+
+} // namespace quillmarsh::benchmarks
