@@ -1,0 +1,32 @@
+"""Prints each include that goes from a room of the house up to a higher one: "FILE -> FOLDER"."""
+import pathlib
+import re
+
+# From the ground up. Programs around the library are checked by what they may include, not by their height.
+FLOORS = ["platform", "basetools", "mathtools", "dataobjects", "framework", "videorendererobjects", "devices", "gui",
+          "framework/commands"]
+
+
+def floor_of(path):
+    """The room that a path below include/quillmarsh or source lies in."""
+    parts = path.split("/")
+    if parts[:2] == ["framework", "commands"]:
+        return "framework/commands"
+    return parts[0]
+
+
+def main():
+    for base in ("include/quillmarsh", "source"):
+        for file in sorted(pathlib.Path(base).rglob("*")):
+            if file.suffix not in (".h", ".cpp") or file.name == "quillmarsh.h":
+                continue
+            room = floor_of(file.relative_to(base).as_posix())
+            text = file.read_text(encoding="utf-8")
+            for included in re.findall(r'^\s*#\s*include\s*[<"](?:quillmarsh|source)/([^>"]+)[>"]', text, re.M):
+                other = floor_of(included)
+                if other in FLOORS and FLOORS.index(other) > FLOORS.index(room):
+                    print(f"{file} -> {other}")
+
+
+if __name__ == "__main__":
+    main()
