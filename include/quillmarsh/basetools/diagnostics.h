@@ -53,6 +53,7 @@ QUILLMARSH_API bool CheckBuiltInTypeSizes(ostream &out);
 class QUILLMARSH_API AssertionSite
 {
 public:
+    /// The place in the source; the text has to stay.
     constexpr AssertionSite(char const *file, unsigned int line) : file_(file), line_(line) {}
 
     /// Shows the dialog, unless Ignore silenced this place before. True means: trap.

@@ -67,7 +67,7 @@ string MakeString(T const &value)
 
 /// @}
 /// @name Wide text
-/// UTF-8 to UTF-16 and back. False when the input is not well-formed; the output is then empty.
+/// From UTF-8 to UTF-16 and back. False when the input is not well-formed; the output is then empty.
 /// @{
 QUILLMARSH_API bool AsciiToUnicode(string const &text, wstring &wide);
 QUILLMARSH_API bool UnicodeToAscii(wstring const &wide, string &text);

@@ -4,15 +4,18 @@
 
 #include <quillmarsh/platform/types.h>
 
+/// What the library shows of its platform layer.
 namespace quillmarsh::platform
 {
 
+/// Buttons of a dialog.
 enum class eDialogButtons
 {
     e_ok,
     e_cancelOk,
     e_abortRetryIgnore
 };
+/// Button that was pressed.
 enum class eDialogAnswer
 {
     e_ok,
@@ -25,10 +28,13 @@ enum class eDialogAnswer
 /// What a modal error dialog shows. The buttons stand in the order that their enumerator names.
 struct DialogRequest
 {
+    /// Buttons to choose from.
     eDialogButtons buttons = eDialogButtons::e_ok;
     /// Answer that a confirmation without a choice gives; one of the buttons.
     eDialogAnswer defaultAnswer = eDialogAnswer::e_ok;
+    /// Title of the window, one line.
     string title;
+    /// Text of any number of lines, in UTF-8.
     string text;
 };
 

@@ -21,6 +21,7 @@ using HICON = HICON__ *;
 using HINSTANCE = HINSTANCE__ *;
 using HANDLE = void *;
 
+/// Root namespace of the library.
 namespace quillmarsh
 {
 

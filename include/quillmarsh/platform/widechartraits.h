@@ -12,6 +12,9 @@ namespace quillmarsh
 /// Character traits for strings of `unsigned short`, for which the standard library promises none.
 struct WideCharTraits
 {
+    /// @name Character traits
+    /// The members that a standard string asks for, with the standard's meanings.
+    /// @{
     using char_type = unsigned short;
     using int_type = unsigned int;
     using off_type = std::streamoff;
@@ -78,6 +81,7 @@ struct WideCharTraits
     static constexpr char_type to_char_type(int_type value) noexcept { return static_cast<char_type>(value); }
     static constexpr int_type to_int_type(char_type value) noexcept { return value; }
     static constexpr bool eq_int_type(int_type a, int_type b) noexcept { return a == b; }
+    /// @}
 };
 
 } // namespace quillmarsh
