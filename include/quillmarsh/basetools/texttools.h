@@ -66,12 +66,10 @@ string MakeString(T const &value)
 }
 
 /// @}
-/// @name Wide text
-/// From UTF-8 to UTF-16 and back. False when the input is not well-formed; the output is then empty.
-/// @{
+/// From UTF-8 to UTF-16, in spite of its name. False when the input is not well-formed; the output is then empty.
 QUILLMARSH_API bool AsciiToUnicode(string const &text, wstring &wide);
+/// From UTF-16 to UTF-8. False when the input is not well-formed; the output is then empty.
 QUILLMARSH_API bool UnicodeToAscii(wstring const &wide, string &text);
-/// @}
 
 /// @name Characters
 /// The console language knows ASCII letters only, whatever the locale.
