@@ -1,0 +1,85 @@
+// Binary values on streams: `stream <= value` writes, `stream >= value` reads.
+#ifndef QUILLMARSH_BASETOOLS_SERIALIZER_H
+#define QUILLMARSH_BASETOOLS_SERIALIZER_H
+
+#include <quillmarsh/basetools/serializable.h>
+#include <quillmarsh/basetools/serializer_parameters.h>
+#include <quillmarsh/platform/types.h>
+
+namespace quillmarsh
+{
+
+// Everything here works in the byte order of serializer_parameters, and on any thread as far as that allows. Nothing
+// looks for failures: a read that fails leaves its target as the stream left it, and the caller tests the stream, or
+// has told it to throw.
+
+/// @name Byte order
+/// @{
+QUILLMARSH_API void FlipByteOrder(unsigned short &value);
+QUILLMARSH_API void FlipByteOrder(short &value);
+QUILLMARSH_API void FlipByteOrder(unsigned int &value);
+QUILLMARSH_API void FlipByteOrder(int &value);
+QUILLMARSH_API void FlipByteOrder(unsigned long &value);
+QUILLMARSH_API void FlipByteOrder(long &value);
+QUILLMARSH_API void FlipByteOrder(float &value);
+QUILLMARSH_API void FlipByteOrder(double &value);
+/// Reverses a run of bytes end to end.
+QUILLMARSH_API void FlipByteOrderN(unsigned char *data, unsigned int byteSize);
+/// @}
+
+/// @name Bytes
+/// A block is written and read as it is. Of an array of blocks each is reversed when the byte order asks for it, so
+/// the block size is the width of one number, not that of a structure of them.
+/// @{
+QUILLMARSH_API void WriteByteBlock(ostream &out, char const *data, unsigned int byteSize);
+QUILLMARSH_API void WriteByteBlock(ostream &out, unsigned char const *data, unsigned int byteSize);
+QUILLMARSH_API void ReadByteBlock(istream &in, char *data, unsigned int byteSize);
+QUILLMARSH_API void ReadByteBlock(istream &in, unsigned char *data, unsigned int byteSize);
+QUILLMARSH_API void WriteByteBlocks(ostream &out, char const *data, unsigned int blockByteSize, unsigned int numBlocks);
+QUILLMARSH_API void WriteByteBlocks(ostream &out, unsigned char const *data, unsigned int blockByteSize,
+                                    unsigned int numBlocks);
+QUILLMARSH_API void ReadByteBlocks(istream &in, char *data, unsigned int blockByteSize, unsigned int numBlocks);
+QUILLMARSH_API void ReadByteBlocks(istream &in, unsigned char *data, unsigned int blockByteSize,
+                                   unsigned int numBlocks);
+/// @}
+
+/// @name Writing
+/// A bool is a byte, 0 or 1. A `long` is four bytes, whatever its width in memory; a value that does not fit asserts,
+/// and its low four bytes are written. A string is its length as an unsigned int, and its bytes.
+/// @{
+QUILLMARSH_API ostream &operator<=(ostream &out, unsigned char value);
+QUILLMARSH_API ostream &operator<=(ostream &out, char value);
+QUILLMARSH_API ostream &operator<=(ostream &out, bool value);
+QUILLMARSH_API ostream &operator<=(ostream &out, unsigned short value);
+QUILLMARSH_API ostream &operator<=(ostream &out, short value);
+QUILLMARSH_API ostream &operator<=(ostream &out, unsigned int value);
+QUILLMARSH_API ostream &operator<=(ostream &out, int value);
+QUILLMARSH_API ostream &operator<=(ostream &out, unsigned long value);
+QUILLMARSH_API ostream &operator<=(ostream &out, long value);
+QUILLMARSH_API ostream &operator<=(ostream &out, float value);
+QUILLMARSH_API ostream &operator<=(ostream &out, double value);
+QUILLMARSH_API ostream &operator<=(ostream &out, string const &value);
+/// @}
+
+/// @name Reading
+/// Any byte but 0 is true. The `int` operator reads in the machine's order whatever the stream's is, so counts and
+/// sizes are `unsigned int`. A string takes in no more memory than its characters that arrive, whatever length stands
+/// before them.
+/// @{
+QUILLMARSH_API istream &operator>=(istream &in, unsigned char &value);
+QUILLMARSH_API istream &operator>=(istream &in, char &value);
+QUILLMARSH_API istream &operator>=(istream &in, bool &value);
+QUILLMARSH_API istream &operator>=(istream &in, unsigned short &value);
+QUILLMARSH_API istream &operator>=(istream &in, short &value);
+QUILLMARSH_API istream &operator>=(istream &in, unsigned int &value);
+QUILLMARSH_API istream &operator>=(istream &in, int &value);
+QUILLMARSH_API istream &operator>=(istream &in, unsigned long &value);
+QUILLMARSH_API istream &operator>=(istream &in, long &value);
+QUILLMARSH_API istream &operator>=(istream &in, float &value);
+QUILLMARSH_API istream &operator>=(istream &in, double &value);
+QUILLMARSH_API istream &operator>=(istream &in, string &value);
+/// @}
+
+} // namespace quillmarsh
+
+#endif

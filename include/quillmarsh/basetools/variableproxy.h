@@ -1,0 +1,215 @@
+// Proxies that export a program's variables to the console.
+#ifndef QUILLMARSH_BASETOOLS_VARIABLEPROXY_H
+#define QUILLMARSH_BASETOOLS_VARIABLEPROXY_H
+
+#include <quillmarsh/basetools/diagnostics.h>
+#include <quillmarsh/basetools/texttools.h>
+#include <quillmarsh/platform/types.h>
+
+#include <typeinfo>
+
+namespace quillmarsh
+{
+
+/// Refers to a variable that lives elsewhere, reads and writes it as text, and tells an observer of changes.
+///
+/// The variable is never owned. Proxies are used from the console's thread; a variable that another thread touches has
+/// to be safe for that itself. Only the global observer may be set and read by any thread.
+class QUILLMARSH_API VariableProxy
+{
+public:
+    /// Hears of values that were set through a proxy. Called on the thread that sets.
+    class QUILLMARSH_API Observer
+    {
+    public:
+        virtual ~Observer();
+        /// The value was set, to another or to the same one.
+        virtual void OnValueChanged(VariableProxy const &proxy);
+    };
+
+    virtual ~VariableProxy();
+
+    /// Sets the variable from a text. One that does not convert leaves the value, and the observer is told all the
+    /// same. Nothing happens without a variable.
+    virtual void SetValueFromString(string const &text) = 0;
+    /// The variable as a text, "Unknown" without one.
+    virtual string GetValueString() const = 0;
+    /// A new proxy, owned by the caller, of the same kind and for the same variable.
+    virtual VariableProxy *Clone() const = 0;
+    /// Plain name of the variable's type.
+    virtual string GetTargetTypeName() const = 0;
+    /// Values that the variable may take, empty when it may take any.
+    virtual string GetTargetRestrictions() const;
+    /// Type and address of the variable, "NA" without one.
+    virtual string GetTargetObjectName() const = 0;
+
+    void SetName(string const &name);
+    string const &GetName() const { return name_; }
+    void SetVarDescription(string const &description);
+    string const &GetVarDescription() const { return description_; }
+    void SetDeveloperModeOnly(bool developerModeOnly);
+    bool IsDeveloperModeOnly() const { return developerModeOnly_; }
+
+    /// @name Observers
+    /// Borrowed, null for none. A proxy with an observer of its own does not reach the global one.
+    /// @{
+    void SetObserver(Observer *observer);
+    Observer *GetObserver() const { return observer_; }
+    static void SetGlobalObserver(Observer *observer);
+    static Observer *GetGlobalObserver();
+    /// @}
+
+protected:
+    VariableProxy(string const &name, string const &description, bool developerModeOnly, Observer *observer);
+    VariableProxy(VariableProxy const &);
+    VariableProxy &operator=(VariableProxy const &);
+
+    void NotifyObserverAboutValueChange() const;
+
+private:
+    Observer *observer_;
+    bool developerModeOnly_;
+    string name_;
+    string description_;
+};
+
+/// Proxy of a variable of a type that ToValue and ToString know.
+template<typename T>
+class QUILLMARSH_API_TEMPLATE TVariableProxy : public VariableProxy
+{
+public:
+    /// Sets the variable and tells the observer. Nothing happens without a variable.
+    void SetValue(T value)
+    {
+        if (target_ == nullptr)
+            return;
+        *target_ = value;
+        NotifyObserverAboutValueChange();
+    }
+
+    /// The variable, null for none.
+    T *GetTarget() const { return target_; }
+
+    void SetValueFromString(string const &text) override
+    {
+        if (target_ == nullptr)
+            return;
+        T value = *target_;
+        ToValue(text, value);
+        SetValue(value);
+    }
+
+    string GetValueString() const override { return target_ == nullptr ? "Unknown" : MakeString(*target_); }
+    string GetTargetTypeName() const override { return FormatClassName(GetTypeName(typeid(T))); }
+
+    string GetTargetObjectName() const override
+    {
+        return target_ == nullptr ? "NA" : FormatObjectName(GetTypeName(typeid(T)), target_);
+    }
+
+protected:
+    TVariableProxy(T *target, string const &name, string const &description, bool developerModeOnly,
+                   VariableProxy::Observer *observer)
+        : VariableProxy(name, description, developerModeOnly, observer),
+          target_(target)
+    {
+    }
+
+private:
+    T *target_;
+};
+
+/// Proxy of a variable that stays in a range, both ends included.
+template<typename T>
+class QUILLMARSH_API_TEMPLATE TVariableProxyRangeChecked : public TVariableProxy<T>
+{
+public:
+    /// Sets the variable, pulled into the range, and tells the observer. With a minimum above the maximum, a value at
+    /// or above the maximum gives the maximum.
+    void SetValue(T value)
+    {
+        T inRange = value;
+        if (value <= minimum_)
+            inRange = minimum_;
+        if (value >= maximum_)
+            inRange = maximum_;
+        TVariableProxy<T>::SetValue(inRange);
+    }
+
+    T GetMinimum() const { return minimum_; }
+    T GetMaximum() const { return maximum_; }
+
+    void SetValueFromString(string const &text) override
+    {
+        if (this->GetTarget() == nullptr)
+            return;
+        T value = *this->GetTarget();
+        ToValue(text, value);
+        SetValue(value);
+    }
+
+    /// "range=[minimum, maximum]".
+    string GetTargetRestrictions() const override
+    {
+        return "range=[" + MakeString(minimum_) + ", " + MakeString(maximum_) + "]";
+    }
+
+protected:
+    TVariableProxyRangeChecked(T *target, T minimum, T maximum, string const &name, string const &description,
+                               bool developerModeOnly, VariableProxy::Observer *observer)
+        : TVariableProxy<T>(target, name, description, developerModeOnly, observer),
+          minimum_(minimum),
+          maximum_(maximum)
+    {
+    }
+
+private:
+    T minimum_;
+    T maximum_;
+};
+
+#define QUILLMARSH_DECLARE_VARIABLE_PROXY(className, type)                                                             \
+    class QUILLMARSH_API className : public TVariableProxy<type>                                                       \
+    {                                                                                                                  \
+    public:                                                                                                            \
+        explicit className(type *target = nullptr, string const &name = string(),                                      \
+                           string const &description = string(), bool developerModeOnly = false,                       \
+                           VariableProxy::Observer *observer = nullptr);                                               \
+        className *Clone() const override;                                                                             \
+    }
+
+#define QUILLMARSH_DECLARE_VARIABLE_PROXY_RANGE_CHECKED(className, type)                                               \
+    class QUILLMARSH_API className : public TVariableProxyRangeChecked<type>                                           \
+    {                                                                                                                  \
+    public:                                                                                                            \
+        explicit className(type *target = nullptr, type minimum = {}, type maximum = {},                               \
+                           string const &name = string(), string const &description = string(),                        \
+                           bool developerModeOnly = false, VariableProxy::Observer *observer = nullptr);               \
+        className *Clone() const override;                                                                             \
+    }
+
+/// @name Proxies of variables of any value
+/// @{
+QUILLMARSH_DECLARE_VARIABLE_PROXY(VariableProxyVoidPointer, void *);
+QUILLMARSH_DECLARE_VARIABLE_PROXY(VariableProxyBool, bool);
+QUILLMARSH_DECLARE_VARIABLE_PROXY(VariableProxyInt, int);
+QUILLMARSH_DECLARE_VARIABLE_PROXY(VariableProxyUInt, unsigned int);
+QUILLMARSH_DECLARE_VARIABLE_PROXY(VariableProxyFloat, float);
+QUILLMARSH_DECLARE_VARIABLE_PROXY(VariableProxyDouble, double);
+QUILLMARSH_DECLARE_VARIABLE_PROXY(VariableProxyString, string);
+/// @}
+
+/// @name Proxies of variables that stay in a range
+/// @{
+QUILLMARSH_DECLARE_VARIABLE_PROXY_RANGE_CHECKED(VariableProxyRangeCheckedInt, int);
+QUILLMARSH_DECLARE_VARIABLE_PROXY_RANGE_CHECKED(VariableProxyRangeCheckedUInt, unsigned int);
+QUILLMARSH_DECLARE_VARIABLE_PROXY_RANGE_CHECKED(VariableProxyRangeCheckedFloat, float);
+QUILLMARSH_DECLARE_VARIABLE_PROXY_RANGE_CHECKED(VariableProxyRangeCheckedDouble, double);
+/// @}
+
+#undef QUILLMARSH_DECLARE_VARIABLE_PROXY
+#undef QUILLMARSH_DECLARE_VARIABLE_PROXY_RANGE_CHECKED
+
+} // namespace quillmarsh
+
+#endif
