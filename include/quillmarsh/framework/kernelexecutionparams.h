@@ -1,0 +1,68 @@
+// Switches of the kernel's automatic work, which commands and applications read and change.
+#ifndef QUILLMARSH_FRAMEWORK_KERNELEXECUTIONPARAMS_H
+#define QUILLMARSH_FRAMEWORK_KERNELEXECUTIONPARAMS_H
+
+#include <quillmarsh/platform/types.h>
+
+namespace quillmarsh
+{
+
+/// Which devices the kernel samples by itself, once in each frame.
+struct HIDAutoSamplingConfig
+{
+    bool AutoSampleSystemKeyboard = true;
+    bool AutoSampleSystemMouse = true;
+    /// All devices that are neither the system's keyboard nor its mouse.
+    bool AutoSampleNonSystemDevices = true;
+};
+
+/// Switches of the kernel's automatic work. A plain record; the kernel holds the one in force.
+///
+/// Who wants to change a switch reads the record, changes it and writes it back, on the frame thread:
+/// \code
+/// KernelExecutionParams params(true);
+/// params.AutoDrawGUI = false;
+/// params.SetKernelCurrent();
+/// \endcode
+struct QUILLMARSH_API KernelExecutionParams
+{
+    HIDAutoSamplingConfig HIDAutoSampling;
+    /// gui::Manager::DispatchInputEvents is called in each frame ...
+    bool AutoDispatchGUIEvents;
+    /// ... before Application::FrameUpdateStates instead of after it.
+    bool GUIEventsPreFrameUpdateStates;
+    /// The GUI renderer's statistics are cleared in each frame.
+    bool AutoClearGUIStats;
+    /// gui::Manager::Draw is called in each frame.
+    bool AutoDrawGUI;
+    /// The kernel ends the GUI renderer's frame.
+    bool AutoEndGUIRenderer;
+    /// The kernel presents the back buffer.
+    bool AutoPresentBackBuffer;
+    /// The kernel's configuration loop does a hard clean-up.
+    bool EnableHardCleanupConfigLoop;
+    /// A failure that ended the run is rethrown at exit, when everything is down.
+    bool EnableHardRethrowExit;
+    /// Messages of the window system are logged while the main window is cleaned up.
+    bool LogWinMsgOnMainWindowCleanup;
+    /// The host waits for a confirmation before it closes at exit.
+    bool WaitCloseConfirmationOnExit;
+    /// Commands and variables for developers are allowed.
+    bool DeveloperMode;
+
+    /// With `current`, the kernel's present values, or the defaults when there is no kernel; else the defaults.
+    /// Asserts "Kernel singleton is not created." without a kernel, whatever the argument.
+    KernelExecutionParams(bool current = true);
+
+    /// Fills the record from the kernel. Does nothing, behind the assertion, without a kernel.
+    void GetKernelCurrent();
+    /// Puts the record in force. Does nothing, behind the assertion, without a kernel.
+    void SetKernelCurrent() const;
+
+    /// Prints one line for each switch behind `tabs` tabs.
+    void Dump(ostream &out, unsigned int tabs) const;
+};
+
+} // namespace quillmarsh
+
+#endif

@@ -1,0 +1,24 @@
+// Thread that the kernel's frames run on.
+#ifndef QUILLMARSH_FRAMEWORK_KERNELTHREADINFO_H
+#define QUILLMARSH_FRAMEWORK_KERNELTHREADINFO_H
+
+#include <quillmarsh/platform/types.h>
+
+namespace quillmarsh
+{
+
+/// Thread that the kernel's frames run on, as the kernel knows it. A plain record.
+struct QUILLMARSH_API KernelThreadInfo
+{
+    HANDLE ThreadHandle = nullptr;
+    unsigned int ThreadID = 0;
+    int Priority = 0;
+    bool EnablePriorityBoost = true;
+
+    /// Prints one line for each field behind `tabs` tabs.
+    void Dump(ostream &out, unsigned int tabs) const;
+};
+
+} // namespace quillmarsh
+
+#endif

@@ -1,0 +1,106 @@
+// Entry point of plug-in libraries: what a library writes once, and what a host reads before it trusts a library.
+#ifndef QUILLMARSH_FRAMEWORK_PLUGINLIBRARY_H
+#define QUILLMARSH_FRAMEWORK_PLUGINLIBRARY_H
+
+#include <quillmarsh/framework/application.h>
+#include <quillmarsh/framework/kernelexecutionparams.h>
+#include <quillmarsh/framework/plugin.h>
+
+#include <tuple>
+
+namespace quillmarsh
+{
+
+/// What a plug-in library hands over. A plain record.
+///
+/// Everything up to `RecordSize` is the head: it stays as it is in every layout of the record and every version of the
+/// library, so that a host can read it first and say what does not fit.
+struct PluginLibraryRecord
+{
+    /// Always s_pluginLibraryMagic.
+    unsigned int Magic;
+    /// Number of the layout of what follows the head.
+    unsigned int RecordLayout;
+    /// Version of the headers that the library was built with: major, minor, build, and 1 for a debug build.
+    unsigned int LibraryVersion[4];
+    /// Size of this record.
+    unsigned int RecordSize;
+
+    /// Sizes of the records that cross between host and library, which tell builds apart that no version does.
+    unsigned int CrossingSizes[8];
+    /// Number of descriptors in the library.
+    unsigned int (*GetNumDescriptors)();
+    /// Descriptor by index, owned by the library; null past the end.
+    PluginDescriptor *(*GetDescriptor)(unsigned int index);
+};
+
+constexpr unsigned int s_pluginLibraryMagic = 0x4c504d51;
+constexpr unsigned int s_pluginLibraryRecordLayout = 1;
+
+/// Name of the one symbol that a plug-in library exports, and its type.
+#define QUILLMARSH_PLUGIN_ENTRY QuillmarshGetPluginLibrary
+constexpr char s_szPluginLibraryEntry[] = "QuillmarshGetPluginLibrary";
+using PluginLibraryEntry = PluginLibraryRecord const *(*)();
+
+/// The record, but for its two functions, as these headers make it: what a library fills in and a host compares with.
+constexpr PluginLibraryRecord MakePluginLibraryRecord()
+{
+    return {s_pluginLibraryMagic,
+            s_pluginLibraryRecordLayout,
+            {QUILLMARSH_VERSION_MAJOR, QUILLMARSH_VERSION_MINOR, QUILLMARSH_VERSION_BUILD, QUILLMARSH_ASSERTIONS},
+            sizeof(PluginLibraryRecord),
+            {sizeof(void *), sizeof(string), sizeof(PluginInfo), sizeof(Plugin), sizeof(Application::StartupInfo),
+             sizeof(Application::StartupResult), sizeof(Application::AutoInitInfo), sizeof(KernelExecutionParams)},
+            nullptr,
+            nullptr};
+}
+
+/// The descriptors of one library, each made at the first call. `Tag` is a type of the library's own file, which keeps
+/// two libraries in one process apart.
+template<typename Tag, typename... Descriptors>
+class PluginLibrary
+{
+public:
+    static PluginLibraryRecord const *GetRecord()
+    {
+        static constexpr PluginLibraryRecord s_record = MakeRecord();
+        return &s_record;
+    }
+
+private:
+    static constexpr PluginLibraryRecord MakeRecord()
+    {
+        PluginLibraryRecord record = MakePluginLibraryRecord();
+        record.GetNumDescriptors = &GetNumDescriptors;
+        record.GetDescriptor = &GetDescriptor;
+        return record;
+    }
+
+    static unsigned int GetNumDescriptors() { return sizeof...(Descriptors); }
+
+    static PluginDescriptor *GetDescriptor(unsigned int index)
+    {
+        static std::tuple<Descriptors...> s_descriptors;
+        PluginDescriptor *const pointers[] = {&std::get<Descriptors>(s_descriptors)...};
+        return index < sizeof...(Descriptors) ? pointers[index] : nullptr;
+    }
+};
+
+} // namespace quillmarsh
+
+/// Written once in a plug-in library, at the outermost level of a source file, with the classes of its descriptors:
+/// \code
+/// QUILLMARSH_PLUGIN_LIBRARY(MyApplicationDescriptor)
+/// \endcode
+#define QUILLMARSH_PLUGIN_LIBRARY(...)                                                                                 \
+    namespace                                                                                                          \
+    {                                                                                                                  \
+    struct QuillmarshPluginLibraryTag;                                                                                 \
+    }                                                                                                                  \
+    QUILLMARSH_PLUGIN_EXPORT ::quillmarsh::PluginLibraryRecord const *QUILLMARSH_PLUGIN_ENTRY();                       \
+    ::quillmarsh::PluginLibraryRecord const *QUILLMARSH_PLUGIN_ENTRY()                                                 \
+    {                                                                                                                  \
+        return ::quillmarsh::PluginLibrary<QuillmarshPluginLibraryTag, __VA_ARGS__>::GetRecord();                      \
+    }
+
+#endif
