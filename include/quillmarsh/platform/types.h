@@ -18,10 +18,89 @@ struct HINSTANCE__;
 using HWND = HWND__ *;
 using HDC = HDC__ *;
 using HICON = HICON__ *;
+using HCURSOR = HICON;
 using HINSTANCE = HINSTANCE__ *;
 using HANDLE = void *;
 
 /// Root namespace of the library.
+// Records that the operating system publishes, for systems that do not define them.
+#ifndef GUID_DEFINED
+#define GUID_DEFINED
+/// Globally unique identifier.
+struct _GUID
+{
+#if defined(_WIN32)
+    unsigned long Data1;
+#else
+    unsigned int Data1;
+#endif
+    unsigned short Data2;
+    unsigned short Data3;
+    unsigned char Data4[8];
+};
+using GUID = _GUID;
+#endif
+
+#if defined(_WIN32)
+struct _devicemodeA;
+struct IUnknown;
+#else
+/// Position of a display on the desktop.
+struct _POINTL
+{
+    int x;
+    int y;
+};
+
+/// Mode of a display; a record of 156 bytes. Fields that have to do with printers stay zero.
+struct _devicemodeA
+{
+    unsigned char dmDeviceName[32];
+    unsigned short dmSpecVersion;
+    unsigned short dmDriverVersion;
+    unsigned short dmSize;
+    unsigned short dmDriverExtra;
+    unsigned int dmFields;
+    _POINTL dmPosition;
+    unsigned int dmDisplayOrientation;
+    unsigned int dmDisplayFixedOutput;
+    short dmColor;
+    short dmDuplex;
+    short dmYResolution;
+    short dmTTOption;
+    short dmCollate;
+    unsigned char dmFormName[32];
+    unsigned short dmLogPixels;
+    unsigned int dmBitsPerPel;
+    unsigned int dmPelsWidth;
+    unsigned int dmPelsHeight;
+    unsigned int dmDisplayFlags;
+    unsigned int dmDisplayFrequency;
+    unsigned int dmICMMethod;
+    unsigned int dmICMIntent;
+    unsigned int dmMediaType;
+    unsigned int dmDitherType;
+    unsigned int dmReserved1;
+    unsigned int dmReserved2;
+    unsigned int dmPanningWidth;
+    unsigned int dmPanningHeight;
+};
+
+/// Root interface of components that count their references.
+struct IUnknown
+{
+    /// Gives the interface of an identifier, with a reference of its own. Zero on success.
+    virtual int QueryInterface(_GUID const &identifier, void **result) = 0;
+    /// Takes one more reference; returns their number.
+    virtual unsigned int AddRef() = 0;
+    /// Gives a reference back, the last one with the object; returns the number that is left.
+    virtual unsigned int Release() = 0;
+
+protected:
+    ~IUnknown() = default;
+};
+#endif
+
 namespace quillmarsh
 {
 
