@@ -1,0 +1,71 @@
+// Name, version and makers of this library.
+#ifndef QUILLMARSH_BASETOOLS_LIBRARYINFO_H
+#define QUILLMARSH_BASETOOLS_LIBRARYINFO_H
+
+#include <quillmarsh/platform/types.h>
+
+/// What is to be known about the library itself. Any thread.
+namespace quillmarsh::library_info
+{
+
+/// Version of the library: three numbers and the build type, 0 release and 1 debug. A value type.
+class LibraryVersion
+{
+public:
+    constexpr LibraryVersion(unsigned int majorNumber, unsigned int minorNumber, unsigned int buildNumber,
+                             unsigned int buildType)
+        : major_(majorNumber),
+          minor_(minorNumber),
+          build_(buildNumber),
+          buildType_(buildType)
+    {
+    }
+
+    constexpr unsigned int GetMajorNumber() const { return major_; }
+    constexpr unsigned int GetMinorNumber() const { return minor_; }
+    constexpr unsigned int GetBuildNumber() const { return build_; }
+    constexpr unsigned int GetBuildType() const { return buildType_; }
+    constexpr bool IsBuildTypeDebug() const { return buildType_ == 1; }
+    constexpr bool IsBuildTypeRelease() const { return buildType_ == 0; }
+
+    constexpr bool operator==(LibraryVersion const &) const = default;
+
+    /// Whether modules of the two versions work together: all but the third number are equal.
+    constexpr bool IsCompatibleWith(LibraryVersion const &other) const
+    {
+        return major_ == other.major_ && minor_ == other.minor_ && buildType_ == other.buildType_;
+    }
+
+    /// The three numbers and "debug", "release" or "UnknownBuildType", joined by ".".
+    QUILLMARSH_API string MakeString() const;
+
+private:
+    unsigned int major_;
+    unsigned int minor_;
+    unsigned int build_;
+    unsigned int buildType_;
+};
+
+/// Version of the library that is loaded.
+QUILLMARSH_API LibraryVersion GetLibraryVersion();
+
+/// Version of the headers that the calling module was compiled with; constant in that module. A host compares it with
+/// GetLibraryVersion(), and tells by it whether a plug-in fits.
+constexpr LibraryVersion GetHeaderVersion()
+{
+    return LibraryVersion(QUILLMARSH_VERSION_MAJOR, QUILLMARSH_VERSION_MINOR, QUILLMARSH_VERSION_BUILD,
+                          QUILLMARSH_ASSERTIONS);
+}
+
+/// Date and time, in UTC, at which this build of the library was configured; SOURCE_DATE_EPOCH sets it.
+QUILLMARSH_API string GetBuildTimestamp();
+QUILLMARSH_API string GetLibraryName();
+QUILLMARSH_API string GetCopyrightNotice();
+
+QUILLMARSH_API unsigned int GetNumDevelopers();
+/// Who made it, by index from 0; an empty text for an index out of range.
+QUILLMARSH_API string GetDeveloperInfo(unsigned int index);
+
+} // namespace quillmarsh::library_info
+
+#endif

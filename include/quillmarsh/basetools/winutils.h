@@ -1,0 +1,171 @@
+// Values and services of the window system that others hold: GUIDs, points, colours, cursors, guards.
+#ifndef QUILLMARSH_BASETOOLS_WINUTILS_H
+#define QUILLMARSH_BASETOOLS_WINUTILS_H
+
+#include <quillmarsh/basetools/uid.h>
+#include <quillmarsh/mathtools/color4b.h>
+#include <quillmarsh/platform/types.h>
+
+#include <cstdint>
+#include <memory>
+#include <vector>
+
+namespace quillmarsh
+{
+
+/// Thin layer over the window system. Value types and functions: any thread, if they say nothing else.
+namespace win_utils
+{
+
+/// The platform's GUID record, with conversions from and to UID.
+///
+/// Word 0 of the UID is Data1, the halves of word 1 are Data2 and Data3, and words 2 and 3 fill Data4, highest byte
+/// first: both print the same digits.
+class QUILLMARSH_API Guid : public _GUID
+{
+public:
+    /// All zeros.
+    Guid();
+    Guid(_GUID const &guid);
+    explicit Guid(UID const &uid);
+
+    void CopyFrom(UID const &uid);
+    void CopyTo(UID &uid) const;
+
+    bool operator==(Guid const &other) const;
+    bool operator!=(Guid const &other) const { return !(*this == other); }
+};
+
+/// Prints the text of the UID of the same digits.
+QUILLMARSH_API ostream &operator<<(ostream &out, Guid const &guid);
+
+/// @name Binary form
+/// Data1 in four bytes and Data2 and Data3 in two, in the byte order of the stream, then the bytes of Data4.
+/// @{
+QUILLMARSH_API ostream &operator<=(ostream &out, Guid const &guid);
+QUILLMARSH_API istream &operator>=(istream &in, Guid &guid);
+/// @}
+
+/// Point or distance in pixels.
+struct Point
+{
+    long x = 0;
+    long y = 0;
+
+    constexpr Point() = default;
+    constexpr Point(long pointX, long pointY) : x(pointX), y(pointY) {}
+
+    constexpr bool operator==(Point const &) const = default;
+    constexpr Point &operator+=(Point const &other) { return *this = *this + other; }
+    constexpr Point &operator-=(Point const &other) { return *this = *this - other; }
+    constexpr Point operator+(Point const &other) const { return {x + other.x, y + other.y}; }
+    constexpr Point operator-(Point const &other) const { return {x - other.x, y - other.y}; }
+    constexpr Point operator-() const { return {-x, -y}; }
+
+    /// Whether the point lies in a rectangle; its left and top edges belong to it, its right and bottom ones do not.
+    constexpr bool HitTestRectangle(long left, long top, long right, long bottom) const
+    {
+        return x >= left && x < right && y >= top && y < bottom;
+    }
+};
+
+/// Holds the system's drawing library started while it lives; guards may be nested.
+///
+/// On Linux the drawing libraries need no start, and the guard has nothing to do.
+class QUILLMARSH_API GdiplusGuard : NoCopy
+{
+public:
+    /// Throws SystemResourceException, "Gdiplus startup failed.".
+    GdiplusGuard();
+    ~GdiplusGuard();
+
+private:
+    std::uintptr_t token_ = 0;
+};
+
+/// Holds the system's component model started for the calling thread, on which it is made and destroyed.
+///
+/// On Linux there is nothing to start, and the guard reports success.
+class QUILLMARSH_API COMGuard : NoCopy
+{
+public:
+    COMGuard();
+    ~COMGuard();
+
+    bool IsInitialized() const { return initialized_; }
+
+private:
+    bool initialized_;
+};
+
+/// Gives a reference to a component back; null is passed over.
+struct QUILLMARSH_API CleanupHandlerIUnknown
+{
+    void operator()(IUnknown *object) const;
+};
+
+/// Owns one reference to a component and gives it back at the end of its scope.
+using AutoCleanupIUnknown = std::unique_ptr<IUnknown, CleanupHandlerIUnknown>;
+
+/// Colour as the drawing library takes it, a word with alpha in the top byte, then red, green and blue.
+QUILLMARSH_API unsigned int GdiplusConvertColor(color4b color);
+/// And back.
+QUILLMARSH_API color4b GdiplusConvertColor(unsigned int argb);
+
+/// Names of the font families that are installed, sorted and each once. False, and no names, if the system does not
+/// tell.
+QUILLMARSH_API bool GdiplusGetFontFamilyNames(std::vector<string> &names);
+
+/// Colours that the user of the desktop has chosen.
+enum class eSystemColor
+{
+    e_desktop,
+    e_window,
+    e_windowFrame,
+    e_windowText,
+    e_highlight,
+    e_highlightText,
+    e_grayText,
+    e_buttonFace,
+    e_buttonShadow,
+    e_buttonHighlight,
+    e_buttonText,
+    e_activeCaption,
+    e_activeCaptionText,
+    e_inactiveCaption,
+    e_inactiveCaptionText,
+    e_scrollBar,
+    e_infoBackground,
+    e_infoText
+};
+
+/// Opaque colour of the desktop's theme. Linux has no setting of that kind: the colours are those of a plain light
+/// theme. A value that is no enumerator gives opaque black.
+QUILLMARSH_API color4b GetSystemColor(eSystemColor color);
+
+/// Mouse cursors that the system brings along.
+enum class eStockCursor
+{
+    e_arrow,
+    e_iBeam,
+    e_wait,
+    e_appStarting,
+    e_cross,
+    e_hand,
+    e_no,
+    e_sizeAll,
+    e_sizeNorthSouth,
+    e_sizeWestEast,
+    e_sizeNorthWestSouthEast,
+    e_sizeNorthEastSouthWest
+};
+
+/// Cursor that is shared and never to be destroyed; null if the system has none, or has no display. Main thread.
+///
+/// On Linux it belongs to SDL, whose video part it keeps running, and is good until the program ends that by SDL_Quit.
+QUILLMARSH_API HCURSOR LoadStockCursor(eStockCursor cursor);
+
+} // namespace win_utils
+} // namespace quillmarsh
+
+#endif
