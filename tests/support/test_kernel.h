@@ -1,0 +1,121 @@
+// A concrete kernel for tests, which records what it is asked for.
+#ifndef QUILLMARSH_TESTS_SUPPORT_TEST_KERNEL_H
+#define QUILLMARSH_TESTS_SUPPORT_TEST_KERNEL_H
+
+#include <quillmarsh/framework/frameobserver.h>
+#include <quillmarsh/framework/kernel.h>
+#include <quillmarsh/framework/kernelexecutionparams.h>
+#include <quillmarsh/framework/kernelthreadinfo.h>
+#include <quillmarsh/framework/reconfigobserver.h>
+
+#include <algorithm>
+#include <sstream>
+#include <vector>
+
+namespace quillmarsh::tests
+{
+
+/// Kernel without a frame loop. What it hands out are public members that a test sets; what it was asked for are public
+/// members that a test reads. Its streams are `conOut` and `logOut`.
+class TestKernel : public Kernel
+{
+public:
+    TestKernel()
+    {
+        SetOutputStreams(conOut, logOut);
+        params = KernelExecutionParams(false);
+    }
+    ~TestKernel() override = default;
+
+    std::ostringstream conOut;
+    std::ostringstream logOut;
+    KernelExecutionParams params{false};
+    KernelThreadInfo threadInfo;
+    eKernelLevel level = e_kernel_none;
+    double frameRateLimit = 0;
+    unsigned int numExitRequests = 0;
+    unsigned int numVSyncUpdates = 0;
+    std::vector<string> queuedLines;
+    std::vector<FrameObserver *> frameObservers;
+    std::vector<ReconfigObserver *> reconfigObservers;
+    unsigned int frameNumber = 0;
+    double frameTime = 0;
+    double frameTimeDelta = 0;
+    Application *application = nullptr;
+    Profiler *profiler = nullptr;
+    ConsoleBuffers *consoleBuffers = nullptr;
+    VariableRegistry *variableRegistry = nullptr;
+    std_command_interpreter::Interpreter *interpreter = nullptr;
+
+    /// One frame as the observers see it.
+    void RunFrame(double delta)
+    {
+        ++frameNumber;
+        frameTimeDelta = delta;
+        frameTime += delta;
+        for (FrameObserver *observer : std::vector(frameObservers))
+        {
+            bool remove = false;
+            observer->OnFrame(remove, frameNumber, delta);
+            if (remove)
+                RemoveFrameObserver(observer);
+        }
+    }
+
+    void SetExecutionParams(KernelExecutionParams const &value) override { params = value; }
+    void GetExecutionParams(KernelExecutionParams &value) override { value = params; }
+    void SetThreadInfo(KernelThreadInfo const &value) override { threadInfo = value; }
+    void GetThreadInfo(KernelThreadInfo &value) override { value = threadInfo; }
+    eKernelLevel GetKernelLevel() override { return level; }
+    void SetFrameRateLimit(double limit) override { frameRateLimit = limit; }
+    double GetFrameRateLimit() override { return frameRateLimit; }
+    bool IsExitRequested() override { return numExitRequests > 0; }
+    void RequestExit() override { ++numExitRequests; }
+    void ApplyHIDReconfig(DirectInputConfig const &, unsigned int) override {}
+    void ApplyVideoReconfig(string const &, VideoConfig const &, unsigned int) override {}
+    void RequestGenericReconfig(unsigned int, unsigned int) override {}
+    unsigned int GetNumPlugins() override { return 0; }
+    bool GetPluginInfo(unsigned int, PluginInfo &) override { return false; }
+    string GetPluginFileName(unsigned int) override { return {}; }
+    unsigned int GetNumGenericExtensions() override { return 0; }
+    GenericExtension *GetGenericExtension(unsigned int) override { return nullptr; }
+    GenericExtension *FindGenericExtension(string const &) override { return nullptr; }
+    Application *GetApplicationPtr() override { return application; }
+    unsigned int GetNumVideoRenderers() override { return 0; }
+    void GetVideoRendererInfo(unsigned int, VideoRendererInfo &) override {}
+    void GetVideoRendererProfile(unsigned int, VideoProfile &) override {}
+    VideoRenderer *GetActiveVideoRendererPtr() override { return nullptr; }
+    void GetActiveVideoRendererInfo(VideoRendererInfo &) override {}
+    void GetActiveVideoProfile(VideoProfile &) override {}
+    std_command_interpreter::Interpreter *GetCommandInterpreter() override { return interpreter; }
+    void QueueCommandLine(string const &line) override { queuedLines.push_back(line); }
+    unsigned int GetNumHumanInterfaceDevices() override { return 0; }
+    HumanInterfaceDevice *GetHumanInterfaceDevice(unsigned int) override { return nullptr; }
+    void GetDirectInputConfig(DirectInputConfig &) override {}
+    void WakeUp() override {}
+    unsigned int GetFrameNumber() override { return frameNumber; }
+    double GetFrameTime() override { return frameTime; }
+    double GetFrameTimeDelta() override { return frameTimeDelta; }
+    Profiler *GetProfiler() override { return profiler; }
+    ConsoleBuffers *GetConsoleBuffers() override { return consoleBuffers; }
+    VariableRegistry *GetVariableRegistry() override { return variableRegistry; }
+    void AddFrameObserver(FrameObserver *observer) override { Add(frameObservers, observer); }
+    void RemoveFrameObserver(FrameObserver *observer) override { std::erase(frameObservers, observer); }
+    unsigned int GetNumFrameObservers() override { return static_cast<unsigned int>(frameObservers.size()); }
+    void AddReconfigObserver(ReconfigObserver *observer) override { Add(reconfigObservers, observer); }
+    void RemoveReconfigObserver(ReconfigObserver *observer) override { std::erase(reconfigObservers, observer); }
+    unsigned int GetNumReconfigObservers() override { return static_cast<unsigned int>(reconfigObservers.size()); }
+    void NotifyVSyncUpdate() override { ++numVSyncUpdates; }
+
+private:
+    template<typename T>
+    static void Add(std::vector<T *> &observers, T *observer)
+    {
+        if (observer != nullptr && std::find(observers.begin(), observers.end(), observer) == observers.end())
+            observers.push_back(observer);
+    }
+};
+
+} // namespace quillmarsh::tests
+
+#endif
