@@ -1,0 +1,62 @@
+// Output stream that feeds several other streams.
+#ifndef QUILLMARSH_BASETOOLS_CONTROLLEDOUTPUTSTREAM_H
+#define QUILLMARSH_BASETOOLS_CONTROLLEDOUTPUTSTREAM_H
+
+#include <quillmarsh/basetools/outputstream.h>
+
+#include <sstream>
+#include <vector>
+
+namespace quillmarsh
+{
+
+/// Collects text, and passes it on to each of its targets when it is flushed.
+///
+/// Targets are borrowed: whoever destroys one removes it first. Text that is flushed while there are no targets is
+/// lost. One thread at a time may use the stream, unless its owner guards it.
+class QUILLMARSH_API ControlledOutputStream : public OutputStream
+{
+public:
+    /// Buffer that hands the collected text to the targets at each sync.
+    class QUILLMARSH_API StreamBuffer : public std::stringbuf
+    {
+    public:
+        /// The vector is the one of the stream; it is borrowed.
+        explicit StreamBuffer(std::vector<ostream *> const &targets);
+        ~StreamBuffer() override;
+
+    protected:
+        /// Writes the collected text to each target in order, flushing each, and empties itself. When a target throws,
+        /// the others get the text all the same, and the first exception goes on afterwards.
+        int sync() override;
+
+    private:
+        std::vector<ostream *> const &targets_;
+    };
+
+    ControlledOutputStream();
+    ~ControlledOutputStream() override;
+
+    /// Flushes, so that the text so far keeps its type, and passes the type to each target that is an OutputStream.
+    void SetCurrentOutputType(unsigned int type) override;
+
+    /// Flushes, and adds the target unless it is there already.
+    virtual void AddOutputTarget(ostream &target);
+    /// Flushes, and removes the target if it is there.
+    virtual void RemoveOutputTarget(ostream &target);
+    /// Flushes, and removes all targets.
+    virtual void RemoveAllOutputTargets();
+    /// The stream's own buffer.
+    virtual StreamBuffer *rdbuf() const;
+
+    /// The targets, in the order in which they are served.
+    std::vector<ostream *> const &GetOutputTargets() const { return targets_; }
+
+private:
+    StreamBuffer buffer_;
+    std::vector<ostream *> targets_;
+};
+
+} // namespace quillmarsh
+
+#endif

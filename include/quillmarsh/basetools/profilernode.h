@@ -1,0 +1,101 @@
+// Statistics of one profiled call path.
+#ifndef QUILLMARSH_BASETOOLS_PROFILERNODE_H
+#define QUILLMARSH_BASETOOLS_PROFILERNODE_H
+
+#include <quillmarsh/basetools/profilerdumpdesc.h>
+
+#include <limits>
+#include <vector>
+
+namespace quillmarsh
+{
+
+/// Node of the profiler's tree: a named block, in the place where it was entered.
+///
+/// Times are in seconds. A node's time is its own, without its children's; a branch's time includes all descendants.
+/// Averages and branch times are those of the last Profiler::ProcessStatistics. A node belongs to its profiler, and
+/// with it to one thread.
+class QUILLMARSH_API ProfilerNode : NoCopy
+{
+public:
+    /// The parent is borrowed, and null for a root.
+    ProfilerNode(string const &blockName, ProfilerNode *parent);
+    ~ProfilerNode();
+
+    /// @name The tree
+    /// @{
+    string const &GetBlockName() const { return blockName_; }
+    ProfilerNode const *GetParent() const { return parent_; }
+    ProfilerNode *GetParent() { return parent_; }
+    unsigned int GetNumChildren() const { return static_cast<unsigned int>(children_.size()); }
+    /// Child by index, in the order in which the paths were first taken. Asserts "Index out of range." past the end,
+    /// and gives null then.
+    ProfilerNode const *GetChild(unsigned int index) const;
+    /// Child of that name, or null.
+    ProfilerNode const *FindChild(string const &blockName) const;
+    /// The same, beginning behind the child that was found last: blocks come in the same order in each iteration.
+    ProfilerNode *FindChild(string const &blockName);
+    /// First descendant of that name, a child's descendants before the next child; or null.
+    ProfilerNode const *FindDescendant(string const &blockName) const;
+    ProfilerNode *FindDescendant(string const &blockName);
+    /// @}
+
+    /// @name Statistics
+    /// @{
+
+    /// Number of entries since the last reset. Iterations, for a root.
+    unsigned int GetTotalEntries() const { return totalEntries_; }
+
+    /// Hands out the statistics of an iteration: entries, node time, branch time and percentage of the iteration.
+    void GetStats(unsigned int &minEntries, unsigned int &averageEntries, unsigned int &maxEntries, double &minNodeTime,
+                  double &averageNodeTime, double &maxNodeTime, double &minBranchTime, double &averageBranchTime,
+                  double &maxBranchTime, double &minPercentage, double &averagePercentage, double &maxPercentage) const;
+
+    /// One line of the table, without a line end.
+    string FormatStatistics(ProfilerDumpDesc const &desc, unsigned int depth) const;
+
+    /// Prints the lines of the node and of its descendants, in bands of alternating output types. `lineCounter` is the
+    /// number of lines so far, and grows.
+    void DumpStatistics(ostream &out, unsigned int &lineCounter, ProfilerDumpDesc const &desc,
+                        unsigned int depth) const;
+
+    /// @}
+
+private:
+    friend class Profiler;
+
+    ProfilerNode *AddChild(string const &blockName);
+    void ResetStatistics();
+    void PropagateProcessIterAccum(double percentFactor);
+    void PropagateProcessStats(unsigned int numIterations);
+
+    string blockName_;
+    ProfilerNode *parent_;
+    std::vector<AutoPtr<ProfilerNode>> children_;
+    std::size_t searchCursor_ = 0;
+
+    unsigned int entriesThisIteration_ = 0;
+    unsigned int totalEntries_ = 0;
+    unsigned int minEntries_ = std::numeric_limits<unsigned int>::max();
+    unsigned int maxEntries_ = 0;
+    unsigned int averageEntries_ = 0;
+
+    double nodeTimeThisIteration_ = 0;
+    double nodeTimeSum_ = 0;
+    double minNodeTime_ = static_cast<double>(std::numeric_limits<float>::max());
+    double maxNodeTime_ = 0;
+    double averageNodeTime_ = 0;
+
+    double minBranchTime_ = 0;
+    double maxBranchTime_ = 0;
+    double averageBranchTime_ = 0;
+
+    double percentageSum_ = 0;
+    double minPercentage_ = 100;
+    double maxPercentage_ = 0;
+    double averagePercentage_ = 0;
+};
+
+} // namespace quillmarsh
+
+#endif

@@ -1,0 +1,131 @@
+// Effectors: small objects that do something to a stream when they are inserted into it.
+#ifndef QUILLMARSH_BASETOOLS_STREAMEFFECTORS_H
+#define QUILLMARSH_BASETOOLS_STREAMEFFECTORS_H
+
+#include <quillmarsh/platform/types.h>
+
+#include <ostream>
+
+namespace quillmarsh
+{
+
+/// Object that stands in an insertion chain like a manipulator: `out << TabEffector(2) << "text"`.
+///
+/// An effector keeps no stream; one object may serve several streams, and several threads while nobody changes it.
+class QUILLMARSH_API OStreamEffector
+{
+public:
+    constexpr OStreamEffector() = default;
+    constexpr OStreamEffector(OStreamEffector const &) = default;
+    OStreamEffector &operator=(OStreamEffector const &) = default;
+    constexpr virtual ~OStreamEffector() = default;
+
+    /// Does the effect to the stream, and returns the stream.
+    ostream &ApplyTo(ostream &out) const;
+
+protected:
+    /// What the effector does. Follows the stream's own rules of failure.
+    virtual void DoEffect(ostream &out) const = 0;
+};
+
+/// Same as OStreamEffector::ApplyTo.
+QUILLMARSH_API ostream &operator<<(ostream &out, OStreamEffector const &effector);
+
+/// Writes a fill character a number of times.
+class QUILLMARSH_API FillEffector : public OStreamEffector
+{
+public:
+    constexpr explicit FillEffector(unsigned int count, char fill = ' ') : count_(count), fill_(fill) {}
+
+protected:
+    void DoEffect(ostream &out) const override;
+
+private:
+    unsigned int count_;
+    char fill_;
+};
+
+/// Writes a number of tab characters. The dumps of records indent with it.
+class QUILLMARSH_API TabEffector : public FillEffector
+{
+public:
+    constexpr explicit TabEffector(unsigned int count) : FillEffector(count, '\t') {}
+};
+
+/// Writes a line of `count` fill characters, and flushes.
+class QUILLMARSH_API SeparatorLineEffector : public OStreamEffector
+{
+public:
+    constexpr explicit SeparatorLineEffector(unsigned int count, char fill = '-') : count_(count), fill_(fill) {}
+
+protected:
+    void DoEffect(ostream &out) const override;
+
+private:
+    unsigned int count_;
+    char fill_;
+};
+
+/// Writes a title between two lines of `width` fill characters, and flushes. A centred title that is as wide as the
+/// lines, or wider, is not indented.
+class QUILLMARSH_API TitleEffector : public OStreamEffector
+{
+public:
+    explicit TitleEffector(string const &title, unsigned int width = 80, char fill = '-', bool center = false);
+    ~TitleEffector() override;
+
+    /// Replaces the title, so that one object can serve several headings.
+    TitleEffector &operator()(string const &title);
+
+protected:
+    void DoEffect(ostream &out) const override;
+
+private:
+    string title_;
+    unsigned int width_;
+    char fill_;
+    bool center_;
+};
+
+/// Writes a title in its line, with `fillCount` fill characters at both ends and `spacing` blanks next to the title,
+/// and flushes.
+class QUILLMARSH_API CaptionEffector : public OStreamEffector
+{
+public:
+    explicit CaptionEffector(string const &title, unsigned int fillCount = 5, char fill = '-',
+                             unsigned int spacing = 1);
+    ~CaptionEffector() override;
+
+    /// Replaces the title, so that one object can serve several headings.
+    CaptionEffector &operator()(string const &title);
+
+protected:
+    void DoEffect(ostream &out) const override;
+
+private:
+    string title_;
+    unsigned int fillCount_;
+    char fill_;
+    unsigned int spacing_;
+};
+
+/// Selects the message type of an OutputStream (see outputstream.h). Harmless on any other stream.
+class QUILLMARSH_API SetOutputTypeEffector : public OStreamEffector
+{
+public:
+    constexpr explicit SetOutputTypeEffector(unsigned int type) : type_(type) {}
+
+protected:
+    void DoEffect(ostream &out) const override;
+
+private:
+    unsigned int type_;
+};
+
+/// Manipulator that writes a line feed without flushing. Dumps use it between lines, and `endl` only where the text
+/// must be seen at once.
+QUILLMARSH_API ostream &nl(ostream &out);
+
+} // namespace quillmarsh
+
+#endif

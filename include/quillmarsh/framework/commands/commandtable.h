@@ -1,0 +1,50 @@
+// A command's words, declared once: its help is printed from the same table that its parsing reads.
+#ifndef QUILLMARSH_FRAMEWORK_COMMANDS_COMMANDTABLE_H
+#define QUILLMARSH_FRAMEWORK_COMMANDS_COMMANDTABLE_H
+
+#include <quillmarsh/basetools/commandlineparser.h>
+
+#include <span>
+
+namespace quillmarsh
+{
+
+/// One word of a command: an option, an assignment with the word that stands for its value, or an argument.
+///
+/// Texts are literals, or live as long. The description ends in a line feed.
+struct CommandWord
+{
+    enum class eKind
+    {
+        e_option,
+        e_assignment,
+        e_argument
+    };
+
+    eKind kind;
+    char const *name;
+    char const *value;
+    char const *description;
+
+    static constexpr CommandWord Option(char const *name, char const *description)
+    {
+        return {eKind::e_option, name, "", description};
+    }
+    static constexpr CommandWord Assignment(char const *name, char const *value, char const *description)
+    {
+        return {eKind::e_assignment, name, value, description};
+    }
+    static constexpr CommandWord Argument(char const *name, char const *description)
+    {
+        return {eKind::e_argument, name, "", description};
+    }
+};
+
+/// Prints the help body of a command: the sections "Options:", "Assignments:" and "Arguments:" that have words, each
+/// word in a line of its own with one tab ahead of it, and then the default behaviour, unless that is empty.
+QUILLMARSH_API void DumpCommandWords(ostream &out, CommandLineParser const &parser, std::span<CommandWord const> words,
+                                     string const &defaultBehavior = "");
+
+} // namespace quillmarsh
+
+#endif

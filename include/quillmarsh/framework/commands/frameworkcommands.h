@@ -1,0 +1,31 @@
+// Creation of the commands that every program of the framework has.
+#ifndef QUILLMARSH_FRAMEWORK_COMMANDS_FRAMEWORKCOMMANDS_H
+#define QUILLMARSH_FRAMEWORK_COMMANDS_FRAMEWORKCOMMANDS_H
+
+#include <quillmarsh/platform/api.h>
+
+namespace quillmarsh::gui
+{
+class Component;
+} // namespace quillmarsh::gui
+
+namespace quillmarsh::std_command_interpreter
+{
+class Interpreter;
+} // namespace quillmarsh::std_command_interpreter
+
+namespace quillmarsh::framework_commands
+{
+
+/// Creates the framework's commands and registers them as external ones of the interpreter, which owns them then: exit,
+/// crash, var and profiler. Needs a kernel.
+///
+/// The other arguments serve commands of subsystems that are not here yet: the component that a screenshot hides (may
+/// be null), and the codes that go with a reconfiguration of the input devices and of the video subsystem.
+QUILLMARSH_API void CreateAndRegisterAllCommands(std_command_interpreter::Interpreter &interpreter,
+                                                 gui::Component *screenshotAutoHide, unsigned int hidReconfigCode,
+                                                 unsigned int videoReconfigCode);
+
+} // namespace quillmarsh::framework_commands
+
+#endif

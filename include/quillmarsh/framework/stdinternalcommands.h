@@ -1,0 +1,131 @@
+// Commands that the standard interpreter creates for itself.
+#ifndef QUILLMARSH_FRAMEWORK_STDINTERNALCOMMANDS_H
+#define QUILLMARSH_FRAMEWORK_STDINTERNALCOMMANDS_H
+
+#include <quillmarsh/framework/stdcommandinterpreter.h>
+
+namespace quillmarsh::std_command_interpreter
+{
+
+/// "dump-cmdline": switches the dump of lines as they were expanded and parsed. For developers. Interpreter's thread.
+class QUILLMARSH_API DumpPreprocessedCommandLineCmd : public InternalCommand
+{
+public:
+    /// @name Words
+    /// @{
+    static constexpr char const *s_szDefaultName = "dump-cmdline";
+    static constexpr char const *s_szOptionOn = "on";
+    static constexpr char const *s_szOptionOff = "off";
+    /// @}
+
+    explicit DumpPreprocessedCommandLineCmd(Interpreter &interpreter);
+    ~DumpPreprocessedCommandLineCmd() override;
+
+    bool ParseAndExecute(ostream &out, CommandLineParser const &parser, string const &commandLine) override;
+    void DumpHelp(ostream &out, CommandLineParser const &parser) override;
+};
+
+/// "list-commands": lists the commands of both registers, those for developers in every mode. Interpreter's thread.
+class QUILLMARSH_API ListCommandsCmd : public InternalCommand
+{
+public:
+    /// @name Words
+    /// @{
+    static constexpr char const *s_szDefaultName = "list-commands";
+    static constexpr char const *s_szOptionInternal = "int";
+    static constexpr char const *s_szOptionExternal = "ext";
+    /// @}
+
+    explicit ListCommandsCmd(Interpreter &interpreter);
+    ~ListCommandsCmd() override;
+
+    bool ParseAndExecute(ostream &out, CommandLineParser const &parser, string const &commandLine) override;
+    void DumpHelp(ostream &out, CommandLineParser const &parser) override;
+};
+
+/// "help": prints the help of a command, or sets the global help switch. Interpreter's thread.
+class QUILLMARSH_API HelpCmd : public InternalCommand
+{
+public:
+    /// @name Words
+    /// @{
+    static constexpr char const *s_szDefaultName = "help";
+    static constexpr char const *s_szAssignSwitch = "switch";
+    static constexpr char const *s_szValueSwitch = "string";
+    /// @}
+
+    explicit HelpCmd(Interpreter &interpreter);
+    ~HelpCmd() override;
+
+    bool ParseAndExecute(ostream &out, CommandLineParser const &parser, string const &commandLine) override;
+    void DumpHelp(ostream &out, CommandLineParser const &parser) override;
+};
+
+/// "alias": lists, sets and removes aliases. It cannot be shadowed by an alias of its own name. Interpreter's thread.
+class QUILLMARSH_API AliasCmd : public InternalCommand
+{
+public:
+    /// @name Words
+    /// @{
+    static constexpr char const *s_szDefaultName = "alias";
+    static constexpr char const *s_szOptionClear = "clear";
+    static constexpr char const *s_szAssignAlias = "alias";
+    static constexpr char const *s_szValueAlias = "target";
+    /// @}
+
+    explicit AliasCmd(Interpreter &interpreter);
+    ~AliasCmd() override;
+
+    bool ParseAndExecute(ostream &out, CommandLineParser const &parser, string const &commandLine) override;
+    void DumpHelp(ostream &out, CommandLineParser const &parser) override;
+};
+
+/// "console-buffers": clears the console's buffers, and sets their limits. Interpreter's thread.
+class QUILLMARSH_API ConsoleBuffersCmd : public InternalCommand
+{
+public:
+    /// @name Words
+    /// @{
+    static constexpr char const *s_szDefaultName = "console-buffers";
+    static constexpr char const *s_szOptionClearOutput = "clear-output";
+    static constexpr char const *s_szOptionClearHistory = "clear-history";
+    static constexpr char const *s_szAssignMaxOutput = "max-output";
+    static constexpr char const *s_szValueMaxOutput = "uinteger";
+    static constexpr char const *s_szAssignMaxHistory = "max-history";
+    static constexpr char const *s_szValueMaxHistory = "uinteger";
+    /// @}
+
+    explicit ConsoleBuffersCmd(Interpreter &interpreter);
+    ~ConsoleBuffersCmd() override;
+
+    bool ParseAndExecute(ostream &out, CommandLineParser const &parser, string const &commandLine) override;
+    void DumpHelp(ostream &out, CommandLineParser const &parser) override;
+};
+
+/// "history": prints the latest commands. Interpreter's thread.
+class QUILLMARSH_API HistoryCmd : public InternalCommand
+{
+public:
+    /// @name Words
+    /// @{
+    static constexpr char const *s_szDefaultName = "history";
+    static constexpr char const *s_szOptionAll = "a";
+    /// @}
+
+    explicit HistoryCmd(Interpreter &interpreter);
+    ~HistoryCmd() override;
+
+    bool ParseAndExecute(ostream &out, CommandLineParser const &parser, string const &commandLine) override;
+    void DumpHelp(ostream &out, CommandLineParser const &parser) override;
+
+    /// Number of commands that are printed unless all are asked for; 10 at first, at least 1.
+    void SetDefaultNumPrinted(unsigned int number);
+    unsigned int GetDefaultNumPrinted() const { return defaultNumPrinted_; }
+
+private:
+    unsigned int defaultNumPrinted_ = 10;
+};
+
+} // namespace quillmarsh::std_command_interpreter
+
+#endif
