@@ -1,0 +1,319 @@
+#include <quillmarsh/basetools/commandlineparser.h>
+
+#include <quillmarsh/basetools/exception.h>
+
+#include "tests/support/scripted_dialogs.h"
+
+#include <gtest/gtest.h>
+
+#include <random>
+#include <sstream>
+
+namespace quillmarsh
+{
+namespace
+{
+
+/// "chain.command|argument|argument", with a mark for the type of each argument.
+string Describe(CommandLineParser const &parser)
+{
+    std::vector<string> chain;
+    string command;
+    parser.GetCommand(chain, command);
+    string text;
+    for (string const &object : chain)
+        text += object + ".";
+    text += command;
+    for (unsigned int i = 0; i < parser.GetNumArguments(); ++i)
+    {
+        CommandLineParser::Argument const &argument = parser.GetArgument(i);
+        EXPECT_EQ(argument.GetCmdLinePosition(), i);
+        text += string("|") + "-=\""[argument.Type()] + argument.MakeFullString();
+    }
+    return text;
+}
+
+/// Message of the exception that a line leads to, empty when there is none.
+string MessageOf(CommandLineParser &parser, string const &line)
+{
+    try
+    {
+        parser.Parse(line, true);
+    }
+    catch (CommandLineErrorException const &exception)
+    {
+        EXPECT_TRUE(exception.ContainsFileLine());
+        EXPECT_EQ(exception.GetFile(), "source/basetools/commandlineparser.cpp");
+        return exception.GetMessage();
+    }
+    return "";
+}
+
+TEST(CommandLineParser, CutsLines)
+{
+    struct Case
+    {
+        char const *line;
+        char const *result;
+    };
+    constexpr Case cases[] = {
+        {"foo", "foo"},
+        {" \tfoo\t a ", "foo|\"a"},
+        {"foo -a=", "foo|=a="},
+        {"foo -a", "foo|-a"},
+        {"foo -a =b", "foo|-a|\"=b"},
+        {"foo -a= b", "foo|=a=|\"b"},
+        {"foo -5 - -", "foo|\"-5|\"-|\"-"},
+        {"foo --x -a-b -_1", "foo|--x|-a-b|-_1"},
+        {"foo -a=1-b", "foo|=a=1-b"},
+        {"foo -a=b=c", "foo|=a=b=c"},
+        {"foo a'b -c=d'e", "foo|\"a'b|=c=d'e"},
+        {"foo 'a b' ''", "foo|\"a b|\""},
+        {"foo 'it$'s' '$$' -v='$' $''", "foo|\"it's|\"$|=v=' '"},
+        {"'a'-b", "a|-b"},
+        {"foo 'a'-b", "foo|\"a|-b"},
+        {"foo -a='x'-b", "foo|=a=x|-b"},
+        {"'my cmd' x", "my cmd|\"x"},
+        {"'' x", "|\"x"},
+        {"-foo", "-foo"},
+        {"\"foo\" x", "foo|\"x"},
+        {"\"my cmd\" x", "\"my|\"cmd\"|\"x"},
+        {"'$'a$''", "a"},
+        {"\" x", "\"|\"x"},
+        {"\xc3\xa4 \xff -\xe4", "\xc3\xa4|\"\xff|\"-\xe4"},
+    };
+    CommandLineParser parser;
+    for (Case const &c : cases)
+    {
+        EXPECT_TRUE(parser.Parse(c.line, true)) << c.line;
+        EXPECT_EQ(Describe(parser), c.result) << c.line;
+        EXPECT_EQ(parser.GetLastCommandLine(), c.line);
+    }
+}
+
+TEST(CommandLineParser, FailuresTellWhatWasLeftAndLeaveNoResults)
+{
+    struct Case
+    {
+        bool singleToken;
+        char const *line;
+        char const *message;
+        char const *rest;
+    };
+    constexpr Case cases[] = {
+        {true, "", "Expected command", ""},
+        {true, " \t ", "Expected command", ""},
+        {true, "foo 'abc", "Quote not closed", "'abc"},
+        {true, "foo 'abc$", "Quote not closed", "'abc$"},
+        {true, "foo 'abc$'", "Quote not closed", "'abc$'"},
+        {true, "'foo x", "Quote not closed", "'foo x"},
+        {true, "foo -a='b c", "Quote not closed", "'b c"},
+        {true, "foo b 'a$b' c", "Bad escape sequence", "'a$b' c"},
+        {true, "foo -a'b' c", "Expected whitespace or assignment", "'b' c"},
+        {true, "foo -a.b", "Expected whitespace or assignment", ".b"},
+        {true, "foo -a\xe4", "Expected whitespace or assignment", "\xe4"},
+        {true, "foo 'a''b$'' c", "Expected whitespace before string", "'b'' c"},
+        {true, "foo 'a'b c", "Expected whitespace before string", "b c"},
+        {true, "'foo'bar x", "Expected whitespace before string", "bar x"},
+        {true, "foo -a='b'c d", "Expected whitespace before string", "c d"},
+        {false, "", "Expected identifier", ""},
+        {false, "a.b. c", "Expected identifier", " c"},
+        {false, "a.1b", "Expected identifier", "1b"},
+        {false, "_a", "Expected identifier", "_a"},
+        {false, "a.b:c d", "Expected scope specifier", ":c d"},
+    };
+    CommandLineParser parser;
+    for (Case const &c : cases)
+    {
+        parser.SetParseFlags(c.singleToken, true);
+        EXPECT_EQ(MessageOf(parser, c.line),
+                  string(c.message) + " at: " + c.rest + "\nFull command-line was: " + c.line);
+        EXPECT_EQ(Describe(parser), "") << c.line;
+        EXPECT_EQ(parser.GetLastCommandLine(), c.line);
+        EXPECT_FALSE(parser.Parse(c.line, false)) << c.line;
+        EXPECT_EQ(parser.GetNumArguments(), 0u);
+    }
+}
+
+TEST(CommandLineParser, FlagsAndSpecialCharactersChangeTheGrammar)
+{
+    CommandLineParser parser;
+    parser.SetParseFlags(false, true);
+    EXPECT_TRUE(parser.Parse(" a.b-1.c_d -x", true));
+    EXPECT_EQ(Describe(parser), "a.b-1.c_d|-x");
+    std::ostringstream dump;
+    parser.DumpLastResults(dump);
+    EXPECT_EQ(dump.str(), "Object-chain: a.b-1\nCommand: c_d\nArgument 0: option: x\n");
+
+    parser.SetParseFlags(true, false);
+    EXPECT_TRUE(parser.Parse("\"foo\"", true));
+    EXPECT_EQ(Describe(parser), "\"foo\"");
+
+    parser.SetSpecialCharacters('"', '\\', ':', '/', '~');
+    char characters[5];
+    parser.GetSpecialCharacters(characters[0], characters[1], characters[2], characters[3], characters[4]);
+    EXPECT_EQ(string(characters, 5), "\"\\:/~");
+    EXPECT_TRUE(parser.Parse(R"(foo /a~"x\" y" -b /c 'd)", true));
+    EXPECT_EQ(Describe(parser), "foo|=a=x\" y|\"-b|-c|\"'d");
+    EXPECT_EQ(MessageOf(parser, "foo \"a\"\"b\""),
+              "Expected whitespace before string at: \"b\"\nFull command-line was: foo \"a\"\"b\"");
+    EXPECT_EQ(parser.FormatOptionHelp("on", "turn on\n", 1), "\t/on, turn on\n");
+    EXPECT_EQ(parser.FormatAssignmentHelp("size", "uint", "", 0), "/size~uint");
+    EXPECT_EQ(parser.FormatStringHelp("0) name", "who\n", 2), "\t\t0) name, who\n");
+}
+
+TEST(CommandLineParser, FindsTheFirstArgumentOfTypeAndExactName)
+{
+    CommandLineParser parser;
+    ASSERT_TRUE(parser.Parse("foo a -A -b=1 -b=2 -a=x a -c", true));
+    EXPECT_TRUE(parser.GetOption("A"));
+    EXPECT_FALSE(parser.GetOption("a"));
+    EXPECT_FALSE(parser.GetOption("b"));
+    EXPECT_TRUE(parser.GetString("a"));
+    EXPECT_FALSE(parser.GetString("c"));
+
+    string value = "kept";
+    EXPECT_FALSE(parser.GetAssignment("B", value));
+    EXPECT_EQ(value, "kept");
+    EXPECT_TRUE(parser.GetAssignment("b", value));
+    EXPECT_EQ(value, "1");
+
+    CommandLineParser::Argument argument;
+    EXPECT_TRUE(parser.GetOptionArgument("c", argument));
+    EXPECT_EQ(argument.GetCmdLinePosition(), 6u);
+    EXPECT_FALSE(parser.GetOptionArgument("C", argument));
+    EXPECT_TRUE(parser.GetStringArgument("a", argument));
+    EXPECT_EQ(argument.GetCmdLinePosition(), 0u);
+    EXPECT_TRUE(parser.GetAssignmentArgument("a", argument));
+    EXPECT_TRUE(argument == CommandLineParser::e_assignment && argument != CommandLineParser::e_string);
+    EXPECT_EQ(argument.Assignment().Name() + ">" + argument.Assignment().Value(), "a>x");
+
+    std::ostringstream dump;
+    parser.Parse("foo a -o -n='b c'");
+    parser.DumpLastResults(dump);
+    EXPECT_EQ(dump.str(), "Command: foo\nArgument 0: string: a\nArgument 1: option: o\nArgument 2: assign: n = b c\n");
+}
+
+TEST(CommandLineParser, IndexPastTheEndAsserts)
+{
+    CommandLineParser parser;
+    parser.Parse("foo a b");
+    parser.Parse("foo");
+    tests::ScriptedDialogs dialogs;
+    EXPECT_EQ(parser.GetArgument(0).String(), "");
+    EXPECT_EQ(dialogs.TakeTexts(), std::vector<string>{"Index out of range."});
+}
+
+TEST(CommandLineParser, ConvertsValuesOrTakesTheDefault)
+{
+    CommandLineParser parser;
+    ASSERT_TRUE(parser.Parse("foo -i=-3 -u=7 -d=2.5e3 -b=ON -p=0x1f -bad=7x -empty= -text", true));
+
+    int integer = 0;
+    EXPECT_TRUE(parser.ExtractArgumentInteger("i", integer, 9));
+    EXPECT_EQ(integer, -3);
+    EXPECT_FALSE(parser.ExtractArgumentInteger("bad", integer, 9));
+    EXPECT_EQ(integer, 9);
+    EXPECT_FALSE(parser.ExtractArgumentInteger("text", integer, 8));
+    EXPECT_EQ(integer, 8);
+
+    unsigned int uInteger = 0;
+    EXPECT_TRUE(parser.ExtractArgumentUInteger("u", uInteger, 9));
+    EXPECT_EQ(uInteger, 7u);
+    EXPECT_FALSE(parser.ExtractArgumentUInteger("empty", uInteger, 9));
+    EXPECT_EQ(uInteger, 9u);
+
+    double real = 0;
+    EXPECT_TRUE(parser.ExtractArgumentDouble("d", real, 1));
+    EXPECT_EQ(real, 2500);
+    bool boolean = false;
+    EXPECT_TRUE(parser.ExtractArgumentBool("b", boolean, false));
+    EXPECT_TRUE(boolean);
+    EXPECT_FALSE(parser.ExtractArgumentBool("u", boolean, false));
+    EXPECT_FALSE(boolean);
+    void *pointer = nullptr;
+    EXPECT_TRUE(parser.ExtractArgumentPointer("p", pointer, &parser));
+    EXPECT_EQ(pointer, reinterpret_cast<void *>(0x1f));
+    EXPECT_FALSE(parser.ExtractArgumentPointer("none", pointer, &parser));
+    EXPECT_EQ(pointer, &parser);
+}
+
+TEST(CommandLineParser, CutsPackedValues)
+{
+    CommandLineParser parser;
+    ASSERT_TRUE(parser.Parse("foo -a=1,,2 -b=,1;2:3.4 -c=1,x,3 -d=", true));
+
+    std::vector<string> pieces = {"old"};
+    EXPECT_TRUE(parser.GetPackedAssignment("a", pieces, ","));
+    EXPECT_EQ(pieces, (std::vector<string>{"1", "2"}));
+    EXPECT_TRUE(parser.GetPackedAssignment("d", pieces, ","));
+    EXPECT_TRUE(pieces.empty());
+    pieces = {"old"};
+    EXPECT_FALSE(parser.GetPackedAssignment("none", pieces, ","));
+    EXPECT_TRUE(pieces.empty());
+
+    std::vector<unsigned int> values = {9};
+    EXPECT_TRUE(parser.ExtractPackedUIntegers("b", values));
+    EXPECT_EQ(values, (std::vector<unsigned int>{1, 2, 3, 4}));
+    EXPECT_FALSE(parser.ExtractPackedUIntegers("c", values, ","));
+    EXPECT_EQ(values, (std::vector<unsigned int>{1}));
+}
+
+TEST(CommandLineParser, JoinsTheWordsOfAProgram)
+{
+    char const *words[] = {"foo", "-a=b", "c d"};
+    CommandLineParser parser;
+    EXPECT_TRUE(parser.Parse(3, words, true));
+    EXPECT_EQ(parser.GetLastCommandLine(), "foo -a=b c d ");
+    EXPECT_EQ(Describe(parser), "foo|=a=b|\"c|\"d");
+    EXPECT_FALSE(parser.Parse(0, words, false));
+}
+
+TEST(CommandLineParser, ParsesATextOfItsOwnResults)
+{
+    CommandLineParser parser;
+    ASSERT_TRUE(parser.Parse("foo 'bar -x=1 y'", true));
+    ASSERT_TRUE(parser.Parse(parser.GetArgument(0).String(), true));
+    EXPECT_EQ(Describe(parser), "bar|=x=1|\"y");
+    ASSERT_TRUE(parser.Parse(parser.GetLastCommandLine(), true));
+    EXPECT_EQ(Describe(parser), "bar|=x=1|\"y");
+    parser.ClearAll();
+    EXPECT_EQ(parser.GetLastCommandLine() + Describe(parser), "");
+}
+
+TEST(CommandLineParser, QuotingBringsAnyBytesThrough)
+{
+    std::minstd_rand random(7);
+    CommandLineParser parser;
+    for (int round = 0; round < 200; ++round)
+    {
+        string text;
+        for (auto length = random() % 40; length != 0; --length)
+            text += random() % 3 == 0 ? "'$ -=\t"[random() % 6] : static_cast<char>(random());
+        string quoted;
+        for (char const c : text)
+            quoted += c == '\'' || c == '$' ? string("$") + c : string(1, c);
+        ASSERT_TRUE(parser.Parse("foo -v='" + quoted + "' '" + quoted + "'", true));
+        ASSERT_EQ(parser.GetNumArguments(), 2u);
+        EXPECT_EQ(parser.GetArgument(0).Assignment().Value(), text);
+        EXPECT_EQ(parser.GetArgument(1).String(), text);
+    }
+}
+
+TEST(CommandLineParser, TakesHugeLines)
+{
+    constexpr std::size_t size = 1 << 20;
+    CommandLineParser parser;
+    EXPECT_TRUE(parser.Parse("foo " + string(size, 'x'), true));
+    EXPECT_EQ(parser.GetArgument(0).String().size(), size);
+    string many = "foo";
+    for (std::size_t i = 0; i < size / 3; ++i)
+        many += " -a";
+    EXPECT_TRUE(parser.Parse(many, true));
+    EXPECT_EQ(parser.GetNumArguments(), size / 3);
+    EXPECT_FALSE(parser.Parse("foo '" + string(size, '$'), false));
+    EXPECT_FALSE(parser.Parse(string(size, ' '), false));
+}
+
+} // namespace
+} // namespace quillmarsh
