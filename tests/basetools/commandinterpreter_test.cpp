@@ -1,0 +1,91 @@
+#include <quillmarsh/basetools/command.h>
+#include <quillmarsh/basetools/commandinterpreter.h>
+
+#include "tests/support/scripted_dialogs.h"
+
+#include <gtest/gtest.h>
+
+#include <sstream>
+
+namespace quillmarsh
+{
+
+class NamelessCmd : public Command
+{
+public:
+    bool ParseAndExecute(ostream &, CommandLineParser const &, string const &) override { return true; }
+    void DumpHelp(ostream &, CommandLineParser const &) override {}
+};
+
+namespace
+{
+
+/// Knows the line "good" only.
+class PickyInterpreter : public CommandInterpreter
+{
+public:
+    bool InterpretCommandLine(string const &line, ostream &out) override
+    {
+        out << '<' << line << '>';
+        return line == "good";
+    }
+};
+
+TEST(Command, EmptyNameAssertsAndBecomesTheClassName)
+{
+    NamelessCmd command;
+    EXPECT_EQ(command.GetName() + "," + command.GetDefaultName() + "," + command.GetShortDesc(), "command,command,");
+    command.SetName("mine");
+    command.SetDefaultName("default");
+    EXPECT_EQ(command.GetName(), "default");
+
+    tests::ScriptedDialogs dialogs;
+    command.SetName("");
+    EXPECT_EQ(command.GetName(), "NamelessCmd");
+    EXPECT_EQ(command.GetDefaultName(), "default");
+    EXPECT_EQ(dialogs.TakeTexts(), std::vector<string>{"Using empty-string for command-name."});
+    command.SetName("mine");
+    command.SetDefaultName("");
+    EXPECT_EQ(command.GetName() + "," + command.GetDefaultName(), "NamelessCmd,NamelessCmd");
+    EXPECT_EQ(dialogs.TakeTexts(), std::vector<string>{"Using empty-string for default-command-name."});
+}
+
+TEST(CommandInterpreter, ScriptEchoesCountsAndStops)
+{
+    struct Case
+    {
+        char const *script;
+        bool stopOnError;
+        unsigned int result;
+        char const *output;
+    };
+    constexpr Case cases[] = {
+        {"", true, 0, ""},
+        {"good\n", false, 0, "good\n<good>"},
+        {"bad\ngood\nbad", false, 2, "bad\n<bad>good\n<good>bad\n<bad>"},
+        {"good\ngood\nbad\ngood", true, 3, "good\n<good>good\n<good>bad\n<bad>"},
+        {"good\n\ngood", true, 2, "good\n<good>\n<>"},
+    };
+    PickyInterpreter interpreter;
+    for (Case const &c : cases)
+    {
+        std::ostringstream out;
+        EXPECT_EQ(interpreter.InterpretScript(out, c.script, c.stopOnError), c.result) << c.script;
+        EXPECT_EQ(out.str(), c.output);
+    }
+}
+
+TEST(CommandInterpreter, NullInterpreterKnowsNothing)
+{
+    CommandInterpreter interpreter;
+    std::ostringstream out;
+    string completed = "kept";
+    EXPECT_EQ(interpreter.GetInterpreterDesc(), "Null-interpreter");
+    EXPECT_FALSE(interpreter.InterpretCommandLine("help", out));
+    EXPECT_FALSE(interpreter.CompleteCommandLine("he", completed, out));
+    EXPECT_EQ(completed, "kept");
+    EXPECT_EQ(out.str(), "Command not recognized.\n");
+}
+
+} // namespace
+} // namespace quillmarsh
