@@ -1,0 +1,213 @@
+#include <quillmarsh/basetools/filesystem.h>
+
+#include <quillmarsh/basetools/texttools.h>
+
+#include "source/basetools/pathrules.h"
+
+#include <gtest/gtest.h>
+
+namespace quillmarsh::file_system
+{
+namespace
+{
+
+constexpr PathRules const &s_win = s_windowsPathRules;
+constexpr PathRules const &s_unix = s_unixPathRules;
+
+struct NameSplit
+{
+    PathRules const &rules;
+    string full, path, base, extension;
+};
+
+TEST(PathRules, FileNameIsCutInThree)
+{
+    NameSplit const splits[] = {
+        {s_win, "a.tar.gz", "", "a.tar", "gz"},
+        {s_win, ".profile", "", ".profile", ""},
+        {s_win, "name.", "", "name.", ""},
+        {s_win, "a.b.", "", "a.b.", ""},
+        {s_win, "..a", "", ".", "a"},
+        {s_win, "c:\\dir.d\\file", "c:\\dir.d\\", "file", ""},
+        {s_win, "c:\\dir\\", "c:\\dir\\", "", ""},
+        {s_win, "dir/file.x", "", "dir/file", "x"},
+        {s_win, "", "", "", ""},
+        {s_unix, "/usr/lib/libm.so", "/usr/lib/", "libm", "so"},
+        {s_unix, "/.so", "/", ".so", ""},
+    };
+    for (NameSplit const &split : splits)
+    {
+        string path = "old";
+        string base = "old";
+        string extension = "old";
+        SplitFileName(split.rules, split.full, path, base, extension);
+        EXPECT_EQ(path, split.path) << split.full;
+        EXPECT_EQ(base, split.base) << split.full;
+        EXPECT_EQ(extension, split.extension) << split.full;
+    }
+    string name = "\\a\\b.c";
+    string base;
+    string extension;
+    SplitFileName(s_win, name, name, base, extension);
+    EXPECT_EQ(name + "|" + base + "|" + extension, "\\a\\|b|c");
+}
+
+TEST(PathRules, PathIsCutInPieces)
+{
+    std::vector<string> const two = {"c:", "a"};
+    for (string const name : {"c:\\a", "c:\\\\a", "\\c:\\a\\", "\\\\c:\\\\\\a\\\\"})
+    {
+        std::vector<string> pieces = {"old"};
+        SplitPathName(s_win, name, pieces);
+        EXPECT_EQ(pieces, two) << name;
+    }
+    std::vector<string> pieces = two;
+    SplitPathName(s_win, "\\\\", pieces);
+    EXPECT_TRUE(pieces.empty());
+}
+
+TEST(PathRules, AbsoluteNames)
+{
+    for (string const name : {"\\", "\\a", "c:a", "c:", "c:\\a", "?:"})
+        EXPECT_TRUE(IsAbsolutePathName(s_win, name)) << name;
+    for (string const name : {"", "c", "a\\", ".\\a", "ab:c", "/a"})
+        EXPECT_FALSE(IsAbsolutePathName(s_win, name)) << name;
+    EXPECT_TRUE(IsAbsolutePathName(s_unix, "/"));
+    EXPECT_FALSE(IsAbsolutePathName(s_unix, "c:/a"));
+    EXPECT_FALSE(IsAbsolutePathName(s_unix, string("a\0b", 3)));
+}
+
+struct Expansion
+{
+    PathRules const &rules;
+    string in;
+    bool succeeds;
+    string out, outWithSeparator;
+};
+
+TEST(PathRules, DotsAreResolved)
+{
+    Expansion const expansions[] = {
+        {s_win, "a\\..\\b", true, "b", "b\\"},
+        {s_win, ".\\a\\.\\\\b\\", true, "a\\b", "a\\b\\"},
+        {s_win, "c:\\a\\..\\b", true, "c:\\b", "c:\\b\\"},
+        {s_win, "c:\\a\\..", true, "c:", "c:\\"},
+        {s_win, "\\a\\b", true, "a\\b", "a\\b\\"},
+        {s_win, "a\\..", true, "", ""},
+        {s_win, "..", false, "", ""},
+        {s_win, "..\\a", false, "", ""},
+        {s_win, "a\\..\\..\\b", false, "", ""},
+        {s_win, "c:\\..", false, "", ""},
+        {s_win, "c:\\a\\..\\..", false, "", ""},
+        {s_win, "\\a\\..", false, "", ""},
+        {s_win, "", true, "", ""},
+        {s_unix, "/a/./b/../c", true, "/a/c", "/a/c/"},
+        {s_unix, "//a", true, "/a", "/a/"},
+        {s_unix, "/a/..", true, "/", "/"},
+        {s_unix, "/", true, "/", "/"},
+        {s_unix, "/..", false, "", ""},
+        {s_unix, "/a/../..", false, "", ""},
+        {s_unix, "a/../b", true, "b", "b/"},
+        {s_unix, "../a", false, "", ""},
+        {s_unix, "...", true, "...", ".../"},
+    };
+    for (Expansion const &expansion : expansions)
+    {
+        string out = "old";
+        EXPECT_EQ(ExpandPathName(expansion.rules, expansion.in, out, false), expansion.succeeds) << expansion.in;
+        EXPECT_EQ(out, expansion.out) << expansion.in;
+        out = expansion.in;
+        EXPECT_EQ(ExpandPathName(expansion.rules, out, out, true), expansion.succeeds) << expansion.in;
+        EXPECT_EQ(out, expansion.outWithSeparator) << expansion.in;
+    }
+}
+
+TEST(PathRules, TrailingSeparators)
+{
+    struct Names
+    {
+        PathRules const &rules;
+        string name, removed, forced, directory;
+    };
+    Names const names[] = {
+        {s_win, "a", "a", "a\\", "a"},           {s_win, "a\\", "a", "a\\", "a"},
+        {s_win, "a\\\\", "a\\", "a\\\\", "a\\"}, {s_win, "c:\\", "c:", "c:\\", "c:\\"},
+        {s_win, "\\", "", "\\", "\\"},           {s_unix, "/", "/", "/", "/"},
+        {s_unix, "/a/", "/a", "/a/", "/a"},      {s_unix, "c:/", "c:", "c:/", "c:"},
+    };
+    for (Names const &row : names)
+    {
+        string name = row.name;
+        RemoveTrailingPathSeparator(row.rules, name);
+        EXPECT_EQ(name, row.removed);
+        name = row.name;
+        ForceTrailingPathSeparator(row.rules, name);
+        EXPECT_EQ(name, row.forced);
+        name = row.name;
+        ApplyTrailingPathSeparator(row.rules, name, false);
+        EXPECT_EQ(name, row.directory);
+    }
+}
+
+TEST(PathRules, FullNameBeginsWithTheDirectoryUnlessAbsolute)
+{
+    auto const full = [](PathRules const &rules, string const &directory, string name, bool trailing)
+    {
+        ForceFullPathName(rules, directory, name, trailing);
+        return name;
+    };
+    EXPECT_EQ(full(s_win, "c:\\dir", "a\\b", false), "c:\\dir\\a\\b");
+    EXPECT_EQ(full(s_win, "c:\\", "a", true), "c:\\a\\");
+    EXPECT_EQ(full(s_win, "c:\\dir", "d:a", true), "d:a\\");
+    EXPECT_EQ(full(s_win, "c:\\dir", "", false), "c:\\dir");
+    EXPECT_EQ(full(s_unix, "/", "a", false), "/a");
+    EXPECT_EQ(full(s_unix, "/dir", "/a", false), "/a");
+}
+
+TEST(PathRules, WideNamesHaveThePrefix)
+{
+    wstring wide;
+    wstring expected;
+    string name;
+    ASSERT_TRUE(AsciiToUnicode("\\\\?\\c:\\\xc3\xa4", expected));
+    ASSERT_TRUE(ConvertPathName(s_win, "c:\\\xc3\xa4", wide));
+    EXPECT_TRUE(wide == expected);
+    ASSERT_TRUE(ConvertPathName(s_win, wide, name));
+    EXPECT_EQ(name, "c:\\\xc3\xa4");
+    ASSERT_TRUE(ConvertPathName(s_unix, "/\xc3\xa4", wide));
+    EXPECT_EQ(wide.size(), 2u);
+    ASSERT_TRUE(ConvertPathName(s_win, wide, name));
+    EXPECT_EQ(name, "/\xc3\xa4");
+
+    EXPECT_FALSE(ConvertPathName(s_win, "bad\xff", wide));
+    EXPECT_TRUE(wide.empty());
+    EXPECT_FALSE(ConvertPathName(s_win, wstring(1, 0xd800), name));
+    EXPECT_EQ(name, "");
+}
+
+TEST(PathRules, DirectoryNamesOfTwoCharactersAreDrives)
+{
+    struct Lookup
+    {
+        PathRules const &rules;
+        string name;
+        bool succeeds;
+        string lookupName;
+    };
+    Lookup const lookups[] = {
+        {s_win, "c:", true, "c:\\*"}, {s_win, "Z:\\", true, "Z:\\*"}, {s_win, "1:", false, ""},
+        {s_win, "ab", false, ""},     {s_win, "ab\\", false, ""},     {s_win, "abc\\", true, "abc"},
+        {s_win, "a", true, "a"},      {s_win, "a*b", false, ""},      {s_win, "a?b", false, ""},
+        {s_win, "", false, ""},       {s_unix, "ab", false, ""},      {s_unix, "c:", false, ""},
+        {s_unix, "/a", true, "/a"},   {s_unix, "/a/", true, "/a"},    {s_unix, "/", true, "/"},
+    };
+    for (Lookup const &lookup : lookups)
+    {
+        string lookupName = "old";
+        EXPECT_EQ(MakeDirectoryLookupName(lookup.rules, lookup.name, lookupName), lookup.succeeds) << lookup.name;
+        EXPECT_EQ(lookupName, lookup.lookupName);
+    }
+}
+
+} // namespace
+} // namespace quillmarsh::file_system
