@@ -1,0 +1,197 @@
+#include "source/platform/desktop.h"
+
+#include "source/platform/linux/sdlvideo.h"
+
+#include <SDL.h>
+#include <fontconfig/fontconfig.h>
+
+#include <iterator>
+#include <map>
+
+namespace quillmarsh::platform
+{
+namespace
+{
+
+using win_utils::eStockCursor;
+using win_utils::eSystemColor;
+
+constexpr int s_firstDisplay = 0;
+
+struct ColorRow
+{
+    eSystemColor color;
+    color4b value;
+};
+
+constexpr ColorRow s_systemColors[] = {
+    {eSystemColor::e_desktop, color4b(58, 110, 165, 255)},
+    {eSystemColor::e_window, color4b(255, 255, 255, 255)},
+    {eSystemColor::e_windowFrame, color4b(100, 100, 100, 255)},
+    {eSystemColor::e_windowText, color4b(0, 0, 0, 255)},
+    {eSystemColor::e_highlight, color4b(53, 132, 228, 255)},
+    {eSystemColor::e_highlightText, color4b(255, 255, 255, 255)},
+    {eSystemColor::e_grayText, color4b(109, 109, 109, 255)},
+    {eSystemColor::e_buttonFace, color4b(240, 240, 240, 255)},
+    {eSystemColor::e_buttonShadow, color4b(160, 160, 160, 255)},
+    {eSystemColor::e_buttonHighlight, color4b(255, 255, 255, 255)},
+    {eSystemColor::e_buttonText, color4b(0, 0, 0, 255)},
+    {eSystemColor::e_activeCaption, color4b(153, 180, 209, 255)},
+    {eSystemColor::e_activeCaptionText, color4b(0, 0, 0, 255)},
+    {eSystemColor::e_inactiveCaption, color4b(191, 205, 219, 255)},
+    {eSystemColor::e_inactiveCaptionText, color4b(67, 78, 84, 255)},
+    {eSystemColor::e_scrollBar, color4b(200, 200, 200, 255)},
+    {eSystemColor::e_infoBackground, color4b(255, 255, 225, 255)},
+    {eSystemColor::e_infoText, color4b(0, 0, 0, 255)},
+};
+
+struct CursorRow
+{
+    eStockCursor cursor;
+    SDL_SystemCursor system;
+};
+
+constexpr CursorRow s_systemCursors[] = {
+    {eStockCursor::e_arrow, SDL_SYSTEM_CURSOR_ARROW},
+    {eStockCursor::e_iBeam, SDL_SYSTEM_CURSOR_IBEAM},
+    {eStockCursor::e_wait, SDL_SYSTEM_CURSOR_WAIT},
+    {eStockCursor::e_appStarting, SDL_SYSTEM_CURSOR_WAITARROW},
+    {eStockCursor::e_cross, SDL_SYSTEM_CURSOR_CROSSHAIR},
+    {eStockCursor::e_hand, SDL_SYSTEM_CURSOR_HAND},
+    {eStockCursor::e_no, SDL_SYSTEM_CURSOR_NO},
+    {eStockCursor::e_sizeAll, SDL_SYSTEM_CURSOR_SIZEALL},
+    {eStockCursor::e_sizeNorthSouth, SDL_SYSTEM_CURSOR_SIZENS},
+    {eStockCursor::e_sizeWestEast, SDL_SYSTEM_CURSOR_SIZEWE},
+    {eStockCursor::e_sizeNorthWestSouthEast, SDL_SYSTEM_CURSOR_SIZENWSE},
+    {eStockCursor::e_sizeNorthEastSouthWest, SDL_SYSTEM_CURSOR_SIZENESW},
+};
+
+/// Set while the cursors made so far are good. SDL_Quit frees them, and takes all hints back with them.
+constexpr char const *s_cursorsAreGood = "QUILLMARSH_CURSORS_ARE_GOOD";
+
+HCURSOR GetCursor(SDL_SystemCursor system)
+{
+    static std::map<SDL_SystemCursor, SDL_Cursor *> cursors;
+
+    SdlVideoSentry video;
+    if (!video.IsStarted())
+        return nullptr;
+    bool const areGood = SDL_GetHint(s_cursorsAreGood) != nullptr;
+    if (!areGood)
+        cursors.clear();
+    SDL_Cursor *&cursor = cursors[system];
+    if (!cursor)
+        cursor = SDL_CreateSystemCursor(system);
+    if (cursor && !areGood)
+    {
+        video.KeepRunning();
+        SDL_SetHint(s_cursorsAreGood, "1");
+    }
+    return reinterpret_cast<HCURSOR>(cursor);
+}
+
+} // namespace
+
+bool ReadWorkArea(Area &area)
+{
+    SdlVideoSentry const video;
+    SDL_Rect bounds;
+    if (!video.IsStarted() || SDL_GetDisplayUsableBounds(s_firstDisplay, &bounds) != 0)
+        return false;
+    area = {bounds.x, bounds.y, bounds.x + bounds.w, bounds.y + bounds.h};
+    return true;
+}
+
+bool ReadDisplayMode(DisplayMode &mode)
+{
+    SdlVideoSentry const video;
+    SDL_DisplayMode found;
+    if (!video.IsStarted() || SDL_GetDesktopDisplayMode(s_firstDisplay, &found) != 0)
+        return false;
+    // Formats of 24 bits take 32 on the display.
+    unsigned int const bits = SDL_BITSPERPIXEL(found.format);
+    mode.width = static_cast<unsigned int>(found.w);
+    mode.height = static_cast<unsigned int>(found.h);
+    mode.bitsPerPixel = bits == 24 ? 32 : bits;
+    mode.frequency = static_cast<unsigned int>(found.refresh_rate);
+    return true;
+}
+
+bool ReadDisplayMode(_devicemodeA &mode)
+{
+    mode = {};
+    mode.dmSize = sizeof(mode);
+    DisplayMode found;
+    if (!ReadDisplayMode(found))
+        return false;
+    constexpr unsigned int s_fieldsWritten = 0x40000 | 0x80000 | 0x100000 | 0x400000;
+    mode.dmFields = s_fieldsWritten;
+    mode.dmPelsWidth = found.width;
+    mode.dmPelsHeight = found.height;
+    mode.dmBitsPerPel = found.bitsPerPixel;
+    mode.dmDisplayFrequency = found.frequency;
+    return true;
+}
+
+color4b ReadSystemColor(eSystemColor color)
+{
+    for (ColorRow const &row : s_systemColors)
+    {
+        if (row.color == color)
+            return row.value;
+    }
+    return color4b(0, 0, 0, 255);
+}
+
+HCURSOR LoadSystemCursor(eStockCursor cursor)
+{
+    for (CursorRow const &row : s_systemCursors)
+    {
+        if (row.cursor == cursor)
+            return GetCursor(row.system);
+    }
+    return nullptr;
+}
+
+bool ReadFontFamilyNames(std::vector<string> &names)
+{
+    // A configuration of our own: the one that the program may be using stays as it is.
+    std::unique_ptr<FcConfig, decltype(&FcConfigDestroy)> const config(FcInitLoadConfigAndFonts(), &FcConfigDestroy);
+    std::unique_ptr<FcPattern, decltype(&FcPatternDestroy)> const pattern(FcPatternCreate(), &FcPatternDestroy);
+    std::unique_ptr<FcObjectSet, decltype(&FcObjectSetDestroy)> const objects(
+        FcObjectSetBuild(FC_FAMILY, static_cast<char *>(nullptr)), &FcObjectSetDestroy);
+    if (!config || !pattern || !objects)
+        return false;
+    std::unique_ptr<FcFontSet, decltype(&FcFontSetDestroy)> const fonts(
+        FcFontList(config.get(), pattern.get(), objects.get()), &FcFontSetDestroy);
+    if (!fonts)
+        return false;
+    for (int i = 0; i < fonts->nfont; ++i)
+    {
+        FcChar8 *family = nullptr;
+        if (FcPatternGetString(fonts->fonts[i], FC_FAMILY, 0, &family) == FcResultMatch && family)
+            names.emplace_back(reinterpret_cast<char const *>(family));
+    }
+    return true;
+}
+
+bool StartDrawing(std::uintptr_t &)
+{
+    return true;
+}
+
+void StopDrawing(std::uintptr_t) {}
+
+bool StartComponents()
+{
+    return true;
+}
+
+void StopComponents() {}
+
+void ReleaseComponent(IUnknown &component)
+{
+    component.Release();
+}
+
+} // namespace quillmarsh::platform
