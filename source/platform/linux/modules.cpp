@@ -1,0 +1,41 @@
+#include "source/platform/modules.h"
+
+#include <quillmarsh/basetools/texttools.h>
+
+#include <dlfcn.h>
+
+namespace quillmarsh::platform
+{
+
+HINSTANCE OpenModule(string const &fileName, string &error)
+{
+    error.clear();
+    // An empty name would stand for the program itself.
+    if (fileName.empty() || fileName.find('\0') != string::npos)
+    {
+        error = "The name of the file is empty or broken.";
+        return nullptr;
+    }
+    // All symbols are bound at once: a plug-in that lacks one is refused here, and not in the middle of a frame.
+    void *const module = dlopen(fileName.c_str(), RTLD_NOW | RTLD_LOCAL);
+    if (!module)
+    {
+        char const *const reason = dlerror();
+        error = reason ? reason : "unknown reason";
+        if (!MatchPrefix(error, fileName))
+            error.insert(0, fileName + ": ");
+    }
+    return static_cast<HINSTANCE>(module);
+}
+
+bool CloseModule(HINSTANCE module)
+{
+    return dlclose(module) == 0;
+}
+
+void *FindModuleSymbol(HINSTANCE module, string const &symbol)
+{
+    return dlsym(module, symbol.c_str());
+}
+
+} // namespace quillmarsh::platform

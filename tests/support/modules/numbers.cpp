@@ -1,0 +1,19 @@
+// Module that tests load: it keeps a number for as long as it stays loaded.
+#include <quillmarsh/platform/api.h>
+
+namespace
+{
+
+int s_number = 0;
+
+} // namespace
+
+QUILLMARSH_PLUGIN_EXPORT int TestGetNumber()
+{
+    return s_number;
+}
+
+QUILLMARSH_PLUGIN_EXPORT void TestSetNumber(int number)
+{
+    s_number = number;
+}
