@@ -22,7 +22,6 @@ using HCURSOR = HICON;
 using HINSTANCE = HINSTANCE__ *;
 using HANDLE = void *;
 
-/// Root namespace of the library.
 // Records that the operating system publishes, for systems that do not define them.
 #ifndef GUID_DEFINED
 #define GUID_DEFINED
@@ -42,9 +41,21 @@ using GUID = _GUID;
 #endif
 
 #if defined(_WIN32)
+union _LARGE_INTEGER;
 struct _devicemodeA;
 struct IUnknown;
 #else
+/// 64-bit integer that can be taken by halves.
+union _LARGE_INTEGER
+{
+    __extension__ struct
+    {
+        unsigned int LowPart;
+        int HighPart;
+    };
+    long long QuadPart;
+};
+
 /// Position of a display on the desktop.
 struct _POINTL
 {
@@ -100,7 +111,9 @@ protected:
     ~IUnknown() = default;
 };
 #endif
+using LARGE_INTEGER = _LARGE_INTEGER;
 
+/// Root namespace of the library.
 namespace quillmarsh
 {
 
