@@ -32,7 +32,7 @@ public:
     VariableProxy const &GetVariable(unsigned int index) const;
 
     /// Sets each variable from its own text: what was changed behind the back of a range-checked proxy comes back into
-    /// its range, and every observer is told.
+    /// its range, and every observer is told. A real number is rounded to the digits of its text.
     void ForceValueRanges();
 
 private:

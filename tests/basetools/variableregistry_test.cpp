@@ -1,0 +1,185 @@
+#include <quillmarsh/basetools/variableregistry.h>
+
+#include "tests/support/scripted_dialogs.h"
+
+#include <gtest/gtest.h>
+
+#include <limits>
+
+namespace quillmarsh
+{
+namespace
+{
+
+/// Notes name and value of every change that it hears of.
+class Listener : public VariableProxy::Observer
+{
+public:
+    void OnValueChanged(VariableProxy const &proxy) override
+    {
+        heard_ += proxy.GetName() + "=" + proxy.GetValueString() + ";";
+    }
+
+    string Take() { return std::exchange(heard_, string()); }
+
+private:
+    string heard_;
+};
+
+class VariableProxyTest : public testing::Test
+{
+protected:
+    VariableProxyTest() { VariableProxy::SetGlobalObserver(&global_); }
+    ~VariableProxyTest() override { VariableProxy::SetGlobalObserver(nullptr); }
+
+    Listener global_;
+    Listener own_;
+};
+
+TEST_F(VariableProxyTest, TextGoesBothWaysForEachType)
+{
+    void *pointer = nullptr;
+    bool boolean = false;
+    int integer = 0;
+    unsigned int uInteger = 0;
+    float real = 0;
+    double wideReal = 0;
+    string text;
+    VariableProxyVoidPointer const pointerProxy(&pointer);
+    VariableProxyBool const boolProxy(&boolean);
+    VariableProxyInt const intProxy(&integer);
+    VariableProxyUInt const uIntProxy(&uInteger);
+    VariableProxyFloat const floatProxy(&real);
+    VariableProxyDouble const doubleProxy(&wideReal);
+    VariableProxyString const stringProxy(&text);
+    VariableProxyRangeCheckedDouble const rangeProxy(&wideReal, -0.5, 1);
+
+    string const bytes("a b\0\xff ", 6);
+    struct Case
+    {
+        VariableProxy const &proxy;
+        string text;
+        char const *typeName;
+    };
+    Case const cases[] = {
+        {pointerProxy, "0x1f00", "void*"}, {boolProxy, "true", "bool"},    {intProxy, "-7", "int"},
+        {uIntProxy, "7", "unsigned int"},  {floatProxy, "0.25", "float"},  {doubleProxy, "1e+100", "double"},
+        {stringProxy, bytes, "string"},    {rangeProxy, "0.75", "double"},
+    };
+    for (Case const &c : cases)
+    {
+        AutoPtr<VariableProxy> const clone(c.proxy.Clone());
+        EXPECT_EQ(typeid(*clone), typeid(c.proxy));
+        clone->SetValueFromString(c.text);
+        EXPECT_EQ(c.proxy.GetValueString(), c.text);
+        EXPECT_EQ(c.proxy.GetTargetTypeName(), c.typeName);
+    }
+    EXPECT_EQ(intProxy.GetTargetObjectName(), FormatObjectName("int", &integer));
+    EXPECT_EQ(intProxy.GetTargetRestrictions(), "");
+    EXPECT_EQ(rangeProxy.GetTargetRestrictions(), "range=[-0.5, 1]");
+}
+
+TEST_F(VariableProxyTest, WithoutAVariableNothingHappens)
+{
+    VariableProxyInt proxy(nullptr, "name", "what it is", true, &own_);
+    VariableProxyRangeCheckedInt ranged(nullptr, 0, 10, "name", "", false, &own_);
+    proxy.SetValue(3);
+    proxy.SetValueFromString("3");
+    ranged.SetValue(3);
+    ranged.SetValueFromString("3");
+    EXPECT_EQ(proxy.GetValueString() + "," + proxy.GetTargetObjectName(), "Unknown,NA");
+    EXPECT_EQ(own_.Take() + global_.Take(), "");
+}
+
+TEST_F(VariableProxyTest, OwnObserverKeepsTheGlobalOneOut)
+{
+    int value = 1;
+    VariableProxyInt proxy(&value, "v", "d", true, &own_);
+    proxy.SetValue(2);
+    proxy.SetValueFromString("x");
+    EXPECT_EQ(own_.Take(), "v=2;v=2;");
+    EXPECT_EQ(global_.Take(), "");
+
+    AutoPtr<VariableProxy> const clone(proxy.Clone());
+    EXPECT_TRUE(clone->IsDeveloperModeOnly());
+    EXPECT_EQ(clone->GetVarDescription(), "d");
+    EXPECT_EQ(clone->GetObserver(), &own_);
+    clone->SetObserver(nullptr);
+    clone->SetValueFromString("3");
+    EXPECT_EQ(global_.Take(), "v=3;");
+    VariableProxy::SetGlobalObserver(nullptr);
+    clone->SetValueFromString("4");
+    EXPECT_EQ(value, 4);
+    EXPECT_EQ(own_.Take() + global_.Take(), "");
+}
+
+TEST_F(VariableProxyTest, RangeHoldsForTextAndValue)
+{
+    struct Case
+    {
+        int minimum, maximum;
+        char const *text;
+        int result;
+    };
+    constexpr Case cases[] = {
+        {0, 10, "15", 10}, {0, 10, "-3", 0},  {0, 10, "5", 5}, {0, 10, "x", 7},  {0, 10, "10", 10},
+        {0, 5, "x", 5},    {10, 0, "-1", 10}, {10, 0, "0", 0}, {10, 0, "20", 0},
+    };
+    for (Case const &c : cases)
+    {
+        int value = 7;
+        VariableProxyRangeCheckedInt proxy(&value, c.minimum, c.maximum, "v", "", false, &own_);
+        proxy.SetValueFromString(c.text);
+        EXPECT_EQ(value, c.result) << c.text;
+        EXPECT_EQ(own_.Take(), "v=" + std::to_string(c.result) + ";");
+    }
+    float real = std::numeric_limits<float>::infinity();
+    VariableProxyRangeCheckedFloat(&real, -1, 1).SetValue(real);
+    EXPECT_EQ(real, 1);
+}
+
+TEST_F(VariableProxyTest, RegistryKeepsClonesInOrderOfNames)
+{
+    int first = 1;
+    int second = 2;
+    VariableRegistry registry("variables");
+    EXPECT_EQ(registry.GetName(), "variables");
+    VariableProxyInt proxy(&first, "b");
+    EXPECT_TRUE(registry.RegisterVariable(proxy));
+    EXPECT_FALSE(registry.RegisterVariable(VariableProxyInt(&second, "b")));
+    proxy.SetName("later");
+    EXPECT_TRUE(registry.RegisterVariable(VariableProxyInt(&second, "a")));
+    EXPECT_TRUE(registry.RegisterVariable(VariableProxyInt(&second, "B")));
+    EXPECT_TRUE(registry.RegisterVariable(VariableProxyInt(&second, "\xe4")));
+
+    string names;
+    for (unsigned int i = 0; i < registry.GetNumVariables(); ++i)
+        names += registry.GetVariable(i).GetName() + " ";
+    EXPECT_EQ(names, "B a b \xe4 ");
+    EXPECT_EQ(registry.GetVariable("b")->GetValueString(), "1");
+    EXPECT_EQ(registry.GetVariable("later"), nullptr);
+
+    registry.UnregisterVariable("unknown");
+    registry.UnregisterVariable(registry.GetVariable(1).GetName());
+    EXPECT_EQ(registry.GetVariable("a"), nullptr);
+    EXPECT_EQ(registry.GetNumVariables(), 3u);
+    registry.UnregisterAllVariables();
+    EXPECT_EQ(registry.GetNumVariables(), 0u);
+}
+
+TEST_F(VariableProxyTest, ForcingRangesTellsEveryObserver)
+{
+    int ranged = 5;
+    string text = "as it is ";
+    VariableRegistry registry;
+    registry.RegisterVariable(VariableProxyRangeCheckedInt(&ranged, 0, 10, "r", "", false, &own_));
+    registry.RegisterVariable(VariableProxyString(&text, "t"));
+    ranged = 99;
+    registry.ForceValueRanges();
+    EXPECT_EQ(ranged, 10);
+    EXPECT_EQ(own_.Take(), "r=10;");
+    EXPECT_EQ(global_.Take(), "t=as it is ;");
+}
+
+} // namespace
+} // namespace quillmarsh
