@@ -79,8 +79,6 @@ public:
     /// @}
 
 private:
-    void CheckType(eValueType wanted) const;
-
     union Value
     {
         double real = 0;
