@@ -103,19 +103,23 @@ void StoreElement(T *element, T value)
 /// Steps of an array with two or three dimensions, in bytes and outermost first. They may be negative.
 struct Strides2D
 {
-    std::ptrdiff_t outer, inner; ///< from row to row, and from column to column
+    std::ptrdiff_t outer; ///< from row to row
+    std::ptrdiff_t inner; ///< from column to column
 };
 
 /// The same with three dimensions.
 struct Strides3D
 {
-    std::ptrdiff_t outer, middle, inner; ///< from layer to layer, row to row, and column to column
+    std::ptrdiff_t outer;  ///< from layer to layer
+    std::ptrdiff_t middle; ///< from row to row
+    std::ptrdiff_t inner;  ///< from column to column
 };
 
-/// The bodies of the loops; each traverses one dimension and calls `step` at each of its places.
+/// What the loops are made of.
 namespace loops
 {
 
+/// Traverses one dimension, and calls `step` with each of its places.
 template<typename Processor, typename Step>
 void Traverse(Processor &processor, unsigned int dimension, std::size_t count, unsigned char *dst,
               std::ptrdiff_t dstStride, Step step)
@@ -226,6 +230,7 @@ template<typename T>
 class Copy_N final : public ElementProcessorDstSrc<T, T const>
 {
 public:
+    /// Copies so many.
     explicit Copy_N(unsigned int n) : n_(n) {}
     void Process(T *dst, T const *src) override
     {
@@ -242,6 +247,7 @@ template<typename T>
 class Swap_N final : public ElementProcessorDstSrc<T, T>
 {
 public:
+    /// Exchanges so many.
     explicit Swap_N(unsigned int n) : n_(n) {}
     void Process(T *dst, T *src) override
     {
@@ -298,6 +304,7 @@ template<typename T>
 class Process_FlipOrderN final : public ElementProcessorInplace<T>
 {
 public:
+    /// Reverses so many.
     explicit Process_FlipOrderN(unsigned int n) : n_(n) {}
     void Process(T *element) override
     {
@@ -314,6 +321,7 @@ template<typename T>
 class Process_Swap1 final : public ElementProcessorInplace<T>
 {
 public:
+    /// In units from the element.
     explicit Process_Swap1(unsigned int offset) : offset_(offset) {}
     void Process(T *element) override { std::swap(element[0], element[offset_]); }
 
@@ -326,6 +334,7 @@ template<typename T>
 class Process_Fill1 final : public ElementProcessorInplace<T>
 {
 public:
+    /// Sets this value.
     explicit Process_Fill1(T value) : value_(value) {}
     void Process(T *element) override { element[0] = value_; }
 
@@ -338,6 +347,7 @@ template<typename T>
 class Process_Fill3 final : public ElementProcessorInplace<T>
 {
 public:
+    /// Sets these values, in this order.
     Process_Fill3(T b0, T b1, T b2) : values_{b0, b1, b2} {}
     void Process(T *element) override
     {
@@ -354,6 +364,7 @@ template<typename T>
 class Process_FillN final : public ElementProcessorInplace<T>
 {
 public:
+    /// Sets so many to this value.
     Process_FillN(unsigned int n, T value) : n_(n), value_(value) {}
     void Process(T *element) override
     {
@@ -375,6 +386,7 @@ template<typename T>
 class Process_HighPassFilter final : public ElementProcessorInplace<T>
 {
 public:
+    /// Takes the threshold, and what is put in place.
     Process_HighPassFilter(T threshold, T onEqual, T onBelow)
         : threshold_(threshold),
           onEqual_(onEqual),
@@ -396,6 +408,7 @@ template<typename T>
 class Process_LowPassFilter final : public ElementProcessorInplace<T>
 {
 public:
+    /// Takes the threshold, and what is put in place.
     Process_LowPassFilter(T threshold, T onEqual, T onAbove)
         : threshold_(threshold),
           onEqual_(onEqual),
@@ -417,6 +430,7 @@ template<typename T>
 class Process_ThresholdSegmentation final : public ElementProcessorInplace<T>
 {
 public:
+    /// Takes the threshold, and the three values.
     Process_ThresholdSegmentation(T threshold, T onBelow, T onEqual, T onAbove)
         : threshold_(threshold),
           onBelow_(onBelow),

@@ -75,10 +75,15 @@ template<typename W, unsigned int maskA, unsigned int shiftA, unsigned int maskB
          unsigned int maskC, unsigned int shiftC, unsigned int maskD, unsigned int shiftD>
 struct PackedSample4
 {
-    using Word = W;
+    using Word = W; ///< the word itself
 
-    /// The largest value of each field.
-    static constexpr unsigned int s_maskA = maskA, s_maskB = maskB, s_maskC = maskC, s_maskD = maskD;
+    /// @name The largest value of each field
+    /// @{
+    static constexpr unsigned int s_maskA = maskA;
+    static constexpr unsigned int s_maskB = maskB;
+    static constexpr unsigned int s_maskC = maskC;
+    static constexpr unsigned int s_maskD = maskD;
+    /// @}
 
     W word; ///< all four fields
 
@@ -101,12 +106,12 @@ private:
     }
 };
 
-/// @name Words of the packed formats: A is alpha, B red, C green, D blue
-/// @{
+/// Word of "A4R4G4B4": A is alpha, B red, C green, D blue.
 using PackedSample_UShort4444 = PackedSample4<unsigned short, 15, 12, 15, 8, 15, 4, 15, 0>;
+/// Word of "A1R5G5B5", likewise.
 using PackedSample_UShort1555 = PackedSample4<unsigned short, 1, 15, 31, 10, 31, 5, 31, 0>;
+/// Word of "A8R8G8B8", likewise.
 using PackedSample_UInt8888 = PackedSample4<unsigned int, 255, 24, 255, 16, 255, 8, 255, 0>;
-/// @}
 
 } // namespace sample_formats
 } // namespace quillmarsh

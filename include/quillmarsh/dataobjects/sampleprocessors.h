@@ -13,8 +13,6 @@ namespace quillmarsh
 namespace sample_processors
 {
 
-using element_processors::ElementProcessorDstSrc;
-using element_processors::ElementProcessorInplace;
 using element_processors::LoadElement;
 using element_processors::StoreElement;
 
@@ -31,9 +29,10 @@ constexpr int Round(float value)
 /// @{
 
 /// Sets the high four bits of a byte to the low four of a value.
-class Process_Fill1NibbleHigh final : public ElementProcessorInplace<unsigned char>
+class Process_Fill1NibbleHigh final : public element_processors::ElementProcessorInplace<unsigned char>
 {
 public:
+    /// Sets the low four bits of this value.
     explicit Process_Fill1NibbleHigh(unsigned char value) : bits_((value & 0x0Fu) << 4) {}
     void Process(unsigned char *element) override { *element = static_cast<unsigned char>((*element & 0x0Fu) | bits_); }
 
@@ -42,9 +41,10 @@ private:
 };
 
 /// Sets the low four bits of a byte to the low four of a value.
-class Process_Fill1NibbleLow final : public ElementProcessorInplace<unsigned char>
+class Process_Fill1NibbleLow final : public element_processors::ElementProcessorInplace<unsigned char>
 {
 public:
+    /// Sets the low four bits of this value.
     explicit Process_Fill1NibbleLow(unsigned char value) : bits_(value & 0x0Fu) {}
     void Process(unsigned char *element) override { *element = static_cast<unsigned char>((*element & 0xF0u) | bits_); }
 
@@ -54,9 +54,10 @@ private:
 
 /// Sets the bits `mask << shift` of a word to the masked value.
 template<typename T>
-class Process_FillBits final : public ElementProcessorInplace<T>
+class Process_FillBits final : public element_processors::ElementProcessorInplace<T>
 {
 public:
+    /// Keeps the masked value.
     Process_FillBits(T value, T mask, T shift) : value_(static_cast<T>(value & mask)), mask_(mask), shift_(shift) {}
     void Process(T *element) override
     {
@@ -75,7 +76,8 @@ private:
 /// @{
 
 /// Byte from a float in 0..1, rounded.
-class CopyConverter_FP32Norm_To_UInt8 final : public ElementProcessorDstSrc<unsigned char, unsigned char const>
+class CopyConverter_FP32Norm_To_UInt8 final
+    : public element_processors::ElementProcessorDstSrc<unsigned char, unsigned char const>
 {
 public:
     void Process(unsigned char *dst, unsigned char const *src) override
@@ -85,7 +87,8 @@ public:
 };
 
 /// Float in 0..1 from a byte: a product, not a quotient.
-class CopyConverter_UInt8_To_FP32Norm final : public ElementProcessorDstSrc<unsigned char, unsigned char const>
+class CopyConverter_UInt8_To_FP32Norm final
+    : public element_processors::ElementProcessorDstSrc<unsigned char, unsigned char const>
 {
 public:
     void Process(unsigned char *dst, unsigned char const *src) override
@@ -95,7 +98,8 @@ public:
 };
 
 /// Luminance of a colour, summed from blue to red.
-class CopyConverter_B8G8R8_To_L8 final : public ElementProcessorDstSrc<unsigned char, unsigned char const>
+class CopyConverter_B8G8R8_To_L8 final
+    : public element_processors::ElementProcessorDstSrc<unsigned char, unsigned char const>
 {
 public:
     void Process(unsigned char *dst, unsigned char const *src) override
@@ -108,14 +112,16 @@ public:
 };
 
 /// The same byte three times.
-class CopyConverter_L8_To_B8G8R8 final : public ElementProcessorDstSrc<unsigned char, unsigned char const>
+class CopyConverter_L8_To_B8G8R8 final
+    : public element_processors::ElementProcessorDstSrc<unsigned char, unsigned char const>
 {
 public:
     void Process(unsigned char *dst, unsigned char const *src) override { dst[0] = dst[1] = dst[2] = *src; }
 };
 
 /// Four fields of four bits from four bytes; cut off, not rounded.
-class CopyConverter_UInt8888_To_UShort4444 final : public ElementProcessorDstSrc<unsigned short, unsigned int const>
+class CopyConverter_UInt8888_To_UShort4444 final
+    : public element_processors::ElementProcessorDstSrc<unsigned short, unsigned int const>
 {
 public:
     void Process(unsigned short *dst, unsigned int const *src) override
@@ -131,7 +137,8 @@ public:
 };
 
 /// One bit of alpha and three fields of five bits from four bytes; cut off, not rounded.
-class CopyConverter_UInt8888_To_UShort1555 final : public ElementProcessorDstSrc<unsigned short, unsigned int const>
+class CopyConverter_UInt8888_To_UShort1555 final
+    : public element_processors::ElementProcessorDstSrc<unsigned short, unsigned int const>
 {
 public:
     void Process(unsigned short *dst, unsigned int const *src) override
@@ -148,7 +155,8 @@ public:
 
 /// Four bytes from the fields of a packed word, each spread over 0..255 and rounded.
 template<typename P>
-class CopyConverter_PackedSample4_To_UInt8888 final : public ElementProcessorDstSrc<unsigned int, unsigned short const>
+class CopyConverter_PackedSample4_To_UInt8888 final
+    : public element_processors::ElementProcessorDstSrc<unsigned int, unsigned short const>
 {
 public:
     void Process(unsigned int *dst, unsigned short const *src) override
@@ -278,6 +286,7 @@ template<typename T>
 class LinearInterpolator1D_NComponents : public LinearInterpolator1D<T, T>
 {
 public:
+    /// For elements of so many components.
     explicit LinearInterpolator1D_NComponents(unsigned int n) : n_(n) {}
 
 protected:
@@ -290,7 +299,8 @@ protected:
 class LinearInterpolator1D_NBytes final : public LinearInterpolator1D_NComponents<unsigned char>
 {
 public:
-    using LinearInterpolator1D_NComponents::LinearInterpolator1D_NComponents;
+    /// For elements of so many bytes.
+    explicit LinearInterpolator1D_NBytes(unsigned int n) : LinearInterpolator1D_NComponents(n) {}
     void Process(unsigned char *dst, unsigned char const *src0, float weight0, unsigned char const *src1,
                  float weight1) override
     {
@@ -303,6 +313,7 @@ template<>
 class LinearInterpolator1D_NComponents<float> final : public LinearInterpolator1D<float, float>
 {
 public:
+    /// For elements of so many components.
     explicit LinearInterpolator1D_NComponents(unsigned int n) : n_(n) {}
     void Process(float *dst, float const *src0, float weight0, float const *src1, float weight1) override
     {
@@ -330,6 +341,7 @@ template<typename T>
 class LinearInterpolator2D_NComponents : public LinearInterpolator2D<T, T>
 {
 public:
+    /// For elements of so many components.
     explicit LinearInterpolator2D_NComponents(unsigned int n) : n_(n) {}
 
 protected:
@@ -342,7 +354,8 @@ protected:
 class LinearInterpolator2D_NBytes final : public LinearInterpolator2D_NComponents<unsigned char>
 {
 public:
-    using LinearInterpolator2D_NComponents::LinearInterpolator2D_NComponents;
+    /// For elements of so many bytes.
+    explicit LinearInterpolator2D_NBytes(unsigned int n) : LinearInterpolator2D_NComponents(n) {}
     void Process(unsigned char *dst, unsigned char const *src0, float weight0, unsigned char const *src1, float weight1,
                  unsigned char const *src2, float weight2, unsigned char const *src3, float weight3) override
     {
@@ -355,6 +368,7 @@ template<>
 class LinearInterpolator2D_NComponents<float> final : public LinearInterpolator2D<float, float>
 {
 public:
+    /// For elements of so many components.
     explicit LinearInterpolator2D_NComponents(unsigned int n) : n_(n) {}
     void Process(float *dst, float const *src0, float weight0, float const *src1, float weight1, float const *src2,
                  float weight2, float const *src3, float weight3) override
@@ -384,6 +398,7 @@ template<typename T>
 class LinearInterpolator3D_NComponents : public LinearInterpolator3D<T, T>
 {
 public:
+    /// For elements of so many components.
     explicit LinearInterpolator3D_NComponents(unsigned int n) : n_(n) {}
 
 protected:
@@ -396,7 +411,8 @@ protected:
 class LinearInterpolator3D_NBytes final : public LinearInterpolator3D_NComponents<unsigned char>
 {
 public:
-    using LinearInterpolator3D_NComponents::LinearInterpolator3D_NComponents;
+    /// For elements of so many bytes.
+    explicit LinearInterpolator3D_NBytes(unsigned int n) : LinearInterpolator3D_NComponents(n) {}
     void Process(unsigned char *dst, unsigned char const *src0, float weight0, unsigned char const *src1, float weight1,
                  unsigned char const *src2, float weight2, unsigned char const *src3, float weight3,
                  unsigned char const *src4, float weight4, unsigned char const *src5, float weight5,
@@ -413,6 +429,7 @@ template<>
 class LinearInterpolator3D_NComponents<float> final : public LinearInterpolator3D<float, float>
 {
 public:
+    /// For elements of so many components.
     explicit LinearInterpolator3D_NComponents(unsigned int n) : n_(n) {}
     void Process(float *dst, float const *src0, float weight0, float const *src1, float weight1, float const *src2,
                  float weight2, float const *src3, float weight3, float const *src4, float weight4, float const *src5,
