@@ -1,0 +1,143 @@
+#include <quillmarsh/basetools/elementprocessors.h>
+
+#include "tests/support/scripted_dialogs.h"
+
+#include <gtest/gtest.h>
+
+#include <array>
+#include <string>
+
+namespace quillmarsh
+{
+namespace
+{
+
+using namespace element_processors;
+
+using Byte = unsigned char;
+using Bytes = std::array<Byte, 6>;
+
+/// Writes down the order of the calls, with the bytes that they were for.
+class Recorder final : public ElementProcessorDstSrc<Byte, Byte const>, public ElementProcessorInplace<Byte>
+{
+public:
+    void BeginDimension(unsigned int dimension) override { log += '(' + std::to_string(dimension); }
+    void EndDimension(unsigned int dimension) override { log += std::to_string(dimension) + ')'; }
+    void Process(Byte *dst, Byte const *src) override { log += {' ', char(*dst), char(*src), ' '}; }
+    void Process(Byte *element) override { log += {' ', char(*element), ' '}; }
+
+    string log;
+};
+
+string LogOf(auto run)
+{
+    Recorder recorder;
+    run(recorder);
+    return recorder.log;
+}
+
+TEST(ElementLoops, BracketEveryTraversalAndFollowTheStrides)
+{
+    Byte dst[] = "ABCDEFGH";
+    Byte src[] = "abcdefgh";
+    using DstSrc = ElementProcessorDstSrc<Byte, Byte const>;
+    using Inplace = ElementProcessorInplace<Byte>;
+    EXPECT_EQ(LogOf([&](DstSrc &p) { ProcessElements(p, 3, dst, 2, src + 7, -3); }), "(0 Ah  Ce  Eb 0)");
+    EXPECT_EQ(LogOf([&](DstSrc &p) { ProcessElements(p, 2, dst + 7, -1, src, 0); }), "(0 Ha  Ga 0)");
+    EXPECT_EQ(LogOf([&](DstSrc &p) { ProcessElements(p, 0, dst, 1, src, 1); }), "(00)");
+    EXPECT_EQ(LogOf([&](Inplace &p) { ProcessElementsInplace(p, 2, dst + 1, 4); }), "(0 B  F 0)");
+    EXPECT_EQ(LogOf(
+                  [&](DstSrc &p) {
+                      ProcessElements2D(p, 2, 2, dst, {4, 1}, src, {1, 4});
+                  }),
+              "(0(1 Aa  Be 1)(1 Eb  Ff 1)0)");
+    EXPECT_EQ(LogOf([&](DstSrc &p) { ProcessElements2D(p, 2, 0, dst, {4, 1}, src, {1, 4}); }), "(0(11)(11)0)");
+    EXPECT_EQ(LogOf([&](Inplace &p) { ProcessElementsInplace2D(p, 1, 2, dst, {4, 1}); }), "(0(1 A  B 1)0)");
+    EXPECT_EQ(LogOf(
+                  [&](DstSrc &p) {
+                      ProcessElements3D(p, 2, 1, 2, dst, {4, 2, 1}, src, {-1, 9, 4});
+                  })
+                  .substr(0, 18),
+              "(0(1(2 Aa  Be 2)1)");
+    EXPECT_EQ(LogOf(
+                  [&](Inplace &p) {
+                      ProcessElementsInplace3D(p, 2, 2, 2, dst, {4, 2, 1});
+                  }),
+              "(0(1(2 A  B 2)(2 C  D 2)1)(1(2 E  F 2)(2 G  H 2)1)0)");
+}
+
+TEST(ElementLoops, NullAsserts)
+{
+    Copy_1<Byte> copy;
+    Byte byte = 0;
+    tests::ScriptedDialogs dialogs;
+    ProcessElements(copy, 0, &byte, 1, static_cast<Byte const *>(nullptr), 1);
+    EXPECT_EQ(dialogs.TakeTexts(), std::vector<string>{"Invalid argument."});
+}
+
+Bytes Inplace(ElementProcessorInplace<Byte> &&processor)
+{
+    Bytes bytes = {10, 11, 12, 13, 14, 15};
+    processor.Process(bytes.data());
+    return bytes;
+}
+
+template<typename S>
+Bytes DstSrc(ElementProcessorDstSrc<Byte, S> &&processor, Bytes *source = nullptr)
+{
+    Bytes dst = {10, 11, 12, 13, 14, 15};
+    Bytes src = {20, 21, 22, 23, 24, 25};
+    processor.Process(dst.data(), src.data());
+    if (source)
+        *source = src;
+    return dst;
+}
+
+TEST(ElementProcessors, MoveTheirBytesAndNoOthers)
+{
+    EXPECT_EQ(DstSrc(Copy_1<Byte>()), (Bytes{20, 11, 12, 13, 14, 15}));
+    EXPECT_EQ(DstSrc(Copy_N<Byte>(5)), (Bytes{20, 21, 22, 23, 24, 15}));
+    EXPECT_EQ(DstSrc(Copy_FlippedOrder2<Byte>()), (Bytes{21, 20, 12, 13, 14, 15}));
+    EXPECT_EQ(DstSrc(Copy_FlippedOrder3<Byte>()), (Bytes{22, 21, 20, 13, 14, 15}));
+    EXPECT_EQ(DstSrc(Copy_FlippedOrder4<Byte>()), (Bytes{23, 22, 21, 20, 14, 15}));
+    Bytes source;
+    EXPECT_EQ(DstSrc(Swap_N<Byte>(3), &source), (Bytes{20, 21, 22, 13, 14, 15}));
+    EXPECT_EQ(source, (Bytes{10, 11, 12, 23, 24, 25}));
+
+    EXPECT_EQ(Inplace(Process_FlipOrder2<Byte>()), (Bytes{11, 10, 12, 13, 14, 15}));
+    EXPECT_EQ(Inplace(Process_FlipOrder3<Byte>()), (Bytes{12, 11, 10, 13, 14, 15}));
+    EXPECT_EQ(Inplace(Process_FlipOrder4<Byte>()), (Bytes{13, 12, 11, 10, 14, 15}));
+    EXPECT_EQ(Inplace(Process_FlipOrderN<Byte>(1)), (Bytes{10, 11, 12, 13, 14, 15}));
+    EXPECT_EQ(Inplace(Process_FlipOrderN<Byte>(5)), (Bytes{14, 13, 12, 11, 10, 15}));
+    EXPECT_EQ(Inplace(Process_Swap1<Byte>(4)), (Bytes{14, 11, 12, 13, 10, 15}));
+    EXPECT_EQ(Inplace(Process_Fill1<Byte>(9)), (Bytes{9, 11, 12, 13, 14, 15}));
+    EXPECT_EQ(Inplace(Process_Fill3<Byte>(9, 8, 7)), (Bytes{9, 8, 7, 13, 14, 15}));
+    EXPECT_EQ(Inplace(Process_FillN<Byte>(4, 9)), (Bytes{9, 9, 9, 9, 14, 15}));
+
+    unsigned short const word = 0xABCD;
+    Byte unaligned[3] = {};
+    Copy_1<unsigned short>().Process(reinterpret_cast<unsigned short *>(unaligned + 1), &word);
+    EXPECT_EQ(unaligned[1] | unaligned[2] << 8, 0xABCD);
+}
+
+TEST(ElementProcessors, ThresholdsTellBelowAtAndAbove)
+{
+    struct Case
+    {
+        Byte value, highPass, lowPass, segmented;
+    };
+    constexpr Case cases[] = {{9, 2, 9, 2}, {10, 1, 1, 1}, {11, 11, 3, 3}, {0, 2, 0, 2}, {255, 255, 3, 3}};
+    for (Case const &expected : cases)
+    {
+        Byte high = expected.value, low = expected.value, segmented = expected.value;
+        Process_HighPassFilter<Byte>(10, 1, 2).Process(&high);
+        Process_LowPassFilter<Byte>(10, 1, 3).Process(&low);
+        Process_ThresholdSegmentation<Byte>(10, 2, 1, 3).Process(&segmented);
+        EXPECT_EQ(high, expected.highPass);
+        EXPECT_EQ(low, expected.lowPass);
+        EXPECT_EQ(segmented, expected.segmented);
+    }
+}
+
+} // namespace
+} // namespace quillmarsh

@@ -1,0 +1,164 @@
+#include <quillmarsh/dataobjects/sampleprocessors.h>
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <limits>
+
+namespace quillmarsh
+{
+namespace
+{
+
+using namespace sample_processors;
+
+using Byte = unsigned char;
+
+unsigned int ByteOfFloat(float value)
+{
+    Byte byte = 0;
+    CopyConverter_FP32Norm_To_UInt8().Process(&byte, reinterpret_cast<Byte const *>(&value));
+    return byte;
+}
+
+float FloatOfByte(Byte byte)
+{
+    float value = 0;
+    CopyConverter_UInt8_To_FP32Norm().Process(reinterpret_cast<Byte *>(&value), &byte);
+    return value;
+}
+
+template<typename Converter, typename D, typename S>
+D Convert(S word)
+{
+    D result{};
+    Converter().Process(&result, &word);
+    return result;
+}
+
+constexpr auto Pack4444 = Convert<CopyConverter_UInt8888_To_UShort4444, unsigned short, unsigned int>;
+constexpr auto Pack1555 = Convert<CopyConverter_UInt8888_To_UShort1555, unsigned short, unsigned int>;
+constexpr auto Unpack4444 = Convert<CopyConverter_UShort4444_To_UInt8888, unsigned int, unsigned short>;
+constexpr auto Unpack1555 = Convert<CopyConverter_UShort1555_To_UInt8888, unsigned int, unsigned short>;
+
+TEST(SampleConverters, FloatsRoundAndWrap)
+{
+    struct Case
+    {
+        float value;
+        unsigned int byte;
+    };
+    constexpr float infinity = std::numeric_limits<float>::infinity();
+    constexpr Case cases[] = {
+        {0.0f, 0},   {1.0f, 255},   {0.5f, 128},    {1.002f, 0},
+        {1.5f, 127}, {-0.1f, 231},  {-1e-9f, 0},    {1e12f, 0},
+        {-1e12f, 0}, {infinity, 0}, {-infinity, 0}, {std::numeric_limits<float>::quiet_NaN(), 0},
+    };
+    for (Case const &expected : cases)
+        EXPECT_EQ(ByteOfFloat(expected.value), expected.byte) << expected.value;
+    for (unsigned int byte = 0; byte < 256; ++byte)
+    {
+        EXPECT_FLOAT_EQ(FloatOfByte(static_cast<Byte>(byte)), static_cast<float>(byte) / 255);
+        EXPECT_EQ(ByteOfFloat(FloatOfByte(static_cast<Byte>(byte))), byte);
+    }
+    // A product with the nearest float below 1/255's double: not what a quotient would give.
+    EXPECT_EQ(FloatOfByte(3), 3 * 0x1.010102p-8f);
+}
+
+TEST(SampleConverters, LuminanceIsNearestExceptInTies)
+{
+    auto const luminance = [](Byte blue, Byte green, Byte red)
+    {
+        Byte const colour[] = {blue, green, red};
+        Byte result = 0;
+        CopyConverter_B8G8R8_To_L8().Process(&result, colour);
+        return static_cast<int>(result);
+    };
+    EXPECT_EQ(luminance(255, 255, 255), 255);
+    EXPECT_EQ(luminance(255, 0, 0), 29);
+    EXPECT_EQ(luminance(0, 255, 0), 150);
+    EXPECT_EQ(luminance(0, 0, 255), 76);
+    for (int colour = 0; colour < 1 << 24; colour += 101)
+    {
+        auto const blue = static_cast<Byte>(colour), green = static_cast<Byte>(colour >> 8);
+        auto const red = static_cast<Byte>(colour >> 16);
+        int const thousandths = 114 * blue + 587 * green + 299 * red;
+        int const expected = thousandths % 1000 == 500 ? luminance(blue, green, red) : (thousandths + 500) / 1000;
+        ASSERT_EQ(luminance(blue, green, red), expected) << colour;
+    }
+
+    Byte spread[4] = {1, 2, 3, 4};
+    Byte const value = 9;
+    CopyConverter_L8_To_B8G8R8().Process(spread, &value);
+    EXPECT_EQ(spread[0] + spread[1] + spread[2], 27);
+    EXPECT_EQ(spread[3], 4);
+}
+
+TEST(SampleConverters, PackedWordsCutOffAndSpread)
+{
+    EXPECT_EQ(Pack4444(0xFF8F401Fu), 0xF841);
+    EXPECT_EQ(Pack1555(0x80FF0708u), 0xFC01);
+    EXPECT_EQ(Pack1555(0x7F000000u), 0);
+    EXPECT_EQ(Unpack4444(0xF840), 0xFF884400u);
+    EXPECT_EQ(Unpack1555(0x8000 | 1 << 10 | 16 << 5 | 31), 0xFF0884FFu);
+    for (unsigned int word = 0; word < 0x10000; ++word)
+    {
+        auto const packed = static_cast<unsigned short>(word);
+        unsigned int const spread = Unpack4444(packed);
+        for (unsigned int field = 0; field < 4; ++field)
+            ASSERT_EQ(spread >> 8 * field & 255, (word >> 4 * field & 15) * 17);
+        ASSERT_EQ(Pack4444(spread), packed);
+        ASSERT_EQ(Pack1555(Unpack1555(packed)), packed);
+        ASSERT_EQ(Unpack1555(packed) & 255, std::lround((word & 31) * 255 / 31.0));
+    }
+}
+
+TEST(SampleFills, TouchTheirBitsOnly)
+{
+    Byte byte = 0xAB;
+    Process_Fill1NibbleHigh(0xF3).Process(&byte);
+    EXPECT_EQ(byte, 0x3B);
+    Process_Fill1NibbleLow(0xF4).Process(&byte);
+    EXPECT_EQ(byte, 0x34);
+    unsigned short word = 0x8101;
+    Process_FillBits<unsigned short>(0xFF, 3, 4).Process(&word);
+    EXPECT_EQ(word, 0x8131);
+    Process_FillBits<unsigned short>(0, 31, 10).Process(&word);
+    EXPECT_EQ(word, 0x8131);
+    Process_FillBits<unsigned short>(0, 1, 15).Process(&word);
+    EXPECT_EQ(word, 0x0131);
+}
+
+TEST(LinearInterpolators, WeighAndRoundEachComponent)
+{
+    Byte const low[] = {0, 10, 255}, high[] = {1, 20, 255};
+    Byte bytes[3] = {};
+    LinearInterpolator1D_NBytes(3).Process(bytes, low, 0.5f, high, 0.5f);
+    EXPECT_EQ(bytes[0], 1);
+    EXPECT_EQ(bytes[1], 15);
+    EXPECT_EQ(bytes[2], 255);
+    // Nothing is clamped: 510 keeps its low byte.
+    LinearInterpolator2D_NBytes(3).Process(bytes, low, 0.5f, high, 0.5f, low, 0.5f, high, 0.5f);
+    EXPECT_EQ(bytes[2], 254);
+
+    float const floats[2][2] = {{1, 2}, {3, -6}};
+    float result[3] = {0, 0, 7};
+    LinearInterpolator3D_NComponents<float>(2).Process(result, floats[0], 1, floats[1], 0.5f, floats[0], 0, floats[0],
+                                                       0, floats[0], 0, floats[0], 0, floats[0], 0, floats[1], 0.25f);
+    EXPECT_EQ(result[0], 3.25f);
+    EXPECT_EQ(result[1], -2.5f);
+    EXPECT_EQ(result[2], 7);
+
+    unsigned short const words[] = {0xF0F0, 0x0F0F};
+    unsigned short word = 0xFFFF;
+    LinearInterpolator1D_PackedSample4<sample_formats::PackedSample_UShort4444>().Process(&word, words, 0.75f,
+                                                                                          words + 1, 0.25f);
+    EXPECT_EQ(word, 0xB4B4);
+    unsigned short const alphas[] = {0x8000, 0x0010};
+    LinearInterpolator1D_PackedSample4<sample_formats::PackedSample_UShort1555>().Process(&word, alphas, 0.5f,
+                                                                                          alphas + 1, 0.5f);
+    EXPECT_EQ(word, 0x8008);
+}
+
+} // namespace
+} // namespace quillmarsh
