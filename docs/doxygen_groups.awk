@@ -1,13 +1,25 @@
-# Filter for Doxygen. The text under an "@name", or else the name itself, speaks for every member of the group that has
-# no comment of its own: it is put in front of each of them.
+# Filter for Doxygen, so that headers need no comment that only repeats a name.
+#
+# The text under an "@name", or else the name itself, speaks for every member of the group that has no comment of its
+# own. Outside of groups, plain accessors and the copying and destroying members speak for themselves.
 function braces(line,   code) {
     code = line
     gsub(/'[{}]'|"[^"]*"/, "", code)
     return gsub(/{/, "", code) - gsub(/}/, "", code)
 }
+function implied(line) {
+    if (grouped) return text
+    if (line ~ /^ +(virtual |static |constexpr |explicit )*[A-Za-z_][A-Za-z_0-9:<>, *&]* [*&]*(Get|Set|Is|Contains|Has)[A-Z][A-Za-z0-9]*\(/ &&
+        line !~ /^ +(return|else|throw) /) return "Accessor."
+    if (line ~ /^ +(virtual )?~[A-Za-z0-9]+\(/) return "Destructor."
+    if (line ~ /^ +[A-Za-z0-9]+ &operator=\(/) return "Assignment."
+    if (line ~ /^ +([A-Z][A-Za-z0-9]*)\(([A-Z][A-Za-z0-9]*) const &[a-z]*\)/) return "Copy."
+    if (line ~ /^ +([A-Z][A-Za-z0-9]*)\(\)( = default)?;/) return "Default state."
+    return ""
+}
 
 /^ *\/\/\/ @name / {
-    print "\n" $0 "\n/// @{"
+    print "\n" $0 "\n/// @{\n"
     text = $0
     sub(/^ *\/\/\/ @name +/, "", text)
     text = text "."
@@ -23,15 +35,14 @@ opening {
     described = 1
     next
 }
-grouped && /^ *\/\/\/ @\}/ { grouped = 0 }
-grouped {
-    if (/^ *\/\//) { if (/^ *\/\/\//) documented = 1; print; next }
-    if (/^ *$/ || /^ *#/) { print; next }
-    if (fresh && depth == 0 && !documented) print "/// " text
+/^ *\/\/\/ @\}/ { grouped = 0; documented = 0; fresh = 1; print; next }
+/^ *\/\// { if (/^ *\/\/\//) documented = 1; print; next }
+/^ *$/ || /^ *#/ { print; next }
+{
+    own = fresh && !documented && (!grouped || depth == 0) ? implied($0) : ""
+    if (own != "") print "/// " own
+    if (grouped) depth += braces($0)
+    fresh = (!grouped || depth == 0) && /[;}{:]( *\/\/.*)?$/
     documented = 0
-    depth += braces($0)
-    fresh = depth == 0 && /[;}]( *\/\/.*)?$/
     print
-    next
 }
-{ print }

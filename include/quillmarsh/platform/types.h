@@ -22,7 +22,8 @@ using HCURSOR = HICON;
 using HINSTANCE = HINSTANCE__ *;
 using HANDLE = void *;
 
-// Records that the operating system publishes, for systems that do not define them.
+// Records that the operating system publishes, and describes, for systems that do not define them.
+/// @cond
 #ifndef GUID_DEFINED
 #define GUID_DEFINED
 /// Globally unique identifier.
@@ -112,6 +113,7 @@ protected:
 };
 #endif
 using LARGE_INTEGER = _LARGE_INTEGER;
+/// @endcond
 
 /// Root namespace of the library.
 namespace quillmarsh
