@@ -53,8 +53,8 @@ public:
     std::vector<ostream *> const &GetOutputTargets() const { return targets_; }
 
 private:
-    StreamBuffer buffer_;
     std::vector<ostream *> targets_;
+    StreamBuffer buffer_;
 };
 
 } // namespace quillmarsh

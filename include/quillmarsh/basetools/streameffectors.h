@@ -18,7 +18,7 @@ public:
     constexpr OStreamEffector() = default;
     constexpr OStreamEffector(OStreamEffector const &) = default;
     OStreamEffector &operator=(OStreamEffector const &) = default;
-    constexpr virtual ~OStreamEffector() = default;
+    virtual ~OStreamEffector() = default;
 
     /// Does the effect to the stream, and returns the stream.
     ostream &ApplyTo(ostream &out) const;

@@ -21,6 +21,8 @@ public:
     ~StreamExceptionSentry();
 
 private:
+    void RestoreMask();
+
     basic_ios<char> &stream_;
     std::ios_base::iostate oldMask_;
 };
