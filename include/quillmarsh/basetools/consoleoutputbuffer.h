@@ -103,7 +103,7 @@ private:
 
     void BreakLine(unsigned int type);
     void AddToOpenLine(std::string_view text);
-    void DropOverflow();
+    string DropOldestLine();
     void CountLength(std::size_t length);
     void UncountLength(std::size_t length);
     void RefreshMaxColumns();

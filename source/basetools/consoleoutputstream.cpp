@@ -1,0 +1,65 @@
+#include <quillmarsh/basetools/consoleoutputstream.h>
+
+namespace quillmarsh
+{
+namespace
+{
+
+class BufferLock : NoCopy
+{
+public:
+    explicit BufferLock(ConsoleOutputBuffer const &buffer) : buffer_(buffer) { buffer_.Lock(); }
+    ~BufferLock() { buffer_.Unlock(); }
+
+private:
+    ConsoleOutputBuffer const &buffer_;
+};
+
+} // namespace
+
+ConsoleOutputStream::ConsoleOutputStreamBuffer::ConsoleOutputStreamBuffer(ConsoleOutputBuffer &buffer,
+                                                                          unsigned int type)
+    : std::stringbuf(std::ios_base::out),
+      buffer_(buffer),
+      type_(type)
+{
+}
+
+ConsoleOutputStream::ConsoleOutputStreamBuffer::~ConsoleOutputStreamBuffer() = default;
+
+int ConsoleOutputStream::ConsoleOutputStreamBuffer::sync()
+{
+    // The text is taken first, so that an observer that throws, or writes here again, does not meet it twice.
+    // Emptying by a text that stays keeps the storage; a moved one would replace it.
+    static string const noText;
+    text_.assign(view());
+    str(noText);
+    BufferLock const lock(buffer_);
+    buffer_.Append(text_, type_);
+    return 0;
+}
+
+ConsoleOutputStream::ConsoleOutputStream(ConsoleOutputBuffer &buffer, unsigned int type)
+    : OutputStream(nullptr),
+      streamBuffer_(buffer, type)
+{
+    std::ios::rdbuf(&streamBuffer_);
+}
+
+ConsoleOutputStream::~ConsoleOutputStream()
+{
+    exceptions(std::ios_base::goodbit);
+    flush();
+    // The base class flushes too, and the buffer is gone by then.
+    std::ios::rdbuf(nullptr);
+}
+
+void ConsoleOutputStream::SetCurrentOutputType(unsigned int type)
+{
+    if (type == streamBuffer_.GetType())
+        return;
+    flush();
+    streamBuffer_.SetType(type);
+}
+
+} // namespace quillmarsh

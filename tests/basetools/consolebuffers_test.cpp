@@ -1,0 +1,244 @@
+#include <quillmarsh/basetools/consolebuffers.h>
+
+#include "tests/support/scripted_dialogs.h"
+
+#include <gtest/gtest.h>
+
+#include <atomic>
+#include <random>
+#include <thread>
+
+namespace quillmarsh
+{
+namespace
+{
+
+using tests::ScriptedDialogs;
+
+class CountingObserver : public ConsoleOutputBuffer::Observer
+{
+public:
+    void OnChanged(ConsoleOutputBuffer const &) override { ++count; }
+    unsigned int count = 0;
+};
+
+/// Lines with their types, "0:text|1:more".
+string GetLines(ConsoleOutputBuffer const &buffer)
+{
+    string lines;
+    for (unsigned int i = 0; i < buffer.GetNumLines(); ++i)
+    {
+        unsigned int type = 0;
+        string const &text = buffer.GetLine(i, type);
+        lines += (i == 0 ? "" : "|") + std::to_string(type) + ":" + text;
+    }
+    return lines;
+}
+
+TEST(ConsoleOutputBuffer, BreaksTextIntoTypedLines)
+{
+    struct Piece
+    {
+        string text;
+        unsigned int type;
+        char const *lines;
+        unsigned int maxColumns;
+        unsigned int numNotified;
+    };
+    Piece const pieces[] = {
+        {"", 0, "0:", 0, 0},
+        {"", 1, "1:", 0, 0},
+        {"a\n", 0, "0:a|0:", 1, 1},
+        {"b", 0, "0:a|0:b", 1, 1},
+        {"cd", 2, "0:a|0:b|2:cd", 2, 1},
+        {"", 3, "0:a|0:b|2:cd|3:", 2, 1},
+        {"\tx\r", 3, "0:a|0:b|2:cd|3:    x\r", 6, 1},
+        {"\n\ny", 3, "0:a|0:b|2:cd|3:    x\r|3:|3:y", 6, 1},
+    };
+    ConsoleOutputBuffer buffer;
+    EXPECT_EQ(GetLines(buffer), "0:");
+    EXPECT_EQ(buffer.GetMaxColumns(), 0u);
+    CountingObserver observer;
+    buffer.AddObserver(observer);
+    for (Piece const &piece : pieces)
+    {
+        observer.count = 0;
+        buffer.Append(piece.text, piece.type);
+        EXPECT_EQ(GetLines(buffer), piece.lines);
+        EXPECT_EQ(buffer.GetMaxColumns(), piece.maxColumns) << piece.lines;
+        EXPECT_EQ(observer.count, piece.numNotified) << piece.lines;
+    }
+    buffer.Clear();
+    EXPECT_EQ(GetLines(buffer), "0:");
+    EXPECT_EQ(buffer.GetMaxColumns(), 0u);
+}
+
+TEST(ConsoleOutputBuffer, KeepsToItsLimits)
+{
+    ConsoleOutputBuffer buffer(1);
+    buffer.Append("long\nb", 0);
+    EXPECT_EQ(GetLines(buffer), "0:b");
+    EXPECT_EQ(buffer.GetMaxColumns(), 1u);
+
+    buffer.SetLineLimit(3);
+    buffer.Append("1\n2\n3\n4", 0);
+    EXPECT_EQ(GetLines(buffer), "0:2|0:3|0:4");
+    CountingObserver observer;
+    buffer.AddObserver(observer);
+    buffer.SetLineLimit(0);
+    EXPECT_EQ(buffer.GetLineLimit(), 1u);
+    EXPECT_EQ(GetLines(buffer), "0:4");
+    buffer.SetTabWidth(0);
+    EXPECT_EQ(buffer.GetTabWidth(), 1u);
+    EXPECT_EQ(observer.count, 2u);
+}
+
+TEST(ConsoleOutputBuffer, WidestLineIsKnownWhateverFallsOff)
+{
+    ConsoleOutputBuffer buffer(7);
+    std::mt19937 random(5);
+    for (int i = 0; i < 2000; ++i)
+    {
+        string text(random() % 30, 'x');
+        text += string(random() % 3, '\n') + string(random() % 4, 'y');
+        if (random() % 50 == 0)
+            text += string(5000, 'z') + '\n';
+        buffer.Append(text, random() % 2);
+        std::size_t widest = 0;
+        for (unsigned int line = 0; line < buffer.GetNumLines(); ++line)
+            widest = std::max(widest, buffer.GetLine(line).size());
+        ASSERT_EQ(buffer.GetMaxColumns(), widest);
+        ASSERT_LE(buffer.GetNumLines(), 7u);
+    }
+}
+
+TEST(ConsoleOutputBuffer, IndexPastTheEndAsserts)
+{
+    ConsoleOutputBuffer buffer;
+    ScriptedDialogs dialogs;
+    EXPECT_EQ(buffer.GetLine(1), "");
+    EXPECT_EQ(dialogs.TakeTexts(), std::vector<string>{"Index out of range."});
+}
+
+TEST(ConsoleOutputBuffer, ObserversMayLeaveWhileTheyAreCalled)
+{
+    class Leaving : public CountingObserver
+    {
+    public:
+        explicit Leaving(ConsoleOutputBuffer &buffer) : buffer_(buffer) {}
+        void OnChanged(ConsoleOutputBuffer const &buffer) override
+        {
+            CountingObserver::OnChanged(buffer);
+            if (mayLeave)
+                buffer_.RemoveObserver(*this);
+        }
+        bool mayLeave = false;
+
+    private:
+        ConsoleOutputBuffer &buffer_;
+    };
+    ConsoleOutputBuffer buffer;
+    Leaving leaving(buffer);
+    CountingObserver staying;
+    buffer.AddObserver(leaving);
+    buffer.AddObserver(staying);
+    buffer.AddObserver(staying);
+    EXPECT_EQ(leaving.count, 3u);
+    EXPECT_EQ(staying.count, 2u);
+    leaving.mayLeave = true;
+    buffer.Append("a", 0);
+    buffer.Append("b", 0);
+    EXPECT_EQ(leaving.count, 4u);
+    EXPECT_EQ(staying.count, 4u);
+}
+
+TEST(ConsoleOutputStream, FilesWhatIsFlushedUnderItsType)
+{
+    ConsoleBuffers buffers;
+    buffers.SetDefaultOutputType(5);
+    {
+        AutoPtr<ConsoleOutputStream> const out(buffers.CreateOutputStream());
+        buffers.SetDefaultOutputType(1);
+        *out << "echo" << e_echo << " on";
+        EXPECT_EQ(GetLines(buffers.GetOutputBuffer()), "0:");
+        *out << e_error << "bad\nworse" << std::endl << e_info << "rest";
+    }
+    EXPECT_EQ(GetLines(buffers.GetOutputBuffer()), "5:echo on|2:bad|2:worse|0:rest");
+}
+
+TEST(ConsoleOutputStream, WritersOnSeveralThreadsKeepTheirTextsTogether)
+{
+    constexpr unsigned int numWriters = 4;
+    constexpr unsigned int numLines = 200;
+    ConsoleBuffers buffers;
+    buffers.SetMaxOutputLines(2 * numWriters * numLines + 1);
+    ConsoleOutputBuffer &buffer = buffers.GetOutputBuffer();
+    CountingObserver observer;
+    buffer.AddObserver(observer);
+
+    std::atomic<bool> isWriting{true};
+    std::vector<std::thread> writers;
+    for (unsigned int writer = 0; writer < numWriters; ++writer)
+        writers.emplace_back(
+            [&buffers, writer]
+            {
+                AutoPtr<ConsoleOutputStream> const out(buffers.CreateOutputStream());
+                *out << SetOutputTypeEffector(writer);
+                for (unsigned int line = 0; line < numLines; ++line)
+                {
+                    *out << writer << ":begin\n" << writer << ":end" << std::endl;
+                    buffers.PushCommandInHistory("line");
+                    buffers.SetMaxCommandsInHistory(20 + writer);
+                }
+            });
+    std::thread reader(
+        [&buffer, &isWriting]
+        {
+            while (isWriting)
+            {
+                buffer.Lock();
+                EXPECT_LE(buffer.GetMaxColumns(), 7u);
+                EXPECT_GE(buffer.GetNumLines(), 1u);
+                buffer.Unlock();
+                static_cast<void>(buffer.GetLineLimit());
+            }
+        });
+    for (std::thread &writer : writers)
+        writer.join();
+    isWriting = false;
+    reader.join();
+
+    ASSERT_EQ(buffer.GetNumLines(), 2 * numWriters * numLines + 1);
+    EXPECT_EQ(observer.count, 1 + numWriters * numLines);
+    for (unsigned int i = 0; i + 1 < buffer.GetNumLines(); i += 2)
+    {
+        unsigned int type = 0;
+        string const begin = buffer.GetLine(i, type);
+        ASSERT_EQ(begin, std::to_string(type) + ":begin");
+        ASSERT_EQ(buffer.GetLine(i + 1), std::to_string(type) + ":end");
+    }
+}
+
+TEST(ConsoleBuffers, HistoryKeepsTheLatestCommands)
+{
+    ConsoleBuffers buffers;
+    EXPECT_EQ(buffers.GetMaxCommandsInHistory(), 50u);
+    for (char const *const command : {"a", "", "b", "b", "c"})
+        buffers.PushCommandInHistory(command);
+    EXPECT_EQ(buffers.GetNumCommandsInHistory(), 4u);
+    buffers.SetMaxCommandsInHistory(2);
+    buffers.PushCommandInHistory("d");
+    ASSERT_EQ(buffers.GetNumCommandsInHistory(), 2u);
+    EXPECT_EQ(buffers.GetCommandFromHistory(0), "c");
+    EXPECT_EQ(buffers.GetCommandFromHistory(1), "d");
+
+    buffers.SetMaxCommandsInHistory(0);
+    buffers.PushCommandInHistory("e");
+    EXPECT_EQ(buffers.GetNumCommandsInHistory(), 0u);
+    ScriptedDialogs dialogs;
+    EXPECT_EQ(buffers.GetCommandFromHistory(0), "");
+    EXPECT_EQ(dialogs.TakeTexts(), std::vector<string>{"Input-command index out of range."});
+}
+
+} // namespace
+} // namespace quillmarsh
