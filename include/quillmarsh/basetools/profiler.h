@@ -62,7 +62,8 @@ public:
     void EnterRootNode();
     /// Ends an iteration, and takes it into the statistics.
     void ExitRootNode();
-    /// Enters a block. Asserts "Passing empty block-name to profiler." for a null or empty name, and then enters none.
+    /// Enters a block. Asserts "Passing empty block-name to profiler." for a null or empty name, and the block has
+    /// none then.
     void EnterNode(char const *blockName);
     /// Leaves the block that was entered last. Without one, does nothing.
     void ExitNode();

@@ -44,7 +44,7 @@ public:
     /// @{
 
     /// Number of entries since the last reset. Iterations, for a root.
-    unsigned int GetTotalEntries() const { return totalEntries_; }
+    unsigned int GetTotalEntries() const { return stats_.totalEntries; }
 
     /// Hands out the statistics of an iteration: entries, node time, branch time and percentage of the iteration.
     void GetStats(unsigned int &minEntries, unsigned int &averageEntries, unsigned int &maxEntries, double &minNodeTime,
@@ -64,6 +64,31 @@ public:
 private:
     friend class Profiler;
 
+    /// Those of the iteration under way first, which its end takes into the others.
+    struct Statistics
+    {
+        unsigned int entriesThisIteration = 0;
+        unsigned int totalEntries = 0;
+        unsigned int minEntries = std::numeric_limits<unsigned int>::max();
+        unsigned int maxEntries = 0;
+        unsigned int averageEntries = 0;
+
+        double nodeTimeThisIteration = 0;
+        double nodeTimeSum = 0;
+        double minNodeTime = static_cast<double>(std::numeric_limits<float>::max());
+        double maxNodeTime = 0;
+        double averageNodeTime = 0;
+
+        double minBranchTime = 0;
+        double maxBranchTime = 0;
+        double averageBranchTime = 0;
+
+        double percentageSum = 0;
+        double minPercentage = 100;
+        double maxPercentage = 0;
+        double averagePercentage = 0;
+    };
+
     ProfilerNode *AddChild(string const &blockName);
     void ResetStatistics();
     void PropagateProcessIterAccum(double percentFactor);
@@ -73,27 +98,7 @@ private:
     ProfilerNode *parent_;
     std::vector<AutoPtr<ProfilerNode>> children_;
     std::size_t searchCursor_ = 0;
-
-    unsigned int entriesThisIteration_ = 0;
-    unsigned int totalEntries_ = 0;
-    unsigned int minEntries_ = std::numeric_limits<unsigned int>::max();
-    unsigned int maxEntries_ = 0;
-    unsigned int averageEntries_ = 0;
-
-    double nodeTimeThisIteration_ = 0;
-    double nodeTimeSum_ = 0;
-    double minNodeTime_ = static_cast<double>(std::numeric_limits<float>::max());
-    double maxNodeTime_ = 0;
-    double averageNodeTime_ = 0;
-
-    double minBranchTime_ = 0;
-    double maxBranchTime_ = 0;
-    double averageBranchTime_ = 0;
-
-    double percentageSum_ = 0;
-    double minPercentage_ = 100;
-    double maxPercentage_ = 0;
-    double averagePercentage_ = 0;
+    Statistics stats_;
 };
 
 } // namespace quillmarsh

@@ -62,7 +62,7 @@ public:
 
 private:
     void EvaluateHistory();
-    void SmoothFrameByFrame(double frameTime);
+    void EvaluatePeriod(double frameTime);
 
     double minMaxStabilizationPeriod_ = 0;
     double historyInterval_ = 0;

@@ -161,7 +161,8 @@ private:
     unsigned int RemoveCommands(Register &commands, string const &name, bool deleteThem);
 
     bool ExpandAliasPrefix(string const &line, string &expanded) const;
-    Command *PrepareCommand(string const &expanded, bool wasExpanded, ostream &out, bool &result);
+    Command *PrepareCommand(string const &expanded, ostream &out, bool &result);
+    Command *SelectCommand(ostream &out, bool &result);
     std::vector<string> CollectCompletions(string const &prefix) const;
 
     Register externalCommands_;

@@ -59,6 +59,9 @@ public:
 
     bool ParseAndExecute(ostream &out, CommandLineParser const &parser, string const &commandLine) override;
     void DumpHelp(ostream &out, CommandLineParser const &parser) override;
+
+private:
+    void DumpGlobalHelpSwitch(ostream &out, CommandLineParser const &parser) const;
 };
 
 /// "alias": lists, sets and removes aliases. It cannot be shadowed by an alias of its own name. Interpreter's thread.
@@ -78,6 +81,9 @@ public:
 
     bool ParseAndExecute(ostream &out, CommandLineParser const &parser, string const &commandLine) override;
     void DumpHelp(ostream &out, CommandLineParser const &parser) override;
+
+private:
+    bool SetAlias(ostream &out, string const &alias, string const &target);
 };
 
 /// "console-buffers": clears the console's buffers, and sets their limits. Interpreter's thread.

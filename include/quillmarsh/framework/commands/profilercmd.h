@@ -52,9 +52,6 @@ public:
     void DumpHelp(ostream &out, CommandLineParser const &parser) override;
 
 private:
-    void Dump(ostream &out, CommandLineParser const &parser) const;
-    void DumpStates(ostream &out, bool withRunning) const;
-
     Profiler *profiler_ = nullptr;
 };
 
