@@ -1,6 +1,9 @@
 #include <quillmarsh/basetools/syncprimitives.h>
 
+#include <quillmarsh/basetools/exception.h>
 #include <quillmarsh/basetools/texttools.h>
+
+#include "source/platform/threads.h"
 
 #include <algorithm>
 
@@ -25,6 +28,56 @@ void ForceWinKernelName(string &name)
             start = prefix.size();
     }
     std::replace(name.begin() + static_cast<std::ptrdiff_t>(start), name.end(), '\\', '/');
+}
+
+Event::Event(bool initiallySignaled, bool manualReset, string const &name, bool forceKernelName) : name_(name)
+{
+    if (forceKernelName)
+        ForceWinKernelName(name_);
+    handle_ = platform::CreateEventObject(initiallySignaled, manualReset, name_);
+    if (!handle_)
+        QUILLMARSH_THROW(SystemResourceException, "CreateEvent() failed.");
+}
+
+Event::~Event()
+{
+    platform::CloseObject(handle_);
+}
+
+bool Event::Set()
+{
+    return platform::SignalEvent(handle_);
+}
+
+bool Event::Reset()
+{
+    return platform::ClearEvent(handle_);
+}
+
+bool Event::WaitInfinite()
+{
+    return platform::WaitForObject(handle_, platform::s_waitInfinite) == platform::eWaitResult::e_signaled;
+}
+
+bool Event::Wait(unsigned int milliseconds, bool &timedOut)
+{
+    platform::eWaitResult const result = platform::WaitForObject(handle_, milliseconds);
+    timedOut = result == platform::eWaitResult::e_timedOut;
+    return result != platform::eWaitResult::e_failed;
+}
+
+SingleInstanceFlagSentry::SingleInstanceFlagSentry(string const &name, bool forceKernelName) : name_(name)
+{
+    if (forceKernelName)
+        ForceWinKernelName(name_);
+    if (!name_.empty())
+        handle_ = platform::CreateNewMutex(name_);
+}
+
+SingleInstanceFlagSentry::~SingleInstanceFlagSentry()
+{
+    if (handle_)
+        platform::CloseObject(handle_);
 }
 
 } // namespace quillmarsh

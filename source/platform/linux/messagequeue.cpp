@@ -1,0 +1,251 @@
+#include "source/platform/messagequeue.h"
+
+#include "source/platform/linux/futex.h"
+#include "source/platform/linux/waitableobject.h"
+
+#include <algorithm>
+#include <chrono>
+#include <deque>
+#include <map>
+#include <mutex>
+#include <optional>
+#include <vector>
+
+namespace quillmarsh::platform
+{
+namespace
+{
+
+using Clock = std::chrono::steady_clock;
+
+constexpr std::size_t s_maxPostedMessages = 10000;
+constexpr unsigned int s_minTimerPeriodMs = 10;
+
+struct WindowTimer
+{
+    HWND window;
+    void *object;
+    std::chrono::milliseconds period;
+    WindowTimerCallback callback;
+    Clock::time_point due;
+};
+
+/// Messages posted to a thread, and its timers, whose messages are made when they are looked for.
+class MessageQueue
+{
+public:
+    bool Post(ThreadMessage const &message)
+    {
+        SuspensionDeferral const deferral;
+        std::lock_guard const lock(mutex_);
+        if (posted_.size() >= s_maxPostedMessages)
+            return false;
+        posted_.push_back(message);
+        NoteChange();
+        return true;
+    }
+
+    bool Peek(ThreadMessage &message, bool remove)
+    {
+        SuspensionDeferral const deferral;
+        std::lock_guard const lock(mutex_);
+        if (!posted_.empty())
+        {
+            message = posted_.front();
+            if (remove)
+                posted_.pop_front();
+            return true;
+        }
+
+        auto const first = FindFirstDue();
+        Clock::time_point const now = Clock::now();
+        if (first == timers_.end() || first->due > now)
+            return false;
+        message = {first->window, s_messageTimer, reinterpret_cast<std::uintptr_t>(first->object),
+                   reinterpret_cast<std::intptr_t>(first->callback)};
+        if (remove)
+            first->due = std::max(first->due + first->period, now);
+        return true;
+    }
+
+    void Wait()
+    {
+        for (;;)
+        {
+            std::uint32_t const seen = numChanges_;
+            std::optional<unsigned int> const wait = GetWaitMilliseconds();
+            if (wait == 0u)
+                return;
+            timespec const deadline = MakeDeadline(wait.value_or(0));
+            WaitForChange(numChanges_, seen, wait ? &deadline : nullptr);
+        }
+    }
+
+    void SetTimer(WindowTimer const &timer)
+    {
+        SuspensionDeferral const deferral;
+        std::lock_guard const lock(mutex_);
+        auto const present = FindTimer(timer.window, timer.object);
+        if (present != timers_.end())
+            *present = timer;
+        else
+            timers_.push_back(timer);
+        NoteChange();
+    }
+
+    bool KillTimer(HWND window, void *object)
+    {
+        SuspensionDeferral const deferral;
+        std::lock_guard const lock(mutex_);
+        auto const present = FindTimer(window, object);
+        bool const isThere = present != timers_.end();
+        if (isThere)
+            timers_.erase(present);
+        return isThere;
+    }
+
+    WindowTimerCallback GetTimerCallback(HWND window, void *object)
+    {
+        SuspensionDeferral const deferral;
+        std::lock_guard const lock(mutex_);
+        auto const present = FindTimer(window, object);
+        return present != timers_.end() ? present->callback : nullptr;
+    }
+
+private:
+    std::vector<WindowTimer>::iterator FindTimer(HWND window, void *object)
+    {
+        return std::find_if(timers_.begin(), timers_.end(),
+                            [window, object](WindowTimer const &each)
+                            { return each.window == window && each.object == object; });
+    }
+
+    std::vector<WindowTimer>::iterator FindFirstDue()
+    {
+        return std::min_element(timers_.begin(), timers_.end(),
+                                [](WindowTimer const &a, WindowTimer const &b) { return a.due < b.due; });
+    }
+
+    /// Until the next message of a timer, 0 when a message is there, nothing when only a change can bring one.
+    std::optional<unsigned int> GetWaitMilliseconds()
+    {
+        SuspensionDeferral const deferral;
+        std::lock_guard const lock(mutex_);
+        if (!posted_.empty())
+            return 0u;
+        auto const first = FindFirstDue();
+        if (first == timers_.end())
+            return std::nullopt;
+        auto const rest = std::chrono::ceil<std::chrono::milliseconds>(first->due - Clock::now()).count();
+        return static_cast<unsigned int>(std::clamp<std::int64_t>(rest, 0, 1000000));
+    }
+
+    void NoteChange()
+    {
+        ++numChanges_;
+        NotifyChange(numChanges_);
+    }
+
+    FutexWord numChanges_{0};
+    std::mutex mutex_;
+    std::deque<ThreadMessage> posted_;
+    std::vector<WindowTimer> timers_;
+};
+
+/// The queues of all threads that have one. Lives to the end of the process, as threads may.
+struct QueueRegistry
+{
+    std::mutex mutex;
+    std::map<unsigned int, std::shared_ptr<MessageQueue>> queues;
+
+    std::shared_ptr<MessageQueue> Find(unsigned int threadId)
+    {
+        SuspensionDeferral const deferral;
+        std::lock_guard const lock(mutex);
+        auto const found = queues.find(threadId);
+        return found != queues.end() ? found->second : nullptr;
+    }
+};
+
+QueueRegistry &GetRegistry()
+{
+    static QueueRegistry &s_registry = *new QueueRegistry;
+    return s_registry;
+}
+
+/// Gives the calling thread its queue until it ends.
+class QueueOfThread : NoCopy
+{
+public:
+    QueueOfThread() : queue_(std::make_shared<MessageQueue>())
+    {
+        SuspensionDeferral const deferral;
+        std::lock_guard const lock(GetRegistry().mutex);
+        GetRegistry().queues[threadId_] = queue_;
+    }
+
+    ~QueueOfThread()
+    {
+        SuspensionDeferral const deferral;
+        std::lock_guard const lock(GetRegistry().mutex);
+        GetRegistry().queues.erase(threadId_);
+    }
+
+    MessageQueue &Get() { return *queue_; }
+
+private:
+    unsigned int threadId_ = GetCurrentThreadNumber();
+    std::shared_ptr<MessageQueue> queue_;
+};
+
+MessageQueue &GetOwnQueue()
+{
+    thread_local QueueOfThread t_queue;
+    return t_queue.Get();
+}
+
+} // namespace
+
+bool PostMessageToThread(unsigned int threadId, ThreadMessage const &message)
+{
+    std::shared_ptr<MessageQueue> const queue = GetRegistry().Find(threadId);
+    return queue && queue->Post(message);
+}
+
+bool PeekThreadMessage(ThreadMessage &message, bool remove)
+{
+    return GetOwnQueue().Peek(message, remove);
+}
+
+void WaitThreadMessage()
+{
+    GetOwnQueue().Wait();
+}
+
+void DispatchThreadMessage(ThreadMessage const &message)
+{
+    if (message.message != s_messageTimer)
+        return;
+    // The timer may be gone since its message was taken, and its object with it.
+    void *const object = reinterpret_cast<void *>(message.wParam);
+    if (WindowTimerCallback const callback = GetOwnQueue().GetTimerCallback(message.window, object))
+        callback(object);
+}
+
+std::uintptr_t SetWindowTimer(HWND window, void *object, unsigned int periodMilliseconds, WindowTimerCallback callback)
+{
+    std::chrono::milliseconds const period(std::max(periodMilliseconds, s_minTimerPeriodMs));
+    GetOwnQueue().SetTimer({window, object, period, callback, Clock::now() + period});
+    return reinterpret_cast<std::uintptr_t>(object);
+}
+
+bool KillWindowTimer(HWND window, void *object)
+{
+    QueueRegistry &registry = GetRegistry();
+    SuspensionDeferral const deferral;
+    std::lock_guard const lock(registry.mutex);
+    return std::any_of(registry.queues.begin(), registry.queues.end(),
+                       [window, object](auto const &entry) { return entry.second->KillTimer(window, object); });
+}
+
+} // namespace quillmarsh::platform

@@ -1,0 +1,120 @@
+#include "source/platform/threads.h"
+
+#include "source/platform/win32/windows.h"
+
+#include <process.h>
+
+namespace quillmarsh::platform
+{
+namespace
+{
+
+struct ThreadStart
+{
+    ThreadFunction function;
+    void *argument;
+};
+
+unsigned int __stdcall RunThreadFunction(void *start)
+{
+    ThreadStart const call = *AutoPtr<ThreadStart>(static_cast<ThreadStart *>(start));
+    return call.function(call.argument);
+}
+
+} // namespace
+
+HANDLE CreateEventObject(bool initiallySignaled, bool manualReset, string const &name)
+{
+    return CreateEventA(nullptr, manualReset, initiallySignaled, name.empty() ? nullptr : name.c_str());
+}
+
+bool SignalEvent(HANDLE event)
+{
+    return SetEvent(event) != FALSE;
+}
+
+bool ClearEvent(HANDLE event)
+{
+    return ResetEvent(event) != FALSE;
+}
+
+HANDLE CreateNewMutex(string const &name)
+{
+    SetLastError(ERROR_SUCCESS);
+    HANDLE const mutex = CreateMutexA(nullptr, TRUE, name.c_str());
+    bool const isNew = mutex && GetLastError() != ERROR_ALREADY_EXISTS;
+    if (mutex && !isNew)
+        CloseHandle(mutex);
+    return isNew ? mutex : nullptr;
+}
+
+eWaitResult WaitForObject(HANDLE object, unsigned int milliseconds)
+{
+    switch (WaitForSingleObject(object, milliseconds))
+    {
+    case WAIT_OBJECT_0:
+        return eWaitResult::e_signaled;
+    case WAIT_TIMEOUT:
+        return eWaitResult::e_timedOut;
+    default:
+        return eWaitResult::e_failed;
+    }
+}
+
+void CloseObject(HANDLE object)
+{
+    if (object)
+        CloseHandle(object);
+}
+
+HANDLE StartThread(ThreadFunction function, void *argument, unsigned int &threadId)
+{
+    AutoPtr<ThreadStart> start(new ThreadStart{function, argument});
+    auto const handle = _beginthreadex(nullptr, 0, &RunThreadFunction, start.get(), 0, &threadId);
+    if (handle != 0)
+        static_cast<void>(start.release());
+    return reinterpret_cast<HANDLE>(handle);
+}
+
+unsigned int GetCurrentThreadNumber()
+{
+    return GetCurrentThreadId();
+}
+
+void SleepMilliseconds(unsigned int milliseconds)
+{
+    Sleep(milliseconds);
+}
+
+bool SetThreadPriorityLevel(HANDLE thread, int level)
+{
+    return SetThreadPriority(thread, level) != FALSE;
+}
+
+int GetThreadPriorityLevel(HANDLE thread)
+{
+    return GetThreadPriority(thread);
+}
+
+bool DisableThreadPriorityBoost(HANDLE thread, bool disable)
+{
+    return SetThreadPriorityBoost(thread, disable) != FALSE;
+}
+
+bool IsThreadPriorityBoostDisabled(HANDLE thread)
+{
+    BOOL isDisabled = FALSE;
+    return GetThreadPriorityBoost(thread, &isDisabled) && isDisabled;
+}
+
+bool SuspendThreadObject(HANDLE thread)
+{
+    return SuspendThread(thread) != static_cast<DWORD>(-1);
+}
+
+bool ResumeThreadObject(HANDLE thread)
+{
+    return ResumeThread(thread) != static_cast<DWORD>(-1);
+}
+
+} // namespace quillmarsh::platform
