@@ -1,0 +1,47 @@
+#include "source/platform/dialogs.h"
+
+#include "source/platform/win32/windows.h"
+
+namespace quillmarsh::platform
+{
+namespace
+{
+
+UINT GetButtonFlags(DialogRequest const &request)
+{
+    switch (request.buttons)
+    {
+    case eDialogButtons::e_abortRetryIgnore:
+        return MB_ABORTRETRYIGNORE | (request.defaultAnswer == eDialogAnswer::e_retry    ? MB_DEFBUTTON2
+                                      : request.defaultAnswer == eDialogAnswer::e_ignore ? MB_DEFBUTTON3
+                                                                                         : MB_DEFBUTTON1);
+    case eDialogButtons::e_cancelOk:
+        return MB_OKCANCEL | (request.defaultAnswer == eDialogAnswer::e_cancel ? MB_DEFBUTTON2 : MB_DEFBUTTON1);
+    default:
+        return MB_OK;
+    }
+}
+
+} // namespace
+
+eDialogAnswer PresentSystemDialog(DialogRequest const &request)
+{
+    switch (MessageBoxA(nullptr, request.text.c_str(), request.title.c_str(),
+                        MB_ICONERROR | MB_TASKMODAL | MB_SETFOREGROUND | GetButtonFlags(request)))
+    {
+    case IDOK:
+        return eDialogAnswer::e_ok;
+    case IDCANCEL:
+        return eDialogAnswer::e_cancel;
+    case IDABORT:
+        return eDialogAnswer::e_abort;
+    case IDRETRY:
+        return eDialogAnswer::e_retry;
+    case IDIGNORE:
+        return eDialogAnswer::e_ignore;
+    default:
+        return request.defaultAnswer;
+    }
+}
+
+} // namespace quillmarsh::platform
