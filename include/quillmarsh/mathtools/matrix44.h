@@ -1,0 +1,251 @@
+// Matrix of four rows and four columns.
+#ifndef QUILLMARSH_MATHTOOLS_MATRIX44_H
+#define QUILLMARSH_MATHTOOLS_MATRIX44_H
+
+#include <quillmarsh/mathtools/matrix33.h>
+#include <quillmarsh/mathtools/vector4.h>
+
+#include <utility>
+
+namespace quillmarsh
+{
+
+/// 16 floats by rows, and nothing else: element (row, column) stands at `row * 4 + column`. A value type: any thread.
+class mat4 : public SquareMatrixOperations<mat4>
+{
+public:
+    using SquareMatrixOperations<mat4>::Inverse;
+
+    /// @name Constants
+    /// @{
+    static mat4 const ZERO;
+    static mat4 const IDENTITY;
+    /// @}
+
+    /// Leaves the elements unset.
+    mat4() = default;
+    constexpr mat4(float m00, float m01, float m02, float m03, float m10, float m11, float m12, float m13, float m20,
+                   float m21, float m22, float m23, float m30, float m31, float m32, float m33)
+        : rows_{vec4(m00, m01, m02, m03), vec4(m10, m11, m12, m13), vec4(m20, m21, m22, m23), vec4(m30, m31, m32, m33)}
+    {
+    }
+    constexpr mat4(vec4 const &row0, vec4 const &row1, vec4 const &row2, vec4 const &row3)
+        : rows_{row0, row1, row2, row3}
+    {
+    }
+    explicit constexpr mat4(float const *elements)
+        : rows_{vec4(elements), vec4(elements + 4), vec4(elements + 8), vec4(elements + 12)}
+    {
+    }
+    /// The block in the upper left, the rest as in the identity.
+    /// @{
+    constexpr mat4(mat2 const &m) : mat4(Extended(m.Row0()), Extended(m.Row1()), vec4::UNIT_Z, vec4::UNIT_W) {}
+    constexpr mat4(mat3 const &m) : mat4(Extended(m.Row0()), Extended(m.Row1()), Extended(m.Row2()), vec4::UNIT_W) {}
+    /// @}
+
+    /// @name Elements
+    /// @{
+    constexpr mat4 &Set(float m00, float m01, float m02, float m03, float m10, float m11, float m12, float m13,
+                        float m20, float m21, float m22, float m23, float m30, float m31, float m32, float m33)
+    {
+        return *this = mat4(m00, m01, m02, m03, m10, m11, m12, m13, m20, m21, m22, m23, m30, m31, m32, m33);
+    }
+    constexpr mat4 &Set(vec4 const &row0, vec4 const &row1, vec4 const &row2, vec4 const &row3)
+    {
+        return *this = mat4(row0, row1, row2, row3);
+    }
+    constexpr mat4 &Set(float const *elements) { return *this = mat4(elements); }
+    constexpr float *ToPtr() { return &rows_[0].x; }
+    constexpr float const *ToPtr() const { return &rows_[0].x; }
+    constexpr operator float *() { return ToPtr(); }
+    constexpr operator float const *() const { return ToPtr(); }
+    /// The first element of a row. Any integer is an index.
+    template<typename Index>
+    constexpr float *operator[](Index row)
+    {
+        return &rows_[row].x;
+    }
+    template<typename Index>
+    constexpr float const *operator[](Index row) const
+    {
+        return &rows_[row].x;
+    }
+    /// @}
+
+    /// @name Rows, in place
+    /// @{
+    constexpr vec4 &Row(unsigned int index) { return rows_[index]; }
+    constexpr vec4 const &Row(unsigned int index) const { return rows_[index]; }
+    constexpr vec4 &Row0() { return rows_[0]; }
+    constexpr vec4 const &Row0() const { return rows_[0]; }
+    constexpr vec4 &Row1() { return rows_[1]; }
+    constexpr vec4 const &Row1() const { return rows_[1]; }
+    constexpr vec4 &Row2() { return rows_[2]; }
+    constexpr vec4 const &Row2() const { return rows_[2]; }
+    constexpr vec4 &Row3() { return rows_[3]; }
+    constexpr vec4 const &Row3() const { return rows_[3]; }
+    /// @}
+
+    /// @name Columns, as copies
+    /// @{
+    constexpr vec4 Column(unsigned int index) const;
+    constexpr void Column(unsigned int index, vec4 &column) const { column = Column(index); }
+    constexpr vec4 Column0() const { return vec4(rows_[0].x, rows_[1].x, rows_[2].x, rows_[3].x); }
+    constexpr void Column0(vec4 &column) const { column = Column0(); }
+    constexpr vec4 Column1() const { return vec4(rows_[0].y, rows_[1].y, rows_[2].y, rows_[3].y); }
+    constexpr void Column1(vec4 &column) const { column = Column1(); }
+    constexpr vec4 Column2() const { return vec4(rows_[0].z, rows_[1].z, rows_[2].z, rows_[3].z); }
+    constexpr void Column2(vec4 &column) const { column = Column2(); }
+    constexpr vec4 Column3() const { return vec4(rows_[0].w, rows_[1].w, rows_[2].w, rows_[3].w); }
+    constexpr void Column3(vec4 &column) const { column = Column3(); }
+    /// @}
+
+    /// Copy with rows and columns exchanged.
+    constexpr mat4 Transposed() const { return mat4(Column0(), Column1(), Column2(), Column3()); }
+    constexpr float Trace() const { return rows_[0].x + rows_[1].y + rows_[2].z + rows_[3].w; }
+    constexpr float Determinant() const;
+
+    /// By elimination, with the largest element of each column as its pivot. It fails, and the object becomes IDENTITY,
+    /// when a pivot is not above MatrixInverseDefaultDividerTolerance.
+    constexpr mat4 &Inverse(mat4 const &source, bool *failed = nullptr);
+
+    /// @name Inversion that destroys its source, and so saves a copy
+    /// @{
+    constexpr mat4 &InverseNC(mat4 &source, bool *failed = nullptr);
+    constexpr mat4 &InverseNCE(mat4 &source);
+    /// @}
+
+    /// @name Component by component
+    /// See componentoperations.h.
+    /// @{
+    template<typename Function, typename... Operands>
+    static constexpr mat4 Map(Function function, Operands const &...operands)
+    {
+        return mat4(vec4::Map(function, operands.rows_[0]...), vec4::Map(function, operands.rows_[1]...),
+                    vec4::Map(function, operands.rows_[2]...), vec4::Map(function, operands.rows_[3]...));
+    }
+    template<typename Predicate, typename... Operands>
+    static constexpr bool All(Predicate predicate, Operands const &...operands)
+    {
+        return vec4::All(predicate, operands.rows_[0]...) && vec4::All(predicate, operands.rows_[1]...) &&
+               vec4::All(predicate, operands.rows_[2]...) && vec4::All(predicate, operands.rows_[3]...);
+    }
+    /// @}
+
+    /// The product, see SquareMatrixOperations.
+    static constexpr mat4 Product(mat4 const &a, mat4 const &b);
+
+private:
+    static constexpr vec4 Extended(vec3 const &row) { return vec4(row.x, row.y, row.z, 0.0f); }
+
+    /// Makes column `index`, which stands in the member `column` of each row, that of the identity. False without a pivot.
+    template<unsigned int index, float vec4::*column>
+    static constexpr bool Eliminate(mat4 &source, mat4 &result);
+
+    vec4 rows_[4];
+};
+
+static_assert(sizeof(mat4) == 16 * sizeof(float));
+
+inline constexpr mat4 mat4::ZERO(vec4::ZERO, vec4::ZERO, vec4::ZERO, vec4::ZERO);
+inline constexpr mat4 mat4::IDENTITY(vec4::UNIT_X, vec4::UNIT_Y, vec4::UNIT_Z, vec4::UNIT_W);
+
+constexpr mat2::mat2(mat4 const &m) : mat2(m.Row0(), m.Row1()) {}
+
+constexpr mat3::mat3(mat4 const &m) : mat3(m.Row0(), m.Row1(), m.Row2()) {}
+
+constexpr vec4 mat4::Column(unsigned int index) const
+{
+    return index == 0 ? Column0() : index == 1 ? Column1() : index == 2 ? Column2() : Column3();
+}
+
+constexpr mat4 mat4::Product(mat4 const &a, mat4 const &b)
+{
+    auto const row = [&b](vec4 const &left)
+    { return b.rows_[0] * left.x + b.rows_[1] * left.y + b.rows_[2] * left.z + b.rows_[3] * left.w; };
+    return mat4(row(a.rows_[0]), row(a.rows_[1]), row(a.rows_[2]), row(a.rows_[3]));
+}
+
+constexpr float mat4::Determinant() const
+{
+    // By the determinants of two rows each, upper and lower half.
+    auto const &[a, b, c, d] = rows_;
+    float const upper01 = a.x * b.y - a.y * b.x;
+    float const upper02 = a.x * b.z - a.z * b.x;
+    float const upper03 = a.x * b.w - a.w * b.x;
+    float const upper12 = a.y * b.z - a.z * b.y;
+    float const upper13 = a.y * b.w - a.w * b.y;
+    float const upper23 = a.z * b.w - a.w * b.z;
+    float const lower01 = c.x * d.y - c.y * d.x;
+    float const lower02 = c.x * d.z - c.z * d.x;
+    float const lower03 = c.x * d.w - c.w * d.x;
+    float const lower12 = c.y * d.z - c.z * d.y;
+    float const lower13 = c.y * d.w - c.w * d.y;
+    float const lower23 = c.z * d.w - c.w * d.z;
+    return upper01 * lower23 - upper02 * lower13 + upper03 * lower12 + upper12 * lower03 - upper13 * lower02 +
+           upper23 * lower01;
+}
+
+template<unsigned int index, float vec4::*column>
+constexpr bool mat4::Eliminate(mat4 &source, mat4 &result)
+{
+    unsigned int pivotRow = index;
+    float pivotWeight = math_details::Absolute(source.rows_[index].*column);
+    for (unsigned int row = index + 1; row < 4; ++row)
+    {
+        float const weight = math_details::Absolute(source.rows_[row].*column);
+        if (weight > pivotWeight)
+        {
+            pivotRow = row;
+            pivotWeight = weight;
+        }
+    }
+    if (pivotWeight <= math_constants::MatrixInverseDefaultDividerTolerance)
+        return false;
+    std::swap(source.rows_[index], source.rows_[pivotRow]);
+    std::swap(result.rows_[index], result.rows_[pivotRow]);
+
+    float const scale = 1.0f / (source.rows_[index].*column);
+    source.rows_[index] *= scale;
+    result.rows_[index] *= scale;
+    for (unsigned int row = 0; row < 4; ++row)
+    {
+        if (row == index)
+            continue;
+        float const factor = source.rows_[row].*column;
+        source.rows_[row] -= source.rows_[index] * factor;
+        result.rows_[row] -= result.rows_[index] * factor;
+    }
+    return true;
+}
+
+constexpr mat4 &mat4::InverseNC(mat4 &source, bool *failed)
+{
+    mat4 result = IDENTITY;
+    bool const inverted = Eliminate<0, &vec4::x>(source, result) && Eliminate<1, &vec4::y>(source, result) &&
+                          Eliminate<2, &vec4::z>(source, result) && Eliminate<3, &vec4::w>(source, result);
+    if (!inverted)
+        return FailInversion(failed);
+    if (failed)
+        *failed = false;
+    return *this = result;
+}
+
+constexpr mat4 &mat4::Inverse(mat4 const &source, bool *failed)
+{
+    mat4 scratch = source;
+    return InverseNC(scratch, failed);
+}
+
+constexpr mat4 &mat4::InverseNCE(mat4 &source)
+{
+    bool failed = false;
+    InverseNC(source, &failed);
+    if (failed)
+        math_details::ThrowUninvertibleMatrix();
+    return *this;
+}
+
+} // namespace quillmarsh
+
+#endif
