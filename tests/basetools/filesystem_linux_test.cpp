@@ -1,0 +1,119 @@
+#include <quillmarsh/basetools/filesystem.h>
+
+#include "tests/support/scratch_directory.h"
+#include "tests/support/walk_recorder.h"
+
+#include <gtest/gtest.h>
+
+#include <unistd.h>
+
+namespace quillmarsh::file_system
+{
+namespace
+{
+
+using tests::ReadFile;
+using tests::ScratchDirectory;
+using tests::WalkRecorder;
+
+/// Acts as an ordinary user for a scope where the tests run as the superuser, to whom nothing is closed.
+class OrdinaryUserSentry : NoCopy
+{
+public:
+    OrdinaryUserSentry() : before_(geteuid())
+    {
+        constexpr uid_t nobody = 65534;
+        EXPECT_EQ(seteuid(before_ == 0 ? nobody : before_), 0);
+    }
+    ~OrdinaryUserSentry() { EXPECT_EQ(seteuid(before_), 0); }
+
+private:
+    uid_t before_;
+};
+
+TEST(FileSystem, LinkThatLeadsNowhereIsThere)
+{
+    ScratchDirectory const scratch;
+    std::filesystem::create_symlink("nowhere", scratch / "dangling");
+    EXPECT_TRUE(FileExists(scratch / "dangling"));
+    EXPECT_TRUE(IfFileExistsDeleteOnOverwrite(scratch / "dangling", true));
+    EXPECT_FALSE(FileExists(scratch / "dangling"));
+}
+
+TEST(FileSystem, CopyThroughALinkKeepsTheLink)
+{
+    ScratchDirectory const scratch;
+    string const from = scratch.Write("from", "new");
+    string const target = scratch.Write("target", "old");
+    std::filesystem::create_symlink(target, scratch / "link");
+    EXPECT_TRUE(CopyFileA(from, scratch / "link", true));
+    EXPECT_TRUE(std::filesystem::is_symlink(scratch / "link"));
+    EXPECT_EQ(ReadFile(target), "new");
+    EXPECT_FALSE(CopyFileA(target, scratch / "link", true));
+    EXPECT_EQ(ReadFile(target), "new");
+}
+
+TEST(FileSystem, MoveToAnotherDeviceCopies)
+{
+    constexpr char const *otherDevice = "/dev/shm";
+    string elsewhere;
+    if (!DirectoryExists(otherDevice) || !CreateTempFile(elsewhere, otherDevice, "qm"))
+        GTEST_SKIP() << "no second device";
+    ScratchDirectory const scratch;
+    string const from = scratch.Write("from", "data");
+    EXPECT_FALSE(MoveFileA(from, elsewhere, false));
+    EXPECT_EQ(ReadFile(elsewhere), "");
+    EXPECT_TRUE(MoveFileA(from, elsewhere, true));
+    EXPECT_EQ(ReadFile(elsewhere), "data");
+    EXPECT_FALSE(FileExists(from));
+    EXPECT_TRUE(DeleteFileA(elsewhere));
+}
+
+TEST(FileSystemWalker, CirclesOfLinksEnd)
+{
+    ScratchDirectory const scratch;
+    std::filesystem::create_directories(scratch / "a");
+    std::filesystem::create_directories(scratch / "b");
+    std::filesystem::create_directory_symlink("..", scratch / "a/up");
+    std::filesystem::create_directory_symlink("../b", scratch / "a/x");
+    std::filesystem::create_directory_symlink("../a", scratch / "b/y");
+    std::filesystem::create_symlink("nowhere", scratch / "dangling");
+    WalkRecorder recorder(scratch.GetPath().string());
+    EXPECT_TRUE(recorder.Walk(scratch.GetPath().string()));
+    EXPECT_EQ(recorder.lines,
+              (std::vector<string>{"begin", "directory 0.0 / a", "directory 1.0 /a/ up", "directory 1.1 /a/ x",
+                                   "directory 2.0 /a/x/ y", "directory 0.1 / b", "directory 1.0 /b/ y",
+                                   "directory 2.0 /b/y/ up", "directory 2.1 /b/y/ x", "file 0.2 / dangling", "end"}));
+}
+
+TEST(FileSystemWalker, NamesOfAnyBytesSurvive)
+{
+    ScratchDirectory const scratch;
+    string const name = "caf\xe9\xff \n";
+    std::filesystem::create_directory(scratch / name);
+    scratch.Write(name + "/" + name, "");
+    WalkRecorder recorder(scratch.GetPath().string());
+    EXPECT_TRUE(recorder.Walk(scratch.GetPath().string()));
+    EXPECT_EQ(recorder.lines,
+              (std::vector<string>{"begin", "directory 0.0 / " + name, "file 1.0 /" + name + "/ " + name, "end"}));
+    EXPECT_TRUE(FileExists(scratch / name));
+}
+
+TEST(FileSystemWalker, DirectoryThatCannotBeReadIsEmpty)
+{
+    ScratchDirectory const scratch;
+    std::filesystem::create_directory(scratch / "closed");
+    scratch.Write("closed/secret", "");
+    scratch.Write("open", "");
+    std::filesystem::permissions(scratch / "closed", std::filesystem::perms::none);
+    WalkRecorder recorder(scratch.GetPath().string());
+    {
+        OrdinaryUserSentry const user;
+        EXPECT_TRUE(recorder.Walk(scratch.GetPath().string()));
+    }
+    std::filesystem::permissions(scratch / "closed", std::filesystem::perms::owner_all);
+    EXPECT_EQ(recorder.lines, (std::vector<string>{"begin", "directory 0.0 / closed", "file 0.1 / open", "end"}));
+}
+
+} // namespace
+} // namespace quillmarsh::file_system

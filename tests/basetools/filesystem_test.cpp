@@ -1,0 +1,235 @@
+#include <quillmarsh/basetools/filesystem.h>
+
+#include "tests/support/environment_variable.h"
+#include "tests/support/scratch_directory.h"
+
+#include <gtest/gtest.h>
+
+#include <set>
+
+namespace quillmarsh::file_system
+{
+namespace
+{
+
+using tests::EnvironmentVariable;
+using tests::ReadFile;
+using tests::ScratchDirectory;
+
+/// Makes a directory the current one for a scope.
+class ProcessDirectorySentry : NoCopy
+{
+public:
+    explicit ProcessDirectorySentry(string const &directory)
+    {
+        EXPECT_TRUE(GetProcessDirectory(before_, false));
+        EXPECT_TRUE(SetProcessDirectory(directory));
+    }
+    ~ProcessDirectorySentry() { EXPECT_TRUE(SetProcessDirectory(before_)); }
+
+private:
+    string before_;
+};
+
+std::size_t CountEntries(std::filesystem::path const &directory)
+{
+    return static_cast<std::size_t>(std::distance(std::filesystem::directory_iterator(directory), {}));
+}
+
+TEST(FileSystem, ExistenceIsThatOfAnEntry)
+{
+    ScratchDirectory const scratch;
+    string const file = scratch.Write("a.txt", "");
+    std::filesystem::create_directory(scratch / "ab");
+    ProcessDirectorySentry const inside(scratch.GetPath().string());
+
+    EXPECT_TRUE(FileExists(file));
+    EXPECT_TRUE(FileExists("a.txt"));
+    EXPECT_TRUE(FileExists("ab"));
+    EXPECT_TRUE(DirectoryExists("a.txt"));
+    EXPECT_TRUE(DirectoryExists(scratch.GetPath().string()));
+    EXPECT_TRUE(DirectoryExists(scratch / ""));
+    EXPECT_FALSE(DirectoryExists("ab"));
+    EXPECT_FALSE(DirectoryExists("nowhere"));
+    for (string const &name : {string(), string("*"), string("a.tx?"), string("nowhere"), string("a.txt\0", 6)})
+    {
+        EXPECT_FALSE(FileExists(name));
+        EXPECT_FALSE(DirectoryExists(name));
+    }
+}
+
+TEST(FileSystem, CopyKeepsPermissionsAndReplacesOnlyOnDemand)
+{
+    ScratchDirectory const scratch;
+    string const from = scratch.Write("from", string(200000, 'x'));
+    using std::filesystem::perms;
+    std::filesystem::permissions(from, perms::owner_read | perms::group_read);
+    std::filesystem::last_write_time(from, std::filesystem::last_write_time(from) - std::chrono::hours(100));
+    string const to = scratch.Write("to", "old");
+
+    EXPECT_FALSE(CopyFileA(from, to, false));
+    EXPECT_EQ(ReadFile(to), "old");
+    EXPECT_TRUE(CopyFileA(from, to, true));
+    EXPECT_EQ(ReadFile(to), ReadFile(from));
+    EXPECT_EQ(std::filesystem::status(to).permissions(), std::filesystem::status(from).permissions());
+    EXPECT_EQ(std::filesystem::last_write_time(to), std::filesystem::last_write_time(from));
+    EXPECT_TRUE(CopyFileA(from, scratch / "new", false));
+    EXPECT_EQ(CountEntries(scratch.GetPath()), 3u);
+}
+
+TEST(FileSystem, FailedCopyOrMoveLeavesBothFilesAndNothingElse)
+{
+    ScratchDirectory const scratch;
+    string const from = scratch.Write("from", "data");
+    string const to = scratch.Write("to", "old");
+    std::filesystem::create_directory(scratch / "folder");
+
+    EXPECT_FALSE(CopyFileA(from, from, true));
+    EXPECT_FALSE(CopyFileA(from, scratch / "folder", true));
+    EXPECT_FALSE(CopyFileA(from, scratch / "nowhere/to", true));
+    EXPECT_FALSE(CopyFileA(scratch / "folder", scratch / "copy", true));
+    EXPECT_FALSE(CopyFileA(scratch / "nowhere", to, true));
+    EXPECT_FALSE(CopyFileA("", to, true));
+    EXPECT_FALSE(MoveFileA(from, to, false));
+    EXPECT_FALSE(MoveFileA(from, scratch / "folder", true));
+    EXPECT_FALSE(MoveFileA(scratch / "nowhere", to, true));
+    EXPECT_EQ(ReadFile(from), "data");
+    EXPECT_EQ(ReadFile(to), "old");
+    EXPECT_EQ(CountEntries(scratch.GetPath()), 3u);
+}
+
+TEST(FileSystem, MoveRenamesFilesAndDirectories)
+{
+    ScratchDirectory const scratch;
+    string const from = scratch.Write("from", "data");
+    string const to = scratch.Write("to", "old");
+    EXPECT_TRUE(MoveFileA(from, to, true));
+    EXPECT_EQ(ReadFile(to), "data");
+    EXPECT_FALSE(FileExists(from));
+    EXPECT_TRUE(MoveFileA(to, from, false));
+    std::filesystem::create_directory(scratch / "folder");
+    EXPECT_TRUE(MoveFileA(scratch / "folder", scratch / "renamed", false));
+    EXPECT_EQ(CountEntries(scratch.GetPath()), 2u);
+}
+
+TEST(FileSystem, OverwriteRuleDeletesOnlyOnDemand)
+{
+    ScratchDirectory const scratch;
+    string const file = scratch.Write("file", "");
+    EXPECT_TRUE(IfFileExistsDeleteOnOverwrite(scratch / "nowhere", false));
+    EXPECT_FALSE(IfFileExistsDeleteOnOverwrite(file, false));
+    EXPECT_TRUE(FileExists(file));
+    EXPECT_TRUE(IfFileExistsDeleteOnOverwrite(file, true));
+    EXPECT_FALSE(FileExists(file));
+    EXPECT_FALSE(IfFileExistsDeleteOnOverwrite(scratch / "", true));
+    EXPECT_FALSE(DeleteFileA(string("file\0x", 6)));
+}
+
+TEST(FileSystem, DirectoriesAreCreatedAlongThePath)
+{
+    ScratchDirectory const scratch;
+    EXPECT_TRUE(CreateDirectoryPath(scratch / "one/ab//three/"));
+    EXPECT_TRUE(DirectoryExists(scratch / "one/ab/three"));
+    EXPECT_TRUE(CreateDirectoryPath(scratch / "one/ab/three/four"));
+    EXPECT_FALSE(CreateDirectoryA(scratch / "one"));
+    EXPECT_FALSE(CreateDirectoryPath(""));
+    EXPECT_FALSE(CreateDirectoryPath("//"));
+    scratch.Write("file", "");
+    EXPECT_FALSE(CreateDirectoryPath(scratch / "file/below"));
+    EXPECT_FALSE(CreateDirectoryPath(scratch / string("cut\0short", 9)));
+    EXPECT_FALSE(FileExists(scratch / "cut"));
+
+    EXPECT_FALSE(DeleteDirectory(scratch / "one"));
+    EXPECT_TRUE(DeleteDirectory(scratch / "one/ab/three/four"));
+
+    ProcessDirectorySentry const inside(scratch.GetPath().string());
+    EXPECT_TRUE(CreateDirectoryPath("ab/cd"));
+    EXPECT_TRUE(CreateDirectoryPath("ab/ef"));
+    EXPECT_TRUE(DirectoryExists("ab/ef"));
+}
+
+TEST(FileSystem, RelativeNameIsCompletedByTheProcessDirectory)
+{
+    ScratchDirectory const scratch;
+    string const directory = std::filesystem::canonical(scratch.GetPath()).string();
+    ProcessDirectorySentry const inside(directory);
+    string name;
+    ASSERT_TRUE(GetProcessDirectory(name, true));
+    EXPECT_EQ(name, directory + GetPathSeparator());
+    EXPECT_EQ(GetFullPathNameA("a", false), name + "a");
+    EXPECT_EQ(GetFullPathNameA("a", true), name + "a" + GetPathSeparator());
+    EXPECT_EQ(GetFullPathNameA(name, false), name);
+
+    std::filesystem::remove(directory);
+    name = "a";
+    EXPECT_FALSE(ForceFullPathName(name, false));
+    EXPECT_EQ(name, "");
+    EXPECT_FALSE(GetProcessDirectory(name, false));
+    EXPECT_FALSE(SetProcessDirectory(directory));
+}
+
+TEST(FileSystem, UserDirectoriesComeFromTheEnvironmentFirst)
+{
+    string directory;
+    {
+        EnvironmentVariable const drive("HOMEDRIVE", "/drive");
+        EnvironmentVariable const path("HOMEPATH", "/home/path/");
+        EnvironmentVariable const profile("USERPROFILE", "/profile");
+        EXPECT_TRUE(GetUserHomeDirectory(directory, false));
+        EXPECT_EQ(directory, "/drive/home/path");
+        EXPECT_TRUE(GetUserProfileDirectory(directory, true));
+        EXPECT_EQ(directory, "/profile/");
+    }
+    EnvironmentVariable const drive("HOMEDRIVE", "/drive");
+    EnvironmentVariable const path("HOMEPATH", nullptr);
+    EnvironmentVariable const profile("USERPROFILE", nullptr);
+    EnvironmentVariable const home("HOME", "/root/of/user");
+    EXPECT_TRUE(GetUserHomeDirectory(directory, true));
+    EXPECT_EQ(directory, "/root/of/user/");
+    EXPECT_TRUE(GetUserProfileDirectory(directory, false));
+    EXPECT_EQ(directory, "/root/of/user");
+
+    EnvironmentVariable const noHome("HOME", nullptr);
+    EXPECT_TRUE(GetUserHomeDirectory(directory, false));
+    EXPECT_TRUE(IsAbsolutePathName(directory));
+}
+
+TEST(FileSystem, TempFilesAreEmptyAndUnique)
+{
+    ScratchDirectory const scratch;
+    EnvironmentVariable const temp("TMPDIR", scratch.GetPath().string().c_str());
+    string directory;
+    ASSERT_TRUE(GetTempDirectory(directory, true));
+    EXPECT_EQ(directory, scratch / "");
+
+    std::set<string> names;
+    for (int i = 0; i < 20; ++i)
+    {
+        string name;
+        ASSERT_TRUE(CreateTempFile(name, directory, "pre"));
+        EXPECT_EQ(name.substr(0, directory.size() + 3), directory + "pre");
+        EXPECT_EQ(std::filesystem::file_size(name), 0u);
+        names.insert(name);
+    }
+    EXPECT_EQ(names.size(), 20u);
+
+    string name = "old";
+    EXPECT_FALSE(CreateTempFile(name, scratch / "nowhere", "pre"));
+    EXPECT_EQ(name, "");
+    EXPECT_FALSE(CreateTempFile(name, directory, "../pre"));
+    EXPECT_FALSE(CreateTempFile(name, "", "pre"));
+}
+
+TEST(FileSystem, LongNameIsThatOfSomethingThere)
+{
+    ScratchDirectory const scratch;
+    string const file = scratch.Write("with a long name.text", "");
+    string name;
+    EXPECT_TRUE(ConvertShortPathNameToLongPathName(file, name));
+    EXPECT_EQ(name, file);
+    EXPECT_FALSE(ConvertShortPathNameToLongPathName(scratch / "nowhere", name));
+    EXPECT_EQ(name, "");
+}
+
+} // namespace
+} // namespace quillmarsh::file_system

@@ -1,0 +1,68 @@
+#include <quillmarsh/basetools/platforminfo.h>
+
+#include "source/platform/machineinfo.h"
+#include "tests/support/environment_variable.h"
+
+#include <gtest/gtest.h>
+
+namespace quillmarsh::platform_info
+{
+namespace
+{
+
+using tests::EnvironmentVariable;
+
+TEST(PlatformInfo, ReferencesToVariablesAreReplaced)
+{
+    EnvironmentVariable const set("QM_TEST_SET", "va%QM_TEST_SET%lue");
+    EnvironmentVariable const empty("QM_TEST_EMPTY", "");
+    EnvironmentVariable const same("QM_TEST_SAME", "%QM_TEST_SAME%");
+    EnvironmentVariable const unset("QM_TEST_UNSET", nullptr);
+
+    struct Expansion
+    {
+        string in, out;
+    };
+    Expansion const expansions[] = {
+        {"%QM_TEST_SET%", "va%QM_TEST_SET%lue"},
+        {"a%QM_TEST_SET%%QM_TEST_SET%b", "ava%QM_TEST_SET%lueva%QM_TEST_SET%lueb"},
+        {"%QM_TEST_UNSET%QM_TEST_SET%", "%QM_TEST_UNSETva%QM_TEST_SET%lue"},
+        {"100%%QM_TEST_SET%%", "100%va%QM_TEST_SET%lue%"},
+        {"%QM_TEST_UNSET%", ""},
+        {"%QM_TEST_SAME%", ""},
+        {"plain", ""},
+        {"%%", ""},
+        {"%", ""},
+        {"", ""},
+    };
+    for (Expansion const &expansion : expansions)
+    {
+        string out = "old";
+        EXPECT_EQ(ExpandEnvironmentVariable(expansion.in, out), !expansion.out.empty()) << expansion.in;
+        EXPECT_EQ(out, expansion.out) << expansion.in;
+    }
+    string out;
+    EXPECT_TRUE(ExpandEnvironmentVariable("%QM_TEST_EMPTY%", out));
+    EXPECT_EQ(out, "");
+}
+
+TEST(PlatformInfo, DescriptionOfWindowsNamesTwoVersions)
+{
+    EXPECT_EQ(platform::DescribeWindows({5, 0, 2195, 4, 0}), "Microsoft Windows 2000 / 5.0.2195 / Service Pack 4.0");
+    EXPECT_EQ(platform::DescribeWindows({5, 1, 2600, 3, 2}), "Microsoft Windows XP / 5.1.2600 / Service Pack 3.2");
+    EXPECT_EQ(platform::DescribeWindows({5, 2, 3790, 0, 0}), "Microsoft Windows / 5.2.3790 / Service Pack 0.0");
+}
+
+TEST(PlatformInfo, SystemTellsWhatItIs)
+{
+    unsigned int major = 0;
+    ASSERT_TRUE(GetOperatingSystemVersion(&major, nullptr, nullptr, nullptr, nullptr));
+    EXPECT_GT(major, 0u);
+    EXPECT_FALSE(RunningOnWindows2000());
+    EXPECT_NE(GetOperatingSystemDescription().find(std::to_string(major)), string::npos);
+    EXPECT_NE(GetMachineName(), "");
+    EXPECT_NE(GetUserNameA(), "");
+}
+
+} // namespace
+} // namespace quillmarsh::platform_info
