@@ -130,7 +130,7 @@ public:
     /// @name Start-up
     /// @{
 
-    /// First hook: the host tells its paths, the application answers.
+    /// The host tells its paths, the application answers.
     virtual void BeginStartup(StartupInfo const &info, StartupResult &result);
     virtual void QueryAutoInit(AutoInitInfo &info);
     /// The place to register commands and export variables.
@@ -146,7 +146,8 @@ public:
 
     /// Whether to use an extension. By default none is used.
     virtual bool ConfirmGenericExtension(string const &pluginName, string const &interfaceName);
-    /// All confirmed extensions are there: see Kernel::FindGenericExtension.
+    /// All confirmed extensions are there: see Kernel::FindGenericExtension. They go when OnKernelLevelChanged() has told
+    /// of their level on the way down.
     virtual void ConnectGenericExtensions();
     /// @}
 
@@ -199,7 +200,7 @@ public:
     /// `window` is null where there is no window.
     virtual void ConnectSubsystemsToAppWindow(HWND window, bool fullscreen);
     virtual void DisconnectSubsystemsFromAppWindow();
-    /// Asked before each frame; a false leads to FixSubsystems().
+    /// Asked after a reconfiguration; a false leads to FixSubsystems().
     virtual bool CheckSubsystems();
     virtual void FixSubsystems();
     /// @}

@@ -90,7 +90,7 @@ public:
 
     /// The identity, which is borrowed and must stay as long as the plug-in.
     void SetPluginInfo(PluginInfo *info) { pluginInfo_ = info; }
-    /// Asserts "Plugin-info not available." when none was set.
+    /// Asserts "Plugin-info not available." when none was set, and gives an empty one then.
     PluginInfo const &GetPluginInfo() const;
 
 protected:

@@ -37,6 +37,11 @@ struct PluginLibraryRecord
 constexpr unsigned int s_pluginLibraryMagic = 0x4c504d51;
 constexpr unsigned int s_pluginLibraryRecordLayout = 1;
 
+/// What stands in PluginLibraryRecord::CrossingSizes, for messages.
+constexpr char const *s_pluginLibraryCrossings[] = {
+    "pointer",     "string",        "PluginInfo",   "Plugin",
+    "StartupInfo", "StartupResult", "AutoInitInfo", "KernelExecutionParams"};
+
 /// Name of the one symbol that a plug-in library exports, and its type.
 #define QUILLMARSH_PLUGIN_ENTRY QuillmarshGetPluginLibrary
 constexpr char s_szPluginLibraryEntry[] = "QuillmarshGetPluginLibrary";

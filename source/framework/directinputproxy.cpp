@@ -1,0 +1,10 @@
+#include <quillmarsh/framework/directinputproxy.h>
+
+namespace quillmarsh
+{
+
+DirectInputProxy::DirectInputProxy() = default;
+
+DirectInputProxy::~DirectInputProxy() = default;
+
+} // namespace quillmarsh

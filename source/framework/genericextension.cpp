@@ -1,0 +1,10 @@
+#include <quillmarsh/framework/genericextension.h>
+
+namespace quillmarsh
+{
+
+GenericExtension::GenericExtension() = default;
+
+GenericExtension::~GenericExtension() = default;
+
+} // namespace quillmarsh

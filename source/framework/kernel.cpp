@@ -1,0 +1,69 @@
+#include <quillmarsh/framework/kernel.h>
+
+#include <quillmarsh/basetools/diagnostics.h>
+
+namespace quillmarsh
+{
+
+namespace
+{
+
+string MakeKernelName()
+{
+    return FormatClassName(GetTypeName(typeid(Kernel)));
+}
+
+} // namespace
+
+Kernel *Kernel::s_pInstanceKernel = nullptr;
+ostream *Kernel::s_pConOut = nullptr;
+ostream *Kernel::s_pLogOut = nullptr;
+
+Kernel::Kernel()
+{
+    QUILLMARSH_ASSERT(s_pInstanceKernel == nullptr, MakeKernelName() + " singleton already created.");
+    s_pInstanceKernel = this;
+}
+
+Kernel::~Kernel()
+{
+    QUILLMARSH_ASSERT(s_pInstanceKernel != nullptr, "Destructing non-existent " + MakeKernelName() + " singleton.");
+    s_pInstanceKernel = nullptr;
+}
+
+Kernel &Kernel::Instance()
+{
+    QUILLMARSH_ASSERT(s_pInstanceKernel != nullptr, MakeKernelName() + " singleton is not created.");
+    return *s_pInstanceKernel;
+}
+
+Kernel *Kernel::InstancePtr()
+{
+    QUILLMARSH_ASSERT(s_pInstanceKernel != nullptr, MakeKernelName() + " singleton is not created.");
+    return s_pInstanceKernel;
+}
+
+Application &Kernel::GetApplication()
+{
+    Application *const application = GetApplicationPtr();
+    QUILLMARSH_ASSERT(application != nullptr, "No active application.");
+    return *application;
+}
+
+void Kernel::SetOutputStreams(ostream &conOut, ostream &logOut)
+{
+    s_pConOut = &conOut;
+    s_pLogOut = &logOut;
+}
+
+ostream &GetConOut()
+{
+    return *Kernel::s_pConOut;
+}
+
+ostream &GetLogOut()
+{
+    return *Kernel::s_pLogOut;
+}
+
+} // namespace quillmarsh

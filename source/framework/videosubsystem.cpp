@@ -1,0 +1,10 @@
+#include <quillmarsh/framework/videosubsystem.h>
+
+namespace quillmarsh
+{
+
+VideoSubsystem::VideoSubsystem() = default;
+
+VideoSubsystem::~VideoSubsystem() = default;
+
+} // namespace quillmarsh

@@ -1,0 +1,243 @@
+#include "tests/support/scripted_dialogs.h"
+#include "tests/support/test_kernel.h"
+
+#include <quillmarsh/basetools/exception.h>
+#include <quillmarsh/framework/application.h>
+#include <quillmarsh/framework/failuredesc.h>
+
+#include <gtest/gtest.h>
+
+#include <stdexcept>
+
+namespace quillmarsh
+{
+namespace
+{
+
+using tests::ScriptedDialogs;
+using tests::TestKernel;
+using Texts = std::vector<string>;
+
+class TestApplication : public Application
+{
+};
+
+TEST(Kernel, IsThereOnce)
+{
+    ScriptedDialogs dialogs{platform::eDialogAnswer::e_retry, platform::eDialogAnswer::e_retry,
+                            platform::eDialogAnswer::e_retry};
+    EXPECT_EQ(nullptr, Kernel::InstancePtr());
+    {
+        TestKernel kernel;
+        EXPECT_EQ(&kernel, &Kernel::Instance());
+        kernel.conOut << "console";
+        EXPECT_EQ(static_cast<ostream *>(&kernel.conOut), &GetConOut());
+        EXPECT_EQ(static_cast<ostream *>(&kernel.logOut), &GetLogOut());
+        {
+            TestKernel second;
+            EXPECT_EQ(&second, Kernel::InstancePtr());
+        }
+        // The second one has taken the place with it.
+    }
+    EXPECT_EQ((Texts{"Kernel singleton is not created.", "Kernel singleton already created.",
+                     "Destructing non-existent Kernel singleton."}),
+              dialogs.TakeTexts());
+}
+
+TEST(Kernel, ApplicationHasToBeThere)
+{
+    TestKernel kernel;
+    TestApplication application;
+    kernel.application = &application;
+    EXPECT_EQ(&application, &kernel.GetApplication());
+
+    // There is nothing to go on with: the test leaves through the dialog.
+    struct Leave : platform::DialogPresenter
+    {
+        platform::eDialogAnswer Present(platform::DialogRequest const &request) override { throw request.text; }
+    } leave;
+    kernel.application = nullptr;
+    platform::DialogPresenter *const previous = platform::SetDialogPresenter(&leave);
+    string text;
+    try
+    {
+        kernel.GetApplication();
+    }
+    catch (string const &shown)
+    {
+        text = shown;
+    }
+    platform::SetDialogPresenter(previous);
+    EXPECT_NE(string::npos, text.find("! No active application."));
+}
+
+TEST(Kernel, ObserversLeaveItByThemselves)
+{
+    struct Both : FrameObserver, ReconfigObserver
+    {
+        void OnFrame(bool &, unsigned int, double) override {}
+    };
+    TestKernel kernel;
+    {
+        Both known;
+        Both unknown;
+        kernel.AddFrameObserver(&known);
+        kernel.AddReconfigObserver(&known);
+        EXPECT_EQ(1u, kernel.frameObservers.size());
+    }
+    EXPECT_TRUE(kernel.frameObservers.empty());
+    EXPECT_TRUE(kernel.reconfigObservers.empty());
+}
+
+constexpr char s_szDefaultParams[] = "\tAutoSampleSystemKeyboard.....: true\n"
+                                     "\tAutoSampleSystemMouse........: true\n"
+                                     "\tAutoSampleNonSystemDevices...: true\n"
+                                     "\tAutoDispatchGUIEvents........: true\n"
+                                     "\tGUIEventsPreFrameUpdateStates: false\n"
+                                     "\tAutoClearGUIStats............: true\n"
+                                     "\tAutoDrawGUI..................: true\n"
+                                     "\tAutoEndGUIRenderer...........: true\n"
+                                     "\tAutoPresentBackBuffer........: true\n"
+                                     "\tEnableHardCleanupConfigLoop..: true\n"
+                                     "\tEnableHardRethrowExit........: false\n"
+                                     "\tLogWinMsgOnMainWindowCleanup.: false\n"
+                                     "\tWaitCloseConfirmationOnExit..: false\n"
+                                     "\tDeveloperMode................: false\n";
+
+string DumpToString(auto const &record, unsigned int tabs)
+{
+    std::ostringstream out;
+    record.Dump(out, tabs);
+    return out.str();
+}
+
+TEST(KernelExecutionParams, ComesFromKernelOrDefaults)
+{
+    TestKernel kernel;
+    kernel.params.DeveloperMode = true;
+    kernel.params.HIDAutoSampling.AutoSampleSystemMouse = false;
+    EXPECT_EQ(s_szDefaultParams, DumpToString(KernelExecutionParams(false), 1));
+    EXPECT_TRUE(kernel.params.DeveloperMode);
+
+    KernelExecutionParams params;
+    EXPECT_TRUE(params.DeveloperMode);
+    EXPECT_FALSE(params.HIDAutoSampling.AutoSampleSystemMouse);
+    params.AutoDrawGUI = false;
+    params.SetKernelCurrent();
+    KernelExecutionParams again(false);
+    again.GetKernelCurrent();
+    EXPECT_FALSE(again.AutoDrawGUI);
+    EXPECT_TRUE(again.DeveloperMode);
+}
+
+TEST(KernelExecutionParams, WantsAKernelEvenForDefaults)
+{
+    for (bool current : {false, true})
+    {
+        ScriptedDialogs dialogs{platform::eDialogAnswer::e_retry, platform::eDialogAnswer::e_retry,
+                                platform::eDialogAnswer::e_retry};
+        KernelExecutionParams params(current);
+        EXPECT_EQ(s_szDefaultParams, DumpToString(params, 1));
+        params.DeveloperMode = true;
+        params.GetKernelCurrent();
+        params.SetKernelCurrent();
+        EXPECT_TRUE(params.DeveloperMode);
+        Texts const texts = dialogs.TakeTexts();
+        EXPECT_FALSE(texts.empty());
+        for (string const &text : texts)
+            EXPECT_EQ("Kernel singleton is not created.", text);
+    }
+}
+
+TEST(KernelThreadInfo, DumpsEachField)
+{
+    KernelThreadInfo info;
+    info.ThreadHandle = reinterpret_cast<HANDLE>(0x1f0);
+    info.ThreadID = 77;
+    info.Priority = -2;
+    EXPECT_EQ(
+        "ThreadHandle.......: 0x1f0\nThreadID...........: 77\nPriority...........: -2\nEnablePriorityBoost: true\n",
+        DumpToString(info, 0));
+}
+
+/// The bools of a description in field order, as digits.
+string Digits(FailureDesc const &desc)
+{
+    string digits;
+    for (bool flag : {desc.StandardException, desc.LibraryException, desc.KernelFailure, desc.GUIFailure,
+                      desc.GenericExtensionFailure, desc.ApplicationFailure, desc.VideoSubsystemFailure,
+                      desc.VideoRendererFailure, desc.DeviceFailure, desc.GenericSubsystemFailure})
+        digits += flag ? '1' : '0';
+    return digits;
+}
+
+template<typename T>
+string DigitsOf()
+{
+    T const thrown;
+    return Digits(FailureDesc(e_kernel_running, &thrown));
+}
+
+TEST(FailureDesc, KnowsTheKindOfFailure)
+{
+    EXPECT_EQ("0000000000", Digits(FailureDesc()));
+    EXPECT_EQ(e_kernel_none, FailureDesc().KernelLevel);
+    EXPECT_EQ(e_kernel_devices, FailureDesc(e_kernel_devices, nullptr, nullptr).KernelLevel);
+    std::runtime_error const standard("x");
+    EXPECT_EQ("1000000000", Digits(FailureDesc(e_kernel_none, nullptr, &standard)));
+
+    EXPECT_EQ("0100000000", DigitsOf<SystemResourceException>());
+    EXPECT_EQ("0110000000", DigitsOf<KernelException>());
+    EXPECT_EQ("0101000000", DigitsOf<GUIException>());
+    EXPECT_EQ("0100100000", DigitsOf<GenericExtensionException>());
+    EXPECT_EQ("0100010000", DigitsOf<ApplicationException>());
+    EXPECT_EQ("0100001000", DigitsOf<VideoSubsystemException>());
+    EXPECT_EQ("0100001000", DigitsOf<VideoSubsystemRecoverableException>());
+    EXPECT_EQ("0100000100", DigitsOf<VideoRendererException>());
+    EXPECT_EQ("0100000010", DigitsOf<DirectInputProxyException>());
+    EXPECT_EQ("0100000010", DigitsOf<HIDDriverException>());
+    EXPECT_EQ("0100000010", DigitsOf<HIDException>());
+    EXPECT_EQ("0100000001", DigitsOf<GenericSubsystemException>());
+}
+
+TEST(Application, AcceptsDevicesAndRenderersAndNothingElse)
+{
+    TestApplication application;
+    unsigned int flags = 7;
+    EXPECT_TRUE(application.ConfirmDirectInputVersion(0x800));
+    EXPECT_TRUE(application.ConfirmHIDDriver("driver", 0, flags));
+    EXPECT_EQ(7u, flags);
+    EXPECT_TRUE(application.ConfirmVideoRenderer("renderer", "interface"));
+    EXPECT_TRUE(application.CheckSubsystems());
+    EXPECT_FALSE(application.ConfirmGenericExtension("extension", "interface"));
+    EXPECT_FALSE(application.QueryIgnoreHIDDriver("driver"));
+    EXPECT_FALSE(application.GUIOnCommand(1));
+    EXPECT_FALSE(application.GUIOnKeyboardFocus(true));
+}
+
+TEST(Application, StartupRecordsDumpTheirPaths)
+{
+    Application::StartupInfo info;
+    info.CommandLine = "unseen";
+    info.ProcessDirectory = "a";
+    info.UserHomeDirectory = "b";
+    info.UserProfileDirectory = "c";
+    info.AppProfileDirectory = "d";
+    info.AppLogFilename = "e";
+    std::ostringstream out;
+    info.DumpPaths(out, 1);
+    EXPECT_EQ("\tProcessDirectory....: a\n\tUserHomeDirectory...: b\n\tUserProfileDirectory: c\n"
+              "\tAppProfileDirectory.: d\n\tAppLogFilename......: e\n",
+              out.str());
+
+    Application::StartupResult result;
+    EXPECT_TRUE(result.ContinueStartup && result.EnableConsole && !result.WaitCloseConfirmation);
+    result.AppWindowText = "w";
+    out.str("");
+    result.DumpPaths(out, 0);
+    EXPECT_EQ("ProcessDirectory...: \nAppProfileDirectory: \nAppLogFilename.....: \nAppWindowText......: w\n",
+              out.str());
+}
+
+} // namespace
+} // namespace quillmarsh
