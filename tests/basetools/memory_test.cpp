@@ -1,0 +1,206 @@
+#include <quillmarsh/basetools/heaptracked.h>
+#include <quillmarsh/basetools/memory.h>
+
+#include <quillmarsh/basetools/exception.h>
+
+#include "tests/support/scripted_dialogs.h"
+
+#include <gtest/gtest.h>
+
+#include <limits>
+#include <thread>
+
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+#define ALLOCATOR_IS_FOREIGN 1
+#else
+#define ALLOCATOR_IS_FOREIGN 0
+#endif
+
+namespace quillmarsh
+{
+namespace
+{
+
+constexpr std::size_t s_tooMuch = std::numeric_limits<std::ptrdiff_t>::max() - 100;
+
+/// Message of the exception that an allocation of too much throws.
+template<typename Allocate>
+string MessageOf(Allocate allocate)
+{
+    try
+    {
+        EXPECT_EQ(allocate(), nullptr) << "nobody has that much memory";
+    }
+    catch (NoMemoryException const &exception)
+    {
+        EXPECT_EQ(exception.GetFile(), "source/basetools/memory.cpp");
+        return exception.GetMessage();
+    }
+    catch (std::bad_alloc const &)
+    {
+        return "bad_alloc";
+    }
+    return "";
+}
+
+void OtherHandler()
+{
+    throw std::bad_alloc();
+}
+
+TEST(NewThrowsExceptionSentry, HandlerNamesTheSize)
+{
+    EXPECT_EQ(MessageOf([]() -> void * { NewThrowsExceptionSentry::NewHandler(77); }), "Failed to allocate 77 bytes");
+}
+
+TEST(NewThrowsExceptionSentry, FailedAllocationThrowsWhileItLives)
+{
+    if (ALLOCATOR_IS_FOREIGN)
+        GTEST_SKIP() << "the sanitizer ends the process";
+    auto const allocate = [] { return ::operator new(s_tooMuch); };
+    auto const allocateArray = [] { return ::operator new[](s_tooMuch); };
+    string const size = std::to_string(s_tooMuch);
+    EXPECT_EQ(MessageOf(allocate), "bad_alloc");
+    {
+        NewThrowsExceptionSentry const sentry;
+#if defined(__linux__)
+        EXPECT_EQ(MessageOf(allocate), "Failed to allocate " + size + " bytes");
+        EXPECT_EQ(MessageOf(allocateArray), "Failed to allocate " + size + " bytes");
+        std::thread([&] { EXPECT_EQ(MessageOf(allocate), "Failed to allocate " + size + " bytes"); }).join();
+#endif
+        EXPECT_EQ(::operator new(s_tooMuch, std::nothrow), nullptr);
+        // A size that a form of `new` tried before must not be told for one that does not tell its own.
+        auto const allocateAligned = [] { return ::operator new(s_tooMuch / 2, std::align_val_t(64)); };
+        EXPECT_EQ(MessageOf(allocateAligned), "Failed to allocate an unknown number of bytes");
+    }
+    EXPECT_EQ(MessageOf(allocate), "bad_alloc");
+}
+
+TEST(NewThrowsExceptionSentry, RestoresThePreviousHandlerAndVerifiesItsOwn)
+{
+    std::new_handler const original = std::set_new_handler(&OtherHandler);
+    {
+        NewThrowsExceptionSentry const outer;
+        NewThrowsExceptionSentry const inner;
+        EXPECT_NE(std::get_new_handler(), &OtherHandler);
+    }
+    EXPECT_EQ(std::get_new_handler(), &OtherHandler);
+    std::set_new_handler(original);
+
+    tests::ScriptedDialogs dialogs;
+    {
+        NewThrowsExceptionSentry const sentry;
+        std::set_new_handler(&OtherHandler);
+    }
+    EXPECT_EQ(std::get_new_handler(), original);
+    std::vector<platform::DialogRequest> const requests = dialogs.TakeRequests();
+    ASSERT_EQ(requests.size(), 1u);
+    EXPECT_EQ(requests[0].title, "Verify Failed");
+    EXPECT_TRUE(requests[0].text.ends_with("\n! quillmarsh-new-handler was unhooked by non-quillmarsh code."));
+}
+
+/// Writes down what it is asked for.
+class RecordingBuffer : public AdaptiveBufferBase
+{
+public:
+    /// Runs a cycle for each demand.
+    void Cycle(std::initializer_list<unsigned int> demands)
+    {
+        for (unsigned int const demand : demands)
+        {
+            BeginReserveCycle();
+            ReserveSpace(demand / 2);
+            ReserveSpace(demand);
+            ReserveSpace(0);
+            EndReserveCycle();
+        }
+    }
+
+    string Take() { return std::exchange(calls_, string()); }
+
+protected:
+    void AllocateBuffer(unsigned int size) override { calls_ += "a" + std::to_string(size); }
+    void FreeBuffer() override { calls_ += "f"; }
+
+private:
+    string calls_;
+};
+
+TEST(AdaptiveBuffer, GrowsAtOnceAndShrinksAfterStableCycles)
+{
+    RecordingBuffer buffer;
+    buffer.ReserveSpace(0);
+    EXPECT_EQ(buffer.Take(), "");
+    buffer.SetMinStableCycles(3);
+    buffer.Cycle({100, 10, 10, 10});
+    EXPECT_EQ(buffer.GetSize(), 100u);
+    EXPECT_EQ(buffer.Take(), "fa50fa100");
+    buffer.Cycle({10});
+    EXPECT_EQ(buffer.GetSize(), 10u);
+    EXPECT_EQ(buffer.Take(), "fa10");
+    buffer.Cycle({20, 12, 12, 11, 12, 12, 12});
+    EXPECT_EQ(buffer.GetSize(), 20u);
+    buffer.Cycle({0, 0, 0, 0, 0});
+    EXPECT_EQ(buffer.GetSize(), 20u);
+}
+
+TEST(AdaptiveBuffer, MinimumHoldsAndKeepsTheSizeOfASpike)
+{
+    RecordingBuffer buffer;
+    buffer.SetMinStableCycles(3);
+    buffer.SetMinSize(20);
+    EXPECT_EQ(buffer.Take(), "fa20");
+    buffer.Cycle({100, 10, 10, 10, 10, 10, 20, 20, 20, 20, 20});
+    EXPECT_EQ(buffer.GetSize(), 100u);
+    buffer.Cycle({30, 30, 30});
+    buffer.SetMinSize(15);
+    buffer.Cycle({30});
+    EXPECT_EQ(buffer.GetSize(), 100u);
+    buffer.Cycle({30, 30});
+    EXPECT_EQ(buffer.GetSize(), 30u);
+    buffer.Take();
+    buffer.ForceMinSize();
+    EXPECT_EQ(buffer.Take(), "fa15");
+    buffer.SetMinSize(0);
+    buffer.ForceMinSize();
+    EXPECT_EQ(buffer.Take(), "f");
+}
+
+struct OtherBase
+{
+    virtual ~OtherBase() = default;
+    int value = 0;
+};
+
+class Tracked : public OtherBase, public HeapTracked
+{
+};
+
+TEST(HeapTracked, KnowsNewFromEverythingElse)
+{
+    Tracked onStack;
+    EXPECT_FALSE(onStack.IsOnHeap());
+    AutoPtr<Tracked> const onHeap(new Tracked);
+    HeapTracked const &base = *onHeap;
+    ASSERT_NE(static_cast<void const *>(&base), static_cast<void const *>(onHeap.get()));
+    EXPECT_TRUE(base.IsOnHeap());
+    auto const inside = std::make_unique<std::pair<int, Tracked>>();
+    EXPECT_FALSE(inside->second.IsOnHeap());
+
+    void const *const address = onHeap.get();
+    AutoPtr<OtherBase>(new Tracked).reset();
+    AutoPtr<Tracked> const next(new Tracked);
+    EXPECT_TRUE(next->IsOnHeap() && onHeap->IsOnHeap() && address != next.get());
+}
+
+TEST(HeapTracked, RefusesArrays)
+{
+    tests::ScriptedDialogs dialogs;
+    EXPECT_EQ(new Tracked[2], nullptr);
+    EXPECT_EQ(dialogs.TakeTexts(), std::vector<string>{"Invalid call: calling new[] for heap-tracked class."});
+    HeapTracked::operator delete[](nullptr);
+    EXPECT_EQ(dialogs.TakeTexts(), std::vector<string>{"Invalid call: calling delete[] for heap-tracked class."});
+}
+
+} // namespace
+} // namespace quillmarsh
