@@ -2,6 +2,8 @@
 
 #include <quillmarsh/basetools/diagnostics.h>
 
+#include "source/dataobjects/samplecopies.h"
+
 #include <typeinfo>
 
 namespace quillmarsh
@@ -63,8 +65,7 @@ class TSH_CopySamples_3BytesBGRTo1ByteL1ByteClone final : public TransferSamples
 {
     void Handle(SignalBase &dst, SignalBase const &src) override
     {
-        CopySamples_3BytesBGRTo1ByteL(dst, dstLOffset, src, srcBGROffset);
-        CopySamples_NBytes(dst, dstOffset, src, srcOffset, 1);
+        CopySamples_3BytesBGRTo1ByteL1ByteClone(dst, dstLOffset, src, srcBGROffset, dstOffset, srcOffset);
     }
 };
 
@@ -73,8 +74,7 @@ class TSH_CopySamples_1ByteLTo3BytesBGR1ByteClone final : public TransferSamples
 {
     void Handle(SignalBase &dst, SignalBase const &src) override
     {
-        CopySamples_1ByteLTo3BytesBGR(dst, dstBGROffset, src, srcLOffset);
-        CopySamples_NBytes(dst, dstOffset, src, srcOffset, 1);
+        CopySamples_1ByteLTo3BytesBGR1ByteClone(dst, dstBGROffset, src, srcLOffset, dstOffset, srcOffset);
     }
 };
 

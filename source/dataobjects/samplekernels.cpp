@@ -1,0 +1,476 @@
+#include "source/dataobjects/samplekernels.h"
+
+// The code below is compiled once for each set of vector instructions.
+#undef HWY_TARGET_INCLUDE
+#define HWY_TARGET_INCLUDE "source/dataobjects/samplekernels.cpp"
+#include <hwy/foreach_target.h>
+
+#include <hwy/highway.h>
+
+#include <cstdint>
+
+HWY_BEFORE_NAMESPACE();
+namespace quillmarsh
+{
+namespace HWY_NAMESPACE
+{
+namespace
+{
+
+#if HWY_TARGET == HWY_SCALAR || HWY_TARGET == HWY_EMU128
+
+// Without vectors the one-element processors do it all.
+std::size_t Run(eSampleKernel, unsigned char *, unsigned char const *, std::size_t)
+{
+    return 0;
+}
+
+#else
+
+namespace hn = hwy::HWY_NAMESPACE;
+
+// Samples are handled in lanes of 32 bits, or of 16 where no sample is wider; narrower sides use part of a vector.
+constexpr hn::ScalableTag<std::uint32_t> s_d32;
+constexpr hn::Rebind<std::int32_t, decltype(s_d32)> s_dInt;
+constexpr hn::Rebind<float, decltype(s_d32)> s_dFloat;
+constexpr hn::Rebind<std::uint16_t, decltype(s_d32)> s_d16For32;
+constexpr hn::Rebind<std::uint8_t, decltype(s_d32)> s_d8For32;
+constexpr hn::Repartition<std::uint8_t, decltype(s_d32)> s_d8;
+constexpr hn::ScalableTag<std::uint16_t> s_d16;
+constexpr hn::Rebind<std::uint8_t, decltype(s_d16)> s_d8For16;
+
+using V32 = hn::Vec<decltype(s_d32)>;
+using V16 = hn::Vec<decltype(s_d16)>;
+
+/// @name Loads and stores of samples in lanes; a pointer is to the first of them
+/// @{
+HWY_ATTR V32 LoadColours(unsigned char const *at)
+{
+    return hn::BitCast(s_d32, hn::LoadU(s_d8, at));
+}
+
+HWY_ATTR void StoreColours(unsigned char *at, V32 colours)
+{
+    hn::StoreU(hn::BitCast(s_d8, colours), s_d8, at);
+}
+
+HWY_ATTR V32 LoadWordsTo32(unsigned char const *at)
+{
+    constexpr hn::Repartition<std::uint8_t, decltype(s_d16For32)> dBytes;
+    return hn::PromoteTo(s_d32, hn::BitCast(s_d16For32, hn::LoadU(dBytes, at)));
+}
+
+HWY_ATTR auto LoadWordsFor32(unsigned char const *at)
+{
+    constexpr hn::Repartition<std::uint8_t, decltype(s_d16For32)> dBytes;
+    return hn::BitCast(s_d16For32, hn::LoadU(dBytes, at));
+}
+
+template<typename V>
+HWY_ATTR void StoreWordsFor32(unsigned char *at, V words)
+{
+    constexpr hn::Repartition<std::uint8_t, decltype(s_d16For32)> dBytes;
+    hn::StoreU(hn::BitCast(dBytes, words), dBytes, at);
+}
+
+HWY_ATTR V32 LoadBytesTo32(unsigned char const *at)
+{
+    return hn::PromoteTo(s_d32, hn::LoadU(s_d8For32, at));
+}
+
+HWY_ATTR void StoreBytesOf32(unsigned char *at, V32 values)
+{
+    hn::StoreU(hn::TruncateTo(s_d8For32, values), s_d8For32, at);
+}
+
+HWY_ATTR V16 LoadWords(unsigned char const *at)
+{
+    constexpr hn::Repartition<std::uint8_t, decltype(s_d16)> dBytes;
+    return hn::BitCast(s_d16, hn::LoadU(dBytes, at));
+}
+
+HWY_ATTR void StoreWords(unsigned char *at, V16 words)
+{
+    constexpr hn::Repartition<std::uint8_t, decltype(s_d16)> dBytes;
+    hn::StoreU(hn::BitCast(dBytes, words), dBytes, at);
+}
+
+HWY_ATTR V16 LoadBytesTo16(unsigned char const *at)
+{
+    return hn::PromoteTo(s_d16, hn::LoadU(s_d8For16, at));
+}
+
+HWY_ATTR void StoreBytesOf16(unsigned char *at, V16 values)
+{
+    hn::StoreU(hn::TruncateTo(s_d8For16, values), s_d8For16, at);
+}
+/// @}
+
+/// Bits of `values` where the mask has them, else those of `others`.
+template<typename V>
+HWY_ATTR V Merge(V mask, V values, V others)
+{
+    return hn::Or(hn::And(mask, values), hn::AndNot(mask, others));
+}
+
+HWY_ATTR V32 Set32(std::uint32_t value)
+{
+    return hn::Set(s_d32, value);
+}
+
+/// Puts the bytes of each lane in a new order, given for the first lane; 0x80 gives a zero.
+HWY_ATTR V32 Shuffle(V32 values, std::uint32_t order)
+{
+    // The order of a lane counts from the start of its group of four lanes.
+    alignas(16) static constexpr std::uint32_t s_groupOffsets[4] = {0, 0x04040404, 0x08080808, 0x0C0C0C0C};
+    V32 const offsets = hn::LoadDup128(s_d32, s_groupOffsets);
+    V32 const orders = hn::Add(Set32(order), offsets);
+    return hn::BitCast(s_d32, hn::TableLookupBytesOr0(hn::BitCast(s_d8, values), hn::BitCast(s_d8, orders)));
+}
+
+HWY_ATTR auto ToFloat(V32 values)
+{
+    return hn::ConvertTo(s_dFloat, hn::BitCast(s_dInt, values));
+}
+
+/// The rounding step: numbers that are none, and those beyond 32 bits, have no low bits.
+template<typename V>
+HWY_ATTR V32 RoundLanes(V values)
+{
+    V const shifted = hn::Add(values, hn::Set(s_dFloat, 0.5f));
+    auto const fits = hn::Lt(hn::Abs(shifted), hn::Set(s_dFloat, 2147483648.0f));
+    return hn::BitCast(s_d32, hn::ConvertTo(s_dInt, hn::IfThenElseZero(fits, shifted)));
+}
+
+HWY_ATTR V32 Luminance(V32 colours)
+{
+    auto const blue = hn::Mul(ToFloat(hn::And(colours, Set32(0xFF))), hn::Set(s_dFloat, 0.114f));
+    auto const green = hn::Mul(ToFloat(Shuffle(colours, 0x80808001)), hn::Set(s_dFloat, 0.587f));
+    auto const red = hn::Mul(ToFloat(Shuffle(colours, 0x80808002)), hn::Set(s_dFloat, 0.299f));
+    auto const sum = hn::Add(hn::Add(hn::Add(blue, green), red), hn::Set(s_dFloat, 0.5f));
+    return hn::BitCast(s_d32, hn::ConvertTo(s_dInt, sum));
+}
+
+HWY_ATTR V32 Pack4444(V32 colours)
+{
+    V32 const nibbles = hn::And(hn::ShiftRight<4>(colours), Set32(0x0F0F0F0F));
+    V32 const pairs = hn::Or(nibbles, hn::ShiftRight<4>(nibbles));
+    return Shuffle(pairs, 0x80800200);
+}
+
+HWY_ATTR V32 Unpack4444(V32 words)
+{
+    V32 const pairs = hn::And(hn::Or(words, hn::ShiftLeft<8>(words)), Set32(0x00FF00FF));
+    V32 const nibbles = hn::And(hn::Or(pairs, hn::ShiftLeft<4>(pairs)), Set32(0x0F0F0F0F));
+    return hn::Or(nibbles, hn::ShiftLeft<4>(nibbles));
+}
+
+HWY_ATTR V32 Pack1555(V32 colours)
+{
+    V32 const blue = hn::And(hn::ShiftRight<3>(colours), Set32(0x001F));
+    V32 const green = hn::And(hn::ShiftRight<6>(colours), Set32(0x03E0));
+    V32 const red = hn::And(hn::ShiftRight<9>(colours), Set32(0x7C00));
+    V32 const alpha = hn::And(hn::ShiftRight<16>(colours), Set32(0x8000));
+    return hn::Or(hn::Or(blue, green), hn::Or(red, alpha));
+}
+
+/// Two fields of five bits in the halves of each lane, times 255 / 31 and rounded: (527 n + 23) / 64 is the same for
+/// every n below 32. A factor for the upper half gives another scale.
+HWY_ATTR V32 SpreadFields(V32 fields, std::uint32_t upperFactor)
+{
+    V16 const products = hn::Mul(hn::BitCast(s_d16, fields), hn::BitCast(s_d16, Set32(upperFactor << 16 | 527)));
+    return hn::BitCast(s_d32, hn::ShiftRight<6>(hn::Add(products, hn::Set(s_d16, std::uint16_t{23}))));
+}
+
+HWY_ATTR V32 Unpack1555(V32 words)
+{
+    V32 const blueRed =
+        Merge(Set32(0xFFFF), hn::And(words, Set32(31)), hn::And(hn::ShiftLeft<6>(words), Set32(31 << 16)));
+    V32 const greenAlpha = Merge(Set32(0xFFFF), hn::And(hn::ShiftRight<5>(words), Set32(31)),
+                                 hn::And(hn::ShiftLeft<1>(words), Set32(1 << 16)));
+    // The one bit of alpha becomes 255.
+    return hn::Or(SpreadFields(blueRed, 527), hn::ShiftLeft<8>(SpreadFields(greenAlpha, 255 * 64)));
+}
+
+/// @name Kernels: one vector of samples each
+/// @{
+struct ByteFromWordLow
+{
+    static HWY_ATTR void Run(unsigned char *dst, unsigned char const *src) { StoreBytesOf16(dst, LoadWords(src)); }
+};
+
+struct ByteFromWordHigh
+{
+    static HWY_ATTR void Run(unsigned char *dst, unsigned char const *src)
+    {
+        StoreBytesOf16(dst, hn::ShiftRight<8>(LoadWords(src)));
+    }
+};
+
+struct ByteFromColourAlpha
+{
+    static HWY_ATTR void Run(unsigned char *dst, unsigned char const *src)
+    {
+        StoreBytesOf32(dst, hn::ShiftRight<24>(LoadColours(src)));
+    }
+};
+
+struct ByteFromColourLuminance
+{
+    static HWY_ATTR void Run(unsigned char *dst, unsigned char const *src)
+    {
+        StoreBytesOf32(dst, Luminance(LoadColours(src)));
+    }
+};
+
+struct ByteFromFloat
+{
+    static HWY_ATTR void Run(unsigned char *dst, unsigned char const *src)
+    {
+        auto const values = hn::BitCast(s_dFloat, LoadColours(src));
+        StoreBytesOf32(dst, RoundLanes(hn::Mul(values, hn::Set(s_dFloat, 255.0f))));
+    }
+};
+
+struct WordSetLowFromByte
+{
+    static HWY_ATTR void Run(unsigned char *dst, unsigned char const *src)
+    {
+        V16 const kept = hn::And(LoadWords(dst), hn::Set(s_d16, std::uint16_t{0xFF00}));
+        StoreWords(dst, hn::Or(kept, LoadBytesTo16(src)));
+    }
+};
+
+struct WordSetHighFromByte
+{
+    static HWY_ATTR void Run(unsigned char *dst, unsigned char const *src)
+    {
+        V16 const kept = hn::And(LoadWords(dst), hn::Set(s_d16, std::uint16_t{0x00FF}));
+        StoreWords(dst, hn::Or(kept, hn::ShiftLeft<8>(LoadBytesTo16(src))));
+    }
+};
+
+struct WordSetLowFromColourLuminance
+{
+    static HWY_ATTR void Run(unsigned char *dst, unsigned char const *src)
+    {
+        auto const luminance = hn::TruncateTo(s_d16For32, Luminance(LoadColours(src)));
+        auto const kept = hn::And(LoadWordsFor32(dst), hn::Set(s_d16For32, std::uint16_t{0xFF00}));
+        StoreWordsFor32(dst, hn::Or(kept, luminance));
+    }
+};
+
+struct WordFromColourLuminanceAlpha
+{
+    static HWY_ATTR void Run(unsigned char *dst, unsigned char const *src)
+    {
+        V32 const colours = LoadColours(src);
+        V32 const alpha = hn::And(hn::ShiftRight<16>(colours), Set32(0xFF00));
+        StoreWordsFor32(dst, hn::TruncateTo(s_d16For32, hn::Or(Luminance(colours), alpha)));
+    }
+};
+
+struct Word4444FromColour
+{
+    static HWY_ATTR void Run(unsigned char *dst, unsigned char const *src)
+    {
+        StoreWordsFor32(dst, hn::TruncateTo(s_d16For32, Pack4444(LoadColours(src))));
+    }
+};
+
+struct Word1555FromColour
+{
+    static HWY_ATTR void Run(unsigned char *dst, unsigned char const *src)
+    {
+        StoreWordsFor32(dst, hn::TruncateTo(s_d16For32, Pack1555(LoadColours(src))));
+    }
+};
+
+struct ColourSetAlphaFromByte
+{
+    static HWY_ATTR void Run(unsigned char *dst, unsigned char const *src)
+    {
+        V32 const alpha = hn::ShiftLeft<24>(LoadBytesTo32(src));
+        StoreColours(dst, hn::Or(hn::And(LoadColours(dst), Set32(0x00FFFFFF)), alpha));
+    }
+};
+
+struct ColourSetBGRFromByte
+{
+    static HWY_ATTR void Run(unsigned char *dst, unsigned char const *src)
+    {
+        V32 const colours = Shuffle(LoadBytesTo32(src), 0x80000000);
+        StoreColours(dst, hn::Or(hn::And(LoadColours(dst), Set32(0xFF000000)), colours));
+    }
+};
+
+struct ColourSetBGRFromWordLow
+{
+    static HWY_ATTR void Run(unsigned char *dst, unsigned char const *src)
+    {
+        V32 const colours = Shuffle(LoadWordsTo32(src), 0x80000000);
+        StoreColours(dst, hn::Or(hn::And(LoadColours(dst), Set32(0xFF000000)), colours));
+    }
+};
+
+struct ColourFromWordLuminanceAlpha
+{
+    static HWY_ATTR void Run(unsigned char *dst, unsigned char const *src)
+    {
+        StoreColours(dst, Shuffle(LoadWordsTo32(src), 0x01000000));
+    }
+};
+
+struct ColourFromWord4444
+{
+    static HWY_ATTR void Run(unsigned char *dst, unsigned char const *src)
+    {
+        StoreColours(dst, Unpack4444(LoadWordsTo32(src)));
+    }
+};
+
+struct ColourFromWord1555
+{
+    static HWY_ATTR void Run(unsigned char *dst, unsigned char const *src)
+    {
+        StoreColours(dst, Unpack1555(LoadWordsTo32(src)));
+    }
+};
+
+struct FloatFromByte
+{
+    static HWY_ATTR void Run(unsigned char *dst, unsigned char const *src)
+    {
+        auto const values = hn::Mul(ToFloat(LoadBytesTo32(src)), hn::Set(s_dFloat, 0.003921569f));
+        StoreColours(dst, hn::BitCast(s_d32, values));
+    }
+};
+/// @}
+
+/// Runs a kernel over as many whole vectors as there are.
+template<typename Kernel, std::size_t dstSize, std::size_t srcSize>
+HWY_ATTR std::size_t RunAll(unsigned char *dst, unsigned char const *src, std::size_t count)
+{
+    std::size_t const step = dstSize < 4 && srcSize < 4 ? hn::Lanes(s_d16) : hn::Lanes(s_d32);
+    std::size_t done = 0;
+    for (; count - done >= 4 * step; done += 4 * step)
+    {
+        for (std::size_t i = done; i < done + 4 * step; i += step)
+            Kernel::Run(dst + i * dstSize, src + i * srcSize);
+    }
+    for (; count - done >= step; done += step)
+        Kernel::Run(dst + done * dstSize, src + done * srcSize);
+    return done;
+}
+
+std::size_t Run(eSampleKernel kernel, unsigned char *dst, unsigned char const *src, std::size_t count)
+{
+    switch (kernel)
+    {
+    case eSampleKernel::e_none:
+        return 0;
+    case eSampleKernel::e_byteFromWordLow:
+        return RunAll<ByteFromWordLow, 1, 2>(dst, src, count);
+    case eSampleKernel::e_byteFromWordHigh:
+        return RunAll<ByteFromWordHigh, 1, 2>(dst, src, count);
+    case eSampleKernel::e_byteFromColourAlpha:
+        return RunAll<ByteFromColourAlpha, 1, 4>(dst, src, count);
+    case eSampleKernel::e_byteFromColourLuminance:
+        return RunAll<ByteFromColourLuminance, 1, 4>(dst, src, count);
+    case eSampleKernel::e_byteFromFloat:
+        return RunAll<ByteFromFloat, 1, 4>(dst, src, count);
+    case eSampleKernel::e_wordSetLowFromByte:
+        return RunAll<WordSetLowFromByte, 2, 1>(dst, src, count);
+    case eSampleKernel::e_wordSetHighFromByte:
+        return RunAll<WordSetHighFromByte, 2, 1>(dst, src, count);
+    case eSampleKernel::e_wordSetLowFromColourLuminance:
+        return RunAll<WordSetLowFromColourLuminance, 2, 4>(dst, src, count);
+    case eSampleKernel::e_wordFromColourLuminanceAlpha:
+        return RunAll<WordFromColourLuminanceAlpha, 2, 4>(dst, src, count);
+    case eSampleKernel::e_word4444FromColour:
+        return RunAll<Word4444FromColour, 2, 4>(dst, src, count);
+    case eSampleKernel::e_word1555FromColour:
+        return RunAll<Word1555FromColour, 2, 4>(dst, src, count);
+    case eSampleKernel::e_colourSetAlphaFromByte:
+        return RunAll<ColourSetAlphaFromByte, 4, 1>(dst, src, count);
+    case eSampleKernel::e_colourSetBGRFromByte:
+        return RunAll<ColourSetBGRFromByte, 4, 1>(dst, src, count);
+    case eSampleKernel::e_colourSetBGRFromWordLow:
+        return RunAll<ColourSetBGRFromWordLow, 4, 2>(dst, src, count);
+    case eSampleKernel::e_colourFromWordLuminanceAlpha:
+        return RunAll<ColourFromWordLuminanceAlpha, 4, 2>(dst, src, count);
+    case eSampleKernel::e_colourFromWord4444:
+        return RunAll<ColourFromWord4444, 4, 2>(dst, src, count);
+    case eSampleKernel::e_colourFromWord1555:
+        return RunAll<ColourFromWord1555, 4, 2>(dst, src, count);
+    case eSampleKernel::e_floatFromByte:
+        return RunAll<FloatFromByte, 4, 1>(dst, src, count);
+    }
+    return 0;
+}
+
+#endif
+
+} // namespace
+} // namespace HWY_NAMESPACE
+} // namespace quillmarsh
+HWY_AFTER_NAMESPACE();
+
+#if HWY_ONCE
+namespace quillmarsh
+{
+namespace
+{
+
+HWY_EXPORT(Run);
+
+#ifdef HWY_COMPILE_ONLY_STATIC
+// One set of instructions, which the build took for granted and the machine may lack.
+bool CanRun()
+{
+    static bool const can = __builtin_cpu_supports("ssse3");
+    return can;
+}
+#else
+constexpr bool CanRun()
+{
+    return true;
+}
+#endif
+
+} // namespace
+
+std::size_t RunSampleKernel(eSampleKernel kernel, unsigned char *dst, unsigned char const *src, std::size_t count)
+{
+    return CanRun() ? HWY_DYNAMIC_DISPATCH(Run)(kernel, dst, src, count) : 0;
+}
+
+#ifdef HWY_COMPILE_ONLY_STATIC
+
+std::vector<long long> GetKernelTargets()
+{
+    return {HWY_STATIC_TARGET};
+}
+
+void SetKernelTarget(long long) {}
+
+#else
+
+std::vector<long long> GetKernelTargets()
+{
+    std::vector<long long> targets;
+    for (std::int64_t const target : hwy::SupportedAndGeneratedTargets())
+        targets.push_back(target);
+    return targets;
+}
+
+void SetKernelTarget(long long target)
+{
+    hwy::SetSupportedTargetsForTest(target);
+    hwy::GetChosenTarget().Update(hwy::SupportedTargets());
+}
+
+#endif
+
+} // namespace quillmarsh
+#endif
