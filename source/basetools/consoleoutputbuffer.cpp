@@ -79,6 +79,7 @@ unsigned int ConsoleOutputBuffer::GetTabWidth() const
 void ConsoleOutputBuffer::Clear()
 {
     CriticalSectionSentry const lock(criticalSection_);
+    numDroppedLines_ += lines_.size();
     lines_.clear();
     widthCounts_.clear();
     lines_.emplace_back();
@@ -136,6 +137,11 @@ string const &ConsoleOutputBuffer::GetLine(unsigned int index, unsigned int &typ
     return line.text;
 }
 
+unsigned long long ConsoleOutputBuffer::GetNumDroppedLines() const
+{
+    return numDroppedLines_;
+}
+
 unsigned int ConsoleOutputBuffer::GetMaxColumns() const
 {
     return maxColumns_;
@@ -157,6 +163,7 @@ string ConsoleOutputBuffer::DropOldestLine()
 {
     string text = std::move(lines_.front().text);
     lines_.pop_front();
+    ++numDroppedLines_;
     UncountLength(text.size());
     return text.capacity() > s_maxRecycledCapacity ? string() : std::move(text);
 }

@@ -88,9 +88,12 @@ TEST(ConsoleOutputBuffer, KeepsToItsLimits)
     buffer.SetLineLimit(0);
     EXPECT_EQ(buffer.GetLineLimit(), 1u);
     EXPECT_EQ(GetLines(buffer), "0:4");
+    EXPECT_EQ(buffer.GetNumDroppedLines(), 4u);
+    buffer.Clear();
+    EXPECT_EQ(buffer.GetNumDroppedLines(), 5u);
     buffer.SetTabWidth(0);
     EXPECT_EQ(buffer.GetTabWidth(), 1u);
-    EXPECT_EQ(observer.count, 2u);
+    EXPECT_EQ(observer.count, 3u);
 }
 
 TEST(ConsoleOutputBuffer, WidestLineIsKnownWhateverFallsOff)

@@ -84,6 +84,9 @@ public:
     /// @{
 
     unsigned int GetNumLines() const;
+    /// Lines that fell off or were cleared since the beginning: the number, from 0, of the line with index 0. An
+    /// observer finds by it what is new to it.
+    unsigned long long GetNumDroppedLines() const;
     /// Line by index, 0 the oldest. Asserts "Index out of range." past the end, and gives an empty text then.
     string const &GetLine(unsigned int index) const;
     /// The same, with the line's type.
@@ -114,6 +117,7 @@ private:
     std::atomic<unsigned int> lineLimit_;
     std::atomic<unsigned int> tabWidth_{4};
     std::deque<Line> lines_;
+    unsigned long long numDroppedLines_ = 0;
     unsigned int maxColumns_ = 0;
     WidthCounts widthCounts_;
     /// A node that the map gave up, kept for the next length that is new to it.
