@@ -1,0 +1,35 @@
+// The smallest application there is: a place to begin with one's own.
+#include <quillmarsh/framework/application.h>
+#include <quillmarsh/framework/plugindescriptors.h>
+#include <quillmarsh/framework/pluginlibrary.h>
+
+namespace
+{
+
+class TemplateApplication : public quillmarsh::Application
+{
+    /// The program begins: register commands and export variables here.
+    void Initialize() override {}
+
+    /// One frame of the program. `timeDelta` is in seconds.
+    void FrameUpdateStates(double timeDelta) override { time_ += timeDelta; }
+
+    double time_ = 0;
+};
+
+class TemplateDescriptor : public quillmarsh::ApplicationPluginDescriptor
+{
+public:
+    TemplateDescriptor()
+        : ApplicationPluginDescriptor(quillmarsh::PluginInfo(
+              quillmarsh::library_info::GetHeaderVersion(), quillmarsh::e_plugin_application, "template",
+              quillmarsh::PluginVersion(1, 0, 0, 0), __DATE__ " " __TIME__, "A program that does nothing yet", "You"))
+    {
+    }
+
+    quillmarsh::Application *CreateApplication() override { return new TemplateApplication; }
+};
+
+} // namespace
+
+QUILLMARSH_PLUGIN_LIBRARY(TemplateDescriptor)

@@ -1,0 +1,67 @@
+// Bouncing balls: what the workbench does in its frames.
+#ifndef QUILLMARSH_PLUGINS_WORKBENCH_BALLS_H
+#define QUILLMARSH_PLUGINS_WORKBENCH_BALLS_H
+
+#include <quillmarsh/platform/types.h>
+
+#include <vector>
+
+namespace workbench
+{
+
+/// What the user may change of the balls while they bounce; each member is an exported variable.
+struct BallSettings
+{
+    /// Number of balls.
+    unsigned int count = 100;
+    /// Acceleration towards the floor, in metres and seconds.
+    float gravity = 9.81f;
+    /// Part of its speed that a ball keeps when it bounces, 0 to 1.
+    double bounce = 0.9;
+    /// Steps of the simulation in each frame; more are finer.
+    int steps = 4;
+    bool paused = false;
+    /// What the command "greet" says.
+    quillmarsh::string greeting = "Hello from the workbench";
+};
+
+/// Balls that fall onto a floor and bounce off it.
+class Balls
+{
+public:
+    explicit Balls(BallSettings const &settings);
+
+    /// Lets every ball begin anew.
+    void Reset();
+    /// Moves all balls by a time in seconds. Allocates only when there have never been as many balls.
+    void Move(double timeDelta);
+
+    /// @name State
+    /// @{
+    double GetTime() const { return time_; }
+    unsigned int GetNumBalls() const { return static_cast<unsigned int>(balls_.size()); }
+    unsigned int GetNumBounces() const { return numBounces_; }
+    /// Of the highest ball, in metres.
+    double GetHeight() const;
+    /// @}
+
+private:
+    struct Ball
+    {
+        double height;
+        double speed;
+    };
+
+    void AdaptCount();
+    void Step(double timeDelta);
+    void BounceAll();
+
+    BallSettings const &settings_;
+    std::vector<Ball> balls_;
+    double time_ = 0;
+    unsigned int numBounces_ = 0;
+};
+
+} // namespace workbench
+
+#endif

@@ -1,0 +1,81 @@
+// The application that ships with the host: a bench to try the framework on, and an example to copy from.
+#include "balls.h"
+#include "benchcommands.h"
+
+#include <quillmarsh/basetools/variableregistry.h>
+#include <quillmarsh/framework/application.h>
+#include <quillmarsh/framework/frameworkprofiler.h>
+#include <quillmarsh/framework/kernel.h>
+#include <quillmarsh/framework/plugindescriptors.h>
+#include <quillmarsh/framework/pluginlibrary.h>
+#include <quillmarsh/framework/stdcommandinterpreter.h>
+
+namespace workbench
+{
+namespace
+{
+
+using namespace quillmarsh;
+
+/// Lets balls bounce, and shows how an application exports variables, brings commands and profiles its blocks.
+class WorkbenchApplication : public Application
+{
+public:
+    WorkbenchApplication() : balls_(settings_) {}
+
+    void BeginStartup(StartupInfo const &, StartupResult &result) override { result.AppWindowText = "workbench"; }
+
+    void Initialize() override
+    {
+        ExportVariables(*Kernel::Instance().GetVariableRegistry());
+        // The interpreter owns its commands, and drops them before this object goes.
+        std_command_interpreter::Interpreter &interpreter = *Kernel::Instance().GetCommandInterpreter();
+        interpreter.RegisterExternalCommand(new BenchCmd(balls_));
+        interpreter.RegisterExternalCommand(new GreetCmd(settings_));
+    }
+
+    void FrameUpdateStates(double timeDelta) override
+    {
+        QUILLMARSH_PROFILE_BLOCK("Workbench");
+        balls_.Move(timeDelta);
+    }
+
+private:
+    /// The registry keeps copies of the proxies; the variables stay here.
+    void ExportVariables(VariableRegistry &registry)
+    {
+        registry.RegisterVariable(
+            VariableProxyRangeCheckedUInt(&settings_.count, 0, 100000, "bench.balls", "number of balls"));
+        registry.RegisterVariable(
+            VariableProxyFloat(&settings_.gravity, "bench.gravity", "acceleration towards the floor"));
+        registry.RegisterVariable(VariableProxyRangeCheckedDouble(&settings_.bounce, 0.0, 1.0, "bench.bounce",
+                                                                  "part of its speed that a bouncing ball keeps"));
+        registry.RegisterVariable(
+            VariableProxyRangeCheckedInt(&settings_.steps, 1, 64, "bench.steps", "steps in each frame", true));
+        registry.RegisterVariable(
+            VariableProxyBool(&settings_.paused, "bench.paused", "whether the balls stand still"));
+        registry.RegisterVariable(
+            VariableProxyString(&settings_.greeting, "bench.greeting", "what the command greet says"));
+    }
+
+    BallSettings settings_;
+    Balls balls_;
+};
+
+class WorkbenchDescriptor : public ApplicationPluginDescriptor
+{
+public:
+    WorkbenchDescriptor()
+        : ApplicationPluginDescriptor(PluginInfo(library_info::GetHeaderVersion(), e_plugin_application, "workbench",
+                                                 PluginVersion(1, 0, 0, 0), library_info::GetBuildTimestamp(),
+                                                 "A bench to try the framework on", "The Quillmarsh authors"))
+    {
+    }
+
+    Application *CreateApplication() override { return new WorkbenchApplication; }
+};
+
+} // namespace
+} // namespace workbench
+
+QUILLMARSH_PLUGIN_LIBRARY(workbench::WorkbenchDescriptor)
