@@ -1,0 +1,198 @@
+#include "applicationwalk.h"
+
+#include <quillmarsh/basetools/exception.h>
+#include <quillmarsh/framework/commands/frameworkcommands.h>
+#include <quillmarsh/framework/kernelthreadinfo.h>
+
+#include <ostream>
+
+namespace quillmarsh::host
+{
+
+ApplicationWalk::ApplicationWalk(HostKernel &kernel) : kernel_(kernel) {}
+
+ApplicationWalk::~ApplicationWalk() = default;
+
+bool ApplicationWalk::Up(PluginDescriptor &descriptor, Application::StartupInfo const &info)
+{
+    info_ = info;
+    kernel_.GetFailures().SetPlace("the creation of the application");
+    bool const created = kernel_.GetFailures().Guard(
+        [&]
+        {
+            // The descriptor's type says what is behind the pointer.
+            application_.reset(static_cast<Application *>(descriptor.CreateAndSetupPlugin()));
+            if (application_ == nullptr)
+                QUILLMARSH_THROW(KernelException, "The plug-in gave no application.");
+        });
+    if (!created)
+        return false;
+    kernel_.SetApplication(application_.get());
+
+    Application::AutoInitInfo const &autoInit = kernel_.GetAutoInit();
+    return Climb(e_kernel_startup, true, &ApplicationWalk::StartUp) && result_.ContinueStartup &&
+           Climb(e_kernel_generic_extensions, autoInit.OpenGenericExtensions,
+                 &ApplicationWalk::OpenGenericExtensions) &&
+           Climb(e_kernel_devices, autoInit.OpenDevices, &ApplicationWalk::OpenDevices) &&
+           Climb(e_kernel_video, autoInit.OpenVideo, &ApplicationWalk::OpenVideo) &&
+           Climb(e_kernel_subsystems, autoInit.OpenSubsystems, &ApplicationWalk::OpenSubsystems) &&
+           Climb(e_kernel_running, true, &ApplicationWalk::ReachFrames);
+}
+
+bool ApplicationWalk::Climb(eKernelLevel level, bool enabled, void (ApplicationWalk::*stage)())
+{
+    if (!enabled)
+        return true;
+    climbed_.push_back(level);
+    return kernel_.GetFailures().Guard(
+        [&]
+        {
+            kernel_.SetLevel(level);
+            (this->*stage)();
+        });
+}
+
+template<typename Hook, typename UndoHook>
+void ApplicationWalk::Step(char const *name, Hook &&hook, char const *undoName, UndoHook undo)
+{
+    kernel_.CallHook(name, hook);
+    undo_.push_back({climbed_.back(), [this, undoName, undo] { kernel_.CallHook(undoName, undo); }});
+}
+
+void ApplicationWalk::StartUp()
+{
+    Application::AutoInitInfo &autoInit = kernel_.GetAutoInit();
+    kernel_.CallHook("BeginStartup", [this](Application &application) { application.BeginStartup(info_, result_); });
+    kernel_.CallHook("QueryAutoInit", [&](Application &application) { application.QueryAutoInit(autoInit); });
+    kernel_.GetFailures().SetPlace("the start-up of the host");
+    if (onStartupResult)
+        onStartupResult(result_);
+    if (autoInit.LogPaths)
+    {
+        kernel_.GetLog() << "Paths of the host:\n";
+        info_.DumpPaths(kernel_.GetLog(), 1);
+        kernel_.GetLog() << "Paths of the application:\n";
+        result_.DumpPaths(kernel_.GetLog(), 1);
+    }
+    if (autoInit.LogPlugins)
+        kernel_.GetPlugins().Dump(kernel_.GetLog());
+    kernel_.GetConsole().SetLogging(autoInit.LogConsole);
+    if (autoInit.RegisterCommands)
+        framework_commands::CreateAndRegisterAllCommands(*kernel_.GetCommandInterpreter(), nullptr, 0, 0);
+    if (autoInit.RaiseThreadPriority)
+    {
+        KernelThreadInfo thread;
+        kernel_.GetThreadInfo(thread);
+        thread.Priority = 1;
+        kernel_.SetThreadInfo(thread);
+    }
+    kernel_.CallHook("Initialize", [](Application &application) { application.Initialize(); });
+    kernel_.CallHook("EndStartup", [](Application &application) { application.EndStartup(); });
+}
+
+void ApplicationWalk::OpenGenericExtensions()
+{
+    std::vector<AutoPtr<GenericExtension>> &extensions = kernel_.GetGenericExtensions();
+    undo_.push_back({climbed_.back(), [&extensions]
+                     {
+                         while (!extensions.empty())
+                             extensions.pop_back();
+                     }});
+    for (PluginSet::Entry const &entry : kernel_.GetPlugins().GetEntries())
+    {
+        PluginInfo const &info = entry.descriptor->GetPluginInfo();
+        if (info.GetPluginType() != e_plugin_generic_extension)
+            continue;
+        kernel_.GetFailures().SetPlace("the creation of a generic extension");
+        AutoPtr<GenericExtension> extension(static_cast<GenericExtension *>(entry.descriptor->CreateAndSetupPlugin()));
+        if (extension == nullptr)
+            continue;
+        string const interfaceName = extension->GetGenericExtensionInterfaceName();
+        bool confirmed = false;
+        kernel_.CallHook("ConfirmGenericExtension", [&](Application &application)
+                         { confirmed = application.ConfirmGenericExtension(info.GetPluginName(), interfaceName); });
+        if (confirmed)
+            extensions.push_back(std::move(extension));
+    }
+    kernel_.CallHook("ConnectGenericExtensions",
+                     [](Application &application) { application.ConnectGenericExtensions(); });
+}
+
+// No drivers are opened yet, so that the application confirms and connects an empty list of devices.
+void ApplicationWalk::OpenDevices()
+{
+    kernel_.CallHook("BeginConfirmHumanInterfaceDevices",
+                     [](Application &application) { application.BeginConfirmHumanInterfaceDevices(); });
+    kernel_.CallHook("EndConfirmHumanInterfaceDevices",
+                     [](Application &application) { application.EndConfirmHumanInterfaceDevices(); });
+    Step(
+        "SetupAsyncHIDSampling", [](Application &application) { application.SetupAsyncHIDSampling(); },
+        "DisconnectHumanInterfaceDevices",
+        [](Application &application) { application.DisconnectHumanInterfaceDevices(); });
+}
+
+// There is no renderer and no window yet.
+void ApplicationWalk::OpenVideo() {}
+
+void ApplicationWalk::OpenSubsystems()
+{
+    Step(
+        "ConnectSubsystemsToAppWindow",
+        [](Application &application) { application.ConnectSubsystemsToAppWindow(nullptr, false); },
+        "DisconnectSubsystemsFromAppWindow",
+        [](Application &application) { application.DisconnectSubsystemsFromAppWindow(); });
+    Step(
+        "InitializeSubsystems", [](Application &application) { application.InitializeSubsystems(0, 0); },
+        "CleanupSubsystems", [](Application &application) { application.CleanupSubsystems(0, 0); });
+}
+
+void ApplicationWalk::ReachFrames()
+{
+    if (kernel_.GetAutoInit().RunProfiler)
+        kernel_.GetProfiler()->Enable(true);
+}
+
+void ApplicationWalk::Down()
+{
+    if (application_ == nullptr)
+        return;
+    for (; !climbed_.empty(); climbed_.pop_back())
+    {
+        eKernelLevel const level = climbed_.back();
+        if (level != e_kernel_running && level != e_kernel_startup)
+            Descend(level);
+    }
+    CleanUp();
+}
+
+/// Undoes one stage. A failure in it is kept and reported, and the rest is done all the same.
+void ApplicationWalk::Descend(eKernelLevel level)
+{
+    if (kernel_.GetKernelLevel() != level)
+        kernel_.GetFailures().Guard([&] { kernel_.SetLevel(level); });
+    while (!undo_.empty() && undo_.back().level == level)
+    {
+        std::function<void()> const call = std::move(undo_.back().call);
+        undo_.pop_back();
+        kernel_.GetFailures().Guard(call);
+    }
+}
+
+void ApplicationWalk::CleanUp()
+{
+    Failures &failures = kernel_.GetFailures();
+    failures.Guard([&] { kernel_.SetLevel(e_kernel_cleanup); });
+    failures.Guard(
+        [&]
+        {
+            kernel_.CallHook("Cleanup", [&](Application &application)
+                             { application.Cleanup(failures.HasFailed(), failures.GetDesc()); });
+        });
+    failures.SetPlace("the end of the application");
+    failures.Guard([this] { kernel_.ReleasePluginLeftovers(); });
+    kernel_.SetApplication(nullptr);
+    failures.Guard([this] { application_.reset(); });
+    kernel_.SetLevel(e_kernel_none);
+}
+
+} // namespace quillmarsh::host

@@ -1,0 +1,65 @@
+// The application's way up to the frames, and down again.
+#ifndef QUILLMARSH_HOST_APPLICATIONWALK_H
+#define QUILLMARSH_HOST_APPLICATIONWALK_H
+
+#include "hostkernel.h"
+
+#include <functional>
+
+namespace quillmarsh::host
+{
+
+/// Walks an application through its start-up, stage by stage, and down through the same stages.
+///
+/// Each step of a stage that succeeded leaves behind what undoes it. A step that fails ends the way up; the way down
+/// undoes what there is, in reverse order, and goes on past further failures. Frame thread only.
+class ApplicationWalk : NoCopy
+{
+public:
+    explicit ApplicationWalk(HostKernel &kernel);
+    ~ApplicationWalk();
+
+    /// Creates the application and walks it up to the frames. False when a step failed, or when the application asked
+    /// not to go on.
+    bool Up(PluginDescriptor &descriptor, Application::StartupInfo const &info);
+    /// Walks down from wherever Up() came to, and deletes the application.
+    void Down();
+
+    /// What the application answered at start-up.
+    Application::StartupResult const &GetResult() const { return result_; }
+    /// Hears of the answer before the start-up goes on.
+    std::function<void(Application::StartupResult const &)> onStartupResult;
+
+private:
+    struct Undo
+    {
+        eKernelLevel level;
+        std::function<void()> call;
+    };
+
+    bool Climb(eKernelLevel level, bool enabled, void (ApplicationWalk::*stage)());
+    /// Calls a hook; `undoName` and `undo` name and call the hook that undoes it.
+    template<typename Hook, typename UndoHook>
+    void Step(char const *name, Hook &&hook, char const *undoName, UndoHook undo);
+    void Descend(eKernelLevel level);
+    void CleanUp();
+
+    void StartUp();
+    void OpenGenericExtensions();
+    void OpenDevices();
+    void OpenVideo();
+    void OpenSubsystems();
+    void ReachFrames();
+
+    HostKernel &kernel_;
+    AutoPtr<Application> application_;
+    Application::StartupInfo info_;
+    Application::StartupResult result_;
+    /// Levels that were begun, in order.
+    std::vector<eKernelLevel> climbed_;
+    std::vector<Undo> undo_;
+};
+
+} // namespace quillmarsh::host
+
+#endif

@@ -1,0 +1,53 @@
+// Lines of the console, run between frames.
+#ifndef QUILLMARSH_HOST_CONSOLELINES_H
+#define QUILLMARSH_HOST_CONSOLELINES_H
+
+#include "hostkernel.h"
+#include "linesource.h"
+
+namespace quillmarsh::host
+{
+
+/// Runs the lines of a source between frames: all that are there, until one of them waits.
+///
+/// Blank lines, and lines that begin with "#", are not run. Frame thread only.
+class ConsoleLines : NoCopy
+{
+public:
+    /// `source` is borrowed, null for none; `report` tells the user of a failed line of a script.
+    ConsoleLines(HostKernel &kernel, LineSource *source, bool stopOnError, std::function<void(string const &)> report);
+
+    /// To be called after each frame.
+    void Run();
+    /// Lets frames pass before the next line.
+    void Wait(unsigned int numFrames) { framesToWait_ = numFrames; }
+
+    /// Whether there is no line any more.
+    bool IsAtEnd() const { return next_ == LineSource::eNext::e_end; }
+    /// Whether a line can come at any time from outside.
+    bool WaitsForInput() const { return next_ == LineSource::eNext::e_none && framesToWait_ == 0; }
+    /// Whether a line of a script failed.
+    bool HasFailed() const { return hasFailed_; }
+
+private:
+    void RunQueuedLines();
+    void RunLine(SourceLine const &line);
+    void OnFailedLine(SourceLine const &line);
+
+    HostKernel &kernel_;
+    LineSource *source_;
+    bool stopOnError_;
+    std::function<void(string const &)> report_;
+    LineSource::eNext next_ = LineSource::eNext::e_none;
+    SourceLine line_;
+    string queuedLine_;
+    /// Place of a failure while a line runs.
+    string place_;
+    bool lineIsOpen_ = false;
+    unsigned int framesToWait_ = 0;
+    bool hasFailed_ = false;
+};
+
+} // namespace quillmarsh::host
+
+#endif

@@ -1,0 +1,292 @@
+#include "hostkernel.h"
+
+#include "system.h"
+
+#include <quillmarsh/framework/kernelthreadinfo.h>
+
+#include <algorithm>
+#include <ostream>
+
+namespace quillmarsh::host
+{
+
+HostKernel::HostKernel(HostConsole &console, ostream &log, Failures &failures, bool developerMode)
+    : console_(console),
+      log_(log),
+      failures_(failures),
+      params_(false),
+      variables_("quillmarsh-host")
+{
+    params_.DeveloperMode = developerMode;
+    SetOutputStreams(console.GetStream(), log);
+    interpreter_ = std::make_unique<std_command_interpreter::Interpreter>();
+}
+
+HostKernel::~HostKernel() = default;
+
+void HostKernel::SetLevel(eKernelLevel level)
+{
+    level_ = level;
+    failures_.SetLevel(level);
+    if (autoInit_.LogKernelLevels)
+        log_ << "Kernel level: " << GetLevelName(level) << std::endl;
+    if (application_ != nullptr)
+        CallHook("OnKernelLevelChanged",
+                 [level](Application &application) { application.OnKernelLevelChanged(level); });
+}
+
+void HostKernel::ReleasePluginLeftovers()
+{
+    interpreter_->DeleteAllExternalCommands();
+    variables_.UnregisterAllVariables();
+    frameObservers_.Clear();
+    reconfigObservers_.Clear();
+}
+
+// Execution
+
+void HostKernel::SetExecutionParams(KernelExecutionParams const &params)
+{
+    params_ = params;
+}
+
+void HostKernel::GetExecutionParams(KernelExecutionParams &params)
+{
+    params = params_;
+}
+
+void HostKernel::SetThreadInfo(KernelThreadInfo const &info)
+{
+    if (system::SetThisThreadPriority(info.Priority))
+        threadPriority_ = info.Priority;
+    threadPriorityBoost_ = info.EnablePriorityBoost;
+}
+
+void HostKernel::GetThreadInfo(KernelThreadInfo &info)
+{
+    info = KernelThreadInfo();
+    info.ThreadID = system::GetThisThreadID();
+    info.Priority = threadPriority_;
+    info.EnablePriorityBoost = threadPriorityBoost_;
+}
+
+eKernelLevel HostKernel::GetKernelLevel()
+{
+    return level_;
+}
+
+void HostKernel::SetFrameRateLimit(double framesPerSecond)
+{
+    frameRateLimit_ = std::max(framesPerSecond, 0.0);
+}
+
+double HostKernel::GetFrameRateLimit()
+{
+    return frameRateLimit_;
+}
+
+bool HostKernel::IsExitRequested()
+{
+    return exitRequested_;
+}
+
+void HostKernel::RequestExit()
+{
+    exitRequested_ = true;
+    pacer_.WakeUp();
+}
+
+// Requests. There are no devices and no video stack to be configured yet; the requests take their way all the same.
+
+void HostKernel::ApplyHIDReconfig(DirectInputConfig const &, unsigned int code)
+{
+    AddRequest({Request::eKind::e_hid, code, 0});
+}
+
+void HostKernel::ApplyVideoReconfig(string const &, VideoConfig const &, unsigned int code)
+{
+    AddRequest({Request::eKind::e_video, code, 0});
+}
+
+void HostKernel::RequestGenericReconfig(unsigned int code, unsigned int subcode)
+{
+    AddRequest({Request::eKind::e_generic, code, subcode});
+}
+
+void HostKernel::NotifyVSyncUpdate()
+{
+    AddRequest({Request::eKind::e_vsync, 0, 0});
+}
+
+void HostKernel::AddRequest(Request const &request)
+{
+    {
+        std::lock_guard const lock(requestMutex_);
+        requests_.push_back(request);
+        hasRequests_ = true;
+    }
+    pacer_.WakeUp();
+}
+
+void HostKernel::QueueCommandLine(string const &line)
+{
+    {
+        std::lock_guard const lock(requestMutex_);
+        queuedLines_.push_back(line);
+        hasRequests_ = true;
+    }
+    pacer_.WakeUp();
+}
+
+bool HostKernel::TakeQueuedLine(string &line)
+{
+    if (!hasRequests_ || !autoInit_.InterpretQueuedLines)
+        return false;
+    std::lock_guard const lock(requestMutex_);
+    if (queuedLines_.empty())
+    {
+        hasRequests_ = !requests_.empty();
+        return false;
+    }
+    line = std::move(queuedLines_.front());
+    queuedLines_.erase(queuedLines_.begin());
+    return true;
+}
+
+void HostKernel::WakeUp()
+{
+    pacer_.WakeUp();
+}
+
+// Plug-ins
+
+unsigned int HostKernel::GetNumPlugins()
+{
+    return static_cast<unsigned int>(plugins_.GetEntries().size());
+}
+
+bool HostKernel::GetPluginInfo(unsigned int index, PluginInfo &info)
+{
+    if (index >= GetNumPlugins())
+        return false;
+    info = plugins_.GetEntries()[index].descriptor->GetPluginInfo();
+    return true;
+}
+
+string HostKernel::GetPluginFileName(unsigned int index)
+{
+    return index < GetNumPlugins() ? plugins_.GetEntries()[index].fileName : string();
+}
+
+unsigned int HostKernel::GetNumGenericExtensions()
+{
+    return static_cast<unsigned int>(genericExtensions_.size());
+}
+
+GenericExtension *HostKernel::GetGenericExtension(unsigned int index)
+{
+    return index < genericExtensions_.size() ? genericExtensions_[index].get() : nullptr;
+}
+
+GenericExtension *HostKernel::FindGenericExtension(string const &interfaceName)
+{
+    for (AutoPtr<GenericExtension> const &extension : genericExtensions_)
+    {
+        if (extension->GetGenericExtensionInterfaceName() == interfaceName)
+            return extension.get();
+    }
+    return nullptr;
+}
+
+Application *HostKernel::GetApplicationPtr()
+{
+    return application_;
+}
+
+// Video and devices: there are none yet.
+
+unsigned int HostKernel::GetNumVideoRenderers()
+{
+    return 0;
+}
+
+void HostKernel::GetVideoRendererInfo(unsigned int, VideoRendererInfo &) {}
+
+void HostKernel::GetVideoRendererProfile(unsigned int, VideoProfile &) {}
+
+VideoRenderer *HostKernel::GetActiveVideoRendererPtr()
+{
+    return nullptr;
+}
+
+void HostKernel::GetActiveVideoRendererInfo(VideoRendererInfo &) {}
+
+void HostKernel::GetActiveVideoProfile(VideoProfile &) {}
+
+unsigned int HostKernel::GetNumHumanInterfaceDevices()
+{
+    return 0;
+}
+
+HumanInterfaceDevice *HostKernel::GetHumanInterfaceDevice(unsigned int)
+{
+    return nullptr;
+}
+
+void HostKernel::GetDirectInputConfig(DirectInputConfig &) {}
+
+// Services
+
+std_command_interpreter::Interpreter *HostKernel::GetCommandInterpreter()
+{
+    return interpreter_.get();
+}
+
+Profiler *HostKernel::GetProfiler()
+{
+    return &profiler_;
+}
+
+ConsoleBuffers *HostKernel::GetConsoleBuffers()
+{
+    return &console_.GetBuffers();
+}
+
+VariableRegistry *HostKernel::GetVariableRegistry()
+{
+    return &variables_;
+}
+
+// Observers
+
+void HostKernel::AddFrameObserver(FrameObserver *observer)
+{
+    frameObservers_.Add(observer);
+}
+
+void HostKernel::RemoveFrameObserver(FrameObserver *observer)
+{
+    frameObservers_.Remove(observer);
+}
+
+unsigned int HostKernel::GetNumFrameObservers()
+{
+    return frameObservers_.GetSize();
+}
+
+void HostKernel::AddReconfigObserver(ReconfigObserver *observer)
+{
+    reconfigObservers_.Add(observer);
+}
+
+void HostKernel::RemoveReconfigObserver(ReconfigObserver *observer)
+{
+    reconfigObservers_.Remove(observer);
+}
+
+unsigned int HostKernel::GetNumReconfigObservers()
+{
+    return reconfigObservers_.GetSize();
+}
+
+} // namespace quillmarsh::host

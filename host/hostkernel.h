@@ -1,0 +1,185 @@
+// The host's kernel.
+#ifndef QUILLMARSH_HOST_HOSTKERNEL_H
+#define QUILLMARSH_HOST_HOSTKERNEL_H
+
+#include "failures.h"
+#include "framepacer.h"
+#include "hostconsole.h"
+#include "observerlist.h"
+#include "pluginset.h"
+
+#include <quillmarsh/basetools/variableregistry.h>
+#include <quillmarsh/framework/application.h>
+#include <quillmarsh/framework/frameobserver.h>
+#include <quillmarsh/framework/frameworkprofiler.h>
+#include <quillmarsh/framework/genericextension.h>
+#include <quillmarsh/framework/kernel.h>
+#include <quillmarsh/framework/kernelexecutionparams.h>
+#include <quillmarsh/framework/reconfigobserver.h>
+#include <quillmarsh/framework/stdcommandinterpreter.h>
+
+namespace quillmarsh::host
+{
+
+/// The host's kernel: owns what programs share, runs frames, and carries out requests between them.
+///
+/// ApplicationWalk brings the application up to the frames and down again; Program calls both in turn.
+class HostKernel final : public Kernel
+{
+public:
+    HostKernel(HostConsole &console, ostream &log, Failures &failures, bool developerMode);
+    ~HostKernel() override;
+
+    Failures &GetFailures() { return failures_; }
+    PluginSet &GetPlugins() { return plugins_; }
+    HostConsole &GetConsole() { return console_; }
+    ostream &GetLog() { return log_; }
+
+    /// @name For the walk
+    /// @{
+
+    /// The application, borrowed; null for none.
+    void SetApplication(Application *application) { application_ = application; }
+    std::vector<AutoPtr<GenericExtension>> &GetGenericExtensions() { return genericExtensions_; }
+    /// Changes the level and tells the application.
+    void SetLevel(eKernelLevel level);
+    Application::AutoInitInfo &GetAutoInit() { return autoInit_; }
+    /// Calls a hook of the application; its name is the place of a failure.
+    template<typename Hook>
+    void CallHook(char const *name, Hook &&hook)
+    {
+        failures_.SetPlace(name);
+        hook(*application_);
+    }
+    /// Drops what plug-ins may have left behind: commands, variables, observers.
+    void ReleasePluginLeftovers();
+    /// @}
+
+    /// @name For the loop
+    /// @{
+    void RunFrame();
+    /// Does what was asked for since the last call.
+    void CarryOutRequests();
+    /// Takes a line that waits to be interpreted; false without one.
+    bool TakeQueuedLine(string &line);
+    /// What the parameters in force say for the end.
+    bool GetConfirmsClose() const { return params_.WaitCloseConfirmationOnExit; }
+    bool GetRethrowsHard() const { return params_.EnableHardRethrowExit; }
+    /// Sleeps until the next frame is due; at `idleRate` frames a second when there is no limit.
+    void PauseUntilNextFrame(double idleRate);
+    /// @}
+
+    void SetExecutionParams(KernelExecutionParams const &params) override;
+    void GetExecutionParams(KernelExecutionParams &params) override;
+    void SetThreadInfo(KernelThreadInfo const &info) override;
+    void GetThreadInfo(KernelThreadInfo &info) override;
+    eKernelLevel GetKernelLevel() override;
+    void SetFrameRateLimit(double framesPerSecond) override;
+    double GetFrameRateLimit() override;
+    bool IsExitRequested() override;
+    void RequestExit() override;
+    void ApplyHIDReconfig(DirectInputConfig const &config, unsigned int code) override;
+    void ApplyVideoReconfig(string const &pluginName, VideoConfig const &config, unsigned int code) override;
+    void RequestGenericReconfig(unsigned int code, unsigned int subcode) override;
+    unsigned int GetNumPlugins() override;
+    bool GetPluginInfo(unsigned int index, PluginInfo &info) override;
+    string GetPluginFileName(unsigned int index) override;
+    unsigned int GetNumGenericExtensions() override;
+    GenericExtension *GetGenericExtension(unsigned int index) override;
+    GenericExtension *FindGenericExtension(string const &interfaceName) override;
+    Application *GetApplicationPtr() override;
+    unsigned int GetNumVideoRenderers() override;
+    void GetVideoRendererInfo(unsigned int index, VideoRendererInfo &info) override;
+    void GetVideoRendererProfile(unsigned int index, VideoProfile &profile) override;
+    VideoRenderer *GetActiveVideoRendererPtr() override;
+    void GetActiveVideoRendererInfo(VideoRendererInfo &info) override;
+    void GetActiveVideoProfile(VideoProfile &profile) override;
+    std_command_interpreter::Interpreter *GetCommandInterpreter() override;
+    void QueueCommandLine(string const &line) override;
+    unsigned int GetNumHumanInterfaceDevices() override;
+    HumanInterfaceDevice *GetHumanInterfaceDevice(unsigned int index) override;
+    void GetDirectInputConfig(DirectInputConfig &config) override;
+    void WakeUp() override;
+    unsigned int GetFrameNumber() override;
+    double GetFrameTime() override;
+    double GetFrameTimeDelta() override;
+    Profiler *GetProfiler() override;
+    ConsoleBuffers *GetConsoleBuffers() override;
+    VariableRegistry *GetVariableRegistry() override;
+    void AddFrameObserver(FrameObserver *observer) override;
+    void RemoveFrameObserver(FrameObserver *observer) override;
+    unsigned int GetNumFrameObservers() override;
+    void AddReconfigObserver(ReconfigObserver *observer) override;
+    void RemoveReconfigObserver(ReconfigObserver *observer) override;
+    unsigned int GetNumReconfigObservers() override;
+    void NotifyVSyncUpdate() override;
+
+private:
+    class HostProfiler : public FrameworkProfiler
+    {
+    };
+
+    struct Request
+    {
+        enum class eKind
+        {
+            e_hid,
+            e_video,
+            e_generic,
+            e_vsync
+        };
+        eKind kind;
+        unsigned int code;
+        unsigned int subcode;
+    };
+
+    void AdvanceTime();
+    /// Each hook is a block of the profiler, unless that is null.
+    void CallFrameHooks(Profiler *profiler);
+    void CallFrameObservers();
+    void AddRequest(Request const &request);
+    void CarryOut(Request const &request);
+    void CheckSubsystems();
+
+    HostConsole &console_;
+    ostream &log_;
+    Failures &failures_;
+    KernelExecutionParams params_;
+    std::atomic<eKernelLevel> level_{e_kernel_none};
+    std::atomic<bool> exitRequested_{false};
+    FramePacer pacer_;
+    double frameRateLimit_ = 0;
+    int threadPriority_ = 0;
+    bool threadPriorityBoost_ = true;
+
+    Application *application_ = nullptr;
+    Application::AutoInitInfo autoInit_;
+    PluginSet plugins_;
+    std::vector<AutoPtr<GenericExtension>> genericExtensions_;
+
+    unsigned int frameNumber_ = 0;
+    FramePacer::Clock::time_point loopStart_;
+    FramePacer::Clock::time_point frameStart_;
+    double frameTimeDelta_ = 0;
+
+    HostProfiler profiler_;
+    VariableRegistry variables_;
+    ObserverList<FrameObserver> frameObservers_;
+    ObserverList<ReconfigObserver> reconfigObservers_;
+
+    /// @name Under the mutex
+    /// @{
+    std::mutex requestMutex_;
+    std::vector<Request> requests_;
+    std::vector<string> queuedLines_;
+    /// @}
+    /// Whether there is something under the mutex, so that a frame without requests takes no lock.
+    std::atomic<bool> hasRequests_{false};
+
+    /// The last to come and the first to go: its commands use everything above.
+    AutoPtr<std_command_interpreter::Interpreter> interpreter_;
+};
+
+} // namespace quillmarsh::host
+
+#endif

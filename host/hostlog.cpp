@@ -1,0 +1,47 @@
+#include "hostlog.h"
+
+#include "arguments.h"
+#include "system.h"
+
+#include <cerrno>
+
+namespace quillmarsh::host
+{
+
+HostLog::HostLog() : stream_(*this) {}
+
+HostLog::~HostLog() = default;
+
+void HostLog::Open(string const &fileName)
+{
+    errno = 0;
+    auto file = std::make_unique<LogFileStream>("quillmarsh-host", fileName);
+    file->flush();
+    if (!*file)
+        ThrowWrongArgument("cannot write the log '" + fileName + "': " + system::GetLastFileError());
+    std::lock_guard const lock(mutex_);
+    file_ = std::move(file);
+}
+
+bool HostLog::Close()
+{
+    stream_.flush();
+    std::lock_guard const lock(mutex_);
+    if (file_ == nullptr)
+        return true;
+    file_->flush();
+    bool const complete = file_->good();
+    file_->Close();
+    bool const closed = file_->good();
+    file_.reset();
+    return complete && closed;
+}
+
+void HostLog::OnText(std::string_view text, unsigned int)
+{
+    std::lock_guard const lock(mutex_);
+    if (file_ != nullptr)
+        *file_ << text << std::flush;
+}
+
+} // namespace quillmarsh::host

@@ -1,0 +1,37 @@
+// The host's log.
+#ifndef QUILLMARSH_HOST_HOSTLOG_H
+#define QUILLMARSH_HOST_HOSTLOG_H
+
+#include "sharedstream.h"
+
+#include <quillmarsh/basetools/logfilestream.h>
+
+namespace quillmarsh::host
+{
+
+/// The host's log: a file, or nothing until one is opened. Any thread may write to the stream.
+class HostLog : public TextSink, NoCopy
+{
+public:
+    HostLog();
+    ~HostLog() override;
+
+    /// Opens the file. Throws a WrongArgumentException with the system's cause.
+    void Open(string const &fileName);
+    bool IsOpen() const { return file_ != nullptr; }
+    /// Writes the end of the log. False when the file does not hold all that was logged.
+    bool Close();
+
+    ostream &GetStream() { return stream_; }
+
+    void OnText(std::string_view text, unsigned int type) override;
+
+private:
+    std::mutex mutex_;
+    AutoPtr<LogFileStream> file_;
+    SharedStream stream_;
+};
+
+} // namespace quillmarsh::host
+
+#endif

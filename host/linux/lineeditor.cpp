@@ -1,0 +1,518 @@
+#include "lineeditor.h"
+
+#include "../dialogtext.h"
+#include "../textoutput.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <clocale>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <cwchar>
+
+#include <fcntl.h>
+#include <poll.h>
+#include <sys/ioctl.h>
+#include <unistd.h>
+
+namespace quillmarsh::host
+{
+
+namespace
+{
+
+/// Text that may wait for the terminal before its writers have to.
+constexpr std::size_t s_maxPendingText = 1 << 20;
+
+std::size_t GetWidth(wchar_t const *begin, wchar_t const *end)
+{
+    std::size_t width = 0;
+    for (; begin != end; ++begin)
+        width += static_cast<std::size_t>(std::max(wcwidth(*begin), 0));
+    return width;
+}
+
+std::size_t GetTerminalColumns()
+{
+    winsize size{};
+    bool const known = ioctl(STDOUT_FILENO, TIOCGWINSZ, &size) == 0 && size.ws_col > 0;
+    return known ? size.ws_col : 80;
+}
+
+/// Whether the terminal understands the common escape sequences.
+bool HasCursorControl()
+{
+    char const *const term = std::getenv("TERM");
+    return term != nullptr && *term != 0 && std::strcmp(term, "dumb") != 0;
+}
+
+void Put(string const &text)
+{
+    std::fwrite(text.data(), 1, text.size(), stdout);
+    std::fflush(stdout);
+}
+
+/// Characters beyond ASCII need a locale that knows them.
+void PrepareLocale()
+{
+    if (std::setlocale(LC_CTYPE, "") == nullptr || MB_CUR_MAX == 1)
+        std::setlocale(LC_CTYPE, "C.UTF-8");
+}
+
+} // namespace
+
+LineEditor::LineEditor(ConsoleBuffers &buffers, std::function<void()> onInput, std::function<void()> onExit)
+    : buffers_(buffers),
+      onInput_(std::move(onInput)),
+      onExit_(std::move(onExit)),
+      coloured_(WantsColours() && HasCursorControl())
+{
+    PrepareLocale();
+    tcgetattr(STDIN_FILENO, &terminalAtStart_);
+    if (pipe2(wake_, O_CLOEXEC | O_NONBLOCK) != 0)
+        wake_[0] = wake_[1] = -1;
+    thread_ = std::thread([this] { Run(); });
+}
+
+LineEditor::~LineEditor()
+{
+    ChangeAndWake([this] { closing_ = true; });
+    thread_.join();
+    close(wake_[0]);
+    close(wake_[1]);
+}
+
+// From other threads
+
+void LineEditor::Wake()
+{
+    // A full pipe wakes as well.
+    static_cast<void>(!write(wake_[1], "", 1));
+}
+
+template<typename Change>
+void LineEditor::ChangeAndWake(Change &&change)
+{
+    {
+        std::lock_guard const lock(mutex_);
+        change();
+    }
+    condition_.notify_all();
+    Wake();
+}
+
+void LineEditor::BeginEditing(string const &prompt)
+{
+    ChangeAndWake(
+        [&]
+        {
+            prompt_ = prompt;
+            mayEdit_ = true;
+        });
+}
+
+void LineEditor::EndEditing()
+{
+    ChangeAndWake([this] { mayEdit_ = false; });
+}
+
+void LineEditor::Interrupt()
+{
+    ChangeAndWake([this] { work_.interrupted = true; });
+}
+
+void LineEditor::Resize()
+{
+    ChangeAndWake([this] { work_.resized = true; });
+}
+
+void LineEditor::Write(std::string_view text, unsigned int type)
+{
+    {
+        std::unique_lock lock(mutex_);
+        condition_.wait(lock, [this] { return closing_ || work_.text.size() < s_maxPendingText; });
+        if (coloured_)
+            AppendColoured(work_.text, text, type);
+        else
+            work_.text += text;
+    }
+    Wake();
+}
+
+platform::eDialogAnswer LineEditor::PresentDialog(platform::DialogRequest const &request)
+{
+    if (std::this_thread::get_id() == thread_.get_id())
+        return AskDialog(request);
+    Dialog dialog{request, request.defaultAnswer};
+    ChangeAndWake([&] { work_.dialogs.push_back(&dialog); });
+    std::unique_lock lock(mutex_);
+    condition_.wait(lock, [&] { return dialog.answered; });
+    return dialog.answer;
+}
+
+bool LineEditor::TakeHandOver(HandOver &handOver, string &text)
+{
+    std::lock_guard const lock(mutex_);
+    if (handOver.state != HandOver::eState::e_offered)
+        return false;
+    handOver.state = HandOver::eState::e_taken;
+    text = handOver.text;
+    return true;
+}
+
+void LineEditor::FinishHandOver(HandOver &handOver, string const *text)
+{
+    ChangeAndWake(
+        [&]
+        {
+            handOver.state = HandOver::eState::e_done;
+            if (text != nullptr)
+                handOver.text = *text;
+        });
+}
+
+bool LineEditor::TakeLine(string &line)
+{
+    return TakeHandOver(line_, line);
+}
+
+void LineEditor::FinishLine()
+{
+    FinishHandOver(line_, nullptr);
+}
+
+bool LineEditor::TakeCompletion(string &text)
+{
+    return TakeHandOver(completion_, text);
+}
+
+void LineEditor::AnswerCompletion(string const &completed)
+{
+    FinishHandOver(completion_, &completed);
+}
+
+// The editor's thread
+
+LineEditor &LineEditor::FromEditor(EditLine *editor)
+{
+    LineEditor *self = nullptr;
+    el_get(editor, EL_CLIENTDATA, &self);
+    return *self;
+}
+
+int LineEditor::OnHistory(void *self, HistEvent *event, int operation, ...)
+{
+    return static_cast<LineEditor *>(self)->ServeHistory(event, operation);
+}
+
+void LineEditor::Run()
+{
+    editor_ = el_init("quillmarsh-host", stdin, stdout, stderr);
+    if (editor_ != nullptr)
+    {
+        el_set(editor_, EL_CLIENTDATA, this);
+        el_set(editor_, EL_SIGNAL, 0);
+        el_set(editor_, EL_EDITOR, "emacs");
+        el_set(
+            editor_, EL_PROMPT, +[](EditLine *editor) { return FromEditor(editor).shownPrompt_.data(); });
+        el_set(
+            editor_, EL_GETCFN,
+            +[](EditLine *editor, wchar_t *character) { return FromEditor(editor).ReadCharacter(character); });
+        el_set(editor_, EL_HIST, &OnHistory, this);
+        el_set(
+            editor_, EL_ADDFN, "quillmarsh-complete", "Complete the command",
+            +[](EditLine *editor, int) { return FromEditor(editor).Complete(); });
+        el_set(editor_, EL_BIND, "^I", "quillmarsh-complete", nullptr);
+        el_source(editor_, nullptr);
+    }
+    while (!IsClosing())
+    {
+        if (editor_ != nullptr && MayEdit())
+            EditOneLine();
+        else
+            WaitForWork();
+        DoWork();
+    }
+    DoWork();
+    if (editor_ != nullptr)
+        el_end(editor_);
+}
+
+bool LineEditor::MayEdit()
+{
+    std::lock_guard const lock(mutex_);
+    shownPrompt_ = prompt_;
+    return mayEdit_ && !closing_ && !exitAsked_;
+}
+
+bool LineEditor::IsClosing()
+{
+    std::lock_guard const lock(mutex_);
+    return closing_;
+}
+
+void LineEditor::WaitForWork()
+{
+    pollfd wait = {wake_[0], POLLIN, 0};
+    poll(&wait, 1, -1);
+    char drained[64];
+    while (read(wake_[0], drained, sizeof(drained)) > 0)
+    {
+    }
+}
+
+void LineEditor::EditOneLine()
+{
+    DoWork();
+    if (!atLineStart_)
+        Put("\n");
+    atLineStart_ = false;
+    inEditor_ = true;
+    int length = 0;
+    char const *const text = el_gets(editor_, &length);
+    inEditor_ = false;
+    if (text != nullptr && length > 0)
+    {
+        string line(text, static_cast<std::size_t>(length));
+        if (line.ends_with('\n'))
+            line.pop_back();
+        atLineStart_ = true;
+        HandOverAndWait(line_, line);
+        return;
+    }
+    // The end of input, or the editor was taken away.
+    if (!atLineStart_)
+        Put("\n");
+    atLineStart_ = true;
+    if (MayEdit() || exitAsked_)
+    {
+        exitAsked_ = true;
+        onExit_();
+    }
+}
+
+void LineEditor::HandOverAndWait(HandOver &handOver, string const &text)
+{
+    {
+        std::lock_guard const lock(mutex_);
+        handOver.text = text;
+        handOver.state = HandOver::eState::e_offered;
+    }
+    onInput_();
+    while (true)
+    {
+        {
+            std::lock_guard const lock(mutex_);
+            // A line that nobody took when the editor is taken away is dropped.
+            bool const dropped = closing_ || (!mayEdit_ && handOver.state == HandOver::eState::e_offered);
+            if (dropped || handOver.state == HandOver::eState::e_done)
+            {
+                handOver.state = HandOver::eState::e_none;
+                return;
+            }
+        }
+        WaitForWork();
+        DoWork();
+    }
+}
+
+/// Does what others left to do, with the prompt out of the way.
+void LineEditor::DoWork()
+{
+    Work work;
+    {
+        std::lock_guard const lock(mutex_);
+        std::swap(work, work_);
+    }
+    if (work.IsEmpty())
+        return;
+    condition_.notify_all();
+    if (inEditor_)
+        EraseEditArea();
+    if (!work.text.empty())
+        ShowText(work.text);
+    for (Dialog *const dialog : work.dialogs)
+    {
+        platform::eDialogAnswer const answer = AskDialog(dialog->request);
+        {
+            std::lock_guard const lock(mutex_);
+            dialog->answer = answer;
+            dialog->answered = true;
+        }
+        condition_.notify_all();
+    }
+    if (work.interrupted)
+        HandleInterrupt();
+    if (work.resized && editor_ != nullptr)
+        el_resize(editor_);
+    if (!inEditor_)
+        return;
+    if (!atLineStart_)
+        Put("\n");
+    atLineStart_ = false;
+    el_set(editor_, EL_REFRESH);
+}
+
+void LineEditor::ShowText(string const &text)
+{
+    Put(text);
+    atLineStart_ = text.back() == '\n';
+}
+
+/// Takes prompt and line off the terminal; the cursor is then at the begin of a line.
+void LineEditor::EraseEditArea()
+{
+    atLineStart_ = true;
+    if (!HasCursorControl())
+    {
+        Put("\n");
+        return;
+    }
+    LineInfoW const *const line = el_wline(editor_);
+    std::size_t const ahead = shownPrompt_.size() + GetWidth(line->buffer, line->cursor);
+    std::size_t const rowsAbove = ahead / GetTerminalColumns();
+    string erase = "\r";
+    if (rowsAbove > 0)
+        erase += "\033[" + std::to_string(rowsAbove) + "A";
+    Put(erase + "\033[J");
+}
+
+platform::eDialogAnswer LineEditor::AskDialog(platform::DialogRequest const &request)
+{
+    Put((atLineStart_ ? "" : "\n") + FormatDialog(request));
+    termios present{};
+    tcgetattr(STDIN_FILENO, &present);
+    termios singleKeys = present;
+    singleKeys.c_lflag &= ~static_cast<tcflag_t>(ICANON | ECHO);
+    tcsetattr(STDIN_FILENO, TCSADRAIN, &singleKeys);
+    std::optional<platform::eDialogAnswer> answer;
+    while (!answer)
+    {
+        char key = 0;
+        ssize_t const got = read(STDIN_FILENO, &key, 1);
+        if (got == 1)
+            answer = FindDialogAnswer(request, key);
+        else if (got == 0 || errno != EINTR)
+            answer = request.defaultAnswer;
+    }
+    Put(string(GetAnswerName(*answer)) + "\n");
+    atLineStart_ = true;
+    // Who aborts stops in the middle of everything: the terminal is then left as it was found.
+    bool const stops = *answer == platform::eDialogAnswer::e_abort;
+    tcsetattr(STDIN_FILENO, TCSADRAIN, stops ? &terminalAtStart_ : &present);
+    return *answer;
+}
+
+void LineEditor::HandleInterrupt()
+{
+    bool isEmpty = true;
+    if (inEditor_)
+    {
+        LineInfoW const *const line = el_wline(editor_);
+        isEmpty = line->lastchar == line->buffer;
+        Put(shownPrompt_);
+        std::fprintf(stdout, "%.*ls", static_cast<int>(line->lastchar - line->buffer), line->buffer);
+        el_cursor(editor_, static_cast<int>(line->lastchar - line->cursor));
+        el_deletestr(editor_, static_cast<int>(line->lastchar - line->buffer));
+    }
+    Put("^C\n");
+    atLineStart_ = true;
+    if (isEmpty && interruptedBefore_)
+    {
+        exitAsked_ = true;
+        if (!inEditor_)
+            onExit_();
+        return;
+    }
+    if (isEmpty)
+        Put("Interrupt again to exit.\n");
+    interruptedBefore_ = true;
+}
+
+int LineEditor::ReadCharacter(wchar_t *character)
+{
+    std::mbstate_t state{};
+    while (true)
+    {
+        DoWork();
+        if (!MayEdit())
+            return 0;
+        pollfd waits[2] = {{STDIN_FILENO, POLLIN, 0}, {wake_[0], POLLIN, 0}};
+        poll(waits, 2, -1);
+        if (waits[1].revents != 0)
+            WaitForWork();
+        if (waits[0].revents == 0)
+            continue;
+        char byte = 0;
+        ssize_t const got = read(STDIN_FILENO, &byte, 1);
+        if (got == 0 || (got < 0 && errno != EINTR && errno != EAGAIN))
+            return 0;
+        if (got < 0)
+            continue;
+        interruptedBefore_ = false;
+        std::size_t const length = std::mbrtowc(character, &byte, 1, &state);
+        if (length <= 1)
+            return 1;
+        if (length == static_cast<std::size_t>(-1))
+            state = {};
+    }
+}
+
+unsigned char LineEditor::Complete()
+{
+    LineInfo const *const line = el_line(editor_);
+    if (line->cursor != line->lastchar)
+        return CC_NORM;
+    string const text(line->buffer, line->lastchar);
+    HandOverAndWait(completion_, text);
+    // The text of the hand-over was replaced by the answer, which begins with what was asked.
+    string completed;
+    {
+        std::lock_guard const lock(mutex_);
+        completed = completion_.text;
+    }
+    if (completed.size() > text.size())
+        el_insertstr(editor_, completed.c_str() + text.size());
+    return CC_REFRESH;
+}
+
+/// What the editor asks of a history: index 0 is its newest entry.
+int LineEditor::ServeHistory(HistEvent *event, int operation)
+{
+    buffers_.LockCommandHistory();
+    unsigned int const count = buffers_.GetNumCommandsInHistory();
+    unsigned int wanted = count;
+    switch (operation)
+    {
+    case H_FIRST:
+        wanted = 0;
+        break;
+    case H_LAST:
+        wanted = count - 1;
+        break;
+    case H_NEXT:
+        wanted = historyIndex_ + 1;
+        break;
+    case H_PREV:
+        wanted = historyIndex_ - 1;
+        break;
+    case H_CURR:
+        wanted = historyIndex_;
+        break;
+    default:
+        break;
+    }
+    bool const found = wanted < count;
+    if (found)
+        historyText_ = buffers_.GetCommandFromHistory(count - 1 - wanted);
+    buffers_.UnlockCommandHistory();
+    if (!found)
+        return -1;
+    historyIndex_ = wanted;
+    event->num = static_cast<int>(count - wanted);
+    event->str = historyText_.c_str();
+    return 0;
+}
+
+} // namespace quillmarsh::host

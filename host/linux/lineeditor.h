@@ -1,0 +1,148 @@
+// The line editor and the thread that owns the terminal.
+#ifndef QUILLMARSH_HOST_LINUX_LINEEDITOR_H
+#define QUILLMARSH_HOST_LINUX_LINEEDITOR_H
+
+#include <quillmarsh/basetools/consolebuffers.h>
+#include <quillmarsh/platform/dialogs.h>
+
+#include <condition_variable>
+#include <functional>
+#include <mutex>
+#include <string_view>
+#include <thread>
+#include <vector>
+
+#include <histedit.h>
+#include <termios.h>
+
+namespace quillmarsh::host
+{
+
+/// The line editor and the thread that owns the terminal.
+///
+/// All that shows on the terminal is written by one thread. While it waits for a key it is woken by whoever has
+/// something for it: text, a dialog, an interrupt. It takes the prompt away, does the work, and shows the prompt again.
+class LineEditor : NoCopy
+{
+public:
+    LineEditor(ConsoleBuffers &buffers, std::function<void()> onInput, std::function<void()> onExit);
+    ~LineEditor();
+
+    void BeginEditing(string const &prompt);
+    void EndEditing();
+
+    /// @name Any thread
+    /// @{
+    void Interrupt();
+    void Resize();
+    /// Waits when there is very much that the terminal has not shown yet.
+    void Write(std::string_view text, unsigned int type);
+    platform::eDialogAnswer PresentDialog(platform::DialogRequest const &request);
+    /// @}
+
+    /// @name Frame thread
+    /// @{
+
+    /// Takes the line that was typed, if there is one; the prompt stays away until FinishLine().
+    bool TakeLine(string &line);
+    void FinishLine();
+    /// Takes the text that is to be completed, if there is one; the editor waits for AnswerCompletion().
+    bool TakeCompletion(string &text);
+    void AnswerCompletion(string const &completed);
+    /// @}
+
+private:
+    /// A thing that the editor's thread hands to the frame thread and waits for.
+    struct HandOver
+    {
+        enum class eState
+        {
+            e_none,
+            e_offered,
+            e_taken,
+            e_done
+        };
+        eState state = eState::e_none;
+        string text;
+    };
+
+    struct Dialog
+    {
+        platform::DialogRequest const &request;
+        platform::eDialogAnswer answer;
+        bool answered = false;
+    };
+
+    struct Work
+    {
+        string text;
+        std::vector<Dialog *> dialogs;
+        bool interrupted = false;
+        bool resized = false;
+        bool IsEmpty() const { return text.empty() && dialogs.empty() && !interrupted && !resized; }
+    };
+
+    /// @name Editor's thread
+    /// @{
+    void Run();
+    void EditOneLine();
+    void HandOverAndWait(HandOver &handOver, string const &text);
+    void DoWork();
+    void ShowText(string const &text);
+    void EraseEditArea();
+    platform::eDialogAnswer AskDialog(platform::DialogRequest const &request);
+    void HandleInterrupt();
+    void WaitForWork();
+    bool MayEdit();
+    bool IsClosing();
+    int ReadCharacter(wchar_t *character);
+    unsigned char Complete();
+    int ServeHistory(HistEvent *event, int operation);
+    /// @}
+
+    void Wake();
+    template<typename Change>
+    void ChangeAndWake(Change &&change);
+    bool TakeHandOver(HandOver &handOver, string &text);
+    void FinishHandOver(HandOver &handOver, string const *text);
+
+    static LineEditor &FromEditor(EditLine *editor);
+    static int OnHistory(void *self, HistEvent *event, int operation, ...);
+
+    ConsoleBuffers &buffers_;
+    std::function<void()> onInput_;
+    std::function<void()> onExit_;
+    bool const coloured_;
+
+    std::mutex mutex_;
+    std::condition_variable condition_;
+    /// @name Under the mutex
+    /// @{
+    Work work_;
+    HandOver line_;
+    HandOver completion_;
+    bool mayEdit_ = false;
+    bool closing_ = false;
+    string prompt_;
+    /// @}
+
+    /// @name Of the editor's thread
+    /// @{
+    EditLine *editor_ = nullptr;
+    termios terminalAtStart_{};
+    bool inEditor_ = false;
+    bool atLineStart_ = true;
+    bool exitAsked_ = false;
+    bool interruptedBefore_ = false;
+    string shownPrompt_;
+    unsigned int historyIndex_ = 0;
+    string historyText_;
+    /// @}
+
+    int wake_[2];
+    std::thread thread_;
+};
+
+} // namespace quillmarsh::host
+
+#endif

@@ -1,0 +1,53 @@
+// Reference host: loads an application from a plug-in library and runs it, with a console.
+#include "program.h"
+
+#include <quillmarsh/basetools/libraryinfo.h>
+#include <quillmarsh/basetools/memory.h>
+
+#include <exception>
+
+namespace quillmarsh::host
+{
+namespace
+{
+
+int PrintText(string const &text)
+{
+    string error;
+    if (system::WriteStandardOutput(text, error))
+        return e_exit_ok;
+    PrintMessage("cannot write to standard output: " + error);
+    return e_exit_failed;
+}
+
+int Main(std::vector<string> const &words)
+{
+    system::PrepareStandardStreams();
+    Arguments arguments;
+    try
+    {
+        arguments = ParseArguments({words.begin() + 1, words.end()});
+    }
+    catch (WrongArgumentException const &thrown)
+    {
+        PrintMessage(thrown.GetMessage());
+        return e_exit_wrong_argument;
+    }
+    if (arguments.help)
+        return PrintText(GetUsage());
+    if (arguments.version)
+        return PrintText("quillmarsh-host " + library_info::GetLibraryVersion().MakeString() + "\n");
+    return Program(arguments, words).Run();
+}
+
+} // namespace
+} // namespace quillmarsh::host
+
+int main(int argc, char **argv)
+{
+    quillmarsh::NewThrowsExceptionSentry const sentry;
+    std::vector<std::string> words(argv, argv + argc);
+    if (words.empty())
+        words.emplace_back("quillmarsh-host");
+    return quillmarsh::host::Main(words);
+}

@@ -1,0 +1,133 @@
+#include "pluginlibraryfile.h"
+
+#include "system.h"
+
+#include <quillmarsh/basetools/exception.h>
+#include <quillmarsh/basetools/filesystem.h>
+#include <quillmarsh/basetools/libraryinfo.h>
+#include <quillmarsh/basetools/texttools.h>
+
+#include <algorithm>
+#include <iterator>
+
+namespace quillmarsh::host
+{
+
+namespace
+{
+
+[[noreturn]] void RefusePlugin(string const &file, string const &reason)
+{
+    QUILLMARSH_THROW(KernelException, "The plug-in '" + file + "' cannot be used: " + reason);
+}
+
+} // namespace
+
+PluginLibraryFile::PluginLibraryFile(string const &fileName) : DynamicLinkLibrary(fileName)
+{
+    PluginLibraryRecord const &record = Open();
+    CheckRecord(record);
+    CollectDescriptors(record);
+}
+
+PluginLibraryFile::~PluginLibraryFile() = default;
+
+void PluginLibraryFile::Refuse(string const &reason) const
+{
+    RefusePlugin(GetFileName(), reason);
+}
+
+void PluginLibraryFile::FillImportTable(DLLImportTable &table)
+{
+    table.Add(s_szPluginLibraryEntry, &entry_);
+}
+
+PluginLibraryRecord const &PluginLibraryFile::Open()
+{
+    if (!Load())
+    {
+        if (!system::IsLibraryFile(GetFileName()))
+            Refuse("it is not a library (" + GetLoadError() + ").");
+        Refuse("the library cannot be loaded: " + GetLoadError());
+    }
+    if (!ImportSymbols(nullptr))
+        Refuse(string("it is not a plug-in library, since it does not export ") + s_szPluginLibraryEntry + ".");
+    PluginLibraryRecord const *const record = entry_();
+    if (record == nullptr || record->Magic != s_pluginLibraryMagic)
+        Refuse(string("what its ") + s_szPluginLibraryEntry + " gives is not the record of a plug-in library.");
+    return *record;
+}
+
+void PluginLibraryFile::CheckVersion(library_info::LibraryVersion const &version) const
+{
+    library_info::LibraryVersion const own = library_info::GetLibraryVersion();
+    if (!own.IsCompatibleWith(version))
+        Refuse("it was built with version " + version.MakeString() + " of the library, and this host has " +
+               own.MakeString() + ".");
+}
+
+void PluginLibraryFile::CheckRecord(PluginLibraryRecord const &record) const
+{
+    // The head first: nothing behind it means anything before it fits.
+    unsigned int const *const version = record.LibraryVersion;
+    CheckVersion(library_info::LibraryVersion(version[0], version[1], version[2], version[3]));
+
+    PluginLibraryRecord const expected = MakePluginLibraryRecord();
+    if (record.RecordLayout != expected.RecordLayout || record.RecordSize != expected.RecordSize)
+    {
+        Refuse("its record has layout " + MakeString(record.RecordLayout) + " and " + MakeString(record.RecordSize) +
+               " bytes, and this host reads layout " + MakeString(expected.RecordLayout) + " with " +
+               MakeString(expected.RecordSize) + ".");
+    }
+    auto const differing = std::mismatch(std::begin(record.CrossingSizes), std::end(record.CrossingSizes),
+                                         std::begin(expected.CrossingSizes));
+    if (differing.first != std::end(record.CrossingSizes))
+    {
+        Refuse("its " + string(s_pluginLibraryCrossings[differing.first - std::begin(record.CrossingSizes)]) + " has " +
+               MakeString(*differing.first) + " bytes, and the host's has " + MakeString(*differing.second) +
+               ": they were built with different compilers or settings.");
+    }
+}
+
+void PluginLibraryFile::CollectDescriptors(PluginLibraryRecord const &record)
+{
+    unsigned int const count = record.GetNumDescriptors();
+    if (count == 0)
+        Refuse("it offers no plug-in.");
+    for (unsigned int i = 0; i < count; ++i)
+    {
+        PluginDescriptor *const descriptor = record.GetDescriptor(i);
+        if (descriptor == nullptr)
+            Refuse("its descriptor " + MakeString(i) + " is missing.");
+        CheckVersion(descriptor->GetPluginInfo().GetLibraryVersion());
+        descriptors_.push_back(descriptor);
+    }
+}
+
+string FindPluginFile(string const &name, std::vector<string> const &directories)
+{
+    string path;
+    string base;
+    string extension;
+    file_system::SplitFileName(name, path, base, extension);
+    if (!path.empty() || file_system::IsAbsolutePathName(name))
+    {
+        if (!file_system::FileExists(name))
+            RefusePlugin(name, "there is no such file.");
+        return file_system::GetFullPathNameA(name, false);
+    }
+    string searched;
+    for (string directory : directories)
+    {
+        file_system::ForceTrailingPathSeparator(directory);
+        for (string const &file : {directory + name, directory + name + system::GetPluginExtension()})
+        {
+            if (!name.empty() && file_system::FileExists(file))
+                return file;
+        }
+        searched += (searched.empty() ? "" : ", ") + directory;
+    }
+    RefusePlugin(name, "there is no such file in " + searched + "; a file elsewhere needs its path.");
+}
+
+} // namespace quillmarsh::host

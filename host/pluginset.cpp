@@ -1,0 +1,56 @@
+#include "pluginset.h"
+
+#include <quillmarsh/basetools/exception.h>
+
+#include <ostream>
+
+namespace quillmarsh::host
+{
+
+void PluginSet::Load(string const &fileName)
+{
+    libraries_.push_back(std::make_unique<PluginLibraryFile>(fileName));
+    for (PluginDescriptor *const descriptor : libraries_.back()->GetDescriptors())
+        entries_.push_back({descriptor, fileName});
+}
+
+void PluginSet::Unload()
+{
+    entries_.clear();
+    while (!libraries_.empty())
+        libraries_.pop_back();
+}
+
+void PluginSet::Keep()
+{
+    for (AutoPtr<PluginLibraryFile> const &library : libraries_)
+        library->Keep();
+}
+
+PluginDescriptor *PluginSet::FindApplication() const
+{
+    Entry const *found = nullptr;
+    for (Entry const &entry : entries_)
+    {
+        if (entry.descriptor->GetPluginInfo().GetPluginType() != e_plugin_application)
+            continue;
+        if (found != nullptr)
+        {
+            QUILLMARSH_THROW(KernelException, "'" + found->fileName + "' and '" + entry.fileName +
+                                                  "' both bring an application; a run has one.");
+        }
+        found = &entry;
+    }
+    return found != nullptr ? found->descriptor : nullptr;
+}
+
+void PluginSet::Dump(ostream &out) const
+{
+    for (Entry const &entry : entries_)
+    {
+        out << "Plug-in of " << entry.fileName << ":\n";
+        entry.descriptor->GetPluginInfo().Dump(out, 1);
+    }
+}
+
+} // namespace quillmarsh::host

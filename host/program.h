@@ -1,0 +1,77 @@
+// One run of the host, from its arguments to its exit status.
+#ifndef QUILLMARSH_HOST_PROGRAM_H
+#define QUILLMARSH_HOST_PROGRAM_H
+
+#include "applicationwalk.h"
+#include "arguments.h"
+#include "consolelines.h"
+#include "hostlog.h"
+#include "system.h"
+#include "terminal.h"
+
+namespace quillmarsh::host
+{
+
+enum eExitStatus
+{
+    e_exit_ok = 0,
+    e_exit_line_failed = 1,
+    e_exit_wrong_argument = 2,
+    e_exit_failed = 3
+};
+
+/// Shows a message of the host on standard error.
+void PrintMessage(string const &message);
+
+/// One run of the host. Main thread only.
+class Program : NoCopy
+{
+public:
+    /// `words` is the command line, the program's name first.
+    Program(Arguments const &arguments, std::vector<string> const &words);
+    ~Program();
+
+    /// Runs, and gives the exit status. Throws only what ended the run, when the hard rethrow at exit is on.
+    int Run();
+
+private:
+    void Prepare();
+    void OpenSource();
+    void LoadPlugins();
+    void RunApplication();
+    Application::StartupInfo MakeStartupInfo() const;
+    void OnStartupResult(Application::StartupResult const &result);
+    void BeginConsole(Application::StartupResult const &result);
+    void SetVariables();
+    void RunFrames();
+    bool IsFrameLimitReached();
+    void LogSummary();
+    void Report(string const &message);
+    void OnSignal(system::eSignal signal);
+    int GetExitStatus() const;
+
+    Arguments const &arguments_;
+    string const commandLine_;
+    string const programFile_;
+    bool const interactive_;
+    bool hasWrongArgument_ = false;
+    bool outputFailed_ = false;
+    std::exception_ptr rethrow_;
+
+    HostLog log_;
+    HostConsole console_;
+    Failures failures_;
+    HostKernel kernel_;
+    /// Before the first thread, which the terminal or the script starts.
+    system::SignalWatch signals_;
+    StandardOutput standardOutput_;
+    /// Also used by the signals' thread.
+    std::mutex terminalMutex_;
+    AutoPtr<Terminal> terminal_;
+    AutoPtr<LineSource> script_;
+    AutoPtr<ConsoleLines> lines_;
+};
+
+} // namespace quillmarsh::host
+
+#endif

@@ -1,0 +1,145 @@
+#include "scriptreader.h"
+
+#include "arguments.h"
+
+#include <condition_variable>
+#include <deque>
+#include <mutex>
+#include <vector>
+
+namespace quillmarsh::host
+{
+
+LineSource::~LineSource() = default;
+
+void LineSource::Serve(std_command_interpreter::Interpreter &, ostream &) {}
+
+/// What the reader's thread shares with who takes the lines. It outlives the reader when the thread cannot be called
+/// off.
+struct ScriptReader::State
+{
+    static constexpr std::size_t s_maxLinesAhead = 1000;
+
+    AutoPtr<system::Input> input;
+    std::function<void()> onLines;
+
+    std::mutex mutex;
+    std::condition_variable condition;
+    std::deque<SourceLine> lines;
+    bool closed = false;
+    bool atEnd = false;
+    bool somebodyWaits = false;
+
+    void Read();
+    bool Push(std::vector<SourceLine> const &complete);
+    void Announce(std::unique_lock<std::mutex> const &lock);
+};
+
+void ScriptReader::State::Read()
+{
+    std::vector<char> buffer(1 << 16);
+    std::vector<SourceLine> complete;
+    SourceLine line;
+    line.number = 1;
+    while (std::size_t const size = input->Read(buffer.data(), buffer.size()))
+    {
+        std::string_view rest(buffer.data(), size);
+        for (std::size_t end; (end = rest.find('\n')) != std::string_view::npos; rest.remove_prefix(end + 1))
+        {
+            line.text += rest.substr(0, end);
+            if (line.text.ends_with('\r'))
+                line.text.pop_back();
+            complete.push_back(line);
+            line.text.clear();
+            ++line.number;
+        }
+        line.text += rest;
+        if (!Push(complete))
+            return;
+        complete.clear();
+    }
+    if (!line.text.empty())
+        complete.push_back(line);
+    if (!Push(complete))
+        return;
+    std::unique_lock lock(mutex);
+    atEnd = true;
+    Announce(lock);
+}
+
+/// What came at once goes on at once, so that no frame falls between.
+bool ScriptReader::State::Push(std::vector<SourceLine> const &complete)
+{
+    std::unique_lock lock(mutex);
+    condition.wait(lock, [this] { return closed || lines.size() < s_maxLinesAhead; });
+    if (closed)
+        return false;
+    lines.insert(lines.end(), complete.begin(), complete.end());
+    if (!complete.empty())
+        Announce(lock);
+    return true;
+}
+
+void ScriptReader::State::Announce(std::unique_lock<std::mutex> const &)
+{
+    if (somebodyWaits && !closed)
+        onLines();
+    somebodyWaits = false;
+    condition.notify_all();
+}
+
+ScriptReader::ScriptReader(string const &fileName, std::function<void()> onLines)
+    : name_(fileName == "-" ? "standard input" : fileName),
+      state_(std::make_shared<State>())
+{
+    string error;
+    state_->input = system::Input::Open(fileName, error);
+    if (state_->input == nullptr)
+        ThrowWrongArgument("cannot read the script '" + fileName + "': " + error);
+    state_->onLines = std::move(onLines);
+    thread_ = std::thread([state = state_] { state->Read(); });
+}
+
+ScriptReader::~ScriptReader()
+{
+    {
+        std::lock_guard const lock(state_->mutex);
+        state_->closed = true;
+    }
+    state_->condition.notify_all();
+    if (state_->input->Cancel())
+        thread_.join();
+    else
+        thread_.detach();
+}
+
+LineSource::eNext ScriptReader::Take(SourceLine &line)
+{
+    std::unique_lock lock(state_->mutex);
+    // A file is there at once: what it brings does not depend on how quick the reader's thread is.
+    if (state_->input->IsFile())
+        state_->condition.wait(lock, [this] { return state_->atEnd || !state_->lines.empty(); });
+    if (state_->lines.empty())
+    {
+        state_->somebodyWaits = true;
+        return state_->atEnd ? eNext::e_end : eNext::e_none;
+    }
+    line = std::move(state_->lines.front());
+    state_->lines.pop_front();
+    state_->condition.notify_all();
+    return eNext::e_line;
+}
+
+void ScriptReader::OnDone() {}
+
+bool ScriptReader::IsTyped() const
+{
+    return false;
+}
+
+string const &ScriptReader::GetName() const
+{
+    return name_;
+}
+
+} // namespace quillmarsh::host

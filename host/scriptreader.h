@@ -1,0 +1,39 @@
+// Lines of a script.
+#ifndef QUILLMARSH_HOST_SCRIPTREADER_H
+#define QUILLMARSH_HOST_SCRIPTREADER_H
+
+#include "linesource.h"
+#include "system.h"
+
+#include <functional>
+#include <memory>
+#include <thread>
+
+namespace quillmarsh::host
+{
+
+/// Reads the lines of a file or of standard input on a thread of its own, a little ahead of who takes them.
+class ScriptReader : public LineSource, NoCopy
+{
+public:
+    /// Opens the script. Throws a WrongArgumentException. `onLines` is called on the reader's thread when there is
+    /// something to take again after there was nothing.
+    ScriptReader(string const &fileName, std::function<void()> onLines);
+    ~ScriptReader() override;
+
+    eNext Take(SourceLine &line) override;
+    void OnDone() override;
+    bool IsTyped() const override;
+    string const &GetName() const override;
+
+private:
+    struct State;
+
+    string name_;
+    std::shared_ptr<State> state_;
+    std::thread thread_;
+};
+
+} // namespace quillmarsh::host
+
+#endif
