@@ -1,0 +1,197 @@
+#include <quillmarsh/basetools/syncprimitives.h>
+
+#include <quillmarsh/basetools/exception.h>
+
+#include "tests/support/waiting.h"
+
+#include <gtest/gtest.h>
+
+#include <atomic>
+#include <thread>
+#include <vector>
+
+namespace quillmarsh
+{
+namespace
+{
+
+bool IsSignaled(Event &event)
+{
+    bool timedOut = false;
+    EXPECT_TRUE(event.Wait(0, timedOut));
+    return !timedOut;
+}
+
+/// A name that no other run of the tests uses at the same time.
+string MakeName(string const &stem)
+{
+    return stem + std::to_string(std::chrono::steady_clock::now().time_since_epoch().count());
+}
+
+TEST(KernelName, LosesWhatTheNameSpaceForbids)
+{
+    struct
+    {
+        string name;
+        string wanted;
+    } const cases[] = {
+        {"source\\a.cpp(7)", "source/a.cpp(7)"},
+        {"Global\\a\\b", "Global\\a/b"},
+        {"Local\\\\", "Local\\/"},
+        {"Session\\1\\a", "Session\\1/a"},
+        {"global\\a", "global/a"},
+        {"aGlobal\\", "aGlobal/"},
+        {string(300, '\\'), string(260, '/')},
+        {"Global\\" + string(300, 'x'), "Global\\" + string(253, 'x')},
+    };
+    for (auto const &each : cases)
+    {
+        string name = each.name;
+        ForceWinKernelName(name);
+        EXPECT_EQ(name, each.wanted);
+    }
+}
+
+TEST(CriticalSection, KeepsOthersOutUntilItsOwnerHasLeftAsOftenAsEntered)
+{
+    CriticalSection section;
+    auto const canOtherEnter = [&section]
+    {
+        bool entered = false;
+        std::thread(
+            [&]
+            {
+                entered = section.TryEnter();
+                if (entered)
+                    section.Leave();
+            })
+            .join();
+        return entered;
+    };
+    section.Enter();
+    EXPECT_TRUE(section.TryEnter());
+    EXPECT_FALSE(canOtherEnter());
+    section.Leave();
+    EXPECT_FALSE(canOtherEnter());
+    section.Leave();
+    EXPECT_TRUE(canOtherEnter());
+}
+
+TEST(Event, ResetsByItselfOrByHand)
+{
+    Event automatic(true, false);
+    EXPECT_TRUE(IsSignaled(automatic));
+    EXPECT_FALSE(IsSignaled(automatic));
+    EXPECT_TRUE(automatic.Set());
+    EXPECT_TRUE(automatic.Set());
+    EXPECT_TRUE(automatic.WaitInfinite());
+    EXPECT_FALSE(IsSignaled(automatic));
+
+    Event manual(false, true);
+    EXPECT_FALSE(IsSignaled(manual));
+    manual.Set();
+    EXPECT_TRUE(IsSignaled(manual));
+    EXPECT_TRUE(IsSignaled(manual));
+    EXPECT_TRUE(manual.Reset());
+    EXPECT_FALSE(IsSignaled(manual));
+}
+
+TEST(Event, TimesOutNoEarlierThanTold)
+{
+    Event event;
+    bool timedOut = false;
+    auto const start = std::chrono::steady_clock::now();
+    EXPECT_TRUE(event.Wait(30, timedOut));
+    EXPECT_TRUE(timedOut);
+    EXPECT_GE(std::chrono::steady_clock::now() - start, std::chrono::milliseconds(29));
+
+    event.Set();
+    EXPECT_TRUE(event.Wait(60000, timedOut));
+    EXPECT_FALSE(timedOut);
+}
+
+TEST(Event, LetsOneThreadThroughForEachSignal)
+{
+    constexpr int numThreads = 4;
+    Event event;
+    std::atomic<int> numThrough{0};
+    std::vector<std::thread> threads;
+    for (int i = 0; i < numThreads; ++i)
+        threads.emplace_back(
+            [&]
+            {
+                event.WaitInfinite();
+                ++numThrough;
+            });
+    for (int i = 1; i <= numThreads; ++i)
+    {
+        event.Set();
+        EXPECT_TRUE(tests::WaitUntil([&] { return numThrough >= i; }));
+        EXPECT_EQ(numThrough, i);
+    }
+    for (std::thread &thread : threads)
+        thread.join();
+}
+
+TEST(Event, SharesItsStateByNameUntilTheLastIsGone)
+{
+    string const name = MakeName("quillmarsh\\event");
+    {
+        Event first(true, true, name);
+        EXPECT_EQ(first.GetName().find('\\'), string::npos);
+        {
+            // Asks for other ways, and gets those of the first.
+            Event second(false, false, "Local\\" + name);
+            EXPECT_TRUE(IsSignaled(second));
+            EXPECT_TRUE(IsSignaled(second));
+            second.Reset();
+        }
+        EXPECT_FALSE(IsSignaled(first));
+        first.Set();
+        Event other(false, true, "Global\\" + name);
+        EXPECT_FALSE(IsSignaled(other));
+    }
+    Event again(false, true, name);
+    EXPECT_FALSE(IsSignaled(again));
+}
+
+TEST(Event, ThrowsForANameThatCannotBeUsed)
+{
+    for (string const name : {"a\\b", "Global\\a\\b"})
+    {
+        try
+        {
+            Event const event(false, false, name, false);
+            ADD_FAILURE() << name;
+        }
+        catch (SystemResourceException const &exception)
+        {
+            EXPECT_EQ(exception.GetMessage(), "CreateEvent() failed.");
+            EXPECT_EQ(exception.GetFile(), "source/basetools/syncprimitives.cpp");
+        }
+    }
+}
+
+TEST(SingleInstanceFlagSentry, HoldsANameOnce)
+{
+    string const name = MakeName("quillmarsh\\flag");
+    {
+        SingleInstanceFlagSentry const first(name);
+        SingleInstanceFlagSentry const second(name);
+        SingleInstanceFlagSentry const other(name + "x");
+        EXPECT_TRUE(first.IsAcquired());
+        EXPECT_FALSE(second.IsAcquired());
+        EXPECT_TRUE(other.IsAcquired());
+        EXPECT_THROW(Event(false, false, name), SystemResourceException);
+    }
+    {
+        Event const event(false, false, name);
+        EXPECT_FALSE(SingleInstanceFlagSentry(name).IsAcquired());
+    }
+    EXPECT_TRUE(SingleInstanceFlagSentry(name).IsAcquired());
+    EXPECT_FALSE(SingleInstanceFlagSentry("").IsAcquired());
+    EXPECT_FALSE(SingleInstanceFlagSentry(name, false).IsAcquired());
+}
+
+} // namespace
+} // namespace quillmarsh

@@ -1,0 +1,135 @@
+#include <quillmarsh/basetools/time.h>
+
+#include "source/basetools/timetext.h"
+
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <cmath>
+#include <cstring>
+#include <ctime>
+#include <thread>
+
+namespace quillmarsh
+{
+namespace
+{
+
+using time::DateTimeSeparators;
+
+constexpr platform::LocalDateTime s_moment{2002, 7, 4, 4, 9, 5, 3, 7};
+
+TEST(TimeText, HasTheFormsThatItsFlagsAskFor)
+{
+    DateTimeSeparators separators;
+    EXPECT_EQ(time::FormatDate(s_moment, false, true, separators), "2002-07-04-thu");
+    EXPECT_EQ(time::FormatDate(s_moment, true, false, separators), "02-07-04");
+    EXPECT_EQ(time::FormatTime(s_moment, true, separators), "09:05:03:007");
+    separators.Set('.', '_', 'T');
+    EXPECT_EQ(time::FormatDate(s_moment, false, false, separators), "2002.07.04");
+    EXPECT_EQ(time::FormatTime(s_moment, false, separators), "09_05_03");
+
+    platform::LocalDateTime odd = s_moment;
+    odd.dayOfWeek = 7;
+    odd.year = 800;
+    EXPECT_EQ(time::FormatDate(odd, false, true, {}), "0800-07-04-???");
+    EXPECT_EQ(time::FormatDate(odd, true, false, {}), "00-07-04");
+}
+
+TEST(TimeText, TellsLocalTime)
+{
+    std::time_t const before = std::time(nullptr);
+    string text;
+    time::GetFormattedSystemDateTime(text, false, true, true, DateTimeSeparators('/', '.', ' '));
+    std::time_t const after = std::time(nullptr);
+
+    // Two seconds can lie between the readings.
+    bool isBetween = false;
+    for (std::time_t each = before; each <= after; ++each)
+    {
+        char wanted[64];
+        std::strftime(wanted, sizeof(wanted), "%Y/%m/%d/", std::localtime(&each));
+        string expected = wanted;
+        constexpr char const *days[] = {"sun", "mon", "tue", "wed", "thu", "fri", "sat"};
+        expected += days[std::localtime(&each)->tm_wday];
+        std::strftime(wanted, sizeof(wanted), " %H.%M.%S.", std::localtime(&each));
+        expected += wanted;
+        isBetween = isBetween || text.compare(0, expected.size(), expected) == 0;
+        EXPECT_EQ(text.size(), expected.size() + 3);
+    }
+    EXPECT_TRUE(isBetween) << text;
+}
+
+TEST(TimeText, ValuesAreThoseOfTheText)
+{
+    unsigned int year = 0, month = 0, day = 0, dayOfWeek = 7, hour = 24, minute = 60, second = 60, millisecond = 1000;
+    string text;
+    do
+    {
+        time::GetFormattedSystemDateTime(text);
+        time::GetSystemDateTime(year, month, day, dayOfWeek, hour, minute, second, millisecond);
+    } while (millisecond < 10);
+    platform::LocalDateTime const moment{year, month, day, dayOfWeek, hour, minute, second, millisecond};
+    EXPECT_EQ(text, time::FormatDate(moment, false, false, {}) + "/" + time::FormatTime(moment, false, {}));
+    EXPECT_LT(millisecond, 1000u);
+    EXPECT_LT(dayOfWeek, 7u);
+}
+
+TEST(HighResolutionTimer, MeasuresAsTheSteadyClockDoes)
+{
+    using Seconds = std::chrono::duration<double>;
+    auto const outerStart = std::chrono::steady_clock::now();
+    HighResolutionTimer timer;
+    auto const innerStart = std::chrono::steady_clock::now();
+    std::this_thread::sleep_for(std::chrono::milliseconds(20));
+    auto const innerEnd = std::chrono::steady_clock::now();
+    double const seconds = timer.GetElapsedSeconds();
+    unsigned int low = 0;
+    unsigned int high = 1;
+    timer.GetElapsedTicks(low, high);
+    auto const outerEnd = std::chrono::steady_clock::now();
+
+    EXPECT_GE(seconds, Seconds(innerEnd - innerStart).count() * 0.999);
+    EXPECT_LE(seconds, Seconds(outerEnd - outerStart).count() * 1.001);
+    EXPECT_EQ(high, 0u);
+    EXPECT_GE(low / static_cast<double>(timer.GetTicksPerSecond()), seconds);
+    EXPECT_GE(timer.GetElapsedTicks(), low);
+    timer.Start();
+    EXPECT_LT(timer.GetElapsedSeconds(), seconds);
+}
+
+TEST(HighResolutionTimer, TellsItsFrequency)
+{
+    std::int64_t ticks = 0;
+    double step = 0;
+    alignas(std::int64_t) unsigned char record[sizeof(ticks)];
+    ASSERT_TRUE(HighResolutionTimer::GetPerformanceCounterInfo(reinterpret_cast<LARGE_INTEGER *>(record), &step));
+    std::memcpy(&ticks, record, sizeof(ticks));
+    EXPECT_GT(ticks, 0);
+    EXPECT_DOUBLE_EQ(step * static_cast<double>(ticks), 1.0);
+    EXPECT_EQ(HighResolutionTimer().GetTicksPerSecond(), static_cast<unsigned int>(ticks));
+}
+
+TEST(ThreadTimer, CountsWorkAndNotWaiting)
+{
+    ThreadTimer timer;
+    std::this_thread::sleep_for(std::chrono::milliseconds(100));
+    EXPECT_LT(timer.GetElapsedSeconds(), 0.08);
+
+    timer.Start();
+    double volatile sink = 0;
+    while (timer.GetElapsedSeconds() < 0.05)
+    {
+        for (int i = 0; i < 1000; ++i)
+            sink = std::sqrt(sink + i);
+    }
+    double kernel = -1;
+    double user = -1;
+    double const sum = timer.GetElapsedSeconds(&kernel, &user);
+    EXPECT_DOUBLE_EQ(sum, kernel + user);
+    EXPECT_GE(kernel, 0.0);
+    EXPECT_GT(user, 0.0);
+}
+
+} // namespace
+} // namespace quillmarsh

@@ -1,0 +1,221 @@
+#include <quillmarsh/basetools/timers.h>
+
+#include <quillmarsh/basetools/messageloop.h>
+
+#include "source/platform/messagequeue.h"
+#include "source/platform/threads.h"
+#include "tests/support/waiting.h"
+
+#include <gtest/gtest.h>
+
+#include <atomic>
+#include <functional>
+#include <vector>
+
+namespace quillmarsh
+{
+namespace
+{
+
+constexpr int s_numMeetingHandlers = 12;
+
+class CountingHandler : public AlarmHandler
+{
+public:
+    explicit CountingHandler(int stopAt = 0) : stopAt_(stopAt) {}
+
+    bool OnAlarm() override
+    {
+        int const count = ++count_;
+        return count == stopAt_;
+    }
+
+    int GetCount() const { return count_; }
+    bool HasReached(int count) const { return count_ >= count; }
+
+private:
+    std::atomic<int> count_{0};
+    int stopAt_;
+};
+
+TEST(AlarmTimer, FiresOnceAfterItsDelay)
+{
+    CountingHandler handler;
+    AlarmTimer timer;
+    EXPECT_FALSE(timer.IsRunning());
+    auto const start = std::chrono::steady_clock::now();
+    EXPECT_TRUE(timer.FireOnce(handler, 20));
+    EXPECT_TRUE(tests::WaitUntil([&] { return handler.HasReached(1); }));
+    EXPECT_GE(std::chrono::steady_clock::now() - start, std::chrono::milliseconds(19));
+    EXPECT_TRUE(tests::WaitUntil([&] { return !timer.IsRunning(); }));
+
+    EXPECT_TRUE(timer.FireOnce(handler, 0));
+    EXPECT_TRUE(tests::WaitUntil([&] { return !timer.IsRunning(); }));
+    EXPECT_EQ(handler.GetCount(), 2);
+}
+
+TEST(AlarmTimer, RunsUntilStoppedOrItsHandlerHasEnough)
+{
+    CountingHandler endless;
+    CountingHandler other;
+    AlarmTimer timer;
+    EXPECT_TRUE(timer.StartPeriodic(endless, 0, 0));
+    EXPECT_FALSE(timer.StartPeriodic(other, 0, 1));
+    EXPECT_FALSE(timer.FireOnce(other, 0));
+    EXPECT_TRUE(tests::WaitUntil([&] { return endless.HasReached(5); }));
+    EXPECT_TRUE(timer.IsRunning());
+    timer.StopPeriodic();
+    int const count = endless.GetCount();
+    EXPECT_FALSE(timer.IsRunning());
+
+    CountingHandler limited(3);
+    EXPECT_TRUE(timer.StartPeriodic(limited, 1, 1));
+    EXPECT_TRUE(tests::WaitUntil([&] { return !timer.IsRunning(); }));
+    EXPECT_EQ(limited.GetCount(), 3);
+    EXPECT_EQ(endless.GetCount(), count);
+    EXPECT_EQ(other.GetCount(), 0);
+}
+
+TEST(AlarmTimer, StopWaitsForTheCallUnderWay)
+{
+    class SlowHandler : public AlarmHandler
+    {
+    public:
+        bool OnAlarm() override
+        {
+            begun = true;
+            std::this_thread::sleep_for(std::chrono::milliseconds(20));
+            ended = true;
+            return true;
+        }
+        std::atomic<bool> begun{false};
+        std::atomic<bool> ended{false};
+    };
+
+    SlowHandler handler;
+    AlarmTimer timer;
+    EXPECT_TRUE(timer.FireOnce(handler, 0));
+    EXPECT_TRUE(tests::WaitUntil([&] { return handler.begun.load(); }));
+    timer.StopPeriodic();
+    EXPECT_TRUE(handler.ended);
+}
+
+TEST(AlarmTimer, StoppingMeetsAHandlerThatStops)
+{
+    for (int i = 0; i < 300; ++i)
+    {
+        CountingHandler handler(1);
+        AlarmTimer timer;
+        ASSERT_TRUE(i % 2 == 0 ? timer.FireOnce(handler, 0) : timer.StartPeriodic(handler, 0, 1));
+        if (i % 3 == 0)
+            std::this_thread::yield();
+        timer.StopPeriodic();
+        ASSERT_FALSE(timer.IsRunning());
+    }
+}
+
+TEST(AlarmTimer, LongCallsDoNotWaitForEachOther)
+{
+    class MeetingHandler : public AlarmHandler
+    {
+    public:
+        explicit MeetingHandler(std::atomic<int> &numPresent) : numPresent_(numPresent) {}
+        bool QueryHintLongExecution() override { return true; }
+        bool OnAlarm() override
+        {
+            ++numPresent_;
+            EXPECT_TRUE(tests::WaitUntil([this] { return numPresent_ == s_numMeetingHandlers; }));
+            return true;
+        }
+
+    private:
+        std::atomic<int> &numPresent_;
+    };
+
+    std::atomic<int> numPresent{0};
+    MeetingHandler handler(numPresent);
+    AlarmTimer timers[s_numMeetingHandlers];
+    for (AlarmTimer &timer : timers)
+        ASSERT_TRUE(timer.FireOnce(handler, 0));
+    EXPECT_TRUE(tests::WaitUntil([&] { return numPresent == s_numMeetingHandlers; }));
+}
+
+class WindowHandler : public WindowAlarmHandler
+{
+public:
+    explicit WindowHandler(std::function<void(WindowAlarmTimer &)> call) : call_(std::move(call)) {}
+    void OnWindowAlarm(WindowAlarmTimer &timer) override { call_(timer); }
+
+private:
+    std::function<void(WindowAlarmTimer &)> call_;
+};
+
+TEST(WindowAlarmTimer, NeedsAWindow)
+{
+    WindowHandler handler([](WindowAlarmTimer &) {});
+    WindowAlarmTimer timer;
+    EXPECT_FALSE(timer.StartPeriodic(handler, 10));
+}
+
+#if !defined(_WIN32)
+
+// Any address will do for the number of a window.
+int s_windowPlace = 0;
+HWND const s_window = reinterpret_cast<HWND>(&s_windowPlace);
+
+TEST(WindowAlarmTimer, CallsWhileMessagesAreDispatched)
+{
+    int count = 0;
+    WindowAlarmTimer *caller = nullptr;
+    WindowHandler handler(
+        [&](WindowAlarmTimer &timer)
+        {
+            caller = &timer;
+            if (++count == 3)
+            {
+                timer.StopPeriodic();
+                platform::PostMessageToThread(platform::GetCurrentThreadNumber(),
+                                              {nullptr, platform::s_messageQuit, 0, 0});
+            }
+        });
+    WindowAlarmTimer timer;
+    timer.SetHWND(s_window);
+    EXPECT_TRUE(timer.StartPeriodic(handler, 1));
+    win_utils::RunStandardMessageLoop();
+    EXPECT_EQ(count, 3);
+    EXPECT_EQ(caller, &timer);
+}
+
+TEST(WindowAlarmTimer, MissedPeriodsAreOneMessageBehindAllOthers)
+{
+    int count = 0;
+    WindowHandler handler([&](WindowAlarmTimer &) { ++count; });
+    WindowAlarmTimer timer(s_window);
+    ASSERT_TRUE(timer.StartPeriodic(handler, 400));
+    ASSERT_TRUE(timer.StartPeriodic(handler, 60));
+    std::this_thread::sleep_for(std::chrono::milliseconds(150));
+    ASSERT_TRUE(platform::PostMessageToThread(platform::GetCurrentThreadNumber(), {nullptr, 0x400, 1, 2}));
+
+    platform::ThreadMessage message;
+    ASSERT_TRUE(platform::PeekThreadMessage(message, true));
+    EXPECT_EQ(message.message, 0x400u);
+    ASSERT_TRUE(platform::PeekThreadMessage(message, false));
+    ASSERT_TRUE(platform::PeekThreadMessage(message, true));
+    EXPECT_EQ(message.message, platform::s_messageTimer);
+    EXPECT_EQ(message.window, s_window);
+    platform::DispatchThreadMessage(message);
+    EXPECT_EQ(count, 1);
+    // Stopped after its message was taken.
+    platform::WaitThreadMessage();
+    ASSERT_TRUE(platform::PeekThreadMessage(message, true));
+    timer.SetHWND(nullptr);
+    timer.StopPeriodic();
+    platform::DispatchThreadMessage(message);
+    EXPECT_FALSE(platform::PeekThreadMessage(message, true));
+    EXPECT_EQ(count, 1);
+}
+
+#endif
+
+} // namespace
+} // namespace quillmarsh

@@ -1,0 +1,147 @@
+// The system's own dialogs without a display: on a terminal, and without one.
+#include "source/platform/dialogs.h"
+
+#include <gtest/gtest.h>
+
+#if !defined(_WIN32)
+
+#include <array>
+#include <cstdlib>
+#include <fcntl.h>
+#include <pty.h>
+#include <sys/wait.h>
+#include <termios.h>
+#include <unistd.h>
+
+namespace quillmarsh::platform
+{
+namespace
+{
+
+constexpr int s_modesChanged = 100;
+
+DialogRequest MakeAssertDialog()
+{
+    return {eDialogButtons::e_abortRetryIgnore, eDialogAnswer::e_retry, "Assert Failed", "@ a.cpp(1)\n! Broken"};
+}
+
+/// Makes the terminal what a line editor makes of it.
+termios MakeRaw()
+{
+    termios modes{};
+    tcgetattr(STDIN_FILENO, &modes);
+    cfmakeraw(&modes);
+    tcsetattr(STDIN_FILENO, TCSANOW, &modes);
+    tcgetattr(STDIN_FILENO, &modes);
+    return modes;
+}
+
+[[noreturn]] void PresentInChild(DialogRequest const &request, bool isRaw)
+{
+    unsetenv("DISPLAY");
+    unsetenv("WAYLAND_DISPLAY");
+    termios before{};
+    tcgetattr(STDIN_FILENO, &before);
+    if (isRaw)
+        before = MakeRaw();
+    eDialogAnswer const answer = PresentSystemDialog(request);
+    termios after{};
+    tcgetattr(STDIN_FILENO, &after);
+    bool const isKept = before.c_lflag == after.c_lflag && before.c_oflag == after.c_oflag;
+    _exit(isKept ? static_cast<int>(answer) : s_modesChanged);
+}
+
+/// Reads until the text ends as wanted, or nothing more comes.
+string ReadUntil(int descriptor, string const &end)
+{
+    string text;
+    std::array<char, 256> part;
+    while (end.empty() || !text.ends_with(end))
+    {
+        ssize_t const count = read(descriptor, part.data(), part.size());
+        if (count <= 0)
+            break;
+        text.append(part.data(), static_cast<std::size_t>(count));
+    }
+    return text;
+}
+
+int WaitForStatus(pid_t child)
+{
+    int status = 0;
+    waitpid(child, &status, 0);
+    return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+}
+
+struct TerminalRun
+{
+    string shown;
+    int status;
+};
+
+TerminalRun AnswerOnTerminal(DialogRequest const &request, string const &keys, bool isRaw)
+{
+    int terminal = -1;
+    pid_t const child = forkpty(&terminal, nullptr, nullptr, nullptr);
+    if (child == 0)
+        PresentInChild(request, isRaw);
+    TerminalRun run;
+    run.shown = ReadUntil(terminal, "? ");
+    EXPECT_EQ(write(terminal, keys.data(), keys.size()), static_cast<ssize_t>(keys.size()));
+    ReadUntil(terminal, "");
+    run.status = WaitForStatus(child);
+    close(terminal);
+    return run;
+}
+
+TEST(TerminalDialog, TakesOneKeyForAButton)
+{
+    struct
+    {
+        char const *keys;
+        eDialogAnswer answer;
+    } const cases[] = {
+        {"a", eDialogAnswer::e_abort},  {"R", eDialogAnswer::e_retry},    {"xq?i", eDialogAnswer::e_ignore},
+        {"\r", eDialogAnswer::e_retry}, {"\x04", eDialogAnswer::e_retry},
+    };
+    for (bool const isRaw : {false, true})
+    {
+        for (auto const &each : cases)
+            EXPECT_EQ(AnswerOnTerminal(MakeAssertDialog(), each.keys, isRaw).status, static_cast<int>(each.answer));
+    }
+    DialogRequest const request{eDialogButtons::e_cancelOk, eDialogAnswer::e_ok, "Title", "Text"};
+    EXPECT_EQ(AnswerOnTerminal(request, "c", false).status, static_cast<int>(eDialogAnswer::e_cancel));
+    EXPECT_EQ(AnswerOnTerminal(request, "a\n", false).status, static_cast<int>(eDialogAnswer::e_ok));
+}
+
+TEST(TerminalDialog, ShowsTitleTextAndButtons)
+{
+    string const shown = AnswerOnTerminal(MakeAssertDialog(), "a", true).shown;
+    for (char const *const part : {"Assert Failed", "@ a.cpp(1)", "! Broken", "[A]bort, [R]etry, [I]gnore", "Retry)?"})
+        EXPECT_NE(shown.find(part), string::npos) << shown;
+}
+
+TEST(TerminalDialog, WithoutATerminalTheDefaultAnswers)
+{
+    int ends[2];
+    ASSERT_EQ(pipe(ends), 0);
+    pid_t const child = fork();
+    if (child == 0)
+    {
+        setsid();
+        dup2(open("/dev/null", O_RDONLY), STDIN_FILENO);
+        dup2(ends[1], STDERR_FILENO);
+        close(ends[0]);
+        close(ends[1]);
+        PresentInChild(MakeAssertDialog(), false);
+    }
+    close(ends[1]);
+    EXPECT_EQ(ReadUntil(ends[0], ""), "Assert Failed\n@ a.cpp(1)\n! Broken\n");
+    EXPECT_EQ(WaitForStatus(child), static_cast<int>(eDialogAnswer::e_retry));
+    close(ends[0]);
+}
+
+} // namespace
+} // namespace quillmarsh::platform
+
+#endif
