@@ -1,0 +1,51 @@
+#include "source/platform/files.h"
+
+#include <quillmarsh/basetools/texttools.h>
+
+#include "source/platform/win32/widetext.h"
+#include "source/platform/win32/windows.h"
+
+namespace quillmarsh::platform
+{
+
+bool ReadProcessDirectory(string &directory)
+{
+    wstring found;
+    return ReadSystemText([](wchar_t *buffer, DWORD size) { return GetCurrentDirectoryW(size, buffer); }, found) &&
+           UnicodeToAscii(found, directory);
+}
+
+bool ChangeProcessDirectory(string const &directory)
+{
+    // The one operation that does not take the long-path prefix.
+    wstring wide;
+    return AsciiToUnicode(directory, wide) && SetCurrentDirectoryW(ToSystem(wide)) != 0;
+}
+
+bool ReadTempDirectory(string &directory)
+{
+    wstring found;
+    return ReadSystemText([](wchar_t *buffer, DWORD size) { return GetTempPathW(size, buffer); }, found) &&
+           UnicodeToAscii(found, directory);
+}
+
+bool ReadHomeDirectory(string &)
+{
+    return false;
+}
+
+bool ExpandEnvironment(string const &in, string &out)
+{
+    wstring wide;
+    if (!AsciiToUnicode(in, wide))
+        return false;
+    // The size that this one tells counts the 0 at the end, always.
+    DWORD const size = ExpandEnvironmentStringsW(ToSystem(wide), nullptr, 0);
+    wstring expanded(size, 0);
+    if (size == 0 || ExpandEnvironmentStringsW(ToSystem(wide), ToSystem(expanded), size) != size)
+        return false;
+    expanded.pop_back();
+    return UnicodeToAscii(expanded, out);
+}
+
+} // namespace quillmarsh::platform

@@ -1,0 +1,116 @@
+#include "source/platform/modules.h"
+
+#include <quillmarsh/basetools/texttools.h>
+
+#include "source/platform/win32/widetext.h"
+#include "source/platform/win32/windows.h"
+
+#include <algorithm>
+#include <mutex>
+
+namespace quillmarsh::platform
+{
+namespace
+{
+
+/// Text of the system for an error code, without its line end.
+string DescribeError(DWORD code)
+{
+    wchar_t *text = nullptr;
+    constexpr DWORD flags = FORMAT_MESSAGE_ALLOCATE_BUFFER | FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS;
+    FormatMessageW(flags, nullptr, code, 0, reinterpret_cast<wchar_t *>(&text), 0, nullptr);
+    string description = text ? FromSystem(text) : "";
+    LocalFree(text);
+    description.erase(description.find_last_not_of(" \r\n") + 1);
+    return description.empty() ? "error " + std::to_string(code) : description;
+}
+
+HMODULE LoadByName(string const &fileName, DWORD flags)
+{
+    wstring wide;
+    return AsciiToUnicode(fileName, wide) ? LoadLibraryExW(ToSystem(wide), nullptr, flags) : nullptr;
+}
+
+/// Begin of a record that lies at an offset in a loaded image.
+template<typename Record>
+Record const *At(HMODULE image, DWORD offset)
+{
+    return reinterpret_cast<Record const *>(reinterpret_cast<char const *>(image) + offset);
+}
+
+/// The first library in an image's table of imports that cannot be loaded; empty if there is none.
+string FindMissingImport(HMODULE image)
+{
+    auto const *const dosHeader = At<IMAGE_DOS_HEADER>(image, 0);
+    auto const *const headers = At<IMAGE_NT_HEADERS>(image, static_cast<DWORD>(dosHeader->e_lfanew));
+    IMAGE_DATA_DIRECTORY const &imports = headers->OptionalHeader.DataDirectory[IMAGE_DIRECTORY_ENTRY_IMPORT];
+    if (imports.Size == 0)
+        return {};
+    for (auto const *entry = At<IMAGE_IMPORT_DESCRIPTOR>(image, imports.VirtualAddress); entry->Name != 0; ++entry)
+    {
+        char const *const name = At<char>(image, entry->Name);
+        HMODULE const found = LoadByName(name, DONT_RESOLVE_DLL_REFERENCES);
+        if (!found)
+            return name;
+        FreeLibrary(found);
+    }
+    return {};
+}
+
+/// Reason of a failed load. The system does not tell the name of a dependency that is missing; a look at the imports of
+/// the file, mapped without running any of it, does.
+string DescribeFailure(string const &fileName, DWORD code)
+{
+    string description = fileName + ": " + DescribeError(code);
+    if (code != ERROR_MOD_NOT_FOUND)
+        return description;
+    HMODULE const image = LoadByName(fileName, DONT_RESOLVE_DLL_REFERENCES);
+    if (!image)
+        return description;
+    string const missing = FindMissingImport(image);
+    FreeLibrary(image);
+    return missing.empty() ? description : description + " Missing: " + missing;
+}
+
+/// LoadLibraryA takes the code page of the system, in which only ASCII is the same as in UTF-8.
+HMODULE LoadModule(string const &fileName)
+{
+    bool const isAscii = std::all_of(fileName.begin(), fileName.end(), [](char c) { return (c & 0x80) == 0; });
+    return isAscii ? LoadLibraryA(fileName.c_str()) : LoadByName(fileName, 0);
+}
+
+/// The system would look into the current directory for a name without a path.
+void LeaveCurrentDirectoryOut()
+{
+    static std::once_flag s_once;
+    std::call_once(s_once, [] { SetDllDirectoryA(""); });
+}
+
+} // namespace
+
+HINSTANCE OpenModule(string const &fileName, string &error)
+{
+    error.clear();
+    if (fileName.empty() || fileName.find('\0') != string::npos)
+    {
+        error = "The name of the file is empty or broken.";
+        return nullptr;
+    }
+    LeaveCurrentDirectoryOut();
+    HMODULE const module = LoadModule(fileName);
+    if (!module)
+        error = DescribeFailure(fileName, GetLastError());
+    return module;
+}
+
+bool CloseModule(HINSTANCE module)
+{
+    return FreeLibrary(module) == 1;
+}
+
+void *FindModuleSymbol(HINSTANCE module, string const &symbol)
+{
+    return reinterpret_cast<void *>(GetProcAddress(module, symbol.c_str()));
+}
+
+} // namespace quillmarsh::platform
