@@ -1,6 +1,7 @@
 #include <quillmarsh/basetools/uid.h>
 
 #include <quillmarsh/basetools/diagnostics.h>
+#include <quillmarsh/basetools/serializer.h>
 #include <quillmarsh/basetools/texttools.h>
 
 #include <algorithm>
@@ -62,6 +63,20 @@ string UID::ToString() const
 ostream &operator<<(ostream &out, UID const &uid)
 {
     return out << uid.ToString();
+}
+
+ostream &operator<=(ostream &out, UID const &uid)
+{
+    for (unsigned int i = 0; i < s_numWords; ++i)
+        out <= uid[i];
+    return out;
+}
+
+istream &operator>=(istream &in, UID &uid)
+{
+    for (unsigned int i = 0; i < s_numWords; ++i)
+        in >= uid[i];
+    return in;
 }
 
 } // namespace quillmarsh

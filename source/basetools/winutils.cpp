@@ -1,6 +1,7 @@
 #include <quillmarsh/basetools/winutils.h>
 
 #include <quillmarsh/basetools/exception.h>
+#include <quillmarsh/basetools/serializer.h>
 
 #include "source/platform/desktop.h"
 
@@ -65,6 +66,22 @@ ostream &operator<<(ostream &out, Guid const &guid)
     UID uid;
     guid.CopyTo(uid);
     return out << uid;
+}
+
+ostream &operator<=(ostream &out, Guid const &guid)
+{
+    using quillmarsh::operator<=;
+    out <= static_cast<unsigned int>(guid.Data1) <= guid.Data2 <= guid.Data3;
+    WriteByteBlock(out, guid.Data4, sizeof(guid.Data4));
+    return out;
+}
+
+istream &operator>=(istream &in, Guid &guid)
+{
+    using quillmarsh::operator>=;
+    in >= guid.Data1 >= guid.Data2 >= guid.Data3;
+    ReadByteBlock(in, guid.Data4, sizeof(guid.Data4));
+    return in;
 }
 
 GdiplusGuard::GdiplusGuard()

@@ -2,6 +2,7 @@
 #ifndef QUILLMARSH_BASETOOLS_WINUTILS_H
 #define QUILLMARSH_BASETOOLS_WINUTILS_H
 
+#include <quillmarsh/basetools/messageloop.h>
 #include <quillmarsh/basetools/uid.h>
 #include <quillmarsh/mathtools/color4b.h>
 #include <quillmarsh/platform/types.h>
