@@ -2,6 +2,8 @@
 #ifndef QUILLMARSH_MATHTOOLS_COLOR4B_H
 #define QUILLMARSH_MATHTOOLS_COLOR4B_H
 
+#include <quillmarsh/mathtools/mathserializer.h>
+
 namespace quillmarsh
 {
 

@@ -138,10 +138,6 @@ public:
 private:
     static constexpr vec4 Extended(vec3 const &row) { return vec4(row.x, row.y, row.z, 0.0f); }
 
-    /// Makes column `index`, which stands in the member `column` of each row, that of the identity. False without a pivot.
-    template<unsigned int index, float vec4::*column>
-    static constexpr bool Eliminate(mat4 &source, mat4 &result);
-
     vec4 rows_[4];
 };
 
@@ -186,14 +182,25 @@ constexpr float mat4::Determinant() const
            upper23 * lower01;
 }
 
-template<unsigned int index, float vec4::*column>
-constexpr bool mat4::Eliminate(mat4 &source, mat4 &result)
+namespace math_details
+{
+
+template<unsigned int index>
+constexpr float Element(vec4 const &row)
+{
+    return index == 0 ? row.x : index == 1 ? row.y : index == 2 ? row.z : row.w;
+}
+
+/// Makes column `index` of the source that of the identity, by operations on rows that the result follows. False when
+/// there is no pivot. Both are given by the addresses of their rows: so those stay in registers.
+template<unsigned int index, typename Row>
+constexpr bool Eliminate(Row *const (&source)[4], Row *const (&result)[4])
 {
     unsigned int pivotRow = index;
-    float pivotWeight = math_details::Absolute(source.rows_[index].*column);
+    float pivotWeight = Absolute(Element<index>(*source[index]));
     for (unsigned int row = index + 1; row < 4; ++row)
     {
-        float const weight = math_details::Absolute(source.rows_[row].*column);
+        float const weight = Absolute(Element<index>(*source[row]));
         if (weight > pivotWeight)
         {
             pivotRow = row;
@@ -202,29 +209,45 @@ constexpr bool mat4::Eliminate(mat4 &source, mat4 &result)
     }
     if (pivotWeight <= math_constants::MatrixInverseDefaultDividerTolerance)
         return false;
-    std::swap(source.rows_[index], source.rows_[pivotRow]);
-    std::swap(result.rows_[index], result.rows_[pivotRow]);
+    for (unsigned int row = index + 1; row < 4; ++row)
+    {
+        if (row == pivotRow)
+        {
+            std::swap(*source[index], *source[row]);
+            std::swap(*result[index], *result[row]);
+        }
+    }
 
-    float const scale = 1.0f / (source.rows_[index].*column);
-    source.rows_[index] *= scale;
-    result.rows_[index] *= scale;
+    float const scale = 1.0f / Element<index>(*source[index]);
+    *source[index] = *source[index] * scale;
+    *result[index] = *result[index] * scale;
     for (unsigned int row = 0; row < 4; ++row)
     {
         if (row == index)
             continue;
-        float const factor = source.rows_[row].*column;
-        source.rows_[row] -= source.rows_[index] * factor;
-        result.rows_[row] -= result.rows_[index] * factor;
+        float const factor = Element<index>(*source[row]);
+        *source[row] = *source[row] - *source[index] * factor;
+        *result[row] = *result[row] - *result[index] * factor;
     }
     return true;
 }
 
+/// Turns the source into the identity, and the result, which is the identity before, into its inverse.
+template<typename Row>
+constexpr bool EliminateAll(Row (&source)[4], Row (&result)[4])
+{
+    Row *const sourceRows[4] = {&source[0], &source[1], &source[2], &source[3]};
+    Row *const resultRows[4] = {&result[0], &result[1], &result[2], &result[3]};
+    return Eliminate<0>(sourceRows, resultRows) && Eliminate<1>(sourceRows, resultRows) &&
+           Eliminate<2>(sourceRows, resultRows) && Eliminate<3>(sourceRows, resultRows);
+}
+
+} // namespace math_details
+
 constexpr mat4 &mat4::InverseNC(mat4 &source, bool *failed)
 {
     mat4 result = IDENTITY;
-    bool const inverted = Eliminate<0, &vec4::x>(source, result) && Eliminate<1, &vec4::y>(source, result) &&
-                          Eliminate<2, &vec4::z>(source, result) && Eliminate<3, &vec4::w>(source, result);
-    if (!inverted)
+    if (!math_details::EliminateAll(source.rows_, result.rows_))
         return FailInversion(failed);
     if (failed)
         *failed = false;

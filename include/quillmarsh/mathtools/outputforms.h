@@ -11,8 +11,8 @@
 namespace quillmarsh
 {
 
-/// Notation of floating-point numbers: the format flags of the standard streams.
-enum eFPNumberFormat
+/// Notation of floating-point numbers: format flags of the standard streams, of which others may be set as well.
+enum eFPNumberFormat : int
 {
     e_fpFormatGeneral = 0,
     e_fpFormatFixed = static_cast<int>(std::ios_base::fixed),
