@@ -1,0 +1,94 @@
+#include <quillmarsh/basetools/logfilestream.h>
+
+#include <quillmarsh/basetools/platforminfo.h>
+#include <quillmarsh/basetools/streameffectors.h>
+
+#include <filesystem>
+
+namespace quillmarsh
+{
+namespace
+{
+
+/// The name is UTF-8 on every system, so the path is made of characters that say so.
+std::filesystem::path MakePath(string const &fileName)
+{
+    return std::filesystem::path(std::u8string(fileName.begin(), fileName.end()));
+}
+
+bool OpenForWriting(std::filebuf &file, string const &fileName)
+{
+    // A name that the system would cut short names another file.
+    bool const isUsable = !fileName.empty() && fileName.find('\0') == string::npos;
+    try
+    {
+        return isUsable && file.open(MakePath(fileName), std::ios_base::out | std::ios_base::trunc) != nullptr;
+    }
+    catch (std::exception const &)
+    {
+        // Not well-formed, on a system that has to convert it.
+        return false;
+    }
+}
+
+} // namespace
+
+LogFileStream::LogFileStream(string const &logName, string const &fileName)
+    : ostream(nullptr),
+      logName_(logName),
+      fileName_(fileName)
+{
+    std::ios::rdbuf(&file_);
+    if (OpenForWriting(file_, fileName_))
+        LogFileStream::OnOpen();
+    else
+        setstate(std::ios_base::failbit);
+}
+
+LogFileStream::~LogFileStream()
+{
+    try
+    {
+        exceptions(std::ios_base::goodbit);
+        Close();
+    }
+    catch (...)
+    {
+        // What a file or a system cannot do at the very end is nobody's business any more.
+    }
+    std::ios::rdbuf(nullptr);
+}
+
+void LogFileStream::Close()
+{
+    if (!file_.is_open())
+        return;
+    OnClose();
+    if (file_.close() == nullptr)
+        setstate(std::ios_base::failbit);
+}
+
+void LogFileStream::OnOpen()
+{
+    OutputBlockPE(true, time::DateTimeSeparators());
+    *this << nl;
+}
+
+void LogFileStream::OnClose()
+{
+    *this << nl;
+    OutputBlockPE(false, time::DateTimeSeparators());
+}
+
+void LogFileStream::OutputBlockPE(bool opening, time::DateTimeSeparators const &separators)
+{
+    string dateTime;
+    time::GetFormattedSystemDateTime(dateTime, false, false, false, separators);
+    string const line = logName_ + (opening ? " log opened @ " : " log closed @ ") + dateTime + "/" +
+                        platform_info::GetMachineName() + "/" + platform_info::GetUserNameA();
+
+    SeparatorLineEffector const separator(static_cast<unsigned int>(line.size()), '-');
+    *this << separator << line << nl << separator;
+}
+
+} // namespace quillmarsh
