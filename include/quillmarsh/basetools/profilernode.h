@@ -91,6 +91,7 @@ private:
 
     ProfilerNode *AddChild(string const &blockName);
     void ResetStatistics();
+    void DropIterAccum();
     void PropagateProcessIterAccum(double percentFactor);
     void PropagateProcessStats(unsigned int numIterations);
 

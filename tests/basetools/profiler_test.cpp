@@ -1,0 +1,308 @@
+#include <quillmarsh/basetools/outputstream.h>
+#include <quillmarsh/basetools/profiler.h>
+
+#include "tests/support/scripted_dialogs.h"
+
+#include <gtest/gtest.h>
+
+#include <sstream>
+
+namespace quillmarsh
+{
+namespace
+{
+
+using tests::ScriptedDialogs;
+
+struct Values
+{
+    double min, avg, max;
+};
+
+struct Stats
+{
+    explicit Stats(ProfilerNode const &node)
+    {
+        node.GetStats(minEntries, avgEntries, maxEntries, node_.min, node_.avg, node_.max, branch.min, branch.avg,
+                      branch.max, percent.min, percent.avg, percent.max);
+    }
+    unsigned int minEntries, avgEntries, maxEntries;
+    Values node_, branch, percent;
+};
+
+void Spend(double seconds)
+{
+    HighResolutionTimer const timer;
+    while (timer.GetElapsedSeconds() < seconds)
+        ;
+}
+
+/// One iteration with the blocks a(b) and c.
+void RunIteration(Profiler &profiler, unsigned int numB = 1)
+{
+    profiler.EnterRootNode();
+    profiler.EnterNode("a");
+    for (unsigned int i = 0; i < numB; ++i)
+    {
+        profiler.EnterNode("b");
+        Spend(2e-5);
+        profiler.ExitNode();
+    }
+    profiler.ExitNode();
+    profiler.EnterNode("c");
+    profiler.ExitNode();
+    profiler.ExitRootNode();
+}
+
+TEST(Profiler, TimesAddUpOverTheTree)
+{
+    Profiler profiler;
+    profiler.SetAutoResetThreshold(0);
+    for (unsigned int numB : {0, 2, 4, 3})
+        RunIteration(profiler, numB);
+    profiler.ProcessStatistics();
+    EXPECT_EQ(profiler.GetIterationCount(), 4u);
+
+    ProfilerNode const &root = profiler.GetRootNode();
+    EXPECT_EQ(root.GetBlockName(), "Root");
+    ASSERT_EQ(root.GetNumChildren(), 2u);
+    ProfilerNode const *const b = root.FindDescendant("b");
+    ASSERT_NE(b, nullptr);
+    EXPECT_EQ(b->GetParent(), root.FindChild("a"));
+    EXPECT_EQ(b->GetTotalEntries(), 9u);
+    EXPECT_EQ(root.FindDescendant("d"), nullptr);
+
+    Stats const statsRoot(root);
+    Stats const statsA(*root.FindChild("a"));
+    Stats const statsB(*b);
+    Stats const statsC(*root.FindChild("c"));
+    // The node did not exist in the first iteration, so that it cannot count it.
+    EXPECT_EQ(statsB.minEntries, 2u);
+    EXPECT_EQ(statsB.avgEntries, 2u);
+    EXPECT_EQ(statsB.maxEntries, 4u);
+    EXPECT_GE(statsB.node_.min, 4e-5);
+    EXPECT_DOUBLE_EQ(statsB.branch.avg, statsB.node_.avg);
+    EXPECT_DOUBLE_EQ(statsA.branch.max, statsA.node_.max + statsB.node_.max);
+    EXPECT_LT(statsA.node_.avg, statsA.branch.avg);
+    EXPECT_NEAR(statsRoot.branch.avg, profiler.GetElapsedSeconds() / 4, 1e-9);
+    EXPECT_NEAR(statsRoot.percent.avg + statsA.percent.avg + statsB.percent.avg + statsC.percent.avg, 100, 1e-6);
+
+    double min = 0;
+    double avg = 0;
+    double max = 0;
+    profiler.CalcIterationRate(min, avg, max);
+    EXPECT_DOUBLE_EQ(min, 1 / statsRoot.branch.max);
+    EXPECT_DOUBLE_EQ(avg, 1 / statsRoot.branch.avg);
+    EXPECT_DOUBLE_EQ(max, 1 / statsRoot.branch.min);
+}
+
+TEST(Profiler, FirstIterationsAreThrownAwayOnce)
+{
+    Profiler profiler;
+    profiler.SetAutoResetThreshold(3);
+    profiler.ResetStatistics();
+    std::vector<unsigned int> counts;
+    for (int i = 0; i < 8; ++i)
+    {
+        RunIteration(profiler);
+        counts.push_back(profiler.GetIterationCount());
+    }
+    EXPECT_EQ(counts, (std::vector<unsigned int>{1, 2, 0, 1, 2, 3, 4, 5}));
+    EXPECT_EQ(profiler.GetRootNode().GetNumChildren(), 2u);
+    profiler.ClearNodes();
+    EXPECT_EQ(profiler.GetIterationCount(), 0u);
+    EXPECT_EQ(profiler.GetRootNode().GetNumChildren(), 0u);
+}
+
+TEST(Profiler, FindsChildrenInAnyOrder)
+{
+    Profiler profiler;
+    profiler.EnterRootNode();
+    for (int round = 0; round < 3; ++round)
+    {
+        for (char const *const name : {"x", "y", "z", "x", "z", "y", "y"})
+        {
+            profiler.EnterNode(name);
+            profiler.ExitNode();
+        }
+    }
+    profiler.ExitRootNode();
+    ProfilerNode &root = profiler.GetRootNode();
+    ASSERT_EQ(root.GetNumChildren(), 3u);
+    EXPECT_EQ(root.GetChild(1)->GetBlockName(), "y");
+    EXPECT_EQ(root.FindChild("z")->GetTotalEntries(), 6u);
+    EXPECT_EQ(root.FindChild("w"), nullptr);
+}
+
+TEST(Profiler, RecursionFoldsOrIsSuspected)
+{
+    Profiler profiler;
+    profiler.SetMaxExpectedStackDepth(1);
+    EXPECT_EQ(profiler.GetMaxExpectedStackDepth(), 2u);
+    profiler.SetMaxExpectedStackDepth(4);
+    auto const recurse = [&profiler]
+    {
+        profiler.EnterRootNode();
+        for (int i = 0; i < 5; ++i)
+            profiler.EnterNode(i % 2 == 0 ? "even" : "odd");
+        for (int i = 0; i < 7; ++i)
+            profiler.ExitNode();
+        profiler.ExitRootNode();
+    };
+    {
+        ScriptedDialogs dialogs({platform::eDialogAnswer::e_retry, platform::eDialogAnswer::e_retry});
+        recurse();
+        string const text = "Possible recursion in profile-stack.\nEnable recursion-handler, then clear and restart "
+                            "profiler.";
+        EXPECT_EQ(dialogs.TakeTexts(), (std::vector<string>{text, text}));
+        EXPECT_EQ(profiler.GetRootNode().FindDescendant("odd")->GetTotalEntries(), 1u);
+    }
+    profiler.EnableRecursionHandler(true);
+    recurse();
+    EXPECT_EQ(profiler.GetRootNode().GetNumChildren(), 1u);
+    EXPECT_EQ(profiler.GetRootNode().FindDescendant("even")->GetTotalEntries(), 3u);
+    EXPECT_EQ(profiler.GetRootNode().FindDescendant("odd")->GetTotalEntries(), 2u);
+}
+
+TEST(Profiler, ChangesWithinAnIterationDropIt)
+{
+    class Observer : public Profiler::Observer
+    {
+    public:
+        void OnProfilerEnabled(bool enabled) override { calls += enabled ? '+' : '-'; }
+        string calls;
+    };
+    Profiler profiler;
+    Observer observer;
+    profiler.RegisterObserver(observer);
+    profiler.RegisterObserver(observer);
+    struct Change
+    {
+        char const *name;
+        void (*make)(Profiler &);
+    };
+    constexpr Change changes[] = {
+        {"enable", [](Profiler &p) { p.Enable(true); }},
+        {"disable", [](Profiler &p) { p.Enable(false); }},
+        {"clear", [](Profiler &p) { p.ClearNodes(); }},
+        {"recursion", [](Profiler &p) { p.EnableRecursionHandler(false); }},
+    };
+    for (Change const &change : changes)
+    {
+        RunIteration(profiler);
+        profiler.EnterRootNode();
+        profiler.EnterNode("a");
+        change.make(profiler);
+        unsigned int const numIterations = profiler.GetIterationCount();
+        profiler.EnterNode("dropped");
+        profiler.ExitNode();
+        profiler.ExitNode();
+        profiler.ExitRootNode();
+        EXPECT_EQ(profiler.GetIterationCount(), numIterations) << change.name;
+        EXPECT_EQ(profiler.GetRootNode().FindDescendant("dropped"), nullptr) << change.name;
+        RunIteration(profiler);
+        EXPECT_EQ(profiler.GetIterationCount(), numIterations + 1) << change.name;
+    }
+    EXPECT_EQ(observer.calls, "+-");
+    profiler.UnregisterObserver(observer);
+    profiler.Enable(true);
+    EXPECT_EQ(observer.calls, "+-");
+}
+
+TEST(Profiler, MistakesAssertAndAreSurvived)
+{
+    Profiler profiler;
+    ScriptedDialogs dialogs;
+    profiler.EnterRootNode();
+    profiler.EnterRootNode();
+    EXPECT_EQ(dialogs.TakeTexts(), std::vector<string>{"Profile-stack recursive root-entry."});
+    profiler.EnterNode("open");
+    profiler.ExitRootNode();
+    EXPECT_EQ(dialogs.TakeTexts(), std::vector<string>{"Profile-stack push/pop mismatch."});
+    profiler.EnterRootNode();
+    EXPECT_EQ(dialogs.TakeTexts(), std::vector<string>{"Profile-stack push/pop mismatch."});
+    profiler.EnterNode(nullptr);
+    EXPECT_EQ(dialogs.TakeTexts(), std::vector<string>{"Passing empty block-name to profiler."});
+    profiler.ExitNode();
+    profiler.ExitNode();
+    profiler.ExitRootNode();
+    RunIteration(profiler);
+}
+
+TEST(ProfilerDump, TableHasTheGroupsThatAreOn)
+{
+    ProfilerDumpDesc desc;
+    EXPECT_EQ(
+        desc.headerLines,
+        (std::vector<string>{
+            " EntryCounts   | NodeTimes                    | BranchTimes                  | NodePercentages           "
+            "| BlockNames",
+            " Min  Avg  Max | Min       Avg       Max      | Min       Avg       Max      | Min      Avg      Max     "
+            "| "}));
+    desc.showNodeTimes = desc.showBranchTimes = false;
+    desc.countWidth = 5;
+    desc.columnSeparator = ";";
+    desc.linePrefix = "##";
+    desc.groupSeparator = "/";
+    desc.percentageWidth = 3;
+    desc.percentageDecimals = 1;
+    desc.ConstructHeaderLines();
+    EXPECT_EQ(desc.headerLines, (std::vector<string>{"  EntryCounts      /NodePercentages/BlockNames",
+                                                     "##Min  ;Avg  ;Max  /Min;Avg;Max/"}));
+
+    Profiler profiler;
+    desc.showNodePercentages = false;
+    profiler.EnterRootNode();
+    profiler.EnterNode("block");
+    profiler.ExitNode();
+    profiler.ExitRootNode();
+    profiler.ProcessStatistics();
+    EXPECT_EQ(profiler.GetRootNode().GetChild(0)->FormatStatistics(desc, 2), "##    1;    1;    1/    block");
+
+    desc.showNodeTimes = true;
+    desc.showEntryCounts = false;
+    desc.timeDecimals = 1;
+    EXPECT_EQ(profiler.GetRootNode().GetChild(0)->FormatStatistics(desc, 0), "##     0.0;     0.0;     0.0/block");
+}
+
+TEST(ProfilerDump, BandsOfLinesAlternate)
+{
+    class Marker : public OutputStream
+    {
+    public:
+        Marker() : OutputStream(nullptr) { rdbuf(&text); }
+        ~Marker() override { rdbuf(nullptr); }
+        void SetCurrentOutputType(unsigned int type) override { *this << (type == e_typeInfo ? "i" : "A"); }
+        std::stringbuf text;
+    };
+    Profiler profiler;
+    ProfilerDumpDesc desc;
+    desc.linesPerColorBand = 2;
+    desc.showEntryCounts = desc.showNodeTimes = desc.showBranchTimes = desc.showNodePercentages = false;
+    desc.ConstructHeaderLines();
+
+    std::ostringstream empty;
+    profiler.DumpStatistics(empty, desc);
+    string const head = "RecursionHandlerEnabled.........: false\n"
+                        "AutoResetThreshold..............: 10\n"
+                        "IterationCount..................: 0\n"
+                        "ElapsedSeconds..................: 0\n"
+                        "IterationsPerSecond(Min/Avg/Max): 0.000 / 0.000 / 0.000\n\n";
+    EXPECT_EQ(empty.str(), head);
+
+    RunIteration(profiler);
+    Marker out;
+    profiler.DumpStatistics(out, desc);
+    string const text = out.text.str();
+    EXPECT_EQ(text.substr(text.find("\n\n")), "\n\n BlockNames\n \nA Root\nA   a\ni     b\ni   c\n\ni");
+
+    Marker plain;
+    desc.linesPerColorBand = 0;
+    unsigned int lineCounter = 5;
+    profiler.GetRootNode().DumpStatistics(plain, lineCounter, desc, 1);
+    EXPECT_EQ(plain.text.str(), "   Root\n     a\n       b\n     c\n");
+    EXPECT_EQ(lineCounter, 9u);
+}
+
+} // namespace
+} // namespace quillmarsh
