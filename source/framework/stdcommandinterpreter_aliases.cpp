@@ -1,0 +1,81 @@
+#include <quillmarsh/framework/stdcommandinterpreter.h>
+
+#include <quillmarsh/basetools/texttools.h>
+
+#include <algorithm>
+#include <string_view>
+
+namespace quillmarsh::std_command_interpreter
+{
+namespace
+{
+
+std::size_t GetCommonLength(std::string_view a, std::string_view b)
+{
+    auto const end = std::mismatch(a.begin(), a.end(), b.begin(), b.end()).first;
+    return static_cast<std::size_t>(end - a.begin());
+}
+
+} // namespace
+
+void Interpreter::RegisterAlias(string const &alias, string const &target)
+{
+    if (alias.empty())
+        return;
+    if (target.empty())
+        UnregisterAlias(alias);
+    else
+        aliases_.insert_or_assign(alias, target);
+}
+
+void Interpreter::UnregisterAlias(string const &alias)
+{
+    aliases_.erase(alias);
+}
+
+void Interpreter::UnregisterAllAliases()
+{
+    aliases_.clear();
+}
+
+bool Interpreter::FindAlias(string const &alias, string &target) const
+{
+    auto const found = aliases_.find(alias);
+    bool const isFound = found != aliases_.end();
+    target = isFound ? found->second : string();
+    return isFound;
+}
+
+void Interpreter::GetAliases(std::vector<std::pair<string, string>> &aliases) const
+{
+    aliases.assign(aliases_.begin(), aliases_.end());
+}
+
+/// Puts the target of the longest alias that the line begins with, as a whole word, in its place.
+///
+/// In the order of the map the greatest text up to `head` is either an alias that `head` begins with, the longest of
+/// them, or shares with `head` all that a shorter one can have. So each lookup ends the search or shortens `head`.
+bool Interpreter::ExpandAliasPrefix(string const &line, string &expanded) const
+{
+    std::string_view head = line;
+    while (!head.empty())
+    {
+        auto next = aliases_.upper_bound(head);
+        if (next == aliases_.begin())
+            break;
+        auto const &[alias, target] = *--next;
+        std::size_t const numCommon = GetCommonLength(alias, head);
+        bool const isPrefix = numCommon == alias.size();
+        if (isPrefix && (alias.size() == line.size() || IsBlank(line[alias.size()])))
+        {
+            expanded.reserve(target.size() + line.size() - alias.size());
+            expanded.assign(target).append(line, alias.size());
+            return true;
+        }
+        head = head.substr(0, isPrefix ? numCommon - 1 : numCommon);
+    }
+    expanded = line;
+    return false;
+}
+
+} // namespace quillmarsh::std_command_interpreter
