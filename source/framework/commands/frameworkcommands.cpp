@@ -1,0 +1,21 @@
+#include <quillmarsh/framework/commands/frameworkcommands.h>
+
+#include <quillmarsh/framework/commands/crashcmd.h>
+#include <quillmarsh/framework/commands/exitcmd.h>
+#include <quillmarsh/framework/commands/profilercmd.h>
+#include <quillmarsh/framework/commands/variablecmd.h>
+#include <quillmarsh/framework/stdcommandinterpreter.h>
+
+namespace quillmarsh::framework_commands
+{
+
+void CreateAndRegisterAllCommands(std_command_interpreter::Interpreter &interpreter, gui::Component *, unsigned int,
+                                  unsigned int)
+{
+    interpreter.RegisterExternalCommand(new ExitCmd);
+    interpreter.RegisterExternalCommand(new CrashCmd);
+    interpreter.RegisterExternalCommand(new VariableCmd);
+    interpreter.RegisterExternalCommand(new ProfilerCmd);
+}
+
+} // namespace quillmarsh::framework_commands
