@@ -1,0 +1,120 @@
+#include <quillmarsh/dataobjects/datacodecmanager.h>
+#include <quillmarsh/dataobjects/signalio.h>
+
+#include "tests/support/package_bytes.h"
+#include "tests/support/scratch_directory.h"
+
+#include <gtest/gtest.h>
+
+#include <csignal>
+
+#include <sys/resource.h>
+#include <sys/stat.h>
+
+namespace quillmarsh
+{
+namespace
+{
+
+string const s_package = tests::PackageBytes({e_payload_signal}, {1, e_format_L8, 0, 0}, "a");
+
+/// Lets no file grow beyond a number of bytes: a full disk.
+class FileSizeLimit : NoCopy
+{
+public:
+    explicit FileSizeLimit(rlim_t byteSize) : handler_(std::signal(SIGXFSZ, SIG_IGN))
+    {
+        getrlimit(RLIMIT_FSIZE, &limit_);
+        rlimit const small = {byteSize, limit_.rlim_max};
+        setrlimit(RLIMIT_FSIZE, &small);
+    }
+    ~FileSizeLimit()
+    {
+        setrlimit(RLIMIT_FSIZE, &limit_);
+        std::signal(SIGXFSZ, handler_);
+    }
+
+private:
+    rlimit limit_;
+    void (*handler_)(int);
+};
+
+class DataFiles : public testing::Test
+{
+protected:
+    DataFiles() : signal_(e_format_L8, 1)
+    {
+        signal_.GetSamplesB()[0] = 'a';
+        RegisterDefaultDataCodecs();
+        overwrite_.Insert(NamedParameter(data_codec_parameters::Param_FileOverwrite, true), true);
+    }
+
+    bool Overwrite(string const &name) { return SaveSignal(signal_, name, "QMDP", &overwrite_); }
+
+    std::size_t CountFiles() const
+    {
+        std::filesystem::directory_iterator const files(directory_.GetPath());
+        return static_cast<std::size_t>(std::distance(begin(files), end(files)));
+    }
+
+    tests::ScratchDirectory directory_;
+    DataCodecManager manager_;
+    NamedParameterList overwrite_;
+    Signal<Sample8> signal_;
+};
+
+TEST_F(DataFiles, OldFileStaysWhenTheDiskIsFull)
+{
+    string const name = directory_.Write("file", "old");
+    chmod(name.c_str(), 0640);
+    {
+        // One byte short: all is written by the time that the file is closed, and not before.
+        FileSizeLimit const limit(s_package.size() - 1);
+        EXPECT_FALSE(Overwrite(name));
+        EXPECT_FALSE(SaveSignal(signal_, directory_ / "new", "QMDP"));
+    }
+    EXPECT_EQ(tests::ReadFile(name), "old");
+    EXPECT_EQ(CountFiles(), 1u);
+
+    EXPECT_TRUE(Overwrite(name));
+    EXPECT_EQ(tests::ReadFile(name), s_package);
+    EXPECT_EQ(std::filesystem::status(name).permissions(), std::filesystem::perms(0640));
+    EXPECT_FALSE(Overwrite("/dev/full"));
+    EXPECT_TRUE(std::filesystem::is_character_file("/dev/full"));
+}
+
+TEST_F(DataFiles, PipesAreNoDataFiles)
+{
+    string const name = directory_ / "pipe";
+    ASSERT_EQ(mkfifo(name.c_str(), 0600), 0);
+    EXPECT_EQ(LoadSignal(name), nullptr);
+    DataPackageSignal package;
+    package.SetPayload(&signal_);
+    EXPECT_FALSE(package.SaveToFile(name, false));
+    EXPECT_TRUE(Overwrite(name));
+    EXPECT_EQ(tests::ReadFile(name), s_package);
+}
+
+TEST_F(DataFiles, PackagesAreSavedThroughLinksAndCodecsReplaceThem)
+{
+    string const name = directory_.Write("file", "old");
+    string const link = directory_ / "link";
+    std::filesystem::create_symlink("file", link);
+    DataPackageSignal package;
+    package.SetPayload(&signal_);
+    EXPECT_TRUE(package.SaveToFile(link, false));
+    EXPECT_TRUE(std::filesystem::is_symlink(link));
+    EXPECT_EQ(tests::ReadFile(name), s_package);
+
+    signal_.GetSamplesB()[0] = 'b';
+    EXPECT_TRUE(Overwrite(link));
+    EXPECT_FALSE(std::filesystem::is_symlink(link));
+    EXPECT_EQ(tests::ReadFile(name), s_package);
+
+    std::filesystem::create_symlink("nowhere", directory_ / "dangling");
+    EXPECT_TRUE(package.SaveToFile(directory_ / "dangling", false));
+    EXPECT_EQ(tests::ReadFile(directory_ / "nowhere"), tests::ReadFile(link));
+}
+
+} // namespace
+} // namespace quillmarsh
