@@ -1,7 +1,8 @@
 # Filter for Doxygen, so that headers need no comment that only repeats a name.
 #
 # The text under an "@name", or else the name itself, speaks for every member of the group that has no comment of its
-# own. Outside of groups, plain accessors and the copying and destroying members speak for themselves.
+# own. Outside of groups, constructors and what every value type has, plain accessors and plain fields speak for
+# themselves.
 function braces(line,   code) {
     code = line
     gsub(/'[{}]'|"[^"]*"/, "", code)
@@ -15,6 +16,11 @@ function implied(line) {
     if (line ~ /^ +[A-Za-z0-9]+ &operator=\(/) return "Assignment."
     if (line ~ /^ +([A-Z][A-Za-z0-9]*)\(([A-Z][A-Za-z0-9]*) const &[a-z]*\)/) return "Copy."
     if (line ~ /^ +([A-Z][A-Za-z0-9]*)\(\)( = default)?;/) return "Default state."
+    if (line ~ /^ +(constexpr |friend |bool )*(bool )?operator[!=]=\(/) return "Comparison."
+    if (line ~ /^ +(constexpr |explicit )*[A-Za-z][A-Za-z0-9_]*\(/ && line !~ /^ +(return|if|while|for|switch) /)
+        return "Constructor."
+    if (line ~ /^ +(static |constexpr )*[A-Za-z_][A-Za-z0-9_:<>, *]* [*]*[A-Za-z0-9_]+(\[[0-9A-Za-z_]*\])?( = [^;()]*)?;/ &&
+        line !~ /^ +(return|using|typedef|friend|class|struct|enum) /) return "Field."
     return ""
 }
 

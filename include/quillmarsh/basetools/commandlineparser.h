@@ -22,6 +22,7 @@ namespace quillmarsh
 class QUILLMARSH_API CommandLineParser
 {
 public:
+    /// Kind of an argument.
     enum eArgumentType
     {
         e_option = 0,
@@ -35,7 +36,9 @@ public:
     public:
         NameValueRef(string const &name, string const &value) : name_(name), value_(value) {}
 
+        /// Name in front of the assignment character.
         string const &Name() const { return name_; }
+        /// Value behind the assignment character.
         string const &Value() const { return value_; }
 
     private:
@@ -49,6 +52,7 @@ public:
     public:
         /// Place among the arguments of the line, from 0.
         unsigned int GetCmdLinePosition() const { return cmdLinePosition_; }
+        /// Kind of the argument, which says which of the texts is meant.
         eArgumentType Type() const { return type_; }
         /// Name of an option.
         string const &Option() const { return first_; }

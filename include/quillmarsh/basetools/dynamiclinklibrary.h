@@ -38,7 +38,9 @@ private:
 class QUILLMARSH_API DLLImportTable
 {
 public:
+    /// Empties the list; the hooks keep their values.
     void Clear();
+    /// Appends an entry.
     void Add(DLLImportEntry const &entry);
     /// `hook` is the address of the pointer that receives the symbol's address.
     void Add(string const &symbol, void *hook);

@@ -59,9 +59,12 @@ constexpr LibraryVersion GetHeaderVersion()
 
 /// Date and time, in UTC, at which this build of the library was configured; SOURCE_DATE_EPOCH sets it.
 QUILLMARSH_API string GetBuildTimestamp();
+/// "quillmarsh".
 QUILLMARSH_API string GetLibraryName();
+/// One line with year and holder.
 QUILLMARSH_API string GetCopyrightNotice();
 
+/// Number of texts that GetDeveloperInfo has.
 QUILLMARSH_API unsigned int GetNumDevelopers();
 /// Who made it, by index from 0; an empty text for an index out of range.
 QUILLMARSH_API string GetDeveloperInfo(unsigned int index);

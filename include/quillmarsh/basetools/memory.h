@@ -53,9 +53,11 @@ public:
     /// Makes the buffer as large as the minimum at once.
     void ForceMinSize();
 
+    /// Begins a cycle, a frame as a rule: the demand starts at 0.
     void BeginReserveCycle();
     /// Makes sure that the buffer has at least this size. When it has to grow, its content is lost.
     void ReserveSpace(unsigned int size);
+    /// Ends a cycle; shrinks to its demand when that has been the same for long enough.
     void EndReserveCycle();
 
 protected:

@@ -15,6 +15,7 @@ namespace quillmarsh
 class QUILLMARSH_API NamedParameter
 {
 public:
+    /// Type of the value.
     enum eValueType
     {
         e_none = 0,
@@ -106,6 +107,7 @@ public:
     bool Insert(NamedParameter const &parameter, bool replace);
     /// Removes the parameter of that name, if there is one.
     void Remove(string const &name);
+    /// Empties the list.
     void Clear();
 
     unsigned int GetNumParameters() const;

@@ -17,13 +17,18 @@ constexpr bool IsMachineBigEndian()
     return false;
 }
 
+/// Byte order of what is written from now on.
 QUILLMARSH_API void SetOutputStreamByteOrder(bool bigEndian);
+/// Byte order of what is written.
 QUILLMARSH_API bool IsOutputStreamByteOrderBigEndian();
+/// Byte order of what is read from now on.
 QUILLMARSH_API void SetInputStreamByteOrder(bool bigEndian);
+/// Byte order of what is read.
 QUILLMARSH_API bool IsInputStreamByteOrderBigEndian();
 
 /// True when the order of the stream is not that of the machine.
 QUILLMARSH_API bool IsFlippingOutput();
+/// Whether bytes are flipped on their way in, likewise.
 QUILLMARSH_API bool IsFlippingInput();
 
 /// Sets the byte order of output for a scope.

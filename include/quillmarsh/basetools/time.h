@@ -20,6 +20,7 @@ public:
     constexpr DateTimeSeparators() = default;
     constexpr DateTimeSeparators(char date, char time, char dateToTime) { Set(date, time, dateToTime); }
 
+    /// Replaces all three.
     constexpr void Set(char date, char time, char dateToTime)
     {
         date_ = date;

@@ -64,6 +64,7 @@ class QUILLMARSH_API WindowAlarmHandler
 public:
     virtual ~WindowAlarmHandler();
 
+    /// Called when the period is over, on the thread of the window, while it dispatches messages.
     virtual void OnWindowAlarm(WindowAlarmTimer &timer) = 0;
 };
 

@@ -64,6 +64,7 @@ protected:
     VariableProxy(VariableProxy const &);
     VariableProxy &operator=(VariableProxy const &);
 
+    /// Tells the proxy's own observer or, without one, the global one.
     void NotifyObserverAboutValueChange() const;
 
 private:

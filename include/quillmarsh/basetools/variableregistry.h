@@ -20,7 +20,9 @@ public:
 
     /// Keeps a clone of the proxy, which stays the caller's. False when the name is taken.
     bool RegisterVariable(VariableProxy const &proxy);
+    /// Deletes the entry of that name, if there is one.
     void UnregisterVariable(string const &name);
+    /// Deletes all entries.
     void UnregisterAllVariables();
 
     unsigned int GetNumVariables() const;

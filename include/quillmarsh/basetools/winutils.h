@@ -30,7 +30,9 @@ public:
     Guid(_GUID const &guid);
     explicit Guid(UID const &uid);
 
+    /// Takes over the words: word 0 as Data1, word 1 as Data2 and Data3, the others as Data4, highest byte first.
     void CopyFrom(UID const &uid);
+    /// The exact inverse of CopyFrom.
     void CopyTo(UID &uid) const;
 
     bool operator==(Guid const &other) const;
@@ -57,10 +59,15 @@ struct Point
     constexpr Point(long pointX, long pointY) : x(pointX), y(pointY) {}
 
     constexpr bool operator==(Point const &) const = default;
+    /// Adds by coordinates.
     constexpr Point &operator+=(Point const &other) { return *this = *this + other; }
+    /// Subtracts by coordinates.
     constexpr Point &operator-=(Point const &other) { return *this = *this - other; }
+    /// Sum by coordinates.
     constexpr Point operator+(Point const &other) const { return {x + other.x, y + other.y}; }
+    /// Difference by coordinates.
     constexpr Point operator-(Point const &other) const { return {x - other.x, y - other.y}; }
+    /// Negation by coordinates.
     constexpr Point operator-() const { return {-x, -y}; }
 
     /// Whether the point lies in a rectangle; its left and top edges belong to it, its right and bottom ones do not.
@@ -102,6 +109,7 @@ private:
 /// Gives a reference to a component back; null is passed over.
 struct QUILLMARSH_API CleanupHandlerIUnknown
 {
+    /// Releases the object, unless it is null.
     void operator()(IUnknown *object) const;
 };
 

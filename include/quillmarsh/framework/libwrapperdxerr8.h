@@ -25,6 +25,7 @@ public:
 
     /// Stores the function for the whole process; null takes it away.
     void SetProcAddresses(DescriptionFunction getErrorDescription);
+    /// Takes the function out; the fixed text is given from then on.
     void InvalidateProcAddresses();
 
     /// The text of an error code; "LibWrapperDXErr8 not initialized" while no function is set.

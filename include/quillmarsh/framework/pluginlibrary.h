@@ -34,7 +34,9 @@ struct PluginLibraryRecord
     PluginDescriptor *(*GetDescriptor)(unsigned int index);
 };
 
+/// First word of every record.
 constexpr unsigned int s_pluginLibraryMagic = 0x4c504d51;
+/// Number of the layout that this header describes.
 constexpr unsigned int s_pluginLibraryRecordLayout = 1;
 
 /// What stands in PluginLibraryRecord::CrossingSizes, for messages.
@@ -44,7 +46,9 @@ constexpr char const *s_pluginLibraryCrossings[] = {
 
 /// Name of the one symbol that a plug-in library exports, and its type.
 #define QUILLMARSH_PLUGIN_ENTRY QuillmarshGetPluginLibrary
+/// Name of the entry point, for the table of imports.
 constexpr char s_szPluginLibraryEntry[] = "QuillmarshGetPluginLibrary";
+/// Type of the entry point.
 using PluginLibraryEntry = PluginLibraryRecord const *(*)();
 
 /// The record, but for its two functions, as these headers make it: what a library fills in and a host compares with.

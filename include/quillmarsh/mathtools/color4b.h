@@ -24,6 +24,7 @@ public:
     {
     }
 
+    /// Sets all four channels, in this order whatever the order in memory.
     constexpr void Set(unsigned char red, unsigned char green, unsigned char blue, unsigned char alpha)
     {
         *this = color4b(red, green, blue, alpha);

@@ -14,6 +14,7 @@ namespace quillmarsh
 /// Texts are literals, or live as long. The description ends in a line feed.
 struct CommandWord
 {
+    /// Kind of word, which decides how its help line looks.
     enum class eKind
     {
         e_option,
@@ -26,14 +27,17 @@ struct CommandWord
     char const *value;
     char const *description;
 
+    /// An option.
     static constexpr CommandWord Option(char const *name, char const *description)
     {
         return {eKind::e_option, name, "", description};
     }
+    /// An assignment, with the word that stands for its value.
     static constexpr CommandWord Assignment(char const *name, char const *value, char const *description)
     {
         return {eKind::e_assignment, name, value, description};
     }
+    /// An argument, with its number and type in the name.
     static constexpr CommandWord Argument(char const *name, char const *description)
     {
         return {eKind::e_argument, name, "", description};
