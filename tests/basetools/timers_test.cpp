@@ -191,9 +191,9 @@ TEST(WindowAlarmTimer, MissedPeriodsAreOneMessageBehindAllOthers)
     int count = 0;
     WindowHandler handler([&](WindowAlarmTimer &) { ++count; });
     WindowAlarmTimer timer(s_window);
-    ASSERT_TRUE(timer.StartPeriodic(handler, 400));
-    ASSERT_TRUE(timer.StartPeriodic(handler, 60));
-    std::this_thread::sleep_for(std::chrono::milliseconds(150));
+    ASSERT_TRUE(timer.StartPeriodic(handler, 60000));
+    ASSERT_TRUE(timer.StartPeriodic(handler, 100));
+    std::this_thread::sleep_for(std::chrono::milliseconds(250));
     ASSERT_TRUE(platform::PostMessageToThread(platform::GetCurrentThreadNumber(), {nullptr, 0x400, 1, 2}));
 
     platform::ThreadMessage message;
@@ -205,6 +205,7 @@ TEST(WindowAlarmTimer, MissedPeriodsAreOneMessageBehindAllOthers)
     EXPECT_EQ(message.window, s_window);
     platform::DispatchThreadMessage(message);
     EXPECT_EQ(count, 1);
+    EXPECT_FALSE(platform::PeekThreadMessage(message, true));
     // Stopped after its message was taken.
     platform::WaitThreadMessage();
     ASSERT_TRUE(platform::PeekThreadMessage(message, true));

@@ -63,8 +63,10 @@ public:
             return false;
         message = {first->window, s_messageTimer, reinterpret_cast<std::uintptr_t>(first->object),
                    reinterpret_cast<std::intptr_t>(first->callback)};
+        // A late timer has missed what went by.
+        Clock::time_point const next = first->due + first->period;
         if (remove)
-            first->due = std::max(first->due + first->period, now);
+            first->due = next > now ? next : now + first->period;
         return true;
     }
 
