@@ -35,11 +35,12 @@ void ConsoleLines::Run()
         return;
     while (true)
     {
+        // A line that ended the program is not followed by another prompt.
+        if (kernel_.IsExitRequested() || IsAtEnd())
+            return;
         if (lineIsOpen_)
             source_->OnDone();
         lineIsOpen_ = false;
-        if (kernel_.IsExitRequested() || IsAtEnd())
-            return;
         next_ = source_->Take(line_);
         if (next_ != LineSource::eNext::e_line)
             return;

@@ -62,7 +62,7 @@ private:
 
     platform::eDialogAnswer Present(platform::DialogRequest const &request) override;
 
-    AutoPtr<State> state_;
+    std::shared_ptr<State> state_;
     platform::DialogPresenter *previousPresenter_;
 };
 

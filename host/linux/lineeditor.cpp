@@ -269,6 +269,8 @@ void LineEditor::EditOneLine()
         Put("\n");
     atLineStart_ = false;
     inEditor_ = true;
+    // Ahead of the prompt: a key that comes right behind it is the editor's already.
+    el_set(editor_, EL_PREP_TERM, 1);
     int length = 0;
     char const *const text = el_gets(editor_, &length);
     inEditor_ = false;

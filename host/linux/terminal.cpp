@@ -16,7 +16,7 @@ struct Terminal::State : LineEditor
 };
 
 Terminal::Terminal(ConsoleBuffers &buffers, Client client)
-    : state_(std::make_unique<State>(buffers, std::move(client.onInput), std::move(client.onExit))),
+    : state_(std::make_shared<State>(buffers, std::move(client.onInput), std::move(client.onExit))),
       previousPresenter_(platform::SetDialogPresenter(this))
 {
 }
