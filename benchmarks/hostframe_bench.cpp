@@ -1,0 +1,73 @@
+#include "applicationwalk.h"
+#include "hostlog.h"
+#include "system.h"
+
+#include "benchmarks/support/allocation_counter.h"
+
+#include <quillmarsh/basetools/exception.h>
+
+#include <benchmark/benchmark.h>
+
+#include <ctime>
+#include <iostream>
+
+namespace quillmarsh::benchmarks
+{
+namespace
+{
+
+using namespace host;
+
+/// Processor time of the whole process, in microseconds.
+double GetProcessorTime()
+{
+    return static_cast<double>(std::clock()) * 1e6 / CLOCKS_PER_SEC;
+}
+
+/// Frames of the host with the workbench loaded, paced as in a console in which nobody types.
+void IdleFrame(benchmark::State &state)
+{
+    HostLog log;
+    HostConsole console(log.GetStream());
+    Failures failures([](string const &message) { std::cerr << message << '\n'; });
+    HostKernel kernel(console, log.GetStream(), failures, false);
+    string const program = host::system::GetProgramFile("");
+    string const directory = program.substr(0, program.find_last_of("/\\") + 1) + "plugins";
+    try
+    {
+        kernel.GetPlugins().Load(FindPluginFile("workbench", {directory}));
+    }
+    catch (Exception const &thrown)
+    {
+        state.SkipWithError(thrown.GetMessage().c_str());
+        return;
+    }
+    ApplicationWalk walk(kernel);
+    if (!walk.Up(*kernel.GetPlugins().FindApplication(), {}))
+    {
+        state.SkipWithError("The workbench did not start.");
+        return;
+    }
+    kernel.SetFrameRateLimit(1000);
+    auto const runFrame = [&kernel]
+    {
+        kernel.RunFrame();
+        kernel.CarryOutRequests();
+        kernel.PauseUntilNextFrame(60);
+    };
+    for (int settling = 0; settling < 20; ++settling)
+        runFrame();
+    double const before = GetProcessorTime();
+    {
+        AllocationReport const report(state);
+        for (auto _ : state)
+            runFrame();
+    }
+    state.counters["cpu_us"] = (GetProcessorTime() - before) / static_cast<double>(state.iterations());
+    walk.Down();
+    kernel.GetPlugins().Unload();
+}
+BENCHMARK(IdleFrame)->Name("host/idle_frame")->Iterations(500)->UseRealTime();
+
+} // namespace
+} // namespace quillmarsh::benchmarks
