@@ -1,0 +1,95 @@
+#include "arguments.h"
+#include "observerlist.h"
+
+#include <gtest/gtest.h>
+
+namespace quillmarsh::host
+{
+namespace
+{
+
+TEST(Arguments, AreReadInBothForms)
+{
+    Arguments const arguments =
+        ParseArguments({"--script=-", "--frames", "3", "--frame-rate=2.5", "--plugin", "a", "--plugin=b", "--set",
+                        "x=", "--set=y=1=2", "--stop-on-error", "--log=l", "--developer-mode"});
+    EXPECT_EQ("-", arguments.script);
+    EXPECT_EQ(3u, arguments.frames);
+    EXPECT_EQ(2.5, arguments.frameRate);
+    EXPECT_EQ((std::vector<string>{"a", "b"}), arguments.plugins);
+    EXPECT_EQ((std::vector<std::pair<string, string>>{{"x", ""}, {"y", "1=2"}}), arguments.variables);
+    EXPECT_TRUE(arguments.stopOnError && arguments.developerMode);
+    EXPECT_EQ("l", arguments.log);
+}
+
+TEST(Arguments, WrongOnesAreNamed)
+{
+    struct Case
+    {
+        std::vector<string> words;
+        char const *named;
+    };
+    Case const cases[] = {
+        {{"--frobnicate"}, "'--frobnicate'"},
+        {{"script.txt"}, "'script.txt'"},
+        {{"--two\nlines"}, "'--two?lines'"},
+        {{""}, "''"},
+        {{"--frames"}, "--frames"},
+        {{"--frames", "-1"}, "'-1'"},
+        {{"--frames", "5000000000"}, "'5000000000'"},
+        {{"--frame-rate", "fast"}, "'fast'"},
+        {{"--frame-rate", "-2"}, "'-2'"},
+        {{"--frame-rate", "inf"}, "'inf'"},
+        {{"--set", "name"}, "'name'"},
+        {{"--set", "=value"}, "'=value'"},
+        {{"--help=yes"}, "--help"},
+    };
+    for (Case const &wrong : cases)
+    {
+        try
+        {
+            ParseArguments(wrong.words);
+            ADD_FAILURE() << wrong.named;
+        }
+        catch (WrongArgumentException const &thrown)
+        {
+            EXPECT_NE(string::npos, thrown.GetMessage().find(wrong.named)) << thrown.GetMessage();
+            EXPECT_NE(string::npos, thrown.GetMessage().find("--help"));
+        }
+    }
+}
+
+TEST(ObserverList, MayChangeWhileItIsWalked)
+{
+    struct Observer
+    {
+        int calls = 0;
+    };
+    Observer first, second, third, late;
+    ObserverList<Observer> list;
+    for (Observer *observer : {&first, &second, &second, &third})
+        list.Add(observer);
+    list.Add(nullptr);
+    list.Remove(&late);
+    EXPECT_EQ(3u, list.GetSize());
+
+    list.ForEach(
+        [&](Observer &observer)
+        {
+            ++observer.calls;
+            if (&observer != &first)
+                return;
+            list.Remove(&first);
+            list.Remove(&second);
+            list.Add(&late);
+            list.ForEach([](Observer &inner) { ++inner.calls; });
+        });
+    EXPECT_EQ(1, first.calls);
+    EXPECT_EQ(0, second.calls);
+    EXPECT_EQ(2, third.calls);
+    EXPECT_EQ(1, late.calls);
+    EXPECT_EQ(2u, list.GetSize());
+}
+
+} // namespace
+} // namespace quillmarsh::host

@@ -1,0 +1,260 @@
+#include "tests/support/host_process.h"
+
+#include <quillmarsh/basetools/libraryinfo.h>
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <sstream>
+
+namespace quillmarsh::tests
+{
+namespace
+{
+
+using std::string;
+
+string Plugin(string const &name)
+{
+    return QUILLMARSH_TEST_PLUGINS + name + ".so";
+}
+
+bool Contains(string const &text, string const &part)
+{
+    return text.find(part) != string::npos;
+}
+
+/// The hooks that the tracer wrote down, joined by ";", with each whole frame as "frame".
+string RunTraced(std::vector<std::pair<string, string>> settings, HostResult &result, string const &input = "",
+                 std::vector<string> arguments = {"--frames", "2"})
+{
+    ScratchFile const trace;
+    settings.emplace_back("TRACER_FILE", trace.GetName());
+    ScopedEnvironment const environment(settings);
+    arguments.insert(arguments.end(), {"--plugin", Plugin("tracer")});
+    result = RunHost(arguments, input);
+    string joined;
+    std::istringstream lines(trace.Read());
+    for (string line; std::getline(lines, line);)
+        joined += (joined.empty() ? "" : ";") + line;
+    string const frame = "FrameBegin;FrameSampleInput;FrameUpdateStates;FramePreRenderVideo;FrameRenderVideo;"
+                         "FramePostRenderVideo;FrameEnd";
+    for (std::size_t at; (at = joined.find(frame)) != string::npos;)
+        joined.replace(at, frame.size(), "frame");
+    return joined;
+}
+
+string const s_up =
+    "level 1;BeginStartup;QueryAutoInit;Initialize;EndStartup;level 2;ConfirmGenericExtension ext tracing;"
+    "ConnectGenericExtensions;level 3;BeginConfirmHumanInterfaceDevices;EndConfirmHumanInterfaceDevices;"
+    "SetupAsyncHIDSampling;level 4;level 5;ConnectSubsystemsToAppWindow;InitializeSubsystems;level 6";
+string const s_down = "level 5;CleanupSubsystems;DisconnectSubsystemsFromAppWindow;level 4;level 3;"
+                      "DisconnectHumanInterfaceDevices;level 2;~TracerExtension;level 7";
+
+TEST(Host, WalksTheApplicationUpThroughFramesAndDown)
+{
+    HostResult result;
+    EXPECT_EQ(s_up + ";frame;OnFrame;frame;OnFrame;frame;" + s_down + ";Cleanup well 0 number 5",
+              RunTraced({}, result, "", {"--frames", "3", "--set", "tracer.number=5"}));
+    EXPECT_EQ(0, result.status);
+    EXPECT_EQ("", result.out);
+    EXPECT_EQ("", result.err);
+}
+
+TEST(Host, RequestsAreCarriedOutBetweenFrames)
+{
+    HostResult result;
+    EXPECT_EQ(s_up +
+                  ";frame;OnFrame;frame;OnFrame;GenericReconfig 7 8;CheckSubsystems;FixSubsystems;OnVSyncUpdate;"
+                  "OnVSyncReconfig;trace queued;" +
+                  s_down + ";Cleanup well 0 number 1",
+              RunTraced({}, result, "ask\nwait\n", {}));
+    EXPECT_EQ("ask\nwait\ntrace queued\n", result.out);
+}
+
+TEST(Host, ApplicationMayLeaveOutAStageOrTheRun)
+{
+    HostResult result;
+    string const skipping = RunTraced({{"TRACER_NO_VIDEO", "1"}}, result);
+    EXPECT_FALSE(Contains(skipping, "level 4"));
+    EXPECT_EQ(0, result.status);
+    EXPECT_EQ("level 1;BeginStartup;QueryAutoInit;Initialize;EndStartup;level 7;Cleanup well 0 number 1",
+              RunTraced({{"TRACER_STOP", "1"}}, result));
+    EXPECT_EQ(0, result.status);
+}
+
+TEST(Host, FailuresAreWalkedDownFromWhereTheyHappen)
+{
+    struct Case
+    {
+        char const *hook;
+        char const *wayDown;
+    };
+    Case const cases[] = {
+        {"BeginStartup", "level 7;Cleanup failed 1 application number 1"},
+        {"Initialize!", "level 7;Cleanup failed 1 standard number 1"},
+        {"ConnectGenericExtensions", "~TracerExtension;level 7;Cleanup failed 2 application number 1"},
+        {"level 3", "level 2;~TracerExtension;level 7;Cleanup failed 3 application number 1"},
+        {"SetupAsyncHIDSampling", "level 2;~TracerExtension;level 7;Cleanup failed 3 application number 1"},
+        {"InitializeSubsystems",
+         "DisconnectSubsystemsFromAppWindow;level 4;level 3;DisconnectHumanInterfaceDevices;level 2;~TracerExtension;"
+         "level 7;Cleanup failed 5 application number 1"},
+        {"FrameRenderVideo",
+         "level 5;CleanupSubsystems;DisconnectSubsystemsFromAppWindow;level 4;level 3;DisconnectHumanInterfaceDevices;"
+         "level 2;~TracerExtension;level 7;Cleanup failed 6 application number 1"},
+        {"CleanupSubsystems",
+         "DisconnectSubsystemsFromAppWindow;level 4;level 3;DisconnectHumanInterfaceDevices;level 2;~TracerExtension;"
+         "level 7;Cleanup failed 5 application number 1"},
+        {"Cleanup well 0 number 1", ""},
+    };
+    for (Case const &failing : cases)
+    {
+        HostResult result;
+        string const trace = RunTraced({{"TRACER_FAIL", failing.hook}}, result);
+        string hook = failing.hook;
+        bool const isStandard = hook.back() == '!';
+        if (isStandard)
+            hook.pop_back();
+        std::size_t const at = trace.find(hook);
+        ASSERT_NE(string::npos, at) << trace;
+        string const wayDown = trace.substr(std::min(at + hook.size() + 1, trace.size()));
+        EXPECT_EQ(failing.wayDown, wayDown);
+        EXPECT_EQ(3, result.status) << hook;
+        EXPECT_TRUE(Contains(result.err, "! asked to fail")) << result.err;
+        EXPECT_TRUE(isStandard || Contains(result.err, "@ tests/support/plugins/tracer.cpp(")) << result.err;
+        EXPECT_EQ("", result.out);
+    }
+}
+
+TEST(Host, RefusesMisfitPlugins)
+{
+    string const own = library_info::GetLibraryVersion().MakeString();
+    struct Case
+    {
+        string file;
+        string reason;
+    };
+    Case const cases[] = {
+        {Plugin("missing"), "there is no such file."},
+        {"template-that-is-not-there", "there is no such file in "},
+        {QUILLMARSH_TEST_SOURCES "LICENSE", "it is not a library ("},
+        {QUILLMARSH_TEST_SOURCES "host", "it is not a library ("},
+        {Plugin("dependent-plugin"), "quillmarsh-test-absent"},
+        {Plugin("no-entry"), "it does not export QuillmarshGetPluginLibrary."},
+        {Plugin("other-magic"), "is not the record of a plug-in library."},
+        {Plugin("other-version"), "it was built with version 1.1.0."},
+        {Plugin("other-version"), "of the library, and this host has " + own + "."},
+        {Plugin("other-build"), "of the library, and this host has " + own + "."},
+        {Plugin("other-layout"), "its record has layout 2 and "},
+        {Plugin("other-size"), "its PluginInfo has "},
+        {Plugin("empty"), "it offers no plug-in."},
+    };
+    for (Case const &misfit : cases)
+    {
+        HostResult const result = RunHost({"--plugin", misfit.file});
+        EXPECT_EQ(3, result.status) << misfit.file;
+        EXPECT_TRUE(Contains(result.err, "The plug-in '")) << result.err;
+        EXPECT_TRUE(Contains(result.err, misfit.file)) << result.err;
+        EXPECT_TRUE(Contains(result.err, misfit.reason)) << result.err;
+        EXPECT_EQ("", result.out);
+    }
+    HostResult const two = RunHost({"--plugin", Plugin("tracer"), "--plugin", "workbench"});
+    EXPECT_EQ(3, two.status);
+    EXPECT_TRUE(Contains(two.err, "both bring an application")) << two.err;
+}
+
+TEST(Host, NeverLooksForAPluginInTheCurrentDirectory)
+{
+    char previous[4096];
+    ASSERT_NE(nullptr, getcwd(previous, sizeof(previous)));
+    ASSERT_EQ(0, chdir(QUILLMARSH_TEST_PLUGINS));
+    HostResult const bare = RunHost({"--plugin", "tracer.so", "--frames", "1"});
+    HostResult const path = RunHost({"--plugin", "./tracer.so", "--frames", "1"});
+    ASSERT_EQ(0, chdir(previous));
+    EXPECT_EQ(3, bare.status);
+    EXPECT_EQ(0, path.status) << path.err;
+}
+
+TEST(Host, RunsScriptsLineByLine)
+{
+    string const script = "# a comment\n\n \t# another\ngreet\r\nfrobnicate\nwait 2\nhistory";
+    HostResult result = RunHost({}, script);
+    EXPECT_EQ(1, result.status);
+    EXPECT_EQ("quillmarsh-host: standard input(5): the line failed\n", result.err);
+    EXPECT_EQ(
+        "greet\nHello from the workbench!\nfrobnicate\nCommand not recognized.\nType 'list-commands' to list valid "
+        "commands.\nwait 2\nhistory\nCommand-history:\n0) greet\n1) frobnicate\n2) wait 2\n",
+        result.out);
+
+    ScratchFile const file(script);
+    result = RunHost({"--script", file.GetName(), "--stop-on-error"});
+    EXPECT_EQ(1, result.status);
+    EXPECT_TRUE(Contains(result.err, file.GetName() + "(5): the line failed")) << result.err;
+    EXPECT_FALSE(Contains(result.out, "wait"));
+
+    EXPECT_EQ(0, RunHost({}, "exit\nfrobnicate\n").status);
+    EXPECT_EQ(1, RunHost({}, "wait x\n").status);
+    EXPECT_EQ(1, RunHost({}, string("\0\xff'unclosed\n", 12) + string(1 << 20, 'x') + "\n").status);
+}
+
+TEST(Host, CountsFramesWithTheProfiler)
+{
+    HostResult const result =
+        RunHost({"--developer-mode"}, "profiler -auto-reset=0\nprofiler -run\nwait 7\nprofiler -stop -dump\n");
+    EXPECT_EQ(0, result.status) << result.err;
+    EXPECT_TRUE(Contains(result.out, "IterationCount..................: 7\n")) << result.out;
+    EXPECT_TRUE(Contains(result.out, "FrameUpdateStates\n")) << result.out;
+    EXPECT_TRUE(Contains(result.out, "Balls::Step\n")) << result.out;
+}
+
+TEST(Host, SetsVariablesBeforeTheFirstFrame)
+{
+    HostResult const result = RunHost({"--set", "bench.balls=200000", "--set", "bench.paused=on"}, "var bench\n");
+    EXPECT_EQ(0, result.status) << result.err;
+    EXPECT_TRUE(Contains(result.out, "bench.balls = 100000\n")) << result.out;
+    EXPECT_TRUE(Contains(result.out, "bench.paused = true\n")) << result.out;
+    for (string const wrong : {"bench.balls=many", "bench.nothing=1", "bench.steps=2"})
+    {
+        HostResult const refused = RunHost({"--set", wrong});
+        EXPECT_EQ(2, refused.status) << wrong;
+        EXPECT_TRUE(Contains(refused.err, wrong.substr(0, wrong.find('=')))) << refused.err;
+        EXPECT_TRUE(Contains(refused.err, "--help"));
+        EXPECT_EQ(1, std::count(refused.err.begin(), refused.err.end(), '\n'));
+    }
+}
+
+TEST(Host, FailingCommandEndsTheRun)
+{
+    HostResult const result = RunHost({"--developer-mode"}, "\ncrash -throw\ngreet\n");
+    EXPECT_EQ(3, result.status);
+    EXPECT_TRUE(Contains(result.err, "line 2 of standard input")) << result.err;
+    EXPECT_TRUE(Contains(result.err, "! Forced throw by crash-command.")) << result.err;
+    EXPECT_FALSE(Contains(result.out, "greet"));
+    EXPECT_EQ(-SIGABRT, RunHost({"--developer-mode"}, "crash -hre\ncrash -throw\n").status);
+}
+
+TEST(Host, WritesItsLog)
+{
+    ScratchFile const log;
+    EXPECT_EQ(0, RunHost({"--log", log.GetName()}, "greet\n").status);
+    for (char const *part : {"quillmarsh-host log opened @ ", "PluginName....: workbench", "Kernel level: running",
+                             "greet\nHello from the workbench!", "quillmarsh-host log closed @ "})
+        EXPECT_TRUE(Contains(log.Read(), part)) << log.Read();
+    HostResult const refused = RunHost({"--log", "/nonexistent/log"});
+    EXPECT_EQ(2, refused.status);
+    EXPECT_TRUE(Contains(refused.err, "'/nonexistent/log': No such file or directory")) << refused.err;
+    EXPECT_TRUE(Contains(RunHost({"--log", "/dev/full"}).err, "log"));
+}
+
+TEST(Host, ReadmesOfPluginsShowWhatIsBuilt)
+{
+    std::ifstream page(QUILLMARSH_TEST_SOURCES "docs/writing-a-plugin.md");
+    std::ifstream source(QUILLMARSH_TEST_SOURCES "plugins/template/template.cpp");
+    string const text(std::istreambuf_iterator<char>(page), {});
+    string const code(std::istreambuf_iterator<char>(source), {});
+    EXPECT_FALSE(code.empty());
+    EXPECT_TRUE(Contains(text, "```cpp\n" + code + "```"));
+}
+
+} // namespace
+} // namespace quillmarsh::tests

@@ -1,0 +1,123 @@
+#include "tests/support/host_process.h"
+
+#include <gtest/gtest.h>
+
+namespace quillmarsh::tests
+{
+namespace
+{
+
+using std::string;
+
+constexpr char s_up[] = "\033[A";
+
+TEST(Terminal, EditsCompletesAndRemembersLines)
+{
+    HostTerminal host;
+    ASSERT_TRUE(host.Expect("workbench> "));
+    host.Send("gree\t\r");
+    EXPECT_TRUE(host.Expect("Hello from the workbench!"));
+    EXPECT_TRUE(host.Expect("workbench> "));
+    host.Send("h\t");
+    EXPECT_TRUE(host.Expect("Matching commands/aliases: help, history"));
+    EXPECT_TRUE(host.Expect("workbench> h"));
+    host.Send("\bbench\r");
+    EXPECT_TRUE(host.Expect("Balls"));
+    EXPECT_TRUE(host.Expect("workbench> "));
+    host.Send(string(s_up) + s_up + "\r");
+    EXPECT_TRUE(host.Expect("Hello from the workbench!"));
+    host.Send("frobnicate\rexit\r");
+    EXPECT_EQ(0, host.Wait()) << host.GetShown();
+}
+
+TEST(Terminal, InterruptClearsTheLineAndTheSecondOneEnds)
+{
+    HostTerminal host;
+    ASSERT_TRUE(host.Expect("workbench> "));
+    host.Send("greet");
+    ASSERT_TRUE(host.Expect("greet"));
+    host.Send("\003");
+    EXPECT_TRUE(host.Expect("^C\r\nworkbench> "));
+    host.Send("bench\r");
+    EXPECT_TRUE(host.Expect("Balls"));
+    EXPECT_TRUE(host.Expect("workbench> "));
+    host.Send("\003");
+    EXPECT_TRUE(host.Expect("Interrupt again to exit."));
+    EXPECT_TRUE(host.Expect("workbench> "));
+    host.Send("\003");
+    EXPECT_EQ(0, host.Wait()) << host.GetShown();
+}
+
+TEST(Terminal, EndOfInputAndTerminationEndInGoodOrder)
+{
+    for (bool endOfInput : {true, false})
+    {
+        ScratchFile const trace;
+        ScopedEnvironment const environment({{"TRACER_FILE", trace.GetName()}});
+        HostTerminal host({"--plugin", QUILLMARSH_TEST_PLUGINS "tracer.so"});
+        ASSERT_TRUE(host.Expect("quillmarsh> "));
+        if (endOfInput)
+            host.Send("\004");
+        else
+            host.Signal(SIGTERM);
+        EXPECT_EQ(0, host.Wait()) << host.GetShown();
+        EXPECT_NE(string::npos, trace.Read().find("Cleanup well"));
+    }
+}
+
+TEST(Terminal, KeepsPromptAndTextOfOtherThreadsApart)
+{
+    for (char const *way : {"stream", "buffer"})
+    {
+        ScratchFile const trace;
+        ScopedEnvironment const environment({{"TRACER_FILE", trace.GetName()}});
+        HostTerminal host({"--plugin", QUILLMARSH_TEST_PLUGINS "tracer.so", "--frame-rate", "500"});
+        ASSERT_TRUE(host.Expect("quillmarsh> "));
+        host.Send(string("talk ") + way + " 300\r");
+        host.Send("some text of the user");
+        for (unsigned int i = 0; i < 300; ++i)
+            ASSERT_TRUE(host.Expect("<spoken line " + std::to_string(i) + ">\r\n")) << host.GetShown();
+        EXPECT_TRUE(host.Expect("quillmarsh> some text of the user")) << host.GetShown();
+        host.Send("\003\003");
+        EXPECT_EQ(0, host.Wait());
+        // Behind each line of the other thread stands another one, the prompt, or the escape that takes it away.
+        EXPECT_EQ(string::npos, host.GetShown().find("quillmarsh> <"));
+        EXPECT_EQ(string::npos, host.GetShown().find("user<"));
+    }
+}
+
+TEST(Terminal, ShowsDialogsWhileTheEditorIsOpen)
+{
+    HostTerminal host({"--developer-mode"});
+    ASSERT_TRUE(host.Expect("workbench> "));
+    host.Send("crash -assert\r");
+    EXPECT_TRUE(host.Expect("! Forced assert by crash-command."));
+    EXPECT_TRUE(host.Expect("[A]bort, [R]etry, [I]gnore, or Enter for Abort? "));
+    host.Send("i");
+    EXPECT_TRUE(host.Expect("Ignore\r\n"));
+    EXPECT_TRUE(host.Expect("workbench> "));
+    host.Send("crash -verify\r");
+    EXPECT_TRUE(host.Expect("or Enter for Abort? "));
+    host.Send("\r");
+    EXPECT_EQ(-SIGTRAP, host.Wait()) << host.GetShown();
+}
+
+TEST(Terminal, ColoursByTypeUnlessToldNotTo)
+{
+    for (bool coloured : {true, false})
+    {
+        ScopedEnvironment const environment(coloured ? std::vector<std::pair<string, string>>{}
+                                                     : std::vector<std::pair<string, string>>{{"NO_COLOR", "1"}});
+        HostTerminal host;
+        ASSERT_TRUE(host.Expect("workbench> "));
+        host.Send("'unclosed\r");
+        EXPECT_TRUE(host.Expect("Command-line error:"));
+        EXPECT_TRUE(host.Expect("workbench> "));
+        host.Send("\004");
+        EXPECT_EQ(0, host.Wait());
+        EXPECT_EQ(coloured, host.GetShown().find("\033[31mCommand-line error:") != string::npos) << host.GetShown();
+    }
+}
+
+} // namespace
+} // namespace quillmarsh::tests

@@ -1,0 +1,211 @@
+// Application that writes down which hooks are called, and fails in one of them when it is asked to.
+#include <quillmarsh/basetools/commandlineparser.h>
+#include <quillmarsh/basetools/consolebuffers.h>
+#include <quillmarsh/basetools/exception.h>
+#include <quillmarsh/basetools/variableregistry.h>
+#include <quillmarsh/framework/application.h>
+#include <quillmarsh/framework/frameobserver.h>
+#include <quillmarsh/framework/genericextension.h>
+#include <quillmarsh/framework/kernel.h>
+#include <quillmarsh/framework/plugindescriptors.h>
+#include <quillmarsh/framework/pluginlibrary.h>
+#include <quillmarsh/framework/reconfigobserver.h>
+#include <quillmarsh/framework/stdcommandinterpreter.h>
+
+#include <cstdlib>
+#include <fstream>
+#include <stdexcept>
+#include <thread>
+
+namespace
+{
+
+using namespace quillmarsh;
+
+string GetSetting(char const *name)
+{
+    char const *const value = std::getenv(name);
+    return value != nullptr ? value : "";
+}
+
+void Trace(string const &text)
+{
+    static std::ofstream s_file(GetSetting("TRACER_FILE"), std::ios::app);
+    s_file << text << std::endl;
+    string const failing = GetSetting("TRACER_FAIL");
+    if (text == failing)
+        QUILLMARSH_THROW(ApplicationException, "asked to fail");
+    if (text + "!" == failing)
+        throw std::runtime_error("asked to fail");
+}
+
+class TracerExtension : public GenericExtension
+{
+public:
+    ~TracerExtension() override { Trace("~TracerExtension"); }
+    string GetGenericExtensionInterfaceName() override { return "tracing"; }
+};
+
+/// Writes lines to the console from another thread while frames run: "talk way count".
+class TalkCmd : public Command
+{
+public:
+    TalkCmd() { SetDefaultName("talk"); }
+    ~TalkCmd() override
+    {
+        if (thread_.joinable())
+            thread_.join();
+    }
+
+    bool ParseAndExecute(ostream &, CommandLineParser const &parser, string const &) override
+    {
+        unsigned int count = 0;
+        ToValue(parser.GetArgument(1).String(), count);
+        bool const ownStream = parser.GetArgument(0).String() == "buffer";
+        thread_ = std::thread(
+            [count, ownStream]
+            {
+                AutoPtr<ostream> const own(Kernel::Instance().GetConsoleBuffers()->CreateOutputStream());
+                ostream &out = ownStream ? *own : GetConOut();
+                for (unsigned int i = 0; i < count; ++i)
+                    out << "<spoken line " << i << ">" << std::endl;
+            });
+        return true;
+    }
+    void DumpHelp(ostream &, CommandLineParser const &) override {}
+
+private:
+    std::thread thread_;
+};
+
+/// Asks the kernel for everything that is done between frames.
+class AskCmd : public Command
+{
+public:
+    AskCmd() { SetDefaultName("ask"); }
+    bool ParseAndExecute(ostream &, CommandLineParser const &, string const &) override
+    {
+        Kernel::Instance().RequestGenericReconfig(7, 8);
+        Kernel::Instance().NotifyVSyncUpdate();
+        Kernel::Instance().QueueCommandLine("trace queued");
+        return true;
+    }
+    void DumpHelp(ostream &, CommandLineParser const &) override {}
+};
+
+class TraceCmd : public Command
+{
+public:
+    TraceCmd() { SetDefaultName("trace"); }
+    bool ParseAndExecute(ostream &, CommandLineParser const &parser, string const &) override
+    {
+        Trace("trace " + parser.GetArgument(0).String());
+        return true;
+    }
+    void DumpHelp(ostream &, CommandLineParser const &) override {}
+};
+
+class Observer : public FrameObserver, public ReconfigObserver
+{
+    void OnFrame(bool &removeObserver, unsigned int frameNumber, double) override
+    {
+        Trace("OnFrame");
+        removeObserver = frameNumber == 2;
+    }
+    void OnVSyncReconfig(bool) override { Trace("OnVSyncReconfig"); }
+};
+
+class TracerApplication : public Application
+{
+    void BeginStartup(StartupInfo const &, StartupResult &result) override
+    {
+        Trace("BeginStartup");
+        result.ContinueStartup = GetSetting("TRACER_STOP").empty();
+        Kernel::Instance().AddFrameObserver(&observer_);
+        Kernel::Instance().AddReconfigObserver(&observer_);
+    }
+    void QueryAutoInit(AutoInitInfo &info) override
+    {
+        Trace("QueryAutoInit");
+        info.OpenVideo = GetSetting("TRACER_NO_VIDEO").empty();
+    }
+    void Initialize() override
+    {
+        Trace("Initialize");
+        for (Command *command : {static_cast<Command *>(new TalkCmd), static_cast<Command *>(new AskCmd),
+                                 static_cast<Command *>(new TraceCmd)})
+            Kernel::Instance().GetCommandInterpreter()->RegisterExternalCommand(command);
+        Kernel::Instance().GetVariableRegistry()->RegisterVariable(VariableProxyInt(&number_, "tracer.number"));
+        Kernel::Instance().GetVariableRegistry()->RegisterVariable(
+            VariableProxyInt(&number_, "tracer.secret", "", true));
+    }
+    void EndStartup() override { Trace("EndStartup"); }
+    void Cleanup(bool failed, FailureDesc const &failure) override
+    {
+        Trace(string("Cleanup ") + (failed ? "failed " : "well ") +
+              MakeString(static_cast<unsigned int>(failure.KernelLevel)) +
+              (failure.ApplicationFailure ? " application" : "") + (failure.StandardException ? " standard" : "") +
+              " number " + MakeString(number_));
+    }
+    bool ConfirmGenericExtension(string const &plugin, string const &interfaceName) override
+    {
+        Trace("ConfirmGenericExtension " + plugin + " " + interfaceName);
+        return true;
+    }
+    void ConnectGenericExtensions() override { Trace("ConnectGenericExtensions"); }
+    void BeginConfirmHumanInterfaceDevices() override { Trace("BeginConfirmHumanInterfaceDevices"); }
+    void EndConfirmHumanInterfaceDevices() override { Trace("EndConfirmHumanInterfaceDevices"); }
+    void SetupAsyncHIDSampling() override { Trace("SetupAsyncHIDSampling"); }
+    void DisconnectHumanInterfaceDevices() override { Trace("DisconnectHumanInterfaceDevices"); }
+    void OnVSyncUpdate(bool) override { Trace("OnVSyncUpdate"); }
+    void GenericReconfig(unsigned int code, unsigned int subcode) override
+    {
+        Trace("GenericReconfig " + MakeString(code) + " " + MakeString(subcode));
+    }
+    void InitializeSubsystems(unsigned int, unsigned int) override { Trace("InitializeSubsystems"); }
+    void CleanupSubsystems(unsigned int, unsigned int) override { Trace("CleanupSubsystems"); }
+    void ConnectSubsystemsToAppWindow(HWND, bool) override { Trace("ConnectSubsystemsToAppWindow"); }
+    void DisconnectSubsystemsFromAppWindow() override { Trace("DisconnectSubsystemsFromAppWindow"); }
+    bool CheckSubsystems() override
+    {
+        Trace("CheckSubsystems");
+        return false;
+    }
+    void FixSubsystems() override { Trace("FixSubsystems"); }
+    void OnKernelLevelChanged(eKernelLevel level) override
+    {
+        Trace("level " + MakeString(static_cast<unsigned int>(level)));
+    }
+    void FrameBegin(double) override { Trace("FrameBegin"); }
+    void FrameSampleInput() override { Trace("FrameSampleInput"); }
+    void FrameUpdateStates(double) override { Trace("FrameUpdateStates"); }
+    void FramePreRenderVideo() override { Trace("FramePreRenderVideo"); }
+    void FrameRenderVideo() override { Trace("FrameRenderVideo"); }
+    void FramePostRenderVideo() override { Trace("FramePostRenderVideo"); }
+    void FrameEnd() override { Trace("FrameEnd"); }
+
+    Observer observer_;
+    int number_ = 1;
+};
+
+class TracerDescriptor : public ApplicationPluginDescriptor
+{
+public:
+    TracerDescriptor() : ApplicationPluginDescriptor(PluginInfo()) {}
+    Application *CreateApplication() override { return new TracerApplication; }
+};
+
+class TracerExtensionDescriptor : public GenericExtensionPluginDescriptor
+{
+public:
+    TracerExtensionDescriptor()
+        : GenericExtensionPluginDescriptor(PluginInfo(library_info::GetHeaderVersion(), e_plugin_generic_extension,
+                                                      "ext", PluginVersion(), "", "", ""))
+    {
+    }
+    GenericExtension *CreateGenericExtension() override { return new TracerExtension; }
+};
+
+} // namespace
+
+QUILLMARSH_PLUGIN_LIBRARY(TracerDescriptor, TracerExtensionDescriptor)
