@@ -1,5 +1,7 @@
 #include "sharedstream.h"
 
+#include <deque>
+
 namespace quillmarsh::host
 {
 
@@ -38,13 +40,14 @@ SharedStream::Buffer::~Buffer() = default;
 
 SharedStream::Buffer::Pending &SharedStream::Buffer::GetPending()
 {
-    // One entry for each stream that the thread has written to; there are two of them in a host.
+    // One entry for each stream that the thread has written to; there are two of them in a host. An entry stays in its
+    // place: while the text of one stream is passed on, the thread may begin to write to another.
     struct Entry
     {
         unsigned int id;
         Pending pending;
     };
-    static thread_local std::vector<Entry> s_entries;
+    static thread_local std::deque<Entry> s_entries;
     for (Entry &entry : s_entries)
     {
         if (entry.id == id_)

@@ -7,7 +7,6 @@
 #include <atomic>
 #include <mutex>
 #include <string_view>
-#include <vector>
 
 namespace quillmarsh::host
 {
