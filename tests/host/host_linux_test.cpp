@@ -200,7 +200,7 @@ TEST(Host, RunsScriptsLineByLine)
 TEST(Host, CountsFramesWithTheProfiler)
 {
     HostResult const result =
-        RunHost({"--developer-mode"}, "profiler -auto-reset=0\nprofiler -run\nwait 7\nprofiler -stop -dump\n");
+        RunHost({"--developer-mode"}, "profiler -auto-reset=0 -reset\nprofiler -run\nwait 7\nprofiler -stop -dump\n");
     EXPECT_EQ(0, result.status) << result.err;
     EXPECT_TRUE(Contains(result.out, "IterationCount..................: 7\n")) << result.out;
     EXPECT_TRUE(Contains(result.out, "FrameUpdateStates\n")) << result.out;

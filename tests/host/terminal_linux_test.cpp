@@ -78,8 +78,10 @@ TEST(Terminal, KeepsPromptAndTextOfOtherThreadsApart)
         for (unsigned int i = 0; i < 300; ++i)
             ASSERT_TRUE(host.Expect("<spoken line " + std::to_string(i) + ">\r\n")) << host.GetShown();
         EXPECT_TRUE(host.Expect("quillmarsh> some text of the user")) << host.GetShown();
-        host.Send("\003\003");
-        EXPECT_EQ(0, host.Wait());
+        host.Send("\003");
+        EXPECT_TRUE(host.Expect("^C\r\nquillmarsh> "));
+        host.Send("\003");
+        EXPECT_EQ(0, host.Wait()) << host.GetShown();
         // Behind each line of the other thread stands another one, the prompt, or the escape that takes it away.
         EXPECT_EQ(string::npos, host.GetShown().find("quillmarsh> <"));
         EXPECT_EQ(string::npos, host.GetShown().find("user<"));
