@@ -102,7 +102,7 @@ QUILLMARSH_API void TrimQuotes(string &text);
 QUILLMARSH_API void PadToLength(string &text, unsigned int length, char fill = ' ');
 /// Puts `prefix` in front of every line; an empty text is one line, and nothing follows a line feed at the end.
 QUILLMARSH_API void AddLinePrefix(string &text, string const &prefix);
-/// Lays the words of the text out in lines, each at most `lineLength - 1` characters; a longer word stands alone.
+/// Lays the words of the text out in lines of at most `lineLength` characters; a longer word stands alone.
 QUILLMARSH_API void FitToLineLengthBreakAtWhitespaceOnly(string &text, unsigned int lineLength);
 /// Cuts the text at each delimiter. Empty pieces count, but a delimiter at the very end opens none.
 QUILLMARSH_API void BreakIntoLines(string const &text, std::vector<string> &lines, char delimiter = '\n');

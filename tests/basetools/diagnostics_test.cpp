@@ -1,0 +1,133 @@
+#include <quillmarsh/basetools/diagnostics.h>
+
+#include "tests/support/scripted_dialogs.h"
+
+#include <gtest/gtest.h>
+
+#include <sstream>
+
+namespace quillmarsh
+{
+
+struct Plain
+{
+};
+template<typename T>
+class Holder
+{
+};
+namespace inner
+{
+class Nested
+{
+};
+} // namespace inner
+
+namespace
+{
+
+using platform::eDialogAnswer;
+using tests::ScriptedDialogs;
+
+TEST(Diagnostics, NamesAreReadable)
+{
+    struct Case
+    {
+        std::type_info const &type;
+        char const *name;
+    };
+    Case const cases[] = {
+        {typeid(Plain), "Plain"},
+        {typeid(inner::Nested), "inner::Nested"},
+        {typeid(Holder<inner::Nested>), "Holder<inner::Nested>"},
+        {typeid(string), "string"},
+        {typeid(unsigned int), "unsigned int"},
+    };
+    for (Case const &c : cases)
+        EXPECT_EQ(GetTypeName(c.type), c.name);
+
+    for (char const *const name : {"X", "class ", "struct ", "classy X", "class"})
+        EXPECT_EQ(FormatClassName(name), name);
+    EXPECT_EQ(FormatClassName("class X"), "X");
+    EXPECT_EQ(FormatClassName("struct X"), "X");
+    EXPECT_EQ(FormatClassName("struct class X"), "class X");
+    EXPECT_EQ(FormatObjectName("class X", reinterpret_cast<void *>(0x1f)), "X@0x1f");
+    EXPECT_EQ(FormatSourceCodeLocation("a\\b.cpp", 7, false), "a\\b.cpp(7)");
+    EXPECT_EQ(FormatSourceCodeLocation("a\\b.cpp", 7, true), "a/b.cpp(7)");
+}
+
+TEST(Diagnostics, AnswersOfTheAssertionDialog)
+{
+    ScriptedDialogs dialogs({eDialogAnswer::e_retry, eDialogAnswer::e_abort, eDialogAnswer::e_ignore});
+    bool ignoreAlways = false;
+    EXPECT_FALSE(ShowDialogAbortRetryIgnore(ignoreAlways, 1, "Title", "Broken", "a.cpp", 3));
+    EXPECT_FALSE(ignoreAlways);
+    EXPECT_TRUE(ShowDialogAbortRetryIgnore(ignoreAlways, 2, "Title", "Broken", "a.cpp", 3));
+    EXPECT_FALSE(ignoreAlways);
+    EXPECT_FALSE(ShowDialogAbortRetryIgnore(ignoreAlways, 3, "Title", "Broken", "a.cpp", 3));
+    EXPECT_TRUE(ignoreAlways);
+    EXPECT_FALSE(ShowDialogAbortRetryIgnore(ignoreAlways, 1, "Title", "Broken", "a.cpp", 3));
+
+    std::vector<platform::DialogRequest> const requests = dialogs.TakeRequests();
+    ASSERT_EQ(requests.size(), 3u);
+    EXPECT_EQ(requests[0].title, "Title");
+    EXPECT_EQ(requests[0].text, "@ a.cpp(3)\n! Broken");
+    EXPECT_EQ(requests[0].buttons, platform::eDialogButtons::e_abortRetryIgnore);
+    EXPECT_EQ(requests[0].defaultAnswer, eDialogAnswer::e_abort);
+    EXPECT_EQ(requests[1].defaultAnswer, eDialogAnswer::e_retry);
+    EXPECT_EQ(requests[2].defaultAnswer, eDialogAnswer::e_ignore);
+}
+
+TEST(Diagnostics, PlainDialogs)
+{
+    ScriptedDialogs dialogs({eDialogAnswer::e_cancel, eDialogAnswer::e_ok, eDialogAnswer::e_ok});
+    EXPECT_TRUE(ShowDialogCancelOk(1, "T", "text"));
+    EXPECT_FALSE(ShowDialogCancelOk(2, "T", "text"));
+    ShowDialogOk("T", "text");
+    std::vector<platform::DialogRequest> const requests = dialogs.TakeRequests();
+    ASSERT_EQ(requests.size(), 3u);
+    EXPECT_EQ(requests[0].defaultAnswer, eDialogAnswer::e_ok);
+    EXPECT_EQ(requests[1].defaultAnswer, eDialogAnswer::e_cancel);
+    EXPECT_EQ(requests[2].buttons, platform::eDialogButtons::e_ok);
+}
+
+/// Fails an assertion and a verification, each a place of its own.
+int Fail()
+{
+    int numActions = 0;
+    QUILLMARSH_ASSERT(numActions == 1, "asserted");
+    QUILLMARSH_VERIFY(++numActions == 2, "verified");
+    return numActions;
+}
+
+TEST(Diagnostics, IgnoreSilencesOnePlaceAndRetryNone)
+{
+    ScriptedDialogs dialogs({eDialogAnswer::e_ignore, eDialogAnswer::e_retry, eDialogAnswer::e_ignore});
+    EXPECT_EQ(Fail(), 1);
+    std::vector<platform::DialogRequest> const requests = dialogs.TakeRequests();
+#if QUILLMARSH_ASSERTIONS
+    ASSERT_EQ(requests.size(), 2u);
+    EXPECT_EQ(requests[0].title, "Assert Failed");
+    EXPECT_EQ(requests[1].title, "Verify Failed");
+    EXPECT_EQ(requests[0].text.rfind("@ tests/basetools/diagnostics_test.cpp(", 0), 0u);
+    Fail();
+    EXPECT_EQ(dialogs.TakeTexts(), std::vector<string>{"verified"});
+    Fail();
+    EXPECT_TRUE(dialogs.TakeTexts().empty());
+#else
+    EXPECT_TRUE(requests.empty());
+#endif
+}
+
+TEST(Diagnostics, TypeSizesAreToldAsTheyAre)
+{
+    std::ostringstream out;
+    bool const allFit = CheckBuiltInTypeSizes(out);
+    EXPECT_EQ(allFit, sizeof(long) == 4);
+    EXPECT_EQ(out.str(), allFit ? ""
+                                : "long has size 8 byte(s). Expected 4 byte(s).\n"
+                                  "unsigned long has size 8 byte(s). Expected 4 byte(s).\n");
+}
+
+} // namespace
+} // namespace quillmarsh

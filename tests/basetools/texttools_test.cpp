@@ -1,0 +1,221 @@
+#include <quillmarsh/basetools/texttools.h>
+
+#include <gtest/gtest.h>
+
+namespace quillmarsh
+{
+namespace
+{
+
+/// The value of a text in its own text form, "-" when it does not convert or the output changed all the same.
+template<typename T>
+string Convert(string const &text)
+{
+    T value = T(1);
+    if (ToValue(text, value))
+        return MakeString(value);
+    return value == T(1) ? "-" : "changed";
+}
+
+TEST(TextTools, TextToValue)
+{
+    for (char const *const text : {"1", "true", "Yes", "ON"})
+        EXPECT_EQ(Convert<bool>(text), "true") << text;
+    for (char const *const text : {"0", "False", "NO", "off"})
+        EXPECT_EQ(Convert<bool>(text), "false") << text;
+    for (char const *const text : {"2", "", " on", "on "})
+        EXPECT_EQ(Convert<bool>(text), "-") << text;
+
+    struct Case
+    {
+        char const *text;
+        char const *integer, *uInteger, *real;
+    };
+    constexpr Case cases[] = {
+        {"7", "7", "7", "7"},
+        {" \t-7\t", "-7", "4294967289", "-7"},
+        {"+7", "7", "7", "7"},
+        {"", "-", "-", "-"},
+        {"7x", "-", "-", "-"},
+        {"7 7", "-", "-", "-"},
+        {"0x7", "-", "-", "-"},
+        {"7\n", "-", "-", "-"},
+        {"2147483648", "-", "2147483648", "2.14748e+09"},
+        {"4294967296", "-", "-", "4.29497e+09"},
+        {"2.5", "-", "-", "2.5"},
+        {"1e3", "-", "-", "1000"},
+        {"1e999", "-", "-", "-"},
+    };
+    for (Case const &c : cases)
+    {
+        EXPECT_EQ(Convert<int>(c.text), c.integer) << c.text;
+        EXPECT_EQ(Convert<unsigned int>(c.text), c.uInteger) << c.text;
+        EXPECT_EQ(Convert<double>(c.text), c.real) << c.text;
+    }
+    EXPECT_EQ(Convert<short>("32768"), "-");
+    EXPECT_EQ(Convert<unsigned short>("65535"), "65535");
+    EXPECT_EQ(Convert<float>("1e39"), "-");
+
+    char character = 'c';
+    unsigned char byte = 'b';
+    EXPECT_TRUE(ToValue(" 7 ", character) && ToValue("\xff", byte));
+    EXPECT_EQ(character, '7');
+    EXPECT_EQ(byte, 0xff);
+    EXPECT_FALSE(ToValue("77", character) || ToValue(" ", character));
+    void *pointer = nullptr;
+    EXPECT_TRUE(ToValue("0x1f", pointer));
+    EXPECT_EQ(MakeString(pointer), "0x1f");
+    EXPECT_EQ(MakeString<void *>(nullptr), "0x0");
+}
+
+TEST(TextTools, ValueToText)
+{
+    string text = "old";
+    ToStringHex(text, 0xabcu, 6);
+    EXPECT_EQ(text, "000abc");
+    ToStringHex(text, 0xabcul);
+    EXPECT_EQ(text, "abc");
+    ToString(text, 0.1, 6, 3);
+    EXPECT_EQ(text, "   0.1");
+    ToString(text, 123456789.0);
+    EXPECT_EQ(text, "1.23457e+08");
+    ToStringFix(text, 1.5, 8, 2, true, true);
+    EXPECT_EQ(text, "+   1.50");
+    ToStringFix(text, 1.5, 0, 0);
+    EXPECT_EQ(text, "2");
+    ToStringSci(text, -1.5, 10, 1, true, false);
+    EXPECT_EQ(text, "  -1.5e+00");
+    EXPECT_EQ(MakeString(-5l) + MakeString(5ul), "-55");
+}
+
+TEST(TextTools, WideTextIsUtf16)
+{
+    struct Case
+    {
+        char const *narrow;
+        wstring wide;
+    };
+    Case const cases[] = {
+        {"", {}},
+        {"a", {'a'}},
+        {"\xc3\xa4\xe2\x82\xac", {0xe4, 0x20ac}},
+        {"\xf0\x9d\x84\x9e\xf4\x8f\xbf\xbf", {0xd834, 0xdd1e, 0xdbff, 0xdfff}},
+        {"\xed\x9f\xbf\xee\x80\x80", {0xd7ff, 0xe000}},
+    };
+    for (Case const &c : cases)
+    {
+        wstring wide = {'x'};
+        string narrow = "x";
+        EXPECT_TRUE(AsciiToUnicode(c.narrow, wide) && wide == c.wide) << c.narrow;
+        EXPECT_TRUE(UnicodeToAscii(c.wide, narrow));
+        EXPECT_EQ(narrow, c.narrow);
+    }
+
+    for (char const *const broken :
+         {"\x80", "\xc3", "\xc3(", "\xc0\x80", "\xe0\x80\x80", "\xed\xa0\x80", "\xf4\x90\x80\x80", "\xf8\x88\x80\x80"})
+    {
+        wstring wide = {'x'};
+        EXPECT_FALSE(AsciiToUnicode(broken, wide)) << broken;
+        EXPECT_TRUE(wide.empty());
+    }
+    string narrow;
+    for (wstring const &broken : {wstring{0xd834}, wstring{0xd834, 'a'}, wstring{0xdd1e}, wstring{0xd834, 0xd834}})
+        EXPECT_FALSE(UnicodeToAscii(broken, narrow));
+}
+
+template<typename Shape>
+string Shaped(string text, Shape shape)
+{
+    shape(text);
+    return text;
+}
+
+TEST(TextTools, Shaping)
+{
+    auto const trim = [](string &text) { TrimWhitespace(text); };
+    EXPECT_EQ(Shaped(" \ta b\t ", trim), "a b");
+    EXPECT_EQ(Shaped(" \t", trim), "");
+    EXPECT_EQ(Shaped("\na\r", trim), "\na\r");
+    string trimmed = "old";
+    TrimWhitespace(" \t", trimmed);
+    EXPECT_EQ(trimmed, "");
+
+    EXPECT_EQ(Shaped("'", TrimQuotes), "'");
+    EXPECT_EQ(Shaped("''", TrimQuotes), "");
+    EXPECT_EQ(Shaped("\"'a'\"", TrimQuotes), "'a'");
+    EXPECT_EQ(Shaped("'a\"", TrimQuotes), "'a\"");
+
+    EXPECT_EQ(Shaped("aZ\xc4[", LowerCase), "az\xc4[");
+    EXPECT_EQ(Shaped("aZ\xe4{", UpperCase), "AZ\xe4{");
+    EXPECT_EQ(Shaped("abc", [](string &text) { PadToLength(text, 2, '.'); }), "abc");
+    EXPECT_EQ(Shaped("abc", [](string &text) { PadToLength(text, 5, '.'); }), "abc..");
+
+    auto const prefix = [](string &text) { AddLinePrefix(text, "> "); };
+    EXPECT_EQ(Shaped("", prefix), "> ");
+    EXPECT_EQ(Shaped("a\n\nb\n", prefix), "> a\n> \n> b\n");
+
+    for (char const *const identifier : {"", "_", "a1_"})
+        EXPECT_TRUE(IsStandardIdentifier(identifier));
+    for (char const *const other : {"1", "a-b", "\xe4", "a b"})
+        EXPECT_FALSE(IsStandardIdentifier(other));
+    EXPECT_EQ(Shaped("12 a-b\xe4_3!", ForceStandardIdentifier), "ab_3");
+}
+
+TEST(TextTools, LayingOutLines)
+{
+    struct Case
+    {
+        char const *text;
+        unsigned int length;
+        char const *result;
+    };
+    constexpr Case cases[] = {
+        {"", 10, ""},
+        {" aa\n bb\tcc ", 100, "aa bb cc"},
+        {"aa bb cc", 5, "aa bb\ncc"},
+        {"aa bb cc", 4, "aa\nbb\ncc"},
+        {"a toolongword b", 5, "a\ntoolongword\nb"},
+        {"aaaa", 4, "aaaa"},
+        {"a b", 0, "a\nb"},
+    };
+    for (Case const &c : cases)
+        EXPECT_EQ(Shaped(c.text, [&c](string &text) { FitToLineLengthBreakAtWhitespaceOnly(text, c.length); }),
+                  c.result)
+            << c.text;
+
+    std::vector<string> lines = {"old"};
+    BreakIntoLines("", lines);
+    EXPECT_TRUE(lines.empty());
+    BreakIntoLines("a\n\nb\n", lines);
+    EXPECT_EQ(lines, (std::vector<string>{"a", "", "b"}));
+    BreakIntoLines("\n", lines);
+    EXPECT_EQ(lines, std::vector<string>{""});
+    BreakIntoLines(";a;;", lines, ';');
+    EXPECT_EQ(lines, (std::vector<string>{"", "a", ""}));
+}
+
+TEST(TextTools, Scanning)
+{
+    EXPECT_TRUE(MatchNext("abc", string("xa")) && MatchNext("abc", 'a'));
+    EXPECT_FALSE(MatchNext("", string("xa")) || MatchNext("", 'a') || MatchNext("abc", 'b'));
+    EXPECT_TRUE(MatchPrefix("abc", "ab") && MatchPrefix("abc", ""));
+    EXPECT_FALSE(MatchPrefix("ab", "abc") || MatchPrefix("xabc", "abc"));
+
+    string text = "  \tabc.def";
+    EXPECT_EQ(EatLeading(text, " \t"), 3u);
+    EXPECT_EQ(EatLeading(text, " \t"), 0u);
+    EXPECT_EQ(EatNext(text, 'x'), 0u);
+    EXPECT_EQ(EatNext(text, 'a'), 1u);
+    EXPECT_FALSE(EatPrefix(text, "c"));
+    EXPECT_TRUE(EatPrefix(text, "b"));
+    EXPECT_TRUE(EatToDelimiter(text, ";.", false));
+    EXPECT_EQ(text, ".def");
+    EXPECT_FALSE(EatToDelimiter(text, ";", false));
+    EXPECT_EQ(text, ".def");
+    EXPECT_FALSE(EatToDelimiter(text, ";", true));
+    EXPECT_EQ(text, "");
+    EXPECT_EQ(EatLeading(text, " "), 0u);
+}
+
+} // namespace
+} // namespace quillmarsh
