@@ -1,0 +1,34 @@
+#include <quillmarsh/basetools/consoleoutputbuffer.h>
+
+#include "benchmarks/support/allocation_counter.h"
+
+#include <benchmark/benchmark.h>
+
+namespace quillmarsh::benchmarks
+{
+namespace
+{
+
+/// Lines of 80 characters into a buffer that is full.
+void AppendLine(benchmark::State &state)
+{
+    auto const limit = static_cast<unsigned int>(state.range(0));
+    ConsoleOutputBuffer buffer(limit);
+    string const line = string(80, 'x') + '\n';
+    for (unsigned int i = 0; i < 2 * limit; ++i)
+        buffer.Append(line, 0);
+    {
+        AllocationReport const allocations(state);
+        for ([[maybe_unused]] auto _ : state)
+        {
+            buffer.Lock();
+            buffer.Append(line, 0);
+            buffer.Unlock();
+        }
+    }
+    state.SetItemsProcessed(state.iterations());
+}
+BENCHMARK(AppendLine)->Name("consoleoutputbuffer/append")->Arg(300)->Arg(100000);
+
+} // namespace
+} // namespace quillmarsh::benchmarks
