@@ -55,10 +55,9 @@ TEST(ElementLoops, BracketEveryTraversalAndFollowTheStrides)
     EXPECT_EQ(LogOf([&](Inplace &p) { ProcessElementsInplace2D(p, 1, 2, dst, {4, 1}); }), "(0(1 A  B 1)0)");
     EXPECT_EQ(LogOf(
                   [&](DstSrc &p) {
-                      ProcessElements3D(p, 2, 1, 2, dst, {4, 2, 1}, src, {-1, 9, 4});
-                  })
-                  .substr(0, 18),
-              "(0(1(2 Aa  Be 2)1)");
+                      ProcessElements3D(p, 2, 1, 2, dst, {4, 2, 1}, src + 1, {-1, 9, 4});
+                  }),
+              "(0(1(2 Ab  Bf 2)1)(1(2 Ea  Fe 2)1)0)");
     EXPECT_EQ(LogOf(
                   [&](Inplace &p) {
                       ProcessElementsInplace3D(p, 2, 2, 2, dst, {4, 2, 1});
