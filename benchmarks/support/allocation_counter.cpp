@@ -17,6 +17,15 @@ void *Allocate(std::size_t size)
     throw std::bad_alloc();
 }
 
+void *AllocateAligned(std::size_t size, std::align_val_t alignment)
+{
+    s_count.fetch_add(1, std::memory_order_relaxed);
+    auto const step = static_cast<std::size_t>(alignment);
+    if (void *const block = std::aligned_alloc(step, (size + step - 1) / step * step))
+        return block;
+    throw std::bad_alloc();
+}
+
 } // namespace
 
 // The program's own operators come before those of any library that it uses, so that they count for all of them.
@@ -28,6 +37,26 @@ void *operator new(std::size_t size)
 void *operator new[](std::size_t size)
 {
     return Allocate(size);
+}
+
+void *operator new(std::size_t size, std::align_val_t alignment)
+{
+    return AllocateAligned(size, alignment);
+}
+
+void *operator new[](std::size_t size, std::align_val_t alignment)
+{
+    return AllocateAligned(size, alignment);
+}
+
+void operator delete(void *block, std::align_val_t) noexcept
+{
+    std::free(block);
+}
+
+void operator delete[](void *block, std::align_val_t) noexcept
+{
+    std::free(block);
 }
 
 void operator delete(void *block) noexcept
