@@ -1,0 +1,255 @@
+#include <quillmarsh/mathtools/powersof2.h>
+#include <quillmarsh/mathtools/transforms.h>
+
+#include "tests/support/math_values.h"
+
+namespace quillmarsh
+{
+namespace
+{
+
+using tests::Apply;
+using tests::IsNear;
+using tests::MakeRandom;
+
+TEST(Transforms, QuarterTurnsAreRightHanded)
+{
+    struct Turn
+    {
+        eAxis axis;
+        vec3 unitAxis;
+        vec3 from;
+        vec3 to;
+    };
+    Turn const turns[] = {{e_axisX, vec3::UNIT_X, vec3::UNIT_Y, vec3::UNIT_Z},
+                          {e_axisY, vec3::UNIT_Y, vec3::UNIT_Z, vec3::UNIT_X},
+                          {e_axisZ, vec3::UNIT_Z, vec3::UNIT_X, vec3::UNIT_Y}};
+    for (Turn const &turn : turns)
+    {
+        mat3 byAxis;
+        mat3 byUnitAxis;
+        GenerateRotateMV(byAxis, 90.0f, turn.axis);
+        GenerateRotateMV(byUnitAxis, 90.0f, turn.unitAxis);
+        EXPECT_TRUE(Apply(byAxis, turn.from).Equal(turn.to));
+        EXPECT_TRUE(Apply(byUnitAxis, turn.from).Equal(turn.to));
+    }
+    mat2 plane;
+    GenerateRotateMV(plane, 90.0f);
+    EXPECT_TRUE(IsNear(plane.Column0(), vec2::UNIT_Y));
+}
+
+TEST(Transforms, UnitAxisMatrixTurnsAsTheVectorDoes)
+{
+    std::mt19937 engine(1);
+    for (float const angle : {-200.0f, 17.0f, 90.0f, 180.0f})
+    {
+        vec3 const axis = MakeRandom<vec3>(engine).Unit();
+        vec3 const v = MakeRandom<vec3>(engine);
+        mat3 m;
+        GenerateRotateMV(m, angle, axis);
+        EXPECT_TRUE(IsNear(Apply(m, v), v.RotationAroundUnit(axis, angle)));
+    }
+}
+
+/// Checks that the four forms of a generator differ by transposition and by the identity around the block only.
+template<typename MV3, typename VM3, typename MV4, typename VM4>
+void ExpectForms(MV3 generateMV3, VM3 generateVM3, MV4 generateMV4, VM4 generateVM4)
+{
+    mat3 block;
+    mat3 transposed;
+    mat4 whole;
+    mat4 wholeTransposed;
+    generateMV3(block);
+    generateVM3(transposed);
+    generateMV4(whole);
+    generateVM4(wholeTransposed);
+    EXPECT_EQ(transposed, block.Transposed());
+    EXPECT_EQ(whole, mat4(block));
+    EXPECT_EQ(wholeTransposed, mat4(transposed));
+}
+
+TEST(Transforms, FormsDifferByTranspositionOnly)
+{
+    std::mt19937 engine(2);
+    vec3 const a = MakeRandom<vec3>(engine);
+    vec3 const b = MakeRandom<vec3>(engine);
+    vec3 const c = MakeRandom<vec3>(engine);
+    auto const expect = [](auto mv, auto vm) { ExpectForms(mv, vm, mv, vm); };
+    expect([](auto &m) { GenerateRotateMV(m, 20.0f, e_axisY); }, [](auto &m) { GenerateRotateVM(m, 20.0f, e_axisY); });
+    expect([&](auto &m) { GenerateRotateMV(m, 20.0f, a); }, [&](auto &m) { GenerateRotateVM(m, 20.0f, a); });
+    expect([&](auto &m) { GenerateRotateMV(m, a, b, c); }, [&](auto &m) { GenerateRotateVM(m, a, b, c); });
+    expect([](auto &m) { GenerateEulerHPR_MV(m, 1.0f, 2.0f, 3.0f); },
+           [](auto &m) { GenerateEulerHPR_VM(m, 1.0f, 2.0f, 3.0f); });
+    expect([](auto &m) { GenerateEulerPHR_MV(m, 1.0f, 2.0f, 3.0f); },
+           [](auto &m) { GenerateEulerPHR_VM(m, 1.0f, 2.0f, 3.0f); });
+
+    mat4 axes;
+    vec3 x, y, z;
+    GenerateRotateMV(axes, a, b, c);
+    EXPECT_EQ(vec3(axes.Column1()), b);
+    FactorRotateMV(axes, x, y, z);
+    EXPECT_TRUE(x == a && y == b && z == c);
+    FactorRotateVM(axes.Transposed(), x, y, z);
+    EXPECT_TRUE(x == a && y == b && z == c);
+
+    mat4 move;
+    GenerateTranslateMV(move, 1.0f, 2.0f, 3.0f);
+    EXPECT_EQ(move.Column3(), vec4(1.0f, 2.0f, 3.0f, 1.0f));
+    mat4 moveRows;
+    GenerateTranslateVM(moveRows, 1.0f, 2.0f, 3.0f);
+    EXPECT_EQ(moveRows, move.Transposed());
+    mat3 plane;
+    GenerateTranslateMV(plane, 1.0f, 2.0f);
+    EXPECT_EQ(plane, mat3(1.0f, 0.0f, 1.0f, 0.0f, 1.0f, 2.0f, 0.0f, 0.0f, 1.0f));
+    GenerateUniformScale(move, 3.0f);
+    EXPECT_EQ(move, mat4(mat3::IDENTITY * 3.0f));
+}
+
+TEST(Transforms, EulerAnglesComposeAndComeBack)
+{
+    for (float const heading : {-170.0f, -30.0f, 0.0f, 75.0f})
+    {
+        for (float const pitch : {-80.0f, 0.0f, 35.0f})
+        {
+            for (float const roll : {-100.0f, 10.0f, 179.0f})
+            {
+                mat3 h, p, r, m;
+                GenerateRotateMV(h, heading, e_axisY);
+                GenerateRotateMV(p, pitch, e_axisX);
+                GenerateRotateMV(r, roll, e_axisZ);
+                GenerateEulerHPR_MV(m, heading, pitch, roll);
+                EXPECT_TRUE(IsNear(m, r * p * h));
+                vec3 back;
+                FactorEulerHPR_MV(m, back.x, back.y, back.z);
+                EXPECT_TRUE(IsNear(back, vec3(heading, pitch, roll), 1e-3f));
+
+                // Heading is the middle angle here, so it takes the small one.
+                GenerateEulerPHR_VM(m, pitch, heading, roll);
+                GenerateRotateMV(h, pitch, e_axisY);
+                GenerateRotateMV(p, heading, e_axisX);
+                EXPECT_TRUE(IsNear(m, (r * h * p).Transposed()));
+                FactorEulerPHR_VM(mat4(m), back.x, back.y, back.z);
+                EXPECT_TRUE(IsNear(back, vec3(pitch, heading, roll), 1e-3f));
+            }
+        }
+    }
+}
+
+TEST(Transforms, EulerAnglesAtThePolesHaveNoRoll)
+{
+    struct Pole
+    {
+        vec3 angles;
+        vec3 hpr;
+    };
+    // Both turns go about one axis there, and the first angle stands for both.
+    Pole const poles[] = {{{50.0f, 90.0f, 20.0f}, {70.0f, 90.0f, 0.0f}},
+                          {{50.0f, -90.0f, 20.0f}, {-30.0f, -90.0f, 0.0f}}};
+    for (Pole const &pole : poles)
+    {
+        mat4 m;
+        vec3 back;
+        GenerateEulerHPR_MV(m, pole.angles.x, pole.angles.y, pole.angles.z);
+        FactorEulerHPR_MV(m, back.x, back.y, back.z);
+        EXPECT_TRUE(IsNear(back, pole.hpr, 1e-4f));
+    }
+    Pole const leftRight[] = {{{-90.0f, 50.0f, 20.0f}, {-90.0f, 70.0f, 0.0f}},
+                              {{90.0f, 50.0f, 20.0f}, {90.0f, -30.0f, 0.0f}}};
+    for (Pole const &pole : leftRight)
+    {
+        mat4 m;
+        vec3 back;
+        GenerateEulerPHR_MV(m, pole.angles.x, pole.angles.y, pole.angles.z);
+        FactorEulerPHR_MV(m, back.x, back.y, back.z);
+        EXPECT_TRUE(IsNear(back, pole.hpr, 1e-4f));
+    }
+}
+
+TEST(Transforms, DirectionLooksAlongZAndDownForPositivePitch)
+{
+    vec3 direction;
+    DirectionFromEulerHP(direction, 0.0f, 0.0f);
+    EXPECT_EQ(direction, vec3::UNIT_Z);
+    DirectionFromEulerHP(direction, 0.0f, 90.0f);
+    EXPECT_TRUE(IsNear(direction, -vec3::UNIT_Y));
+    DirectionFromEulerHP(direction, -120.0f, 40.0f);
+    float heading, pitch;
+    EulerHPFromDirection(direction, heading, pitch);
+    EXPECT_NEAR(heading, -120.0f, 1e-3f);
+    EXPECT_NEAR(pitch, 40.0f, 1e-3f);
+}
+
+TEST(Transforms, OrthographicProjectionMapsTheBox)
+{
+    mat4 m;
+    auto const depthOf = [&m](float depth) { return m.Row2().Dot(vec4(0.0f, 0.0f, depth, 1.0f)); };
+    GenerateProjectionOrthoMV(m, false, false, 2.0f, 6.0f, -1.0f, 3.0f, 5.0f, 9.0f);
+    EXPECT_EQ(m.Row0().Dot(vec4(2.0f, 0.0f, 0.0f, 1.0f)), -1.0f);
+    EXPECT_EQ(m.Row1().Dot(vec4(0.0f, 3.0f, 0.0f, 1.0f)), 1.0f);
+    EXPECT_EQ(depthOf(5.0f), -1.0f);
+    EXPECT_EQ(depthOf(9.0f), 1.0f);
+    GenerateProjectionOrthoMV(m, true, true, 2.0f, 6.0f, -1.0f, 3.0f, 5.0f, 9.0f);
+    EXPECT_EQ(m.Row2(), vec4(0.0f, 0.0f, -0.25f, -1.25f));
+    mat4 const kept = m;
+    mat4 transposed;
+    GenerateProjectionOrthoVM(transposed, true, true, 2.0f, 6.0f, -1.0f, 3.0f, 5.0f, 9.0f);
+    EXPECT_EQ(transposed, m.Transposed());
+    GenerateProjectionOrthoMV(m, true, true, 2.0f, 2.0f, -1.0f, 3.0f, 5.0f, 9.0f);
+    GenerateProjectionOrthoVM(m, true, true, 2.0f, 6.0f, -1.0f, 3.0f, 5.0f, 5.0f);
+    EXPECT_EQ(m, kept);
+}
+
+TEST(Transforms, AnglesAreRemappedWithTheirBoundaries)
+{
+    struct Remap
+    {
+        float angle, to180, to90;
+    };
+    Remap const remaps[] = {{0.0f, 0.0f, 0.0f},       {180.0f, 180.0f, 0.0f},   {-180.0f, -180.0f, 0.0f},
+                            {540.0f, 180.0f, 0.0f},   {-181.0f, 179.0f, 1.0f},  {181.0f, -179.0f, -1.0f},
+                            {90.0f, 90.0f, 90.0f},    {-90.0f, -90.0f, -90.0f}, {100.0f, 100.0f, 80.0f},
+                            {269.5f, -90.5f, -89.5f}, {270.0f, -90.0f, -90.0f}, {-90.5f, -90.5f, -89.5f},
+                            {359.5f, -0.5f, -0.5f},   {360.5f, 0.5f, 0.5f},     {-720.25f, -0.25f, -0.25f}};
+    for (Remap const &remap : remaps)
+    {
+        float angle = remap.angle;
+        RemapAngleTo180DegRange(angle);
+        EXPECT_EQ(angle, remap.to180) << remap.angle;
+        angle = remap.angle;
+        RemapAngleTo90DegRange(angle);
+        EXPECT_EQ(angle, remap.to90) << remap.angle;
+    }
+    float huge = 1e30f;
+    RemapAngleTo180DegRange(huge);
+    EXPECT_TRUE(std::isfinite(huge));
+}
+
+TEST(PowersOf2, RoundUpDownAndToTheNearest)
+{
+    struct Row
+    {
+        unsigned int n, up, down, closest;
+        bool is;
+    };
+    constexpr unsigned int top = 0x80000000u;
+    Row const rows[] = {{0, 1, 1, 1, false},
+                        {1, 1, 1, 1, true},
+                        {2, 2, 2, 2, true},
+                        {3, 4, 2, 4, false},
+                        {5, 8, 4, 4, false},
+                        {6, 8, 4, 8, false},
+                        {top - 1, top, top / 2, top, false},
+                        {top, top, top, top, true},
+                        {top + 1, top, top, top, false},
+                        {~0u, top, top, top, false}};
+    for (Row const &row : rows)
+    {
+        EXPECT_EQ(GEqualPowerOf2(row.n), row.up) << row.n;
+        EXPECT_EQ(LEqualPowerOf2(row.n), row.down) << row.n;
+        EXPECT_EQ(ClosestPowerOf2(row.n), row.closest) << row.n;
+        EXPECT_EQ(IsPowerOf2(row.n), row.is) << row.n;
+    }
+}
+
+} // namespace
+} // namespace quillmarsh
