@@ -11,6 +11,7 @@ namespace quillmarsh
 namespace math_details
 {
 
+/// Absolute value, in constant expressions too.
 constexpr float Absolute(float value)
 {
     return value < 0.0f ? -value : value;
@@ -188,6 +189,7 @@ public:
         float const length = Length();
         return length > 0.0f ? Self() * (1.0f / length) : T::INFINITY;
     }
+    /// Becomes `a` scaled to length 1.
     T &Unit(T const &a)
     {
         T &self = static_cast<T &>(*this);

@@ -22,13 +22,17 @@ namespace quillmarsh
 namespace math_constants
 {
 
+/// @name Numbers
+/// @{
 constexpr double Pi = 3.14159265358979323846;
 constexpr double PiOver180 = Pi / 180.0;
 constexpr double _180OverPi = 180.0 / Pi;
 constexpr double Log10_Of_2 = 0.30102999566398119521;
+/// @}
 
 /// The largest finite number; narrowed to float it is infinite.
 constexpr double PlusInfinity = std::numeric_limits<double>::max();
+/// The lowest finite number.
 constexpr double MinusInfinity = -PlusInfinity;
 
 /// @name Default tolerances

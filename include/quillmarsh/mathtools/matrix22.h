@@ -77,7 +77,9 @@ public:
 
     /// Copy with rows and columns exchanged.
     constexpr mat2 Transposed() const { return mat2(Column0(), Column1()); }
+    /// Sum of the diagonal.
     constexpr float Trace() const { return rows_[0].x + rows_[1].y; }
+    /// Factor by which the matrix scales areas or volumes.
     constexpr float Determinant() const;
 
     /// The adjugate of the source times the inverse of its determinant. It fails, and the object becomes IDENTITY, when

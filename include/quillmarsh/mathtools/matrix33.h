@@ -87,7 +87,9 @@ public:
 
     /// Copy with rows and columns exchanged.
     constexpr mat3 Transposed() const { return mat3(Column0(), Column1(), Column2()); }
+    /// Sum of the diagonal.
     constexpr float Trace() const { return rows_[0].x + rows_[1].y + rows_[2].z; }
+    /// Factor by which the matrix scales areas or volumes.
     constexpr float Determinant() const;
 
     /// The adjugate of the source divided by its determinant. It fails, and the object becomes IDENTITY, when the

@@ -102,7 +102,9 @@ public:
 
     /// Copy with rows and columns exchanged.
     constexpr mat4 Transposed() const { return mat4(Column0(), Column1(), Column2(), Column3()); }
+    /// Sum of the diagonal.
     constexpr float Trace() const { return rows_[0].x + rows_[1].y + rows_[2].z + rows_[3].w; }
+    /// Factor by which the matrix scales areas or volumes.
     constexpr float Determinant() const;
 
     /// By elimination, with the largest element of each column as its pivot. It fails, and the object becomes IDENTITY,
@@ -185,6 +187,7 @@ constexpr float mat4::Determinant() const
 namespace math_details
 {
 
+/// Component by index, 0 the first.
 template<unsigned int index>
 constexpr float Element(vec4 const &row)
 {

@@ -98,6 +98,7 @@ private:
 class QUILLMARSH_API NumberSequenceBoundOutputForm
 {
 public:
+    /// Kinds of numbers that can be bound.
     enum eValueType
     {
         e_valueTypeInt = 0,

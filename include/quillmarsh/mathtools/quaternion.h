@@ -60,6 +60,7 @@ public:
     friend constexpr quat operator*(quat const &a, quat const &b) { return Product(a, b); }
     /// @}
 
+    /// Dot product of all four components.
     constexpr float Dot(quat const &other) const { return x * other.x + y * other.y + z * other.z + w * other.w; }
     /// Sum of the squares of the components.
     constexpr float Norm() const { return Dot(*this); }

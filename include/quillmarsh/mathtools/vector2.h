@@ -44,6 +44,7 @@ public:
     constexpr operator float const *() const { return ToPtr(); }
     /// @}
 
+    /// Dot product.
     constexpr float Dot(vec2 const &other) const { return x * other.x + y * other.y; }
 
     /// @name Absolute values of the components

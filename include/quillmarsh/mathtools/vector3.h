@@ -42,6 +42,7 @@ public:
     constexpr operator float const *() const { return ToPtr(); }
     /// @}
 
+    /// Dot product.
     constexpr float Dot(vec3 const &other) const { return x * other.x + y * other.y + z * other.z; }
 
     /// @name Absolute values of the components

@@ -44,6 +44,7 @@ public:
     constexpr operator float const *() const { return ToPtr(); }
     /// @}
 
+    /// Dot product.
     constexpr float Dot(vec4 const &other) const { return x * other.x + y * other.y + z * other.z + w * other.w; }
 
     /// @name Homogeneous divide
