@@ -62,12 +62,12 @@ private:
     HostConsole console_;
     Failures failures_;
     HostKernel kernel_;
+    /// What the signals' thread uses stands ahead of it.
+    std::mutex terminalMutex_;
+    AutoPtr<Terminal> terminal_;
     /// Before the first thread, which the terminal or the script starts.
     system::SignalWatch signals_;
     StandardOutput standardOutput_;
-    /// Also used by the signals' thread.
-    std::mutex terminalMutex_;
-    AutoPtr<Terminal> terminal_;
     AutoPtr<LineSource> script_;
     AutoPtr<ConsoleLines> lines_;
 };
