@@ -2,7 +2,7 @@
 
 #include <quillmarsh/basetools/commandlineparser.h>
 #include <quillmarsh/basetools/texttools.h>
-#include <quillmarsh/framework/commands/commandtable.h>
+#include <quillmarsh/framework/commandtable.h>
 
 #include <ostream>
 

@@ -1,4 +1,5 @@
-"""Prints each include that goes from a room of the house up to a higher one: "FILE -> FOLDER"."""
+"""Prints each include that goes from a room of the house up to a higher one, unless docs/ARCHITECTURE.md has a line
+"- `FILE OR FOLDER` → `ROOM`: reason" for it; prints also those lines that no include needs."""
 import pathlib
 import re
 
@@ -15,7 +16,7 @@ def floor_of(path):
     return parts[0]
 
 
-def main():
+def upward_includes():
     for base in ("include/quillmarsh", "source"):
         for file in sorted(pathlib.Path(base).rglob("*")):
             if file.suffix not in (".h", ".cpp") or file.name == "quillmarsh.h":
@@ -25,7 +26,22 @@ def main():
             for included in re.findall(r'^\s*#\s*include\s*[<"](?:quillmarsh|source)/([^>"]+)[>"]', text, re.M):
                 other = floor_of(included)
                 if other in FLOORS and FLOORS.index(other) > FLOORS.index(room):
-                    print(f"{file} -> {other}")
+                    yield file.as_posix(), other
+
+
+def main():
+    text = pathlib.Path("docs/ARCHITECTURE.md").read_text(encoding="utf-8")
+    doors = re.findall(r"^- `([^`]+)` → `([^`]+)`: ", text, re.M)
+    used = set()
+    for file, room in upward_includes():
+        door = next((door for door in doors if door[1] == room and (file + "/").startswith(door[0] + "/")), None)
+        if door:
+            used.add(door)
+        else:
+            print(f"{file} goes up to {room} without a reason in docs/ARCHITECTURE.md")
+    for path, room in doors:
+        if (path, room) not in used:
+            print(f"docs/ARCHITECTURE.md: no include needs {path} → {room}")
 
 
 if __name__ == "__main__":

@@ -54,12 +54,12 @@
 #include <quillmarsh/dataobjects/volumebase.h>
 #include <quillmarsh/dataobjects/volumeio.h>
 #include <quillmarsh/framework/application.h>
-#include <quillmarsh/framework/commands/commandtable.h>
 #include <quillmarsh/framework/commands/crashcmd.h>
 #include <quillmarsh/framework/commands/exitcmd.h>
 #include <quillmarsh/framework/commands/frameworkcommands.h>
 #include <quillmarsh/framework/commands/profilercmd.h>
 #include <quillmarsh/framework/commands/variablecmd.h>
+#include <quillmarsh/framework/commandtable.h>
 #include <quillmarsh/framework/directinputproxy.h>
 #include <quillmarsh/framework/failuredesc.h>
 #include <quillmarsh/framework/frameobserver.h>

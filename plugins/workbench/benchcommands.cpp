@@ -1,7 +1,7 @@
 #include "benchcommands.h"
 
 #include <quillmarsh/basetools/commandlineparser.h>
-#include <quillmarsh/framework/commands/commandtable.h>
+#include <quillmarsh/framework/commandtable.h>
 
 #include <ostream>
 

@@ -2,7 +2,7 @@
 
 #include <quillmarsh/basetools/diagnostics.h>
 #include <quillmarsh/basetools/exception.h>
-#include <quillmarsh/framework/commands/commandtable.h>
+#include <quillmarsh/framework/commandtable.h>
 #include <quillmarsh/framework/kernelexecutionparams.h>
 
 namespace quillmarsh::framework_commands

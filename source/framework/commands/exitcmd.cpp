@@ -1,6 +1,6 @@
 #include <quillmarsh/framework/commands/exitcmd.h>
 
-#include <quillmarsh/framework/commands/commandtable.h>
+#include <quillmarsh/framework/commandtable.h>
 #include <quillmarsh/framework/kernel.h>
 #include <quillmarsh/framework/kernelexecutionparams.h>
 

@@ -3,7 +3,7 @@
 #include <quillmarsh/basetools/outputstream.h>
 #include <quillmarsh/basetools/profiler.h>
 #include <quillmarsh/basetools/texttools.h>
-#include <quillmarsh/framework/commands/commandtable.h>
+#include <quillmarsh/framework/commandtable.h>
 #include <quillmarsh/framework/kernel.h>
 
 namespace quillmarsh::framework_commands

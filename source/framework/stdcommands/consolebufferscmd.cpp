@@ -1,7 +1,7 @@
 #include <quillmarsh/framework/stdinternalcommands.h>
 
 #include <quillmarsh/basetools/consolebuffers.h>
-#include <quillmarsh/framework/commands/commandtable.h>
+#include <quillmarsh/framework/commandtable.h>
 
 namespace quillmarsh::std_command_interpreter
 {

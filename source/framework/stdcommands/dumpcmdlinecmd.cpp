@@ -2,7 +2,7 @@
 
 #include <quillmarsh/basetools/outputstream.h>
 #include <quillmarsh/basetools/texttools.h>
-#include <quillmarsh/framework/commands/commandtable.h>
+#include <quillmarsh/framework/commandtable.h>
 
 namespace quillmarsh::std_command_interpreter
 {

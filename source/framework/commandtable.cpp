@@ -1,4 +1,4 @@
-#include <quillmarsh/framework/commands/commandtable.h>
+#include <quillmarsh/framework/commandtable.h>
 
 #include <ostream>
 

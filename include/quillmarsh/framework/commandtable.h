@@ -1,6 +1,6 @@
 // A command's words, declared once: its help is printed from the same table that its parsing reads.
-#ifndef QUILLMARSH_FRAMEWORK_COMMANDS_COMMANDTABLE_H
-#define QUILLMARSH_FRAMEWORK_COMMANDS_COMMANDTABLE_H
+#ifndef QUILLMARSH_FRAMEWORK_COMMANDTABLE_H
+#define QUILLMARSH_FRAMEWORK_COMMANDTABLE_H
 
 #include <quillmarsh/basetools/commandlineparser.h>
 
