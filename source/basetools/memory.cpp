@@ -13,8 +13,8 @@ namespace
 
 thread_local bool s_isHandling = false;
 
-/// Throws for a failed request of a size, which is 0 when it is not known.
-[[noreturn]] void ThrowNoMemory(std::size_t size)
+/// Throws for a failed request of a size that may not be known.
+[[noreturn]] void ThrowNoMemory(std::size_t size, bool isSizeKnown)
 {
     // Making the message allocates. Where not even that can be had, the exception goes without it.
     if (s_isHandling)
@@ -25,13 +25,14 @@ thread_local bool s_isHandling = false;
         HandlingSentry() { s_isHandling = true; }
         ~HandlingSentry() { s_isHandling = false; }
     } const sentry;
-    string const amount = size == 0 ? string("an unknown number of") : std::to_string(size);
+    string const amount = isSizeKnown ? std::to_string(size) : string("an unknown number of");
     QUILLMARSH_THROW(NoMemoryException, "Failed to allocate " + amount + " bytes");
 }
 
 void HandleFailedNew()
 {
-    ThrowNoMemory(platform::GetFailedAllocationSize());
+    std::size_t const size = platform::GetFailedAllocationSize();
+    ThrowNoMemory(size, size != 0);
 }
 
 } // namespace
@@ -46,7 +47,7 @@ NewThrowsExceptionSentry::~NewThrowsExceptionSentry()
 
 int NewThrowsExceptionSentry::NewHandler(unsigned int size)
 {
-    ThrowNoMemory(size);
+    ThrowNoMemory(size, true);
 }
 
 AdaptiveBufferBase::AdaptiveBufferBase() = default;

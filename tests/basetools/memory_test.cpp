@@ -51,6 +51,7 @@ void OtherHandler()
 TEST(NewThrowsExceptionSentry, HandlerNamesTheSize)
 {
     EXPECT_EQ(MessageOf([]() -> void * { NewThrowsExceptionSentry::NewHandler(77); }), "Failed to allocate 77 bytes");
+    EXPECT_EQ(MessageOf([]() -> void * { NewThrowsExceptionSentry::NewHandler(0); }), "Failed to allocate 0 bytes");
 }
 
 TEST(NewThrowsExceptionSentry, FailedAllocationThrowsWhileItLives)
