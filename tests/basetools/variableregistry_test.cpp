@@ -26,6 +26,17 @@ private:
     string heard_;
 };
 
+/// Kind of a program's own that cannot be cloned.
+class Unclonable : public VariableProxy
+{
+public:
+    void SetValueFromString(string const &) override {}
+    string GetValueString() const override { return string(); }
+    VariableProxy *Clone() const override { return nullptr; }
+    string GetTargetTypeName() const override { return string(); }
+    string GetTargetObjectName() const override { return string(); }
+};
+
 class VariableProxyTest : public testing::Test
 {
 protected:
@@ -146,6 +157,7 @@ TEST_F(VariableProxyTest, RegistryKeepsClonesInOrderOfNames)
     EXPECT_EQ(registry.GetName(), "variables");
     VariableProxyInt proxy(&first, "b");
     EXPECT_TRUE(registry.RegisterVariable(proxy));
+    EXPECT_FALSE(registry.RegisterVariable(Unclonable()));
     EXPECT_FALSE(registry.RegisterVariable(VariableProxyInt(&second, "b")));
     proxy.SetName("later");
     EXPECT_TRUE(registry.RegisterVariable(VariableProxyInt(&second, "a")));

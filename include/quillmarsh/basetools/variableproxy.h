@@ -60,7 +60,8 @@ public:
     /// @}
 
 protected:
-    VariableProxy(string const &name, string const &description, bool developerModeOnly, Observer *observer);
+    explicit VariableProxy(string const &name = string(), string const &description = string(),
+                           bool developerModeOnly = false, Observer *observer = nullptr);
     VariableProxy(VariableProxy const &);
     VariableProxy &operator=(VariableProxy const &);
 
@@ -109,8 +110,8 @@ public:
     }
 
 protected:
-    TVariableProxy(T *target, string const &name, string const &description, bool developerModeOnly,
-                   VariableProxy::Observer *observer)
+    explicit TVariableProxy(T *target = nullptr, string const &name = string(), string const &description = string(),
+                            bool developerModeOnly = false, VariableProxy::Observer *observer = nullptr)
         : VariableProxy(name, description, developerModeOnly, observer),
           target_(target)
     {
@@ -156,8 +157,9 @@ public:
     }
 
 protected:
-    TVariableProxyRangeChecked(T *target, T minimum, T maximum, string const &name, string const &description,
-                               bool developerModeOnly, VariableProxy::Observer *observer)
+    explicit TVariableProxyRangeChecked(T *target = nullptr, T minimum = {}, T maximum = {},
+                                        string const &name = string(), string const &description = string(),
+                                        bool developerModeOnly = false, VariableProxy::Observer *observer = nullptr)
         : TVariableProxy<T>(target, name, description, developerModeOnly, observer),
           minimum_(minimum),
           maximum_(maximum)
