@@ -72,18 +72,18 @@ path FindDataFile(string const &fileName)
 
 bool MayReplaceFile(string const &fileName, bool overwrite)
 {
-    if (!file_system::FileExists(fileName))
-        return true;
-    if (!overwrite)
-        return false;
+    // Looked up as it is: a name that FileExists takes for a pattern can be that of a file.
     switch (TypeOfEntry(MakePath(fileName)))
     {
+    case file_type::none:
+    case file_type::not_found:
+        return true;
     case file_type::regular:
     case file_type::character:
     case file_type::block:
-        return true;
+        return overwrite;
     default:
-        return file_system::DeleteFileA(fileName);
+        return overwrite && file_system::DeleteFileA(fileName);
     }
 }
 

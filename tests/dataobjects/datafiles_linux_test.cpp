@@ -83,6 +83,13 @@ TEST_F(DataFiles, OldFileStaysWhenTheDiskIsFull)
     EXPECT_TRUE(std::filesystem::is_character_file("/dev/full"));
 }
 
+TEST_F(DataFiles, NamesThatLookLikePatternsAreNotReplacedUnasked)
+{
+    string const name = directory_.Write("a*b", "old");
+    EXPECT_FALSE(SaveSignal(signal_, name, "QMDP"));
+    EXPECT_EQ(tests::ReadFile(name), "old");
+}
+
 TEST_F(DataFiles, PipesAreNoDataFiles)
 {
     string const name = directory_ / "pipe";
