@@ -115,10 +115,6 @@ public:
     void NotifyVSyncUpdate() override;
 
 private:
-    class HostProfiler : public FrameworkProfiler
-    {
-    };
-
     struct Request
     {
         enum class eKind
@@ -162,7 +158,7 @@ private:
     FramePacer::Clock::time_point frameStart_;
     double frameTimeDelta_ = 0;
 
-    HostProfiler profiler_;
+    FrameworkProfiler profiler_;
     VariableRegistry variables_;
     ObserverList<FrameObserver> frameObservers_;
     ObserverList<ReconfigObserver> reconfigObservers_;

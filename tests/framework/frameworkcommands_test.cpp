@@ -180,9 +180,6 @@ TEST_F(FrameworkCommands, ProfilerSamplesACleanPeriod)
 
 TEST(FrameworkProfiler, SentriesNeedAnEnabledProfiler)
 {
-    class HostProfiler : public FrameworkProfiler
-    {
-    };
     auto const runFrame = []
     {
         QUILLMARSH_PROFILE_ITERATION();
@@ -195,7 +192,7 @@ TEST(FrameworkProfiler, SentriesNeedAnEnabledProfiler)
     runFrame();
     ScriptedDialogs dialogs;
     {
-        HostProfiler profiler;
+        FrameworkProfiler profiler;
         EXPECT_EQ(&FrameworkProfiler::Instance(), &profiler);
         runFrame();
         EXPECT_EQ(profiler.GetRootNode().GetNumChildren(), 0u);
@@ -211,7 +208,7 @@ TEST(FrameworkProfiler, SentriesNeedAnEnabledProfiler)
         }
         EXPECT_EQ(profiler.GetIterationCount(), 1u);
         {
-            HostProfiler const second;
+            FrameworkProfiler const second;
         }
         EXPECT_EQ(dialogs.TakeTexts(), std::vector<string>{"FrameworkProfiler singleton already created."});
         static_cast<void>(FrameworkProfiler::InstancePtr());

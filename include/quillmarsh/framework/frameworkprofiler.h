@@ -7,10 +7,15 @@
 namespace quillmarsh
 {
 
-/// The profiler of the frame loop, a singleton that the host derives and creates. It belongs to the frame thread.
+/// The profiler of the frame loop, a singleton that the host creates. It belongs to the frame thread.
 class QUILLMARSH_API FrameworkProfiler : public Profiler
 {
 public:
+    /// Asserts "FrameworkProfiler singleton already created." when there is one.
+    FrameworkProfiler();
+    /// Asserts "Destructing non-existent FrameworkProfiler singleton." when there is none.
+    ~FrameworkProfiler() override;
+
     /// The profiler. Asserts "FrameworkProfiler singleton is not created." when there is none.
     static FrameworkProfiler &Instance();
     /// The same, null when there is none and the assertion is ignored.
@@ -20,12 +25,6 @@ public:
     {
         return s_pInstanceProfiler && s_pInstanceProfiler->IsEnabled() ? s_pInstanceProfiler : nullptr;
     }
-
-protected:
-    /// Asserts "FrameworkProfiler singleton already created." when there is one.
-    FrameworkProfiler();
-    /// Asserts "Destructing non-existent FrameworkProfiler singleton." when there is none.
-    ~FrameworkProfiler() override;
 
 private:
     static FrameworkProfiler *s_pInstanceProfiler;
