@@ -43,7 +43,7 @@ public:
     void SetShortDesc(string const &desc);
     string const &GetShortDesc() const { return shortDesc_; }
 
-    /// A command for developers is refused, and not listed, outside the developer mode.
+    /// A command for developers is listed in every mode, and refused outside the developer mode.
     void SetDeveloperModeOnly(bool developerModeOnly);
     bool IsDeveloperModeOnly() const { return developerModeOnly_; }
 
