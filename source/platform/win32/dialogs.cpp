@@ -2,6 +2,8 @@
 
 #include "source/platform/win32/windows.h"
 
+#include <iostream>
+
 namespace quillmarsh::platform
 {
 namespace
@@ -40,6 +42,8 @@ eDialogAnswer PresentSystemDialog(DialogRequest const &request)
     case IDIGNORE:
         return eDialogAnswer::e_ignore;
     default:
+        // No desktop to show it on.
+        std::cerr << request.title << '\n' << request.text << std::endl;
         return request.defaultAnswer;
     }
 }
