@@ -21,6 +21,13 @@ namespace quillmarsh::host::system
 void PrepareStandardStreams()
 {
     std::signal(SIGPIPE, SIG_IGN);
+    // A number that the parent left closed would go to the first file opened here, which would then be taken for the
+    // standard stream. Each of them only reads, so that writing still fails.
+    for (int descriptor : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO})
+    {
+        if (fcntl(descriptor, F_GETFD) < 0 && errno == EBADF)
+            static_cast<void>(open("/dev/null", O_RDONLY));
+    }
 }
 
 bool IsInputTerminal()
