@@ -32,7 +32,9 @@ bool WaitCmd::ParseAndExecute(ostream &out, CommandLineParser const &parser, str
     if (parser.GetNumArguments() > 0)
     {
         CommandLineParser::Argument const &argument = parser.GetArgument(0);
-        if (argument != CommandLineParser::e_string || !ToValue(argument.String(), numFrames))
+        // The conversion would take a minus, and a "-1" would wait for years.
+        if (argument != CommandLineParser::e_string || argument.String().starts_with('-') ||
+            !ToValue(argument.String(), numFrames))
         {
             out << "Not a number of frames: " << argument.MakeFullString() << std::endl;
             return false;
