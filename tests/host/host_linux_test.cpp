@@ -194,6 +194,7 @@ TEST(Host, RunsScriptsLineByLine)
 
     EXPECT_EQ(0, RunHost({}, "exit\nfrobnicate\n").status);
     EXPECT_EQ(1, RunHost({}, "wait x\n").status);
+    EXPECT_EQ(1, RunHost({}, "wait -1\n").status);
     EXPECT_EQ(1, RunHost({}, string("\0\xff'unclosed\n", 12) + string(1 << 20, 'x') + "\n").status);
 }
 
