@@ -208,34 +208,23 @@ TEST(CommandLineParser, ConvertsValuesOrTakesTheDefault)
 {
     CommandLineParser parser;
     ASSERT_TRUE(parser.Parse("foo -i=-3 -u=7 -d=2.5e3 -b=ON -p=0x1f -bad=7x -empty= -text", true));
-
-    int integer = 0;
-    EXPECT_TRUE(parser.ExtractArgumentInteger("i", integer, 9));
-    EXPECT_EQ(integer, -3);
-    EXPECT_FALSE(parser.ExtractArgumentInteger("bad", integer, 9));
-    EXPECT_EQ(integer, 9);
-    EXPECT_FALSE(parser.ExtractArgumentInteger("text", integer, 8));
-    EXPECT_EQ(integer, 8);
-
-    unsigned int uInteger = 0;
-    EXPECT_TRUE(parser.ExtractArgumentUInteger("u", uInteger, 9));
-    EXPECT_EQ(uInteger, 7u);
-    EXPECT_FALSE(parser.ExtractArgumentUInteger("empty", uInteger, 9));
-    EXPECT_EQ(uInteger, 9u);
-
-    double real = 0;
-    EXPECT_TRUE(parser.ExtractArgumentDouble("d", real, 1));
-    EXPECT_EQ(real, 2500);
-    bool boolean = false;
-    EXPECT_TRUE(parser.ExtractArgumentBool("b", boolean, false));
-    EXPECT_TRUE(boolean);
-    EXPECT_FALSE(parser.ExtractArgumentBool("u", boolean, false));
-    EXPECT_FALSE(boolean);
-    void *pointer = nullptr;
-    EXPECT_TRUE(parser.ExtractArgumentPointer("p", pointer, &parser));
-    EXPECT_EQ(pointer, reinterpret_cast<void *>(0x1f));
-    EXPECT_FALSE(parser.ExtractArgumentPointer("none", pointer, &parser));
-    EXPECT_EQ(pointer, &parser);
+    auto const check = [&parser]<typename T>(auto extract, char const *name, T defaultValue, bool succeeds, T wanted)
+    {
+        T value = T();
+        EXPECT_EQ((parser.*extract)(name, value, defaultValue), succeeds) << name;
+        EXPECT_EQ(value, wanted) << name;
+    };
+    check(&CommandLineParser::ExtractArgumentInteger, "i", 9, true, -3);
+    check(&CommandLineParser::ExtractArgumentInteger, "bad", 9, false, 9);
+    check(&CommandLineParser::ExtractArgumentInteger, "text", 8, false, 8);
+    check(&CommandLineParser::ExtractArgumentUInteger, "u", 9u, true, 7u);
+    check(&CommandLineParser::ExtractArgumentUInteger, "empty", 9u, false, 9u);
+    check(&CommandLineParser::ExtractArgumentDouble, "d", 1.0, true, 2500.0);
+    check(&CommandLineParser::ExtractArgumentBool, "b", false, true, true);
+    check(&CommandLineParser::ExtractArgumentBool, "u", true, false, true);
+    void *const other = &parser;
+    check(&CommandLineParser::ExtractArgumentPointer, "p", other, true, reinterpret_cast<void *>(0x1f));
+    check(&CommandLineParser::ExtractArgumentPointer, "none", other, false, other);
 }
 
 TEST(CommandLineParser, CutsPackedValues)

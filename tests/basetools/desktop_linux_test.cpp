@@ -43,28 +43,5 @@ TEST(PlatformInfo, DesktopIsReadAndTheProgramNotDisturbed)
     EXPECT_EQ(std::signal(SIGINT, handler), SIG_IGN);
 }
 
-class Component final : public IUnknown
-{
-public:
-    int QueryInterface(_GUID const &, void **) override { return -1; }
-    unsigned int AddRef() override { return ++numReferences; }
-    unsigned int Release() override { return --numReferences; }
-
-    unsigned int numReferences = 1;
-};
-
-TEST(WinUtils, ComponentIsReleasedAtTheEndOfTheScope)
-{
-    win_utils::COMGuard const components;
-    EXPECT_TRUE(components.IsInitialized());
-    Component component;
-    component.AddRef();
-    {
-        win_utils::AutoCleanupIUnknown const owner(&component);
-        win_utils::AutoCleanupIUnknown const nobody;
-    }
-    EXPECT_EQ(component.numReferences, 1u);
-}
-
 } // namespace
 } // namespace quillmarsh::platform_info

@@ -9,29 +9,6 @@ namespace quillmarsh
 namespace
 {
 
-TEST(NamedParameter, TypeFollowsTheValue)
-{
-    NamedParameter parameter;
-    EXPECT_EQ(parameter.GetName(), "");
-    EXPECT_EQ(parameter.GetValueType(), NamedParameter::e_none);
-
-    int target = 0;
-    EXPECT_EQ(NamedParameter("n", &target).GetValuePointer(), &target);
-    EXPECT_TRUE(NamedParameter("n", true).GetValueBool());
-    EXPECT_EQ(NamedParameter("n", -1).GetValueInteger(), -1);
-    EXPECT_EQ(NamedParameter("n", 1u).GetValueUInteger(), 1u);
-    EXPECT_EQ(NamedParameter("n", 0.5).GetValueDouble(), 0.5);
-    EXPECT_EQ(NamedParameter("n", "text").GetValueString(), "text");
-
-    parameter.SetValue("text");
-    EXPECT_EQ(parameter.GetValueType(), NamedParameter::e_string);
-    parameter.SetValueInteger(7);
-    EXPECT_EQ(parameter.GetValueType(), NamedParameter::e_integer);
-    int value = 0;
-    parameter.GetValue(value);
-    EXPECT_EQ(value, 7);
-}
-
 TEST(NamedParameter, WrongTypeAssertsAndReadsTheSameBits)
 {
     NamedParameter parameter("size", "text");

@@ -175,14 +175,5 @@ TEST(Serializer, SentriesRestoreInReverse)
     EXPECT_FALSE(IsOutputStreamByteOrderBigEndian());
 }
 
-TEST(Serializer, FlippingTwiceIsNothing)
-{
-    double value = 0.1;
-    FlipByteOrder(value);
-    EXPECT_NE(value, 0.1);
-    FlipByteOrderN(reinterpret_cast<unsigned char *>(&value), sizeof(value));
-    EXPECT_EQ(value, 0.1);
-}
-
 } // namespace
 } // namespace quillmarsh

@@ -56,12 +56,6 @@ TEST(Color4b, LiesInMemoryFromBlueToAlpha)
     EXPECT_TRUE(word != color4b(1, 2, 3, 5));
 }
 
-TEST(WinUtils, DrawingLibraryTakesColoursAsAlphaRedGreenBlue)
-{
-    EXPECT_EQ(GdiplusConvertColor(color4b(1, 2, 3, 4)), 0x04010203u);
-    EXPECT_TRUE(GdiplusConvertColor(0x04010203u) == color4b(1, 2, 3, 4));
-}
-
 TEST(WinUtils, SystemColoursAreOpaqueAndTextCanBeRead)
 {
     for (int i = 0; i <= static_cast<int>(eSystemColor::e_infoText); ++i)
