@@ -116,26 +116,17 @@ TEST(ControlledOutputStream, FeedsEachTargetOnceAtAFlush)
     EXPECT_EQ(first.str(), "ab\ne");
 }
 
-TEST(ControlledOutputStream, FlushesAtItsEnd)
-{
-    std::ostringstream target;
-    {
-        ControlledOutputStream out;
-        out.AddOutputTarget(target);
-        out << "rest";
-    }
-    EXPECT_EQ(target.str(), "rest");
-}
-
-TEST(ControlledOutputStream, PassesTheTypeOnBetweenTexts)
+TEST(ControlledOutputStream, PassesTheTypeOnBetweenTextsAndFlushesAtItsEnd)
 {
     TypeRecorder typed;
     std::ostringstream plain;
-    ControlledOutputStream out;
-    out << e_error << "dropped" << std::flush;
-    out.AddOutputTarget(plain);
-    out.AddOutputTarget(typed);
-    out << "a" << e_error << "b" << e_info << std::flush;
+    {
+        ControlledOutputStream out;
+        out << e_error << "dropped" << std::flush;
+        out.AddOutputTarget(plain);
+        out.AddOutputTarget(typed);
+        out << "a" << e_error << "b" << e_info;
+    }
     EXPECT_EQ(typed.GetText(), "a<2>b<0>");
     EXPECT_EQ(plain.str(), "ab");
 }
