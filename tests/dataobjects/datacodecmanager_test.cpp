@@ -1,9 +1,9 @@
 #include <quillmarsh/dataobjects/datacodecmanager.h>
 
+#include "tests/support/failures.h"
 #include "tests/support/package_bytes.h"
 #include "tests/support/scratch_directory.h"
 #include "tests/support/scripted_dialogs.h"
-#include <quillmarsh/basetools/exception.h>
 #include <quillmarsh/dataobjects/datapackage.h>
 #include <quillmarsh/dataobjects/sampletransfer.h>
 
@@ -16,6 +16,7 @@ namespace quillmarsh
 namespace
 {
 
+using tests::MessageOf;
 using tests::PackageBytes;
 using Texts = std::vector<string>;
 
@@ -65,19 +66,6 @@ private:
     void *data_;
 };
 
-string UsageFailureOf(auto const &action)
-{
-    try
-    {
-        action();
-    }
-    catch (InvalidUsageException const &exception)
-    {
-        return exception.GetMessage();
-    }
-    return "";
-}
-
 TEST(DataCodecManager, TriesCodecsInTheirOrderUntilOneAccepts)
 {
     tests::ScratchDirectory const directory;
@@ -118,8 +106,9 @@ TEST(DataCodecManager, TriesCodecsInTheirOrderUntilOneAccepts)
     EXPECT_EQ(log, Texts{});
     // A missing file is looked for before the category.
     EXPECT_EQ(manager.LoadData(77, directory / "missing", nullptr), nullptr);
-    EXPECT_EQ(UsageFailureOf([&] { manager.LoadData(77, file, nullptr); }), "Loading unregistered data-category data.");
-    EXPECT_EQ(UsageFailureOf([&] { manager.SaveData(77, &datum, "file", "any", nullptr); }),
+    EXPECT_EQ(MessageOf<InvalidUsageException>([&] { manager.LoadData(77, file, nullptr); }),
+              "Loading unregistered data-category data.");
+    EXPECT_EQ(MessageOf<InvalidUsageException>([&] { manager.SaveData(77, &datum, "file", "any", nullptr); }),
               "Saving unregistered data-category data.");
 }
 
@@ -129,15 +118,18 @@ TEST(DataCodecManager, OwnsTheCodecsThatItAccepted)
     {
         DataCodecManager manager;
         LoggingEncoder onStack("stack", log);
-        EXPECT_EQ(UsageFailureOf([&] { manager.RegisterEncoder(&onStack); }), "Encoder is not created on heap: stack");
+        EXPECT_EQ(MessageOf<InvalidUsageException>([&] { manager.RegisterEncoder(&onStack); }),
+                  "Encoder is not created on heap: stack");
         auto refused = std::make_unique<LoggingEncoder>("a", log);
-        EXPECT_EQ(UsageFailureOf([&] { manager.RegisterEncoder(refused.get()); }),
+        EXPECT_EQ(MessageOf<InvalidUsageException>([&] { manager.RegisterEncoder(refused.get()); }),
                   "Encoder category is not registered: a");
         manager.RegisterDataCategory(s_category);
         manager.RegisterEncoder(new LoggingEncoder("a", log));
-        EXPECT_EQ(UsageFailureOf([&] { manager.RegisterEncoder(refused.get()); }), "Encoder is already registered: a");
+        EXPECT_EQ(MessageOf<InvalidUsageException>([&] { manager.RegisterEncoder(refused.get()); }),
+                  "Encoder is already registered: a");
         LoggingDecoder decoder("d", log);
-        EXPECT_EQ(UsageFailureOf([&] { manager.RegisterDecoder(&decoder); }), "Decoder is not created on heap: d");
+        EXPECT_EQ(MessageOf<InvalidUsageException>([&] { manager.RegisterDecoder(&decoder); }),
+                  "Decoder is not created on heap: d");
 
         manager.RegisterEncoder(new LoggingEncoder("b", log));
         manager.RegisterEncoder(new LoggingEncoder("c", log));

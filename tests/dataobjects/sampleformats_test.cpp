@@ -31,15 +31,6 @@ TEST(SampleFormats, NamesGoBothWaysAndFoldCase)
         EXPECT_EQ(MapSampleFormatToName(nameless), "unknown") << nameless;
 }
 
-TEST(SampleFormats, CodesComeApartIntoSizeAndLayout)
-{
-    EXPECT_EQ(ExtractByteSize(0xFF123456), 255u);
-    EXPECT_EQ(ExtractComponentLayout(0xFF123456), 0x123456u);
-    EXPECT_EQ(UnknownSampleFormat(12), 0x0C000000u);
-    static_assert(sizeof(Sample8) == 1 && sizeof(Sample16) == 2 && sizeof(Sample24) == 3 && sizeof(Sample32) == 4 &&
-                  sizeof(Sample48) == 6 && sizeof(Sample64) == 8 && sizeof(Sample96) == 12 && sizeof(Sample128) == 16);
-}
-
 TEST(SampleFormats, PackedFieldsKeepToTheirBits)
 {
     PackedSample_UShort4444 nibbles{0x1234};

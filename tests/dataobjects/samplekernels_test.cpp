@@ -80,18 +80,13 @@ Bytes RandomBytes(std::size_t size)
     return bytes;
 }
 
-void Borrow(SignalBaseFromExternalStorageAdapter &adapter, unsigned char *samples, unsigned int numSamples)
-{
-    adapter.SetExternalStorage(samples, numSamples);
-}
-
 /// Runs a copy between two places of one block; what lies around the destination has to stay as it is.
 Bytes RunWithin(Bytes block, Pair const &pair, Copy const &copy, unsigned int count, std::size_t dstAt,
                 std::size_t srcAt)
 {
     SignalBaseFromExternalStorageAdapter dst(pair.dst), src(pair.src);
-    Borrow(dst, block.data() + dstAt, count);
-    Borrow(src, block.data() + srcAt, count);
+    dst.SetExternalStorage(block.data() + dstAt, count);
+    src.SetExternalStorage(block.data() + srcAt, count);
     copy(dst, src);
     return block;
 }
@@ -112,7 +107,7 @@ protected:
     {
         SignalBaseFromExternalStorageAdapter src(pair.src);
         auto const count = static_cast<unsigned int>(source.size() / sample_formats::ExtractByteSize(pair.src));
-        Borrow(src, source.data(), count);
+        src.SetExternalStorage(source.data(), count);
         AutoPtr<SignalBase> const expected(ManufactureSignal(pair.dst, count));
         AutoPtr<SignalBase> const actual(ManufactureSignal(pair.dst, count));
         std::fill_n(expected->GetSamplesB(), expected->GetTotalByteSize(), 0xA5);

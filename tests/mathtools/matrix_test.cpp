@@ -1,6 +1,6 @@
-#include <quillmarsh/basetools/exception.h>
 #include <quillmarsh/mathtools/matrix44.h>
 
+#include "tests/support/failures.h"
 #include "tests/support/math_values.h"
 
 namespace quillmarsh
@@ -105,15 +105,15 @@ TYPED_TEST(EveryMatrix, UninvertibleGivesIdentityOrThrows)
     T m = T::ZERO;
     EXPECT_EQ(m.Invert(nullptr), T::IDENTITY);
     m = T::ZERO;
-    try
-    {
-        m.InvertE();
-        FAIL();
-    }
-    catch (MatrixNotInvertibleException const &exception)
-    {
-        EXPECT_EQ(exception.GetMessage(), "Uninvertible matrix.");
-    }
+    EXPECT_EQ(tests::MessageOf<MatrixNotInvertibleException>([&] { m.InvertE(); }), "Uninvertible matrix.");
+}
+
+template<typename T>
+bool IsUninvertible(T const &matrix)
+{
+    bool failed = false;
+    static_cast<void>(matrix.Inverse(&failed));
+    return failed;
 }
 
 TEST(Matrix, BoundariesOfInversionDiffer)
@@ -121,25 +121,13 @@ TEST(Matrix, BoundariesOfInversionDiffer)
     float const boundary = 1e-6f;
     float const below = std::nextafter(boundary, 0.0f);
     float const above = std::nextafter(boundary, 1.0f);
-    auto const fails2 = [](float d)
-    {
-        bool failed = false;
-        static_cast<void>(mat2(d, 0.0f, 0.0f, -1.0f).Inverse(&failed));
-        return failed;
-    };
-    auto const fails3 = [](float d)
-    {
-        bool failed = false;
-        static_cast<void>(mat3(d, 0.0f, 0.0f, 0.0f, 1.0f, 0.0f, 0.0f, 0.0f, 1.0f).Inverse(&failed));
-        return failed;
-    };
+    auto const fails2 = [](float d) { return IsUninvertible(mat2(d, 0.0f, 0.0f, -1.0f)); };
+    auto const fails3 = [](float d) { return IsUninvertible(mat3(d, 0.0f, 0.0f, 0.0f, 1.0f, 0.0f, 0.0f, 0.0f, 1.0f)); };
     auto const fails4 = [](float d)
     {
         mat4 m = mat4::IDENTITY;
         m[2][2] = -d;
-        bool failed = false;
-        static_cast<void>(m.Inverse(&failed));
-        return failed;
+        return IsUninvertible(m);
     };
     EXPECT_FALSE(fails2(boundary));
     EXPECT_TRUE(fails2(below));

@@ -145,23 +145,20 @@ TEST(Transforms, EulerAnglesAtThePolesHaveNoRoll)
     // Both turns go about one axis there, and the first angle stands for both.
     Pole const poles[] = {{{50.0f, 90.0f, 20.0f}, {70.0f, 90.0f, 0.0f}},
                           {{50.0f, -90.0f, 20.0f}, {-30.0f, -90.0f, 0.0f}}};
-    for (Pole const &pole : poles)
-    {
-        mat4 m;
-        vec3 back;
-        GenerateEulerHPR_MV(m, pole.angles.x, pole.angles.y, pole.angles.z);
-        FactorEulerHPR_MV(m, back.x, back.y, back.z);
-        EXPECT_TRUE(IsNear(back, pole.hpr, 1e-4f));
-    }
     Pole const leftRight[] = {{{-90.0f, 50.0f, 20.0f}, {-90.0f, 70.0f, 0.0f}},
                               {{90.0f, 50.0f, 20.0f}, {90.0f, -30.0f, 0.0f}}};
-    for (Pole const &pole : leftRight)
+    for (std::size_t i = 0; i < std::size(poles); ++i)
     {
         mat4 m;
         vec3 back;
-        GenerateEulerPHR_MV(m, pole.angles.x, pole.angles.y, pole.angles.z);
+        vec3 angles = poles[i].angles;
+        GenerateEulerHPR_MV(m, angles.x, angles.y, angles.z);
+        FactorEulerHPR_MV(m, back.x, back.y, back.z);
+        EXPECT_TRUE(IsNear(back, poles[i].hpr, 1e-4f));
+        angles = leftRight[i].angles;
+        GenerateEulerPHR_MV(m, angles.x, angles.y, angles.z);
         FactorEulerPHR_MV(m, back.x, back.y, back.z);
-        EXPECT_TRUE(IsNear(back, pole.hpr, 1e-4f));
+        EXPECT_TRUE(IsNear(back, leftRight[i].hpr, 1e-4f));
     }
 }
 
