@@ -44,6 +44,8 @@ void PluginLibraryFile::FillImportTable(DLLImportTable &table)
 
 PluginLibraryRecord const &PluginLibraryFile::Open()
 {
+    if (system::IsLibraryFile(GetFileName()) && !system::IsCompleteLibraryFile(GetFileName()))
+        Refuse("the library is cut off: it loads more than the file holds.");
     if (!Load())
     {
         if (!system::IsLibraryFile(GetFileName()))

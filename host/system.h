@@ -30,6 +30,9 @@ char const *GetPluginExtension();
 
 /// Whether the file begins as the system's libraries do.
 bool IsLibraryFile(string const &fileName);
+/// False when a library is cut off: what it loads lies behind the end of the file, where a loader that maps it without
+/// a look would end the process.
+bool IsCompleteLibraryFile(string const &fileName);
 
 /// The system's cause of the last failed operation on a file.
 string GetLastFileError();

@@ -4,11 +4,14 @@
 #include <atomic>
 #include <cerrno>
 #include <csignal>
+#include <cstdint>
 #include <cstring>
 #include <fstream>
 #include <thread>
 
+#include <elf.h>
 #include <fcntl.h>
+#include <link.h>
 #include <poll.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
@@ -86,10 +89,30 @@ bool IsLibraryFile(string const &fileName)
     std::ifstream file(fileName, std::ios::binary);
     char head[4] = {};
     file.read(head, sizeof(head));
-    return std::memcmp(head,
-                       "\x7f"
-                       "ELF",
-                       sizeof(head)) == 0;
+    return file && std::memcmp(head, ELFMAG, SELFMAG) == 0;
+}
+
+bool IsCompleteLibraryFile(string const &fileName)
+{
+    std::ifstream file(fileName, std::ios::binary | std::ios::ate);
+    auto const fileSize = static_cast<std::uint64_t>(file.tellg());
+    ElfW(Ehdr) header{};
+    file.seekg(0);
+    file.read(reinterpret_cast<char *>(&header), sizeof(header));
+    // What this machine cannot load is told by the loader, which looks at no more than the header then.
+    if (file && header.e_phentsize != sizeof(ElfW(Phdr)))
+        return true;
+    for (unsigned int i = 0; file && i < header.e_phnum; ++i)
+    {
+        ElfW(Phdr) segment{};
+        file.seekg(static_cast<std::streamoff>(header.e_phoff + i * sizeof(segment)));
+        file.read(reinterpret_cast<char *>(&segment), sizeof(segment));
+        bool const isCutOff = segment.p_type == PT_LOAD &&
+                              (segment.p_offset > fileSize || segment.p_filesz > fileSize - segment.p_offset);
+        if (isCutOff)
+            return false;
+    }
+    return static_cast<bool>(file);
 }
 
 string GetLastFileError()

@@ -68,6 +68,12 @@ bool IsLibraryFile(string const &fileName)
     return std::memcmp(head, "MZ", sizeof(head)) == 0;
 }
 
+bool IsCompleteLibraryFile(string const &)
+{
+    // The system's loader looks by itself, and tells.
+    return true;
+}
+
 string GetLastFileError()
 {
     return std::strerror(errno);

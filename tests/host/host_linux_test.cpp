@@ -1,10 +1,12 @@
 #include "tests/support/host_process.h"
+#include "tests/support/scratch_directory.h"
 
 #include <quillmarsh/basetools/libraryinfo.h>
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <filesystem>
 #include <sstream>
 
 namespace quillmarsh::tests
@@ -128,6 +130,11 @@ TEST(Host, FailuresAreWalkedDownFromWhereTheyHappen)
 
 TEST(Host, RefusesMisfitPlugins)
 {
+    ScratchDirectory const scratch;
+    string const cutOff = scratch / "cut-off.so";
+    std::filesystem::copy_file(Plugin("empty"), cutOff);
+    std::filesystem::resize_file(cutOff, std::filesystem::file_size(cutOff) / 8);
+
     string const own = library_info::GetLibraryVersion().MakeString();
     struct Case
     {
@@ -139,6 +146,7 @@ TEST(Host, RefusesMisfitPlugins)
         {"template-that-is-not-there", "there is no such file in "},
         {QUILLMARSH_TEST_SOURCES "LICENSE", "it is not a library ("},
         {QUILLMARSH_TEST_SOURCES "host", "it is not a library ("},
+        {cutOff, "the library is cut off: "},
         {Plugin("dependent-plugin"), "quillmarsh-test-absent"},
         {Plugin("no-entry"), "it does not export QuillmarshGetPluginLibrary."},
         {Plugin("other-magic"), "is not the record of a plug-in library."},
