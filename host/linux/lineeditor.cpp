@@ -382,7 +382,9 @@ void LineEditor::EraseEditArea()
 
 platform::eDialogAnswer LineEditor::AskDialog(platform::DialogRequest const &request)
 {
-    Put((atLineStart_ ? "" : "\n") + FormatDialog(request));
+    if (!atLineStart_)
+        Put("\n");
+    Put(FormatDialog(request));
     termios present{};
     tcgetattr(STDIN_FILENO, &present);
     termios singleKeys = present;
