@@ -9,6 +9,7 @@
 #include <mutex>
 #include <set>
 #include <thread>
+#include <utility>
 #include <vector>
 
 namespace quillmarsh::platform
@@ -151,7 +152,7 @@ private:
         auto next = std::find_if(ready_.begin(), ready_.end(), [](TimerPointer const &each) { return each->isLong; });
         if (next == ready_.end())
             next = ready_.begin();
-        TimerPointer const timer = *next;
+        TimerPointer timer = std::move(*next);
         ready_.erase(next);
         return timer;
     }
