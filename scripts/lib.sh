@@ -47,7 +47,7 @@ build() {
       die "Configuring $preset failed."
     fi
   fi
-  if ! ninja -C "build/$preset" -n "${targets[@]}" </dev/null 2>/dev/null | grep -q 'no work to do'; then
+  if ninja -C "build/$preset" -n "${targets[@]}" </dev/null 2>/dev/null | grep -cE '\] (Building|Linking)' >/dev/null; then
     say "Building $preset."
   fi
   if ! ninja -C "build/$preset" -j "$jobs" "${targets[@]}" </dev/null >"$log" 2>&1; then
