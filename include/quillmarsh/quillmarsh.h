@@ -46,13 +46,16 @@
 #include <quillmarsh/dataobjects/datapackage.h>
 #include <quillmarsh/dataobjects/imagebase.h>
 #include <quillmarsh/dataobjects/imageio.h>
+#include <quillmarsh/dataobjects/imageoperations.h>
 #include <quillmarsh/dataobjects/sampleformats.h>
 #include <quillmarsh/dataobjects/sampleprocessors.h>
 #include <quillmarsh/dataobjects/sampletransfer.h>
 #include <quillmarsh/dataobjects/signalbase.h>
 #include <quillmarsh/dataobjects/signalio.h>
+#include <quillmarsh/dataobjects/signaloperations.h>
 #include <quillmarsh/dataobjects/volumebase.h>
 #include <quillmarsh/dataobjects/volumeio.h>
+#include <quillmarsh/dataobjects/volumeoperations.h>
 #include <quillmarsh/framework/application.h>
 #include <quillmarsh/framework/commands/crashcmd.h>
 #include <quillmarsh/framework/commands/exitcmd.h>
