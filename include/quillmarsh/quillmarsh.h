@@ -44,7 +44,9 @@
 #include <quillmarsh/dataobjects/datacodecparameters.h>
 #include <quillmarsh/dataobjects/datacodecs.h>
 #include <quillmarsh/dataobjects/datapackage.h>
+#include <quillmarsh/dataobjects/fontimages.h>
 #include <quillmarsh/dataobjects/imagebase.h>
+#include <quillmarsh/dataobjects/imagecodecs_gdiplus.h>
 #include <quillmarsh/dataobjects/imageio.h>
 #include <quillmarsh/dataobjects/imageoperations.h>
 #include <quillmarsh/dataobjects/sampleformats.h>
