@@ -5,6 +5,8 @@
 #include <quillmarsh/mathtools/matrix33.h>
 #include <quillmarsh/mathtools/vector4.h>
 
+#include <bit>
+#include <type_traits>
 #include <utility>
 
 namespace quillmarsh
@@ -138,6 +140,8 @@ public:
     static constexpr mat4 Product(mat4 const &a, mat4 const &b);
 
 private:
+    /// The product with four columns at a time: the same sums in the same order.
+    static mat4 ProductInLanes(mat4 const &a, mat4 const &b);
     static constexpr vec4 Extended(vec3 const &row) { return vec4(row.x, row.y, row.z, 0.0f); }
 
     vec4 rows_[4];
@@ -159,8 +163,23 @@ constexpr vec4 mat4::Column(unsigned int index) const
 
 constexpr mat4 mat4::Product(mat4 const &a, mat4 const &b)
 {
+    if (!std::is_constant_evaluated())
+        return ProductInLanes(a, b);
     auto const row = [&b](vec4 const &left)
     { return b.rows_[0] * left.x + b.rows_[1] * left.y + b.rows_[2] * left.z + b.rows_[3] * left.w; };
+    return mat4(row(a.rows_[0]), row(a.rows_[1]), row(a.rows_[2]), row(a.rows_[3]));
+}
+
+inline mat4 mat4::ProductInLanes(mat4 const &a, mat4 const &b)
+{
+    using Floats = float __attribute__((vector_size(16)));
+    auto const load = [](vec4 const &row) { return std::bit_cast<Floats>(row); };
+    Floats const b0 = load(b.rows_[0]);
+    Floats const b1 = load(b.rows_[1]);
+    Floats const b2 = load(b.rows_[2]);
+    Floats const b3 = load(b.rows_[3]);
+    auto const row = [&](vec4 const &left)
+    { return std::bit_cast<vec4>(b0 * left.x + b1 * left.y + b2 * left.z + b3 * left.w); };
     return mat4(row(a.rows_[0]), row(a.rows_[1]), row(a.rows_[2]), row(a.rows_[3]));
 }
 
