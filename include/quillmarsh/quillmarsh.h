@@ -65,13 +65,18 @@
 #include <quillmarsh/framework/commands/profilercmd.h>
 #include <quillmarsh/framework/commands/variablecmd.h>
 #include <quillmarsh/framework/commandtable.h>
+#include <quillmarsh/framework/directinputconfig.h>
+#include <quillmarsh/framework/directinputdeviceinfo.h>
 #include <quillmarsh/framework/directinputproxy.h>
 #include <quillmarsh/framework/failuredesc.h>
 #include <quillmarsh/framework/frameobserver.h>
 #include <quillmarsh/framework/framestatisticscollector.h>
 #include <quillmarsh/framework/frameworkprofiler.h>
 #include <quillmarsh/framework/genericextension.h>
+#include <quillmarsh/framework/hidcontroller.h>
 #include <quillmarsh/framework/hiddriver.h>
+#include <quillmarsh/framework/humaninterfacedevice.h>
+#include <quillmarsh/framework/humaninterfacedeviceinfo.h>
 #include <quillmarsh/framework/kernel.h>
 #include <quillmarsh/framework/kernelexecutionparams.h>
 #include <quillmarsh/framework/kernellevel.h>
@@ -82,6 +87,7 @@
 #include <quillmarsh/framework/plugindescriptors.h>
 #include <quillmarsh/framework/pluginlibrary.h>
 #include <quillmarsh/framework/reconfigobserver.h>
+#include <quillmarsh/framework/samplereadsentry.h>
 #include <quillmarsh/framework/stdcommandinterpreter.h>
 #include <quillmarsh/framework/stdinternalcommands.h>
 #include <quillmarsh/framework/videorenderer.h>

@@ -1,6 +1,8 @@
 #include <quillmarsh/framework/kernel.h>
 
 #include <quillmarsh/basetools/diagnostics.h>
+#include <quillmarsh/framework/directinputconfig.h>
+#include <quillmarsh/framework/humaninterfacedevice.h>
 
 namespace quillmarsh
 {
@@ -48,6 +50,39 @@ Application &Kernel::GetApplication()
     Application *const application = GetApplicationPtr();
     QUILLMARSH_ASSERT(application != nullptr, "No active application.");
     return *application;
+}
+
+void Kernel::RequestHIDReconfig(unsigned int code)
+{
+    DirectInputConfig config;
+    GetDirectInputConfig(config);
+    ApplyHIDReconfig(config, code);
+}
+
+unsigned int Kernel::GetNumHIDControllers(string const &interfaceName)
+{
+    unsigned int numFound = 0;
+    unsigned int const count = GetNumHumanInterfaceDevices();
+    for (unsigned int index = 0; index < count; index++)
+    {
+        HumanInterfaceDevice *const device = GetHumanInterfaceDevice(index);
+        if (device && device->FindController(interfaceName))
+            numFound++;
+    }
+    return numFound;
+}
+
+HIDController *Kernel::GetHIDController(string const &interfaceName, unsigned int index)
+{
+    unsigned int const count = GetNumHumanInterfaceDevices();
+    for (unsigned int deviceIndex = 0; deviceIndex < count; deviceIndex++)
+    {
+        HumanInterfaceDevice *const device = GetHumanInterfaceDevice(deviceIndex);
+        HIDController *const controller = device ? device->FindController(interfaceName) : nullptr;
+        if (controller && index-- == 0)
+            return controller;
+    }
+    return nullptr;
 }
 
 void Kernel::SetOutputStreams(ostream &conOut, ostream &logOut)

@@ -47,6 +47,9 @@ using ThreadFunction = unsigned int (*)(void *argument);
 HANDLE StartThread(ThreadFunction function, void *argument, unsigned int &threadId);
 unsigned int GetCurrentThreadNumber();
 void SleepMilliseconds(unsigned int milliseconds);
+/// Between the two, sleeps of the calling thread end as close to their time as the system can do it.
+void BeginPreciseSleep();
+void EndPreciseSleep();
 
 /// False for a level other than -15, -2 to 2 and 15, and where the system refuses.
 bool SetThreadPriorityLevel(HANDLE thread, int level);

@@ -12,12 +12,12 @@
 namespace quillmarsh
 {
 
-class DirectInputConfig;
 class HumanInterfaceDevice;
 class VideoConfig;
 class VideoProfile;
 class VideoRenderer;
 class vec2;
+struct DirectInputConfig;
 enum eKey : unsigned int;
 enum eMouseButton : unsigned int;
 

@@ -10,9 +10,9 @@ namespace quillmarsh
 
 class Application;
 class ConsoleBuffers;
-class DirectInputConfig;
 class FrameObserver;
 class GenericExtension;
+class HIDController;
 class HumanInterfaceDevice;
 class PluginInfo;
 class Profiler;
@@ -22,6 +22,7 @@ class VideoConfig;
 class VideoProfile;
 class VideoRenderer;
 class VideoRendererInfo;
+struct DirectInputConfig;
 struct KernelExecutionParams;
 struct KernelThreadInfo;
 
@@ -45,6 +46,19 @@ public:
 
     /// The application. Asserts "No active application." while there is none.
     Application &GetApplication();
+
+    /// @name Input devices
+    /// Names are those of HIDController::GetControllerInterfaceName. A device counts once, with its first controller of
+    /// that name.
+    /// @{
+
+    /// Applies the present configuration of the devices again. `code` reaches the application unchanged.
+    void RequestHIDReconfig(unsigned int code);
+    /// Number of devices that have such a controller.
+    unsigned int GetNumHIDControllers(string const &interfaceName);
+    /// Controller of one of them, by index; null past the end. Good until the devices are torn down.
+    HIDController *GetHIDController(string const &interfaceName, unsigned int index);
+    /// @}
 
     /// @name Execution
     /// @{

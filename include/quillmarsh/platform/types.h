@@ -44,6 +44,7 @@ using GUID = _GUID;
 #if defined(_WIN32)
 union _LARGE_INTEGER;
 struct _devicemodeA;
+struct DIDEVICEINSTANCEA;
 struct IUnknown;
 #else
 /// 64-bit integer that can be taken by halves.
@@ -96,6 +97,20 @@ struct _devicemodeA
     unsigned int dmReserved2;
     unsigned int dmPanningWidth;
     unsigned int dmPanningHeight;
+};
+
+/// Instance of an input device; a record of 580 bytes.
+struct DIDEVICEINSTANCEA
+{
+    unsigned int dwSize;
+    _GUID guidInstance;
+    _GUID guidProduct;
+    unsigned int dwDevType;
+    char tszInstanceName[260];
+    char tszProductName[260];
+    _GUID guidFFDriver;
+    unsigned short wUsagePage;
+    unsigned short wUsage;
 };
 
 /// Root interface of components that count their references.

@@ -7,6 +7,7 @@
 #include <cstdlib>
 #include <mutex>
 #include <pthread.h>
+#include <sys/prctl.h>
 #include <sys/resource.h>
 #include <thread>
 
@@ -307,6 +308,17 @@ void SleepMilliseconds(unsigned int milliseconds)
         std::this_thread::yield();
     else
         std::this_thread::sleep_for(std::chrono::milliseconds(milliseconds));
+}
+
+void BeginPreciseSleep()
+{
+    // The kernel may put a wake-up off for as many nanoseconds.
+    prctl(PR_SET_TIMERSLACK, 1UL);
+}
+
+void EndPreciseSleep()
+{
+    prctl(PR_SET_TIMERSLACK, 0UL);
 }
 
 bool SetThreadPriorityLevel(HANDLE thread, int level)

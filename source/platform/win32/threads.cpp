@@ -2,6 +2,7 @@
 
 #include "source/platform/win32/windows.h"
 
+#include <mmsystem.h>
 #include <process.h>
 
 namespace quillmarsh::platform
@@ -84,6 +85,16 @@ unsigned int GetCurrentThreadNumber()
 void SleepMilliseconds(unsigned int milliseconds)
 {
     Sleep(milliseconds);
+}
+
+void BeginPreciseSleep()
+{
+    timeBeginPeriod(1);
+}
+
+void EndPreciseSleep()
+{
+    timeEndPeriod(1);
 }
 
 bool SetThreadPriorityLevel(HANDLE thread, int level)
