@@ -58,6 +58,14 @@
 #include <quillmarsh/dataobjects/volumebase.h>
 #include <quillmarsh/dataobjects/volumeio.h>
 #include <quillmarsh/dataobjects/volumeoperations.h>
+#include <quillmarsh/devices/buttonstates.h>
+#include <quillmarsh/devices/gamecontroller.h>
+#include <quillmarsh/devices/glove.h>
+#include <quillmarsh/devices/keyboard.h>
+#include <quillmarsh/devices/mouse.h>
+#include <quillmarsh/devices/orientationtracker.h>
+#include <quillmarsh/devices/positiontracker.h>
+#include <quillmarsh/devices/staticgestures.h>
 #include <quillmarsh/framework/application.h>
 #include <quillmarsh/framework/commands/crashcmd.h>
 #include <quillmarsh/framework/commands/exitcmd.h>

@@ -1,0 +1,159 @@
+// Glove, the controller of a hand's flexure sensors.
+#ifndef QUILLMARSH_DEVICES_GLOVE_H
+#define QUILLMARSH_DEVICES_GLOVE_H
+
+#include <quillmarsh/framework/hidcontroller.h>
+
+namespace quillmarsh
+{
+
+/// Sensor of a data glove. Joints go from the palm outwards, abduction is between two neighbouring fingers.
+enum eGloveSensor : unsigned int
+{
+    WristYaw = 0,
+    WristPitch,
+    WristRoll,
+    AbductionThumbIndex,
+    AbductionIndexMiddle,
+    AbductionMiddleRing,
+    AbductionRingPinky,
+    ThumbRoll,
+    ThumbJointInner,
+    ThumbJointOuter,
+    IndexJointInner,
+    IndexJointMiddle,
+    IndexJointOuter,
+    MiddleJointInner,
+    MiddleJointMiddle,
+    MiddleJointOuter,
+    RingJointInner,
+    RingJointMiddle,
+    RingJointOuter,
+    PinkyJointInner,
+    PinkyJointMiddle,
+    PinkyJointOuter
+};
+
+/// Readings of a data glove, and their calibration.
+///
+/// A concrete glove writes raw values and flexures between PreSampleUpdate() and PostSampleUpdate(), and angles where it
+/// measures them. The range of flexures that each sensor has shown maps to normalized flexures from 0 to 1; while
+/// auto-calibration is active the range is learned with each sample. Read it, and calibrate it, under a sentry of its
+/// device.
+class QUILLMARSH_API Glove : public HIDController
+{
+public:
+    static constexpr unsigned int s_numSensors = 22;
+
+    ~Glove() override;
+
+    /// "Glove".
+    string GetControllerInterfaceName() const override;
+    void DumpControllerInfo(ostream &out, unsigned int tabs) const override;
+    /// Clears the readings; the calibration is kept.
+    void ResetInputReadings() override;
+    /// Without effect.
+    void PreSampleUpdate() override;
+    void PostSampleUpdate() override;
+    /// @name Without effect: readings are levels
+    /// @{
+    void OnBeginAsyncSampleRead() override;
+    void OnEndAsyncSampleRead() override;
+    /// @}
+
+    /// Name of a sensor, or "Unknown". Any thread.
+    static string GetSensorName(eGloveSensor sensor);
+
+    /// @name Capabilities
+    /// @{
+    bool IsLeftHanded() const { return isLeftHanded_; }
+    bool IsSupportedAngleMeasurement() const { return isAngleMeasurementSupported_; }
+    bool IsSupportedSensor(eGloveSensor sensor) const { return isSensorSupported_[sensor]; }
+    /// @}
+
+    /// @name Readings
+    /// @{
+
+    /// In degrees.
+    float GetAngle(eGloveSensor sensor) const { return angles_[sensor]; }
+    /// Outside of 0 to 1 for a flexure outside of the range that was learned or set.
+    float GetNormalizedFlexure(eGloveSensor sensor) const { return normalizedFlexures_[sensor]; }
+    float GetFlexure(eGloveSensor sensor) const { return flexures_[sensor]; }
+    float GetRawValue(eGloveSensor sensor) const { return rawValues_[sensor]; }
+
+    /// @}
+    /// @name Calibration of flexures
+    /// @{
+
+    /// With `reset` an activation forgets what was learned.
+    void ActivateFlexureAutoCalibration(bool activate, bool reset);
+    bool IsActiveFlexureAutoCalibration() const { return isFlexureAutoCalibrationActive_; }
+    /// Forgets the ranges of all sensors; the next sample opens them anew.
+    void ResetFlexureAutoCalibration();
+    /// A range is at once widened to the present flexure.
+    void SetMinFlexure(eGloveSensor sensor, float flexure);
+    /// See SetMinFlexure().
+    void SetMaxFlexure(eGloveSensor sensor, float flexure);
+    float GetMinFlexure(eGloveSensor sensor) const { return minFlexures_[sensor]; }
+    float GetMaxFlexure(eGloveSensor sensor) const { return maxFlexures_[sensor]; }
+    /// The normalized flexure of a sensor that has shown no range at all; 0.5 by default.
+    void SetEqualValueFlexureNormalization(eGloveSensor sensor, float value)
+    {
+        equalValueNormalizations_[sensor] = value;
+    }
+    float GetEqualValueFlexureNormalization(eGloveSensor sensor) const { return equalValueNormalizations_[sensor]; }
+    void SetDefaultEqualValueFlexureNormalizations();
+
+    /// @}
+    /// @name Map from flexures to angles
+    /// @{
+    void SetFlexureToAngleScale(eGloveSensor sensor, float scale) { flexureToAngleScales_[sensor] = scale; }
+    float GetFlexureToAngleScale(eGloveSensor sensor) const { return flexureToAngleScales_[sensor]; }
+    void SetFlexureToAngleBias(eGloveSensor sensor, float bias) { flexureToAngleBiases_[sensor] = bias; }
+    float GetFlexureToAngleBias(eGloveSensor sensor) const { return flexureToAngleBiases_[sensor]; }
+    /// Half a turn for the wrist, 40 degrees for abduction, 80 for joints.
+    void SetDefaultFlexureToAngleMaps();
+    /// @}
+
+protected:
+    Glove();
+
+    /// @name Capabilities
+    /// @{
+    void ReportHandedness(bool leftHanded) { isLeftHanded_ = leftHanded; }
+    void ReportHardwareCaps_Measurement(bool angles) { isAngleMeasurementSupported_ = angles; }
+    void ReportHardwareCaps_Sensor(eGloveSensor sensor, bool supported) { isSensorSupported_[sensor] = supported; }
+    /// @}
+
+    /// @name Writing of samples
+    /// @{
+    void SetAngle(eGloveSensor sensor, float angle) { angles_[sensor] = angle; }
+    void SetFlexure(eGloveSensor sensor, float flexure) { flexures_[sensor] = flexure; }
+    void SetRawValue(eGloveSensor sensor, float value) { rawValues_[sensor] = value; }
+    /// For hardware that does not measure angles; called behind the writing of flexures.
+    void DeriveAnglesFromFlexures();
+    /// @}
+
+private:
+    void UpdateFlexureNormalizer(unsigned int sensor);
+    void CalculateNormalizedFlexures();
+
+    bool isLeftHanded_;
+    bool isAngleMeasurementSupported_;
+    bool isSensorSupported_[s_numSensors];
+    bool isFlexureAutoCalibrationActive_;
+    float flexureToAngleScales_[s_numSensors];
+    float flexureToAngleBiases_[s_numSensors];
+    float angles_[s_numSensors];
+    float normalizedFlexures_[s_numSensors];
+    float flexures_[s_numSensors];
+    float rawValues_[s_numSensors];
+    float equalValueNormalizations_[s_numSensors];
+    float minFlexures_[s_numSensors];
+    float maxFlexures_[s_numSensors];
+    float flexureNormalizers_[s_numSensors];
+};
+
+} // namespace quillmarsh
+
+#endif
