@@ -1,0 +1,58 @@
+#include <quillmarsh/devices/staticgestures.h>
+
+#include "benchmarks/support/allocation_counter.h"
+
+#include <benchmark/benchmark.h>
+
+namespace quillmarsh::benchmarks
+{
+namespace
+{
+
+using namespace static_gestures;
+
+class BenchGlove : public Glove
+{
+public:
+    void Show(eGloveSensor sensor, float flexure)
+    {
+        SetFlexure(sensor, flexure);
+        PostSampleUpdate();
+    }
+};
+
+/// All active gestures of a hand, with the fingers in halfway, stretched and flexed postures by turns: the walk through
+/// the list with all 21 standard gestures is what counts.
+void ListActiveGestures(benchmark::State &state)
+{
+    constexpr eGloveSensor joints[] = {ThumbJointInner, IndexJointInner, MiddleJointInner, RingJointInner,
+                                       PinkyJointInner};
+    constexpr unsigned int numHands = 27;
+    static BenchGlove gloves[numHands];
+    for (unsigned int hand = 0; hand < numHands; ++hand)
+    {
+        for (eGloveSensor const joint : joints)
+        {
+            gloves[hand].Show(joint, 0.0f);
+            gloves[hand].Show(joint, 1.0f);
+        }
+        gloves[hand].Show(IndexJointInner, 0.5f * static_cast<float>(hand % 3));
+        gloves[hand].Show(MiddleJointInner, 0.5f * static_cast<float>(hand / 3 % 3));
+        gloves[hand].Show(PinkyJointInner, 0.5f * static_cast<float>(hand / 9));
+    }
+    GestureAnalyzer const analyzer;
+    AllocationReport const allocations(state);
+    unsigned int hand = 0;
+    for ([[maybe_unused]] auto _ : state)
+    {
+        Glove const &glove = gloves[hand];
+        hand = hand + 1 == numHands ? 0 : hand + 1;
+        for (Gesture const *gesture = analyzer.GetFirstActiveGesture(glove); gesture;
+             gesture = analyzer.GetNextActiveGesture(glove))
+            benchmark::DoNotOptimize(gesture);
+    }
+}
+BENCHMARK(ListActiveGestures)->Name("gestures/list_active");
+
+} // namespace
+} // namespace quillmarsh::benchmarks
