@@ -201,6 +201,7 @@ TEST(Keyboard, CountsKeysAndModifiersWithTheSampleOrTheRead)
     EXPECT_EQ(keyboard.NumKeysUp(), 5u);
     EXPECT_TRUE(keyboard.KeyUp() && !keyboard.KeyPressed() && !keyboard.KeyDown() && !keyboard.KeyModifierPressed());
 
+    device.Sample();
     device.StartAsyncSampling();
     device.Sample(press);
     EXPECT_FALSE(keyboard.KeyPressed() || keyboard.KeyModifierPressed()) << "before the read";

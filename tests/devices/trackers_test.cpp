@@ -143,10 +143,9 @@ TEST(OrientationTracker, TakesOrientationsInFourForms)
     EXPECT_EQ(tracker.RawQuaternion(), orientation) << "unchanged";
     EXPECT_EQ(tracker.RawAngles(), vec3(370.0f, 100.0f, -190.0f)) << "untouched";
 
-    vec3 const direction(3.0f, -4.0f, 12.0f);
-    tracker.SetOrientation(direction, 360.0f);
-    EXPECT_TRUE(IsNear(tracker.Raw().Column2(), direction.Unit(), s_tolerance));
-    EXPECT_NEAR(tracker.Raw().Column0().y, 0.0f, s_tolerance) << "no roll";
+    // Heading is atan2(3, 12), pitch asin(4 / 13).
+    tracker.SetOrientation(vec3(3.0f, -4.0f, 12.0f), 370.0f);
+    EXPECT_TRUE(IsNear(tracker.Raw(), Euler(14.0362435f, 17.9202044f, 10.0f), s_tolerance));
     EXPECT_EQ(tracker.RawQuaternion(), orientation) << "untouched";
 
     // The axes are trusted, so these are not made orthogonal.

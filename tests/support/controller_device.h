@@ -5,6 +5,8 @@
 #include <quillmarsh/framework/hidcontroller.h>
 #include <quillmarsh/framework/humaninterfacedevice.h>
 
+#include "tests/support/test_kernel.h"
+
 #include <sstream>
 #include <utility>
 
@@ -43,6 +45,8 @@ public:
         Sample([] {});
     }
 
+    /// The log of the device goes there.
+    TestKernel kernel;
     Controller controller;
 };
 

@@ -105,7 +105,7 @@ protected:
 
     /// By the axes Y and Z, which are trusted to be at right angles.
     void SetOrientation(vec3 const &yAxis, vec3 const &zAxis);
-    /// By the direction that the sensor looks in, and the roll about it.
+    /// By heading and pitch of a direction, and a roll.
     void SetOrientation(vec3 const &direction, float roll);
     void SetOrientation(float head, float pitch, float roll);
     void SetOrientation(quat const &orientation);
