@@ -1,0 +1,381 @@
+#include <quillmarsh/dataobjects/sampleprocessors.h>
+#include <quillmarsh/dataobjects/volumeoperations.h>
+
+#include "source/dataobjects/samplekernels.h"
+#include "tests/support/scripted_dialogs.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <functional>
+#include <random>
+#include <vector>
+
+namespace quillmarsh
+{
+namespace
+{
+
+using namespace sample_processors;
+using Bytes = std::vector<unsigned char>;
+using Texts = std::vector<string>;
+
+struct Shape
+{
+    unsigned int layers, rows, columns;
+    unsigned int GetCount() const { return layers * rows * columns; }
+};
+
+struct Place
+{
+    unsigned int nearest, first, second;
+    float weights[2];
+};
+
+/// The walk along one axis.
+std::vector<Place> Walk(unsigned int n, unsigned int m)
+{
+    std::vector<Place> places(n);
+    float const step = 1.0f / static_cast<float>(n + 1);
+    float u = step * 0.5f;
+    for (Place &place : places)
+    {
+        float const p = u * static_cast<float>(m);
+        auto const i = static_cast<unsigned int>(p);
+        float const f = p - static_cast<float>(i);
+        place = {std::min(static_cast<unsigned int>(p + 0.5f), m - 1),
+                 std::min(i, m - 1),
+                 std::min(i + 1, m - 1),
+                 {1 - f, f}};
+        u += step;
+    }
+    return places;
+}
+
+/// Processes one sample by the interpolators of one, two and three dimensions.
+template<typename T, typename I1, typename I2, typename I3>
+struct Interpolators
+{
+    I1 one;
+    I2 two;
+    I3 three;
+
+    void operator()(unsigned int dimensions, unsigned char *dst, unsigned char const *const *sources, float const *w)
+    {
+        auto const s = [sources](int i) { return reinterpret_cast<T const *>(sources[i]); };
+        auto *const d = reinterpret_cast<T *>(dst);
+        if (dimensions == 1)
+            one.Process(d, s(0), w[0], s(1), w[1]);
+        else if (dimensions == 2)
+            two.Process(d, s(0), w[0], s(1), w[1], s(2), w[2], s(3), w[3]);
+        else
+            three.Process(d, s(0), w[0], s(1), w[1], s(2), w[2], s(3), w[3], s(4), w[4], s(5), w[5], s(6), w[6], s(7),
+                          w[7]);
+    }
+};
+
+using Process = std::function<void(unsigned int, unsigned char *, unsigned char const *const *, float const *)>;
+
+Process NBytes(unsigned int n)
+{
+    return Interpolators<unsigned char, LinearInterpolator1D_NBytes, LinearInterpolator2D_NBytes,
+                         LinearInterpolator3D_NBytes>{LinearInterpolator1D_NBytes(n), LinearInterpolator2D_NBytes(n),
+                                                      LinearInterpolator3D_NBytes(n)};
+}
+
+Process NFloats(unsigned int n)
+{
+    using I1 = LinearInterpolator1D_NComponents<float>;
+    using I2 = LinearInterpolator2D_NComponents<float>;
+    using I3 = LinearInterpolator3D_NComponents<float>;
+    return Interpolators<float, I1, I2, I3>{I1(n), I2(n), I3(n)};
+}
+
+template<typename P>
+Process Packed()
+{
+    return Interpolators<unsigned short, LinearInterpolator1D_PackedSample4<P>, LinearInterpolator2D_PackedSample4<P>,
+                         LinearInterpolator3D_PackedSample4<P>>{};
+}
+
+/// One way to resample, in one to three dimensions, and what it does to a sample.
+struct Form
+{
+    char const *name;
+    eSampleFormat format;
+    unsigned int offset; ///< in bytes
+    Process process;     ///< none: the nearest sample
+    std::function<void(SignalBase &, SignalBase const &)> run1D;
+    std::function<void(ImageBase &, ImageBase const &)> run2D;
+    std::function<void(VolumeBase &, VolumeBase const &)> run3D;
+};
+
+Form ByFormat(char const *name, eSampleFormat format, Process process)
+{
+    eResampleFilter const filter = process ? e_resample_linear : e_resample_nearest;
+    return {name,
+            format,
+            0,
+            process,
+            [=](auto &dst, auto const &src) { EXPECT_TRUE(Resample1D(dst, src, filter)); },
+            [=](auto &dst, auto const &src) { EXPECT_TRUE(Resample2D(dst, src, filter)); },
+            [=](auto &dst, auto const &src) { EXPECT_TRUE(Resample3D(dst, src, filter)); }};
+}
+
+Form PartOfBytes(unsigned int size, unsigned int offset, unsigned int n)
+{
+    return {"bytes",
+            sample_formats::UnknownSampleFormat(size),
+            offset,
+            NBytes(n),
+            [=](auto &dst, auto const &src) { Resample1D_Linear_NBytes(dst, src, offset, n); },
+            [=](auto &dst, auto const &src) { Resample2D_Linear_NBytes(dst, src, offset, n); },
+            [=](auto &dst, auto const &src) { Resample3D_Linear_NBytes(dst, src, offset, n); }};
+}
+
+Form PartOfFloats(unsigned int size, unsigned int offset, unsigned int n)
+{
+    return {"floats",
+            sample_formats::UnknownSampleFormat(size),
+            offset * 4,
+            NFloats(n),
+            [=](auto &dst, auto const &src) { Resample1D_Linear_NFloats(dst, src, offset, n); },
+            [=](auto &dst, auto const &src) { Resample2D_Linear_NFloats(dst, src, offset, n); },
+            [=](auto &dst, auto const &src) { Resample3D_Linear_NFloats(dst, src, offset, n); }};
+}
+
+std::vector<Form> GetForms()
+{
+    std::vector<Form> forms = {
+        ByFormat("L8", e_format_L8, NBytes(1)),
+        ByFormat("A8", e_format_A8, NBytes(1)),
+        ByFormat("A8L8", e_format_A8L8, NBytes(2)),
+        ByFormat("A4R4G4B4", e_format_A4R4G4B4, Packed<sample_formats::PackedSample_UShort4444>()),
+        ByFormat("A1R5G5B5", e_format_A1R5G5B5, Packed<sample_formats::PackedSample_UShort1555>()),
+        ByFormat("X8R8G8B8", e_format_X8R8G8B8, NBytes(3)),
+        ByFormat("A8R8G8B8", e_format_A8R8G8B8, NBytes(4)),
+        ByFormat("FP32NormL", e_format_FP32NormL, NFloats(1)),
+        ByFormat("FP32NormA", e_format_FP32NormA, NFloats(1)),
+        PartOfBytes(2, 1, 1),
+        PartOfBytes(3, 0, 3),
+        PartOfBytes(6, 1, 4),
+        PartOfBytes(16, 0, 16),
+        PartOfFloats(6, 0, 1),
+        PartOfFloats(8, 1, 1),
+        PartOfFloats(12, 0, 3),
+    };
+    for (unsigned int const size : {1, 2, 3, 4, 6, 8, 12, 16})
+        forms.push_back(ByFormat("nearest", sample_formats::UnknownSampleFormat(size), nullptr));
+    return forms;
+}
+
+/// Sample after sample, by the definition.
+void ResampleOneByOne(Form const &form, unsigned int dimensions, unsigned char *dst, Shape const &to,
+                      unsigned char const *src, Shape const &from)
+{
+    unsigned int const size = sample_formats::ExtractByteSize(form.format);
+    auto const layers = Walk(to.layers, from.layers), rows = Walk(to.rows, from.rows),
+               columns = Walk(to.columns, from.columns);
+    auto const at = [&](unsigned int layer, unsigned int row, unsigned int column)
+    { return src + ((std::size_t{layer} * from.rows + row) * from.columns + column) * size; };
+    for (Place const &z : layers)
+        for (Place const &y : rows)
+            for (Place const &x : columns)
+            {
+                unsigned char const *sources[8];
+                float weights[8];
+                for (unsigned int i = 0; i < 1u << dimensions; ++i)
+                {
+                    bool const l = i >> 2 & 1, r = i >> 1 & 1, c = i & 1;
+                    sources[i] =
+                        at(l ? z.second : z.first, r ? y.second : y.first, c ? x.second : x.first) + form.offset;
+                    weights[i] = dimensions == 3   ? z.weights[l] * y.weights[r] * x.weights[c]
+                                 : dimensions == 2 ? y.weights[r] * x.weights[c]
+                                                   : x.weights[c];
+                }
+                if (form.process)
+                    form.process(dimensions, dst + form.offset, sources, weights);
+                else
+                    std::copy_n(at(z.nearest, y.nearest, x.nearest), size, dst);
+                dst += size;
+            }
+}
+
+Bytes RandomBytes(std::size_t size, bool areFloats)
+{
+    static std::mt19937 s_random(1);
+    Bytes bytes(size);
+    std::generate(bytes.begin(), bytes.end(), [] { return static_cast<unsigned char>(s_random()); });
+    // No infinities and none that are no numbers: whose bits come out of these is the compiler's choice.
+    for (std::size_t i = 3; areFloats && i < size; ++i)
+        bytes[i] &= 0xBF;
+    return bytes;
+}
+
+void Run(Form const &form, unsigned int dimensions, unsigned char *dst, Shape const &to, Bytes &src, Shape const &from)
+{
+    if (dimensions == 1)
+    {
+        SignalBaseFromExternalStorageAdapter d(form.format), s(form.format);
+        d.SetExternalStorage(dst, to.columns);
+        s.SetExternalStorage(src.data(), from.columns);
+        form.run1D(d, s);
+    }
+    else if (dimensions == 2)
+    {
+        ImageBaseFromExternalStorageAdapter d(form.format), s(form.format);
+        d.SetExternalStorage(dst, to.rows, to.columns);
+        s.SetExternalStorage(src.data(), from.rows, from.columns);
+        form.run2D(d, s);
+    }
+    else
+    {
+        VolumeBaseFromExternalStorageAdapter d(form.format), s(form.format);
+        d.SetExternalStorage(dst, to.layers, to.rows, to.columns);
+        s.SetExternalStorage(src.data(), from.layers, from.rows, from.columns);
+        form.run3D(d, s);
+    }
+}
+
+/// With each set of vector instructions that this machine has: the same bits as sample after sample, in a place at any
+/// alignment whose surroundings stay as they are.
+void ExpectSameBits(Form const &form, unsigned int dimensions, Shape const &to, Shape const &from)
+{
+    unsigned int const size = sample_formats::ExtractByteSize(form.format);
+    bool const areFloats =
+        form.format == e_format_FP32NormL || form.format == e_format_FP32NormA || string(form.name) == "floats";
+    std::size_t const margin = 64 + to.columns % 5;
+    Bytes src = RandomBytes(std::size_t{from.GetCount()} * size, areFloats);
+    Bytes const before = RandomBytes(std::size_t{to.GetCount()} * size + 2 * margin, areFloats);
+    Bytes expected = before;
+    ResampleOneByOne(form, dimensions, expected.data() + margin, to, src.data(), from);
+    for (long long const target : GetKernelTargets())
+    {
+        SetKernelTarget(target);
+        Bytes actual = before;
+        Run(form, dimensions, actual.data() + margin, to, src, from);
+        ASSERT_TRUE(actual == expected) << form.name << " of " << size << " bytes, " << from.layers << '*' << from.rows
+                                        << '*' << from.columns << " to " << to.layers << '*' << to.rows << '*'
+                                        << to.columns << " by " << target;
+    }
+    SetKernelTarget(0);
+}
+
+TEST(Resampling, GivesTheBitsOfTheInterpolatorsInOneDimension)
+{
+    constexpr std::pair<unsigned int, unsigned int> sizes[] = {
+        {1, 1}, {1, 9}, {9, 1}, {2, 3}, {16, 16}, {37, 21}, {40, 80}, {80, 40}, {64, 300}, {300, 64}, {5003, 6007}};
+    for (Form const &form : GetForms())
+        for (auto const &[n, m] : sizes)
+            ExpectSameBits(form, 1, {1, 1, n}, {1, 1, m});
+}
+
+TEST(Resampling, StaysAtTheLastSampleWhereRoundingCarriesTheWalkPastIt)
+{
+    for (Form const &form : GetForms())
+        for (unsigned int const m : {3u, 1000u, 70001u})
+            ExpectSameBits(form, 1, {1, 1, 70003}, {1, 1, m});
+    auto const places = Walk(70003, 1000);
+    EXPECT_TRUE(std::any_of(places.begin(), places.end(), [](Place const &place) { return place.second == 999; }));
+}
+
+TEST(Resampling, GivesTheBitsOfTheInterpolatorsInTwoDimensions)
+{
+    constexpr std::pair<Shape, Shape> sizes[] = {
+        {{1, 1, 1}, {1, 1, 1}},     {{1, 1, 7}, {1, 6, 1}},      {{1, 7, 1}, {1, 1, 9}},
+        {{1, 3, 33}, {1, 5, 17}},   {{1, 40, 61}, {1, 20, 31}},  {{1, 31, 20}, {1, 63, 41}},
+        {{1, 9, 77}, {1, 12, 100}}, {{1, 10, 64}, {1, 40, 256}}, {{1, 3, 2100}, {1, 4, 2700}}};
+    for (Form const &form : GetForms())
+        for (auto const &[to, from] : sizes)
+            ExpectSameBits(form, 2, to, from);
+}
+
+TEST(Resampling, GivesTheBitsOfTheInterpolatorsInThreeDimensions)
+{
+    constexpr std::pair<Shape, Shape> sizes[] = {{{1, 1, 1}, {1, 1, 1}},   {{3, 1, 1}, {1, 2, 5}},
+                                                 {{1, 5, 33}, {1, 4, 40}}, {{5, 6, 35}, {7, 9, 50}},
+                                                 {{9, 7, 30}, {4, 3, 15}}, {{2, 3, 1100}, {3, 2, 1500}}};
+    for (Form const &form : GetForms())
+        for (auto const &[to, from] : sizes)
+            ExpectSameBits(form, 3, to, from);
+}
+
+TEST(Resampling, ReadsBetweenTheSamples)
+{
+    Signal<Sample8> src(e_format_L8, 4), dst(e_format_L8, 4);
+    auto const resample = [&](eResampleFilter filter)
+    {
+        EXPECT_TRUE(Resample1D(dst, src, filter));
+        return Bytes(dst.GetSamplesB(), dst.GetSamplesB() + 4);
+    };
+    std::copy_n(Bytes{0, 1, 2, 3}.data(), 4, src.GetSamplesB());
+    EXPECT_EQ(resample(e_resample_nearest), (Bytes{0, 1, 2, 3}));
+    // At 0.4, 1.2, 2.0 and 2.8.
+    std::copy_n(Bytes{0, 100, 200, 50}.data(), 4, src.GetSamplesB());
+    EXPECT_EQ(resample(e_resample_linear), (Bytes{40, 120, 200, 80}));
+
+    // One sample is both taps, whatever the weights.
+    Volume<Sample8> from(e_format_L8, 1, 1, 1), to(e_format_L8, 1, 2, 3);
+    *from.GetSamplesB() = 255;
+    EXPECT_TRUE(Resample3D(to, from, e_resample_linear));
+    EXPECT_EQ(Bytes(to.GetSamplesB(), to.GetSamplesB() + 6), Bytes(6, 255));
+}
+
+TEST(Resampling, KnowsWhatItCanDo)
+{
+    for (eSampleFormat const format :
+         {sample_formats::UnknownSampleFormat(1), sample_formats::UnknownSampleFormat(12), eSampleFormat(0x02000011)})
+    {
+        AutoPtr<ImageBase> const src(ManufactureImage(format, 2, 2)), dst(ManufactureImage(format, 3, 3));
+        std::fill_n(src->GetSamplesB(), src->GetTotalByteSize(), 7);
+        std::fill_n(dst->GetSamplesB(), dst->GetTotalByteSize(), 9);
+        EXPECT_FALSE(Resample2D(*dst, *src, e_resample_linear));
+        EXPECT_FALSE(Resample2D(*dst, *src, static_cast<eResampleFilter>(2)));
+        EXPECT_EQ(*dst->GetSamplesB(), 9);
+        EXPECT_TRUE(Resample2D(*dst, *src, e_resample_nearest));
+        EXPECT_EQ(*dst->GetSamplesB(), 7);
+    }
+}
+
+TEST(Resampling, AssertsInOrder)
+{
+    constexpr auto goOn = platform::eDialogAnswer::e_retry;
+    tests::ScriptedDialogs dialogs(
+        {goOn, goOn, goOn, goOn, goOn, goOn, goOn, goOn, goOn, goOn, goOn, goOn, goOn, goOn, goOn});
+    string const noDst = "Destination is empty.", noSrc = "Source is empty.", format = "Sample-format mismatch.";
+    Signal<Sample8> const noBytes(e_format_L8, 0);
+    Signal<Sample16> noWords(e_format_A8L8, 0);
+    Resample1D_Nearest(noWords, noBytes);
+    EXPECT_EQ(dialogs.TakeTexts(), (Texts{noDst, noSrc, format}));
+    EXPECT_TRUE(Resample1D(noWords, noWords, e_resample_linear));
+    EXPECT_EQ(dialogs.TakeTexts(), (Texts{noDst, noSrc, noDst, noSrc}));
+
+    // Where the sizes differ, nothing is written.
+    Image<Sample32> colours(e_format_A8R8G8B8, 2, 2);
+    Image<Sample8> bytes(e_format_L8, 2, 2);
+    *bytes.GetSamplesB() = 5;
+    Resample2D_Linear_NBytes(bytes, colours, 0, 1);
+    EXPECT_EQ(dialogs.TakeTexts(), Texts{format});
+    Resample2D_Linear_PackedSample_UShort4444(bytes, colours);
+    EXPECT_EQ(dialogs.TakeTexts(), (Texts{"Invalid sample-format size.", format}));
+    EXPECT_EQ(*bytes.GetSamplesB(), 5);
+
+    Image<Sample32> others(e_format_A8R8G8B8, 3, 3);
+    Resample2D_Linear_NBytes(others, colours, 0, 5);
+    Resample2D_Linear_NBytes(others, colours, 2, 3);
+    Resample2D_Linear_NFloats(others, colours, 0, 2);
+    Resample2D_Linear_NFloats(others, colours, 1, 1);
+    Resample2D_Linear_NFloats(others, colours, 1, 0);
+    EXPECT_EQ(dialogs.TakeTexts(),
+              (Texts{"Num-bytes-per-sample out of range.", "Byte-offset out of range.",
+                     "Num-components-per-sample out of range.", "Component-offset out of range."}));
+
+    Volume<Sample16> words(e_format_A4R4G4B4, 1, 1, 1), more(e_format_A1R5G5B5, 2, 2, 2);
+    std::fill_n(words.GetSamplesB(), 2, 0xFF);
+    Resample3D_Linear_PackedSample_UShort1555(more, words);
+    EXPECT_EQ(dialogs.TakeTexts(), Texts{format});
+    EXPECT_EQ(more.GetSamplesB()[15], 0xFF);
+}
+
+} // namespace
+} // namespace quillmarsh
