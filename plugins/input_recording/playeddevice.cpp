@@ -1,0 +1,58 @@
+#include "playeddevice.h"
+
+#include <quillmarsh/basetools/streameffectors.h>
+#include <quillmarsh/basetools/texttools.h>
+
+namespace input_recording
+{
+
+using namespace quillmarsh;
+
+PlayedDevice::PlayedDevice(Playback const &playback)
+    : playback_(playback),
+      player_(*playback_.recording, playback.isLooped)
+{
+    for (RecordedController const &recorded : playback_.recording->controllers)
+        controllers_.push_back(MakePlayedController(*this, recorded));
+    string const &description = playback_.recording->description;
+    DeviceInfo().SetDeviceDescription(description.empty() ? playback_.fileName : description);
+    DeviceInfo().SetModelType("Recording");
+    DeviceInfo().SetHardwarePort(playback_.fileName);
+}
+
+unsigned int PlayedDevice::GetNumControllers()
+{
+    return static_cast<unsigned int>(controllers_.size());
+}
+
+HIDController *PlayedDevice::GetController(unsigned int index)
+{
+    return index < controllers_.size() ? &controllers_[index]->GetController() : nullptr;
+}
+
+void PlayedDevice::DumpDeviceCaps(ostream &out, unsigned int tabs) const
+{
+    out << TabEffector(tabs) << "Length: " << MakeString(playback_.recording->length) << nl;
+    out << TabEffector(tabs) << "Speed.: " << MakeString(playback_.speed) << nl;
+    out << TabEffector(tabs) << "Looped: " << MakeString(playback_.isLooped) << nl;
+}
+
+void PlayedDevice::ConnectDevice(HWND)
+{
+    player_.Restart();
+    timer_.Start();
+}
+
+void PlayedDevice::DisconnectDevice() {}
+
+void PlayedDevice::SampleDevice()
+{
+    player_.AdvanceTo(timer_.GetElapsedSeconds() * playback_.speed);
+    for (unsigned int i = 0; i < controllers_.size(); ++i)
+        controllers_[i]->Sample(player_.GetState(i));
+    player_.ClearMovements();
+}
+
+void PlayedDevice::ApplyUseDirectInput(bool) {}
+
+} // namespace input_recording

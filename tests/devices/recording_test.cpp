@@ -1,0 +1,250 @@
+// Recordings: reading, writing, playing and recording of devices.
+#include "plugins/input_recording/playeddevice.h"
+#include "plugins/input_recording/recorder.h"
+#include "plugins/input_recording/recordingreader.h"
+
+#include "tests/support/scratch_directory.h"
+#include "tests/support/test_kernel.h"
+
+#include <quillmarsh/devices/gamecontroller.h>
+#include <quillmarsh/devices/keyboard.h>
+#include <quillmarsh/devices/mouse.h>
+#include <quillmarsh/devices/orientationtracker.h>
+#include <quillmarsh/devices/positiontracker.h>
+#include <quillmarsh/devices/staticgestures.h>
+#include <quillmarsh/mathtools/vector3.h>
+
+#include <gtest/gtest.h>
+
+namespace quillmarsh::tests
+{
+namespace
+{
+
+using namespace input_recording;
+
+/// A recording with the lines behind its signature.
+Recording Parse(string const &lines)
+{
+    return ParseRecording("quillmarsh-recording 1\n" + lines, "r.txt");
+}
+
+constexpr char s_szAllKinds[] = "description All kinds\n"
+                                "controller keyboard\n"
+                                "controller mouse\n"
+                                "controller orientation-tracker quaternion\n"
+                                "controller position-tracker\n"
+                                "controller glove left WristRoll IndexJointInner\n"
+                                "controller game-controller X RZ slider0 hat1 buttons:12\n"
+                                "0 keyboard keys=A,L-Shift\n"
+                                "0 mouse move=3,-4 wheel=120 position=10,20 inside=1 buttons=0,5\n"
+                                "0 orientation-tracker quaternion=0,0.6,0,0.8\n"
+                                "0 position-tracker position=1,-2,0.035\n"
+                                "0 glove WristRoll=0.25 IndexJointInner=1\n"
+                                "0 game-controller X=-0.75 RZ=0.25 slider0=1 hat1=90 buttons=0,11\n"
+                                "1000 end\n";
+
+TEST(Recording, RefusesFaultsWithTheirPlace)
+{
+    constexpr char pad[] = "controller game-controller X buttons:3\n";
+    struct
+    {
+        string lines;
+        char const *message;
+    } const cases[] = {
+        {"", "r.txt:2: the text ends without a line \"TIME end\""},
+        {"controller\n", "r.txt:2: field \"controller\": the kind of controller is missing"},
+        {"controller nose\n", "r.txt:2: field \"nose\": there is no such kind of controller"},
+        {"controller mouse\ncontroller mouse\n", "r.txt:3: field \"mouse\": there is such a controller already"},
+        {"controller glove Nose\n", "r.txt:2: field \"Nose\": a glove has no such field"},
+        {"controller glove WristYaw WristYaw\n", "r.txt:2: field \"WristYaw\": it stands there twice"},
+        {"controller game-controller X:1\n", "r.txt:2: field \"X\": \"X:1\" is no number of things from 1 to 1"},
+        {"controller game-controller buttons:33\n",
+         "r.txt:2: field \"buttons\": \"buttons:33\" is no number of things from 1 to 32"},
+        {"controller orientation-tracker\n",
+         "r.txt:2: field \"orientation-tracker\": it reports either angles or a quaternion"},
+        {"\n# comment\nnonsense\n", "r.txt:4: \"nonsense\" is neither a time nor a line of the head"},
+        {string(pad) + "0 game-controller X=1\ndescription late\n",
+         "r.txt:4: \"description\" is neither a time nor a line of the head"},
+        {string(pad) + "-1 end\n", "r.txt:3: field \"time\": \"-1\" is not a number of seconds from 0 to 1e9"},
+        {string(pad) + "1e999 end\n", "r.txt:3: field \"time\": \"1e999\" is not a number of seconds from 0 to 1e9"},
+        {string(pad) + "0x1 end\n", "r.txt:3: field \"time\": \"0x1\" is not a number of seconds from 0 to 1e9"},
+        {string(pad) + "2 game-controller X=1\n1.9 end\n",
+         "r.txt:4: field \"time\": \"1.9\" is before the line ahead of it"},
+        {string(pad) + "1 end\n2 game-controller X=1\n", "r.txt:4: nothing may follow the end"},
+        {string(pad) + "1 mouse wheel=1\n", "r.txt:3: field \"mouse\": the head has no such controller"},
+        {string(pad) + "1\n", "r.txt:3: field \"controller\": the head has no such controller"},
+        {string(pad) + "1 game-controller\n", "r.txt:3: field \"game-controller\": the sample says nothing"},
+        {string(pad) + "1 game-controller Nose=1\n", "r.txt:3: field \"Nose\": a game-controller has no such field"},
+        {string(pad) + "1 game-controller Y=1\n", "r.txt:3: field \"Y\": the head does not list it"},
+        {string(pad) + "1 game-controller X\n", "r.txt:3: field \"X\": \"=\" and a value are missing"},
+        {string(pad) + "1 game-controller X=1 X=1\n", "r.txt:3: field \"X\": it stands there twice"},
+        {string(pad) + "1 game-controller X=1,2\n", "r.txt:3: field \"X\": it has 1 value"},
+        {string(pad) + "1 game-controller X=nan\n", "r.txt:3: field \"X\": \"nan\" is not a finite number"},
+        {string(pad) + "1 game-controller X=-inf\n", "r.txt:3: field \"X\": \"-inf\" is not a finite number"},
+        {string(pad) + "1 game-controller X=1e99\n", "r.txt:3: field \"X\": \"1e99\" is not a finite number"},
+        {string(pad) + "1 game-controller X=1.0f\n", "r.txt:3: field \"X\": \"1.0f\" is not a finite number"},
+        {string(pad) + "1 game-controller X=\n", "r.txt:3: field \"X\": \"\" is not a finite number"},
+        {string(pad) + "1 game-controller buttons=3\n", "r.txt:3: field \"buttons\": \"3\" is not one of its things"},
+        {string(pad) + "1 game-controller buttons=\n", "r.txt:3: field \"buttons\": \"\" is not one of its things"},
+        {"controller mouse\n0 mouse wheel=0.5\n",
+         "r.txt:3: field \"wheel\": \"0.5\" is not a whole number within a million"},
+        {"controller mouse\n0 mouse move=1,2000000\n",
+         "r.txt:3: field \"move\": \"2000000\" is not a whole number within a million"},
+    };
+    for (auto const &row : cases)
+    {
+        try
+        {
+            Parse(row.lines);
+            ADD_FAILURE() << "accepted: " << row.lines;
+        }
+        catch (RecordingException const &failure)
+        {
+            EXPECT_EQ(failure.GetMessage(), row.message);
+        }
+    }
+    EXPECT_THROW(ParseRecording("quillmarsh-recording 2\n0 end\n", "r.txt"), RecordingException);
+    EXPECT_THROW(LoadRecording("no such file"), RecordingException);
+}
+
+TEST(Recording, PlaysOnceOrOverAndOver)
+{
+    Recording const recording = Parse("controller mouse\r\n"
+                                      "0.5 mouse wheel=1 buttons=1\r\n"
+                                      "0.5 mouse wheel=2\r\n"
+                                      "1 mouse wheel=4 buttons=none position=7,8\r\n"
+                                      "2 end");
+    struct
+    {
+        double time;
+        float wheel;
+        float button;
+        float x;
+    } const once[] = {{0.25, 0, 0, 0}, {0.5, 3, 1, 0}, {0.75, 0, 1, 0}, {9, 4, 0, 7}, {10, 0, 0, 7}},
+            looped[] = {{0.75, 3, 1, 0}, {2.25, 4, 0, 0}, {2.5, 3, 1, 0},
+                        {6.75, 7, 1, 0}, {7.25, 4, 0, 7}, {8, 0, 0, 0}};
+    auto const play = [&](auto const &steps, bool isLooped)
+    {
+        RecordingPlayer player(recording, isLooped);
+        for (auto const &step : steps)
+        {
+            player.AdvanceTo(step.time);
+            std::span<float const> const state = player.GetState(0);
+            EXPECT_EQ(state[2], step.wheel) << "wheel at " << step.time;
+            EXPECT_EQ(state[6 + 1], step.button) << "button at " << step.time;
+            EXPECT_EQ(state[3], step.x) << "position at " << step.time;
+            player.ClearMovements();
+        }
+    };
+    play(once, false);
+    play(looped, true);
+}
+
+TEST(PlayedDevice, ShowsAllKinds)
+{
+    TestKernel const kernel;
+    PlayedDevice device({"r.txt", std::make_shared<Recording const>(Parse(s_szAllKinds)), 1, true});
+    EXPECT_EQ(device.GetDeviceInfo().GetDeviceDescription(), "All kinds");
+    device.ConnectDevice(nullptr);
+    device.SampleDevice();
+    auto const &keyboard = dynamic_cast<Keyboard &>(*device.FindController("Keyboard"));
+    EXPECT_TRUE(keyboard.KeyDown(e_key_a) && keyboard.KeyModifierPressed(e_key_modifier_shift));
+    EXPECT_EQ(keyboard.NumKeysPressed(), 2u);
+    auto const &mouse = dynamic_cast<Mouse &>(*device.FindController("Mouse"));
+    EXPECT_EQ(mouse.GetDeltaY(), -4);
+    EXPECT_EQ(mouse.GetDeltaWheel(), 120);
+    EXPECT_EQ(mouse.GetPositionY(), 20);
+    EXPECT_TRUE(mouse.IsPositionInsideAppWindowClientArea() && mouse.ButtonDown(e_mouse_button_extra3));
+    auto const &orientation = dynamic_cast<OrientationTracker &>(*device.FindController("OrientationTracker"));
+    vec3 axes[3];
+    orientation.GetOrientation(axes[0], axes[1], axes[2]);
+    EXPECT_TRUE(axes[2].Equal(vec3(0.96f, 0.0f, 0.28f), 1e-5f)) << "turned to the side";
+    auto const &position = dynamic_cast<PositionTracker &>(*device.FindController("PositionTracker"));
+    EXPECT_EQ(position.GetPosition(), vec3(1.0f, -2.0f, 0.035f));
+    auto const &glove = dynamic_cast<Glove &>(*device.FindController("Glove"));
+    EXPECT_TRUE(glove.IsLeftHanded() && glove.IsSupportedSensor(WristRoll) && !glove.IsSupportedSensor(WristPitch));
+    EXPECT_EQ(glove.GetAngle(WristRoll), -45.0f);
+    auto &pad = dynamic_cast<GameController &>(*device.FindController("GameController"));
+    EXPECT_TRUE(pad.HasAxis(GameController::AxisRZ) && !pad.HasAxis(GameController::AxisY));
+    EXPECT_EQ(pad.GetNumSliders() * 100 + pad.GetNumPOVHats() * 10 + pad.GetNumButtons(), 100u + 20u + 12u);
+    EXPECT_TRUE(pad.ButtonDown(11) && pad.IsPOVHatCentered(0));
+    EXPECT_EQ(pad.GetPOVHatPosition(1), 90.0f);
+    pad.SetAxisProperties(GameController::AxisX, 0.5f, 1.0f);
+    device.SampleDevice();
+    EXPECT_EQ(pad.GetAxisPosition(GameController::AxisX), -0.5f) << "drawn out behind the dead zone";
+    EXPECT_EQ(mouse.GetDeltaWheel(), 0);
+    EXPECT_TRUE(pad.ButtonPressed(11) && !pad.ButtonDown(11));
+}
+
+TEST(Recorder, WritesWhatWasPlayed)
+{
+    ScratchDirectory const directory;
+    string const file = directory / "recorded.txt";
+    TestKernel kernel;
+    PlayedDevice device({"r.txt", std::make_shared<Recording const>(Parse(s_szAllKinds)), 1, false});
+    device.ConnectDevice(nullptr);
+    {
+        Recorder const recorder(file, {&device});
+        kernel.RunFrame(0);
+        device.SampleDevice();
+        kernel.RunFrame(0.25);
+        device.SampleDevice();
+        kernel.RunFrame(0.25);
+    }
+    EXPECT_TRUE(kernel.frameObservers.empty());
+    EXPECT_EQ(ReadFile(file), "quillmarsh-recording 1\n"
+                              "description Recorded from Keyboard, Mouse, OrientationTracker, PositionTracker, Glove, "
+                              "GameController\n"
+                              "controller keyboard keys\n"
+                              "controller mouse move wheel position inside buttons\n"
+                              "controller orientation-tracker quaternion\n"
+                              "controller position-tracker position\n"
+                              "controller glove left WristRoll IndexJointInner\n"
+                              "controller game-controller X RZ slider0 hat0 hat1 buttons:12\n"
+                              "0.250000 keyboard keys=A,L-Shift\n"
+                              "0.250000 mouse move=3,-4 wheel=120 position=10,20 inside=1 buttons=0,5\n"
+                              "0.250000 orientation-tracker quaternion=0,0.6,0,0.8\n"
+                              "0.250000 position-tracker position=1,-2,0.035\n"
+                              "0.250000 glove WristRoll=0.25 IndexJointInner=1\n"
+                              "0.250000 game-controller X=-0.75 RZ=0.25 slider0=1 hat1=90 buttons=0,11\n"
+                              "0.500000 end\n");
+    EXPECT_EQ(LoadRecording(file).samples.size(), 6u);
+    EXPECT_THROW(Recorder(file, {}), RecordingException);
+    EXPECT_THROW(Recorder(directory / "no/such/folder", {&device}), RecordingException);
+}
+
+TEST(ShippedRecordings, AreReadAndGoThroughWhatTheyPromise)
+{
+    string const folder = QUILLMARSH_TEST_SOURCES "examples/recordings/";
+    for (char const *const name : {"head.txt", "mouse_and_keys.txt"})
+        EXPECT_NO_THROW(LoadRecording(folder + name)) << name;
+
+    TestKernel const kernel;
+    auto const recording = std::make_shared<Recording const>(LoadRecording(folder + "gestures.txt"));
+    PlayedDevice device({"gestures.txt", recording, 1, false});
+    AutoPtr<PlayedController> const controller = MakePlayedController(device, recording->controllers[0]);
+    auto const &glove = dynamic_cast<Glove &>(controller->GetController());
+
+    // Each gesture begins behind the one ahead of it in the order of ids.
+    static_gestures::GestureAnalyzer const analyzer;
+    RecordingPlayer player(*recording, false);
+    std::vector<bool> wasActive(21);
+    unsigned int next = 0;
+    for (double time = 0; time < recording->length; time += 1 / 60.0)
+    {
+        player.AdvanceTo(time);
+        controller->Sample(player.GetState(0));
+        std::vector<bool> isActive(21);
+        for (static_gestures::Gesture const *gesture = analyzer.GetFirstActiveGesture(glove); gesture;
+             gesture = analyzer.GetNextActiveGesture(glove))
+            isActive[gesture->GetID()] = true;
+        while (next < 21 && isActive[next] && !wasActive[next])
+            ++next;
+        wasActive = isActive;
+    }
+    EXPECT_EQ(next, 21u);
+}
+
+} // namespace
+} // namespace quillmarsh::tests
