@@ -1,6 +1,7 @@
 // The application that ships with the host: a bench to try the framework on, and an example to copy from.
 #include "balls.h"
 #include "benchcommands.h"
+#include "inputwatch.h"
 
 #include <quillmarsh/basetools/variableregistry.h>
 #include <quillmarsh/framework/application.h>
@@ -17,11 +18,12 @@ namespace
 
 using namespace quillmarsh;
 
-/// Lets balls bounce, and shows how an application exports variables, brings commands and profiles its blocks.
+/// Lets balls bounce, and shows how an application exports variables, brings commands, profiles its blocks and reads
+/// devices.
 class WorkbenchApplication : public Application
 {
 public:
-    WorkbenchApplication() : balls_(settings_) {}
+    WorkbenchApplication() : balls_(settings_), inputWatch_(watchSettings_) {}
 
     void BeginStartup(StartupInfo const &, StartupResult &result) override { result.AppWindowText = "workbench"; }
 
@@ -33,6 +35,12 @@ public:
         interpreter.RegisterExternalCommand(new BenchCmd(balls_));
         interpreter.RegisterExternalCommand(new GreetCmd(settings_));
     }
+
+    void ConnectHumanInterfaceDevice(HumanInterfaceDevice &device) override { inputWatch_.Connect(device); }
+
+    void DisconnectHumanInterfaceDevices() override { inputWatch_.DisconnectAll(); }
+
+    void FrameSampleInput() override { inputWatch_.Update(GetConOut()); }
 
     void FrameUpdateStates(double timeDelta) override
     {
@@ -56,10 +64,16 @@ private:
             VariableProxyBool(&settings_.paused, "bench.paused", "whether the balls stand still"));
         registry.RegisterVariable(
             VariableProxyString(&settings_.greeting, "bench.greeting", "what the command greet says"));
+        registry.RegisterVariable(VariableProxyBool(&watchSettings_.gestures, "bench.gestures",
+                                                    "whether gestures are told as they begin and end"));
+        registry.RegisterVariable(VariableProxyBool(&watchSettings_.orientations, "bench.orientations",
+                                                    "whether orientations of trackers are told"));
     }
 
     BallSettings settings_;
     Balls balls_;
+    WatchSettings watchSettings_;
+    InputWatch inputWatch_;
 };
 
 class WorkbenchDescriptor : public ApplicationPluginDescriptor
