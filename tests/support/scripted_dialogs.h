@@ -28,6 +28,9 @@ public:
     {
     }
 
+    /// Answers every dialog alike. With Retry an assertion shows again each time that it fails, in place of once.
+    explicit ScriptedDialogs(platform::eDialogAnswer every) : ScriptedDialogs() { every_ = every; }
+
     ~ScriptedDialogs() override
     {
         platform::SetDialogPresenter(previous_);
@@ -40,7 +43,7 @@ public:
         std::lock_guard const lock(mutex_);
         requests_.push_back(request);
         if (answers_.empty())
-            return platform::eDialogAnswer::e_ignore;
+            return every_;
         platform::eDialogAnswer const answer = answers_.front();
         answers_.pop_front();
         return answer;
@@ -70,6 +73,7 @@ private:
     std::deque<platform::eDialogAnswer> answers_;
     std::vector<platform::DialogRequest> requests_;
     platform::DialogPresenter *previous_;
+    platform::eDialogAnswer every_ = platform::eDialogAnswer::e_ignore;
 };
 
 } // namespace quillmarsh::tests
