@@ -5,9 +5,9 @@
 #include <quillmarsh/dataobjects/sampletransfer.h>
 
 #include "source/dataobjects/samplekernels.h"
+#include "source/dataobjects/sampleparts.h"
 
 #include <cstring>
-#include <functional>
 
 namespace quillmarsh
 {
@@ -37,14 +37,6 @@ auto PartOf(Signal &signal, unsigned int offset)
     using Byte = std::remove_pointer_t<decltype(samples)>;
     return Part<std::remove_pointer_t<Byte>>{samples ? samples + offset : nullptr,
                                              static_cast<std::ptrdiff_t>(signal.GetSampleByteSize())};
-}
-
-bool Overlap(SignalBase const &a, SignalBase const &b)
-{
-    // The standard's order of pointers holds for any two of them.
-    std::less<unsigned char const *> const isBefore;
-    return isBefore(a.GetSamplesB(), b.GetSamplesB() + b.GetTotalByteSize()) &&
-           isBefore(b.GetSamplesB(), a.GetSamplesB() + a.GetTotalByteSize());
 }
 
 /// Runs a processor over all samples. A kernel that does the same takes the first of them, as long as no block is
@@ -133,11 +125,6 @@ private:
 bool CanFuse(CopyLayout const &wanted, CopyLayout const &layout, SignalBase const &dst, SignalBase const &src)
 {
     return wanted == layout && dst.CheckDimensionMatch(src) && !Overlap(dst, src);
-}
-
-bool HoldsPart(SignalBase const &signal, unsigned int offset, unsigned int byteSize)
-{
-    return signal.GetSampleByteSize() >= byteSize && offset <= signal.GetSampleByteSize() - byteSize;
 }
 
 void CheckCounts([[maybe_unused]] SignalBase const &dst, [[maybe_unused]] SignalBase const &src)

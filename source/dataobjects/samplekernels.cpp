@@ -8,9 +8,9 @@
 #define HWY_TARGET_INCLUDE "source/dataobjects/samplekernels.cpp"
 #include <hwy/foreach_target.h>
 
-#include <hwy/highway.h>
+#include "source/dataobjects/samplelanes-inl.h"
 
-#include <cstdint>
+#include <hwy/highway.h>
 
 HWY_BEFORE_NAMESPACE();
 namespace quillmarsh
@@ -30,144 +30,6 @@ std::size_t Run(eSampleKernel, unsigned char *, unsigned char const *, std::size
 
 #else
 
-namespace hn = hwy::HWY_NAMESPACE;
-
-// Samples are handled in lanes of 32 bits, or of 16 where no sample is wider; narrower sides use part of a vector.
-constexpr hn::ScalableTag<std::uint32_t> s_d32;
-constexpr hn::Rebind<std::int32_t, decltype(s_d32)> s_dInt;
-constexpr hn::Rebind<float, decltype(s_d32)> s_dFloat;
-constexpr hn::Rebind<std::uint16_t, decltype(s_d32)> s_d16For32;
-constexpr hn::Rebind<std::uint8_t, decltype(s_d32)> s_d8For32;
-constexpr hn::Repartition<std::uint8_t, decltype(s_d32)> s_d8;
-constexpr hn::ScalableTag<std::uint16_t> s_d16;
-constexpr hn::Rebind<std::uint8_t, decltype(s_d16)> s_d8For16;
-
-using V32 = hn::Vec<decltype(s_d32)>;
-using V16 = hn::Vec<decltype(s_d16)>;
-
-/// @name Loads and stores of samples in lanes; a pointer is to the first of them
-/// @{
-HWY_ATTR V32 LoadColours(unsigned char const *at)
-{
-    return hn::BitCast(s_d32, hn::LoadU(s_d8, at));
-}
-
-HWY_ATTR void StoreColours(unsigned char *at, V32 colours)
-{
-    hn::StoreU(hn::BitCast(s_d8, colours), s_d8, at);
-}
-
-HWY_ATTR V32 LoadWordsTo32(unsigned char const *at)
-{
-    constexpr hn::Repartition<std::uint8_t, decltype(s_d16For32)> dBytes;
-    return hn::PromoteTo(s_d32, hn::BitCast(s_d16For32, hn::LoadU(dBytes, at)));
-}
-
-HWY_ATTR auto LoadWordsFor32(unsigned char const *at)
-{
-    constexpr hn::Repartition<std::uint8_t, decltype(s_d16For32)> dBytes;
-    return hn::BitCast(s_d16For32, hn::LoadU(dBytes, at));
-}
-
-template<typename V>
-HWY_ATTR void StoreWordsFor32(unsigned char *at, V words)
-{
-    constexpr hn::Repartition<std::uint8_t, decltype(s_d16For32)> dBytes;
-    hn::StoreU(hn::BitCast(dBytes, words), dBytes, at);
-}
-
-HWY_ATTR V32 LoadBytesTo32(unsigned char const *at)
-{
-    return hn::PromoteTo(s_d32, hn::LoadU(s_d8For32, at));
-}
-
-HWY_ATTR void StoreBytesOf32(unsigned char *at, V32 values)
-{
-    hn::StoreU(hn::TruncateTo(s_d8For32, values), s_d8For32, at);
-}
-
-HWY_ATTR V16 LoadWords(unsigned char const *at)
-{
-    constexpr hn::Repartition<std::uint8_t, decltype(s_d16)> dBytes;
-    return hn::BitCast(s_d16, hn::LoadU(dBytes, at));
-}
-
-HWY_ATTR void StoreWords(unsigned char *at, V16 words)
-{
-    constexpr hn::Repartition<std::uint8_t, decltype(s_d16)> dBytes;
-    hn::StoreU(hn::BitCast(dBytes, words), dBytes, at);
-}
-
-HWY_ATTR V16 LoadBytesTo16(unsigned char const *at)
-{
-    return hn::PromoteTo(s_d16, hn::LoadU(s_d8For16, at));
-}
-
-HWY_ATTR void StoreBytesOf16(unsigned char *at, V16 values)
-{
-    hn::StoreU(hn::TruncateTo(s_d8For16, values), s_d8For16, at);
-}
-/// @}
-
-/// Bits of `values` where the mask has them, else those of `others`.
-template<typename V>
-HWY_ATTR V Merge(V mask, V values, V others)
-{
-    return hn::Or(hn::And(mask, values), hn::AndNot(mask, others));
-}
-
-HWY_ATTR V32 Set32(std::uint32_t value)
-{
-    return hn::Set(s_d32, value);
-}
-
-/// Puts the bytes of each lane in a new order, given for the first lane; 0x80 gives a zero.
-HWY_ATTR V32 Shuffle(V32 values, std::uint32_t order)
-{
-    // The order of a lane counts from the start of its group of four lanes.
-    alignas(16) static constexpr std::uint32_t s_groupOffsets[4] = {0, 0x04040404, 0x08080808, 0x0C0C0C0C};
-    V32 const offsets = hn::LoadDup128(s_d32, s_groupOffsets);
-    V32 const orders = hn::Add(Set32(order), offsets);
-    return hn::BitCast(s_d32, hn::TableLookupBytesOr0(hn::BitCast(s_d8, values), hn::BitCast(s_d8, orders)));
-}
-
-HWY_ATTR auto ToFloat(V32 values)
-{
-    return hn::ConvertTo(s_dFloat, hn::BitCast(s_dInt, values));
-}
-
-/// Cuts off toward zero. Numbers that are none, and those beyond 32 bits, have no low bits.
-template<typename V>
-HWY_ATTR V32 CutOff(V values)
-{
-#if HWY_TARGET == HWY_SSSE3 || HWY_TARGET == HWY_SSE4
-    // The instruction gives 0x80000000 for these, which the library would mend at the cost of as much again.
-    return V32{_mm_cvttps_epi32(values.raw)};
-#elif HWY_TARGET == HWY_AVX2
-    return V32{_mm256_cvttps_epi32(values.raw)};
-#elif HWY_TARGET == HWY_AVX3
-    return V32{_mm512_cvttps_epi32(values.raw)};
-#else
-    auto const fits = hn::Lt(hn::Abs(values), hn::Set(s_dFloat, 2147483648.0f));
-    return hn::BitCast(s_d32, hn::ConvertTo(s_dInt, hn::IfThenElseZero(fits, values)));
-#endif
-}
-
-/// The rounding step.
-template<typename V>
-HWY_ATTR V32 RoundLanes(V values)
-{
-    return CutOff(hn::Add(values, hn::Set(s_dFloat, 0.5f)));
-}
-
-HWY_ATTR V32 Luminance(V32 colours)
-{
-    auto const blue = hn::Mul(ToFloat(hn::And(colours, Set32(0xFF))), hn::Set(s_dFloat, 0.114f));
-    auto const green = hn::Mul(ToFloat(Shuffle(colours, 0x80808001)), hn::Set(s_dFloat, 0.587f));
-    auto const red = hn::Mul(ToFloat(Shuffle(colours, 0x80808002)), hn::Set(s_dFloat, 0.299f));
-    return RoundLanes(hn::Add(hn::Add(blue, green), red));
-}
-
 HWY_ATTR V32 Pack4444(V32 colours)
 {
     V32 const nibbles = hn::And(hn::ShiftRight<4>(colours), Set32(0x0F0F0F0F));
@@ -185,10 +47,9 @@ HWY_ATTR V32 Unpack4444(V32 words)
 HWY_ATTR V32 Pack1555(V32 colours)
 {
     V32 const blue = hn::And(hn::ShiftRight<3>(colours), Set32(0x001F));
-    V32 const green = hn::And(hn::ShiftRight<6>(colours), Set32(0x03E0));
-    V32 const red = hn::And(hn::ShiftRight<9>(colours), Set32(0x7C00));
-    V32 const alpha = hn::And(hn::ShiftRight<16>(colours), Set32(0x8000));
-    return hn::Or(hn::Or(blue, green), hn::Or(red, alpha));
+    V32 const blueGreen = hn::OrAnd(blue, hn::ShiftRight<6>(colours), Set32(0x03E0));
+    V32 const colour = hn::OrAnd(blueGreen, hn::ShiftRight<9>(colours), Set32(0x7C00));
+    return hn::OrAnd(colour, hn::ShiftRight<16>(colours), Set32(0x8000));
 }
 
 /// Two fields of five bits in the halves of each lane, times 255 / 31 and rounded: (527 n + 23) / 64 is the same for
@@ -226,26 +87,20 @@ struct ByteFromWordHigh
 
 struct ByteFromColourAlpha
 {
-    static HWY_ATTR void Run(unsigned char *dst, unsigned char const *src)
-    {
-        StoreBytesOf32(dst, hn::ShiftRight<24>(LoadColours(src)));
-    }
+    static HWY_ATTR V32 Values(unsigned char const *src) { return hn::ShiftRight<24>(LoadColours(src)); }
 };
 
 struct ByteFromColourLuminance
 {
-    static HWY_ATTR void Run(unsigned char *dst, unsigned char const *src)
-    {
-        StoreBytesOf32(dst, Luminance(LoadColours(src)));
-    }
+    static HWY_ATTR V32 Values(unsigned char const *src) { return Luminance(LoadColours(src)); }
 };
 
 struct ByteFromFloat
 {
-    static HWY_ATTR void Run(unsigned char *dst, unsigned char const *src)
+    static HWY_ATTR V32 Values(unsigned char const *src)
     {
         auto const values = hn::BitCast(s_dFloat, LoadColours(src));
-        StoreBytesOf32(dst, RoundLanes(hn::Mul(values, hn::Set(s_dFloat, 255.0f))));
+        return hn::And(RoundLanes(hn::Mul(values, hn::Set(s_dFloat, 255.0f))), Set32(0xFF));
     }
 };
 
@@ -364,6 +219,44 @@ struct FloatFromByte
 };
 /// @}
 
+/// Stores the low bytes of four vectors of lanes, which have no others.
+HWY_ATTR void StoreBytesOf4Times32(unsigned char *at, V32 v0, V32 v1, V32 v2, V32 v3)
+{
+#if HWY_TARGET == HWY_AVX3
+    // Packing works in each group of four lanes by itself.
+    alignas(64) static constexpr std::uint32_t s_order[16] = {0, 4, 8, 12, 1, 5, 9, 13, 2, 6, 10, 14, 3, 7, 11, 15};
+    __m512i const packed = _mm512_packus_epi16(_mm512_packs_epi32(v0.raw, v1.raw), _mm512_packs_epi32(v2.raw, v3.raw));
+    StoreColours(at, hn::TableLookupLanes(V32{packed}, hn::SetTableIndices(s_d32, s_order)));
+#elif HWY_TARGET == HWY_AVX2
+    alignas(32) static constexpr std::uint32_t s_order[8] = {0, 4, 1, 5, 2, 6, 3, 7};
+    __m256i const packed = _mm256_packus_epi16(_mm256_packs_epi32(v0.raw, v1.raw), _mm256_packs_epi32(v2.raw, v3.raw));
+    StoreColours(at, hn::TableLookupLanes(V32{packed}, hn::SetTableIndices(s_d32, s_order)));
+#else
+    std::size_t const step = hn::Lanes(s_d32);
+    StoreBytesOf32(at, v0);
+    StoreBytesOf32(at + step, v1);
+    StoreBytesOf32(at + 2 * step, v2);
+    StoreBytesOf32(at + 3 * step, v3);
+#endif
+}
+
+/// Runs a kernel that gives bytes in lanes of 32 bits over as many whole vectors as there are.
+template<typename Kernel>
+HWY_ATTR std::size_t RunAllToBytes(unsigned char *dst, unsigned char const *src, std::size_t count)
+{
+    std::size_t const step = hn::Lanes(s_d32);
+    std::size_t done = 0;
+    for (; count - done >= 4 * step; done += 4 * step)
+    {
+        unsigned char const *const from = src + 4 * done;
+        StoreBytesOf4Times32(dst + done, Kernel::Values(from), Kernel::Values(from + 4 * step),
+                             Kernel::Values(from + 8 * step), Kernel::Values(from + 12 * step));
+    }
+    for (; count - done >= step; done += step)
+        StoreBytesOf32(dst + done, Kernel::Values(src + 4 * done));
+    return done;
+}
+
 /// Runs a kernel over as many whole vectors as there are.
 template<typename Kernel, std::size_t dstSize, std::size_t srcSize>
 HWY_ATTR std::size_t RunAll(unsigned char *dst, unsigned char const *src, std::size_t count)
@@ -391,11 +284,11 @@ std::size_t Run(eSampleKernel kernel, unsigned char *dst, unsigned char const *s
     case eSampleKernel::e_byteFromWordHigh:
         return RunAll<ByteFromWordHigh, 1, 2>(dst, src, count);
     case eSampleKernel::e_byteFromColourAlpha:
-        return RunAll<ByteFromColourAlpha, 1, 4>(dst, src, count);
+        return RunAllToBytes<ByteFromColourAlpha>(dst, src, count);
     case eSampleKernel::e_byteFromColourLuminance:
-        return RunAll<ByteFromColourLuminance, 1, 4>(dst, src, count);
+        return RunAllToBytes<ByteFromColourLuminance>(dst, src, count);
     case eSampleKernel::e_byteFromFloat:
-        return RunAll<ByteFromFloat, 1, 4>(dst, src, count);
+        return RunAllToBytes<ByteFromFloat>(dst, src, count);
     case eSampleKernel::e_wordSetLowFromByte:
         return RunAll<WordSetLowFromByte, 2, 1>(dst, src, count);
     case eSampleKernel::e_wordSetHighFromByte:
@@ -441,25 +334,25 @@ namespace
 
 HWY_EXPORT(Run);
 
+} // namespace
+
 #ifdef HWY_COMPILE_ONLY_STATIC
 // One set of instructions, which the build took for granted and the machine may lack.
-bool CanRun()
+bool CanRunKernels()
 {
     static bool const can = __builtin_cpu_supports("ssse3");
     return can;
 }
 #else
-constexpr bool CanRun()
+bool CanRunKernels()
 {
     return true;
 }
 #endif
 
-} // namespace
-
 std::size_t RunSampleKernel(eSampleKernel kernel, unsigned char *dst, unsigned char const *src, std::size_t count)
 {
-    return CanRun() ? HWY_DYNAMIC_DISPATCH(Run)(kernel, dst, src, count) : 0;
+    return CanRunKernels() ? HWY_DYNAMIC_DISPATCH(Run)(kernel, dst, src, count) : 0;
 }
 
 #ifdef HWY_COMPILE_ONLY_STATIC

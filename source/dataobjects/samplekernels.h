@@ -37,6 +37,9 @@ enum class eSampleKernel
 /// but less than a vector of them. Blocks must not overlap; they need no alignment. Any thread.
 std::size_t RunSampleKernel(eSampleKernel kernel, unsigned char *dst, unsigned char const *src, std::size_t count);
 
+/// Whether this machine has the vectors that the build counts on.
+bool CanRunKernels();
+
 /// @name Choice of the machine's vectors, for tests
 /// @{
 

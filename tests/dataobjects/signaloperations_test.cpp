@@ -1,0 +1,357 @@
+#include <quillmarsh/dataobjects/signaloperations.h>
+
+#include "source/dataobjects/samplekernels.h"
+#include "tests/support/sample_blocks.h"
+#include "tests/support/scripted_dialogs.h"
+#include <quillmarsh/dataobjects/sampleprocessors.h>
+
+#include <gtest/gtest.h>
+
+#include <cstring>
+#include <functional>
+
+namespace quillmarsh
+{
+namespace
+{
+
+using namespace element_processors;
+using namespace sample_processors;
+using tests::Bytes;
+using tests::BytesOf;
+using tests::CountUp;
+using tests::RandomBytes;
+using tests::ScriptedDialogs;
+using Texts = std::vector<string>;
+using Work = std::function<void(SignalBase &)>;
+
+/// The work of a one-element processor at an offset of each sample.
+template<typename Processor>
+Work OneByOne(unsigned int offset, Processor processor)
+{
+    return [=](SignalBase &signal) mutable
+    {
+        ProcessElementsInplace(processor, signal.GetNumSamples(), signal.GetSamplesB() + offset,
+                               signal.GetSampleByteSize());
+    };
+}
+
+Work InTurn(std::initializer_list<Work> steps)
+{
+    return [all = std::vector<Work>(steps)](SignalBase &signal)
+    {
+        for (Work const &step : all)
+            step(signal);
+    };
+}
+
+struct Operation
+{
+    char const *name;
+    std::vector<unsigned int> sizes; ///< of samples
+    Work work, oneByOne;
+};
+
+using Threshold = Process_ThresholdSegmentation<unsigned char>;
+using Fill1 = Process_Fill1<unsigned char>;
+
+std::vector<Operation> const s_operations = {
+    {"flip bytes",
+     {2, 3, 4, 5, 6, 8, 12, 16},
+     [](SignalBase &s) { ProcessSamples_FlipByteOrder(s); },
+     [](SignalBase &s) { OneByOne(0, Process_FlipOrderN<unsigned char>(s.GetSampleByteSize()))(s); }},
+    {"flip a triplet",
+     {4, 6, 7, 12},
+     [](SignalBase &s) { ProcessSamples_3BytesFlipByteOrder(s, 1); },
+     OneByOne(1, Process_FlipOrder3<unsigned char>())},
+    {"swap bytes",
+     {4, 6, 16},
+     [](SignalBase &s) { ProcessSamples_SwapBytes(s, 1, 2); },
+     OneByOne(1, Process_Swap1<unsigned char>(2))},
+    {"clear",
+     {1, 3, 5},
+     ProcessSamples_Clear,
+     [](SignalBase &s) { OneByOne(0, Process_FillN<unsigned char>(s.GetSampleByteSize(), 0))(s); }},
+    {"fill a byte",
+     {1, 2, 3, 4, 7, 12},
+     [](SignalBase &s) { ProcessSamples_Fill1Byte(s, s.GetSampleByteSize() - 1, 9); },
+     [](SignalBase &s) { OneByOne(s.GetSampleByteSize() - 1, Fill1(9))(s); }},
+    {"fill all bytes",
+     {3, 4},
+     [](SignalBase &s) { ProcessSamples_FillNBytes(s, 9); },
+     [](SignalBase &s) { OneByOne(0, Process_FillN<unsigned char>(s.GetSampleByteSize(), 9))(s); }},
+    {"fill three bytes",
+     {3, 4, 16},
+     [](SignalBase &s) { ProcessSamples_Fill3Bytes(s, 0, 1, 2, 3); },
+     OneByOne(0, Process_Fill3<unsigned char>(1, 2, 3))},
+    {"fill nibbles",
+     {2, 3},
+     [](SignalBase &s)
+     {
+         ProcessSamples_Fill1Nibble(s, 1, true, 0x35);
+         ProcessSamples_Fill1Nibble_MapValueRange(s, 0, false, 0x7A);
+     },
+     InTurn({OneByOne(1, Process_Fill1NibbleHigh(0x35)), OneByOne(0, Process_Fill1NibbleLow(7))})},
+    {"fill bits",
+     {2},
+     [](SignalBase &s) { ProcessSamples_FillBits_UShort(s, 0xFFFB, 0x1E, 7); },
+     [](SignalBase &s)
+     {
+         Process_FillBits<unsigned short> processor(0xFFFB, 0x1E, 7);
+         ProcessElementsInplace(processor, s.GetNumSamples(), s.GetSamplesB(), 2);
+     }},
+    {"colour key",
+     {4, 6},
+     [](SignalBase &s) { ProcessSamples_AlphaFromColorKey(s, color4b(0, 0, 0, 77), 3, 200); },
+     [](SignalBase &s)
+     {
+         for (unsigned int i = 0; i < s.GetNumSamples(); ++i)
+             s.SampleB(i)[3] = s.SampleB(i)[0] + s.SampleB(i)[1] + s.SampleB(i)[2] == 0 ? 3 : 200;
+     }},
+    {"coverage",
+     {4, 8},
+     [](SignalBase &s) { ProcessSamples_BGRToA_ThresholdBGR(s, 60); },
+     InTurn({[](SignalBase &s) { CopySamples_3BytesBGRTo1ByteL(s, 3, s, 0); }, OneByOne(0, Threshold(60, 0, 0, 255)),
+             OneByOne(1, Threshold(60, 0, 0, 255)), OneByOne(2, Threshold(60, 0, 0, 255))})},
+    {"high pass",
+     {1, 2, 4, 6},
+     [](SignalBase &s) { HighPassFilter(s, 0, 60, 1, 2); },
+     OneByOne(0, Process_HighPassFilter<unsigned char>(60, 1, 2))},
+    {"low pass",
+     {1, 3, 5},
+     [](SignalBase &s) { LowPassFilter(s, 0, 60, 1, 2); },
+     OneByOne(0, Process_LowPassFilter<unsigned char>(60, 1, 2))},
+    {"three values",
+     {2, 4, 12},
+     [](SignalBase &s) { ThresholdSegmentation(s, 1, 0, 7, 8, 9); },
+     OneByOne(1, Threshold(0, 7, 8, 9))},
+    {"three values of two bytes",
+     {4, 6, 7},
+     [](SignalBase &s) { ThresholdSegmentationNBytes(s, 2, 2, 255, 7, 8, 9); },
+     InTurn({OneByOne(2, Threshold(255, 7, 8, 9)), OneByOne(3, Threshold(255, 7, 8, 9))})},
+    {"reverse",
+     {1, 2, 3, 4, 5, 6, 8, 12, 16},
+     FlipSamples,
+     [](SignalBase &s)
+     {
+         std::ptrdiff_t const size = s.GetSampleByteSize();
+         Swap_N<unsigned char> swap(s.GetSampleByteSize());
+         ProcessElements(swap, s.GetNumSamples() / 2, s.GetSamplesB(), size,
+                         s.GetSamplesB() + s.GetTotalByteSize() - size, -size);
+     }},
+};
+
+TEST(SignalOperations, AgreeWithTheOneElementProcessorsAtAnyLengthAndPlace)
+{
+    constexpr std::size_t margin = 64;
+    for (long long const target : GetKernelTargets())
+    {
+        SetKernelTarget(target);
+        for (Operation const &operation : s_operations)
+        {
+            for (unsigned int const size : operation.sizes)
+            {
+                for (unsigned int count = 1; count < 300; count += count < 40 ? 1 : 29)
+                {
+                    Bytes block = RandomBytes(2 * margin + std::size_t{size} * count), expected = block;
+                    SignalBaseFromExternalStorageAdapter signal(sample_formats::UnknownSampleFormat(size));
+                    signal.SetExternalStorage(expected.data() + margin + count % 5, count);
+                    operation.oneByOne(signal);
+                    signal.SetExternalStorage(block.data() + margin + count % 5, count);
+                    operation.work(signal);
+                    ASSERT_EQ(block, expected) << operation.name << ", " << count << " of " << size << " by " << target;
+                }
+            }
+        }
+    }
+    SetKernelTarget(0);
+}
+
+TEST(SignalOperations, CopyPartsFlipped)
+{
+    struct Case
+    {
+        unsigned int dstSize, dstOffset, srcSize, srcOffset;
+    };
+    for (long long const target : GetKernelTargets())
+    {
+        SetKernelTarget(target);
+        for (auto const &[dstSize, dstOffset, srcSize, srcOffset] :
+             {Case{4, 0, 4, 0}, {4, 1, 4, 0}, {4, 0, 4, 1}, {3, 0, 3, 0}, {6, 3, 6, 0}, {4, 0, 3, 0}, {16, 9, 16, 2}})
+        {
+            for (unsigned int const count : {1u, 2u, 3u, 15u, 64u, 177u})
+            {
+                AutoPtr<SignalBase> const dst(ManufactureSignal(sample_formats::UnknownSampleFormat(dstSize), count));
+                AutoPtr<SignalBase> const src(ManufactureSignal(sample_formats::UnknownSampleFormat(srcSize), count));
+                Bytes expected = BytesOf(CountUp(*dst, 100));
+                CountUp(*src);
+                for (unsigned int i = 0; i < count; ++i)
+                {
+                    for (unsigned int k = 0; k < 3; ++k)
+                        expected[i * dstSize + dstOffset + k] = src->SampleB(i)[srcOffset + 2 - k];
+                }
+                CopySamples_3BytesFlippedByteOrder(*dst, dstOffset, *src, srcOffset);
+                ASSERT_EQ(BytesOf(*dst), expected) << dstSize << ' ' << srcSize << ' ' << count << " by " << target;
+            }
+        }
+        Signal<Sample16> words(e_format_A8L8, 99), flippedWords(e_format_A8L8, 99);
+        CopySamples_FlippedByteOrder(flippedWords, CountUp(words));
+        ProcessSamples_FlipByteOrder(flippedWords);
+        EXPECT_EQ(BytesOf(flippedWords), BytesOf(words));
+        Signal<Sample32> colours(e_format_A8R8G8B8, 99), flippedColours(e_format_A8R8G8B8, 99);
+        CopySamples_FlippedByteOrder(flippedColours, CountUp(colours));
+        EXPECT_EQ(flippedColours.Sample(1).bytes[0], 7);
+        ProcessSamples_FlipByteOrder(flippedColours);
+        EXPECT_EQ(BytesOf(flippedColours), BytesOf(colours));
+    }
+    SetKernelTarget(0);
+}
+
+TEST(SignalOperations, CopyRangesAndClone)
+{
+    Signal<Sample16> src(e_format_A8L8, 5), dst(e_format_A8L8, 7);
+    CountUp(src, 50);
+    CountUp(dst);
+    CopySamples1D(dst, src, 2, 4, 3);
+    EXPECT_EQ(BytesOf(dst), (Bytes{0, 1, 2, 3, 4, 5, 6, 7, 56, 57, 58, 59, 12, 13}));
+    CopySamples1D(dst, src, 0, 1, 0);
+    EXPECT_EQ(BytesOf(dst), (Bytes{0, 1, 50, 51, 52, 53, 54, 55, 56, 57, 58, 59, 12, 13}));
+
+    AutoPtr<SignalBase> const clone(CloneSignal(src));
+    EXPECT_EQ(clone->GetSampleFormat(), e_format_A8L8);
+    EXPECT_EQ(BytesOf(*clone), BytesOf(src));
+    SignalBaseFromExternalStorageAdapter const five(sample_formats::UnknownSampleFormat(5));
+    EXPECT_EQ(CloneSignal(five), nullptr);
+}
+
+TEST(SignalOperations, AssertWhatDoesNotFitAndLeaveItAlone)
+{
+    ScriptedDialogs dialogs(platform::eDialogAnswer::e_retry);
+    Signal<Sample32> s(e_format_A8R8G8B8, 3), other(e_format_X8R8G8B8, 3);
+    Signal<Sample16> words(e_format_A8L8, 3), none(e_format_A8L8, 0), five(e_format_A8L8, 5);
+    color4f const black(0, 0, 0, 0);
+    Bytes const before = BytesOf(CountUp(s));
+    struct Misuse
+    {
+        std::function<void()> call;
+        Texts texts;
+    };
+    string const byte = "Byte-offset out of range.", triplet = "Triplet-offset out of range.";
+    Misuse const misuses[] = {
+        {[&] { ProcessSamples_3BytesFlipByteOrder(s, 2); }, {triplet}},
+        {[&] { ProcessSamples_3BytesFlipByteOrder(words, 0); }, {triplet}},
+        {[&] { ProcessSamples_SwapBytes(s, 4, 0); }, {"Byte-offset-1 out of range."}},
+        {[&] { ProcessSamples_SwapBytes(s, 2, 2); }, {"Byte-offset-2 out of range."}},
+        {[&] { ProcessSamples_Fill1Byte(s, 4, 0); }, {byte}},
+        {[&] { ProcessSamples_Fill3Bytes(s, 2, 0, 0, 0); }, {triplet}},
+        {[&] { ProcessSamples_Fill1Nibble(s, 4, true, 0); }, {byte}},
+        {[&] { ProcessSamples_FillBits_UShort(s, 0, 1, 1); }, {"Invalid target-sample-size."}},
+        {[&] { HighPassFilter(s, 4, 0, 0, 0); }, {byte}},
+        {[&] { LowPassFilter(s, 4, 0, 0, 0); }, {byte}},
+        {[&] { ThresholdSegmentation(s, 4, 0, 0, 0, 0); }, {byte}},
+        {[&] { ThresholdSegmentationNBytes(s, 4, 1, 0, 0, 0, 0); }, {byte, "Num-bytes-per-sample out of range.", byte}},
+        {[&] { CopySamples_FlippedByteOrder(five, words); }, {"Sample-count mismatch."}},
+        {[&] { CopySamples_3BytesFlippedByteOrder(s, 2, words, 0); },
+         {"Destination-triplet-offset out of range.", "Source-triplet-offset out of range."}},
+        {[&] { CopySamples1D(s, words, 4, 0, 0); },
+         {"Sample-format mismatch.", "Destination-offset/count out of range.", "Source-offset/count out of range."}},
+        {[&] { CopySamples1D(s, s, 2, 0xFFFFFFFF, 0); }, {"Destination-offset/count out of range."}},
+        {[&] { CopySamples1D(none, none, 0, 0, 0); }, {"Destination is empty.", "Source is empty."}},
+        {[&] { ProcessSamples_Clear(none); }, {"Invalid argument."}},
+        {[&] { FlipSamples(none); }, {}},
+        {[&] { ProcessSamples_AlphaFromColorKey(words, color4b(0, 0, 0, 0), 0, 0); }, {}},
+        {[&] { ProcessSamples_BGRToA_ThresholdBGR(words); }, {}},
+        {[&] { GradientFill(s, black, black, 3, 3); },
+         {"Start-index out of range.", "End-index out of range.", "Destination-offset/count out of range."}},
+    };
+    for (std::size_t i = 0; i < std::size(misuses); ++i)
+    {
+        misuses[i].call();
+        EXPECT_EQ(dialogs.TakeTexts(), misuses[i].texts) << i;
+        EXPECT_EQ(BytesOf(s), before) << i;
+    }
+    // A format of the same size is told of, and copied all the same.
+    CopySamples1D(other, s, 0, 0, 0);
+    EXPECT_EQ(dialogs.TakeTexts(), Texts{"Sample-format mismatch."});
+    EXPECT_EQ(BytesOf(other), before);
+    // As is a gradient that ends before its start: it has one sample.
+    EXPECT_TRUE(GradientFill(s, black, black, 2, 0));
+    EXPECT_EQ(dialogs.TakeTexts(), Texts{"End-index preceds start-index."});
+    EXPECT_EQ(BytesOf(s), (Bytes{0, 1, 2, 3, 4, 5, 6, 7, 0, 0, 0, 0}));
+}
+
+/// What one sample of bytes 0xA5 becomes; an empty string where the format has no such channel.
+struct Fill
+{
+    eSampleFormat format;
+    char const *luminance, *alpha, *red, *green, *blue, *rgb, *argb;
+};
+
+// Values: alone 0xC8, as a colour red 0x11, green 0x92, blue 0x53, alpha 0x74.
+constexpr Fill s_fills[] = {
+    {e_format_L8, "\xC8", "", "", "", "", "", ""},
+    {e_format_A8, "", "\xC8", "", "", "", "", ""},
+    {e_format_A8L8, "\xC8\xA5", "\xA5\xC8", "", "", "", "", ""},
+    {e_format_A4R4G4B4, "", "\xA5\xC5", "\xA5\xAC", "\xC5\xA5", "\xAC\xA5", "\x95\xA1", "\x95\x71"},
+    {e_format_A1R5G5B5, "", "\xA5\xA5", "\xA5\xE5", "\x25\xA7", "\xB9\xA5", "\x4A\x8A", "\x4A\x0A"},
+    {e_format_X8R8G8B8, "", "", "\xA5\xA5\xC8\xA5", "\xA5\xC8\xA5\xA5", "\xC8\xA5\xA5\xA5", "\x53\x92\x11\xA5", ""},
+    {e_format_A8R8G8B8, "", "\xA5\xA5\xA5\xC8", "\xA5\xA5\xC8\xA5", "\xA5\xC8\xA5\xA5", "\xC8\xA5\xA5\xA5",
+     "\x53\x92\x11\xA5", "\x53\x92\x11\x74"},
+    {e_format_FP32NormL, "", "", "", "", "", "", ""},
+};
+
+TEST(SignalOperations, FillTheChannelsThatTheFormatHas)
+{
+    color4b const colour(0x11, 0x92, 0x53, 0x74);
+    constexpr unsigned char value = 0xC8;
+    auto const check = [](eSampleFormat format, string const &expected, auto fill, auto const &argument)
+    {
+        AutoPtr<SignalBase> const signal(ManufactureSignal(format, 2));
+        ProcessSamples_FillNBytes(*signal, 0xA5);
+        Bytes const before = BytesOf(*signal);
+        string const twice = expected + expected;
+        EXPECT_EQ(fill(*signal, argument), !expected.empty()) << std::hex << format;
+        EXPECT_EQ(BytesOf(*signal), expected.empty() ? before : Bytes(twice.begin(), twice.end()))
+            << std::hex << format;
+    };
+    for (Fill const &fill : s_fills)
+    {
+        check(fill.format, fill.luminance, Fill_Luminance, value);
+        check(fill.format, fill.alpha, Fill_Alpha, value);
+        check(fill.format, fill.red, Fill_Red, value);
+        check(fill.format, fill.green, Fill_Green, value);
+        check(fill.format, fill.blue, Fill_Blue, value);
+        check(fill.format, fill.rgb, Fill_RGB, colour);
+        check(fill.format, fill.argb, Fill_ARGB, colour);
+    }
+    check(e_format_A1R5G5B5, "\xA5\x25", Fill_Alpha, static_cast<unsigned char>(100));
+}
+
+TEST(SignalOperations, GradientStopsOneStepShort)
+{
+    SignalOperationsManager const manager;
+    color4f const black(0, 0, 0, 1), white(1, 1, 1, 1);
+    Signal<Sample32> colours(e_format_X8R8G8B8, 6);
+    ProcessSamples_FillNBytes(colours, 0xA5);
+    EXPECT_TRUE(GradientFill(colours, white, color4f(0, 0.5f, 1, 0), 1, 4));
+    EXPECT_EQ(BytesOf(colours), (Bytes{0xA5, 0xA5, 0xA5, 0xA5, 255, 255, 255, 255, 255,  223,  191,  191, //
+                                       255,  191,  127,  127,  255, 159, 63,  63,  0xA5, 0xA5, 0xA5, 0xA5}));
+    Signal<Sample8> luminance(e_format_L8, 5);
+    EXPECT_TRUE(GradientFill(luminance, black, white, 0, 3));
+    EXPECT_TRUE(GradientFill(luminance, white, black, 4, 4));
+    EXPECT_EQ(BytesOf(luminance), (Bytes{0, 63, 127, 191, 255}));
+    // Steps are added up, not multiplied.
+    Signal<Sample32> fine(e_format_A8R8G8B8, 255);
+    EXPECT_TRUE(GradientFill(fine, black, white, 0, 254));
+    float sum = 0;
+    for (unsigned int i = 0; i < 255; ++i, sum += static_cast<float>(1.0 / 255))
+        EXPECT_EQ(fine.Sample(i).bytes[1], static_cast<unsigned char>(static_cast<double>(sum) * 255.0)) << i;
+
+    Signal<Sample32> floats(e_format_FP32NormL, 2);
+    Bytes const before = BytesOf(CountUp(floats));
+    EXPECT_FALSE(GradientFill(floats, black, white, 0, 1));
+    EXPECT_EQ(BytesOf(floats), before);
+}
+
+} // namespace
+} // namespace quillmarsh

@@ -1,0 +1,43 @@
+// Containers of samples for tests: random, of given bytes, and their comparison.
+#ifndef QUILLMARSH_TESTS_SUPPORT_SAMPLE_BLOCKS_H
+#define QUILLMARSH_TESTS_SUPPORT_SAMPLE_BLOCKS_H
+
+#include <quillmarsh/dataobjects/imagebase.h>
+#include <quillmarsh/dataobjects/volumebase.h>
+
+#include <algorithm>
+#include <random>
+#include <vector>
+
+namespace quillmarsh::tests
+{
+
+using Bytes = std::vector<unsigned char>;
+
+/// Bytes of which some are equal: thresholds and keys have to be met.
+inline Bytes RandomBytes(std::size_t size)
+{
+    static std::mt19937 s_random(7);
+    Bytes bytes(size);
+    std::generate(bytes.begin(), bytes.end(),
+                  [] { return static_cast<unsigned char>(s_random() % 5 * (s_random() % 64)); });
+    return bytes;
+}
+
+inline Bytes BytesOf(SignalBase const &signal)
+{
+    return Bytes(signal.GetSamplesB(), signal.GetSamplesB() + signal.GetTotalByteSize());
+}
+
+/// Fills a container with bytes that count up from a first one.
+template<typename Container>
+Container &CountUp(Container &container, unsigned int first = 0)
+{
+    for (unsigned int i = 0; i < container.GetTotalByteSize(); ++i)
+        container.GetSamplesB()[i] = static_cast<unsigned char>(first + i);
+    return container;
+}
+
+} // namespace quillmarsh::tests
+
+#endif
