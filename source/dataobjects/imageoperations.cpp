@@ -173,8 +173,9 @@ void FillBlock(ImageBase &image, unsigned int byteOffset, unsigned char value, u
     std::size_t const numRuns = isAsWide ? std::min(numRows, 1u) : numRows;
     std::size_t const count = isAsWide ? std::size_t{numRows} * numColumns : numColumns;
     unsigned char *const start = image.ImageBase::SampleB(row, column);
+    SampleFill const fill(image.GetSampleByteSize(), byteOffset, mask, {&value, 1});
     for (std::size_t i = 0; i < numRuns; ++i)
-        FillRun(SampleRun(start + i * image.GetRowByteSize(), count, image), byteOffset, mask, {&value, 1});
+        fill.Run(SampleRun(start + i * image.GetRowByteSize(), count, image));
 }
 
 void GenerateCheckerboard(ImageBase &image, unsigned int byteOffset, unsigned char firstValue,

@@ -56,7 +56,7 @@ std::size_t RunSwap(unsigned char *, unsigned char *, std::size_t)
 {
     return 0;
 }
-std::size_t RunReverse(unsigned char *, std::size_t, unsigned int)
+std::size_t RunReverse(unsigned char *, std::size_t, std::size_t, unsigned int)
 {
     return 0;
 }
@@ -97,12 +97,28 @@ struct Vectors
     HWY_ATTR V8 At(int place) const { return place == 0 ? v0 : place == 1 ? v1 : v2; }
 };
 
+/// Lines that are written whole need not be read.
+HWY_ATTR std::size_t FillPastCaches(unsigned char *samples, std::size_t byteSize, V8 values)
+{
+    std::size_t const size = hn::Lanes(s_d8);
+    std::size_t done = CountBytesToLine(samples);
+    for (std::size_t i = 0; i < 64; i += size)
+        hn::StoreU(values, s_d8, samples + i);
+    for (; byteSize - done >= size; done += size)
+        hn::Stream(values, s_d8, samples + done);
+    hwy::FlushStream();
+    return done;
+}
+
 HWY_ATTR std::size_t RunFill(unsigned char *samples, std::size_t count, BytePattern const &mask,
                              BytePattern const &values)
 {
     Vectors const masks(mask), bits(values);
     std::size_t const byteSize = count * mask.GetSampleSize();
     bool const isWhole = std::all_of(mask.GetBytes(), mask.GetBytes() + 48, [](unsigned char m) { return m == 0xFF; });
+    bool const isBig = byteSize >= s_bigBlockSize && mask.IsUniform();
+    if (isWhole && isBig && CountBytesToLine(samples) % mask.GetSampleSize() == 0)
+        return FillPastCaches(samples, byteSize, bits.v0);
     if (isWhole)
         return ForVectors(mask, byteSize,
                           [&](std::size_t at, int place) HWY_ATTR { hn::StoreU(bits.At(place), s_d8, samples + at); });
@@ -299,16 +315,19 @@ HWY_ATTR inline std::size_t ReverseEnds(D d, unsigned char *samples, std::size_t
     return done;
 }
 
-HWY_ATTR std::size_t RunReverse(unsigned char *samples, std::size_t count, unsigned int sampleSize)
+HWY_ATTR std::size_t RunReverse(unsigned char *rows, std::size_t numRows, std::size_t count, unsigned int sampleSize)
 {
     if (16 % sampleSize != 0)
         return 0;
     alignas(16) unsigned char order[16];
     for (unsigned int i = 0; i < 16; ++i)
         order[i] = static_cast<unsigned char>(16 - sampleSize - i / sampleSize * sampleSize + i % sampleSize);
-    std::size_t const done = ReverseEnds(s_d8, samples, count * sampleSize, 0, order);
     constexpr hn::FixedTag<std::uint8_t, 16> d;
-    return ReverseEnds(d, samples, count * sampleSize, done, order) / sampleSize;
+    std::size_t const byteSize = count * sampleSize;
+    std::size_t done = 0;
+    for (unsigned char *row = rows; row != rows + numRows * byteSize; row += byteSize)
+        done = ReverseEnds(d, row, byteSize, ReverseEnds(s_d8, row, byteSize, 0, order), order);
+    return done / sampleSize;
 }
 
 #endif
@@ -343,6 +362,32 @@ void ReverseRest(unsigned char *samples, std::size_t count)
     };
     auto *const first = reinterpret_cast<Sample *>(samples);
     std::reverse(first, first + count);
+}
+
+void ReverseRest(unsigned char *rest, std::size_t count, unsigned int sampleSize)
+{
+    switch (sampleSize)
+    {
+    case 1:
+        return ReverseRest<1>(rest, count);
+    case 2:
+        return ReverseRest<2>(rest, count);
+    case 3:
+        return ReverseRest<3>(rest, count);
+    case 4:
+        return ReverseRest<4>(rest, count);
+    case 6:
+        return ReverseRest<6>(rest, count);
+    case 8:
+        return ReverseRest<8>(rest, count);
+    case 12:
+        return ReverseRest<12>(rest, count);
+    case 16:
+        return ReverseRest<16>(rest, count);
+    default:
+        for (std::size_t i = 0; i < count / 2; ++i)
+            std::swap_ranges(rest + i * sampleSize, rest + (i + 1) * sampleSize, rest + (count - 1 - i) * sampleSize);
+    }
 }
 
 } // namespace
@@ -400,46 +445,18 @@ void SwapBlocks(unsigned char *a, unsigned char *b, std::size_t byteSize)
     std::swap_ranges(a + done, a + byteSize, b + done);
 }
 
-void ReverseSamples(unsigned char *samples, std::size_t count, unsigned int sampleSize)
+void FlipColumnsOfBlock(unsigned char *rows, std::size_t numRows, std::size_t numColumns, unsigned int sampleSize)
 {
-    std::size_t const done = CanRunKernels() ? HWY_DYNAMIC_DISPATCH(RunReverse)(samples, count, sampleSize) : 0;
-    unsigned char *const rest = samples + done * sampleSize;
-    std::size_t const restCount = count - 2 * done;
-    switch (sampleSize)
-    {
-    case 1:
-        return ReverseRest<1>(rest, restCount);
-    case 2:
-        return ReverseRest<2>(rest, restCount);
-    case 3:
-        return ReverseRest<3>(rest, restCount);
-    case 4:
-        return ReverseRest<4>(rest, restCount);
-    case 6:
-        return ReverseRest<6>(rest, restCount);
-    case 8:
-        return ReverseRest<8>(rest, restCount);
-    case 12:
-        return ReverseRest<12>(rest, restCount);
-    case 16:
-        return ReverseRest<16>(rest, restCount);
-    default:
-        for (std::size_t i = 0; i < restCount / 2; ++i)
-            std::swap_ranges(rest + i * sampleSize, rest + (i + 1) * sampleSize,
-                             rest + (restCount - 1 - i) * sampleSize);
-    }
+    std::size_t const done =
+        CanRunKernels() ? HWY_DYNAMIC_DISPATCH(RunReverse)(rows, numRows, numColumns, sampleSize) : 0;
+    for (std::size_t i = 0; i < numRows && 2 * done + 1 < numColumns; ++i)
+        ReverseRest(rows + (i * numColumns + done) * sampleSize, numColumns - 2 * done, sampleSize);
 }
 
 void FlipRowsOfBlock(unsigned char *rows, std::size_t numRows, std::size_t rowByteSize)
 {
     for (std::size_t i = 0; i < numRows / 2; ++i)
         SwapBlocks(rows + i * rowByteSize, rows + (numRows - 1 - i) * rowByteSize, rowByteSize);
-}
-
-void FlipColumnsOfBlock(unsigned char *rows, std::size_t numRows, std::size_t numColumns, unsigned int sampleSize)
-{
-    for (std::size_t i = 0; i < numRows && numColumns > 1; ++i)
-        ReverseSamples(rows + i * numColumns * sampleSize, numColumns, sampleSize);
 }
 
 } // namespace quillmarsh

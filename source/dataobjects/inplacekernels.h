@@ -71,8 +71,6 @@ std::size_t SetAlphaByLuminance(unsigned char *colours, std::size_t count, unsig
 
 /// Exchanges two blocks, which do not overlap.
 void SwapBlocks(unsigned char *a, unsigned char *b, std::size_t byteSize);
-/// Reverses the order of samples.
-void ReverseSamples(unsigned char *samples, std::size_t count, unsigned int sampleSize);
 /// Reverses the order of rows.
 void FlipRowsOfBlock(unsigned char *rows, std::size_t numRows, std::size_t rowByteSize);
 /// Reverses the order of the samples of each row.

@@ -62,10 +62,10 @@ HWY_ATTR V32 SpreadFields(V32 fields, std::uint32_t upperFactor)
 
 HWY_ATTR V32 Unpack1555(V32 words)
 {
-    V32 const blueRed =
-        Merge(Set32(0xFFFF), hn::And(words, Set32(31)), hn::And(hn::ShiftLeft<6>(words), Set32(31 << 16)));
-    V32 const greenAlpha = Merge(Set32(0xFFFF), hn::And(hn::ShiftRight<5>(words), Set32(31)),
-                                 hn::And(hn::ShiftLeft<1>(words), Set32(1 << 16)));
+    V32 const blue = hn::And(words, Set32(31));
+    V32 const green = hn::And(hn::ShiftRight<5>(words), Set32(31));
+    V32 const blueRed = hn::OrAnd(blue, hn::ShiftLeft<6>(words), Set32(31 << 16));
+    V32 const greenAlpha = hn::OrAnd(green, hn::ShiftLeft<1>(words), Set32(1 << 16));
     // The one bit of alpha becomes 255.
     return hn::Or(SpreadFields(blueRed, 527), hn::ShiftLeft<8>(SpreadFields(greenAlpha, 255 * 64)));
 }
@@ -134,28 +134,21 @@ struct WordSetLowFromColourLuminance
 
 struct WordFromColourLuminanceAlpha
 {
-    static HWY_ATTR void Run(unsigned char *dst, unsigned char const *src)
+    static HWY_ATTR V32 Values(unsigned char const *src)
     {
         V32 const colours = LoadColours(src);
-        V32 const alpha = hn::And(hn::ShiftRight<16>(colours), Set32(0xFF00));
-        StoreWordsFor32(dst, hn::TruncateTo(s_d16For32, hn::Or(Luminance(colours), alpha)));
+        return hn::OrAnd(Luminance(colours), hn::ShiftRight<16>(colours), Set32(0xFF00));
     }
 };
 
 struct Word4444FromColour
 {
-    static HWY_ATTR void Run(unsigned char *dst, unsigned char const *src)
-    {
-        StoreWordsFor32(dst, hn::TruncateTo(s_d16For32, Pack4444(LoadColours(src))));
-    }
+    static HWY_ATTR V32 Values(unsigned char const *src) { return Pack4444(LoadColours(src)); }
 };
 
 struct Word1555FromColour
 {
-    static HWY_ATTR void Run(unsigned char *dst, unsigned char const *src)
-    {
-        StoreWordsFor32(dst, hn::TruncateTo(s_d16For32, Pack1555(LoadColours(src))));
-    }
+    static HWY_ATTR V32 Values(unsigned char const *src) { return Pack1555(LoadColours(src)); }
 };
 
 struct ColourSetAlphaFromByte
@@ -187,73 +180,151 @@ struct ColourSetBGRFromWordLow
 
 struct ColourFromWordLuminanceAlpha
 {
-    static HWY_ATTR void Run(unsigned char *dst, unsigned char const *src)
-    {
-        StoreColours(dst, Shuffle(LoadWordsTo32(src), 0x01000000));
-    }
+    static HWY_ATTR V32 Values(unsigned char const *src) { return Shuffle(LoadWordsTo32(src), 0x01000000); }
 };
 
 struct ColourFromWord4444
 {
-    static HWY_ATTR void Run(unsigned char *dst, unsigned char const *src)
-    {
-        StoreColours(dst, Unpack4444(LoadWordsTo32(src)));
-    }
+    static HWY_ATTR V32 Values(unsigned char const *src) { return Unpack4444(LoadWordsTo32(src)); }
 };
 
 struct ColourFromWord1555
 {
-    static HWY_ATTR void Run(unsigned char *dst, unsigned char const *src)
-    {
-        StoreColours(dst, Unpack1555(LoadWordsTo32(src)));
-    }
+    static HWY_ATTR V32 Values(unsigned char const *src) { return Unpack1555(LoadWordsTo32(src)); }
 };
 
 struct FloatFromByte
 {
-    static HWY_ATTR void Run(unsigned char *dst, unsigned char const *src)
+    static HWY_ATTR V32 Values(unsigned char const *src)
     {
-        auto const values = hn::Mul(ToFloat(LoadBytesTo32(src)), hn::Set(s_dFloat, 0.003921569f));
-        StoreColours(dst, hn::BitCast(s_d32, values));
+        return hn::BitCast(s_d32, hn::Mul(ToFloat(LoadBytesTo32(src)), hn::Set(s_dFloat, 0.003921569f)));
     }
 };
 /// @}
 
-/// Stores the low bytes of four vectors of lanes, which have no others.
-HWY_ATTR void StoreBytesOf4Times32(unsigned char *at, V32 v0, V32 v1, V32 v2, V32 v3)
+/// Stores the low bytes or words of a vector of lanes, which have no others, or all of it.
+template<std::size_t dstSize>
+HWY_ATTR inline void StoreLanes(unsigned char *at, V32 values)
 {
-#if HWY_TARGET == HWY_AVX3
-    // Packing works in each group of four lanes by itself.
-    alignas(64) static constexpr std::uint32_t s_order[16] = {0, 4, 8, 12, 1, 5, 9, 13, 2, 6, 10, 14, 3, 7, 11, 15};
-    __m512i const packed = _mm512_packus_epi16(_mm512_packs_epi32(v0.raw, v1.raw), _mm512_packs_epi32(v2.raw, v3.raw));
-    StoreColours(at, hn::TableLookupLanes(V32{packed}, hn::SetTableIndices(s_d32, s_order)));
-#elif HWY_TARGET == HWY_AVX2
-    alignas(32) static constexpr std::uint32_t s_order[8] = {0, 4, 1, 5, 2, 6, 3, 7};
-    __m256i const packed = _mm256_packus_epi16(_mm256_packs_epi32(v0.raw, v1.raw), _mm256_packs_epi32(v2.raw, v3.raw));
-    StoreColours(at, hn::TableLookupLanes(V32{packed}, hn::SetTableIndices(s_d32, s_order)));
-#else
-    std::size_t const step = hn::Lanes(s_d32);
-    StoreBytesOf32(at, v0);
-    StoreBytesOf32(at + step, v1);
-    StoreBytesOf32(at + 2 * step, v2);
-    StoreBytesOf32(at + 3 * step, v3);
-#endif
+    if constexpr (dstSize == 1)
+        StoreBytesOf32(at, values);
+    else if constexpr (dstSize == 2)
+        StoreWordsFor32(at, hn::TruncateTo(s_d16For32, values));
+    else
+        StoreColours(at, values);
 }
 
-/// Runs a kernel that gives bytes in lanes of 32 bits over as many whole vectors as there are.
-template<typename Kernel>
-HWY_ATTR std::size_t RunAllToBytes(unsigned char *dst, unsigned char const *src, std::size_t count)
+#if HWY_TARGET == HWY_AVX2 || HWY_TARGET == HWY_AVX3
+
+/// @name Packing of lanes
+/// The instructions work in each group of four lanes by itself; the groups are put in order afterwards.
+/// @{
+#if HWY_TARGET == HWY_AVX3
+constexpr std::uint32_t s_orderOf4[] = {0, 4, 8, 12, 1, 5, 9, 13, 2, 6, 10, 14, 3, 7, 11, 15};
+constexpr std::uint32_t s_orderOf2[] = {0, 1, 4, 5, 8, 9, 12, 13, 2, 3, 6, 7, 10, 11, 14, 15};
+HWY_ATTR inline V32 PackToWords(V32 a, V32 b)
+{
+    return V32{_mm512_packus_epi32(a.raw, b.raw)};
+}
+HWY_ATTR inline V32 PackToBytes(V32 a, V32 b)
+{
+    return V32{_mm512_packus_epi16(a.raw, b.raw)};
+}
+#else
+constexpr std::uint32_t s_orderOf4[] = {0, 4, 1, 5, 2, 6, 3, 7};
+constexpr std::uint32_t s_orderOf2[] = {0, 1, 4, 5, 2, 3, 6, 7};
+HWY_ATTR inline V32 PackToWords(V32 a, V32 b)
+{
+    return V32{_mm256_packus_epi32(a.raw, b.raw)};
+}
+HWY_ATTR inline V32 PackToBytes(V32 a, V32 b)
+{
+    return V32{_mm256_packus_epi16(a.raw, b.raw)};
+}
+#endif
+
+HWY_ATTR inline V32 InOrder(V32 packed, std::uint32_t const *order)
+{
+    return hn::TableLookupLanes(packed, hn::SetTableIndices(s_d32, order));
+}
+/// @}
+
+/// One vector full of what a kernel gives.
+template<typename Kernel, std::size_t dstSize, std::size_t srcSize>
+HWY_ATTR inline V32 FullVector(unsigned char const *src)
+{
+    std::size_t const step = hn::Lanes(s_d32) * srcSize;
+    if constexpr (dstSize == 4)
+        return Kernel::Values(src);
+    else if constexpr (dstSize == 2)
+        return InOrder(PackToWords(Kernel::Values(src), Kernel::Values(src + step)), s_orderOf2);
+    else
+    {
+        V32 const first = PackToWords(Kernel::Values(src), Kernel::Values(src + step));
+        V32 const second = PackToWords(Kernel::Values(src + 2 * step), Kernel::Values(src + 3 * step));
+        return InOrder(PackToBytes(first, second), s_orderOf4);
+    }
+}
+
+/// Writes past the caches: lines that are written whole need not be read. Returns the samples that were done.
+template<typename Kernel, std::size_t dstSize, std::size_t srcSize>
+HWY_ATTR std::size_t RunPastCaches(unsigned char *dst, unsigned char const *src, std::size_t count)
+{
+    std::size_t const step = hn::Lanes(s_d8) / dstSize;
+    // The samples up to the first line are written twice.
+    std::size_t done = CountBytesToLine(dst) / dstSize;
+    for (std::size_t i = 0; i < done; i += step)
+        StoreColours(dst + i * dstSize, FullVector<Kernel, dstSize, srcSize>(src + i * srcSize));
+    for (; count - done >= step; done += step)
+        hn::Stream(hn::BitCast(s_d8, FullVector<Kernel, dstSize, srcSize>(src + done * srcSize)), s_d8,
+                   dst + done * dstSize);
+    hwy::FlushStream();
+    return done;
+}
+
+template<typename Kernel, std::size_t dstSize, std::size_t srcSize>
+HWY_ATTR std::size_t RunFullVectors(unsigned char *dst, unsigned char const *src, std::size_t count)
+{
+    if (count * dstSize >= s_bigBlockSize && dstSize >= s_pastCachesFrom && CountBytesToLine(dst) % dstSize == 0)
+        return RunPastCaches<Kernel, dstSize, srcSize>(dst, src, count);
+    std::size_t const step = hn::Lanes(s_d8) / dstSize;
+    std::size_t done = 0;
+    for (; count - done >= 2 * step; done += 2 * step)
+    {
+        V32 const first = FullVector<Kernel, dstSize, srcSize>(src + done * srcSize);
+        V32 const second = FullVector<Kernel, dstSize, srcSize>(src + (done + step) * srcSize);
+        StoreColours(dst + done * dstSize, first);
+        StoreColours(dst + (done + step) * dstSize, second);
+    }
+    return done;
+}
+
+#else
+
+// Four vectors for each turn of the loop.
+template<typename Kernel, std::size_t dstSize, std::size_t srcSize>
+HWY_ATTR std::size_t RunFullVectors(unsigned char *dst, unsigned char const *src, std::size_t count)
 {
     std::size_t const step = hn::Lanes(s_d32);
     std::size_t done = 0;
     for (; count - done >= 4 * step; done += 4 * step)
     {
-        unsigned char const *const from = src + 4 * done;
-        StoreBytesOf4Times32(dst + done, Kernel::Values(from), Kernel::Values(from + 4 * step),
-                             Kernel::Values(from + 8 * step), Kernel::Values(from + 12 * step));
+        for (std::size_t i = done; i < done + 4 * step; i += step)
+            StoreLanes<dstSize>(dst + i * dstSize, Kernel::Values(src + i * srcSize));
     }
+    return done;
+}
+
+#endif
+
+/// Runs a kernel that gives values in lanes of 32 bits, over as many whole vectors as there are.
+template<typename Kernel, std::size_t dstSize, std::size_t srcSize>
+HWY_ATTR std::size_t RunValues(unsigned char *dst, unsigned char const *src, std::size_t count)
+{
+    std::size_t const step = hn::Lanes(s_d32);
+    std::size_t done = RunFullVectors<Kernel, dstSize, srcSize>(dst, src, count);
     for (; count - done >= step; done += step)
-        StoreBytesOf32(dst + done, Kernel::Values(src + 4 * done));
+        StoreLanes<dstSize>(dst + done * dstSize, Kernel::Values(src + done * srcSize));
     return done;
 }
 
@@ -284,11 +355,11 @@ std::size_t Run(eSampleKernel kernel, unsigned char *dst, unsigned char const *s
     case eSampleKernel::e_byteFromWordHigh:
         return RunAll<ByteFromWordHigh, 1, 2>(dst, src, count);
     case eSampleKernel::e_byteFromColourAlpha:
-        return RunAllToBytes<ByteFromColourAlpha>(dst, src, count);
+        return RunValues<ByteFromColourAlpha, 1, 4>(dst, src, count);
     case eSampleKernel::e_byteFromColourLuminance:
-        return RunAllToBytes<ByteFromColourLuminance>(dst, src, count);
+        return RunValues<ByteFromColourLuminance, 1, 4>(dst, src, count);
     case eSampleKernel::e_byteFromFloat:
-        return RunAllToBytes<ByteFromFloat>(dst, src, count);
+        return RunValues<ByteFromFloat, 1, 4>(dst, src, count);
     case eSampleKernel::e_wordSetLowFromByte:
         return RunAll<WordSetLowFromByte, 2, 1>(dst, src, count);
     case eSampleKernel::e_wordSetHighFromByte:
@@ -296,11 +367,11 @@ std::size_t Run(eSampleKernel kernel, unsigned char *dst, unsigned char const *s
     case eSampleKernel::e_wordSetLowFromColourLuminance:
         return RunAll<WordSetLowFromColourLuminance, 2, 4>(dst, src, count);
     case eSampleKernel::e_wordFromColourLuminanceAlpha:
-        return RunAll<WordFromColourLuminanceAlpha, 2, 4>(dst, src, count);
+        return RunValues<WordFromColourLuminanceAlpha, 2, 4>(dst, src, count);
     case eSampleKernel::e_word4444FromColour:
-        return RunAll<Word4444FromColour, 2, 4>(dst, src, count);
+        return RunValues<Word4444FromColour, 2, 4>(dst, src, count);
     case eSampleKernel::e_word1555FromColour:
-        return RunAll<Word1555FromColour, 2, 4>(dst, src, count);
+        return RunValues<Word1555FromColour, 2, 4>(dst, src, count);
     case eSampleKernel::e_colourSetAlphaFromByte:
         return RunAll<ColourSetAlphaFromByte, 4, 1>(dst, src, count);
     case eSampleKernel::e_colourSetBGRFromByte:
@@ -308,13 +379,13 @@ std::size_t Run(eSampleKernel kernel, unsigned char *dst, unsigned char const *s
     case eSampleKernel::e_colourSetBGRFromWordLow:
         return RunAll<ColourSetBGRFromWordLow, 4, 2>(dst, src, count);
     case eSampleKernel::e_colourFromWordLuminanceAlpha:
-        return RunAll<ColourFromWordLuminanceAlpha, 4, 2>(dst, src, count);
+        return RunValues<ColourFromWordLuminanceAlpha, 4, 2>(dst, src, count);
     case eSampleKernel::e_colourFromWord4444:
-        return RunAll<ColourFromWord4444, 4, 2>(dst, src, count);
+        return RunValues<ColourFromWord4444, 4, 2>(dst, src, count);
     case eSampleKernel::e_colourFromWord1555:
-        return RunAll<ColourFromWord1555, 4, 2>(dst, src, count);
+        return RunValues<ColourFromWord1555, 4, 2>(dst, src, count);
     case eSampleKernel::e_floatFromByte:
-        return RunAll<FloatFromByte, 4, 1>(dst, src, count);
+        return RunValues<FloatFromByte, 4, 1>(dst, src, count);
     }
     return 0;
 }

@@ -6,6 +6,7 @@
 #define QUILLMARSH_SOURCE_DATAOBJECTS_SAMPLELANES_INL_H
 #endif
 
+#include <hwy/cache_control.h>
 #include <hwy/highway.h>
 
 #include <cstdint>
@@ -34,6 +35,18 @@ constexpr hn::Rebind<std::uint8_t, decltype(s_d16)> s_d8For16;
 
 using V32 = hn::Vec<decltype(s_d32)>;
 using V16 = hn::Vec<decltype(s_d16)>;
+
+/// Blocks of this size don't stay in the caches of one processor.
+constexpr std::size_t s_bigBlockSize = std::size_t{8} << 20;
+
+/// As long as a sample that is written has so many bytes; with less of them there is little to save.
+constexpr std::size_t s_pastCachesFrom = 2;
+
+/// Bytes up to where a line of the caches starts.
+inline std::size_t CountBytesToLine(unsigned char const *at)
+{
+    return -reinterpret_cast<std::uintptr_t>(at) % 64;
+}
 
 /// @name Loads and stores of samples in lanes; a pointer is to the first of them
 /// @{

@@ -5,6 +5,8 @@
 #include <quillmarsh/basetools/elementprocessors.h>
 #include <quillmarsh/dataobjects/signalbase.h>
 
+#include "source/dataobjects/inplacekernels.h"
+
 #include <cstring>
 #include <functional>
 #include <span>
@@ -58,9 +60,23 @@ struct SampleRun
     }
 };
 
-/// Sets bits of each sample: those of the masks to those of the values, which have no others.
-void FillRun(SampleRun run, unsigned int offset, std::span<unsigned char const> masks,
-             std::span<unsigned char const> values);
+/// Sets bits of each sample: those of the masks to those of the values, which have no others. Both have to stay.
+class SampleFill
+{
+public:
+    SampleFill(unsigned int sampleSize, unsigned int offset, std::span<unsigned char const> masks,
+               std::span<unsigned char const> values);
+    void Run(SampleRun run) const;
+
+private:
+    unsigned int offset_;
+    std::span<unsigned char const> masks_, values_;
+    BytePattern maskPattern_, valuePattern_;
+};
+
+/// The same for all samples of a container.
+void FillSamples(SignalBase &signal, unsigned int offset, std::span<unsigned char const> masks,
+                 std::span<unsigned char const> values);
 
 /// Copies a block of bytes, which may be empty.
 inline void CopyBlock(unsigned char *dst, unsigned char const *src, std::size_t byteSize)

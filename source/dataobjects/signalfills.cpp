@@ -76,7 +76,7 @@ bool FillChannels(SignalBase &signal, std::initializer_list<ChannelValue> values
         bits |= static_cast<unsigned int>(wanted.value >> (8 - field->numBits)) << field->shift;
     }
     unsigned int const size = signal.GetSampleByteSize();
-    FillRun(SampleRun(signal), 0, WordBytes(mask).First(size), WordBytes(bits).First(size));
+    FillSamples(signal, 0, WordBytes(mask).First(size), WordBytes(bits).First(size));
     return true;
 }
 

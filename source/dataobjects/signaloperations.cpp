@@ -164,18 +164,29 @@ void FilterByte(SignalBase &signal, unsigned int byteOffset, ThresholdRule const
 
 } // namespace
 
-void FillRun(SampleRun run, unsigned int offset, std::span<unsigned char const> masks,
-             std::span<unsigned char const> values)
+SampleFill::SampleFill(unsigned int sampleSize, unsigned int offset, std::span<unsigned char const> masks,
+                       std::span<unsigned char const> values)
+    : offset_(offset),
+      masks_(masks),
+      values_(values),
+      maskPattern_(sampleSize),
+      valuePattern_(sampleSize)
 {
-    std::size_t done = 0;
-    if (run.samples)
-    {
-        BytePattern mask(run.sampleSize), value(run.sampleSize);
-        mask.Set(offset, masks);
-        value.Set(offset, values);
-        done = FillMasked(run.samples, run.count, mask, value);
-    }
-    run.ProcessRest(done, offset, Process_FillMasked(masks, values));
+    maskPattern_.Set(offset, masks);
+    valuePattern_.Set(offset, values);
+}
+
+void SampleFill::Run(SampleRun run) const
+{
+    std::size_t const done =
+        run.samples ? FillMasked(run.samples, run.count, maskPattern_, valuePattern_) : std::size_t{0};
+    run.ProcessRest(done, offset_, Process_FillMasked(masks_, values_));
+}
+
+void FillSamples(SignalBase &signal, unsigned int offset, std::span<unsigned char const> masks,
+                 std::span<unsigned char const> values)
+{
+    SampleFill(signal.GetSampleByteSize(), offset, masks, values).Run(SampleRun(signal));
 }
 
 void CopySamples1D(SignalBase &dst, SignalBase const &src, unsigned int count, unsigned int dstOffset,
@@ -205,8 +216,7 @@ SignalBase *CloneSignal(SignalBase const &src)
 
 void FlipSamples(SignalBase &signal)
 {
-    if (signal.GetNumSamples() > 1)
-        ReverseSamples(signal.GetSamplesB(), signal.GetNumSamples(), signal.GetSampleByteSize());
+    FlipColumnsOfBlock(signal.GetSamplesB(), 1, signal.GetNumSamples(), signal.GetSampleByteSize());
 }
 
 void ProcessSamples_FlipByteOrder(Signal<Sample16> &signal)
@@ -284,7 +294,7 @@ void ProcessSamples_Fill1Byte(SignalBase &signal, unsigned int byteOffset, unsig
     bool const holds = HoldsPart(signal, byteOffset, 1);
     QUILLMARSH_ASSERT(holds, "Byte-offset out of range.");
     if (holds)
-        FillRun(SampleRun(signal), byteOffset, std::array<unsigned char, 1>{0xFF}, {&value, 1});
+        FillSamples(signal, byteOffset, std::array<unsigned char, 1>{0xFF}, {&value, 1});
 }
 
 void ProcessSamples_FillNBytes(SignalBase &signal, unsigned char value)
@@ -300,8 +310,8 @@ void ProcessSamples_Fill3Bytes(SignalBase &signal, unsigned int tripletOffset, u
     bool const holds = HoldsPart(signal, tripletOffset, 3);
     QUILLMARSH_ASSERT(holds, "Triplet-offset out of range.");
     if (holds)
-        FillRun(SampleRun(signal), tripletOffset, std::array<unsigned char, 3>{0xFF, 0xFF, 0xFF},
-                std::array{value0, value1, value2});
+        FillSamples(signal, tripletOffset, std::array<unsigned char, 3>{0xFF, 0xFF, 0xFF},
+                    std::array{value0, value1, value2});
 }
 
 void ProcessSamples_Fill1Nibble(SignalBase &signal, unsigned int byteOffset, bool highNibble, unsigned char value)
@@ -311,8 +321,8 @@ void ProcessSamples_Fill1Nibble(SignalBase &signal, unsigned int byteOffset, boo
     if (!holds)
         return;
     unsigned int const shift = highNibble ? 4 : 0;
-    FillRun(SampleRun(signal), byteOffset, std::array{static_cast<unsigned char>(0x0Fu << shift)},
-            std::array{static_cast<unsigned char>((value & 0x0Fu) << shift)});
+    FillSamples(signal, byteOffset, std::array{static_cast<unsigned char>(0x0Fu << shift)},
+                std::array{static_cast<unsigned char>((value & 0x0Fu) << shift)});
 }
 
 void ProcessSamples_Fill1Nibble_MapValueRange(SignalBase &signal, unsigned int byteOffset, bool highNibble,
@@ -330,7 +340,7 @@ void ProcessSamples_FillBits_UShort(SignalBase &signal, unsigned short value, un
     auto const low = [shift](unsigned int bits) { return static_cast<unsigned char>(bits << shift); };
     auto const high = [shift](unsigned int bits) { return static_cast<unsigned char>(bits << shift >> 8); };
     unsigned int const bits = value & mask;
-    FillRun(SampleRun(signal), 0, std::array{low(mask), high(mask)}, std::array{low(bits), high(bits)});
+    FillSamples(signal, 0, std::array{low(mask), high(mask)}, std::array{low(bits), high(bits)});
 }
 
 void ProcessSamples_BGRToA_ThresholdBGR(SignalBase &signal, unsigned char threshold)

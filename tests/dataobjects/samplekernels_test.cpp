@@ -182,6 +182,20 @@ TEST_F(SampleKernels, AgreeOnFloatsOfEveryKind)
     ExpectSameBits(pair, Bytes(start, start + values.size() * sizeof(float)));
 }
 
+TEST_F(SampleKernels, AgreeOnBlocksThatGoPastTheCaches)
+{
+    constexpr std::size_t dstByteSize = (std::size_t{8} << 20) + 1000;
+    Bytes const source = RandomBytes(2 * dstByteSize);
+    for (Pair const &pair : s_pairs)
+    {
+        std::size_t const dstSize = sample_formats::ExtractByteSize(pair.dst);
+        auto const size =
+            static_cast<std::ptrdiff_t>(dstByteSize / dstSize * sample_formats::ExtractByteSize(pair.src));
+        if (dstSize > 1)
+            ExpectSameBits(pair, Bytes(source.begin(), source.begin() + size));
+    }
+}
+
 TEST_F(SampleKernels, KeepToTheirBlockAtAnyLengthAndPlace)
 {
     constexpr std::size_t half = 1024;

@@ -325,6 +325,13 @@ TEST(SignalOperations, FillTheChannelsThatTheFormatHas)
         check(fill.format, fill.argb, Fill_ARGB, colour);
     }
     check(e_format_A1R5G5B5, "\xA5\x25", Fill_Alpha, static_cast<unsigned char>(100));
+    // Big ones are written past the caches.
+    Signal<Sample32> big(e_format_A8R8G8B8, (2u << 20) + 77);
+    EXPECT_TRUE(Fill_ARGB(big, colour));
+    Bytes expected;
+    for (unsigned int i = 0; i < big.GetNumSamples(); ++i)
+        expected.insert(expected.end(), {0x53, 0x92, 0x11, 0x74});
+    EXPECT_TRUE(BytesOf(big) == expected);
 }
 
 TEST(SignalOperations, GradientStopsOneStepShort)
