@@ -1,13 +1,12 @@
-// Transfers between sample formats, beside plain copies that move as many bytes.
+// Transfers between sample formats, beside plain copies that move as many bytes, and beside OpenCV and libyuv.
 #include <quillmarsh/dataobjects/sampletransfer.h>
 
 #include "benchmarks/support/allocation_counter.h"
+#include "benchmarks/support/image_blocks.h"
 
 #include <benchmark/benchmark.h>
-
-#include <cstring>
-#include <string>
-#include <vector>
+#include <libyuv.h>
+#include <opencv2/imgproc.hpp>
 
 namespace quillmarsh::benchmarks
 {
@@ -46,8 +45,6 @@ constexpr TransferCase s_cases[] = {
     {"FP32NormL_from_L8", e_format_FP32NormL, e_format_L8, false},
 };
 
-constexpr unsigned int s_sides[] = {256, 1024, 4096};
-
 /// Bytes that a transfer reads and writes for each sample.
 unsigned int MovedBytes(TransferCase const &transfer)
 {
@@ -55,71 +52,82 @@ unsigned int MovedBytes(TransferCase const &transfer)
     return sample_formats::ExtractByteSize(transfer.src) + (transfer.keepsBytes ? 2 * dst : dst);
 }
 
-AutoPtr<ImageBase> MakeImage(eSampleFormat format, unsigned int side)
-{
-    AutoPtr<ImageBase> image(ManufactureImage(format, side, side));
-    for (unsigned int i = 0; i < image->GetTotalByteSize(); ++i)
-        image->GetSamplesB()[i] = static_cast<unsigned char>(i * 2654435761u >> 24);
-    if (format == e_format_FP32NormL)
-    {
-        for (unsigned int i = 0; i < image->GetNumSamples(); ++i)
-        {
-            float const value = static_cast<float>(i % 1000) / 999.0f;
-            std::memcpy(image->SignalBase::SampleB(i), &value, sizeof value);
-        }
-    }
-    return image;
-}
-
 void RunTransfer(benchmark::State &state, TransferCase const &transfer, unsigned int side)
 {
     SignalOperationsManager const manager;
-    AutoPtr<ImageBase> const src = MakeImage(transfer.src, side);
-    AutoPtr<ImageBase> const dst = MakeImage(transfer.dst, side);
+    BlockImage dst(transfer.dst, side, 0);
+    BlockImage const src(transfer.src, side, 1);
     AllocationReport const report(state);
     for (auto _ : state)
     {
-        TransferSamples2D(*dst, *src, true);
+        TransferSamples2D(dst, src, false);
         benchmark::ClobberMemory();
     }
     state.SetBytesProcessed(state.iterations() * MovedBytes(transfer) * side * side);
 }
 
-/// A copy moves each byte twice: out of one place and into another.
-void RunCopy(benchmark::State &state, unsigned int movedBytes, unsigned int side)
+/// The same work by others, from the block that is read into the one that is written. They take strides and sizes.
+struct Peer
 {
-    Signal<Sample8> const src(e_format_L8, movedBytes * side * side / 2);
-    Signal<Sample8> dst(e_format_L8, src.GetNumSamples());
-    std::memset(const_cast<unsigned char *>(src.GetSamplesB()), 1, src.GetTotalByteSize());
-    std::memset(dst.GetSamplesB(), 2, dst.GetTotalByteSize());
+    char const *name;
+    void (*work)(unsigned char *dst, unsigned char const *src, int side);
+};
+
+cv::Mat Wrap(unsigned char const *block, int side, int type)
+{
+    return cv::Mat(side, side, type, const_cast<unsigned char *>(block));
+}
+
+constexpr Peer s_peers[] = {
+    {"libyuv_A8_from_A8R8G8B8", [](unsigned char *dst, unsigned char const *src, int side)
+     { libyuv::ARGBExtractAlpha(src, 4 * side, dst, side, side, side); }},
+    {"libyuv_X8R8G8B8_from_L8", [](unsigned char *dst, unsigned char const *src, int side)
+     { libyuv::J400ToARGB(src, side, dst, 4 * side, side, side); }},
+    {"libyuv_L8_from_A8R8G8B8", [](unsigned char *dst, unsigned char const *src, int side)
+     { libyuv::ARGBToJ400(src, 4 * side, dst, side, side, side); }},
+    {"libyuv_A4R4G4B4_from_A8R8G8B8", [](unsigned char *dst, unsigned char const *src, int side)
+     { libyuv::ARGBToARGB4444(src, 4 * side, dst, 2 * side, side, side); }},
+    {"libyuv_A8R8G8B8_from_A4R4G4B4", [](unsigned char *dst, unsigned char const *src, int side)
+     { libyuv::ARGB4444ToARGB(src, 2 * side, dst, 4 * side, side, side); }},
+    {"opencv_L8_from_A8R8G8B8",
+     [](unsigned char *dst, unsigned char const *src, int side)
+     {
+         cv::Mat to = Wrap(dst, side, CV_8UC1);
+         cv::cvtColor(Wrap(src, side, CV_8UC4), to, cv::COLOR_BGRA2GRAY);
+     }},
+    {"opencv_L8_from_FP32NormL",
+     [](unsigned char *dst, unsigned char const *src, int side)
+     {
+         cv::Mat to = Wrap(dst, side, CV_8UC1);
+         Wrap(src, side, CV_32FC1).convertTo(to, CV_8U, 255.0);
+     }},
+    {"opencv_FP32NormL_from_L8",
+     [](unsigned char *dst, unsigned char const *src, int side)
+     {
+         cv::Mat to = Wrap(dst, side, CV_32FC1);
+         Wrap(src, side, CV_8UC1).convertTo(to, CV_32F, 1.0 / 255.0);
+     }},
+};
+
+void RunPeer(benchmark::State &state, Peer const &peer, unsigned int side)
+{
+    cv::setNumThreads(1);
     for (auto _ : state)
     {
-        std::memcpy(dst.GetSamplesB(), src.GetSamplesB(), src.GetTotalByteSize());
+        peer.work(GetImageBlock(0), GetImageBlock(1), static_cast<int>(side));
         benchmark::ClobberMemory();
     }
-    state.SetBytesProcessed(state.iterations() * movedBytes * side * side);
 }
 
 bool RegisterAll()
 {
-    bool hasLimit[16] = {};
-    for (TransferCase const &transfer : s_cases)
+    for (unsigned int const side : s_imageSides)
     {
-        for (unsigned int const side : s_sides)
-        {
-            std::string const name = std::string("transfer/") + transfer.name + "/" + std::to_string(side);
-            benchmark::RegisterBenchmark(name.c_str(), RunTransfer, transfer, side);
-        }
-        unsigned int const moved = MovedBytes(transfer);
-        if (hasLimit[moved])
-            continue;
-        hasLimit[moved] = true;
-        for (unsigned int const side : s_sides)
-        {
-            std::string const name =
-                "limit/copy_of_" + std::to_string(moved) + "_bytes_a_sample/" + std::to_string(side);
-            benchmark::RegisterBenchmark(name.c_str(), RunCopy, moved, side);
-        }
+        for (TransferCase const &transfer : s_cases)
+            benchmark::RegisterBenchmark(NameOfCase("transfer", transfer.name, side).c_str(), RunTransfer, transfer,
+                                         side);
+        for (Peer const &peer : s_peers)
+            benchmark::RegisterBenchmark(NameOfCase("peer", peer.name, side).c_str(), RunPeer, peer, side);
     }
     return true;
 }
