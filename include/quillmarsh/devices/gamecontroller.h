@@ -12,7 +12,8 @@ namespace quillmarsh
 ///
 /// Buttons behave as the keys of a Keyboard do; the rest are levels. Dead zones and saturations are kept here and
 /// applied by the hardware or the concrete controller. Indexes are not tested against the counts that the hardware
-/// reported: there is room for 8 sliders, 4 hats and 32 buttons at any time. Read it under a sentry of its device.
+/// reported: there is room for 8 sliders, 4 hats and 32 buttons at any time. Read it, and change its modifiers, under a
+/// sentry of its device.
 class QUILLMARSH_API GameController : public HIDController
 {
 public:

@@ -137,7 +137,7 @@ QUILLMARSH_API string GetKeyModifierName(eKeyModifier modifier);
 ///
 /// A concrete keyboard marks the keys that are down between PreSampleUpdate() and PostSampleUpdate(). In synchronous
 /// mode an edge lasts from one sample to the next; in asynchronous mode it lasts for a whole read, and compares with
-/// the read before. Read it under a sentry of its device.
+/// the read before. Read it, and enable the mapping to characters, under a sentry of its device.
 class QUILLMARSH_API Keyboard : public HIDController
 {
 public:

@@ -25,7 +25,7 @@ enum eMouseButton : unsigned int
 /// In absolute mode the mouse tracks a position, in relative mode only movements count. Movements and wheel count per
 /// sample in synchronous mode, and add up from read to read in asynchronous mode; buttons behave as the keys of a
 /// Keyboard do. A concrete mouse writes between PreSampleUpdate() and PostSampleUpdate(), and passes movements through
-/// the modifiers of its mode. Read it under a sentry of its device.
+/// the modifiers of its mode. Read it, and change its modes and modifiers, under a sentry of its device.
 class QUILLMARSH_API Mouse : public HIDController
 {
 public:

@@ -12,7 +12,8 @@ namespace quillmarsh
 /// Raw orientation of a sensor, and the orientation corrected by the application's transform and reversals.
 ///
 /// Angles are in degrees. A concrete tracker reports readings by one of the forms of SetOrientation(); modifiers take
-/// effect with the next reading. Read it under a sentry of its device; modifiers take no lock.
+/// effect with the next reading. Read it, and change its modifiers, under a sentry of its device: they take no lock of
+/// their own.
 class QUILLMARSH_API OrientationTracker : public HIDController
 {
 public:

@@ -10,7 +10,8 @@ namespace quillmarsh
 
 /// Raw position of a sensor, and the position corrected by reversals and then by the application's transform.
 ///
-/// Modifiers take effect with the next reading. Read it under a sentry of its device; modifiers take no lock.
+/// Modifiers take effect with the next reading. Read it, and change its modifiers, under a sentry of its device: they
+/// take no lock of their own.
 class QUILLMARSH_API PositionTracker : public HIDController
 {
 public:
