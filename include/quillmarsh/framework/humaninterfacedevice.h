@@ -144,6 +144,7 @@ protected:
     /// Switches the input path of the device, and reports what came of it by UpdateUsingDirectInput(). Called only with
     /// a change that GetDeviceInfo() allows.
     virtual void ApplyUseDirectInput(bool use) = 0;
+    /// For ApplyUseDirectInput(): which input path the device has taken.
     void UpdateUsingDirectInput(bool isUsing) { isUsingDirectInput_ = isUsing; }
 
     /// For the driver, which fills it in.
