@@ -272,11 +272,10 @@ TEST(Resampling, GivesTheBitsOfTheInterpolatorsInOneDimension)
 
 TEST(Resampling, StaysAtTheLastSampleWhereRoundingCarriesTheWalkPastIt)
 {
+    // The steps of as many samples add up to 1.0006.
     for (Form const &form : GetForms())
         for (unsigned int const m : {3u, 1000u, 70001u})
             ExpectSameBits(form, 1, {1, 1, 70003}, {1, 1, m});
-    auto const places = Walk(70003, 1000);
-    EXPECT_TRUE(std::any_of(places.begin(), places.end(), [](Place const &place) { return place.second == 999; }));
 }
 
 TEST(Resampling, GivesTheBitsOfTheInterpolatorsInTwoDimensions)
