@@ -49,6 +49,7 @@
 #include <quillmarsh/dataobjects/imagecodecs_gdiplus.h>
 #include <quillmarsh/dataobjects/imageio.h>
 #include <quillmarsh/dataobjects/imageoperations.h>
+#include <quillmarsh/dataobjects/mipmapchains.h>
 #include <quillmarsh/dataobjects/sampleformats.h>
 #include <quillmarsh/dataobjects/sampleprocessors.h>
 #include <quillmarsh/dataobjects/sampletransfer.h>

@@ -1,12 +1,16 @@
 #include "source/dataobjects/resamplekernels.h"
 
-// As in the kernels of transfers, whose choice of vectors holds here too.
+#include "source/dataobjects/samplekernels.h"
+
+// The newest set has a wrong truncation in the version that distributions still carry.
 #define HWY_DISABLED_TARGETS HWY_AVX3_DL
 
 // The code below is compiled once for each set of vector instructions.
 #undef HWY_TARGET_INCLUDE
 #define HWY_TARGET_INCLUDE "source/dataobjects/resamplekernels.cpp"
 #include <hwy/foreach_target.h>
+
+#include "source/dataobjects/samplelanes-inl.h"
 
 #include <hwy/cache_control.h>
 #include <hwy/highway.h>
@@ -36,20 +40,10 @@ bool Blend(BlendJob const &)
 
 #else
 
-namespace hn = hwy::HWY_NAMESPACE;
-
-// Elements are summed up in lanes of 32 bits; narrower ones use part of a vector.
-constexpr hn::ScalableTag<std::uint32_t> s_d32;
-constexpr hn::Rebind<std::int32_t, decltype(s_d32)> s_dInt;
-constexpr hn::Rebind<float, decltype(s_d32)> s_dFloat;
-constexpr hn::Rebind<std::uint16_t, decltype(s_d32)> s_d16For32;
-constexpr hn::Rebind<std::uint8_t, decltype(s_d32)> s_d8For32;
-constexpr hn::Repartition<std::uint8_t, decltype(s_d32)> s_d8;
 constexpr hn::Half<decltype(s_d8)> s_d8Half;
 constexpr hn::FixedTag<std::uint8_t, 16> s_d8Of128;
 constexpr hn::Half<decltype(s_d8Of128)> s_d8Of64;
 
-using V32 = hn::Vec<decltype(s_d32)>;
 using VFloat = hn::Vec<decltype(s_dFloat)>;
 
 /// @name Picking
@@ -144,30 +138,6 @@ void Gather(GatherJob const &job)
 /// @name Weighted sums
 /// @{
 
-/// Cuts off what is known to lie within 32 bits.
-HWY_INLINE V32 CutOff(VFloat values)
-{
-#if HWY_TARGET == HWY_SSSE3 || HWY_TARGET == HWY_SSE4
-    return V32{_mm_cvttps_epi32(values.raw)};
-#elif HWY_TARGET == HWY_AVX2
-    return V32{_mm256_cvttps_epi32(values.raw)};
-#elif HWY_TARGET == HWY_AVX3
-    return V32{_mm512_cvttps_epi32(values.raw)};
-#else
-    return hn::BitCast(s_d32, hn::ConvertTo(s_dInt, values));
-#endif
-}
-
-HWY_INLINE V32 RoundLanes(VFloat values)
-{
-    return CutOff(hn::Add(values, hn::Set(s_dFloat, 0.5f)));
-}
-
-HWY_INLINE VFloat ToFloat(V32 values)
-{
-    return hn::ConvertTo(s_dFloat, hn::BitCast(s_dInt, values));
-}
-
 /// Elements that are values by themselves: each has one sum.
 template<typename Element>
 struct SingleSum
@@ -196,14 +166,8 @@ struct ByteElement : SingleSum<ByteElement>
 {
     static constexpr std::size_t s_size = 1;
 
-    static HWY_INLINE VFloat Load(unsigned char const *at)
-    {
-        return ToFloat(hn::PromoteTo(s_d32, hn::LoadU(s_d8For32, at)));
-    }
-    static HWY_INLINE void Store(unsigned char *at, Sums sums)
-    {
-        hn::StoreU(hn::TruncateTo(s_d8For32, RoundLanes(sums)), s_d8For32, at);
-    }
+    static HWY_INLINE VFloat Load(unsigned char const *at) { return ToFloat(LoadBytesTo32(at)); }
+    static HWY_INLINE void Store(unsigned char *at, Sums sums) { StoreBytesOf32(at, RoundLanes(sums)); }
     static HWY_INLINE void StoreMasked(unsigned char *at, Sums sums, unsigned char const *mask)
     {
         StoreBits(hn::TruncateTo(s_d8For32, RoundLanes(sums)), s_d8For32, at, mask);
@@ -236,7 +200,7 @@ struct PackedElement
 
     static HWY_INLINE Sums First(unsigned char const *tap, VFloat weights)
     {
-        V32 const words = Load(tap);
+        V32 const words = LoadWordsTo32(tap);
         return {hn::Mul(Field<maskA, shiftA>(words), weights), hn::Mul(Field<maskB, shiftB>(words), weights),
                 hn::Mul(Field<maskC, shiftC>(words), weights), hn::Mul(Field<maskD, shiftD>(words), weights)};
     }
@@ -249,17 +213,11 @@ struct PackedElement
     {
         V32 const ab = hn::Or(Packed<maskA, shiftA>(sums.a), Packed<maskB, shiftB>(sums.b));
         V32 const cd = hn::Or(Packed<maskC, shiftC>(sums.c), Packed<maskD, shiftD>(sums.d));
-        hn::StoreU(hn::BitCast(s_dWordBytes, hn::TruncateTo(s_d16For32, hn::Or(ab, cd))), s_dWordBytes, at);
+        StoreWordsFor32(at, hn::TruncateTo(s_d16For32, hn::Or(ab, cd)));
     }
     static HWY_INLINE void StoreMasked(unsigned char *at, Sums const &sums, unsigned char const *) { Store(at, sums); }
 
 private:
-    static constexpr hn::Repartition<std::uint8_t, decltype(s_d16For32)> s_dWordBytes{};
-
-    static HWY_INLINE V32 Load(unsigned char const *at)
-    {
-        return hn::PromoteTo(s_d32, hn::BitCast(s_d16For32, hn::LoadU(s_dWordBytes, at)));
-    }
     template<std::uint32_t mask, int shift>
     static HWY_INLINE VFloat Field(V32 words)
     {
@@ -392,20 +350,6 @@ namespace
 HWY_EXPORT(ShapeFor);
 HWY_EXPORT(Gather);
 HWY_EXPORT(Blend);
-
-#ifdef HWY_COMPILE_ONLY_STATIC
-// One set of instructions, which the build took for granted and the machine may lack.
-bool CanRunKernels()
-{
-    static bool const can = __builtin_cpu_supports("ssse3");
-    return can;
-}
-#else
-constexpr bool CanRunKernels()
-{
-    return true;
-}
-#endif
 
 } // namespace
 

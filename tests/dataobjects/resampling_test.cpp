@@ -338,9 +338,7 @@ TEST(Resampling, KnowsWhatItCanDo)
 
 TEST(Resampling, AssertsInOrder)
 {
-    constexpr auto goOn = platform::eDialogAnswer::e_retry;
-    tests::ScriptedDialogs dialogs(
-        {goOn, goOn, goOn, goOn, goOn, goOn, goOn, goOn, goOn, goOn, goOn, goOn, goOn, goOn, goOn});
+    tests::ScriptedDialogs dialogs(platform::eDialogAnswer::e_retry);
     string const noDst = "Destination is empty.", noSrc = "Source is empty.", format = "Sample-format mismatch.";
     Signal<Sample8> const noBytes(e_format_L8, 0);
     Signal<Sample16> noWords(e_format_A8L8, 0);
