@@ -1,20 +1,10 @@
 #include "source/platform/desktop.h"
 
+#include "source/platform/win32/gdiplus.h"
 #include "source/platform/win32/widetext.h"
-#include "source/platform/win32/windows.h"
 
 #include <algorithm>
 #include <iterator>
-#include <objidl.h>
-
-// The drawing library's own headers call min and max, which our header of the system takes away.
-namespace Gdiplus
-{
-using std::max;
-using std::min;
-} // namespace Gdiplus
-
-#include <gdiplus.h>
 
 namespace quillmarsh::platform
 {

@@ -1,0 +1,137 @@
+#include "source/platform/linux/imagefile.h"
+
+#include <algorithm>
+#include <array>
+#include <limits>
+
+#include <turbojpeg.h>
+
+namespace quillmarsh::platform
+{
+namespace
+{
+
+/// More pixels than a byte of a file stands for, even of a picture of one colour.
+constexpr std::uint64_t s_pixelsPerByte = 4096;
+/// From here on, colours are stored as finely as brightness.
+constexpr unsigned int s_fineQuality = 90;
+
+struct HandleCloser
+{
+    void operator()(void *handle) const { tjDestroy(handle); }
+};
+using Handle = std::unique_ptr<void, HandleCloser>;
+
+using Bytes = std::unique_ptr<unsigned char[]>;
+
+/// Whether one of the segments before the pixels says that inks are stored the other way round, as most writers of
+/// four-colour pictures do.
+bool HasInvertedInks(unsigned char const *bytes, std::size_t size)
+{
+    constexpr std::array<unsigned char, 5> name = {'A', 'd', 'o', 'b', 'e'};
+    constexpr unsigned char app14 = 0xEE;
+    constexpr unsigned char startOfScan = 0xDA;
+    for (std::size_t at = 2; at + 4 <= size && bytes[at] == 0xFF && bytes[at + 1] != startOfScan;)
+    {
+        std::size_t const length = std::size_t{bytes[at + 2]} << 8 | bytes[at + 3];
+        if (bytes[at + 1] == app14 && at + 4 + name.size() <= size &&
+            std::equal(name.begin(), name.end(), bytes + at + 4))
+            return true;
+        at += 2 + length;
+    }
+    return false;
+}
+
+unsigned char Multiply(unsigned int a, unsigned int b)
+{
+    return static_cast<unsigned char>((a * b + 127) / 255);
+}
+
+/// Cyan, magenta, yellow and black in place; `inverted` where 255 is no ink at all.
+void ConvertInks(PixelRows const &rows, bool inverted)
+{
+    unsigned char const mask = inverted ? 0 : 0xFF;
+    for (unsigned int row = 0; row < rows.numRows; ++row)
+    {
+        unsigned char *pixel = rows.GetRow(row);
+        for (unsigned int column = 0; column < rows.numColumns; ++column, pixel += 4)
+        {
+            unsigned int const light = pixel[3] ^ mask;
+            unsigned char const red = Multiply(pixel[0] ^ mask, light);
+            pixel[1] = Multiply(pixel[1] ^ mask, light);
+            pixel[0] = Multiply(pixel[2] ^ mask, light);
+            pixel[2] = red;
+            pixel[3] = 0xFF;
+        }
+    }
+}
+
+class JpegReader final : public ImageFileReader
+{
+public:
+    bool ReadHeader(std::FILE *file, std::uint64_t fileSize)
+    {
+        if (!handle_ || fileSize > std::numeric_limits<unsigned long>::max())
+            return false;
+        size_ = static_cast<unsigned long>(fileSize);
+        bytes_ = std::make_unique_for_overwrite<unsigned char[]>(size_);
+        int width = 0;
+        int height = 0;
+        int subsampling = 0;
+        if (std::fread(bytes_.get(), 1, size_, file) != size_ ||
+            tjDecompressHeader3(handle_.get(), bytes_.get(), size_, &width, &height, &subsampling, &colorspace_) != 0)
+            return false;
+        auto const numRows = static_cast<std::uint64_t>(height);
+        auto const numColumns = static_cast<std::uint64_t>(width);
+        return numRows * numColumns <= fileSize * s_pixelsPerByte && SetSize(numRows, numColumns, false);
+    }
+
+    bool Read(PixelRows const &rows) override
+    {
+        bool const hasInks = colorspace_ == TJCS_CMYK || colorspace_ == TJCS_YCCK;
+        // A warning is told as a failure; it comes of a picture that is cut short, or of damaged pixels.
+        if (tjDecompress2(handle_.get(), bytes_.get(), size_, rows.first, static_cast<int>(rows.numColumns),
+                          static_cast<int>(rows.stride), static_cast<int>(rows.numRows),
+                          hasInks ? TJPF_CMYK : TJPF_BGRX, TJFLAG_STOPONWARNING | TJFLAG_LIMITSCANS) != 0)
+            return false;
+        if (hasInks)
+            ConvertInks(rows, HasInvertedInks(bytes_.get(), size_));
+        return true;
+    }
+
+private:
+    Handle handle_{tjInitDecompress()};
+    Bytes bytes_;
+    unsigned long size_ = 0;
+    int colorspace_ = 0;
+};
+
+struct BufferCloser
+{
+    void operator()(unsigned char *buffer) const { tjFree(buffer); }
+};
+
+} // namespace
+
+AutoPtr<ImageFileReader> OpenJpegFile(FilePtr file, std::uint64_t fileSize)
+{
+    auto reader = std::make_unique<JpegReader>();
+    return reader->ReadHeader(file.get(), fileSize) ? std::move(reader) : nullptr;
+}
+
+bool WriteJpegFile(std::FILE *file, PixelRows const &rows, ImageFileOptions const &options)
+{
+    Handle const handle(tjInitCompress());
+    if (!handle)
+        return false;
+    unsigned char *bytes = nullptr;
+    unsigned long size = 0;
+    int const quality = static_cast<int>(std::clamp(options.quality, 1u, 100u));
+    int const result = tjCompress2(handle.get(), rows.first, static_cast<int>(rows.numColumns),
+                                   static_cast<int>(rows.stride), static_cast<int>(rows.numRows), TJPF_BGRX, &bytes,
+                                   &size, options.quality >= s_fineQuality ? TJSAMP_444 : TJSAMP_420, quality, 0);
+    std::unique_ptr<unsigned char, BufferCloser> const buffer(bytes);
+    return result == 0 && std::fwrite(bytes, 1, size, file) == size;
+}
+
+} // namespace quillmarsh::platform

@@ -1,0 +1,143 @@
+#include "source/platform/linux/imagefile.h"
+
+#include <png.h>
+
+#include <csetjmp>
+
+namespace quillmarsh::platform
+{
+namespace
+{
+
+// The library reports a failure by a jump back to setjmp: functions between the two own nothing.
+
+[[noreturn]] void OnError(png_structp png, png_const_charp)
+{
+    png_longjmp(png, 1);
+}
+
+void OnWarning(png_structp, png_const_charp) {}
+
+class PngReader final : public ImageFileReader
+{
+public:
+    explicit PngReader(FilePtr file)
+        : file_(std::move(file)),
+          png_(png_create_read_struct(PNG_LIBPNG_VER_STRING, nullptr, &OnError, &OnWarning)),
+          info_(png_ ? png_create_info_struct(png_) : nullptr)
+    {
+    }
+    ~PngReader() override { png_destroy_read_struct(&png_, &info_, nullptr); }
+
+    bool ReadHeader(std::uint64_t fileSize);
+    bool Read(PixelRows const &rows) override;
+
+private:
+    /// Turns every kind of pixel into four bytes.
+    void SetTransformations(bool hasAlpha);
+
+    FilePtr file_;
+    png_structp png_;
+    png_infop info_;
+    int numPasses_ = 1;
+};
+
+bool PngReader::ReadHeader(std::uint64_t fileSize)
+{
+    if (!info_ || setjmp(png_jmpbuf(png_)) != 0)
+        return false;
+    png_init_io(png_, file_.get());
+    png_set_user_limits(png_, PNG_UINT_31_MAX, PNG_UINT_31_MAX);
+    png_read_info(png_, info_);
+
+    std::uint64_t const numRows = png_get_image_height(png_, info_);
+    std::uint64_t const numColumns = png_get_image_width(png_, info_);
+    std::uint64_t const pixelBits = std::uint64_t{png_get_bit_depth(png_, info_)} * png_get_channels(png_, info_);
+    // Every row has a byte in front.
+    if (numColumns * pixelBits / 8 + 1 > fileSize * s_largestDeflateRatio / numRows)
+        return false;
+    bool const hasAlpha =
+        (png_get_color_type(png_, info_) & PNG_COLOR_MASK_ALPHA) != 0 || png_get_valid(png_, info_, PNG_INFO_tRNS) != 0;
+    if (!SetSize(numRows, numColumns, hasAlpha))
+        return false;
+    SetTransformations(hasAlpha);
+    return png_get_rowbytes(png_, info_) == numColumns * 4;
+}
+
+void PngReader::SetTransformations(bool hasAlpha)
+{
+    png_set_expand(png_);
+    png_set_scale_16(png_);
+    png_set_gray_to_rgb(png_);
+    png_set_bgr(png_);
+    if (!hasAlpha)
+        png_set_filler(png_, 0xFF, PNG_FILLER_AFTER);
+    numPasses_ = png_set_interlace_handling(png_);
+    png_read_update_info(png_, info_);
+}
+
+bool PngReader::Read(PixelRows const &rows)
+{
+    if (setjmp(png_jmpbuf(png_)) != 0)
+        return false;
+    for (int pass = 0; pass < numPasses_; ++pass)
+    {
+        for (unsigned int row = 0; row < rows.numRows; ++row)
+            png_read_row(png_, rows.GetRow(row), nullptr);
+    }
+    // What is behind the pixels has to be whole, too.
+    png_read_end(png_, nullptr);
+    return true;
+}
+
+class PngWriter : NoCopy
+{
+public:
+    PngWriter()
+        : png_(png_create_write_struct(PNG_LIBPNG_VER_STRING, nullptr, &OnError, &OnWarning)),
+          info_(png_ ? png_create_info_struct(png_) : nullptr)
+    {
+    }
+    ~PngWriter() { png_destroy_write_struct(&png_, &info_); }
+
+    bool Write(std::FILE *file, PixelRows const &rows, ImageFileOptions const &options)
+    {
+        if (!info_ || setjmp(png_jmpbuf(png_)) != 0)
+            return false;
+        png_init_io(png_, file);
+        png_set_user_limits(png_, PNG_UINT_31_MAX, PNG_UINT_31_MAX);
+        png_set_IHDR(png_, info_, rows.numColumns, rows.numRows, 8,
+                     rows.hasAlpha ? PNG_COLOR_TYPE_RGB_ALPHA : PNG_COLOR_TYPE_RGB, PNG_INTERLACE_NONE,
+                     PNG_COMPRESSION_TYPE_BASE, PNG_FILTER_TYPE_BASE);
+        png_set_compression_level(png_, options.useCompression ? ToDeflateLevel(options.compressionLevel) : 0);
+        if (!options.useCompression)
+            png_set_filter(png_, PNG_FILTER_TYPE_BASE, PNG_FILTER_NONE);
+        png_write_info(png_, info_);
+        png_set_bgr(png_);
+        if (!rows.hasAlpha)
+            png_set_filler(png_, 0, PNG_FILLER_AFTER);
+        for (unsigned int row = 0; row < rows.numRows; ++row)
+            png_write_row(png_, rows.GetRow(row));
+        png_write_end(png_, info_);
+        return true;
+    }
+
+private:
+    png_structp png_;
+    png_infop info_;
+};
+
+} // namespace
+
+AutoPtr<ImageFileReader> OpenPngFile(FilePtr file, std::uint64_t fileSize)
+{
+    auto reader = std::make_unique<PngReader>(std::move(file));
+    return reader->ReadHeader(fileSize) ? std::move(reader) : nullptr;
+}
+
+bool WritePngFile(std::FILE *file, PixelRows const &rows, ImageFileOptions const &options)
+{
+    return PngWriter().Write(file, rows, options);
+}
+
+} // namespace quillmarsh::platform

@@ -1,0 +1,406 @@
+#include "source/platform/linux/imagefile.h"
+
+#include <algorithm>
+#include <limits>
+#include <vector>
+
+#include <tiffio.h>
+
+namespace quillmarsh::platform
+{
+namespace
+{
+
+/// More bytes than one byte of compressed pixels stands for.
+constexpr std::uint64_t s_largestRatio = 4096;
+/// Pixels are compressed in pieces of about this size.
+constexpr std::size_t s_stripByteSize = std::size_t{64} << 10;
+
+/// @name The library's access to files
+/// @{
+
+std::FILE *ToFile(thandle_t handle)
+{
+    return static_cast<std::FILE *>(handle);
+}
+
+tmsize_t ReadBytes(thandle_t handle, void *bytes, tmsize_t size)
+{
+    return static_cast<tmsize_t>(std::fread(bytes, 1, static_cast<std::size_t>(size), ToFile(handle)));
+}
+
+tmsize_t WriteBytes(thandle_t handle, void *bytes, tmsize_t size)
+{
+    return static_cast<tmsize_t>(std::fwrite(bytes, 1, static_cast<std::size_t>(size), ToFile(handle)));
+}
+
+toff_t Seek(thandle_t handle, toff_t offset, int whence)
+{
+    if (fseeko(ToFile(handle), static_cast<off_t>(offset), whence) != 0)
+        return static_cast<toff_t>(-1);
+    return static_cast<toff_t>(ftello(ToFile(handle)));
+}
+
+int LeaveOpen(thandle_t)
+{
+    return 0;
+}
+
+toff_t GetSize(thandle_t handle)
+{
+    off_t const at = ftello(ToFile(handle));
+    fseeko(ToFile(handle), 0, SEEK_END);
+    off_t const size = ftello(ToFile(handle));
+    fseeko(ToFile(handle), at, SEEK_SET);
+    return static_cast<toff_t>(size);
+}
+
+int Ignore(TIFF *, void *, char const *, char const *, va_list)
+{
+    return 1;
+}
+
+struct TiffCloser
+{
+    void operator()(TIFF *tiff) const { TIFFClose(tiff); }
+};
+using TiffPtr = std::unique_ptr<TIFF, TiffCloser>;
+
+/// `largestBlock` is the most memory that the library may take at once; 0 for no limit.
+TiffPtr OpenTiff(std::FILE *file, char const *mode, std::uint64_t largestBlock)
+{
+    TIFFOpenOptions *const options = TIFFOpenOptionsAlloc();
+    if (!options)
+        return nullptr;
+    TIFFOpenOptionsSetErrorHandlerExtR(options, &Ignore, nullptr);
+    TIFFOpenOptionsSetWarningHandlerExtR(options, &Ignore, nullptr);
+    constexpr std::uint64_t limit = std::numeric_limits<tmsize_t>::max();
+    TIFFOpenOptionsSetMaxSingleMemAlloc(options, static_cast<tmsize_t>(std::min(largestBlock, limit)));
+    TiffPtr tiff(TIFFClientOpenExt("", mode, file, &ReadBytes, &WriteBytes, &Seek, &LeaveOpen, &GetSize, nullptr,
+                                   nullptr, options));
+    TIFFOpenOptionsFree(options);
+    return tiff;
+}
+
+/// @}
+
+/// What an extra sample is, if it is alpha.
+enum class eAlpha
+{
+    e_none,
+    e_straight,
+    e_multiplied
+};
+
+struct TiffLayout
+{
+    std::uint32_t numRows = 0;
+    std::uint32_t numColumns = 0;
+    std::uint16_t numComponents = 1;
+    std::uint16_t numColors = 1;
+    std::uint16_t photometric = 0;
+    eAlpha alpha = eAlpha::e_none;
+    bool isPlanar = false;
+    /// Whether components are whole bytes of grey or colour; the library converts all else.
+    bool isPlain = false;
+};
+
+/// One value of a component goes to these bytes of a pixel.
+struct Target
+{
+    unsigned char offset;
+    unsigned char count;
+};
+
+void CopyComponent(unsigned char *pixel, unsigned char const *component, std::size_t step, std::size_t count,
+                   Target target, unsigned char mask)
+{
+    for (std::size_t i = 0; i < count; ++i, pixel += 4, component += step)
+        std::fill_n(pixel + target.offset, target.count, static_cast<unsigned char>(*component ^ mask));
+}
+
+void CopyColors(unsigned char *pixel, unsigned char const *colors, std::size_t step, std::size_t count)
+{
+    for (std::size_t i = 0; i < count; ++i, pixel += 4, colors += step)
+    {
+        pixel[0] = colors[2];
+        pixel[1] = colors[1];
+        pixel[2] = colors[0];
+        pixel[3] = step == 4 ? colors[3] : 0xFF;
+    }
+}
+
+/// Divides colours that were multiplied by alpha.
+void DivideByAlpha(unsigned char *pixel, std::size_t count)
+{
+    for (; count > 0; --count, pixel += 4)
+    {
+        unsigned int const alpha = pixel[3];
+        for (int i = 0; alpha != 0 && i < 3; ++i)
+            pixel[i] = static_cast<unsigned char>(std::min((pixel[i] * 255u + alpha / 2) / alpha, 255u));
+    }
+}
+
+class TiffReader final : public ImageFileReader
+{
+public:
+    explicit TiffReader(FilePtr file) : file_(std::move(file)) {}
+
+    bool ReadHeader(std::uint64_t fileSize);
+    bool Read(PixelRows const &rows) override;
+
+private:
+    template<typename T>
+    T GetField(std::uint32_t tag)
+    {
+        T value = 0;
+        TIFFGetFieldDefaulted(tiff_.get(), tag, &value);
+        return value;
+    }
+
+    void ReadLayout();
+    void ReadAlpha();
+    bool IsPlausible(std::uint64_t fileSize);
+    bool ReadStrips(PixelRows const &rows);
+    bool ReadTiles(PixelRows const &rows);
+    bool ReadConverted(PixelRows const &rows);
+    /// Brings components of a piece of a row to its pixels; those of one plane, or all.
+    void Copy(unsigned char *pixels, unsigned char const *components, std::size_t count, std::uint16_t plane) const;
+    std::uint16_t GetNumPlanes() const { return layout_.isPlanar ? layout_.numComponents : std::uint16_t{1}; }
+
+    FilePtr file_;
+    TiffPtr tiff_;
+    TiffLayout layout_;
+    std::uint64_t largestBlock_ = 0;
+};
+
+bool TiffReader::ReadHeader(std::uint64_t fileSize)
+{
+    largestBlock_ = std::min<std::uint64_t>(fileSize, std::uint64_t{1} << 40) * s_largestRatio;
+    // Not mapped: a file that becomes shorter meanwhile is an error and no more.
+    tiff_ = OpenTiff(file_.get(), "rm", largestBlock_);
+    if (!tiff_)
+        return false;
+    ReadLayout();
+    if (layout_.numRows == 0 || layout_.numColumns == 0 || !IsPlausible(fileSize))
+        return false;
+    return SetSize(layout_.numRows, layout_.numColumns, layout_.alpha != eAlpha::e_none);
+}
+
+void TiffReader::ReadLayout()
+{
+    layout_.numRows = GetField<std::uint32_t>(TIFFTAG_IMAGELENGTH);
+    layout_.numColumns = GetField<std::uint32_t>(TIFFTAG_IMAGEWIDTH);
+    layout_.numComponents = GetField<std::uint16_t>(TIFFTAG_SAMPLESPERPIXEL);
+    layout_.photometric = GetField<std::uint16_t>(TIFFTAG_PHOTOMETRIC);
+    layout_.isPlanar = GetField<std::uint16_t>(TIFFTAG_PLANARCONFIG) == PLANARCONFIG_SEPARATE;
+    auto const format = GetField<std::uint16_t>(TIFFTAG_SAMPLEFORMAT);
+    bool const isGrey = layout_.photometric == PHOTOMETRIC_MINISBLACK || layout_.photometric == PHOTOMETRIC_MINISWHITE;
+    bool const isColor = layout_.photometric == PHOTOMETRIC_RGB;
+    layout_.numColors = isGrey ? 1 : 3;
+    layout_.isPlain = (isGrey || isColor) && GetField<std::uint16_t>(TIFFTAG_BITSPERSAMPLE) == 8 &&
+                      (format == SAMPLEFORMAT_UINT || format == SAMPLEFORMAT_VOID) &&
+                      layout_.numComponents >= layout_.numColors;
+    ReadAlpha();
+}
+
+void TiffReader::ReadAlpha()
+{
+    std::uint16_t numExtra = 0;
+    std::uint16_t *extra = nullptr;
+    TIFFGetFieldDefaulted(tiff_.get(), TIFFTAG_EXTRASAMPLES, &numExtra, &extra);
+    if (numExtra > 0 && extra)
+    {
+        // What says nothing about itself is alpha when it is the only one.
+        bool const isAlpha =
+            extra[0] == EXTRASAMPLE_UNASSALPHA || (extra[0] == EXTRASAMPLE_UNSPECIFIED && numExtra == 1);
+        if (extra[0] == EXTRASAMPLE_ASSOCALPHA)
+            layout_.alpha = eAlpha::e_multiplied;
+        else if (isAlpha)
+            layout_.alpha = eAlpha::e_straight;
+    }
+    else if (layout_.isPlain && layout_.numComponents == layout_.numColors + 1)
+    {
+        layout_.alpha = eAlpha::e_straight;
+    }
+    if (layout_.numComponents <= layout_.numColors)
+        layout_.alpha = eAlpha::e_none;
+}
+
+bool TiffReader::IsPlausible(std::uint64_t fileSize)
+{
+    auto const compression = GetField<std::uint16_t>(TIFFTAG_COMPRESSION);
+    std::uint64_t const ratio = compression == COMPRESSION_NONE ? 1 : s_largestRatio;
+    std::uint64_t const numBits = std::uint64_t{GetField<std::uint16_t>(TIFFTAG_BITSPERSAMPLE)} * layout_.numComponents;
+    // Compression may subsample colours: then pixels have at least the bits of one component.
+    std::uint64_t const rowBytes =
+        layout_.numColumns * (layout_.isPlain ? numBits : std::min<std::uint64_t>(numBits, 8)) / 8;
+    return rowBytes <= fileSize * ratio / layout_.numRows && TIFFScanlineSize64(tiff_.get()) != 0;
+}
+
+bool TiffReader::Read(PixelRows const &rows)
+{
+    if (!layout_.isPlain)
+        return ReadConverted(rows);
+    if (TIFFIsTiled(tiff_.get()) ? !ReadTiles(rows) : !ReadStrips(rows))
+        return false;
+    for (unsigned int row = 0; layout_.alpha == eAlpha::e_multiplied && row < rows.numRows; ++row)
+        DivideByAlpha(rows.GetRow(row), rows.numColumns);
+    return true;
+}
+
+void TiffReader::Copy(unsigned char *pixels, unsigned char const *components, std::size_t count,
+                      std::uint16_t plane) const
+{
+    unsigned char const mask = layout_.photometric == PHOTOMETRIC_MINISWHITE ? 0xFF : 0;
+    bool const hasAlpha = layout_.alpha != eAlpha::e_none;
+    if (!layout_.isPlanar && layout_.numColors == 3 && layout_.numComponents == 3 + (hasAlpha ? 1 : 0))
+        return CopyColors(pixels, components, layout_.numComponents, count);
+    if (!hasAlpha && plane == 0)
+        std::fill_n(pixels, count * 4, static_cast<unsigned char>(0xFF));
+    std::size_t const step = layout_.isPlanar ? 1 : layout_.numComponents;
+    auto const first = layout_.isPlanar ? plane : std::uint16_t{0};
+    auto const last = layout_.isPlanar ? plane : static_cast<std::uint16_t>(layout_.numColors + (hasAlpha ? 0 : -1));
+    for (std::uint16_t i = first; i <= last; ++i, ++components)
+    {
+        if (i < layout_.numColors && layout_.numColors == 1)
+            CopyComponent(pixels, components, step, count, {0, 3}, mask);
+        else if (i < layout_.numColors)
+            CopyComponent(pixels, components, step, count, {static_cast<unsigned char>(2 - i), 1}, 0);
+        else if (i == layout_.numColors && hasAlpha)
+            CopyComponent(pixels, components, step, count, {3, 1}, 0);
+    }
+}
+
+bool TiffReader::ReadStrips(PixelRows const &rows)
+{
+    std::vector<unsigned char> components(
+        static_cast<std::size_t>(std::max<tmsize_t>(TIFFScanlineSize(tiff_.get()), 0)));
+    std::size_t const rowBytes = std::size_t{rows.numColumns} * (layout_.isPlanar ? 1u : layout_.numComponents);
+    if (components.size() < rowBytes)
+        return false;
+    for (std::uint16_t plane = 0; plane < GetNumPlanes(); ++plane)
+    {
+        for (std::uint32_t row = 0; row < rows.numRows; ++row)
+        {
+            if (TIFFReadScanline(tiff_.get(), components.data(), row, plane) < 0)
+                return false;
+            Copy(rows.GetRow(row), components.data(), rows.numColumns, plane);
+        }
+    }
+    return true;
+}
+
+bool TiffReader::ReadTiles(PixelRows const &rows)
+{
+    auto const tileColumns = GetField<std::uint32_t>(TIFFTAG_TILEWIDTH);
+    auto const tileRows = GetField<std::uint32_t>(TIFFTAG_TILELENGTH);
+    auto const tileRowBytes = static_cast<std::size_t>(TIFFTileRowSize(tiff_.get()));
+    tmsize_t const tileBytes = TIFFTileSize(tiff_.get());
+    if (tileBytes <= 0 || static_cast<std::uint64_t>(tileBytes) > largestBlock_ || tileColumns == 0 || tileRows == 0)
+        return false;
+    auto const tile = std::make_unique_for_overwrite<unsigned char[]>(static_cast<std::size_t>(tileBytes));
+    for (std::uint16_t plane = 0; plane < GetNumPlanes(); ++plane)
+    {
+        for (std::uint64_t top = 0; top < rows.numRows; top += tileRows)
+        {
+            for (std::uint64_t left = 0; left < rows.numColumns; left += tileColumns)
+            {
+                if (TIFFReadTile(tiff_.get(), tile.get(), static_cast<std::uint32_t>(left),
+                                 static_cast<std::uint32_t>(top), 0, plane) < 0)
+                    return false;
+                std::size_t const count = std::min<std::size_t>(tileColumns, rows.numColumns - left);
+                for (std::uint64_t row = top; row < std::min<std::uint64_t>(top + tileRows, rows.numRows); ++row)
+                    Copy(rows.GetRow(row) + left * 4, tile.get() + (row - top) * tileRowBytes, count, plane);
+            }
+        }
+    }
+    return true;
+}
+
+bool TiffReader::ReadConverted(PixelRows const &rows)
+{
+    TIFFRGBAImage image;
+    char message[1024] = {};
+    if (rows.stride != static_cast<std::ptrdiff_t>(rows.numColumns) * 4 ||
+        TIFFRGBAImageBegin(&image, tiff_.get(), 1, message) == 0)
+        return false;
+    // Rows as the file has them.
+    image.req_orientation = image.orientation;
+    bool const succeeded =
+        TIFFRGBAImageGet(&image, reinterpret_cast<std::uint32_t *>(rows.first), rows.numColumns, rows.numRows) != 0;
+    TIFFRGBAImageEnd(&image);
+    for (unsigned int row = 0; succeeded && row < rows.numRows; ++row)
+    {
+        unsigned char *const pixels = rows.GetRow(row);
+        for (std::size_t i = 0; i < rows.numColumns; ++i)
+            std::swap(pixels[i * 4], pixels[i * 4 + 2]);
+        if (image.alpha != 0)
+            DivideByAlpha(pixels, rows.numColumns);
+    }
+    return succeeded;
+}
+
+void SetFields(TIFF *tiff, PixelRows const &rows, std::uint32_t rowsPerStrip, ImageFileOptions const &options)
+{
+    TIFFSetField(tiff, TIFFTAG_IMAGEWIDTH, rows.numColumns);
+    TIFFSetField(tiff, TIFFTAG_IMAGELENGTH, rows.numRows);
+    TIFFSetField(tiff, TIFFTAG_BITSPERSAMPLE, 8);
+    TIFFSetField(tiff, TIFFTAG_SAMPLESPERPIXEL, rows.hasAlpha ? 4 : 3);
+    TIFFSetField(tiff, TIFFTAG_PHOTOMETRIC, PHOTOMETRIC_RGB);
+    TIFFSetField(tiff, TIFFTAG_PLANARCONFIG, PLANARCONFIG_CONTIG);
+    TIFFSetField(tiff, TIFFTAG_ORIENTATION, ORIENTATION_TOPLEFT);
+    TIFFSetField(tiff, TIFFTAG_ROWSPERSTRIP, rowsPerStrip);
+    TIFFSetField(tiff, TIFFTAG_COMPRESSION, options.useCompression ? COMPRESSION_ADOBE_DEFLATE : COMPRESSION_NONE);
+    if (options.useCompression)
+    {
+        TIFFSetField(tiff, TIFFTAG_ZIPQUALITY, ToDeflateLevel(options.compressionLevel));
+        TIFFSetField(tiff, TIFFTAG_PREDICTOR, PREDICTOR_HORIZONTAL);
+    }
+    std::uint16_t const extra = EXTRASAMPLE_UNASSALPHA;
+    if (rows.hasAlpha)
+        TIFFSetField(tiff, TIFFTAG_EXTRASAMPLES, 1, &extra);
+}
+
+} // namespace
+
+AutoPtr<ImageFileReader> OpenTiffFile(FilePtr file, std::uint64_t fileSize)
+{
+    auto reader = std::make_unique<TiffReader>(std::move(file));
+    return reader->ReadHeader(fileSize) ? std::move(reader) : nullptr;
+}
+
+bool WriteTiffFile(std::FILE *file, PixelRows const &rows, ImageFileOptions const &options)
+{
+    TiffPtr const tiff = OpenTiff(file, "w", 0);
+    if (!tiff)
+        return false;
+    std::size_t const numComponents = rows.hasAlpha ? 4 : 3;
+    std::size_t const rowBytes = rows.numColumns * numComponents;
+    auto const rowsPerStrip = static_cast<std::uint32_t>(std::max<std::size_t>(s_stripByteSize / rowBytes, 1));
+    SetFields(tiff.get(), rows, rowsPerStrip, options);
+    std::vector<unsigned char> strip(rowBytes * std::min(rowsPerStrip, rows.numRows));
+    for (std::uint32_t row = 0; row < rows.numRows; row += rowsPerStrip)
+    {
+        std::uint32_t const numRows = std::min(rowsPerStrip, rows.numRows - row);
+        unsigned char *component = strip.data();
+        for (std::uint32_t i = 0; i < numRows; ++i)
+        {
+            unsigned char const *pixel = rows.GetRow(row + i);
+            for (std::uint32_t column = 0; column < rows.numColumns; ++column, pixel += 4, component += numComponents)
+            {
+                component[0] = pixel[2];
+                component[1] = pixel[1];
+                component[2] = pixel[0];
+                if (rows.hasAlpha)
+                    component[3] = pixel[3];
+            }
+        }
+        if (TIFFWriteEncodedStrip(tiff.get(), row / rowsPerStrip, strip.data(),
+                                  static_cast<tmsize_t>(rowBytes * numRows)) < 0)
+            return false;
+    }
+    return TIFFWriteDirectory(tiff.get()) != 0;
+}
+
+} // namespace quillmarsh::platform

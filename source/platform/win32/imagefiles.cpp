@@ -1,0 +1,84 @@
+#include "source/platform/imagefiles.h"
+
+#include <algorithm>
+#include <cstring>
+#include <string_view>
+#include <vector>
+
+namespace quillmarsh::platform
+{
+namespace
+{
+
+/// More pixels than a byte of a file stands for, in any format.
+constexpr std::uint64_t s_pixelsPerByte = 255 * 255 / 4 + 1;
+
+constexpr GUID s_quality = {0x1D5BE4B5, 0xFA4A, 0x452D, {0x9C, 0xDD, 0x5D, 0xB3, 0x51, 0x05, 0xE7, 0xEB}};
+constexpr GUID s_compression = {0xE09D739D, 0xCCD4, 0x44EE, {0x8E, 0xBA, 0x3F, 0xBF, 0x8B, 0xE4, 0xFC, 0x58}};
+
+bool FindEncoder(char const *mimeType, CLSID &encoder)
+{
+    UINT count = 0;
+    UINT byteSize = 0;
+    if (Gdiplus::GetImageEncodersSize(&count, &byteSize) != Gdiplus::Ok || count == 0)
+        return false;
+    // The texts that the records point to follow behind them.
+    std::vector<Gdiplus::ImageCodecInfo> encoders(byteSize / sizeof(Gdiplus::ImageCodecInfo) + 1);
+    if (Gdiplus::GetImageEncoders(count, byteSize, encoders.data()) != Gdiplus::Ok)
+        return false;
+    std::string_view const wanted(mimeType);
+    for (UINT i = 0; i < count; ++i)
+    {
+        std::wstring_view const found(encoders[i].MimeType);
+        if (std::equal(found.begin(), found.end(), wanted.begin(), wanted.end(),
+                       [](wchar_t a, char b) { return a == static_cast<wchar_t>(b); }))
+        {
+            encoder = encoders[i].Clsid;
+            return true;
+        }
+    }
+    return false;
+}
+
+} // namespace
+
+AutoPtr<Gdiplus::Bitmap> OpenImageFile(std::filesystem::path const &name)
+{
+    std::error_code error;
+    std::uint64_t const fileSize = std::filesystem::file_size(name, error);
+    if (error)
+        return nullptr;
+    auto bitmap = std::make_unique<Gdiplus::Bitmap>(name.c_str());
+    if (bitmap->GetLastStatus() != Gdiplus::Ok)
+        return nullptr;
+    std::uint64_t const numPixels = std::uint64_t{bitmap->GetWidth()} * bitmap->GetHeight();
+    return numPixels != 0 && numPixels / s_pixelsPerByte <= fileSize ? std::move(bitmap) : nullptr;
+}
+
+bool SaveImageFile(Gdiplus::Bitmap &bitmap, std::filesystem::path const &name, char const *mimeType,
+                   ImageFileOptions const &options)
+{
+    CLSID encoder = {};
+    if (!FindEncoder(mimeType, encoder))
+        return false;
+    ULONG value = 0;
+    Gdiplus::EncoderParameters parameters = {};
+    parameters.Parameter[0].NumberOfValues = 1;
+    parameters.Parameter[0].Type = Gdiplus::EncoderParameterValueTypeLong;
+    parameters.Parameter[0].Value = &value;
+    if (std::strcmp(mimeType, "image/jpeg") == 0)
+    {
+        parameters.Count = 1;
+        parameters.Parameter[0].Guid = s_quality;
+        value = std::min(options.quality, 100u);
+    }
+    else if (std::strcmp(mimeType, "image/tiff") == 0)
+    {
+        parameters.Count = 1;
+        parameters.Parameter[0].Guid = s_compression;
+        value = options.useCompression ? Gdiplus::EncoderValueCompressionLZW : Gdiplus::EncoderValueCompressionNone;
+    }
+    return bitmap.Save(name.c_str(), &encoder, parameters.Count > 0 ? &parameters : nullptr) == Gdiplus::Ok;
+}
+
+} // namespace quillmarsh::platform
