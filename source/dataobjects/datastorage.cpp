@@ -1,5 +1,6 @@
 // Saving and loading by the type of the data, and what of the library is entered into the manager for it.
 #include <quillmarsh/dataobjects/datacodecmanager.h>
+#include <quillmarsh/dataobjects/imagecodecs_gdiplus.h>
 #include <quillmarsh/dataobjects/imageio.h>
 #include <quillmarsh/dataobjects/sampletransfer.h>
 #include <quillmarsh/dataobjects/signalio.h>
@@ -126,6 +127,7 @@ void RegisterDefaultDataCodecs()
     manager.RegisterDataCategory(DataCategory_Volume);
     RegisterCodecs<SignalEncoderQMDP, SignalDecoderQMDP>(manager);
     RegisterCodecs<ImageEncoderQMDP, ImageDecoderQMDP>(manager);
+    RegisterCodecs<ImageEncoderGdiplus, ImageDecoderGdiplus>(manager);
     RegisterCodecs<VolumeEncoderQMDP, VolumeDecoderQMDP>(manager);
 }
 

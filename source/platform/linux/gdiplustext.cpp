@@ -4,6 +4,7 @@
 #include "source/platform/linux/gdiplus.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <fontconfig/fontconfig.h>
 #include <memory>
@@ -42,18 +43,17 @@ using Holder = std::unique_ptr<T, Releaser>;
 struct StandIn
 {
     char const *family;
-    char const *standIns[2];
+    std::array<char const *, 2> standIns;
 };
-
-constexpr char s_szMonospace[] = "GenericMonospace";
 
 constexpr StandIn s_standIns[] = {
     {"Tahoma", {"DejaVu Sans", "Liberation Sans"}},
     {"Arial", {"Liberation Sans", "DejaVu Sans"}},
     {"Courier New", {"Liberation Mono", "DejaVu Sans Mono"}},
     {"Lucida Console", {"DejaVu Sans Mono", "Liberation Mono"}},
-    {s_szMonospace, {"DejaVu Sans Mono", "Liberation Mono"}},
 };
+
+constexpr std::array<char const *, 2> s_monospace = {"DejaVu Sans Mono", "Liberation Mono"};
 
 FcChar8 const *ToFontText(string const &text)
 {
@@ -91,6 +91,12 @@ string MatchFamily(char const *family)
     return reinterpret_cast<char const *>(name);
 }
 
+string FindInstalled(std::array<char const *, 2> const &families)
+{
+    auto const found = std::find_if(families.begin(), families.end(), &IsInstalled);
+    return found == families.end() ? string() : *found;
+}
+
 /// The family itself, or what stands in for it; empty if there is neither.
 string FindFamily(string const &family)
 {
@@ -98,13 +104,8 @@ string FindFamily(string const &family)
         return family;
     for (StandIn const &row : s_standIns)
     {
-        if (FcStrCmpIgnoreCase(ToFontText(row.family), ToFontText(family)) != 0)
-            continue;
-        for (char const *standIn : row.standIns)
-        {
-            if (IsInstalled(standIn))
-                return standIn;
-        }
+        if (FcStrCmpIgnoreCase(ToFontText(row.family), ToFontText(family)) == 0)
+            return FindInstalled(row.standIns);
     }
     return {};
 }
@@ -192,8 +193,8 @@ FontFamily const *FontFamily::GenericMonospace()
 {
     auto const find = []
     {
-        string const standIn = FindFamily(s_szMonospace);
-        return standIn.empty() ? MatchFamily("monospace") : standIn;
+        string const usual = FindInstalled(s_monospace);
+        return usual.empty() ? MatchFamily("monospace") : usual;
     };
     static FontFamily const family(find());
     return &family;
