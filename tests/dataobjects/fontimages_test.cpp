@@ -1,0 +1,193 @@
+#include <quillmarsh/dataobjects/fontimages.h>
+
+#include <quillmarsh/basetools/exception.h>
+#include <quillmarsh/dataobjects/sampletransfer.h>
+
+#include "tests/support/failures.h"
+#include "tests/support/scripted_dialogs.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+namespace quillmarsh
+{
+namespace
+{
+
+using Sheet = Image<Sample32>;
+
+/// Bounds of what was drawn in a part of a sheet; nothing drawn has right below left.
+struct Ink
+{
+    unsigned int left = ~0u;
+    unsigned int top = ~0u;
+    unsigned int right = 0;
+    unsigned int bottom = 0;
+    /// Whether there is coverage between none and all.
+    bool hasEdges = false;
+
+    bool IsThere() const { return left <= right; }
+};
+
+Ink FindInk(ImageBase const &sheet, unsigned int row, unsigned int column, unsigned int size)
+{
+    Ink ink;
+    for (unsigned int y = 0; y < size; ++y)
+    {
+        for (unsigned int x = 0; x < size; ++x)
+        {
+            unsigned char const *const pixel = sheet.SampleB(row + y, column + x);
+            unsigned char const colour = pixel[3] > 0 ? 255 : 0;
+            EXPECT_TRUE(pixel[0] == colour && pixel[1] == colour && pixel[2] == colour);
+            if (pixel[3] == 0)
+                continue;
+            ink.left = std::min(ink.left, x);
+            ink.right = std::max(ink.right, x);
+            ink.top = std::min(ink.top, y);
+            ink.bottom = std::max(ink.bottom, y);
+            ink.hasEdges |= pixel[3] < 255;
+        }
+    }
+    return ink;
+}
+
+class FontImages : public testing::Test
+{
+protected:
+    /// One glyph in a tile of 64 pixels.
+    Ink Draw(unsigned short glyph, float scale, float move, bool antiAliased, bool centered, bool bold = false,
+             string const &family = "Tahoma") const
+    {
+        Sheet sheet(e_format_A8R8G8B8, 0, 0);
+        GenerateFontGlyphs(sheet, 1, &glyph, family, bold, false, 1, 64, scale, move, move, move, move, antiAliased,
+                           true, centered);
+        EXPECT_EQ(sheet.GetNumRows(), 64u);
+        return FindInk(sheet, 0, 0, 64);
+    }
+
+    SignalOperationsManager operations_;
+};
+
+TEST_F(FontImages, TestImageHasItsQuadrants)
+{
+    Sheet image(e_format_X8R8G8B8, 61, 80);
+    GenerateRGBATest(image);
+    struct Corner
+    {
+        unsigned int row;
+        unsigned int column;
+        unsigned char blue;
+        unsigned char green;
+        unsigned char red;
+    };
+    for (Corner const &corner : {Corner{0, 0, 0, 0, 255}, Corner{0, 79, 0, 255, 0}, Corner{60, 0, 255, 0, 0},
+                                 Corner{60, 79, 0, 0, 0}, Corner{29, 39, 0, 0, 255}, Corner{30, 40, 0, 0, 0}})
+    {
+        Sample32 const &sample = image.Sample(corner.row, corner.column);
+        EXPECT_TRUE(sample.bytes[0] == corner.blue && sample.bytes[1] == corner.green && sample.bytes[2] == corner.red)
+            << corner.row << " " << corner.column;
+    }
+    // The letter of the black quadrant stands in its middle.
+    unsigned int numLight = 0;
+    for (unsigned int row = 30; row < 61; ++row)
+    {
+        for (unsigned int column = 40; column < 80; ++column)
+        {
+            bool const isLight = image.Sample(row, column).bytes[0] > 128;
+            numLight += isLight ? 1 : 0;
+            EXPECT_TRUE(!isLight || (row >= 38 && row < 53 && column >= 50 && column < 70));
+        }
+    }
+    EXPECT_GT(numLight, 20u);
+
+    Sheet tiny(e_format_A8R8G8B8, 1, 1);
+    GenerateRGBATest(tiny);
+    EXPECT_EQ(tiny.GetSamplesB()[3], 255);
+    Sheet empty(e_format_A8R8G8B8, 0, 0);
+    GenerateRGBATest(empty);
+    EXPECT_EQ(empty.GetNumSamples(), 0u);
+}
+
+TEST_F(FontImages, GlyphsStandInTheirTiles)
+{
+    Sheet sheet(e_format_A8R8G8B8, 0, 0);
+    GenerateFontGlyphsAscii(sheet, 0, 255, "Courier New", false, false, 16, 32, 1, 0, 0, 0, 0, true, true, true);
+    ASSERT_EQ(sheet.GetNumRows(), 512u);
+    ASSERT_EQ(sheet.GetNumColumns(), 512u);
+    for (unsigned int glyph = 0; glyph < 256; ++glyph)
+    {
+        bool const isEmpty = glyph <= ' ' || (glyph >= 0x7F && glyph <= 0xA0);
+        Ink const ink = FindInk(sheet, glyph / 16 * 32, glyph % 16 * 32, 32);
+        EXPECT_TRUE(ink.IsThere() == !isEmpty || glyph == 0xAD) << glyph;
+    }
+
+    // A last row that is not full, and sizes that are too small.
+    Image<Sample8> narrow(e_format_L8, 0, 0);
+    GenerateFontGlyphsAscii(narrow, 'a', 'e', "Arial", false, false, 0, 0, 1, 0, 0, 0, 0, true, true, true);
+    EXPECT_EQ(narrow.GetNumRows(), 5u);
+    EXPECT_EQ(narrow.GetNumColumns(), 1u);
+    GenerateFontGlyphsAscii(narrow, 'a', 'e', "Arial", false, false, 2, 8, 1, 0, 0, 0, 0, true, true, true);
+    EXPECT_EQ(narrow.GetNumRows(), 24u);
+    EXPECT_EQ(narrow.GetNumColumns(), 16u);
+}
+
+TEST_F(FontImages, ArgumentsPlaceAndShapeAGlyph)
+{
+    Ink const plain = Draw('O', 1, 0, true, true);
+    Ink const left = Draw('O', 1, 0, true, false);
+    Ink const moved = Draw('O', 1, 5, true, false);
+    Ink const half = Draw('O', 0.5f, 0, true, true);
+    EXPECT_TRUE(plain.hasEdges);
+    EXPECT_FALSE(Draw('O', 1, 0, false, true).hasEdges);
+    EXPECT_NEAR(plain.left, 63 - plain.right, 2);
+    EXPECT_LT(left.left, 6u);
+    EXPECT_EQ(moved.left, left.left + 5);
+    EXPECT_EQ(moved.top, left.top + 5);
+    EXPECT_NEAR((half.bottom - half.top) * 2, plain.bottom - plain.top, 4);
+    // A font's line fits its tile.
+    EXPECT_LT(Draw('g', 1, 0, true, true).bottom, 63u);
+    EXPECT_GT(Draw(0xC5, 1, 0, true, true).top, 0u);
+    // What is drawn beside the tile is cut off.
+    EXPECT_FALSE(Draw('O', 1, 100, true, true).IsThere());
+    Ink const bold = Draw('l', 1, 0, false, true, true);
+    Ink const thin = Draw('l', 1, 0, false, true, false);
+    EXPECT_GT(bold.right - bold.left, thin.right - thin.left);
+}
+
+TEST_F(FontImages, UnknownFamiliesGiveWayToEqualWidths)
+{
+    EXPECT_TRUE(CanGenerateFont("Tahoma", true, true));
+    EXPECT_FALSE(CanGenerateFont("no such family", false, false));
+    EXPECT_FALSE(CanGenerateFont("", false, false));
+    EXPECT_FALSE(CanGenerateFont("GenericMonospace", false, false));
+    // Not bold either.
+    EXPECT_EQ(Draw('l', 1, 0, false, true, true, "no such family").right,
+              Draw('l', 1, 0, false, true, false, "GenericMonospace").right);
+}
+
+TEST_F(FontImages, WrongArgumentsAreTold)
+{
+    Sheet sheet(e_format_A8R8G8B8, 1, 1);
+    unsigned short const glyphs[] = {'a', 'b'};
+    auto const generate = [&](unsigned int numGlyphs, unsigned short const *table, unsigned int tileWidth, float scale)
+    {
+        GenerateFontGlyphs(sheet, numGlyphs, table, "Arial", false, false, 1, tileWidth, scale, 0, 0, 0, 0, true, true,
+                           true);
+    };
+    {
+        tests::ScriptedDialogs dialogs;
+        generate(1, nullptr, 8, 1);
+        generate(0, glyphs, 8, 1);
+        // Ignored, the place stays quiet from then on.
+        EXPECT_EQ(dialogs.TakeTexts(), std::vector<string>(1, "Invalid argument."));
+    }
+    EXPECT_EQ(tests::MessageOf<SystemResourceException>([&] { generate(1, glyphs, 8, 0); }),
+              "Failed to create gdiplus-font.");
+    EXPECT_NE(tests::MessageOf<NoMemoryException>([&] { generate(2, glyphs, 0x80000000u, 1); }), "");
+    EXPECT_NE(tests::MessageOf<NoMemoryException>([&] { generate(1, glyphs, 40000, 1); }), "");
+    EXPECT_EQ(sheet.GetNumSamples(), 1u);
+}
+
+} // namespace
+} // namespace quillmarsh
