@@ -1,0 +1,41 @@
+// Files of images in every format: whatever the bytes are, loading ends, in nothing or in an image that its file can
+// hold.
+#include <quillmarsh/dataobjects/imagecodecs_gdiplus.h>
+
+#include <cstdint>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <random>
+
+using namespace quillmarsh;
+
+namespace
+{
+
+/// Name that no other process uses.
+string const &GetFileName()
+{
+    static string const name =
+        (std::filesystem::temp_directory_path() / ("quillmarsh-fuzz-" + std::to_string(std::random_device()())))
+            .string();
+    return name;
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const *data, std::size_t size)
+{
+    std::ofstream(GetFileName(), std::ios::binary)
+        .write(reinterpret_cast<char const *>(data), static_cast<std::streamsize>(size));
+    AutoPtr<ImageBase> const image(ImageDecoderGdiplus().LoadImageA(GetFileName(), NamedParameterList()));
+    // Not written over by the next input: that takes file systems long.
+    std::filesystem::remove(GetFileName());
+    if (!image)
+        return 0;
+    eSampleFormat const format = image->GetSampleFormat();
+    bool const isKnown = format == e_format_X8R8G8B8 || format == e_format_A8R8G8B8;
+    if (!isKnown || image->GetNumSamples() == 0 || image->GetNumSamples() > size << 15)
+        std::abort();
+    return 0;
+}
