@@ -71,6 +71,8 @@
 #include <quillmarsh/framework/commands/crashcmd.h>
 #include <quillmarsh/framework/commands/exitcmd.h>
 #include <quillmarsh/framework/commands/frameworkcommands.h>
+#include <quillmarsh/framework/commands/hidconfigcmd.h>
+#include <quillmarsh/framework/commands/hidcontrolcmd.h>
 #include <quillmarsh/framework/commands/profilercmd.h>
 #include <quillmarsh/framework/commands/variablecmd.h>
 #include <quillmarsh/framework/commandtable.h>

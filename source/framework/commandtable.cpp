@@ -51,4 +51,12 @@ void DumpCommandWords(ostream &out, CommandLineParser const &parser, std::span<C
         out << "Default behavior:\n\t" << defaultBehavior << '\n';
 }
 
+void DumpCommandSection(ostream &out, CommandLineParser const &parser, char const *heading,
+                        std::span<CommandWord const> words)
+{
+    out << heading;
+    for (CommandWord const &word : words)
+        out << FormatWord(parser, word);
+}
+
 } // namespace quillmarsh

@@ -49,6 +49,11 @@ struct CommandWord
 QUILLMARSH_API void DumpCommandWords(ostream &out, CommandLineParser const &parser, std::span<CommandWord const> words,
                                      string const &defaultBehavior = "");
 
+/// Prints a section of its own heading, which ends in a line feed: each word, of whatever kind, in a line of its own with
+/// one tab ahead of it.
+QUILLMARSH_API void DumpCommandSection(ostream &out, CommandLineParser const &parser, char const *heading,
+                                       std::span<CommandWord const> words);
+
 } // namespace quillmarsh
 
 #endif

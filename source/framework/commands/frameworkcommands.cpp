@@ -2,6 +2,8 @@
 
 #include <quillmarsh/framework/commands/crashcmd.h>
 #include <quillmarsh/framework/commands/exitcmd.h>
+#include <quillmarsh/framework/commands/hidconfigcmd.h>
+#include <quillmarsh/framework/commands/hidcontrolcmd.h>
 #include <quillmarsh/framework/commands/profilercmd.h>
 #include <quillmarsh/framework/commands/variablecmd.h>
 #include <quillmarsh/framework/stdcommandinterpreter.h>
@@ -9,11 +11,13 @@
 namespace quillmarsh::framework_commands
 {
 
-void CreateAndRegisterAllCommands(std_command_interpreter::Interpreter &interpreter, gui::Component *, unsigned int,
-                                  unsigned int)
+void CreateAndRegisterAllCommands(std_command_interpreter::Interpreter &interpreter, gui::Component *,
+                                  unsigned int hidReconfigCode, unsigned int)
 {
     interpreter.RegisterExternalCommand(new ExitCmd);
     interpreter.RegisterExternalCommand(new CrashCmd);
+    interpreter.RegisterExternalCommand(new HIDConfigCmd(hidReconfigCode));
+    interpreter.RegisterExternalCommand(new HIDControlCmd);
     interpreter.RegisterExternalCommand(new VariableCmd);
     interpreter.RegisterExternalCommand(new ProfilerCmd);
 }

@@ -18,10 +18,11 @@ namespace quillmarsh::framework_commands
 {
 
 /// Creates the framework's commands and registers them as external ones of the interpreter, which owns them then: exit,
-/// crash, var and profiler. Needs a kernel.
+/// crash, hid-config, hid-control, var and profiler. Needs a kernel.
 ///
-/// The other arguments serve commands of subsystems that are not here yet: the component that a screenshot hides (may
-/// be null), and the codes that go with a reconfiguration of the input devices and of the video subsystem.
+/// `hidReconfigCode` goes along with a reconfiguration of the input devices. The other arguments serve commands of
+/// subsystems that are not here yet: the component that a screenshot hides (may be null), and the code that goes with a
+/// reconfiguration of the video subsystem.
 QUILLMARSH_API void CreateAndRegisterAllCommands(std_command_interpreter::Interpreter &interpreter,
                                                  gui::Component *screenshotAutoHide, unsigned int hidReconfigCode,
                                                  unsigned int videoReconfigCode);
