@@ -91,6 +91,11 @@ void Kernel::SetOutputStreams(ostream &conOut, ostream &logOut)
     s_pLogOut = &logOut;
 }
 
+HumanInterfaceDeviceInfo &Kernel::HumanInterfaceDevice_DeviceInfo(HumanInterfaceDevice &device)
+{
+    return device.DeviceInfo();
+}
+
 ostream &GetConOut()
 {
     return *Kernel::s_pConOut;

@@ -99,15 +99,18 @@ bool HumanInterfaceDevice::SamplingLoop::Sample()
 
 void HumanInterfaceDevice::SamplingLoop::Fail(string const &reason)
 {
+    // Into the buffer, which a host makes fit for several threads; the state of the stream is the frame thread's.
+    string const line =
+        "Async-sampling failed on hid: " + device_.GetDeviceInfo().MakeShortDesc() + ": " + reason + "\n";
+    if (std::streambuf *const buffer = GetLogOut().rdbuf())
     {
-        CriticalSectionSentry const sentry(device_.sampledDataLock_);
-        unsigned int const count = device_.GetNumControllers();
-        for (unsigned int index = 0; index < count; index++)
-            device_.GetController(index)->ResetInputReadings();
+        buffer->sputn(line.data(), static_cast<std::streamsize>(line.size()));
+        buffer->pubsync();
     }
-    // One insertion, since other threads write to the log too.
-    GetLogOut() << "Async-sampling failed on hid: " + device_.GetDeviceInfo().MakeShortDesc() + ": " + reason + "\n"
-                << std::flush;
+    CriticalSectionSentry const sentry(device_.sampledDataLock_);
+    unsigned int const count = device_.GetNumControllers();
+    for (unsigned int index = 0; index < count; index++)
+        device_.GetController(index)->ResetInputReadings();
 }
 
 void HumanInterfaceDevice::SamplingLoop::Sleep()

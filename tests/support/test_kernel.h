@@ -2,6 +2,7 @@
 #ifndef QUILLMARSH_TESTS_SUPPORT_TEST_KERNEL_H
 #define QUILLMARSH_TESTS_SUPPORT_TEST_KERNEL_H
 
+#include <quillmarsh/framework/directinputconfig.h>
 #include <quillmarsh/framework/frameobserver.h>
 #include <quillmarsh/framework/kernel.h>
 #include <quillmarsh/framework/kernelexecutionparams.h>
@@ -10,6 +11,7 @@
 
 #include <algorithm>
 #include <sstream>
+#include <utility>
 #include <vector>
 
 namespace quillmarsh::tests
@@ -41,6 +43,9 @@ public:
     unsigned int frameNumber = 0;
     double frameTime = 0;
     double frameTimeDelta = 0;
+    std::vector<HumanInterfaceDevice *> devices;
+    DirectInputConfig directInputConfig;
+    std::vector<std::pair<DirectInputConfig, unsigned int>> hidReconfigs;
     Application *application = nullptr;
     Profiler *profiler = nullptr;
     ConsoleBuffers *consoleBuffers = nullptr;
@@ -71,7 +76,10 @@ public:
     double GetFrameRateLimit() override { return frameRateLimit; }
     bool IsExitRequested() override { return numExitRequests > 0; }
     void RequestExit() override { ++numExitRequests; }
-    void ApplyHIDReconfig(DirectInputConfig const &, unsigned int) override {}
+    void ApplyHIDReconfig(DirectInputConfig const &config, unsigned int code) override
+    {
+        hidReconfigs.emplace_back(config, code);
+    }
     void ApplyVideoReconfig(string const &, VideoConfig const &, unsigned int) override {}
     void RequestGenericReconfig(unsigned int, unsigned int) override {}
     unsigned int GetNumPlugins() override { return 0; }
@@ -89,9 +97,12 @@ public:
     void GetActiveVideoProfile(VideoProfile &) override {}
     std_command_interpreter::Interpreter *GetCommandInterpreter() override { return interpreter; }
     void QueueCommandLine(string const &line) override { queuedLines.push_back(line); }
-    unsigned int GetNumHumanInterfaceDevices() override { return 0; }
-    HumanInterfaceDevice *GetHumanInterfaceDevice(unsigned int) override { return nullptr; }
-    void GetDirectInputConfig(DirectInputConfig &) override {}
+    unsigned int GetNumHumanInterfaceDevices() override { return static_cast<unsigned int>(devices.size()); }
+    HumanInterfaceDevice *GetHumanInterfaceDevice(unsigned int index) override
+    {
+        return index < devices.size() ? devices[index] : nullptr;
+    }
+    void GetDirectInputConfig(DirectInputConfig &config) override { config = directInputConfig; }
     void WakeUp() override {}
     unsigned int GetFrameNumber() override { return frameNumber; }
     double GetFrameTime() override { return frameTime; }

@@ -153,11 +153,14 @@ public:
 
     /// @name Devices
     /// @{
+    /// The group is walked from here on, when it is opened and again for each reconfiguration. Asked for each DirectInput
+    /// proxy; 0x800 is version 8.
     virtual bool ConfirmDirectInputVersion(unsigned int version);
-    /// Whether to open a device driver; `flags` goes to the driver.
+    /// Whether to use a device driver, the `index`-th of all; `flags` goes to the driver. By default each is used.
     virtual bool ConfirmHIDDriver(string const &pluginName, unsigned int index, unsigned int &flags);
+    /// The configuration that is to come, which may be changed. The codes are those of the request, and 0 at start-up.
     virtual void QueryHIDConfig(DirectInputConfig &config, unsigned int code, unsigned int subcode);
-    /// Whether to leave a driver out without asking further.
+    /// Whether to leave a confirmed driver out under this configuration. By default none is.
     virtual bool QueryIgnoreHIDDriver(string const &pluginName);
     /// The devices that the drivers found follow, one by one.
     virtual void BeginConfirmHumanInterfaceDevices();

@@ -147,10 +147,11 @@ protected:
     /// For ApplyUseDirectInput(): which input path the device has taken.
     void UpdateUsingDirectInput(bool isUsing) { isUsingDirectInput_ = isUsing; }
 
-    /// For the driver, which fills it in.
+    /// For the driver, which fills it in; creation id and creator are the kernel's.
     HumanInterfaceDeviceInfo &DeviceInfo() { return info_; }
 
 private:
+    friend class Kernel;
     class SamplingLoop;
 
     class QUILLMARSH_API SamplingThread : public Thread

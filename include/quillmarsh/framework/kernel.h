@@ -14,6 +14,7 @@ class FrameObserver;
 class GenericExtension;
 class HIDController;
 class HumanInterfaceDevice;
+class HumanInterfaceDeviceInfo;
 class PluginInfo;
 class Profiler;
 class ReconfigObserver;
@@ -177,6 +178,9 @@ protected:
     /// Sets the streams that GetConOut and GetLogOut give. They are borrowed.
     static void SetOutputStreams(ostream &conOut, ostream &logOut);
 
+    /// What is known of a device, for the kernel to fill in creation id and creator.
+    static HumanInterfaceDeviceInfo &HumanInterfaceDevice_DeviceInfo(HumanInterfaceDevice &device);
+
 private:
     friend QUILLMARSH_API ostream &GetConOut();
     friend QUILLMARSH_API ostream &GetLogOut();
@@ -188,7 +192,8 @@ private:
 
 /// The console's stream. To be called once a host has set the streams, from the frame thread.
 QUILLMARSH_API ostream &GetConOut();
-/// The log's stream, likewise.
+/// The log's stream, likewise. A device that fails on its sampling thread writes there to the stream's buffer, which
+/// has to take that.
 QUILLMARSH_API ostream &GetLogOut();
 
 } // namespace quillmarsh

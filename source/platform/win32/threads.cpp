@@ -2,7 +2,6 @@
 
 #include "source/platform/win32/windows.h"
 
-#include <mmsystem.h>
 #include <process.h>
 
 namespace quillmarsh::platform

@@ -18,6 +18,8 @@
 
 #include <windows.h>
 
+#include <mmsystem.h>
+
 // Call the system's functions by their full names, with A or W at the end.
 #undef CopyFile
 #undef CreateDialog

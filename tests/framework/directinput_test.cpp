@@ -1,0 +1,131 @@
+#include <quillmarsh/framework/directinputconfig.h>
+#include <quillmarsh/framework/directinputproxy.h>
+#include <quillmarsh/framework/hiddriver.h>
+
+// The complete record, wherever the system has it.
+#include "source/platform/directinput.h"
+
+#include <gtest/gtest.h>
+
+#include <cstring>
+#include <sstream>
+
+namespace quillmarsh
+{
+namespace
+{
+
+TEST(DirectInputConfig, ComparesWhatCounts)
+{
+    DirectInputConfig const plain;
+    EXPECT_TRUE(plain.EnableDirectInput && plain.UseLastVersion && plain.EnableFullscreenExclusiveMode &&
+                plain.UseAtDeviceInit && plain.DirectInputVersion == 0);
+    struct Case
+    {
+        DirectInputConfig left;
+        DirectInputConfig right;
+        bool equal;
+    };
+    for (Case const &c : {Case{{false, true, 3, true, true}, {false, false, 8, false, false}, true},
+                          Case{{true, true, 3, true, true}, {true, true, 8, true, true}, true},
+                          Case{{true, false, 3, true, true}, {true, false, 8, true, true}, false},
+                          Case{{true, true, 3, true, true}, {true, false, 3, true, true}, false},
+                          Case{{true, true, 3, true, true}, {false, true, 3, true, true}, false},
+                          Case{{true, true, 3, true, true}, {true, true, 3, false, true}, false},
+                          Case{{true, true, 3, true, true}, {true, true, 3, true, false}, false}})
+    {
+        EXPECT_EQ(c.equal, c.left.IsLogicallyEqual(c.right));
+        EXPECT_FALSE(c.left == c.right);
+    }
+    std::ostringstream out;
+    DirectInputConfig{true, false, 8, true, false}.Dump(out, 1);
+    EXPECT_EQ("\tEnableDirectInput............: true\n\tUseLastVersion...............: false\n"
+              "\tDirectInputVersion...........: 8\n\tEnableFullscreenExclusiveMode: true\n"
+              "\tUseAtDeviceInit..............: false\n",
+              out.str());
+}
+
+DIDEVICEINSTANCEA MakeInstance(unsigned int type)
+{
+    DIDEVICEINSTANCEA instance{};
+    instance.dwSize = sizeof(instance);
+    instance.guidInstance = win_utils::Guid(UID(1, 0, 0, 0));
+    instance.guidProduct = win_utils::Guid(UID(2, 0, 0, 0));
+    instance.dwDevType = type;
+    std::strcpy(instance.tszInstanceName, "stick");
+    // A name without an end mark.
+    std::memset(instance.tszProductName, 'x', sizeof(instance.tszProductName));
+    return instance;
+}
+
+TEST(DirectInputDeviceInstanceInfo, DumpsAndCopiesTheSystemsRecord)
+{
+    static_assert(sizeof(DIDEVICEINSTANCEA) == 580);
+    DIDEVICEINSTANCEA instance = MakeInstance(0x12340c1c);
+    DirectInputDeviceInstanceInfo8 const info(instance);
+    std::ostringstream out;
+    info.DumpInfo(out, 1);
+    string const product(260, 'x');
+    EXPECT_EQ("\tInstanceGUID.: [00000001-00000000-00000000-00000000]\n\tInstanceName.: stick\n"
+              "\tProductGUID..: [00000002-00000000-00000000-00000000]\n\tProductName..: " +
+                  product + "\n\tDeviceType...: supplemental controller\n\tDeviceSubType: three pedals\n",
+              out.str());
+    DirectInputDeviceInstanceInfo common;
+    EXPECT_EQ("Unknown", common.InstanceName);
+    info.CopyInfo(common);
+    EXPECT_EQ(DirectInputDeviceInstanceInfo(win_utils::Guid(UID(1, 0, 0, 0)), win_utils::Guid(UID(2, 0, 0, 0)), "stick",
+                                            product),
+              common);
+    out.str("");
+    common.DumpInfo(out, 0);
+    EXPECT_EQ("InstanceGUID: [00000001-00000000-00000000-00000000]\nInstanceName: stick\n"
+              "ProductGUID.: [00000002-00000000-00000000-00000000]\nProductName.: " +
+                  product + "\n",
+              out.str());
+
+    instance.tszInstanceName[100] = 'z';
+    DirectInputDeviceInstanceInfo8 other(instance);
+    EXPECT_EQ(info, other);
+    instance.wUsage = 1;
+    other = instance;
+    EXPECT_NE(info, other);
+    other = info;
+    EXPECT_EQ(info, other);
+}
+
+TEST(DirectInputDeviceInstanceInfo, NamesTypes)
+{
+    struct Case
+    {
+        unsigned int type;
+        char const *names;
+    };
+    for (Case const &c :
+         {Case{0x0211, "unclassified/unknown"}, Case{0x0112, "mouse/unknown"}, Case{0x0612, "mouse/absolute axis data"},
+          Case{0x0113, "keyboard/IBM PC/XT 83-key keyboard"}, Case{0x0315, "gamepad/tilt"},
+          Case{0x0218, "first-person-game controller/unknown"},
+          Case{0x0318, "first-person-game controller/6 degrees of freedom"}, Case{0x011b, "remote controller/unknown"},
+          Case{0x0d1c, "supplemental controller/rudder pedals"}, Case{0x0110, "unknown/unknown"},
+          Case{0x011d, "unknown/unknown"}})
+    {
+        std::ostringstream out;
+        DirectInputDeviceInstanceInfo8(MakeInstance(c.type)).DumpInfo(out, 0);
+        string const text = out.str();
+        string const names = c.names;
+        std::size_t const slash = names.find('/');
+        EXPECT_NE(string::npos, text.find("DeviceType...: " + names.substr(0, slash) +
+                                          "\nDeviceSubType: " + names.substr(slash + 1) + "\n"))
+            << text;
+    }
+}
+
+TEST(DirectInputProxy, DescribesCooperativeLevels)
+{
+    EXPECT_EQ("background exclusive", DirectInputProxy8::GetCooperativeLevelDesc(9));
+    EXPECT_EQ("foreground non-exclusive", DirectInputProxy8::GetCooperativeLevelDesc(6));
+    EXPECT_EQ("background exclusive no-win-key", DirectInputProxy8::GetCooperativeLevelDesc(31));
+    EXPECT_EQ("", DirectInputProxy8::GetCooperativeLevelDesc(0));
+}
+
+} // namespace
+} // namespace quillmarsh
