@@ -118,17 +118,16 @@ void ApplicationWalk::OpenGenericExtensions()
                      [](Application &application) { application.ConnectGenericExtensions(); });
 }
 
-// No drivers are opened yet, so that the application confirms and connects an empty list of devices.
 void ApplicationWalk::OpenDevices()
 {
-    kernel_.CallHook("BeginConfirmHumanInterfaceDevices",
-                     [](Application &application) { application.BeginConfirmHumanInterfaceDevices(); });
-    kernel_.CallHook("EndConfirmHumanInterfaceDevices",
-                     [](Application &application) { application.EndConfirmHumanInterfaceDevices(); });
-    Step(
-        "SetupAsyncHIDSampling", [](Application &application) { application.SetupAsyncHIDSampling(); },
-        "DisconnectHumanInterfaceDevices",
-        [](Application &application) { application.DisconnectHumanInterfaceDevices(); });
+    DeviceGroup &devices = kernel_.GetDevices();
+    undo_.push_back({climbed_.back(), [&devices] { devices.Release(); }});
+    devices.Open(DirectInputConfig(), 0, 0);
+    undo_.push_back({climbed_.back(), [this]
+                     {
+                         kernel_.CallHook("DisconnectHumanInterfaceDevices", [](Application &application)
+                                          { application.DisconnectHumanInterfaceDevices(); });
+                     }});
 }
 
 // There is no renderer and no window yet.

@@ -43,6 +43,9 @@ public:
         }
     }
 
+    /// Shows a message about what does not end the run.
+    void Warn(string const &message) { report_(message); }
+
     bool HasFailed() const { return hasFailed_; }
     /// The first failure; nothing is set in it when there was none.
     FailureDesc const &GetDesc() const { return desc_; }

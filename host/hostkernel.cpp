@@ -96,11 +96,11 @@ void HostKernel::RequestExit()
     pacer_.WakeUp();
 }
 
-// Requests. There are no devices and no video stack to be configured yet; the requests take their way all the same.
+// Requests. There is no video stack to be configured yet; its requests take their way all the same.
 
-void HostKernel::ApplyHIDReconfig(DirectInputConfig const &, unsigned int code)
+void HostKernel::ApplyHIDReconfig(DirectInputConfig const &config, unsigned int code)
 {
-    AddRequest({Request::eKind::e_hid, code, 0});
+    AddRequest({Request::eKind::e_hid, code, 0, config});
 }
 
 void HostKernel::ApplyVideoReconfig(string const &, VideoConfig const &, unsigned int code)
@@ -203,7 +203,7 @@ Application *HostKernel::GetApplicationPtr()
     return application_;
 }
 
-// Video and devices: there are none yet.
+// Video: there is none yet.
 
 unsigned int HostKernel::GetNumVideoRenderers()
 {
@@ -223,17 +223,22 @@ void HostKernel::GetActiveVideoRendererInfo(VideoRendererInfo &) {}
 
 void HostKernel::GetActiveVideoProfile(VideoProfile &) {}
 
+// Devices
+
 unsigned int HostKernel::GetNumHumanInterfaceDevices()
 {
-    return 0;
+    return devices_.GetNumDevices();
 }
 
-HumanInterfaceDevice *HostKernel::GetHumanInterfaceDevice(unsigned int)
+HumanInterfaceDevice *HostKernel::GetHumanInterfaceDevice(unsigned int index)
 {
-    return nullptr;
+    return devices_.GetDevice(index);
 }
 
-void HostKernel::GetDirectInputConfig(DirectInputConfig &) {}
+void HostKernel::GetDirectInputConfig(DirectInputConfig &config)
+{
+    config = devices_.GetConfig();
+}
 
 // Services
 

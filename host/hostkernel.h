@@ -2,6 +2,7 @@
 #ifndef QUILLMARSH_HOST_HOSTKERNEL_H
 #define QUILLMARSH_HOST_HOSTKERNEL_H
 
+#include "devicegroup.h"
 #include "failures.h"
 #include "framepacer.h"
 #include "hostconsole.h"
@@ -44,6 +45,12 @@ public:
     /// Changes the level and tells the application.
     void SetLevel(eKernelLevel level);
     Application::AutoInitInfo &GetAutoInit() { return autoInit_; }
+    DeviceGroup &GetDevices() { return devices_; }
+    /// See Kernel::HumanInterfaceDevice_DeviceInfo.
+    static HumanInterfaceDeviceInfo &GetDeviceInfo(HumanInterfaceDevice &device)
+    {
+        return HumanInterfaceDevice_DeviceInfo(device);
+    }
     /// Calls a hook of the application; its name is the place of a failure.
     template<typename Hook>
     void CallHook(char const *name, Hook &&hook)
@@ -127,14 +134,17 @@ private:
         eKind kind;
         unsigned int code;
         unsigned int subcode;
+        DirectInputConfig config = {};
     };
 
     void AdvanceTime();
+    void SampleDevices(Profiler *profiler);
     /// Each hook is a block of the profiler, unless that is null.
     void CallFrameHooks(Profiler *profiler);
     void CallFrameObservers();
     void AddRequest(Request const &request);
     void CarryOut(Request const &request);
+    void ReconfigureDevices(Request const &request);
     void CheckSubsystems();
 
     HostConsole &console_;
@@ -152,6 +162,7 @@ private:
     Application::AutoInitInfo autoInit_;
     PluginSet plugins_;
     std::vector<AutoPtr<GenericExtension>> genericExtensions_;
+    DeviceGroup devices_{*this};
 
     unsigned int frameNumber_ = 0;
     FramePacer::Clock::time_point loopStart_;

@@ -59,14 +59,26 @@ void HostKernel::CallFrameHooks(Profiler *profiler)
         ProfileBlockSentry const block(profiler, name);
         CallHook(name, hook);
     };
-    // Sampling of devices, GUI events and drawing join this order with their subsystems.
+    // GUI events and drawing join this order with their subsystems.
     call("FrameBegin", [delta](Application &application) { application.FrameBegin(delta); });
+    SampleDevices(profiler);
     call("FrameSampleInput", [](Application &application) { application.FrameSampleInput(); });
     call("FrameUpdateStates", [delta](Application &application) { application.FrameUpdateStates(delta); });
     call("FramePreRenderVideo", [](Application &application) { application.FramePreRenderVideo(); });
     call("FrameRenderVideo", [](Application &application) { application.FrameRenderVideo(); });
     call("FramePostRenderVideo", [](Application &application) { application.FramePostRenderVideo(); });
     call("FrameEnd", [](Application &application) { application.FrameEnd(); });
+}
+
+void HostKernel::SampleDevices(Profiler *profiler)
+{
+    if (devices_.PollDeviceChanges())
+        RequestHIDReconfig(0);
+    if (devices_.GetNumDevices() == 0)
+        return;
+    failures_.SetPlace("the sampling of input devices");
+    ProfileBlockSentry const block(profiler, "SampleDevices");
+    devices_.Sample(params_.HIDAutoSampling);
 }
 
 void HostKernel::CallFrameObservers()
@@ -108,13 +120,7 @@ void HostKernel::CarryOut(Request const &request)
     switch (request.kind)
     {
     case Request::eKind::e_hid:
-        CallHook("DisconnectHumanInterfaceDevices",
-                 [](Application &application) { application.DisconnectHumanInterfaceDevices(); });
-        CallHook("BeginConfirmHumanInterfaceDevices",
-                 [](Application &application) { application.BeginConfirmHumanInterfaceDevices(); });
-        CallHook("EndConfirmHumanInterfaceDevices",
-                 [](Application &application) { application.EndConfirmHumanInterfaceDevices(); });
-        CallHook("SetupAsyncHIDSampling", [](Application &application) { application.SetupAsyncHIDSampling(); });
+        ReconfigureDevices(request);
         reconfigObservers_.ForEach([](ReconfigObserver &observer) { observer.OnHIDReconfig(); });
         CheckSubsystems();
         break;
@@ -132,6 +138,16 @@ void HostKernel::CarryOut(Request const &request)
         reconfigObservers_.ForEach([](ReconfigObserver &observer) { observer.OnVSyncReconfig(false); });
         break;
     }
+}
+
+void HostKernel::ReconfigureDevices(Request const &request)
+{
+    if (!autoInit_.OpenDevices)
+        return;
+    CallHook("DisconnectHumanInterfaceDevices",
+             [](Application &application) { application.DisconnectHumanInterfaceDevices(); });
+    devices_.Release();
+    devices_.Open(request.config, request.code, request.subcode);
 }
 
 void HostKernel::CheckSubsystems()

@@ -26,6 +26,12 @@ bool Contains(string const &text, string const &part)
     return text.find(part) != string::npos;
 }
 
+string ReadSource(string const &name)
+{
+    std::ifstream file(QUILLMARSH_TEST_SOURCES + name);
+    return {std::istreambuf_iterator<char>(file), {}};
+}
+
 /// The hooks that the tracer wrote down, joined by ";", with each whole frame as "frame".
 string RunTraced(std::vector<std::pair<string, string>> settings, HostResult &result, string const &input = "",
                  std::vector<string> arguments = {"--frames", "2"})
@@ -48,7 +54,8 @@ string RunTraced(std::vector<std::pair<string, string>> settings, HostResult &re
 
 string const s_up =
     "level 1;BeginStartup;QueryAutoInit;Initialize;EndStartup;level 2;ConfirmGenericExtension ext tracing;"
-    "ConnectGenericExtensions;level 3;BeginConfirmHumanInterfaceDevices;EndConfirmHumanInterfaceDevices;"
+    "ConnectGenericExtensions;level 3;QueryHIDConfig 0 0;BeginConfirmHumanInterfaceDevices;"
+    "EndConfirmHumanInterfaceDevices;BeginConnectHumanInterfaceDevices;EndConnectHumanInterfaceDevices;"
     "SetupAsyncHIDSampling;level 4;level 5;ConnectSubsystemsToAppWindow;InitializeSubsystems;level 6";
 string const s_down = "level 5;CleanupSubsystems;DisconnectSubsystemsFromAppWindow;level 4;level 3;"
                       "DisconnectHumanInterfaceDevices;level 2;~TracerExtension;level 7";
@@ -257,12 +264,16 @@ TEST(Host, WritesItsLog)
 
 TEST(Host, ReadmesOfPluginsShowWhatIsBuilt)
 {
-    std::ifstream page(QUILLMARSH_TEST_SOURCES "docs/writing-a-plugin.md");
-    std::ifstream source(QUILLMARSH_TEST_SOURCES "plugins/template/template.cpp");
-    string const text(std::istreambuf_iterator<char>(page), {});
-    string const code(std::istreambuf_iterator<char>(source), {});
-    EXPECT_FALSE(code.empty());
-    EXPECT_TRUE(Contains(text, "```cpp\n" + code + "```"));
+    for (auto const &[page, source] : {std::pair("docs/writing-a-plugin.md", "plugins/template/template.cpp"),
+                                       std::pair("docs/writing-a-driver.md", "examples/driver/driftmouse.cpp")})
+    {
+        string const text = ReadSource(page);
+        string const code = ReadSource(source);
+        EXPECT_FALSE(code.empty());
+        EXPECT_TRUE(Contains(text, "```cpp\n" + code + "```")) << page;
+    }
+    HostResult const result = RunHost({"--plugin", Plugin("driftmouse")}, "hid-control\n");
+    EXPECT_TRUE(Contains(result.out, "1/drifting mouse/driftmouse\n")) << result.out << result.err;
 }
 
 } // namespace

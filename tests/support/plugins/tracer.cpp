@@ -1,20 +1,19 @@
 // Application that writes down which hooks are called, and fails in one of them when it is asked to.
+#include "trace.h"
+
 #include <quillmarsh/basetools/commandlineparser.h>
 #include <quillmarsh/basetools/consolebuffers.h>
-#include <quillmarsh/basetools/exception.h>
 #include <quillmarsh/basetools/variableregistry.h>
 #include <quillmarsh/framework/application.h>
 #include <quillmarsh/framework/frameobserver.h>
 #include <quillmarsh/framework/genericextension.h>
+#include <quillmarsh/framework/humaninterfacedevice.h>
 #include <quillmarsh/framework/kernel.h>
 #include <quillmarsh/framework/plugindescriptors.h>
 #include <quillmarsh/framework/pluginlibrary.h>
 #include <quillmarsh/framework/reconfigobserver.h>
 #include <quillmarsh/framework/stdcommandinterpreter.h>
 
-#include <cstdlib>
-#include <fstream>
-#include <stdexcept>
 #include <thread>
 
 namespace
@@ -22,22 +21,8 @@ namespace
 
 using namespace quillmarsh;
 
-string GetSetting(char const *name)
-{
-    char const *const value = std::getenv(name);
-    return value != nullptr ? value : "";
-}
-
-void Trace(string const &text)
-{
-    static std::ofstream s_file(GetSetting("TRACER_FILE"), std::ios::app);
-    s_file << text << std::endl;
-    string const failing = GetSetting("TRACER_FAIL");
-    if (text == failing)
-        QUILLMARSH_THROW(ApplicationException, "asked to fail");
-    if (text + "!" == failing)
-        throw std::runtime_error("asked to fail");
-}
+using tests::GetSetting;
+using tests::Trace;
 
 class TracerExtension : public GenericExtension
 {
@@ -112,6 +97,7 @@ class Observer : public FrameObserver, public ReconfigObserver
         Trace("OnFrame");
         removeObserver = frameNumber == 2;
     }
+    void OnHIDReconfig() override { Trace("OnHIDReconfig"); }
     void OnVSyncReconfig(bool) override { Trace("OnVSyncReconfig"); }
 };
 
@@ -153,9 +139,39 @@ class TracerApplication : public Application
         return true;
     }
     void ConnectGenericExtensions() override { Trace("ConnectGenericExtensions"); }
+    bool ConfirmHIDDriver(string const &plugin, unsigned int index, unsigned int &flags) override
+    {
+        Trace("ConfirmHIDDriver " + plugin + " " + MakeString(index));
+        flags = 3;
+        return true;
+    }
+    void QueryHIDConfig(DirectInputConfig &, unsigned int code, unsigned int subcode) override
+    {
+        Trace("QueryHIDConfig " + MakeString(code) + " " + MakeString(subcode));
+    }
     void BeginConfirmHumanInterfaceDevices() override { Trace("BeginConfirmHumanInterfaceDevices"); }
+    bool ConfirmHumanInterfaceDevice(HumanInterfaceDevice &device) override
+    {
+        Trace("Confirm " + device.GetDeviceInfo().MakeShortDesc());
+        return device.GetDeviceInfo().GetDeviceDescription() != "dull";
+    }
     void EndConfirmHumanInterfaceDevices() override { Trace("EndConfirmHumanInterfaceDevices"); }
-    void SetupAsyncHIDSampling() override { Trace("SetupAsyncHIDSampling"); }
+    void BeginConnectHumanInterfaceDevices(DirectInputConfig const &) override
+    {
+        Trace("BeginConnectHumanInterfaceDevices");
+    }
+    void ConnectHumanInterfaceDevice(HumanInterfaceDevice &device) override
+    {
+        Trace("Connect " + device.GetDeviceInfo().MakeShortDesc());
+    }
+    void EndConnectHumanInterfaceDevices() override { Trace("EndConnectHumanInterfaceDevices"); }
+    void SetupAsyncHIDSampling() override
+    {
+        Trace("SetupAsyncHIDSampling");
+        if (HumanInterfaceDevice *const device = Kernel::Instance().GetHumanInterfaceDevice(0);
+            device != nullptr && !GetSetting("TRACER_ASYNC").empty())
+            device->StartAsyncSampling();
+    }
     void DisconnectHumanInterfaceDevices() override { Trace("DisconnectHumanInterfaceDevices"); }
     void OnVSyncUpdate(bool) override { Trace("OnVSyncUpdate"); }
     void GenericReconfig(unsigned int code, unsigned int subcode) override

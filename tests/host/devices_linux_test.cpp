@@ -1,0 +1,130 @@
+#include "tests/support/host_process.h"
+#include "tests/support/scratch_directory.h"
+
+#include <gtest/gtest.h>
+
+#include <regex>
+
+namespace quillmarsh::tests
+{
+namespace
+{
+
+using std::string;
+
+/// What tracer and test driver wrote down of the devices, and of what became of the run; frames are left out.
+string RunWithDriver(std::vector<std::pair<string, string>> settings, HostResult &result, string const &input = "",
+                     std::vector<string> arguments = {"--frames", "4"})
+{
+    ScratchFile const trace;
+    settings.emplace_back("TRACER_FILE", trace.GetName());
+    ScopedEnvironment const environment(settings);
+    for (char const *plugin : {"tracer", "testdriver"})
+        arguments.insert(arguments.end(), {"--plugin", string(QUILLMARSH_TEST_PLUGINS) + plugin + ".so"});
+    result = RunHost(arguments, input);
+    string text = trace.Read();
+    std::size_t const begin = text.find("level 3\n");
+    std::size_t const end = text.rfind("level 2\n");
+    if (begin == string::npos || end == string::npos || end < begin)
+        return text;
+    text = text.substr(begin, end - begin);
+    text = std::regex_replace(text, std::regex("(Frame[A-Za-z]*|OnFrame|[A-Za-z]*Subsystems[A-Za-z]*|level .)\n"), "");
+    text = std::regex_replace(text, std::regex("HumanInterfaceDevices"), "");
+    return std::regex_replace(text, std::regex("\n"), ";");
+}
+
+string MakeUp(string const &version)
+{
+    return "ConfirmHIDDriver testdriver 0;QueryHIDConfig 0 0;OpenDriver " + version +
+           " 3;BeginConfirm;EnumerateDevices;CreateDevice 0;Confirm 1/ball/testdriver;CreateDevice 1;"
+           "Confirm 2/dull/testdriver;~dull;EndConfirm;BeginConnect;ConnectDevice ball;Connect 1/ball/testdriver;"
+           "EndConnect;SetupAsyncHIDSampling;";
+}
+
+string MakeDown(string const &samples)
+{
+    return "Disconnect;DisconnectDevice ball " + samples + ";~ball;CloseDriver;~TestDriver;";
+}
+
+TEST(HostDevices, AreWalkedUpSampledInEachFrameAndWalkedDown)
+{
+    HostResult result;
+    EXPECT_EQ(MakeUp("0") + MakeDown("4"), RunWithDriver({}, result));
+    EXPECT_EQ(0, result.status) << result.err;
+    EXPECT_EQ("", result.err);
+}
+
+TEST(HostDevices, AreReconfiguredOnRequestAndWhenTheyChange)
+{
+    HostResult result;
+    string const trace = RunWithDriver(
+        {}, result, "wait 2\nhid-config -version=8\nwait 3\nhid-config\nhid-control\nhid-control -d=1 -info\n", {});
+    EXPECT_EQ(0, result.status) << result.err;
+    EXPECT_EQ(MakeUp("0") + "Disconnect;DisconnectDevice ball",
+              trace.substr(0, trace.find(" ", trace.find("DisconnectDevice ") + 17)));
+    EXPECT_NE(string::npos, trace.find(MakeUp("8") + "OnHIDReconfig;Disconnect;")) << trace;
+    for (char const *part : {"DirectInputVersion...........: 8\n", "UseLastVersion...............: false\n",
+                             "Available human-interface-devices:\n1/ball/testdriver\n\tController 0: Mouse\n",
+                             "SyncWithSystemCursor: true\n", "IsSystemMouse: true\n"})
+        EXPECT_NE(string::npos, result.out.find(part)) << part << result.out;
+
+    EXPECT_EQ(MakeUp("0") + MakeDown("2") + MakeUp("0") + "OnHIDReconfig;" + MakeDown("2"),
+              RunWithDriver({{"TESTDRIVER_CHANGE", "1"}}, result));
+}
+
+TEST(HostDevices, SampleOnTheirThreads)
+{
+    HostResult result;
+    ScratchFile const log;
+    string const trace = RunWithDriver({{"TRACER_ASYNC", "1"}}, result, "wait 3\n", {"--log", log.GetName()});
+    EXPECT_EQ(0, result.status) << result.err;
+    EXPECT_EQ(string::npos, trace.find("too early")) << trace;
+    EXPECT_NE(string::npos, log.Read().find("Starting async-sampling on hid: 1\n"));
+    EXPECT_NE(string::npos, log.Read().find("Stoping async-sampling on hid: 1\n"));
+}
+
+TEST(HostDevices, ThatFailAreLeftOutWithAWordAboutIt)
+{
+    struct Case
+    {
+        char const *fail;
+        char const *message;
+        char const *numSamples;
+    };
+    for (Case const &c :
+         {Case{"OpenDriver 0 3", "The device driver 'testdriver' is left out: ApplicationException: asked to fail", ""},
+          Case{"EnumerateDevices!", "The devices of 'testdriver' are left out: asked to fail", ""},
+          Case{"CreateDevice 1", "A device of 'testdriver' is left out: ApplicationException: asked to fail", " 4"},
+          Case{"ConnectDevice ball", "The input device 1/ball/testdriver is left out: ApplicationException: ", ""},
+          Case{"SampleDevice", "The input device 1/ball/testdriver is not sampled any more: HIDException: unplugged",
+               " 2"},
+          Case{"PollDeviceChanges", "'testdriver' is not asked for changes any more: HIDDriverException: no bus",
+               " 4"}})
+    {
+        HostResult result;
+        string const trace = RunWithDriver({{"TRACER_FAIL", c.fail}}, result);
+        EXPECT_EQ(0, result.status) << c.fail << result.err;
+        EXPECT_NE(string::npos, result.err.find(c.message)) << c.fail << result.err;
+        EXPECT_EQ(1, std::count(result.err.begin(), result.err.end(), '\n')) << result.err;
+        EXPECT_EQ(*c.numSamples != 0, trace.find(string("DisconnectDevice ball") + c.numSamples) != string::npos)
+            << trace;
+        EXPECT_NE(string::npos, trace.find("~TestDriver;")) << trace;
+    }
+}
+
+TEST(HostDevices, HookThatFailsLeavesNothingOpen)
+{
+    for (char const *hook :
+         {"Confirm 1/ball/testdriver", "Connect 1/ball/testdriver", "EndConfirmHumanInterfaceDevices"})
+    {
+        HostResult result;
+        string const trace = RunWithDriver({{"TRACER_FAIL", hook}}, result);
+        EXPECT_EQ(3, result.status);
+        EXPECT_NE(string::npos, trace.find("~ball;")) << trace;
+        EXPECT_NE(string::npos, trace.find("CloseDriver;~TestDriver;")) << trace;
+        EXPECT_EQ(hook[3] == 'n' && hook[4] == 'e', trace.find("DisconnectDevice") != string::npos) << trace;
+    }
+}
+
+} // namespace
+} // namespace quillmarsh::tests

@@ -1,0 +1,106 @@
+// Driver of two mice that move by themselves. It writes down what it is asked for, and changes or fails on demand.
+#include "trace.h"
+
+#include <quillmarsh/basetools/texttools.h>
+#include <quillmarsh/devices/mouse.h>
+#include <quillmarsh/framework/directinputconfig.h>
+#include <quillmarsh/framework/hiddriver.h>
+#include <quillmarsh/framework/humaninterfacedevice.h>
+#include <quillmarsh/framework/plugindescriptors.h>
+#include <quillmarsh/framework/pluginlibrary.h>
+
+namespace
+{
+
+using namespace quillmarsh;
+using tests::Trace;
+
+class TestMouse : public Mouse
+{
+public:
+    explicit TestMouse(HumanInterfaceDevice &device) : Mouse(true) { SetParentHID(device); }
+
+    void OnRelativeModeChanged() override {}
+    void OnSyncWithSystemCursorChanged() override {}
+
+    void Sample()
+    {
+        PreSampleUpdate();
+        AccumDelta(1, 0);
+        PostSampleUpdate();
+    }
+};
+
+class TestDevice : public HumanInterfaceDevice
+{
+public:
+    explicit TestDevice(string const &name) : name_(name) { DeviceInfo().SetDeviceDescription(name); }
+    ~TestDevice() override { Trace("~" + name_); }
+
+    unsigned int GetNumControllers() override { return 1; }
+    HIDController *GetController(unsigned int index) override { return index == 0 ? &mouse_ : nullptr; }
+    void ConnectDevice(HWND) override { Trace("ConnectDevice " + name_); }
+    void DisconnectDevice() override
+    {
+        Trace("DisconnectDevice " + name_ + " " + (IsAsyncSamplingActive() ? "too early" : MakeString(numSamples_)));
+    }
+    void SampleDevice() override
+    {
+        if (++numSamples_ == 2 && tests::GetSetting("TRACER_FAIL") == "SampleDevice")
+            QUILLMARSH_THROW(HIDException, "unplugged");
+        mouse_.Sample();
+    }
+    void ApplyUseDirectInput(bool use) override { UpdateUsingDirectInput(use); }
+
+private:
+    string name_;
+    TestMouse mouse_{*this};
+    unsigned int numSamples_ = 0;
+};
+
+class TestDriver : public HIDDriver0
+{
+public:
+    ~TestDriver() override { Trace("~TestDriver"); }
+
+    void OpenDriver(DirectInputConfig const &config, unsigned int flags) override
+    {
+        Trace("OpenDriver " + MakeString(config.DirectInputVersion) + " " + MakeString(flags));
+    }
+    void CloseDriver() override { Trace("CloseDriver"); }
+    unsigned int EnumerateDevices() override
+    {
+        Trace("EnumerateDevices");
+        return 2;
+    }
+    HumanInterfaceDevice *CreateDevice(unsigned int index) override
+    {
+        Trace("CreateDevice " + MakeString(index));
+        return new TestDevice(index == 0 ? "ball" : "dull");
+    }
+    bool PollDeviceChanges() override
+    {
+        ++numPolls_;
+        if (tests::GetSetting("TRACER_FAIL") == "PollDeviceChanges")
+            QUILLMARSH_THROW(HIDDriverException, "no bus");
+        return numPolls_ == 2 && tests::GetSetting("TESTDRIVER_CHANGE") == "1";
+    }
+
+private:
+    unsigned int numPolls_ = 0;
+};
+
+class TestDriverDescriptor : public HIDDriverPluginDescriptor
+{
+public:
+    TestDriverDescriptor()
+        : HIDDriverPluginDescriptor(PluginInfo(library_info::GetHeaderVersion(), e_plugin_hid_driver, "testdriver",
+                                               PluginVersion(), "", "", ""))
+    {
+    }
+    HIDDriver *CreateHIDDriver() override { return new TestDriver; }
+};
+
+} // namespace
+
+QUILLMARSH_PLUGIN_LIBRARY(TestDriverDescriptor)

@@ -1,0 +1,35 @@
+// What the plug-ins of tests write down, and how they are told to fail.
+#ifndef QUILLMARSH_TESTS_SUPPORT_PLUGINS_TRACE_H
+#define QUILLMARSH_TESTS_SUPPORT_PLUGINS_TRACE_H
+
+#include <quillmarsh/basetools/exception.h>
+
+#include <cstdlib>
+#include <fstream>
+#include <stdexcept>
+
+namespace quillmarsh::tests
+{
+
+inline string GetSetting(char const *name)
+{
+    char const *const value = std::getenv(name);
+    return value != nullptr ? value : "";
+}
+
+/// Appends a line to the file TRACER_FILE. A text that is TRACER_FAIL fails; with "!" behind it, by an exception of the
+/// standard library.
+inline void Trace(string const &text)
+{
+    static std::ofstream s_file(GetSetting("TRACER_FILE"), std::ios::app);
+    s_file << text << std::endl;
+    string const failing = GetSetting("TRACER_FAIL");
+    if (text == failing)
+        QUILLMARSH_THROW(ApplicationException, "asked to fail");
+    if (text + "!" == failing)
+        throw std::runtime_error("asked to fail");
+}
+
+} // namespace quillmarsh::tests
+
+#endif
