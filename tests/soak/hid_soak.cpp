@@ -1,0 +1,304 @@
+// Devices that sample at full rate on their threads, while a frame loop reads, starts, stops and reconfigures them at
+// random: "quillmarsh-hid-soak [--seconds N]". Runs for five minutes; the exit status says whether all counts add up.
+#include <quillmarsh/basetools/exception.h>
+#include <quillmarsh/devices/keyboard.h>
+#include <quillmarsh/devices/mouse.h>
+#include <quillmarsh/framework/samplereadsentry.h>
+
+#include "tests/support/test_kernel.h"
+
+#include <atomic>
+#include <cstdlib>
+#include <iostream>
+#include <mutex>
+#include <random>
+#include <thread>
+
+namespace quillmarsh::tests
+{
+namespace
+{
+
+using Clock = std::chrono::steady_clock;
+
+/// Swallows what several threads write.
+class SharedSink : public std::streambuf
+{
+protected:
+    int_type overflow(int_type character) override { return traits_type::not_eof(character); }
+    std::streamsize xsputn(char const *, std::streamsize count) override
+    {
+        ++numWrites;
+        return count;
+    }
+
+public:
+    std::atomic<unsigned int> numWrites{0};
+};
+
+class SoakKernel : public TestKernel
+{
+public:
+    SoakKernel() { SetOutputStreams(conOut, log_); }
+
+    SharedSink sink;
+
+private:
+    ostream log_{&sink};
+};
+
+class SoakMouse : public Mouse
+{
+public:
+    explicit SoakMouse(HumanInterfaceDevice &device) : Mouse(false) { SetParentHID(device); }
+    void OnRelativeModeChanged() override {}
+    void OnSyncWithSystemCursorChanged() override {}
+    void Sample()
+    {
+        PreSampleUpdate();
+        AccumDelta(1, -1);
+        AccumWheelDelta(2);
+        PostSampleUpdate();
+    }
+};
+
+class SoakKeyboard : public Keyboard
+{
+public:
+    explicit SoakKeyboard(HumanInterfaceDevice &device) : Keyboard(false) { SetParentHID(device); }
+    bool MapKeyToCharacter(eKey, char &) override { return false; }
+    void OnCharacterMappingChanged() override {}
+    void Sample(bool pressed)
+    {
+        PreSampleUpdate();
+        if (pressed)
+            SetKeyPressed(e_key_q);
+        PostSampleUpdate();
+    }
+};
+
+/// Moves its mouse by one in each sample, and holds and releases a key in turns.
+class SoakDevice : public HumanInterfaceDevice
+{
+public:
+    explicit SoakDevice(unsigned int id) { DeviceInfo().SetCreationID(id); }
+    ~SoakDevice() override { StopAsyncSampling(); }
+
+    unsigned int GetNumControllers() override { return 2; }
+    HIDController *GetController(unsigned int index) override
+    {
+        return index == 0 ? static_cast<HIDController *>(&mouse) : &keyboard;
+    }
+    void ConnectDevice(HWND) override {}
+    void DisconnectDevice() override {}
+    void ApplyUseDirectInput(bool) override {}
+    void SampleDevice() override
+    {
+        if (failing)
+            QUILLMARSH_THROW(HIDException, "gone");
+        std::uint64_t const number = numSamples.fetch_add(1, std::memory_order_relaxed);
+        mouse.Sample();
+        keyboard.Sample((number / holdLength & 1) != 0);
+    }
+
+    SoakMouse mouse{*this};
+    SoakKeyboard keyboard{*this};
+    std::atomic<std::uint64_t> numSamples{0};
+    std::atomic<bool> failing{false};
+    std::uint64_t holdLength = 1;
+};
+
+/// The frame thread's side of one device, with the books that it keeps.
+class Reader
+{
+public:
+    Reader(unsigned int id, unsigned int seed) : device_(id), random_(seed) { device_.holdLength = 1 + id * 7; }
+
+    void RunFrame()
+    {
+        if (device_.IsAsyncSamplingActive())
+            ReadAsync();
+        else
+            ReadSync();
+        unsigned int const dice = RollDice(1000);
+        if (dice < 20)
+            Toggle();
+        else if (dice < 60)
+            device_.EnableMaxSampleRate(dice % 2 == 0);
+        else if (dice < 100)
+            device_.SetMaxSampleRate(50.0 + RollDice(1000));
+        else if (dice < 102 && device_.IsAsyncSamplingActive())
+            device_.failing = true;
+    }
+
+    void End()
+    {
+        if (device_.IsAsyncSamplingActive())
+            Toggle();
+        Check(numCounted_ == device_.numSamples, "samples were lost or counted twice");
+    }
+
+    bool IsWell() const { return isWell_; }
+    std::uint64_t GetNumSamples() const { return device_.numSamples; }
+    unsigned int GetNumToggles() const { return numToggles_; }
+
+private:
+    unsigned int RollDice(unsigned int sides) { return static_cast<unsigned int>(random_() % sides); }
+
+    void Check(bool holds, char const *what)
+    {
+        if (!holds && isWell_)
+            std::cerr << "device " << device_.GetDeviceInfo().GetCreationID() << ": " << what << std::endl;
+        isWell_ = isWell_ && holds;
+    }
+
+    void ReadSync()
+    {
+        SampleReadSentry const sentry(device_, true);
+        Check(device_.mouse.GetDeltaX() == 1, "a sample on the spot is more than one");
+        ++numCounted_;
+    }
+
+    void ReadAsync()
+    {
+        // A lock that was kept is let go, and now and then the one of this frame is kept instead.
+        if (isHeld_)
+            device_.UnlockSampledData();
+        isHeld_ = RollDice(8) == 0;
+        AsyncSampleReadSentry const sentry(device_, !isHeld_);
+        CountMouse();
+        bool const pressed = device_.keyboard.KeyPressed(e_key_q) != 0;
+        bool const wasDown = device_.keyboard.KeyDown(e_key_q) != 0;
+        bool const wasUp = device_.keyboard.KeyUp(e_key_q) != 0;
+        if (!device_.failing)
+        {
+            Check(wasDown == (pressed && !wasPressed_), "a key's way down was lost");
+            Check(wasUp == (!pressed && wasPressed_), "a key's way up was lost");
+        }
+        wasPressed_ = pressed;
+    }
+
+    void CountMouse()
+    {
+        int const delta = device_.mouse.GetDeltaX();
+        Check(device_.mouse.GetDeltaY() == -delta && device_.mouse.GetDeltaWheel() == 2 * delta, "a read is torn");
+        numCounted_ += static_cast<std::uint64_t>(delta);
+    }
+
+    void Toggle()
+    {
+        ++numToggles_;
+        if (!device_.IsAsyncSamplingActive())
+        {
+            device_.mouse.ResetInputReadings();
+            device_.keyboard.ResetInputReadings();
+            wasPressed_ = false;
+            device_.StartAsyncSampling();
+            return;
+        }
+        device_.StopAsyncSampling();
+        isHeld_ = false;
+        Check(device_.GetAverageSampleRate() == 0, "a rate is left");
+        if (device_.failing)
+        {
+            // What was not read yet is lost with the device, which reads at rest, unless the stop came first.
+            device_.failing = false;
+            numCounted_ = device_.numSamples;
+        }
+        else
+        {
+            CountMouse();
+        }
+        Check(numCounted_ == device_.numSamples, "samples were lost or counted twice");
+    }
+
+    SoakDevice device_;
+    std::mt19937 random_;
+    std::uint64_t numCounted_ = 0;
+    bool wasPressed_ = false;
+    /// The lock was kept at the end of the last frame.
+    bool isHeld_ = false;
+    bool isWell_ = true;
+    unsigned int numToggles_ = 0;
+};
+
+/// Ends the program when frames come to a stand.
+class Watchdog
+{
+public:
+    Watchdog()
+        : thread_(
+              [this]
+              {
+                  for (unsigned int last = 0, idle = 0; !ended_; last = frame)
+                  {
+                      std::this_thread::sleep_for(std::chrono::milliseconds(100));
+                      idle = frame == last ? idle + 1 : 0;
+                      if (idle > 300)
+                      {
+                          std::cerr << "no frame for 30 seconds: a deadlock" << std::endl;
+                          std::abort();
+                      }
+                  }
+              })
+    {
+    }
+    ~Watchdog()
+    {
+        ended_ = true;
+        thread_.join();
+    }
+
+    std::atomic<unsigned int> frame{0};
+
+private:
+    std::atomic<bool> ended_{false};
+    std::thread thread_;
+};
+
+int Run(double seconds)
+{
+    constexpr unsigned int numDevices = 10;
+    SoakKernel kernel;
+    std::vector<AutoPtr<Reader>> readers;
+    for (unsigned int id = 1; id <= numDevices; ++id)
+        readers.push_back(std::make_unique<Reader>(id, id * 7919));
+    Watchdog watchdog;
+    auto const end = Clock::now() + std::chrono::duration_cast<Clock::duration>(std::chrono::duration<double>(seconds));
+    while (Clock::now() < end)
+    {
+        for (AutoPtr<Reader> const &reader : readers)
+            reader->RunFrame();
+        ++watchdog.frame;
+        std::this_thread::yield();
+    }
+    bool isWell = true;
+    std::uint64_t numSamples = 0;
+    unsigned int numToggles = 0;
+    for (AutoPtr<Reader> const &reader : readers)
+    {
+        reader->End();
+        isWell = isWell && reader->IsWell();
+        numSamples += reader->GetNumSamples();
+        numToggles += reader->GetNumToggles();
+    }
+    std::cout << numDevices << " devices, " << watchdog.frame << " frames, " << numSamples << " samples, " << numToggles
+              << " starts and stops: " << (isWell ? "all counts add up" : "FAILED") << std::endl;
+    return isWell ? EXIT_SUCCESS : EXIT_FAILURE;
+}
+
+} // namespace
+} // namespace quillmarsh::tests
+
+int main(int argc, char **argv)
+{
+    double seconds = 300;
+    if (argc == 3 && std::string(argv[1]) == "--seconds")
+        seconds = std::atof(argv[2]);
+    if (argc != 1 && (argc != 3 || !(seconds > 0)))
+    {
+        std::cerr << "usage: quillmarsh-hid-soak [--seconds N]" << std::endl;
+        return 2;
+    }
+    return quillmarsh::tests::Run(seconds);
+}
