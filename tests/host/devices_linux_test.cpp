@@ -68,8 +68,8 @@ TEST(HostDevices, AreReconfiguredOnRequestAndWhenTheyChange)
                              "SyncWithSystemCursor: true\n", "IsSystemMouse: true\n"})
         EXPECT_NE(string::npos, result.out.find(part)) << part << result.out;
 
-    EXPECT_EQ(MakeUp("0") + MakeDown("2") + MakeUp("0") + "OnHIDReconfig;" + MakeDown("2"),
-              RunWithDriver({{"TESTDRIVER_CHANGE", "1"}}, result));
+    EXPECT_EQ(MakeUp("0") + MakeDown("2") + MakeUp("0") + "OnHIDReconfig;" + MakeDown("1"),
+              RunWithDriver({{"TESTDRIVER_CHANGE", "1"}}, result, "", {"--frames", "3"}));
 }
 
 TEST(HostDevices, SampleOnTheirThreads)

@@ -130,7 +130,7 @@ TEST(Host, FailuresAreWalkedDownFromWhereTheyHappen)
         EXPECT_EQ(failing.wayDown, wayDown);
         EXPECT_EQ(3, result.status) << hook;
         EXPECT_TRUE(Contains(result.err, "! asked to fail")) << result.err;
-        EXPECT_TRUE(isStandard || Contains(result.err, "@ tests/support/plugins/tracer.cpp(")) << result.err;
+        EXPECT_TRUE(isStandard || Contains(result.err, "@ tests/support/plugins/trace.h(")) << result.err;
         EXPECT_EQ("", result.out);
     }
 }
