@@ -89,7 +89,7 @@ TEST_F(HIDCommands, ConfigReconfiguresWithAVersionOnly)
     string const present = "EnableDirectInput............: false\nUseLastVersion...............: true\n"
                            "DirectInputVersion...........: 5\nEnableFullscreenExclusiveMode: true\n"
                            "UseAtDeviceInit..............: false\ntrue";
-    for (char const *line :
+    for (char const *line : {"hid-config", "hid-config -exclusive -nodiinit", "hid-config -version=newest"})
         EXPECT_EQ(present, Run(config, line));
     EXPECT_TRUE(kernel.hidReconfigs.empty());
 
