@@ -43,16 +43,26 @@ private:
 };
 
 template<typename Controller>
-class TestDevice : public tests::ControllerDevice<Controller>
+class TestDevice : public HumanInterfaceDevice
 {
 public:
     TestDevice(unsigned int id, char const *description)
     {
-        this->DeviceInfo().SetCreationID(id);
-        this->DeviceInfo().SetDeviceDescription(description);
-        this->DeviceInfo().SetCanUseDirectInput(true);
+        controller.Attach(*this);
+        DeviceInfo().SetCreationID(id);
+        DeviceInfo().SetDeviceDescription(description);
+        DeviceInfo().SetCanUseDirectInput(true);
     }
-    void ApplyUseDirectInput(bool use) override { this->UpdateUsingDirectInput(use); }
+    ~TestDevice() override { StopAsyncSampling(); }
+
+    unsigned int GetNumControllers() override { return 1; }
+    HIDController *GetController(unsigned int) override { return &controller; }
+    void ConnectDevice(HWND) override {}
+    void DisconnectDevice() override {}
+    void SampleDevice() override {}
+    void ApplyUseDirectInput(bool use) override { UpdateUsingDirectInput(use); }
+
+    Controller controller;
 };
 
 class HIDCommands : public testing::Test
