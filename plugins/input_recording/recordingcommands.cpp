@@ -37,10 +37,13 @@ constexpr double s_maxSpeed = 100.0;
 /// The file that the line names; empty when it names none.
 string GetFileName(CommandLineParser const &parser)
 {
-    if (parser.GetNumArguments() == 0)
-        return "";
-    CommandLineParser::Argument const &argument = parser.GetArgument(0);
-    return argument == CommandLineParser::e_string ? argument.String() : argument.MakeFullString();
+    for (unsigned int i = 0; i < parser.GetNumArguments(); ++i)
+    {
+        CommandLineParser::Argument const &argument = parser.GetArgument(i);
+        if (argument == CommandLineParser::e_string)
+            return argument.String();
+    }
+    return "";
 }
 
 } // namespace
@@ -58,7 +61,7 @@ bool PlayCmd::ParseAndExecute(ostream &out, CommandLineParser const &parser, str
         list_.hasChanged = list_.hasChanged || !list_.playbacks.empty();
         list_.playbacks.clear();
     }
-    if (parser.GetNumArguments() > 0)
+    if (!GetFileName(parser).empty())
         return Play(out, parser);
     for (Playback const &playback : list_.playbacks)
         out << "Playing " << playback.fileName << ", " << playback.recording->length << " s" << nl;
@@ -116,7 +119,7 @@ bool RecordCmd::ParseAndExecute(ostream &out, CommandLineParser const &parser, s
         recorder_.reset();
         return true;
     }
-    if (parser.GetNumArguments() > 0)
+    if (!GetFileName(parser).empty())
         return Start(out, parser);
     if (recorder_)
         out << "Recording " << recorder_->GetNumControllers() << " controllers to " << recorder_->GetFileName() << ", "
