@@ -12,6 +12,7 @@
 
 #include <hostconfig.h>
 
+#include <algorithm>
 #include <iostream>
 
 namespace quillmarsh::host
@@ -23,6 +24,8 @@ namespace
 /// Frames a second while the host has nothing better to go by.
 constexpr double s_defaultFrameRate = 60;
 constexpr char s_szDefaultApplication[] = "workbench";
+/// Drivers that come with the host, loaded with its own application where they lie beside it.
+constexpr char const *s_defaultDrivers[] = {"input_recording"};
 
 string JoinWords(std::vector<string> const &words)
 {
@@ -151,8 +154,29 @@ void Program::LoadPlugins()
     PluginSet &plugins = kernel_.GetPlugins();
     for (string const &plugin : arguments_.plugins)
         plugins.Load(FindPluginFile(plugin, directories));
-    if (plugins.FindApplication() == nullptr)
-        plugins.Load(FindPluginFile(s_szDefaultApplication, directories));
+    if (plugins.FindApplication() != nullptr)
+        return;
+    plugins.Load(FindPluginFile(s_szDefaultApplication, directories));
+    LoadDefaultDrivers(directories);
+}
+
+void Program::LoadDefaultDrivers(std::vector<string> const &directories)
+{
+    PluginSet &plugins = kernel_.GetPlugins();
+    for (string const driver : s_defaultDrivers)
+    {
+        auto const &entries = plugins.GetEntries();
+        bool const isLoaded = std::any_of(entries.begin(), entries.end(),
+                                          [&driver](PluginSet::Entry const &entry)
+                                          { return entry.descriptor->GetPluginInfo().GetPluginName() == driver; });
+        auto const makeFileName = [&driver](string const &directory)
+        { return directory + "/" + driver + system::GetPluginExtension(); };
+        auto const found =
+            std::find_if(directories.begin(), directories.end(),
+                         [&](string const &directory) { return file_system::FileExists(makeFileName(directory)); });
+        if (!isLoaded && found != directories.end())
+            plugins.Load(makeFileName(*found));
+    }
 }
 
 void Program::RunApplication()

@@ -38,6 +38,7 @@ private:
     void Prepare();
     void OpenSource();
     void LoadPlugins();
+    void LoadDefaultDrivers(std::vector<string> const &directories);
     void RunApplication();
     Application::StartupInfo MakeStartupInfo() const;
     void OnStartupResult(Application::StartupResult const &result);
