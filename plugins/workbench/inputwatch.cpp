@@ -53,12 +53,15 @@ void InputWatch::Update(ostream &out)
 void InputWatch::UpdateGlove(WatchedGlove &watched, ostream &out)
 {
     active_.clear();
-    if (settings_.gestures)
     {
         AsyncSampleReadSentry const sentry(*watched.glove, true);
         for (Gesture const *gesture = analyzer_.GetFirstActiveGesture(*watched.glove); gesture;
              gesture = analyzer_.GetNextActiveGesture(*watched.glove))
             active_.push_back(gesture->GetID());
+    }
+    // Followed in silence too: what was there when the user began to ask does not begin then.
+    if (settings_.gestures)
+    {
         PrintMissing(out, "Gesture ends: ", watched.active, active_);
         PrintMissing(out, "Gesture begins: ", active_, watched.active);
     }

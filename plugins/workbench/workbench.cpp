@@ -40,6 +40,14 @@ public:
 
     void DisconnectHumanInterfaceDevices() override { inputWatch_.DisconnectAll(); }
 
+    void FrameBegin(double) override
+    {
+        if (frameRate_ == frameRateInForce_)
+            return;
+        frameRateInForce_ = frameRate_;
+        Kernel::Instance().SetFrameRateLimit(frameRate_);
+    }
+
     void FrameSampleInput() override { inputWatch_.Update(GetConOut()); }
 
     void FrameUpdateStates(double timeDelta) override
@@ -64,6 +72,8 @@ private:
             VariableProxyBool(&settings_.paused, "bench.paused", "whether the balls stand still"));
         registry.RegisterVariable(
             VariableProxyString(&settings_.greeting, "bench.greeting", "what the command greet says"));
+        registry.RegisterVariable(VariableProxyRangeCheckedDouble(&frameRate_, 0.0, 1000.0, "bench.frame-rate",
+                                                                  "limit of frames a second, 0 for none"));
         registry.RegisterVariable(VariableProxyBool(&watchSettings_.gestures, "bench.gestures",
                                                     "whether gestures are told as they begin and end"));
         registry.RegisterVariable(VariableProxyBool(&watchSettings_.orientations, "bench.orientations",
@@ -72,6 +82,8 @@ private:
 
     BallSettings settings_;
     Balls balls_;
+    double frameRate_ = 0;
+    double frameRateInForce_ = 0;
     WatchSettings watchSettings_;
     InputWatch inputWatch_;
 };
