@@ -2,6 +2,7 @@
 #ifndef QUILLMARSH_DATAOBJECTS_IMAGEOPERATIONS_H
 #define QUILLMARSH_DATAOBJECTS_IMAGEOPERATIONS_H
 
+#include <quillmarsh/dataobjects/fontimages.h>
 #include <quillmarsh/dataobjects/imagebase.h>
 #include <quillmarsh/dataobjects/signaloperations.h>
 
