@@ -4,7 +4,7 @@
 #include <quillmarsh/basetools/exception.h>
 #include <quillmarsh/basetools/texttools.h>
 #include <quillmarsh/basetools/winutils.h>
-#include <quillmarsh/dataobjects/sampletransfer.h>
+#include <quillmarsh/dataobjects/signaloperations.h>
 
 #include "source/dataobjects/checkedsize.h"
 #include "source/platform/drawing.h"
@@ -158,10 +158,7 @@ struct SheetLayout
 void TurnCoverageIntoAlpha(Image<Sample32> &image)
 {
     CopySamples_3BytesBGRTo1ByteL(image, 3, image, 0);
-    unsigned char *pixel = image.GetSamplesB();
-    for (unsigned int i = 0; i < image.GetNumSamples(); ++i, pixel += sizeof(Sample32))
-        std::transform(pixel, pixel + 3, pixel,
-                       [](unsigned char value) { return static_cast<unsigned char>(value > 0 ? 255 : 0); });
+    ThresholdSegmentationNBytes(image, 0, 3, 0, 0, 0, 255);
 }
 
 struct Quadrant

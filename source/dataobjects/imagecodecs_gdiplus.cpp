@@ -4,8 +4,7 @@
 #include <quillmarsh/basetools/filesystem.h>
 #include <quillmarsh/basetools/winutils.h>
 #include <quillmarsh/dataobjects/datacodecparameters.h>
-#include <quillmarsh/dataobjects/fontimages.h>
-#include <quillmarsh/dataobjects/sampletransfer.h>
+#include <quillmarsh/dataobjects/imageoperations.h>
 
 #include "source/dataobjects/datafiles.h"
 #include "source/platform/imagefiles.h"
@@ -82,15 +81,6 @@ bool IsOriginBottom(NamedParameterList const &params)
     return params.GetValueBool(Param_OriginBottom, Value_OriginBottom_Default);
 }
 
-void TurnRowsOver(ImageBase &image)
-{
-    std::size_t const rowSize = image.GetRowByteSize();
-    unsigned char *upper = image.GetSamplesB();
-    unsigned char *lower = upper + rowSize * (image.GetNumRows() - 1);
-    for (; upper < lower; upper += rowSize, lower -= rowSize)
-        std::swap_ranges(upper, upper + rowSize, lower);
-}
-
 /// The pixels to be saved: the image itself where it has them in the right form and order, else a copy.
 class PixelSource : NoCopy
 {
@@ -109,7 +99,7 @@ public:
         if (!TransferSamples2D(*copy_, image, true))
             return false;
         if (turnedOver)
-            TurnRowsOver(*copy_);
+            FlipRows(*copy_);
         return true;
     }
     ImageBase const &Get() const { return *pixels_; }
@@ -153,7 +143,7 @@ AutoPtr<ImageBase> LoadPixels(std::filesystem::path const &path, bool turnedOver
     if (!GdiplusTransferBitmapPixels(*bitmap, data, true))
         return nullptr;
     if (turnedOver)
-        TurnRowsOver(*image);
+        FlipRows(*image);
     return image;
 }
 
