@@ -2,20 +2,14 @@
 #ifndef QUILLMARSH_TESTS_SUPPORT_HOST_PROCESS_H
 #define QUILLMARSH_TESTS_SUPPORT_HOST_PROCESS_H
 
-#include <chrono>
-#include <cstdlib>
-#include <fstream>
-#include <iterator>
-#include <string>
-#include <utility>
-#include <vector>
+#include "tests/support/process.h"
 
-#include <fcntl.h>
+#include <chrono>
+#include <utility>
+
 #include <poll.h>
 #include <pty.h>
 #include <signal.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
 namespace quillmarsh::tests
 {
@@ -41,77 +35,17 @@ private:
     std::vector<std::pair<std::string, std::string>> variables_;
 };
 
-/// A file for a test, deleted with this object.
-class ScratchFile
-{
-public:
-    explicit ScratchFile(std::string const &content = "")
-    {
-        char name[] = "/tmp/quillmarsh-test-XXXXXX";
-        close(mkstemp(name));
-        name_ = name;
-        std::ofstream(name_, std::ios::binary) << content;
-    }
-    ~ScratchFile() { unlink(name_.c_str()); }
-    ScratchFile(ScratchFile const &) = delete;
-
-    std::string const &GetName() const { return name_; }
-    std::string Read() const
-    {
-        std::ifstream file(name_, std::ios::binary);
-        return std::string(std::istreambuf_iterator<char>(file), {});
-    }
-
-private:
-    std::string name_;
-};
-
 [[noreturn]] inline void ExecuteHost(std::vector<std::string> const &arguments)
 {
-    std::vector<std::string> words = {QUILLMARSH_TEST_HOST};
-    words.insert(words.end(), arguments.begin(), arguments.end());
-    std::vector<char *> pointers;
-    for (std::string &word : words)
-        pointers.push_back(word.data());
-    pointers.push_back(nullptr);
-    execv(pointers[0], pointers.data());
-    _exit(127);
+    Execute(QUILLMARSH_TEST_HOST, arguments);
 }
 
-/// Exit status, or minus the signal.
-inline int WaitForExit(pid_t process)
-{
-    int status = 0;
-    waitpid(process, &status, 0);
-    return WIFEXITED(status) ? WEXITSTATUS(status) : -WTERMSIG(status);
-}
+using HostResult = ProcessResult;
 
-struct HostResult
-{
-    int status = -1;
-    std::string out;
-    std::string err;
-};
-
-/// Runs the host to its end, with a text on its standard input. Its outputs go through files, which never fill up.
+/// Runs the host to its end, with a text on its standard input.
 inline HostResult RunHost(std::vector<std::string> const &arguments, std::string const &input = "")
 {
-    ScratchFile const in(input);
-    ScratchFile const out;
-    ScratchFile const err;
-    pid_t const process = fork();
-    if (process == 0)
-    {
-        dup2(open(in.GetName().c_str(), O_RDONLY), 0);
-        dup2(open(out.GetName().c_str(), O_WRONLY), 1);
-        dup2(open(err.GetName().c_str(), O_WRONLY), 2);
-        ExecuteHost(arguments);
-    }
-    HostResult result;
-    result.status = WaitForExit(process);
-    result.out = out.Read();
-    result.err = err.Read();
-    return result;
+    return RunProcess(QUILLMARSH_TEST_HOST, arguments, input);
 }
 
 /// The host in a terminal of 80 columns.
