@@ -130,14 +130,18 @@ bool SavePixels(ImageBase const &pixels, string const &path, char const *mimeTyp
            platform::SaveImageFile(bitmap, replacement.GetPath(), mimeType, options) && replacement.Commit();
 }
 
+eSampleFormat FormatOf(Gdiplus::Bitmap &bitmap)
+{
+    bool const hasAlpha = (bitmap.GetFlags() & Gdiplus::ImageFlagsHasAlpha) != 0;
+    return hasAlpha ? e_format_A8R8G8B8 : e_format_X8R8G8B8;
+}
+
 AutoPtr<ImageBase> LoadPixels(std::filesystem::path const &path, bool turnedOver)
 {
     AutoPtr<Gdiplus::Bitmap> const bitmap = platform::OpenImageFile(path);
     if (!bitmap)
         return nullptr;
-    bool const hasAlpha = (bitmap->GetFlags() & Gdiplus::ImageFlagsHasAlpha) != 0;
-    auto image = std::make_unique<Image<Sample32>>(hasAlpha ? e_format_A8R8G8B8 : e_format_X8R8G8B8,
-                                                   bitmap->GetHeight(), bitmap->GetWidth());
+    auto image = std::make_unique<Image<Sample32>>(FormatOf(*bitmap), bitmap->GetHeight(), bitmap->GetWidth());
     Gdiplus::BitmapData data;
     GdiplusFillBitmapData(data, ToPixelFormat(image->GetSampleFormat()), *image);
     if (!GdiplusTransferBitmapPixels(*bitmap, data, true))
@@ -193,6 +197,22 @@ ImageBase *ImageDecoderGdiplus::LoadImageA(string const &fileName, NamedParamete
         return nullptr;
     win_utils::GdiplusGuard const guard;
     return CallWithMemory([&] { return LoadPixels(path, IsOriginBottom(params)); }).release();
+}
+
+bool ImageDecoderGdiplus::QueryImage(string const &fileName, eSampleFormat &format, unsigned int &numRows,
+                                     unsigned int &numColumns)
+{
+    std::filesystem::path const path = FindDataFile(file_system::GetFullPathNameA(fileName, false));
+    if (path.empty())
+        return false;
+    win_utils::GdiplusGuard const guard;
+    AutoPtr<Gdiplus::Bitmap> const bitmap = CallWithMemory([&] { return platform::OpenImageFile(path); });
+    if (!bitmap)
+        return false;
+    format = FormatOf(*bitmap);
+    numRows = bitmap->GetHeight();
+    numColumns = bitmap->GetWidth();
+    return true;
 }
 
 } // namespace quillmarsh

@@ -41,6 +41,11 @@ public:
 
     /// Null also for a picture that is cut short, damaged, or larger than its file can hold.
     ImageBase *LoadImageA(string const &fileName, NamedParameterList const &params) override;
+
+    /// Tells what LoadImageA gives without decoding the picture, which may prove to be damaged. False if there is none,
+    /// or one that is larger than its file can hold.
+    static bool QueryImage(string const &fileName, eSampleFormat &format, unsigned int &numRows,
+                           unsigned int &numColumns);
 };
 
 } // namespace quillmarsh
