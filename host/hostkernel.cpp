@@ -19,6 +19,10 @@ HostKernel::HostKernel(HostConsole &console, ostream &log, Failures &failures, b
 {
     params_.DeveloperMode = developerMode;
     SetOutputStreams(console.GetStream(), log);
+    RegisterDefaultDataCodecs();
+    RegisterDefaultSignalFileExtensions();
+    RegisterDefaultImageFileExtensions();
+    RegisterDefaultVolumeFileExtensions();
     interpreter_ = std::make_unique<std_command_interpreter::Interpreter>();
 }
 
@@ -39,6 +43,8 @@ void HostKernel::ReleasePluginLeftovers()
 {
     interpreter_->DeleteAllExternalCommands();
     variables_.UnregisterAllVariables();
+    codecs_.UnregisterAllEncoders();
+    codecs_.UnregisterAllDecoders();
     frameObservers_.Clear();
     reconfigObservers_.Clear();
 }

@@ -10,6 +10,8 @@
 #include "pluginset.h"
 
 #include <quillmarsh/basetools/variableregistry.h>
+#include <quillmarsh/dataobjects/datacodecmanager.h>
+#include <quillmarsh/dataobjects/sampletransfer.h>
 #include <quillmarsh/framework/application.h>
 #include <quillmarsh/framework/frameobserver.h>
 #include <quillmarsh/framework/frameworkprofiler.h>
@@ -171,6 +173,8 @@ private:
 
     FrameworkProfiler profiler_;
     VariableRegistry variables_;
+    SignalOperationsManager signalOperations_;
+    DataCodecManager codecs_;
     ObserverList<FrameObserver> frameObservers_;
     ObserverList<ReconfigObserver> reconfigObservers_;
 
