@@ -1,0 +1,382 @@
+#include "tests/support/package_bytes.h"
+#include "tests/support/process.h"
+#include "tests/support/scratch_directory.h"
+
+#include <gtest/gtest.h>
+
+#include <cstring>
+#include <filesystem>
+
+#include <sys/stat.h>
+
+namespace quillmarsh::tests
+{
+namespace
+{
+
+using Words = std::vector<std::string>;
+
+constexpr unsigned int s_L8 = 0x01000001;
+constexpr unsigned int s_A8L8 = 0x02000001;
+constexpr unsigned int s_A1R5G5B5 = 0x02000020;
+constexpr unsigned int s_X8R8G8B8 = 0x04000001;
+constexpr unsigned int s_A8R8G8B8 = 0x04000002;
+
+ProcessResult RunTool(Words const &words)
+{
+    return RunProcess(QUILLMARSH_TEST_QMDP, words);
+}
+
+string Signal(unsigned int format, string const &samples)
+{
+    return PackageBytes({1}, {static_cast<unsigned int>(samples.size()) / (format >> 24), format, 0, 0}, samples);
+}
+
+string Image(unsigned int rows, unsigned int columns, unsigned int format, string const &samples)
+{
+    return PackageBytes({2}, {rows, columns, format, 0, 0}, samples);
+}
+
+string Volume(unsigned int layers, unsigned int rows, unsigned int columns, unsigned int format, string const &samples)
+{
+    return PackageBytes({3}, {layers, rows, columns, format, 0, 0}, samples);
+}
+
+/// Two rows of three samples; the samples begin at byte 64, and the trailer at 70.
+string SmallImage()
+{
+    return PackageBytes({2, 7}, {2, 3, s_L8, 0, 0}, "abcdef");
+}
+
+long CountLines(string const &text)
+{
+    return std::count(text.begin(), text.end(), '\n');
+}
+
+class Qmdp : public testing::Test
+{
+protected:
+    /// Converts a package and gives the bytes of the result; the text of the failure if there was one.
+    string Convert(string const &package, Words const &options, string const &extension = ".qmdp")
+    {
+        Words words = {"convert", directory_.Write("in.qmdp", package), directory_ / ("out" + extension),
+                       "--overwrite"};
+        words.insert(words.end(), options.begin(), options.end());
+        ProcessResult const result = RunTool(words);
+        EXPECT_EQ(result.status == 0, result.err.empty());
+        return result.status == 0 ? ReadFile(words[2]) : result.err;
+    }
+
+    ScratchDirectory directory_;
+};
+
+TEST_F(Qmdp, InfoTellsWhatFilesHold)
+{
+    string const odd = directory_.Write("a \"b\" \xC3\xBC \xFF\x01.qmdp.image",
+                                        PackageBytes({2, 7, true}, {2, 3, s_A8L8, 2, 0}, string(12, 'x')));
+    string const volume = directory_.Write("v", Volume(1, 2, 3, 0x0C000000, string(72, 'x')));
+    ProcessResult result = RunTool({"info", "--json", odd, directory_ / "none", volume});
+    EXPECT_EQ(1, result.status);
+    EXPECT_EQ("{\"file\": \"" + (directory_ / "a \\\"b\\\" \xC3\xBC \\ufffd\\u0001.qmdp.image") +
+                  "\", \"kind\": \"image\", \"container\": \"QMDP\", \"format\": \"A8L8\", \"format_code\": 33554433, "
+                  "\"dimensions\": [2, 3], \"byte_order\": \"big\", \"flags\": 2, \"id\": 7, \"payload_bytes\": 32}\n"
+                  "{\"file\": \"" +
+                  volume +
+                  "\", \"kind\": \"volume\", \"container\": \"QMDP\", \"format\": \"unknown\", \"format_code\": "
+                  "201326592, \"dimensions\": [1, 2, 3], \"byte_order\": \"little\", \"flags\": 0, \"id\": 0, "
+                  "\"payload_bytes\": 96}\n",
+              result.out);
+    EXPECT_EQ("qmdp: " + (directory_ / "none") + ": cannot be opened: No such file or directory\n", result.err);
+
+    result = RunTool({"info", volume});
+    EXPECT_EQ(volume + "\n    Kind.........: volume\n    Container....: QMDP\n    Sample format: unknown (0x0c000000)\n"
+                       "    Dimensions...: 1 layers, 2 rows, 3 columns\n    Byte order...: little-endian\n"
+                       "    Flags........: 0\n    Id...........: 0\n    Payload bytes: 96\n",
+              result.out);
+}
+
+TEST_F(Qmdp, VerifyNamesTheByteAndTheField)
+{
+    struct Case
+    {
+        unsigned int offset;
+        char const *bytes;
+        char const *message;
+    };
+    Case const cases[] = {
+        {0, "x", "byte 0: opening magic-sequence: neither that of a package nor of a picture"},
+        {23, "x", "byte 0: opening magic-sequence: not that of a package"},
+        {24, "\x01", "byte 24: byte-order specifier: 1 stands for no byte order"},
+        {28, "\x08", "byte 74: package id of the trailer: 7 instead of 8"},
+        {32, "\x01", "byte 32: payload byte-size: 1 does not fit 2 rows, 3 columns"},
+        {36, "\x04", "byte 36: payload type: 4 stands for no payload"},
+        {43, "x", "byte 40: closing magic-sequence: not that of a package"},
+        {47, "\x80", "byte 32: payload byte-size: 26 does not fit 2147483650 rows, 3 columns"},
+        {55, "\x05", "byte 52: sample format: no samples of 5 bytes"},
+        {56, "\x04", "byte 56: flags: 4 has unknown bits"},
+        {60, "\x03", "byte 60: reserved field: 3 instead of 0"},
+        {70, "x", "byte 70: opening magic-sequence of the trailer: not that of a package"},
+        {101, "x", "byte 78: closing magic-sequence of the trailer: not that of a package"},
+        {102, "xy", "byte 102: trailer: 2 bytes lie behind it"},
+    };
+    Words words = {"verify", directory_.Write("good", SmallImage())};
+    string expected;
+    for (Case const &wrong : cases)
+    {
+        string bytes = SmallImage();
+        words.push_back(directory_.Write(std::to_string(words.size()),
+                                         bytes.replace(wrong.offset, std::strlen(wrong.bytes), wrong.bytes)));
+        expected += words.back() + ": " + wrong.message + '\n';
+    }
+    words.push_back(directory_.Write("no-rows", Image(0, 3, s_L8, "")));
+    expected += words.back() + ": byte 44: number of rows: 0\n";
+    words.push_back(directory_.Write(
+        "claim", PackageBytes({1}, {0xFFFFFF00, s_L8, 0, 0}, "").replace(32, 4, NumberBytes(0xFFFFFF10))));
+    expected += words.back() + ": byte 60: samples: the file ends after 32 of 4294967040 bytes\n";
+    words.push_back(directory_ / "");
+    expected += words.back() + ": is a directory\n";
+    words.push_back(directory_ / "pipe");
+    mkfifo(words.back().c_str(), 0600);
+    expected += words.back() + ": is a pipe\n";
+
+    ProcessResult const result = RunTool(words);
+    EXPECT_EQ(1, result.status);
+    EXPECT_EQ(words[1] + ": ok\n", result.out);
+    EXPECT_EQ(expected, result.err);
+}
+
+TEST_F(Qmdp, CutAndFlippedPackagesFailInOneLineEach)
+{
+    string const bytes = SmallImage();
+    Words cut = {"verify"};
+    for (std::size_t i = 0; i < bytes.size(); ++i)
+        cut.push_back(directory_.Write("cut" + std::to_string(i), bytes.substr(0, i)));
+    ProcessResult result = RunTool(cut);
+    EXPECT_EQ("", result.out);
+    EXPECT_EQ(static_cast<long>(bytes.size()), CountLines(result.err));
+
+    Words flipped = {"verify"};
+    for (std::size_t i = 0; i < 64 * 8; ++i)
+    {
+        string wrong = bytes;
+        wrong[i / 8] = static_cast<char>(wrong[i / 8] ^ 1 << i % 8);
+        flipped.push_back(directory_.Write("flipped" + std::to_string(i), wrong));
+    }
+    result = RunTool(flipped);
+    // Any layout of components is a format, and the order of rows is free.
+    EXPECT_EQ(24 + 1, CountLines(result.out));
+    EXPECT_EQ(64 * 8 - 24 - 1, CountLines(result.err));
+}
+
+TEST_F(Qmdp, WrongArgumentsAreNamed)
+{
+    string const image = directory_.Write("i.qmdp", SmallImage());
+    string const volume = directory_.Write("v.qmdp", Volume(2, 1, 1, s_L8, "ab"));
+    struct Case
+    {
+        Words words;
+        char const *message;
+    };
+    Case const cases[] = {
+        {{}, "a command is wanted"},
+        {{"paint"}, "unknown command 'paint'"},
+        {{"info"}, "info wants FILE..."},
+        {{"convert", "a.png", "b.png", "c.png"}, "convert wants IN OUT, and no 'c.png'"},
+        {{"convert", "a.gif", "b.png"},
+         "'a.gif' ends in none of .qmdp.signal .qmdp.image .qmdp.volume .qmdp .tif .tiff "
+         ".jpg .jpeg .png .bmp"},
+        {{"info", "--size=3", "a"}, "info takes no --size"},
+        {{"convert", "--overwrite=1"}, "--overwrite takes no value"},
+        {{"convert", "--id"}, "--id wants a value: N"},
+        {{"convert", "--id=-1"}, "--id wants a number below 4294967296, not '-1'"},
+        {{"convert", "--quality", "101"}, "--quality wants a number from 0 to 100, not '101'"},
+        {{"convert", "--filter=cubic"}, "--filter wants nearest or linear, not 'cubic'"},
+        {{"convert", "--size=1x2x"}, "--size wants N, WxH or WxHxD, none of them 0, not '1x2x'"},
+        {{"convert", "--size=1x0"}, "--size wants N, WxH or WxHxD, none of them 0, not '1x0'"},
+        {{"mipmaps", "--format=R8"},
+         "--format wants one of L8, A8, A8L8, A4R4G4B4, A1R5G5B5, X8R8G8B8, A8R8G8B8, "
+         "FP32NormL, FP32NormA, not 'R8'"},
+        {{"convert", image, "o.qmdp", "--flip-layers"}, "holds an image, which --flip-layers has nothing to do with"},
+        {{"convert", image, "o.qmdp", "--size=5"}, "holds an image, and --size is that of a signal"},
+        {{"slice", volume, "2", "o.qmdp"}, "slice wants a layer below 2, not 2"},
+        {{"slice", volume, "first", "o.qmdp"}, "slice wants the number of a layer, not 'first'"},
+    };
+    for (Case const &wrong : cases)
+    {
+        ProcessResult const result = RunTool(wrong.words);
+        EXPECT_EQ(2, result.status) << wrong.message;
+        EXPECT_NE(string::npos, result.err.find(string(wrong.message) + " (see --help)\n")) << result.err;
+        EXPECT_EQ(1, CountLines(result.err));
+        EXPECT_EQ("", result.out);
+    }
+}
+
+TEST_F(Qmdp, ConvertWorksInItsOwnOrder)
+{
+    string const samples = "abcdefghijkl";
+    string const expected =
+        Convert(Image(1, 3, s_A8R8G8B8, samples), {"--size=2x2", "--flip-rows", "--format=L8", "--id=3"});
+    EXPECT_EQ(64u + 4 + 32, expected.size());
+    EXPECT_EQ(expected, Convert(Image(1, 3, s_A8R8G8B8, samples),
+                                {"--id=3", "--format=l8", "--flip-rows", "--filter", "linear", "--size", "2X2"}));
+    EXPECT_EQ(PackageBytes({2, 9, true}, {2, 2, s_L8, 2, 0}, "badc"),
+              Convert(Image(2, 2, s_L8, "abcd"), {"--origin-bottom", "--flip-columns", "--flip-rows", "--flip-columns",
+                                                  "--big-endian", "--id=9"}));
+    EXPECT_EQ(PackageBytes({3}, {2, 1, 2, s_L8, 4, 0}, "abcd"),
+              Convert(Volume(2, 1, 2, s_L8, "abcd"), {"--flip-layers", "--flip-rows", "--origin-back"})
+                  .replace(44 + 24, 4, "abcd"));
+    EXPECT_EQ(Signal(s_L8, "cba"), Convert(Signal(s_L8, "abc"), {"--flip-columns"}));
+}
+
+TEST_F(Qmdp, BytesThatNothingIsKnownOfAreOpaque)
+{
+    EXPECT_EQ(Signal(s_A8R8G8B8, "aaa\xFF"), Convert(Signal(s_L8, "a"), {"--format", "A8R8G8B8"}));
+    EXPECT_EQ(Signal(s_A8L8, "a\xFF"), Convert(Signal(s_L8, "a"), {"--format", "A8L8"}));
+    EXPECT_EQ(Image(1, 2, s_X8R8G8B8,
+                    "aaa\xFF"
+                    "aaa\xFF"),
+              Convert(Image(1, 1, s_X8R8G8B8, "aaab"), {"--size=2x1"}));
+    EXPECT_EQ(Signal(s_A1R5G5B5, "ab"), Convert(Signal(s_A1R5G5B5, "ab"), {"--format", "A1R5G5B5"}));
+}
+
+TEST_F(Qmdp, FailuresOfDataLeaveNoFile)
+{
+    string const in = directory_ / "in.qmdp";
+    string const out = directory_ / "out";
+    struct Case
+    {
+        string package;
+        Words options;
+        char const *extension;
+        string message;
+    };
+    Case const cases[] = {
+        {Signal(s_A1R5G5B5, "ab"),
+         {"--format=L8"},
+         ".qmdp",
+         in + ": no transfer leads from the sample format A1R5G5B5 to L8"},
+        {Image(1, 1, 0x03000005, "abc"), {"--size=2x2"}, ".qmdp", in + ": no filter knows the sample format unknown"},
+        {Image(1, 1, s_L8, "a"), {"--size=4294967295x4294967295"}, ".qmdp", in + ": "},
+        {Image(1, 1, s_L8, "a"), {}, ".qmdp.volume", out + ".qmdp.volume: takes a volume, and no image"},
+        {Signal(s_L8, "a"), {}, ".png", out + ".png: takes an image, and no signal"},
+        {Image(1, 1, 0x04001001, "abcd"), {}, ".bmp", out + ".bmp: BMP takes no samples of the format FP32NormL"},
+        {"", {}, ".png", in + ": byte 0: opening magic-sequence: the file ends after 0 of 24 bytes"},
+    };
+    for (Case const &failing : cases)
+    {
+        string const shown = Convert(failing.package, failing.options, failing.extension);
+        EXPECT_EQ(0u, shown.find("qmdp: " + failing.message)) << shown;
+        EXPECT_EQ(1, CountLines(shown));
+        EXPECT_FALSE(std::filesystem::exists(out + failing.extension));
+    }
+}
+
+TEST_F(Qmdp, FilesAreReplacedWholeAndOnlyWhenAskedFor)
+{
+    string const in = directory_.Write("in.qmdp.image", SmallImage());
+    string const out = directory_.Write("o \xC3\xBC.qmdp.image", "old");
+    string const full = directory_ / "full.qmdp";
+    std::filesystem::create_symlink("/dev/full", full);
+    EXPECT_EQ("qmdp: " + out + ": is there already, and overwriting has to be asked for\n",
+              RunTool({"convert", in, out}).err);
+    EXPECT_EQ("old", ReadFile(out));
+    EXPECT_EQ(0, RunTool({"convert", in, out, "--overwrite", "--id=7"}).status);
+    EXPECT_EQ(SmallImage(), ReadFile(out));
+
+    std::filesystem::create_directory(directory_ / "d.qmdp");
+    std::filesystem::create_symlink(directory_ / "nowhere", directory_ / "link.qmdp");
+    EXPECT_EQ("qmdp: " + full + ": cannot be written as QMDP: No space left on device\n",
+              RunTool({"convert", in, full, "--overwrite"}).err);
+    EXPECT_EQ("qmdp: " + (directory_ / "d.qmdp") + ": is a directory\n",
+              RunTool({"convert", in, directory_ / "d.qmdp", "--overwrite"}).err);
+    EXPECT_EQ(1, RunTool({"convert", in, directory_ / "link.qmdp"}).status);
+    EXPECT_EQ(1, RunTool({"convert", in, directory_ / "no/where.qmdp"}).status);
+    // No leftovers: both images, two links, a directory.
+    EXPECT_EQ(5, std::distance(std::filesystem::directory_iterator(directory_.GetPath()), {}));
+}
+
+TEST_F(Qmdp, VolumesAreStacksOfSlices)
+{
+    string const first = directory_.Write("1.qmdp.image", Image(1, 2, s_A8L8, "abcd"));
+    string const second = directory_.Write("2.qmdp.image", Image(1, 2, s_A8L8, "efgh"));
+    string const other = directory_.Write("3.qmdp.image", Image(1, 4, s_L8, "efgh"));
+    string const volume = directory_ / "v.qmdp.volume";
+    EXPECT_EQ(0, RunTool({"volume", first, second, volume}).status);
+    EXPECT_EQ(Volume(2, 1, 2, s_A8L8, "abcdefgh"), ReadFile(volume));
+    EXPECT_EQ(0, RunTool({"slice", volume, "1", directory_ / "s.qmdp"}).status);
+    EXPECT_EQ(ReadFile(second), ReadFile(directory_ / "s.qmdp"));
+    EXPECT_EQ("qmdp: " + other + ": 1 rows, 4 columns of L8, and the first slice has 1 rows, 2 columns of A8L8\n",
+              RunTool({"volume", first, other, directory_ / "w.qmdp"}).err);
+    EXPECT_EQ("qmdp: " + volume + ": holds a volume, and a slice is an image\n",
+              RunTool({"volume", first, volume, directory_ / "w.qmdp"}).err);
+    EXPECT_EQ("qmdp: " + first + ": holds an image, and only volumes have layers\n",
+              RunTool({"slice", first, "0", directory_ / "w.qmdp"}).err);
+}
+
+TEST_F(Qmdp, MipmapsAreSavedLevelByLevel)
+{
+    string const in = directory_.Write("in.qmdp", Image(1, 4, s_X8R8G8B8, "aaa0aaa0aaa0aaa0"));
+    string const prefix = directory_ / "m";
+    EXPECT_EQ(0, RunTool({"mipmaps", in, prefix, "--format", "A8R8G8B8"}).status);
+    EXPECT_EQ(Image(1, 4, s_A8R8G8B8, "aaa0aaa0aaa0aaa0"), ReadFile(prefix + ".0.qmdp.image"));
+    EXPECT_EQ(Image(1, 2, s_A8R8G8B8,
+                    "aaa\xFF"
+                    "aaa\xFF"),
+              ReadFile(prefix + ".1.qmdp.image"));
+    EXPECT_EQ(Image(1, 1, s_A8R8G8B8, "aaa\xFF"), ReadFile(prefix + ".2.qmdp.image"));
+    EXPECT_FALSE(std::filesystem::exists(prefix + ".3.qmdp.image"));
+
+    // One name in the way, and nothing is saved.
+    std::filesystem::remove(prefix + ".0.qmdp.image");
+    EXPECT_EQ("qmdp: " + prefix + ".1.qmdp.image: is there already, and overwriting has to be asked for\n",
+              RunTool({"mipmaps", in, prefix}).err);
+    EXPECT_FALSE(std::filesystem::exists(prefix + ".0.qmdp.image"));
+
+    string const odd = directory_.Write("odd.qmdp", Signal(s_L8, "abc"));
+    ProcessResult const result = RunTool({"mipmaps", odd, prefix});
+    EXPECT_EQ(1, result.status);
+    EXPECT_EQ("qmdp: " + odd + ": mipmaps need dimensions that are powers of two, and there are 3 samples\n",
+              result.err);
+    EXPECT_EQ(1,
+              RunTool({"mipmaps", directory_.Write("p.qmdp", Signal(s_A1R5G5B5, "ab")), prefix, "--format=A8"}).status);
+}
+
+TEST_F(Qmdp, PicturesGoThereAndBack)
+{
+    string const package =
+        Image(2, 2, s_A8R8G8B8, string("\x10\x20\x30\x40\x50\x60\x70\x80\xFF\0\0\xFF\0\xFF\0\xFF", 16));
+    for (string const extension : {".png", ".TIFF", ".tif"})
+    {
+        Convert(package, {"--no-compression"}, extension);
+        ProcessResult const info = RunTool({"info", "--json", directory_ / ("out" + extension)});
+        EXPECT_NE(string::npos, info.out.find(extension == ".png" ? "\"PNG\"" : "\"TIFF\"")) << info.out << info.err;
+        EXPECT_NE(string::npos, info.out.find("\"A8R8G8B8\", \"format_code\": 67108866, \"dimensions\": [2, 2]}\n"));
+        string const back = directory_ / ("back" + extension + ".qmdp.image");
+        EXPECT_EQ(0, RunTool({"convert", directory_ / ("out" + extension), back}).status);
+        EXPECT_EQ(package, ReadFile(back));
+    }
+    for (string const extension : {".jpg", ".jpeg", ".bmp"})
+    {
+        Convert(package, {"--quality=50"}, extension);
+        string const picture = directory_ / ("out" + extension);
+        EXPECT_EQ(picture + ": ok\n", RunTool({"verify", picture}).out);
+        string const bytes = ReadFile(picture);
+        string const cut = directory_.Write("cut" + extension, bytes.substr(0, bytes.size() / 2));
+        EXPECT_EQ(cut + ": no picture that can be read, or one that is cut short or damaged\n",
+                  RunTool({"verify", cut}).err);
+    }
+}
+
+TEST_F(Qmdp, HelpAndOutput)
+{
+    EXPECT_NE(string::npos, RunTool({"--help"}).out.find("\nCommands:\n  info "));
+    EXPECT_NE(string::npos, RunTool({"slice", "--help"}).out.find("usage: qmdp slice [OPTION...] IN LAYER OUT\n"));
+    EXPECT_EQ(0u, RunTool({"--version"}).out.find("qmdp 1."));
+    string const dashed = directory_.Write("-a", SmallImage());
+    EXPECT_EQ(dashed + ": ok\n", RunTool({"verify", "--", dashed}).out);
+    EXPECT_EQ("qmdp: cannot write to standard output: No space left on device\n",
+              RunProcess("/bin/sh", {"-c", QUILLMARSH_TEST_QMDP " --help >/dev/full"}).err);
+}
+
+} // namespace
+} // namespace quillmarsh::tests

@@ -1,0 +1,214 @@
+#include "arguments.h"
+
+#include "commands.h"
+
+#include <quillmarsh/basetools/texttools.h>
+
+#include <charconv>
+#include <string_view>
+
+namespace quillmarsh::tools
+{
+namespace
+{
+
+/// One option: its group, its name, the word for its value (null for none), what it does, and how it is taken in.
+struct Option
+{
+    char group;
+    char const *name;
+    char const *value;
+    char const *description;
+    void (*take)(Arguments &arguments, string const &value);
+};
+
+bool ReadNumber(std::string_view text, unsigned int &number)
+{
+    auto const [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+    return error == std::errc() && end == text.data() + text.size();
+}
+
+void TakeSize(Arguments &arguments, string const &value)
+{
+    arguments.size = ParseSize(value);
+    if (!arguments.size)
+        throw WrongArgumentException("--size wants N, WxH or WxHxD, none of them 0, not '" + value + "'");
+}
+
+void TakeFilter(Arguments &arguments, string const &value)
+{
+    std::optional<eResampleFilter> const filter = FindFilter(value);
+    if (!filter)
+        throw WrongArgumentException("--filter wants nearest or linear, not '" + value + "'");
+    arguments.filter = *filter;
+}
+
+void TakeFormat(Arguments &arguments, string const &value)
+{
+    arguments.format = FindFormat(value);
+    if (arguments.format)
+        return;
+    string names;
+    for (eSampleFormat const format : GetNamedFormats())
+        names += (names.empty() ? "" : ", ") + GetFormatName(format);
+    throw WrongArgumentException("--format wants one of " + names + ", not '" + value + "'");
+}
+
+void TakeID(Arguments &arguments, string const &value)
+{
+    if (!ReadNumber(value, arguments.save.id))
+        throw WrongArgumentException("--id wants a number below 4294967296, not '" + value + "'");
+}
+
+void TakeQuality(Arguments &arguments, string const &value)
+{
+    if (!ReadNumber(value, arguments.save.quality) || arguments.save.quality > data_codec_parameters::Value_Quality_Max)
+        throw WrongArgumentException("--quality wants a number from 0 to 100, not '" + value + "'");
+}
+
+template<eAxis axis>
+void TakeFlip(Arguments &arguments, string const &)
+{
+    arguments.flips.push_back(axis);
+}
+
+template<bool SaveSettings::*setting>
+void SwitchOn(Arguments &arguments, string const &)
+{
+    arguments.save.*setting = true;
+}
+
+// Groups: i of info, c of convert, f of a format, s of saving, h of everything.
+constexpr Option s_options[] = {
+    {'i', "--json", nullptr, "print one JSON object a line",
+     [](Arguments &arguments, string const &) { arguments.json = true; }},
+    {'c', "--size", "SIZE", "resample to N samples, to WxH or WxHxD columns, rows and layers", &TakeSize},
+    {'c', "--filter", "NAME", "resample by nearest or linear, linear by default", &TakeFilter},
+    {'c', "--flip-rows", nullptr, "reverse the order of the rows", &TakeFlip<eAxis::e_rows>},
+    {'c', "--flip-columns", nullptr, "reverse the order of the columns, or of a signal's samples",
+     &TakeFlip<eAxis::e_columns>},
+    {'c', "--flip-layers", nullptr, "reverse the order of the layers", &TakeFlip<eAxis::e_layers>},
+    {'f', "--format", "NAME", "change the sample format", &TakeFormat},
+    {'s', "--big-endian", nullptr, "store numbers big-endian (packages)", &SwitchOn<&SaveSettings::bigEndian>},
+    {'s', "--id", "N", "package id, 0 by default", &TakeID},
+    {'s', "--origin-bottom", nullptr, "store the last row first", &SwitchOn<&SaveSettings::originBottom>},
+    {'s', "--origin-back", nullptr, "store the last layer first", &SwitchOn<&SaveSettings::originBack>},
+    {'s', "--quality", "N", "quality from 0 to 100, 100 by default (JPEG)", &TakeQuality},
+    {'s', "--no-compression", nullptr, "store the samples as they are (PNG, TIFF)",
+     [](Arguments &arguments, string const &) { arguments.save.useCompression = false; }},
+    {'s', "--overwrite", nullptr, "take the place of files that are there", &SwitchOn<&SaveSettings::overwrite>},
+    {'h', "--help", nullptr, "print this help and exit",
+     [](Arguments &arguments, string const &) { arguments.help = true; }},
+    {'h', "--version", nullptr, "print the version and exit",
+     [](Arguments &arguments, string const &) { arguments.version = true; }},
+};
+
+bool Takes(Command const *command, Option const &option)
+{
+    return option.group == 'h' || (command && std::string_view(command->options).find(option.group) != string::npos);
+}
+
+Option const &FindOption(Command const *command, string const &name)
+{
+    for (Option const &option : s_options)
+    {
+        if (name != option.name)
+            continue;
+        if (!Takes(command, option))
+            throw WrongArgumentException(command ? string(command->name) + " takes no " + name
+                                                 : name + " stands behind a command");
+        return option;
+    }
+    throw WrongArgumentException("unknown argument '" + name + "'");
+}
+
+void CheckOperands(Command const &command, std::vector<string> const &operands)
+{
+    string const wants = string(command.name) + " wants " + command.operands;
+    if (operands.size() < command.minOperands)
+        throw WrongArgumentException(wants);
+    if (operands.size() > command.maxOperands)
+        throw WrongArgumentException(wants + ", and no '" + operands[command.maxOperands] + "'");
+}
+
+void AppendEntry(string &text, string const &name, string const &description)
+{
+    constexpr unsigned int width = 21;
+    string line = "  " + name;
+    PadToLength(line, width);
+    text += line + ' ' + description + '\n';
+}
+
+} // namespace
+
+Arguments ParseArguments(std::vector<string> const &words, Command const *command)
+{
+    Arguments arguments;
+    bool optionsEnded = false;
+    for (auto word = words.begin(); word != words.end(); ++word)
+    {
+        if (optionsEnded || word->size() < 2 || word->front() != '-')
+        {
+            arguments.operands.push_back(*word);
+            continue;
+        }
+        if (*word == "--")
+        {
+            optionsEnded = true;
+            continue;
+        }
+        std::size_t const equals = word->find('=');
+        Option const &option = FindOption(command, word->substr(0, equals));
+        if (option.value == nullptr && equals != string::npos)
+            throw WrongArgumentException(string(option.name) + " takes no value");
+        if (option.value == nullptr)
+            option.take(arguments, "");
+        else if (equals != string::npos)
+            option.take(arguments, word->substr(equals + 1));
+        else if (++word != words.end())
+            option.take(arguments, *word);
+        else
+            throw WrongArgumentException(string(option.name) + " wants a value: " + option.value);
+    }
+    bool const runs = !arguments.help && !arguments.version;
+    if (runs && !command)
+        throw WrongArgumentException("a command is wanted");
+    if (runs)
+        CheckOperands(*command, arguments.operands);
+    return arguments;
+}
+
+FileType const &RequireFileType(string const &fileName)
+{
+    if (FileType const *const type = FindFileType(fileName))
+        return *type;
+    throw WrongArgumentException("'" + fileName + "' ends in none of " + GetExtensions());
+}
+
+string GetUsage(Command const *command)
+{
+    string usage;
+    if (command)
+    {
+        usage = "usage: qmdp " + string(command->name) + " [OPTION...] " + command->operands + "\n\n" +
+                command->description + ".\n\nOptions:\n";
+    }
+    else
+    {
+        usage = "usage: qmdp COMMAND [ARGUMENT...]\n\nWorks on files of signals, images and volumes: packages, TIFF, "
+                "JPEG, PNG and BMP.\n\nCommands:\n";
+        for (Command const &known : GetCommands())
+            AppendEntry(usage, known.name, known.description);
+        usage += "\nqmdp COMMAND --help tells about a command.\n\nOptions:\n";
+    }
+    for (Option const &option : s_options)
+    {
+        if (Takes(command, option))
+            AppendEntry(usage, string(option.name) + (option.value ? string(" ") + option.value : ""),
+                        option.description);
+    }
+    return usage + "\nExit status: 0 all went well, 1 data that cannot be read, converted or written, 2 a wrong "
+                   "argument.\n";
+}
+
+} // namespace quillmarsh::tools

@@ -1,0 +1,123 @@
+#include "datawork.h"
+
+#include <quillmarsh/dataobjects/volumeoperations.h>
+
+#include <charconv>
+#include <type_traits>
+
+namespace quillmarsh::tools
+{
+namespace
+{
+
+// One name for what the library calls by the number of dimensions.
+
+bool ResampleInto(SignalBase &dst, SignalBase const &src, eResampleFilter filter)
+{
+    return Resample1D(dst, src, filter);
+}
+
+bool ResampleInto(ImageBase &dst, ImageBase const &src, eResampleFilter filter)
+{
+    return Resample2D(dst, src, filter);
+}
+
+bool ResampleInto(VolumeBase &dst, VolumeBase const &src, eResampleFilter filter)
+{
+    return Resample3D(dst, src, filter);
+}
+
+void FlipAxis(SignalBase &signal, eAxis)
+{
+    FlipSamples(signal);
+}
+
+void FlipAxis(ImageBase &image, eAxis axis)
+{
+    axis == eAxis::e_rows ? FlipRows(image) : FlipColumns(image);
+}
+
+void FlipAxis(VolumeBase &volume, eAxis axis)
+{
+    if (axis == eAxis::e_layers)
+        FlipLayers(volume);
+    else
+        axis == eAxis::e_rows ? FlipRows(volume) : FlipColumns(volume);
+}
+
+} // namespace
+
+std::optional<eResampleFilter> FindFilter(string const &name)
+{
+    if (name == "nearest")
+        return e_resample_nearest;
+    return name == "linear" ? std::optional(e_resample_linear) : std::nullopt;
+}
+
+std::optional<Dimensions> ParseSize(string const &text)
+{
+    constexpr std::size_t mostDimensions = 3;
+    // Columns come first here, and last in the library.
+    Dimensions size;
+    char const *at = text.data();
+    char const *const end = at + text.size();
+    do
+    {
+        unsigned int &dimension = *size.insert(size.begin(), 0);
+        auto const [behind, error] = std::from_chars(at, end, dimension);
+        if (error != std::errc() || dimension == 0 || size.size() > mostDimensions)
+            return std::nullopt;
+        at = behind;
+    } while (at != end && (*at++ | 0x20) == 'x');
+    return at == end && text.back() != 'x' && text.back() != 'X' ? std::optional(size) : std::nullopt;
+}
+
+SampledData Resample(SampledData const &data, Dimensions const &dimensions, eResampleFilter filter)
+{
+    SampledData result(data.GetFormat(), dimensions);
+    bool const resampled = result.Visit(
+        [&](auto &dst)
+        {
+            using Container = std::decay_t<decltype(dst)>;
+            return ResampleInto(dst, *data.Get<Container>(), filter);
+        });
+    if (!resampled)
+        throw DataException("no filter knows the sample format " + GetFormatName(data.GetFormat()));
+    return result;
+}
+
+void RequireTransfer(eSampleFormat target, eSampleFormat source)
+{
+    if (target == source || SignalOperationsManager::Instance().IsTransferSupported(target, source))
+        return;
+    throw DataException("no transfer leads from the sample format " + GetFormatName(source) + " to " +
+                        GetFormatName(target));
+}
+
+void ChangeFormat(SampledData &data, eSampleFormat format)
+{
+    if (format == data.GetFormat())
+        return;
+    RequireTransfer(format, data.GetFormat());
+    SampledData result(format, data.GetDimensions());
+    TransferSamples1D(result.GetSamples(), data.GetSamples(), false);
+    data = std::move(result);
+}
+
+void Flip(SampledData &data, eAxis axis)
+{
+    data.Visit([&](auto &container) { FlipAxis(container, axis); });
+}
+
+bool HasAxis(std::size_t numDimensions, eAxis axis)
+{
+    std::size_t const needed = axis == eAxis::e_columns ? 1 : axis == eAxis::e_rows ? 2 : 3;
+    return numDimensions >= needed;
+}
+
+char const *GetAxisName(eAxis axis)
+{
+    return axis == eAxis::e_columns ? "columns" : axis == eAxis::e_rows ? "rows" : "layers";
+}
+
+} // namespace quillmarsh::tools

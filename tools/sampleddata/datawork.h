@@ -1,0 +1,50 @@
+// Work on data of any kind: resampling, formats, flips, mipmaps.
+#ifndef QUILLMARSH_TOOLS_SAMPLEDDATA_DATAWORK_H
+#define QUILLMARSH_TOOLS_SAMPLEDDATA_DATAWORK_H
+
+#include "sampleddata.h"
+
+#include <quillmarsh/dataobjects/signaloperations.h>
+
+namespace quillmarsh::tools
+{
+
+// New data are opaque where the library leaves bytes alone. What cannot be done throws a DataException.
+
+/// Filter by its name, "nearest" or "linear"; nothing for any other text.
+std::optional<eResampleFilter> FindFilter(string const &name);
+
+/// Size as N samples, as WxH columns and rows, or as WxHxD columns, rows and layers; nothing for any other text, and
+/// where a number is 0.
+std::optional<Dimensions> ParseSize(string const &text);
+
+/// As many dimensions as `data` has, none of them 0.
+SampledData Resample(SampledData const &data, Dimensions const &dimensions, eResampleFilter filter);
+
+/// Throws for two different formats without a registered transfer; the message names both.
+void RequireTransfer(eSampleFormat target, eSampleFormat source);
+/// Through the transfers that are registered. Data that have the format already, or that cannot get it, stay as they
+/// are.
+void ChangeFormat(SampledData &data, eSampleFormat format);
+
+/// Axis along which samples are turned over. A signal has columns only.
+enum class eAxis
+{
+    e_layers,
+    e_rows,
+    e_columns
+};
+
+/// Turns over the samples along an axis that the data have.
+void Flip(SampledData &data, eAxis axis);
+/// Whether data of so many dimensions have the axis.
+bool HasAxis(std::size_t numDimensions, eAxis axis);
+/// "layers", "rows" or "columns".
+char const *GetAxisName(eAxis axis);
+
+/// Levels of a mipmap chain in a format, the largest first.
+std::vector<SampledData> BuildMipmaps(SampledData const &data, eSampleFormat format);
+
+} // namespace quillmarsh::tools
+
+#endif

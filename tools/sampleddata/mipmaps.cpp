@@ -1,0 +1,64 @@
+#include "datawork.h"
+
+#include <quillmarsh/dataobjects/mipmapchains.h>
+#include <quillmarsh/mathtools/powersof2.h>
+
+namespace quillmarsh::tools
+{
+namespace
+{
+
+SignalMipmapChain ChainFor(SignalBase const &signal)
+{
+    return SignalMipmapChain(signal.GetSampleFormat());
+}
+
+ImageMipmapChain ChainFor(ImageBase const &image)
+{
+    return ImageMipmapChain(image.GetSampleFormat());
+}
+
+VolumeMipmapChain ChainFor(VolumeBase const &volume)
+{
+    return VolumeMipmapChain(volume.GetSampleFormat());
+}
+
+/// A copy of a level in another format, or in the same one. What the filter leaves alone is made opaque.
+SampledData CopyLevel(SignalBase const &level, unsigned int index, Dimensions dimensions, eSampleFormat format)
+{
+    for (unsigned int &dimension : dimensions)
+        dimension = MipmapChain::ComputeDimensionAtLevel(index, dimension);
+    SampledData copy(level.GetSampleFormat(), dimensions);
+    CopySamples(copy.GetSamples(), level);
+    if (index > 0 && level.GetSampleFormat() == e_format_X8R8G8B8)
+        ProcessSamples_Fill1Byte(copy.GetSamples(), 3, 255);
+    ChangeFormat(copy, format);
+    return copy;
+}
+
+} // namespace
+
+std::vector<SampledData> BuildMipmaps(SampledData const &data, eSampleFormat format)
+{
+    for (unsigned int const dimension : data.GetDimensions())
+    {
+        if (!IsPowerOf2(dimension))
+            throw DataException("mipmaps need dimensions that are powers of two, and there are " +
+                                Describe(data.GetDimensions()));
+    }
+    RequireTransfer(format, data.GetFormat());
+    std::vector<SampledData> levels;
+    data.Visit(
+        [&](auto &source)
+        {
+            // In the format of the source, since the chain would leave alone what is to be opaque.
+            auto chain = ChainFor(source);
+            if (!chain.Build(source, false))
+                throw DataException("no filter knows the sample format " + GetFormatName(data.GetFormat()));
+            for (unsigned int i = 0; i < chain.GetNumLevels(); ++i)
+                levels.push_back(CopyLevel(chain.GetLevel(i), i, data.GetDimensions(), format));
+        });
+    return levels;
+}
+
+} // namespace quillmarsh::tools
