@@ -1,6 +1,7 @@
 // The application that ships with the host: a bench to try the framework on, and an example to copy from.
 #include "balls.h"
 #include "benchcommands.h"
+#include "datacommands.h"
 #include "inputwatch.h"
 
 #include <quillmarsh/basetools/variableregistry.h>
@@ -18,8 +19,8 @@ namespace
 
 using namespace quillmarsh;
 
-/// Lets balls bounce, and shows how an application exports variables, brings commands, profiles its blocks and reads
-/// devices.
+/// Lets balls bounce, works on sampled data, and shows how an application exports variables, brings commands, profiles
+/// its blocks and reads devices.
 class WorkbenchApplication : public Application
 {
 public:
@@ -30,10 +31,12 @@ public:
     void Initialize() override
     {
         ExportVariables(*Kernel::Instance().GetVariableRegistry());
+        data_.ExportVariables(*Kernel::Instance().GetVariableRegistry());
         // The interpreter owns its commands, and drops them before this object goes.
         std_command_interpreter::Interpreter &interpreter = *Kernel::Instance().GetCommandInterpreter();
         interpreter.RegisterExternalCommand(new BenchCmd(balls_));
         interpreter.RegisterExternalCommand(new GreetCmd(settings_));
+        RegisterDataCommands(interpreter, data_);
     }
 
     void ConnectHumanInterfaceDevice(HumanInterfaceDevice &device) override { inputWatch_.Connect(device); }
@@ -86,6 +89,7 @@ private:
     double frameRateInForce_ = 0;
     WatchSettings watchSettings_;
     InputWatch inputWatch_;
+    DataBench data_;
 };
 
 class WorkbenchDescriptor : public ApplicationPluginDescriptor

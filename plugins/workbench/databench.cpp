@@ -1,0 +1,43 @@
+#include "databench.h"
+
+namespace workbench
+{
+
+using namespace quillmarsh;
+using tools::DataException;
+using tools::SampledData;
+
+void DataBench::ExportVariables(VariableRegistry &registry)
+{
+    using namespace data_codec_parameters;
+    registry.RegisterVariable(VariableProxyString(&filter, "data.filter", "filter of resample: nearest or linear"));
+    registry.RegisterVariable(VariableProxyBool(&save.overwrite, "data.overwrite", "whether files are overwritten"));
+    registry.RegisterVariable(
+        VariableProxyBool(&save.bigEndian, "data.big_endian", "whether packages are saved big-endian"));
+    registry.RegisterVariable(VariableProxyUInt(&save.id, "data.id", "id of saved packages"));
+    registry.RegisterVariable(
+        VariableProxyBool(&save.originBottom, "data.origin_bottom", "whether the last row is saved first"));
+    registry.RegisterVariable(
+        VariableProxyBool(&save.originBack, "data.origin_back", "whether the last layer is saved first"));
+    registry.RegisterVariable(
+        VariableProxyBool(&save.useCompression, "data.compression", "whether PNG and TIFF files are compressed"));
+    registry.RegisterVariable(VariableProxyRangeCheckedUInt(&save.compressionLevel, Value_CompressionLevel_Min,
+                                                            Value_CompressionLevel_Max, "data.compression_level",
+                                                            "effort of the compression"));
+    registry.RegisterVariable(VariableProxyRangeCheckedUInt(&save.quality, Value_Quality_Min, Value_Quality_Max,
+                                                            "data.quality", "quality of JPEG files"));
+}
+
+SampledData &DataBench::GetData()
+{
+    if (!data_)
+        throw DataException("no data are loaded");
+    return *data_;
+}
+
+void DataBench::SetData(SampledData data)
+{
+    data_ = std::move(data);
+}
+
+} // namespace workbench

@@ -1,0 +1,256 @@
+#include "datacommands.h"
+
+#include "sampleddata/datawork.h"
+
+#include <quillmarsh/basetools/command.h>
+#include <quillmarsh/basetools/commandlineparser.h>
+#include <quillmarsh/basetools/texttools.h>
+#include <quillmarsh/framework/commandtable.h>
+
+#include <ostream>
+
+namespace workbench
+{
+namespace
+{
+
+using namespace quillmarsh;
+using tools::DataException;
+using tools::eAxis;
+using tools::SampledData;
+
+struct DataCommand
+{
+    char const *name;
+    char const *shortDesc;
+    std::span<CommandWord const> words;
+    char const *defaultBehavior;
+    void (*run)(DataBench &bench, ostream &out, CommandLineParser const &parser);
+};
+
+/// Runs an entry of the table of commands.
+class DataCmd : public Command
+{
+public:
+    DataCmd(DataCommand const &command, DataBench &bench) : command_(command), bench_(bench)
+    {
+        SetDefaultName(command.name);
+        SetShortDesc(command.shortDesc);
+    }
+
+    bool ParseAndExecute(ostream &out, CommandLineParser const &parser, string const &) override
+    {
+        try
+        {
+            command_.run(bench_, out, parser);
+            return true;
+        }
+        catch (DataException const &thrown)
+        {
+            out << thrown.GetMessage() << std::endl;
+        }
+        catch (NoMemoryException const &thrown)
+        {
+            out << thrown.GetMessage() << std::endl;
+        }
+        return false;
+    }
+
+    void DumpHelp(ostream &out, CommandLineParser const &parser) override
+    {
+        DumpCommandWords(out, parser, command_.words, command_.defaultBehavior);
+    }
+
+private:
+    DataCommand const &command_;
+    DataBench &bench_;
+};
+
+/// The first argument, which is a string.
+string const &RequireString(CommandLineParser const &parser, char const *what)
+{
+    if (parser.GetNumArguments() == 0 || parser.GetArgument(0) != CommandLineParser::e_string)
+        throw DataException(string(what) + " is wanted");
+    return parser.GetArgument(0).String();
+}
+
+tools::FileType const &RequireFileType(string const &fileName)
+{
+    if (tools::FileType const *const type = tools::FindFileType(fileName))
+        return *type;
+    throw DataException(fileName + ": ends in none of " + tools::GetExtensions());
+}
+
+eSampleFormat RequireFormat(string const &name)
+{
+    if (std::optional<eSampleFormat> const format = tools::FindFormat(name))
+        return *format;
+    throw DataException("no sample format has the name " + name);
+}
+
+void PrintInfo(ostream &out, SampledData const &data)
+{
+    tools::Dimensions const dimensions = data.GetDimensions();
+    out << "Kind.........: " << tools::GetKindName(dimensions.size()) << '\n'
+        << "Sample format: " << tools::GetFormatName(data.GetFormat()) << '\n'
+        << "Dimensions...: " << tools::Describe(dimensions) << '\n'
+        << "Bytes........: " << data.GetSamples().GetTotalByteSize() << std::endl;
+}
+
+void Load(DataBench &bench, ostream &out, CommandLineParser const &parser)
+{
+    string const &fileName = RequireString(parser, "the name of a file");
+    bench.SetData(tools::LoadFile(fileName, RequireFileType(fileName)));
+    PrintInfo(out, bench.GetData());
+}
+
+void Info(DataBench &bench, ostream &out, CommandLineParser const &)
+{
+    PrintInfo(out, bench.GetData());
+}
+
+void Convert(DataBench &bench, ostream &, CommandLineParser const &parser)
+{
+    tools::ChangeFormat(bench.GetData(), RequireFormat(RequireString(parser, "the name of a sample format")));
+}
+
+void Resample(DataBench &bench, ostream &, CommandLineParser const &parser)
+{
+    string const &text = RequireString(parser, "a size");
+    std::optional<eResampleFilter> const filter = tools::FindFilter(bench.filter);
+    if (!filter)
+        throw DataException("data.filter is neither nearest nor linear: " + bench.filter);
+    SampledData const &data = bench.GetData();
+    std::optional<tools::Dimensions> const size = tools::ParseSize(text);
+    if (!size || size->size() != data.GetDimensions().size())
+        throw DataException("no size of " + tools::GetKindPhrase(data.GetDimensions().size()) + ": " + text);
+    bench.SetData(tools::Resample(data, *size, *filter));
+}
+
+constexpr eAxis s_axes[] = {eAxis::e_rows, eAxis::e_columns, eAxis::e_layers};
+
+void Flip(DataBench &bench, ostream &, CommandLineParser const &parser)
+{
+    SampledData &data = bench.GetData();
+    std::size_t const numDimensions = data.GetDimensions().size();
+    for (eAxis const axis : s_axes)
+    {
+        if (parser.GetOption(tools::GetAxisName(axis)) && !tools::HasAxis(numDimensions, axis))
+            throw DataException(tools::GetKindPhrase(numDimensions) + " has no " + tools::GetAxisName(axis));
+    }
+    for (eAxis const axis : s_axes)
+    {
+        if (parser.GetOption(tools::GetAxisName(axis)))
+            tools::Flip(data, axis);
+    }
+}
+
+struct Channel
+{
+    char const *name;
+    bool (*fill)(SignalBase &signal, unsigned char value);
+};
+
+constexpr Channel s_channels[] = {{"luminance", &Fill_Luminance},
+                                  {"alpha", &Fill_Alpha},
+                                  {"red", &Fill_Red},
+                                  {"green", &Fill_Green},
+                                  {"blue", &Fill_Blue}};
+
+void Fill(DataBench &bench, ostream &, CommandLineParser const &parser)
+{
+    SampledData const &data = bench.GetData();
+    for (Channel const &channel : s_channels)
+    {
+        string text;
+        if (!parser.GetAssignment(channel.name, text))
+            continue;
+        unsigned int value = 0;
+        if (!ToValue(text, value) || value > 255)
+            throw DataException(string(channel.name) + " wants a number from 0 to 255, not " + text);
+        if (!channel.fill(data.GetSamples(), static_cast<unsigned char>(value)))
+            throw DataException("the sample format " + tools::GetFormatName(data.GetFormat()) + " has no " +
+                                channel.name);
+    }
+}
+
+void Mipmaps(DataBench &bench, ostream &out, CommandLineParser const &parser)
+{
+    string const &prefix = RequireString(parser, "the prefix of the files' names");
+    SampledData const &data = bench.GetData();
+    string name;
+    bool const hasFormat = parser.GetAssignment("format", name);
+    std::vector<SampledData> const levels =
+        tools::BuildMipmaps(data, hasFormat ? RequireFormat(name) : data.GetFormat());
+    tools::SaveLevels(levels, prefix, bench.save);
+    out << levels.size() << " levels saved" << std::endl;
+}
+
+void Save(DataBench &bench, ostream &out, CommandLineParser const &parser)
+{
+    string const &fileName = RequireString(parser, "the name of a file");
+    tools::SaveFile(bench.GetData(), fileName, RequireFileType(fileName), bench.save);
+    out << fileName << " saved" << std::endl;
+}
+
+/// Each format with those that it can be converted to, and what files there are.
+void Formats(DataBench &, ostream &out, CommandLineParser const &)
+{
+    std::vector<eSampleFormat> const formats = tools::GetNamedFormats();
+    for (eSampleFormat const source : formats)
+    {
+        string line = tools::GetFormatName(source);
+        PadToLength(line, 9);
+        line += " to:";
+        for (eSampleFormat const target : formats)
+        {
+            if (target != source && SignalOperationsManager::Instance().IsTransferSupported(target, source))
+                line += ' ' + tools::GetFormatName(target);
+        }
+        out << line << '\n';
+    }
+    out << "Files: " << tools::GetExtensions() << std::endl;
+}
+
+constexpr CommandWord s_fileWords[] = {CommandWord::Argument("0) file-name", "its end tells the type of the file\n")};
+constexpr CommandWord s_convertWords[] = {CommandWord::Argument("0) format-name", "sample format, see formats\n")};
+constexpr CommandWord s_resampleWords[] = {
+    CommandWord::Argument("0) size", "N samples, WxH columns and rows, or WxHxD columns, rows and layers\n")};
+constexpr CommandWord s_flipWords[] = {
+    CommandWord::Option("rows", "reverse the order of the rows\n"),
+    CommandWord::Option("columns", "reverse the order of the columns, or of a signal's samples\n"),
+    CommandWord::Option("layers", "reverse the order of the layers\n")};
+constexpr CommandWord s_fillWords[] = {CommandWord::Assignment("luminance", "0..255", "set the luminance\n"),
+                                       CommandWord::Assignment("alpha", "0..255", "set the alpha\n"),
+                                       CommandWord::Assignment("red", "0..255", "set the red\n"),
+                                       CommandWord::Assignment("green", "0..255", "set the green\n"),
+                                       CommandWord::Assignment("blue", "0..255", "set the blue\n")};
+constexpr CommandWord s_mipmapsWords[] = {
+    CommandWord::Assignment("format", "format-name", "sample format of the levels\n"),
+    CommandWord::Argument("0) prefix", "of the packages' names, prefix.0.qmdp.image and so on\n")};
+
+constexpr DataCommand s_commands[] = {
+    {"load", "Load a file as the current data", s_fileWords, "", &Load},
+    {"info", "Print what the current data are", {}, "print kind, sample format, dimensions and bytes", &Info},
+    {"convert", "Change the sample format of the current data", s_convertWords, "", &Convert},
+    {"resample", "Resample the current data", s_resampleWords, "", &Resample},
+    {"flip", "Turn over the current data", s_flipWords, "change nothing", &Flip},
+    {"fill", "Fill channels of the current data", s_fillWords, "change nothing", &Fill},
+    {"mipmaps", "Save a mipmap chain of the current data as packages", s_mipmapsWords, "", &Mipmaps},
+    {"save", "Save the current data", s_fileWords, "", &Save},
+    {"formats",
+     "Print what sample formats and files there are",
+     {},
+     "print each format, and what it converts to",
+     &Formats},
+};
+
+} // namespace
+
+void RegisterDataCommands(std_command_interpreter::Interpreter &interpreter, DataBench &bench)
+{
+    for (DataCommand const &command : s_commands)
+        interpreter.RegisterExternalCommand(new DataCmd(command, bench));
+}
+
+} // namespace workbench

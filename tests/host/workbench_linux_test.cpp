@@ -1,0 +1,82 @@
+#include "tests/support/host_process.h"
+#include "tests/support/package_bytes.h"
+#include "tests/support/scratch_directory.h"
+
+#include <gtest/gtest.h>
+
+namespace quillmarsh::tests
+{
+namespace
+{
+
+/// Work on data by console commands, in a directory of the test's own.
+class WorkbenchData : public testing::Test
+{
+protected:
+    WorkbenchData() { std::filesystem::current_path(directory_.GetPath()); }
+    ~WorkbenchData() override { std::filesystem::current_path(before_); }
+
+    /// Runs the lines, and gives what they print without the lines themselves.
+    string RunLines(string const &lines, int status)
+    {
+        HostResult const result = RunHost({"--set", "data.overwrite=true"}, lines);
+        EXPECT_EQ(status, result.status) << result.out << result.err;
+        return result.out;
+    }
+
+    std::filesystem::path before_ = std::filesystem::current_path();
+    ScratchDirectory directory_;
+};
+
+TEST_F(WorkbenchData, FirstStepsMakeAPictureAndAPackage)
+{
+    std::filesystem::create_directory("build");
+    std::filesystem::create_directory_symlink(QUILLMARSH_TEST_SOURCES "examples", "examples");
+    RunLines(ReadFile("examples/first_steps.txt"), 0);
+    EXPECT_EQ(0u, ReadFile("build/first_steps.png").find("\x89PNG"));
+    EXPECT_EQ(44u + 20 + 128 * 128 * 2 + 32, std::filesystem::file_size("build/first_steps.qmdp.image"));
+    EXPECT_EQ(44u + 20 + 1 + 32, std::filesystem::file_size("build/first_steps.7.qmdp.image"));
+}
+
+TEST_F(WorkbenchData, CommandsWorkOnTheCurrentData)
+{
+    directory_.Write("in.qmdp", PackageBytes({2}, {2, 1, 0x01000001, 0, 0}, "ab"));
+    RunLines("load in.qmdp\nflip -rows\nconvert A8R8G8B8\nfill -red=65 -alpha=66\nvar data.filter nearest\n"
+             "resample 2x2\nflip -columns\nvar data.big_endian true\nvar data.id 5\nsave out.qmdp\n",
+             0);
+    EXPECT_EQ(PackageBytes({2, 5, true}, {2, 2, 0x04000002, 0, 0}, "BAbbBAbbBAaaBAaa"), ReadFile("out.qmdp"));
+    EXPECT_NE(string::npos, RunLines("load in.qmdp\ninfo\nformats\n", 0).find("A1R5G5B5  to: X8R8G8B8 A8R8G8B8\n"));
+}
+
+TEST_F(WorkbenchData, FailuresAreToldAndKeepTheData)
+{
+    directory_.Write("in.qmdp", PackageBytes({2}, {2, 3, 0x02000020, 0, 0}, "abcdefabcdef"));
+    struct Case
+    {
+        char const *line;
+        char const *message;
+    };
+    Case const cases[] = {
+        {"load nothing.qmdp", "nothing.qmdp: cannot be opened: No such file or directory"},
+        {"load picture.gif", "picture.gif: ends in none of "},
+        {"load", "the name of a file is wanted"},
+        {"convert L8", "no transfer leads from the sample format A1R5G5B5 to L8"},
+        {"convert R8", "no sample format has the name R8"},
+        {"resample 5", "no size of an image: 5"},
+        {"flip -layers -rows", "an image has no layers"},
+        {"fill -red=256", "red wants a number from 0 to 255, not 256"},
+        {"fill -luminance=1", "the sample format A1R5G5B5 has no luminance"},
+        {"mipmaps m", "mipmaps need dimensions that are powers of two, and there are 2 rows, 3 columns"},
+        {"save out.qmdp.volume", "out.qmdp.volume: takes a volume, and no image"},
+    };
+    for (Case const &failing : cases)
+    {
+        string const out = RunLines(string("load in.qmdp\n") + failing.line + "\nsave out.qmdp\n", 1);
+        EXPECT_NE(string::npos, out.find(string(failing.line) + '\n' + failing.message)) << out;
+        EXPECT_EQ(ReadFile("in.qmdp"), ReadFile("out.qmdp")) << failing.line;
+    }
+    EXPECT_NE(string::npos, RunLines("info\n", 1).find("no data are loaded"));
+}
+
+} // namespace
+} // namespace quillmarsh::tests
