@@ -213,6 +213,20 @@ TEST(Host, RunsScriptsLineByLine)
     EXPECT_EQ(1, RunHost({}, string("\0\xff'unclosed\n", 12) + string(1 << 20, 'x') + "\n").status);
 }
 
+TEST(Host, PlaysARecordedHand)
+{
+    string const play = "play '" QUILLMARSH_TEST_SOURCES "examples/recordings/";
+    HostResult const result =
+        RunHost({"--frame-rate", "120"},
+                play + "gestures.txt' -once -speed=2\nvar bench.gestures on\nwait 300\n" + play + "README'\n");
+    std::size_t const grab = result.out.find("Gesture begins: Grab\n");
+    std::size_t const end = result.out.find("Gesture ends: Grab\n");
+    std::size_t const stop = result.out.find("Gesture begins: Stop\n");
+    EXPECT_TRUE(grab < end && end < stop && stop != string::npos) << result.out;
+    EXPECT_TRUE(Contains(result.out, "README: the file cannot be opened\n")) << result.out;
+    EXPECT_EQ(1, result.status);
+}
+
 TEST(Host, CountsFramesWithTheProfiler)
 {
     HostResult const result =
