@@ -124,6 +124,15 @@ class Reader
 public:
     Reader(unsigned int id, unsigned int seed) : device_(id), random_(seed) { device_.holdLength = 1 + id * 7; }
 
+    /// Lets a lock go that was kept to the end of the last frame. All of them go first, so that several are always
+    /// taken in the same order.
+    void BeginFrame()
+    {
+        if (isHeld_)
+            device_.UnlockSampledData();
+        isHeld_ = false;
+    }
+
     void RunFrame()
     {
         if (device_.IsAsyncSamplingActive())
@@ -171,9 +180,6 @@ private:
 
     void ReadAsync()
     {
-        // A lock that was kept is let go, and now and then the one of this frame is kept instead.
-        if (isHeld_)
-            device_.UnlockSampledData();
         isHeld_ = RollDice(8) == 0;
         AsyncSampleReadSentry const sentry(device_, !isHeld_);
         CountMouse();
@@ -277,6 +283,8 @@ int Run(double seconds)
     auto const end = Clock::now() + std::chrono::duration_cast<Clock::duration>(std::chrono::duration<double>(seconds));
     while (Clock::now() < end)
     {
+        for (AutoPtr<Reader> const &reader : readers)
+            reader->BeginFrame();
         for (AutoPtr<Reader> const &reader : readers)
             reader->RunFrame();
         ++watchdog.frame;
