@@ -32,7 +32,9 @@ bool IsThereOrCreated(string const &directory)
 {
     // Somebody else may create it between the look and the attempt, and a name that DirectoryExists refuses may be
     // there all the same: the attempt alone is no proof of a failure.
-    return DirectoryExists(directory) || CreateDirectoryA(directory) || platform::FindEntry(directory);
+    string bare = directory;
+    RemoveTrailingPathSeparator(bare);
+    return DirectoryExists(directory) || CreateDirectoryA(directory) || platform::FindEntry(bare);
 }
 
 } // namespace
