@@ -46,7 +46,7 @@ int Main(std::vector<string> const &words)
 int main(int argc, char **argv)
 {
     quillmarsh::NewThrowsExceptionSentry const sentry;
-    std::vector<std::string> words(argv, argv + argc);
+    std::vector<std::string> words = quillmarsh::host::system::GetArguments(argc, argv);
     if (words.empty())
         words.emplace_back("quillmarsh-host");
     return quillmarsh::host::Main(words);

@@ -7,10 +7,14 @@
 #include <cstddef>
 #include <functional>
 #include <string_view>
+#include <vector>
 
 // linux/ and win32/ implement what is declared here, and the build picks one.
 namespace quillmarsh::host::system
 {
+
+/// The program's name and its arguments, UTF-8 on every system.
+std::vector<string> GetArguments(int count, char **arguments);
 
 /// Prepares the standard streams: bytes go through unchanged, and a reader that goes away is a failed write.
 void PrepareStandardStreams();

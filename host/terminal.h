@@ -18,7 +18,8 @@ namespace quillmarsh::host
 /// Lines are handed to the frame thread one at a time; the prompt comes back when a line is done. While it lives it
 /// presents the library's dialogs.
 ///
-/// On Windows the system edits the lines; text that comes while one is being typed shows at once.
+/// On Windows the system edits the lines: text that comes while one is being typed shows at once, an answer to a dialog
+/// wants Enter, and the second interrupt in a row ends the program, whatever has been typed.
 class Terminal : public LineSource, public TextOutput, private platform::DialogPresenter, NoCopy
 {
 public:

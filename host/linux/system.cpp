@@ -21,6 +21,11 @@
 namespace quillmarsh::host::system
 {
 
+std::vector<string> GetArguments(int count, char **arguments)
+{
+    return {arguments, arguments + count};
+}
+
 void PrepareStandardStreams()
 {
     std::signal(SIGPIPE, SIG_IGN);

@@ -1,22 +1,84 @@
 #include "../system.h"
 
+#include <quillmarsh/basetools/texttools.h>
+
+#include <algorithm>
 #include <atomic>
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
+#include <filesystem>
 #include <fstream>
 
 #include <fcntl.h>
 #include <io.h>
 #include <windows.h>
 
+#include <shellapi.h>
+
 namespace quillmarsh::host::system
 {
+
+namespace
+{
+
+string FromSystem(wchar_t const *text)
+{
+    string converted;
+    UnicodeToAscii(reinterpret_cast<unsigned short const *>(text), converted);
+    return converted;
+}
+
+std::filesystem::path MakePath(string const &name)
+{
+    return std::u8string(name.begin(), name.end());
+}
+
+/// The run-time library takes every device for a terminal, the one for nothing too.
+bool IsConsole(DWORD stream)
+{
+    DWORD mode = 0;
+    return GetConsoleMode(GetStdHandle(stream), &mode) != 0;
+}
+
+/// The run-time library would hand a console byte after byte, and so cut characters. False when the text is not UTF-8.
+bool WriteConsoleText(std::string_view text)
+{
+    // Old systems take no more than this at once, and a bit less.
+    constexpr std::size_t most = 16000;
+    wstring wide;
+    if (!AsciiToUnicode(string(text), wide))
+        return false;
+    DWORD written = 0;
+    for (std::size_t begin = 0; begin < wide.size(); begin += written)
+    {
+        auto const size = static_cast<DWORD>(std::min(most, wide.size() - begin));
+        if (!WriteConsoleW(GetStdHandle(STD_OUTPUT_HANDLE), wide.data() + begin, size, &written, nullptr) ||
+            written == 0)
+            return false;
+    }
+    return true;
+}
+
+} // namespace
+
+std::vector<string> GetArguments(int, char **)
+{
+    // What main is given stands in the code page of the system.
+    std::vector<string> words;
+    int count = 0;
+    wchar_t **const arguments = CommandLineToArgvW(GetCommandLineW(), &count);
+    for (int i = 0; arguments != nullptr && i < count; ++i)
+        words.push_back(FromSystem(arguments[i]));
+    LocalFree(arguments);
+    return words;
+}
 
 void PrepareStandardStreams()
 {
     _setmode(_fileno(stdin), _O_BINARY);
     _setmode(_fileno(stdout), _O_BINARY);
+    _setmode(_fileno(stderr), _O_BINARY);
     // Text is UTF-8, and colours are escape sequences.
     SetConsoleOutputCP(CP_UTF8);
     HANDLE const output = GetStdHandle(STD_OUTPUT_HANDLE);
@@ -27,21 +89,23 @@ void PrepareStandardStreams()
 
 bool IsInputTerminal()
 {
-    return _isatty(_fileno(stdin)) != 0;
+    return IsConsole(STD_INPUT_HANDLE);
 }
 
 bool IsOutputTerminal()
 {
-    return _isatty(_fileno(stdout)) != 0;
+    return IsConsole(STD_OUTPUT_HANDLE);
 }
 
 bool IsErrorTerminal()
 {
-    return _isatty(_fileno(stderr)) != 0;
+    return IsConsole(STD_ERROR_HANDLE);
 }
 
 bool WriteStandardOutput(std::string_view text, string &error)
 {
+    if (IsOutputTerminal() && WriteConsoleText(text))
+        return true;
     if (std::fwrite(text.data(), 1, text.size(), stdout) == text.size() && std::fflush(stdout) == 0)
         return true;
     error = GetLastFileError();
@@ -50,9 +114,10 @@ bool WriteStandardOutput(std::string_view text, string &error)
 
 string GetProgramFile(string const &invokedName)
 {
-    char name[MAX_PATH];
-    DWORD const length = GetModuleFileNameA(nullptr, name, sizeof(name));
-    return length > 0 && length < sizeof(name) ? string(name, length) : invokedName;
+    // The longest name that the system knows; a shorter buffer cuts it off.
+    std::vector<wchar_t> name(32768);
+    DWORD const length = GetModuleFileNameW(nullptr, name.data(), static_cast<DWORD>(name.size()));
+    return length > 0 && length < name.size() ? FromSystem(name.data()) : invokedName;
 }
 
 char const *GetPluginExtension()
@@ -62,7 +127,7 @@ char const *GetPluginExtension()
 
 bool IsLibraryFile(string const &fileName)
 {
-    std::ifstream file(fileName, std::ios::binary);
+    std::ifstream file(MakePath(fileName), std::ios::binary);
     char head[2] = {};
     file.read(head, sizeof(head));
     return std::memcmp(head, "MZ", sizeof(head)) == 0;
@@ -134,7 +199,7 @@ private:
 
 AutoPtr<Input> Input::Open(string const &name, string &error)
 {
-    std::FILE *const file = name == "-" ? stdin : std::fopen(name.c_str(), "rb");
+    std::FILE *const file = name == "-" ? stdin : _wfopen(MakePath(name).c_str(), L"rb");
     if (file != nullptr)
         return std::make_unique<FileInput>(file);
     error = GetLastFileError();

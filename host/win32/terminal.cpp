@@ -2,11 +2,11 @@
 
 #include "../dialogtext.h"
 #include "../system.h"
+#include "consoleinput.h"
 
 #include <algorithm>
 #include <condition_variable>
 #include <deque>
-#include <iostream>
 #include <mutex>
 #include <thread>
 
@@ -61,10 +61,8 @@ void Terminal::State::Run(std::shared_ptr<State> const &state)
             state->ShowPrompt();
         }
         string line;
-        if (!std::getline(std::cin, line))
+        if (!ReadConsoleLine(line))
             break;
-        if (line.ends_with('\r'))
-            line.pop_back();
         state->Accept(line);
     }
     std::lock_guard const lock(state->mutex);
@@ -131,7 +129,10 @@ void Terminal::OnInterrupt()
     if (++state_->numInterrupts >= 2)
         state_->client.onExit();
     else if (state_->mayEdit)
+    {
+        state_->Put("Interrupt again to exit.\n");
         state_->ShowPrompt();
+    }
 }
 
 void Terminal::OnResize() {}
@@ -189,9 +190,9 @@ platform::eDialogAnswer Terminal::Present(platform::DialogRequest const &request
     {
         lock.unlock();
         string line;
-        while (std::getline(std::cin, line))
+        while (ReadConsoleLine(line))
         {
-            if (auto const found = FindDialogAnswer(request, line.empty() || line == "\r" ? '\n' : line.front()))
+            if (auto const found = FindDialogAnswer(request, line.empty() ? '\n' : line.front()))
                 return *found;
         }
         return request.defaultAnswer;
