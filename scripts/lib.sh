@@ -3,6 +3,8 @@
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 cd "$root"
 jobs=${QUILLMARSH_JOBS:-$(nproc)}
+# The compiler cache takes precompiled headers for what they are made of.
+export CCACHE_SLOPPINESS=${CCACHE_SLOPPINESS:-pch_defines,time_macros}
 
 say() { printf '%s\n' "$*" >&2; }
 die() { say "$*"; exit 1; }

@@ -1,0 +1,57 @@
+# Steps of the scripts for Windows programs, behind lib.sh: their builds, and Wine, which runs them.
+
+# use_wine PRESET: a Wine folder of its own in build/, made once, and without a word about what a test does not need.
+use_wine() {
+  export WINEPREFIX=$root/build/wine-$1 WINEDEBUG=-all WINEDLLOVERRIDES='mscoree,mshtml,winemenubuilder.exe='
+  [ "$1" = win64 ] || export WINEARCH=win32
+  [ ! -f "$WINEPREFIX/system.reg" ] || return 0
+  say "Setting up Wine for $1."
+  mkdir -p "$WINEPREFIX"
+  local log=$WINEPREFIX/setup.log
+  # A program that crashes ends at once, and shows no window.
+  if ! { wineboot -i && wineserver -w &&
+    wine reg add 'HKCU\Software\Wine\WineDbg' /v ShowCrashDialog /t REG_DWORD /d 0 /f; } >"$log" 2>&1 </dev/null; then
+    cat "$log" >&2
+    rm -rf "$WINEPREFIX"
+    die "Wine could not be set up."
+  fi
+}
+
+# Whether the kernel starts 32-bit programs, by the smallest one that there is.
+starts_32bit_programs() {
+  local program=build/starts-32bit
+  printf '.globl _start\n_start:\n movl $1, %%eax\n xorl %%ebx, %%ebx\n int $0x80\n' | as --32 -o $program.o - &&
+    ld -m elf_i386 -o $program $program.o && $program
+} 2>/dev/null
+
+# Brings the 32-bit Wine where it is not there. Its packages may not fit beside newer ones of the machine, and leave no
+# trace then.
+install_wine32() {
+  [ "$(dpkg-query -W -f='${db:Status-Status}' wine32 2>/dev/null)" != installed ] || return 0
+  local sudo= added=
+  [ "$(id -u)" = 0 ] || sudo=sudo
+  dpkg --print-foreign-architectures | grep -qx i386 || { $sudo dpkg --add-architecture i386 && added=yes; }
+  if $sudo apt-get update &&
+    $sudo env DEBIAN_FRONTEND=noninteractive apt-get install -y --no-install-recommends wine32:i386; then
+    return 0
+  fi
+  [ -z "$added" ] || { $sudo dpkg --remove-architecture i386 && $sudo apt-get update; }
+  return 1
+} >/dev/null 2>&1 </dev/null
+
+# test_windows [CTEST ARGUMENT...]: builds for both targets, and runs the tests of each where the machine can.
+test_windows() {
+  install_packages base windows
+  build win64
+  build win32
+  say "Running the tests of the 64-bit build."
+  (use_wine win64 && run_tests win64 "$@")
+  if ! starts_32bit_programs; then
+    say "The tests of the 32-bit build were built and not run: the kernel of this machine starts no 32-bit programs."
+  elif say "Looking for the 32-bit Wine." && ! install_wine32; then
+    say "The tests of the 32-bit build were built and not run: the 32-bit Wine cannot be installed here."
+  else
+    say "Running the tests of the 32-bit build."
+    (use_wine win32 && run_tests win32 "$@")
+  fi
+}
