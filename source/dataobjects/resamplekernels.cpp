@@ -26,16 +26,14 @@ namespace
 #if HWY_TARGET == HWY_SCALAR || HWY_TARGET == HWY_EMU128
 
 // Without vectors the plain loops do it all.
-GatherShape ShapeFor(unsigned int)
+GatherKernel FindGather(unsigned int, bool)
 {
-    return {0, 0};
+    return {};
 }
 
-void Gather(GatherJob const &) {}
-
-bool Blend(BlendJob const &)
+BlendKernel FindBlend(eSampleElement, unsigned int, bool)
 {
-    return false;
+    return {};
 }
 
 #else
@@ -48,20 +46,6 @@ using VFloat = hn::Vec<decltype(s_dFloat)>;
 
 /// @name Picking
 /// @{
-GatherShape ShapeFor(unsigned int sampleSize)
-{
-    switch (sampleSize)
-    {
-    case 1:
-    case 2:
-        return {8 / sampleSize, 16 / sampleSize};
-    case 4:
-        return {static_cast<unsigned int>(hn::Lanes(s_d32) / 2), static_cast<unsigned int>(hn::Lanes(s_d32))};
-    default:
-        return {0, 0};
-    }
-}
-
 /// Windows of 16 bytes.
 struct GatherBytes
 {
@@ -115,23 +99,27 @@ HWY_ATTR void GatherBlocks(GatherJob const &job)
     Kernel::template Run<both>(job.src + *window * sampleSize, control, job.tap0 + at, both ? job.tap1 + at : nullptr);
 }
 
-template<bool both>
-HWY_ATTR void GatherOf(GatherJob const &job)
+template<typename Kernel, std::size_t sampleSize>
+GatherKernel FindGatherOf(bool wantsBoth)
 {
-    if (job.sampleSize == 4)
-        GatherBlocks<GatherWords, 4, both>(job);
-    else if (job.sampleSize == 2)
-        GatherBlocks<GatherBytes, 2, both>(job);
-    else
-        GatherBlocks<GatherBytes, 1, both>(job);
+    auto const window = static_cast<unsigned int>(Kernel::ControlSize() / sampleSize);
+    return {window / 2, window,
+            wantsBoth ? GatherBlocks<Kernel, sampleSize, true> : GatherBlocks<Kernel, sampleSize, false>};
 }
 
-void Gather(GatherJob const &job)
+GatherKernel FindGather(unsigned int sampleSize, bool wantsBoth)
 {
-    if (job.tap1)
-        GatherOf<true>(job);
-    else
-        GatherOf<false>(job);
+    switch (sampleSize)
+    {
+    case 1:
+        return FindGatherOf<GatherBytes, 1>(wantsBoth);
+    case 2:
+        return FindGatherOf<GatherBytes, 2>(wantsBoth);
+    case 4:
+        return FindGatherOf<GatherWords, 4>(wantsBoth);
+    default:
+        return {};
+    }
 }
 /// @}
 
@@ -279,9 +267,8 @@ HWY_ATTR void BlendAll(BlendJob const &given)
     // A copy of its own, which the stores can't change.
     BlendJob const job = given;
     std::size_t const step = hn::Lanes(s_dFloat);
-    std::size_t const aheadStep = job.aheadSize * step / job.count;
     std::size_t ahead = 0;
-    for (std::size_t i = 0; i + step < job.count; i += step, ahead += aheadStep)
+    for (std::size_t i = 0; i + step < job.count; i += step, ahead += job.aheadStep)
     {
         hwy::Prefetch(job.ahead0 + ahead);
         hwy::Prefetch(job.ahead1 + ahead);
@@ -292,45 +279,33 @@ HWY_ATTR void BlendAll(BlendJob const &given)
 }
 
 template<typename Element, unsigned int numRows>
-HWY_ATTR void BlendRows(BlendJob const &job)
+BlendKernel FindBlendOf(bool isMasked)
 {
-    if (job.mask)
-        BlendAll<Element, numRows, true>(job);
-    else
-        BlendAll<Element, numRows, false>(job);
+    return {hn::Lanes(s_dFloat), isMasked ? BlendAll<Element, numRows, true> : BlendAll<Element, numRows, false>};
 }
 
 template<typename Element>
-HWY_ATTR void BlendElements(BlendJob const &job)
+BlendKernel FindBlendOf(unsigned int numRows, bool isMasked)
 {
-    if (job.numRows == 1)
-        BlendRows<Element, 1>(job);
-    else if (job.numRows == 2)
-        BlendRows<Element, 2>(job);
-    else
-        BlendRows<Element, 4>(job);
+    return numRows == 1   ? FindBlendOf<Element, 1>(isMasked)
+           : numRows == 2 ? FindBlendOf<Element, 2>(isMasked)
+                          : FindBlendOf<Element, 4>(isMasked);
 }
 
-bool Blend(BlendJob const &job)
+BlendKernel FindBlend(eSampleElement element, unsigned int numRows, bool isMasked)
 {
-    if (job.count < hn::Lanes(s_dFloat))
-        return false;
-    switch (job.element)
+    switch (element)
     {
     case eSampleElement::e_byte:
-        BlendElements<ByteElement>(job);
-        break;
+        return FindBlendOf<ByteElement>(numRows, isMasked);
     case eSampleElement::e_float:
-        BlendElements<FloatElement>(job);
-        break;
+        return FindBlendOf<FloatElement>(numRows, isMasked);
     case eSampleElement::e_word4444:
-        BlendElements<Word4444Element>(job);
-        break;
+        return FindBlendOf<Word4444Element>(numRows, isMasked);
     case eSampleElement::e_word1555:
-        BlendElements<Word1555Element>(job);
-        break;
+        return FindBlendOf<Word1555Element>(numRows, isMasked);
     }
-    return true;
+    return {};
 }
 /// @}
 
@@ -347,25 +322,19 @@ namespace quillmarsh
 namespace
 {
 
-HWY_EXPORT(ShapeFor);
-HWY_EXPORT(Gather);
-HWY_EXPORT(Blend);
+HWY_EXPORT(FindGather);
+HWY_EXPORT(FindBlend);
 
 } // namespace
 
-GatherShape GetGatherShape(unsigned int sampleSize)
+GatherKernel GetGatherKernel(unsigned int sampleSize, bool wantsBoth)
 {
-    return CanRunKernels() ? HWY_DYNAMIC_DISPATCH(ShapeFor)(sampleSize) : GatherShape{0, 0};
+    return CanRunKernels() ? HWY_DYNAMIC_DISPATCH(FindGather)(sampleSize, wantsBoth) : GatherKernel{};
 }
 
-void RunGatherKernel(GatherJob const &job)
+BlendKernel GetBlendKernel(eSampleElement element, unsigned int numRows, bool isMasked)
 {
-    HWY_DYNAMIC_DISPATCH(Gather)(job);
-}
-
-bool RunBlendKernel(BlendJob const &job)
-{
-    return CanRunKernels() && HWY_DYNAMIC_DISPATCH(Blend)(job);
+    return CanRunKernels() ? HWY_DYNAMIC_DISPATCH(FindBlend)(element, numRows, isMasked) : BlendKernel{};
 }
 
 } // namespace quillmarsh

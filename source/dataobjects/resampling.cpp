@@ -10,51 +10,50 @@ namespace quillmarsh
 namespace
 {
 
-/// Samples that were picked from rows of the source, kept for the rows of the destination that share them.
+/// The rows of the source around a place.
+struct RowTaps
+{
+    unsigned int count;
+    std::size_t rows[BlendJob::s_maxRows];
+    unsigned int slots[BlendJob::s_maxRows]; ///< see PickedRows
+};
+
+/// Samples that were picked from rows of the source, kept for the rows of the destination that share them. The rows
+/// around a place follow each other, and so do the layers: whether these are even or odd gives each a slot of its own.
 class PickedRows
 {
 public:
+    static unsigned int GetSlot(unsigned int layer, unsigned int row) { return (layer & 1) << 1 | (row & 1); }
+
     /// For another run of columns.
     void Forget() { std::fill_n(keys_, s_numSlots, s_noKey); }
 
-    /// Picks what is not there yet of the source rows in `wanted`, and enters their samples into the job.
-    void Fetch(std::size_t const *wanted, ResamplingColumns const &columns, unsigned char const *src,
-               std::size_t rowSize, BlendJob &job)
+    /// Picks what is not there yet of the source rows, and enters their samples into the job.
+    void Fetch(RowTaps const &taps, ResamplingColumns const &columns, unsigned char const *src, std::size_t rowSize,
+               BlendJob &job)
     {
-        for (unsigned int i = 0; i < job.numRows; ++i)
+        for (unsigned int i = 0; i < taps.count; ++i)
         {
-            std::size_t const *slot = std::find(keys_, keys_ + s_numSlots, wanted[i]);
-            if (slot == keys_ + s_numSlots)
-                slot = Pick(FindFree(wanted, job.numRows), wanted[i], columns, src + wanted[i] * rowSize);
-            job.tap0[i] = tap0_[slot - keys_];
-            job.tap1[i] = tap1_[slot - keys_];
+            unsigned int const slot = taps.slots[i];
+            if (keys_[slot] != taps.rows[i])
+            {
+                columns.Gather(src + taps.rows[i] * rowSize, tap0_[slot], tap1_[slot]);
+                keys_[slot] = taps.rows[i];
+            }
+            job.tap0[i] = tap0_[slot];
+            job.tap1[i] = tap1_[slot];
         }
     }
 
 private:
     static constexpr unsigned int s_numSlots = BlendJob::s_maxRows;
     static constexpr std::size_t s_noKey = static_cast<std::size_t>(-1);
-
-    /// There are as many slots as rows are ever wanted at once.
-    std::size_t FindFree(std::size_t const *wanted, unsigned int numWanted) const
-    {
-        std::size_t slot = 0;
-        while (std::find(wanted, wanted + numWanted, keys_[slot]) != wanted + numWanted)
-            ++slot;
-        return slot;
-    }
-
-    std::size_t const *Pick(std::size_t slot, std::size_t key, ResamplingColumns const &columns,
-                            unsigned char const *row)
-    {
-        columns.Gather(row, tap0_[slot], tap1_[slot]);
-        keys_[slot] = key;
-        return keys_ + slot;
-    }
+    // All of these are read side by side: their starts keep away from the same lines of the cache.
+    static constexpr std::size_t s_slotSize = ResamplingColumns::s_maxBytes + ResamplingColumns::s_stagger;
 
     std::size_t keys_[s_numSlots];
-    alignas(64) unsigned char tap0_[s_numSlots][ResamplingColumns::s_maxBytes];
-    alignas(64) unsigned char tap1_[s_numSlots][ResamplingColumns::s_maxBytes];
+    alignas(64) unsigned char tap0_[s_numSlots][s_slotSize];
+    alignas(64) unsigned char tap1_[s_numSlots][s_slotSize];
 };
 
 /// All that a resampling needs besides its samples.
@@ -64,39 +63,32 @@ struct Workspace
     PickedRows rows;
 };
 
-/// The weights of the rows around a place, and where these rows are in the source.
-struct RowTaps
+/// Finds the rows around a place, and sets their weights.
+RowTaps CombineTaps(unsigned int numDimensions, AxisTaps const &layer, AxisTaps const &row, std::size_t numRows,
+                    float *weights)
 {
-    unsigned int count;
-    std::size_t rows[BlendJob::s_maxRows];
-    float weights[BlendJob::s_maxRows];
-};
-
-RowTaps CombineTaps(unsigned int numDimensions, AxisTaps const &layer, AxisTaps const &row, std::size_t numRows)
-{
-    switch (numDimensions)
+    if (numDimensions == 1)
     {
-    case 1:
-        return {1, {0}, {1.0f}};
-    case 2:
-        return {2, {row.first, row.second}, {row.weight0, row.weight1}};
-    default:
-        return {4,
-                {layer.first * numRows + row.first, layer.first * numRows + row.second,
-                 layer.second * numRows + row.first, layer.second * numRows + row.second},
-                {layer.weight0 * row.weight0, layer.weight0 * row.weight1, layer.weight1 * row.weight0,
-                 layer.weight1 * row.weight1}};
+        weights[0] = 1.0f;
+        return {1, {0}, {0}};
     }
-}
-
-/// Names the two rows behind the last that a job needs: they are read next, as a rule.
-void PointAhead(BlendJob &job, ResamplingColumns const &columns, SampleBlock<unsigned char const> const &src,
-                std::size_t row, std::size_t rowSize)
-{
-    std::size_t const lastRow = std::size_t{src.numLayers} * src.numRows - 1;
-    job.ahead0 = columns.GetSource(src.samples + std::min(row + 1, lastRow) * rowSize);
-    job.ahead1 = columns.GetSource(src.samples + std::min(row + 2, lastRow) * rowSize);
-    job.aheadSize = columns.GetSourceSize();
+    unsigned int const slot0 = PickedRows::GetSlot(0, row.first), slot1 = PickedRows::GetSlot(0, row.second);
+    if (numDimensions == 2)
+    {
+        weights[0] = row.weight0;
+        weights[1] = row.weight1;
+        return {2, {row.first, row.second}, {slot0, slot1}};
+    }
+    weights[0] = layer.weight0 * row.weight0;
+    weights[1] = layer.weight0 * row.weight1;
+    weights[2] = layer.weight1 * row.weight0;
+    weights[3] = layer.weight1 * row.weight1;
+    std::size_t const start0 = layer.first * numRows, start1 = layer.second * numRows;
+    unsigned int const layerSlot0 = PickedRows::GetSlot(layer.first, 0);
+    unsigned int const layerSlot1 = PickedRows::GetSlot(layer.second, 0);
+    return {4,
+            {start0 + row.first, start0 + row.second, start1 + row.first, start1 + row.second},
+            {layerSlot0 | slot0, layerSlot0 | slot1, layerSlot1 | slot0, layerSlot1 | slot1}};
 }
 
 /// Does all rows of one run of columns, which starts at `dst`.
@@ -105,6 +97,9 @@ void BlendRun(Workspace &work, unsigned char *dst, SampleBlock<unsigned char> co
 {
     std::size_t const dstRowSize = std::size_t{dstShape.numColumns} * sampleSize;
     std::size_t const srcRowSize = std::size_t{src.numColumns} * sampleSize;
+    std::size_t const lastRow = std::size_t{src.numLayers} * src.numRows - 1;
+    unsigned char const *const srcStart = src.samples + work.columns.GetSourceStart();
+    BlendJob job = work.columns.MakeJob();
     work.rows.Forget();
     AxisWalk layers(dstShape.numLayers, src.numLayers);
     for (unsigned int layer = 0; layer < dstShape.numLayers; ++layer)
@@ -113,13 +108,13 @@ void BlendRun(Workspace &work, unsigned char *dst, SampleBlock<unsigned char> co
         AxisWalk rows(dstShape.numRows, src.numRows);
         for (unsigned int row = 0; row < dstShape.numRows; ++row, dst += dstRowSize)
         {
-            RowTaps const taps = CombineTaps(numDimensions, layerTaps, rows.NextLinear(), src.numRows);
-            BlendJob job;
-            job.numRows = taps.count;
+            RowTaps const taps = CombineTaps(numDimensions, layerTaps, rows.NextLinear(), src.numRows, job.rowWeights);
             job.dst = dst;
-            std::copy_n(taps.weights, taps.count, job.rowWeights);
-            work.rows.Fetch(taps.rows, work.columns, src.samples, srcRowSize, job);
-            PointAhead(job, work.columns, src, taps.rows[taps.count - 1], srcRowSize);
+            work.rows.Fetch(taps, work.columns, src.samples, srcRowSize, job);
+            // The two rows behind the last one are read next, as a rule.
+            std::size_t const last = taps.rows[taps.count - 1];
+            job.ahead0 = srcStart + std::min(last + 1, lastRow) * srcRowSize;
+            job.ahead1 = srcStart + std::min(last + 2, lastRow) * srcRowSize;
             work.columns.Blend(job);
         }
     }
@@ -186,7 +181,7 @@ void ResampleLinear(SampleBlock<unsigned char> const &dst, SampleBlock<unsigned 
     ForEachRun(
         dst, src.numColumns, part.sampleSize,
         [&](AxisWalk &walk, unsigned int numColumns)
-        { work->columns.SetLinear(walk, numColumns, src.numColumns, part); },
+        { work->columns.SetLinear(walk, numColumns, src.numColumns, part, 1u << (numDimensions - 1)); },
         [&](unsigned char *start) { BlendRun(*work, start, dst, src, part.sampleSize, numDimensions); });
 }
 

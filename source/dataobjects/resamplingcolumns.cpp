@@ -59,17 +59,17 @@ Taps<T, 2 * numRows> TapsOf(BlendJob const &job, AxisTaps const &column, std::si
 }
 
 template<unsigned int numRows>
-void BlendColumn(BlendJob const &job, AxisTaps const &column, std::size_t at, unsigned int numElements)
+void BlendColumn(BlendJob const &job, AxisTaps const &column, std::size_t at, SamplePart const &part)
 {
     using namespace sample_formats;
     unsigned char *const dst = job.dst + at;
-    switch (job.element)
+    switch (part.element)
     {
     case eSampleElement::e_byte:
-        return sample_processors::InterpolateComponents(dst, numElements,
+        return sample_processors::InterpolateComponents(dst, part.numElements,
                                                         TapsOf<unsigned char, numRows>(job, column, at));
     case eSampleElement::e_float:
-        return sample_processors::InterpolateComponents(reinterpret_cast<float *>(dst), numElements,
+        return sample_processors::InterpolateComponents(reinterpret_cast<float *>(dst), part.numElements,
                                                         TapsOf<float, numRows>(job, column, at));
     case eSampleElement::e_word4444:
         return sample_processors::InterpolatePacked<PackedSample_UShort4444>(
@@ -102,46 +102,46 @@ void ResamplingColumns::SetNearest(AxisWalk &walk, unsigned int numColumns, unsi
     part_ = {sampleSize, eSampleElement::e_byte, 0, sampleSize};
     for (unsigned int i = 0; i < numColumns; ++i)
         taps_[i].first = taps_[i].second = walk.NextNearest();
-    SetBlocks(srcColumns);
+    SetBlocks(srcColumns, false);
 }
 
 void ResamplingColumns::SetLinear(AxisWalk &walk, unsigned int numColumns, unsigned int srcColumns,
-                                  SamplePart const &part)
+                                  SamplePart const &part, unsigned int numRows)
 {
     numColumns_ = numColumns;
+    numRows_ = numRows;
     part_ = part;
     for (unsigned int i = 0; i < numColumns; ++i)
         taps_[i] = walk.NextLinear();
-    SetBlocks(srcColumns);
+    SetBlocks(srcColumns, true);
     SetElements();
-    SetMask();
 }
 
-void ResamplingColumns::SetBlocks(unsigned int srcColumns)
+void ResamplingColumns::SetBlocks(unsigned int srcColumns, bool wantsBoth)
 {
-    shape_ = GetGatherShape(part_.sampleSize);
-    bool fits = shape_.blockColumns != 0 && shape_.blockColumns <= numColumns_ && shape_.windowSamples <= srcColumns;
-    unsigned int const controlSize = 2 * shape_.blockColumns * part_.sampleSize;
-    for (unsigned int block = 0; fits && block * shape_.blockColumns < numColumns_; ++block)
+    gather_ = GetGatherKernel(part_.sampleSize, wantsBoth);
+    bool fits = gather_.run && gather_.blockColumns <= numColumns_ && gather_.windowSamples <= srcColumns;
+    unsigned int const controlSize = 2 * gather_.blockColumns * part_.sampleSize;
+    for (unsigned int block = 0; fits && block * gather_.blockColumns < numColumns_; ++block)
     {
-        unsigned int const column = std::min(block * shape_.blockColumns, numColumns_ - shape_.blockColumns);
+        unsigned int const column = std::min(block * gather_.blockColumns, numColumns_ - gather_.blockColumns);
         fits = SetBlock(column, srcColumns, windows_[block], controls_ + block * controlSize);
     }
     if (!fits)
-        shape_ = {};
+        gather_ = {};
 }
 
 bool ResamplingColumns::SetBlock(unsigned int column, unsigned int srcColumns, std::uint32_t &window,
                                  unsigned char *control) const
 {
     AxisTaps const *const taps = taps_ + column;
-    window = std::min(taps[0].first, srcColumns - shape_.windowSamples);
-    if (taps[shape_.blockColumns - 1].second - window >= shape_.windowSamples)
+    window = std::min(taps[0].first, srcColumns - gather_.windowSamples);
+    if (taps[gather_.blockColumns - 1].second - window >= gather_.windowSamples)
         return false;
-    for (unsigned int i = 0; i < 2 * shape_.blockColumns; ++i)
+    for (unsigned int i = 0; i < 2 * gather_.blockColumns; ++i)
     {
         unsigned int const index =
-            (i < shape_.blockColumns ? taps[i].first : taps[i - shape_.blockColumns].second) - window;
+            (i < gather_.blockColumns ? taps[i].first : taps[i - gather_.blockColumns].second) - window;
         unsigned char *const at = control + i * part_.sampleSize;
         if (part_.sampleSize == sizeof index)
             std::memcpy(at, &index, sizeof index);
@@ -157,31 +157,37 @@ bool ResamplingColumns::SetBlock(unsigned int column, unsigned int srcColumns, s
 void ResamplingColumns::SetElements()
 {
     unsigned int const elementSize = ElementSize(part_.element);
-    columnElements_ = part_.sampleSize % elementSize == 0 ? part_.sampleSize / elementSize : 0;
+    bool const isMasked = part_.numElements * elementSize != part_.sampleSize;
+    blend_ = GetBlendKernel(part_.element, numRows_, isMasked);
+    unsigned int const columnElements = part_.sampleSize / elementSize;
+    numElements_ = std::size_t{numColumns_} * columnElements;
+    if (part_.sampleSize % elementSize != 0 || numElements_ < blend_.lanes)
+        blend_ = {};
+    if (!blend_.run)
+        return;
+
     float *to0 = weights0_, *to1 = weights1_;
     for (unsigned int i = 0; i < numColumns_; ++i)
     {
-        to0 = std::fill_n(to0, columnElements_, taps_[i].weight0);
-        to1 = std::fill_n(to1, columnElements_, taps_[i].weight1);
+        to0 = std::fill_n(to0, columnElements, taps_[i].weight0);
+        to1 = std::fill_n(to1, columnElements, taps_[i].weight1);
     }
+    if (isMasked)
+        SetMask();
 }
 
 void ResamplingColumns::SetMask()
 {
-    unsigned int const partSize = part_.numElements * ElementSize(part_.element);
-    isMasked_ = partSize != part_.sampleSize;
-    if (!isMasked_)
-        return;
     std::memset(mask_, 0, GetByteSize());
     for (unsigned int i = 0; i < numColumns_; ++i)
-        std::memset(mask_ + i * part_.sampleSize + part_.offset, 0xFF, partSize);
+        std::memset(mask_ + i * part_.sampleSize + part_.offset, 0xFF, part_.numElements * ElementSize(part_.element));
 }
 
 void ResamplingColumns::Gather(unsigned char const *src, unsigned char *tap0, unsigned char *tap1) const
 {
-    if (shape_.blockColumns != 0)
+    if (gather_.run)
     {
-        RunGatherKernel({part_.sampleSize, numColumns_, windows_, controls_, src, tap0, tap1});
+        gather_.run({numColumns_, windows_, controls_, src, tap0, tap1});
         return;
     }
     PickOneByOne(tap0, src, taps_, &AxisTaps::first, numColumns_, part_.sampleSize);
@@ -189,19 +195,26 @@ void ResamplingColumns::Gather(unsigned char const *src, unsigned char *tap0, un
         PickOneByOne(tap1, src, taps_, &AxisTaps::second, numColumns_, part_.sampleSize);
 }
 
-void ResamplingColumns::Blend(BlendJob job) const
+BlendJob ResamplingColumns::MakeJob() const
 {
-    job.element = part_.element;
+    BlendJob job{};
     job.weights0 = weights0_;
     job.weights1 = weights1_;
-    job.mask = isMasked_ ? mask_ : nullptr;
-    job.count = std::size_t{numColumns_} * columnElements_;
-    if (RunBlendKernel(job))
-        return;
+    job.mask = mask_;
+    job.count = numElements_;
+    std::size_t const sourceEnd = (std::size_t{taps_[numColumns_ - 1].second} + 1) * part_.sampleSize;
+    if (blend_.run)
+        job.aheadStep = (sourceEnd - GetSourceStart()) * blend_.lanes / numElements_;
+    return job;
+}
 
-    auto *const blendColumn = job.numRows == 1 ? BlendColumn<1> : job.numRows == 2 ? BlendColumn<2> : BlendColumn<4>;
+void ResamplingColumns::Blend(BlendJob const &job) const
+{
+    if (blend_.run)
+        return blend_.run(job);
+    auto *const blendColumn = numRows_ == 1 ? BlendColumn<1> : numRows_ == 2 ? BlendColumn<2> : BlendColumn<4>;
     for (unsigned int i = 0; i < numColumns_; ++i)
-        blendColumn(job, taps_[i], std::size_t{i} * part_.sampleSize + part_.offset, part_.numElements);
+        blendColumn(job, taps_[i], std::size_t{i} * part_.sampleSize + part_.offset, part_);
 }
 
 } // namespace quillmarsh
