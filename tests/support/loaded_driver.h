@@ -1,0 +1,76 @@
+// A driver of devices from its library, with the first devices that it finds.
+#ifndef QUILLMARSH_TESTS_SUPPORT_LOADED_DRIVER_H
+#define QUILLMARSH_TESTS_SUPPORT_LOADED_DRIVER_H
+
+#include <pluginlibraryfile.h>
+
+#include <quillmarsh/basetools/namedparameter.h>
+#include <quillmarsh/devices/orientationtracker.h>
+#include <quillmarsh/devices/positiontracker.h>
+#include <quillmarsh/framework/directinputconfig.h>
+#include <quillmarsh/framework/hiddriver.h>
+#include <quillmarsh/framework/humaninterfacedevice.h>
+
+#include "tests/support/test_kernel.h"
+
+#include <gtest/gtest.h>
+
+namespace quillmarsh::tests
+{
+
+class LoadedDriver
+{
+public:
+    explicit LoadedDriver(char const *fileName) : library(fileName) {}
+    ~LoadedDriver() { Close(); }
+
+    /// Opens the driver anew, and all that it finds.
+    void Open()
+    {
+        Close();
+        driver.OpenDriver(DirectInputConfig(), 0);
+        unsigned int const count = driver.EnumerateDevices();
+        for (unsigned int index = 0; index < count; ++index)
+        {
+            devices.emplace_back(driver.CreateDevice(index));
+            devices.back()->ConnectDevice(nullptr);
+        }
+        EXPECT_EQ(driver.CreateDevice(count), nullptr);
+    }
+    void Close()
+    {
+        for (AutoPtr<HumanInterfaceDevice> &device : devices)
+            device->DisconnectDevice();
+        devices.clear();
+        driver.CloseDriver();
+    }
+
+    TestKernel kernel;
+    host::PluginLibraryFile library;
+    AutoPtr<Plugin> plugin{library.GetDescriptors().at(0)->CreateAndSetupPlugin()};
+    HIDDriver0 &driver = dynamic_cast<HIDDriver0 &>(*plugin);
+    std::vector<AutoPtr<HumanInterfaceDevice>> devices;
+};
+
+inline OrientationTracker &GetOrientationTracker(HumanInterfaceDevice &device)
+{
+    return dynamic_cast<OrientationTracker &>(*device.FindController("OrientationTracker"));
+}
+
+inline PositionTracker &GetPositionTracker(HumanInterfaceDevice &device)
+{
+    return dynamic_cast<PositionTracker &>(*device.FindController("PositionTracker"));
+}
+
+/// The axes that a sample shows, as the columns of a matrix. The third is where the head looks, the second its top.
+inline mat3 SampleAxes(HumanInterfaceDevice &device)
+{
+    device.SampleDevice();
+    mat3 axes;
+    GetOrientationTracker(device).GetOrientation(axes.Row0(), axes.Row1(), axes.Row2());
+    return axes.Transposed();
+}
+
+} // namespace quillmarsh::tests
+
+#endif
