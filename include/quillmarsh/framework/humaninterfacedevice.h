@@ -80,8 +80,8 @@ public:
     /// and HIDController::PostSampleUpdate(). Runs under the lock on the sampling thread, or on the reading thread when
     /// there is none; readers call it through a SampleReadSentry. Allocates nothing.
     ///
-    /// A device that has vanished throws HIDException. The sampling thread then writes that to the log, clears all
-    /// readings and samples no more until it is stopped and started again.
+    /// A device that has vanished reads as at rest, when its driver tells of that, or throws HIDException. The sampling
+    /// thread then writes that to the log, clears all readings and samples no more until it is stopped and started again.
     virtual void SampleDevice() = 0;
 
     /// First controller with the interface name, letter by letter; null without one.
