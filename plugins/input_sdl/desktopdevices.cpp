@@ -1,0 +1,121 @@
+#include "desktopdevices.h"
+
+#include <algorithm>
+
+namespace input_sdl
+{
+
+using namespace quillmarsh;
+
+namespace
+{
+
+/// The whole pixels of a movement; the rest stays for the next one.
+int TakeWhole(float movement, float &rest)
+{
+    constexpr float limit = 1e9f;
+    float const sum = std::clamp(movement + rest, -limit, limit);
+    int const whole = static_cast<int>(sum);
+    rest = sum - static_cast<float>(whole);
+    return whole;
+}
+
+} // namespace
+
+DesktopKeyboard::DesktopKeyboard(HumanInterfaceDevice &device, Desktop &desktop, InputSystem &system)
+    : Keyboard(true),
+      desktop_(desktop),
+      system_(system)
+{
+    SetParentHID(device);
+}
+
+bool DesktopKeyboard::MapKeyToCharacter(eKey key, char &character)
+{
+    if (key >= e_key_none)
+        return false;
+    bool const isShiftDown = KeyPressed(e_key_l_shift) != 0 || KeyPressed(e_key_r_shift) != 0;
+    bool const isControlDown = KeyPressed(e_key_l_control) != 0 || KeyPressed(e_key_r_control) != 0;
+    KeyModifiers const modifiers = {isShiftDown, isControlDown, KeyPressed(e_key_r_alt) != 0, isCapsLockOn_,
+                                    isNumLockOn_};
+    return system_.MapKeyToCharacter(key, modifiers, character);
+}
+
+void DesktopKeyboard::Sample()
+{
+    KeySample sample;
+    desktop_.TakeKeys(sample);
+    isCapsLockOn_ = sample.isCapsLockOn;
+    isNumLockOn_ = sample.isNumLockOn;
+    PreSampleUpdate();
+    for (unsigned int key = 0; key < e_key_none; ++key)
+    {
+        if (sample.keys[key])
+            SetKeyPressed(static_cast<eKey>(key));
+    }
+    PostSampleUpdate();
+}
+
+DesktopMouse::DesktopMouse(HumanInterfaceDevice &device, Desktop &desktop, InputSystem &)
+    : Mouse(true),
+      desktop_(desktop)
+{
+    SetParentHID(device);
+    SetCanDisplaySystemCursor(true);
+    SetCanSyncWithSystemCursor(true);
+}
+
+void DesktopMouse::OnRelativeModeChanged()
+{
+    isRelative_ = IsActiveRelativeMode();
+    UpdateCursor(false);
+}
+
+void DesktopMouse::OnSyncWithSystemCursorChanged()
+{
+    bool const isSynced = IsActiveSyncWithSystemCursor();
+    bool const begins = isSynced && !isSynced_.exchange(isSynced);
+    isSynced_ = isSynced;
+    UpdateCursor(begins && !isRelative_);
+}
+
+void DesktopMouse::UpdateCursor(bool mustMove)
+{
+    desktop_.Wish({isRelative_ || !isSynced_, mustMove, ownX_, ownY_});
+}
+
+void DesktopMouse::Sample()
+{
+    PointerSample sample;
+    desktop_.TakePointer(sample);
+    bool const isRelative = isRelative_;
+    PreSampleUpdate();
+    float moveX = 0;
+    float moveY = 0;
+    if (isRelative)
+        ApplyRelativeModeModifiers(sample.moveX, sample.moveY, moveX, moveY);
+    else
+        ApplyAbsoluteModeModifiers(sample.moveX, sample.moveY, moveX, moveY);
+    int const wholeX = TakeWhole(moveX, restX_);
+    int const wholeY = TakeWhole(moveY, restY_);
+    AccumDelta(wholeX, wholeY);
+    AccumWheelDelta(sample.wheel);
+    if (!isRelative)
+        Place(sample, wholeX, wholeY);
+    for (unsigned int button = 0; button <= e_mouse_button_extra3; ++button)
+    {
+        if ((sample.buttons & 1u << button) != 0)
+            SetButtonPressed(static_cast<eMouseButton>(button));
+    }
+    PostSampleUpdate();
+}
+
+void DesktopMouse::Place(PointerSample const &sample, int moveX, int moveY)
+{
+    bool const isSynced = isSynced_;
+    ownX_ = isSynced ? sample.x : std::clamp(ownX_ + moveX, 0, std::max(sample.width - 1, 0));
+    ownY_ = isSynced ? sample.y : std::clamp(ownY_ + moveY, 0, std::max(sample.height - 1, 0));
+    SetPosition(ownX_, ownY_, !isSynced || sample.isInside);
+}
+
+} // namespace input_sdl

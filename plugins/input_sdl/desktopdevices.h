@@ -1,0 +1,92 @@
+// Keyboard and mouse of the window that has the focus, as devices.
+#ifndef QUILLMARSH_PLUGINS_INPUT_SDL_DESKTOPDEVICES_H
+#define QUILLMARSH_PLUGINS_INPUT_SDL_DESKTOPDEVICES_H
+
+#include "inputsystem.h"
+
+#include <quillmarsh/framework/humaninterfacedevice.h>
+
+#include <atomic>
+
+namespace input_sdl
+{
+
+class DesktopKeyboard final : public quillmarsh::Keyboard
+{
+public:
+    DesktopKeyboard(quillmarsh::HumanInterfaceDevice &device, Desktop &desktop, InputSystem &system);
+
+    /// By the keys and locks of the last sample. Frame thread only.
+    bool MapKeyToCharacter(quillmarsh::eKey key, char &character) override;
+    /// The system maps anyway.
+    void OnCharacterMappingChanged() override {}
+    void Sample();
+
+private:
+    Desktop &desktop_;
+    InputSystem &system_;
+    std::atomic<bool> isCapsLockOn_{false};
+    std::atomic<bool> isNumLockOn_{false};
+};
+
+/// In relative mode, and without synchronisation, the system's cursor is hidden and held in the window. Without
+/// synchronisation the mouse has a position of its own, which its modified movements move; when synchronisation begins
+/// again, the system's cursor comes to that position.
+class DesktopMouse final : public quillmarsh::Mouse
+{
+public:
+    DesktopMouse(quillmarsh::HumanInterfaceDevice &device, Desktop &desktop, InputSystem &system);
+
+    void OnRelativeModeChanged() override;
+    void OnSyncWithSystemCursorChanged() override;
+    void Sample();
+
+private:
+    void Place(PointerSample const &sample, int moveX, int moveY);
+    void UpdateCursor(bool mustMove);
+
+    Desktop &desktop_;
+    // What the thread that samples has to know of the modes.
+    std::atomic<bool> isRelative_{false};
+    std::atomic<bool> isSynced_{true};
+    std::atomic<int> ownX_{0};
+    std::atomic<int> ownY_{0};
+    // Parts of a pixel that were not told of yet.
+    float restX_ = 0;
+    float restY_ = 0;
+};
+
+/// A device that has just this controller.
+template<typename Controller>
+class DesktopDevice final : public quillmarsh::HumanInterfaceDevice
+{
+public:
+    DesktopDevice(Desktop &desktop, InputSystem &system, string const &description)
+        : desktop_(desktop),
+          controller_(*this, desktop, system)
+    {
+        DeviceInfo().SetDeviceDescription(description);
+        DeviceInfo().SetModelType(controller_.GetControllerInterfaceName());
+        DeviceInfo().SetHardwarePort("Window");
+    }
+
+    unsigned int GetNumControllers() override { return 1; }
+    quillmarsh::HIDController *GetController(unsigned int index) override
+    {
+        return index == 0 ? &controller_ : nullptr;
+    }
+    void ConnectDevice(HWND) override { desktop_.ForgetThePast(); }
+    void DisconnectDevice() override { desktop_.Wish({}); }
+    void SampleDevice() override { controller_.Sample(); }
+
+protected:
+    void ApplyUseDirectInput(bool) override {}
+
+private:
+    Desktop &desktop_;
+    Controller controller_;
+};
+
+} // namespace input_sdl
+
+#endif

@@ -1,0 +1,61 @@
+// A game controller as a device.
+#ifndef QUILLMARSH_PLUGINS_INPUT_SDL_PADDEVICE_H
+#define QUILLMARSH_PLUGINS_INPUT_SDL_PADDEVICE_H
+
+#include "inputsystem.h"
+
+#include <quillmarsh/framework/humaninterfacedevice.h>
+
+namespace input_sdl
+{
+
+/// Applies dead zones and saturations, which no system does for it.
+class PadController final : public quillmarsh::GameController
+{
+public:
+    PadController(quillmarsh::HumanInterfaceDevice &device, PadDesc const &desc);
+
+    void OnOperationModifiersChanged() override;
+    void Sample(PadReading const &reading);
+
+private:
+    /// Dead zone and saturation; what is between them is drawn out to the whole way.
+    struct Shape
+    {
+        float deadZone = 0;
+        float saturation = 1;
+
+        float Apply(float position) const;
+    };
+
+    quillmarsh::CriticalSection lock_;
+    Shape axisShapes_[s_numAxes];
+    Shape sliderShapes_[s_maxSliders];
+};
+
+/// From when it is unplugged it reads as at rest.
+class PadDevice final : public quillmarsh::HumanInterfaceDevice
+{
+public:
+    explicit PadDevice(quillmarsh::AutoPtr<Pad> pad);
+
+    unsigned int GetNumControllers() override { return 1; }
+    quillmarsh::HIDController *GetController(unsigned int index) override
+    {
+        return index == 0 ? &controller_ : nullptr;
+    }
+    void ConnectDevice(HWND appWindow) override;
+    void DisconnectDevice() override {}
+    void SampleDevice() override;
+
+protected:
+    void ApplyUseDirectInput(bool) override {}
+
+private:
+    quillmarsh::AutoPtr<Pad> const pad_;
+    PadController controller_;
+};
+
+} // namespace input_sdl
+
+#endif

@@ -1,0 +1,18 @@
+// Game controllers, as the multimedia part of Windows has them.
+#ifndef QUILLMARSH_PLUGINS_INPUT_SDL_WIN32_WINPAD_H
+#define QUILLMARSH_PLUGINS_INPUT_SDL_WIN32_WINPAD_H
+
+#include "../inputsystem.h"
+
+namespace input_sdl
+{
+
+/// Those that are plugged in, in ascending order. Takes a while.
+void FindWinPads(std::vector<unsigned int> &ids);
+string GetWinPadName(unsigned int id);
+/// Null when it has been unplugged.
+quillmarsh::AutoPtr<Pad> OpenWinPad(unsigned int id);
+
+} // namespace input_sdl
+
+#endif

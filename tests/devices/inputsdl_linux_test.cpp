@@ -1,0 +1,532 @@
+// The driver of game controllers, keyboard and mouse, loaded as a host does, on virtual hardware.
+#include "tests/support/environment_variable.h"
+#include "tests/support/test_kernel.h"
+#include "tests/support/virtual_display.h"
+#include "tests/support/waiting.h"
+
+#include <quillmarsh/basetools/dynamiclinklibrary.h>
+#include <quillmarsh/basetools/exception.h>
+#include <quillmarsh/devices/gamecontroller.h>
+#include <quillmarsh/devices/keyboard.h>
+#include <quillmarsh/devices/mouse.h>
+#include <quillmarsh/framework/directinputconfig.h>
+#include <quillmarsh/framework/hiddriver.h>
+#include <quillmarsh/framework/humaninterfacedevice.h>
+#include <quillmarsh/framework/plugindescriptors.h>
+#include <quillmarsh/framework/pluginlibrary.h>
+#include <quillmarsh/framework/samplereadsentry.h>
+
+#include <gtest/gtest.h>
+
+#include <SDL.h>
+
+namespace quillmarsh::tests
+{
+namespace
+{
+
+class Library : public DynamicLinkLibrary
+{
+public:
+    Library() : DynamicLinkLibrary(QUILLMARSH_TEST_INPUT_SDL) {}
+    ~Library() override { Unload(); }
+    PluginLibraryEntry entry = nullptr;
+
+protected:
+    void FillImportTable(DLLImportTable &table) override { table.Add(s_szPluginLibraryEntry, &entry); }
+};
+
+/// Opens the driver with the displays that the test names, and makes and connects its devices.
+class InputSdl : public testing::Test
+{
+protected:
+    ~InputSdl() override
+    {
+        Release();
+        driver_.reset();
+    }
+
+    void Open(char const *videoDriver, char const *displayName = nullptr, unsigned int flags = 0)
+    {
+        videoDriver_ = std::make_unique<EnvironmentVariable>("SDL_VIDEODRIVER", videoDriver);
+        display_ = std::make_unique<EnvironmentVariable>("DISPLAY", displayName);
+        wayland_ = std::make_unique<EnvironmentVariable>("WAYLAND_DISPLAY", nullptr);
+        ASSERT_TRUE(library_.Load() && library_.ImportSymbols(nullptr)) << library_.GetLoadError();
+        Plugin *const plugin = library_.entry()->GetDescriptor(0)->CreateAndSetupPlugin();
+        driver_.reset(dynamic_cast<HIDDriver0 *>(plugin));
+        ASSERT_NE(nullptr, driver_);
+        driver_->OpenDriver(DirectInputConfig(), flags);
+        isOpen_ = true;
+        Make();
+    }
+
+    void Make()
+    {
+        devices.clear();
+        for (unsigned int i = 0, count = driver_->EnumerateDevices(); i < count; ++i)
+        {
+            devices.emplace_back(driver_->CreateDevice(i));
+            ASSERT_NE(nullptr, devices.back());
+            devices.back()->ConnectDevice(nullptr);
+        }
+    }
+
+    void Release()
+    {
+        for (auto const &device : devices)
+        {
+            device->StopAsyncSampling();
+            device->DisconnectDevice();
+        }
+        devices.clear();
+        if (isOpen_)
+            driver_->CloseDriver();
+        isOpen_ = false;
+    }
+
+    /// The next frame, as far as devices go.
+    bool Frame()
+    {
+        bool const changed = driver_->PollDeviceChanges();
+        for (auto const &device : devices)
+            SampleReadSentry const sample(*device, true);
+        return changed;
+    }
+
+    template<typename Controller>
+    Controller &Get(unsigned int device)
+    {
+        return dynamic_cast<Controller &>(*devices.at(device)->GetController(0));
+    }
+
+    /// Outlasts the windows on it.
+    AutoPtr<VirtualDisplay> display;
+    TestKernel kernel;
+    std::vector<AutoPtr<HumanInterfaceDevice>> devices;
+
+private:
+    AutoPtr<EnvironmentVariable> videoDriver_;
+    AutoPtr<EnvironmentVariable> display_;
+    AutoPtr<EnvironmentVariable> wayland_;
+    Library library_;
+    AutoPtr<HIDDriver0> driver_;
+    bool isOpen_ = false;
+};
+
+/// Without a display: game controllers only.
+class InputSdlPads : public InputSdl
+{
+protected:
+    InputSdlPads() { Open(nullptr); }
+    ~InputSdlPads() override
+    {
+        while (!plugged_.empty())
+            Unplug();
+        Release();
+    }
+
+    /// The last one plugged in is `pad`.
+    void Plug(SDL_JoystickType type, int numAxes, int numButtons, int numHats)
+    {
+        int const index = SDL_JoystickAttachVirtual(type, numAxes, numButtons, numHats);
+        ASSERT_GE(index, 0) << SDL_GetError();
+        pad = SDL_JoystickOpen(index);
+        plugged_.push_back(pad);
+    }
+    void Unplug()
+    {
+        SDL_JoystickID const id = SDL_JoystickInstanceID(plugged_.back());
+        for (int index = SDL_NumJoysticks() - 1; index >= 0; --index)
+        {
+            if (SDL_JoystickGetDeviceInstanceID(index) == id)
+                SDL_JoystickDetachVirtual(index);
+        }
+        SDL_JoystickClose(plugged_.back());
+        plugged_.pop_back();
+    }
+
+    SDL_Joystick *pad = nullptr;
+
+private:
+    std::vector<SDL_Joystick *> plugged_;
+};
+
+TEST_F(InputSdlPads, ShowTheirHardwareAsItIsWhenNobodyKnowsThem)
+{
+    EXPECT_EQ(0u, devices.size());
+    Plug(SDL_JOYSTICK_TYPE_FLIGHT_STICK, 8, 40, 1);
+    EXPECT_TRUE(Frame());
+    EXPECT_FALSE(Frame());
+    Make();
+    ASSERT_EQ(1u, devices.size());
+    EXPECT_EQ("Flight stick", devices[0]->GetDeviceInfo().GetModelType());
+    auto &controller = Get<GameController>(0);
+    EXPECT_EQ(32u, controller.GetNumButtons());
+    EXPECT_EQ(2u, controller.GetNumSliders());
+    EXPECT_EQ(1u, controller.GetNumPOVHats());
+    EXPECT_TRUE(controller.HasAxis(GameController::AxisRZ));
+
+    SDL_JoystickSetVirtualAxis(pad, 1, -32768);
+    SDL_JoystickSetVirtualAxis(pad, 5, 32767);
+    SDL_JoystickSetVirtualAxis(pad, 7, 16384);
+    SDL_JoystickSetVirtualButton(pad, 31, 1);
+    Frame();
+    EXPECT_EQ(-1.0f, controller.GetAxisPosition(GameController::AxisY));
+    EXPECT_EQ(1.0f, controller.GetAxisPosition(GameController::AxisRZ));
+    EXPECT_NEAR(0.5f, controller.GetSliderPosition(1), 1e-4f);
+    EXPECT_TRUE(controller.ButtonDown(31));
+    EXPECT_TRUE(controller.IsPOVHatCentered(0));
+    SDL_JoystickSetVirtualButton(pad, 31, 0);
+    constexpr std::pair<Uint8, float> hats[] = {
+        {SDL_HAT_UP, 0.0f},     {SDL_HAT_RIGHTUP, 45.0f},   {SDL_HAT_RIGHT, 90.0f}, {SDL_HAT_RIGHTDOWN, 135.0f},
+        {SDL_HAT_DOWN, 180.0f}, {SDL_HAT_LEFTDOWN, 225.0f}, {SDL_HAT_LEFT, 270.0f}, {SDL_HAT_LEFTUP, 315.0f}};
+    for (auto const &[hat, degrees] : hats)
+    {
+        SDL_JoystickSetVirtualHat(pad, 0, hat);
+        Frame();
+        EXPECT_EQ(degrees, controller.GetPOVHatPosition(0));
+        EXPECT_EQ(hat == SDL_HAT_UP, controller.ButtonUp(31) != 0);
+    }
+}
+
+TEST_F(InputSdlPads, HaveThePlacesOfAGamePadWhenTheyAreMapped)
+{
+    Plug(SDL_JOYSTICK_TYPE_GAMECONTROLLER, SDL_CONTROLLER_AXIS_MAX, SDL_CONTROLLER_BUTTON_MAX, 0);
+    Make();
+    auto &controller = Get<GameController>(0);
+    EXPECT_EQ(2u, controller.GetNumSliders());
+    EXPECT_EQ(1u, controller.GetNumPOVHats());
+    EXPECT_FALSE(controller.HasAxis(GameController::AxisZ));
+    SDL_JoystickSetVirtualAxis(pad, SDL_CONTROLLER_AXIS_RIGHTX, 32767);
+    SDL_JoystickSetVirtualAxis(pad, SDL_CONTROLLER_AXIS_TRIGGERLEFT, -32768);
+    SDL_JoystickSetVirtualAxis(pad, SDL_CONTROLLER_AXIS_TRIGGERRIGHT, 32767);
+    SDL_JoystickSetVirtualButton(pad, SDL_CONTROLLER_BUTTON_RIGHTSHOULDER, 1);
+    SDL_JoystickSetVirtualButton(pad, SDL_CONTROLLER_BUTTON_DPAD_LEFT, 1);
+    Frame();
+    EXPECT_EQ(1.0f, controller.GetAxisPosition(GameController::AxisRX));
+    EXPECT_EQ(0.0f, controller.GetSliderPosition(0));
+    EXPECT_EQ(1.0f, controller.GetSliderPosition(1));
+    EXPECT_EQ(270.0f, controller.GetPOVHatPosition(0));
+    EXPECT_TRUE(controller.ButtonPressed(10));
+}
+
+TEST_F(InputSdlPads, ApplyDeadZonesAndSaturations)
+{
+    Plug(SDL_JOYSTICK_TYPE_WHEEL, 7, 1, 0);
+    Make();
+    auto &controller = Get<GameController>(0);
+    controller.SetAxisProperties(GameController::AxisX, 0.25f, 0.75f);
+    controller.SetSliderProperties(0, 0.5f, 0.5f);
+    controller.SetAxisReverse(GameController::AxisX, true);
+    struct
+    {
+        Sint16 way;
+        float axis;
+        float slider;
+    } const cases[] = {{8000, 0, 0}, {16384, -0.5f, 1}, {-16384, 0.5f, 0}, {-24700, 1, -1}, {32767, -1, 1}};
+    for (auto const &c : cases)
+    {
+        SDL_JoystickSetVirtualAxis(pad, 0, c.way);
+        SDL_JoystickSetVirtualAxis(pad, 6, c.way);
+        Frame();
+        EXPECT_NEAR(c.axis, controller.GetAxisPosition(GameController::AxisX), 1e-3f) << c.way;
+        EXPECT_NEAR(c.slider, controller.GetSliderPosition(0), 1e-3f) << c.way;
+    }
+}
+
+TEST_F(InputSdlPads, RestWhenTheyAreUnpluggedAndComeBack)
+{
+    Plug(SDL_JOYSTICK_TYPE_WHEEL, 2, 1, 1);
+    Plug(SDL_JOYSTICK_TYPE_THROTTLE, 2, 1, 1);
+    Make();
+    ASSERT_EQ(2u, devices.size());
+    auto &controller = Get<GameController>(1);
+    SDL_JoystickSetVirtualAxis(pad, 0, 32767);
+    SDL_JoystickSetVirtualHat(pad, 0, SDL_HAT_RIGHT);
+    SDL_JoystickSetVirtualButton(pad, 0, 1);
+    devices[1]->StartAsyncSampling();
+    auto const read = [&](auto look)
+    {
+        SampleReadSentry const sample(controller, true);
+        return look();
+    };
+    ASSERT_TRUE(WaitUntil([&] { return read([&] { return controller.ButtonPressed(0) != 0; }); }));
+    Unplug();
+    EXPECT_TRUE(WaitUntil([&] { return read([&] { return controller.ButtonPressed(0) == 0; }); }));
+    EXPECT_TRUE(read([&] { return controller.IsPOVHatCentered(0); }));
+    EXPECT_EQ(0.0f, read([&] { return controller.GetAxisPosition(GameController::AxisX); }));
+    devices[1]->StopAsyncSampling();
+
+    EXPECT_TRUE(Frame());
+    EXPECT_FALSE(Frame());
+    std::string const text = kernel.conOut.str();
+    EXPECT_EQ(1, std::count(text.begin(), text.end(), '\n')) << text;
+    EXPECT_NE(std::string::npos, text.find(" was unplugged.\n")) << text;
+    EXPECT_THROW(devices[1]->ConnectDevice(nullptr), HIDException);
+    Make();
+    EXPECT_EQ(1u, devices.size());
+    Plug(SDL_JOYSTICK_TYPE_THROTTLE, 2, 1, 1);
+    EXPECT_TRUE(Frame());
+    Make();
+    SDL_JoystickSetVirtualAxis(pad, 0, 32767);
+    Frame();
+    EXPECT_EQ(1.0f, Get<GameController>(1).GetAxisPosition(GameController::AxisX));
+    EXPECT_EQ(text, kernel.conOut.str());
+}
+
+/// With a window that nobody sees, and events that the test makes.
+class InputSdlDesktop : public InputSdl
+{
+protected:
+    InputSdlDesktop()
+    {
+        Open("dummy");
+        Frame();
+    }
+
+    static void Key(SDL_Scancode scancode, bool isDown, char const *text = "", Uint16 modifiers = 0)
+    {
+        SDL_Event event = {};
+        event.type = isDown ? SDL_KEYDOWN : SDL_KEYUP;
+        event.key.state = isDown ? SDL_PRESSED : SDL_RELEASED;
+        event.key.keysym.scancode = scancode;
+        event.key.keysym.mod = modifiers;
+        SDL_PushEvent(&event);
+        event = {};
+        event.type = SDL_TEXTINPUT;
+        SDL_strlcpy(event.text.text, text, sizeof(event.text.text));
+        if (*text != 0)
+            SDL_PushEvent(&event);
+    }
+    static void Move(int x, int y, int moveX, int moveY)
+    {
+        SDL_Event event = {};
+        event.type = SDL_MOUSEMOTION;
+        event.motion.x = x;
+        event.motion.y = y;
+        event.motion.xrel = moveX;
+        event.motion.yrel = moveY;
+        SDL_PushEvent(&event);
+    }
+    static void Window(SDL_WindowEventID id)
+    {
+        SDL_Event event = {};
+        event.type = SDL_WINDOWEVENT;
+        event.window.event = static_cast<Uint8>(id);
+        SDL_PushEvent(&event);
+    }
+};
+
+TEST_F(InputSdlDesktop, KeysHaveEdgesTapsAndNoFocusNoKeys)
+{
+    ASSERT_EQ(2u, devices.size());
+    auto &keyboard = Get<Keyboard>(0);
+    EXPECT_TRUE(keyboard.IsSystemKeyboard());
+    Key(SDL_SCANCODE_F12, true);
+    Key(SDL_SCANCODE_KP_9, true);
+    Key(SDL_SCANCODE_KP_9, false);
+    Frame();
+    EXPECT_EQ(2u, keyboard.NumKeysDown());
+    EXPECT_TRUE(keyboard.KeyDown(e_key_f12) && keyboard.KeyDown(e_key_num_9));
+    Frame();
+    EXPECT_TRUE(keyboard.KeyPressed(e_key_f12) && !keyboard.KeyDown(e_key_f12) && keyboard.KeyUp(e_key_num_9));
+    Window(SDL_WINDOWEVENT_FOCUS_LOST);
+    Frame();
+    EXPECT_EQ(0u, keyboard.NumKeysPressed());
+}
+
+TEST_F(InputSdlDesktop, CharactersAreThoseThatTheLayoutTyped)
+{
+    auto &keyboard = Get<Keyboard>(0);
+    struct
+    {
+        SDL_Scancode scancode;
+        eKey key;
+        SDL_Scancode modifier;
+        Uint16 locks;
+        char const *text;
+        int character;
+    } const cases[] = {
+        {SDL_SCANCODE_A, e_key_a, SDL_SCANCODE_UNKNOWN, 0, "a", 'a'},
+        {SDL_SCANCODE_A, e_key_a, SDL_SCANCODE_RSHIFT, 0, "A", 'A'},
+        {SDL_SCANCODE_A, e_key_a, SDL_SCANCODE_UNKNOWN, KMOD_CAPS, "A", 'A'},
+        {SDL_SCANCODE_A, e_key_a, SDL_SCANCODE_LCTRL, 0, "", 0},
+        {SDL_SCANCODE_2, e_key_2, SDL_SCANCODE_LSHIFT, 0, "\"", '"'},
+        {SDL_SCANCODE_Q, e_key_q, SDL_SCANCODE_RALT, 0, "@", '@'},
+        {SDL_SCANCODE_E, e_key_e, SDL_SCANCODE_RALT, 0, "\xe2\x82\xac", 0},
+        {SDL_SCANCODE_LEFTBRACKET, e_key_l_bracket, SDL_SCANCODE_UNKNOWN, 0, "\xc3\xbc", 0xfc},
+        {SDL_SCANCODE_KP_7, e_key_num_7, SDL_SCANCODE_UNKNOWN, KMOD_NUM, "7", '7'},
+        {SDL_SCANCODE_EQUALS, e_key_equals, SDL_SCANCODE_UNKNOWN, 0, "", 0},
+    };
+    auto const find = [&keyboard](eKey key)
+    {
+        char character = 0;
+        return keyboard.MapKeyToCharacter(key, character) ? static_cast<unsigned char>(character) : 0;
+    };
+    for (auto const &c : cases)
+    {
+        for (bool const isDown : {true, false})
+        {
+            if (c.modifier != SDL_SCANCODE_UNKNOWN)
+                Key(c.modifier, isDown, "", c.locks);
+            Key(c.scancode, isDown, isDown ? c.text : "", c.locks);
+        }
+        // All of it came between two frames.
+        Frame();
+        EXPECT_EQ(c.character, find(c.key)) << SDL_GetScancodeName(c.scancode) << c.text;
+        Frame();
+    }
+    // What was not typed yet is known for keys alone, and for letters.
+    Key(SDL_SCANCODE_LSHIFT, true);
+    Frame();
+    EXPECT_EQ('Z', find(e_key_z));
+    EXPECT_EQ(0, find(e_key_period));
+    EXPECT_EQ(0, find(e_key_none));
+}
+
+TEST_F(InputSdlDesktop, MouseFollowsTheCursorOrGoesItsOwnWay)
+{
+    auto &mouse = Get<Mouse>(1);
+    EXPECT_TRUE(mouse.IsSystemMouse() && mouse.CanSyncWithSystemCursor() && mouse.CanDisplaySystemCursor());
+    mouse.SetAbsoluteModeSpeed(0.5f);
+    mouse.SetRelativeModeSensitivity(2, -1);
+    auto const expect = [&](int x, int y, bool isInside, int moveX, int moveY)
+    {
+        Frame();
+        EXPECT_EQ(x, mouse.GetPositionX());
+        EXPECT_EQ(y, mouse.GetPositionY());
+        EXPECT_EQ(isInside, mouse.IsPositionInsideAppWindowClientArea());
+        EXPECT_EQ(moveX, mouse.GetDeltaX());
+        EXPECT_EQ(moveY, mouse.GetDeltaY());
+    };
+    Window(SDL_WINDOWEVENT_ENTER);
+    Move(50, 60, 3, 4);
+    expect(50, 60, true, 1, 2);
+    // The half of a pixel that was left over counts.
+    Move(51, 60, 1, 0);
+    expect(51, 60, true, 1, 0);
+    Window(SDL_WINDOWEVENT_LEAVE);
+    expect(51, 60, false, 0, 0);
+
+    mouse.ActivateRelativeMode(true);
+    Frame();
+    EXPECT_TRUE(SDL_GetRelativeMouseMode());
+    Move(70, 70, 5, 7);
+    expect(0, 0, false, 10, -7);
+    mouse.ActivateRelativeMode(false);
+    Frame();
+    EXPECT_FALSE(SDL_GetRelativeMouseMode());
+
+    mouse.ActivateSyncWithSystemCursor(false);
+    Frame();
+    int const x = mouse.GetPositionX();
+    Move(0, 0, 20, -2000);
+    expect(x + 10, 0, true, 10, -1000);
+    Move(0, 0, 2000, 2000);
+    expect(319, 239, true, 1000, 1000);
+    mouse.ActivateSyncWithSystemCursor(true);
+    Frame();
+    EXPECT_FALSE(SDL_GetRelativeMouseMode());
+}
+
+TEST_F(InputSdlDesktop, WheelAndButtonsAreCountedAndOnlyFromTheConnectionOn)
+{
+    auto &mouse = Get<Mouse>(1);
+    auto const turn = [](float turns, Uint32 direction)
+    {
+        SDL_Event event = {};
+        event.type = SDL_MOUSEWHEEL;
+        event.wheel.preciseY = turns;
+        event.wheel.direction = direction;
+        SDL_PushEvent(&event);
+    };
+    turn(-1.5f, SDL_MOUSEWHEEL_NORMAL);
+    turn(-0.5f, SDL_MOUSEWHEEL_FLIPPED);
+    constexpr eMouseButton buttons[] = {e_mouse_button_left,   e_mouse_button_middle, e_mouse_button_right,
+                                        e_mouse_button_extra1, e_mouse_button_extra2, e_mouse_button_extra3};
+    for (unsigned int i = 0; i < std::size(buttons); ++i)
+    {
+        for (bool const isDown : {true, false})
+        {
+            SDL_Event event = {};
+            event.type = isDown ? SDL_MOUSEBUTTONDOWN : SDL_MOUSEBUTTONUP;
+            event.button.button = static_cast<Uint8>(i + 1);
+            event.button.state = isDown ? SDL_PRESSED : SDL_RELEASED;
+            SDL_PushEvent(&event);
+        }
+        Frame();
+        EXPECT_EQ(1u, mouse.NumButtonsDown());
+        EXPECT_TRUE(mouse.ButtonDown(buttons[i]));
+        EXPECT_EQ(i == 0 ? -120 : 0, mouse.GetDeltaWheel());
+    }
+    turn(1, SDL_MOUSEWHEEL_NORMAL);
+    Key(SDL_SCANCODE_A, true);
+    Key(SDL_SCANCODE_A, false);
+    Release();
+    Make();
+    Frame();
+    EXPECT_EQ(0, Get<Mouse>(1).GetDeltaWheel());
+    EXPECT_EQ(0u, Get<Keyboard>(0).NumKeysPressed());
+}
+
+TEST_F(InputSdlDesktop, ClosingTheWindowEndsTheHostAndAFlagForbidsIt)
+{
+    SDL_Event event = {};
+    event.type = SDL_WINDOWEVENT;
+    event.window.event = SDL_WINDOWEVENT_CLOSE;
+    event.window.windowID = 1;
+    SDL_PushEvent(&event);
+    Frame();
+    EXPECT_EQ(1u, kernel.numExitRequests);
+    EXPECT_FALSE(SDL_HasEvents(SDL_FIRSTEVENT, SDL_LASTEVENT));
+    Release();
+    Open("dummy", nullptr, 1);
+    EXPECT_EQ(0u, devices.size());
+}
+
+TEST_F(InputSdl, TakesKeysAndPointerOfARealWindow)
+{
+    display = std::make_unique<VirtualDisplay>();
+    if (display->GetName().empty())
+        GTEST_SKIP() << "Xvfb or xdotool is not installed.";
+    Open(nullptr, display->GetName().c_str());
+    ASSERT_EQ(2u, devices.size());
+    auto &keyboard = Get<Keyboard>(0);
+    auto &mouse = Get<Mouse>(1);
+    auto const waitFor = [this](auto condition)
+    {
+        return WaitUntil(
+            [&]
+            {
+                Frame();
+                return condition();
+            });
+    };
+    ASSERT_TRUE(display->Do("search --sync --name '^Quillmarsh input$' windowmove --sync 100 100 windowfocus --sync"));
+    ASSERT_TRUE(waitFor([] { return SDL_GetKeyboardFocus() != nullptr; }));
+    char character = 0;
+    for (auto const &[name, key, expected] :
+         {std::tuple{"shift+a", e_key_a, 'A'}, std::tuple{"less", e_key_none, '<'}, std::tuple{"7", e_key_7, '7'}})
+    {
+        ASSERT_TRUE(display->Do(string("key ") + name));
+        eKey const wanted = key == e_key_none ? e_key_comma : key;
+        EXPECT_TRUE(waitFor([&] { return keyboard.KeyDown(wanted) != 0; })) << name;
+        EXPECT_TRUE(keyboard.MapKeyToCharacter(wanted, character)) << name;
+        EXPECT_EQ(expected, character);
+    }
+    ASSERT_TRUE(display->Do("mousemove 150 170 click 3"));
+    EXPECT_TRUE(waitFor([&] { return mouse.ButtonDown(e_mouse_button_right) != 0; }));
+    EXPECT_TRUE(mouse.IsPositionInsideAppWindowClientArea());
+    EXPECT_EQ(50, mouse.GetPositionX());
+    EXPECT_EQ(70, mouse.GetPositionY());
+    mouse.ActivateRelativeMode(true);
+    Frame();
+    int moved = 0;
+    ASSERT_TRUE(display->Do("mousemove_relative 0 6"));
+    EXPECT_TRUE(waitFor([&] { return (moved += mouse.GetDeltaY()) == 6; })) << moved;
+    ASSERT_TRUE(display->Do("click 4"));
+    EXPECT_TRUE(waitFor([&] { return mouse.GetDeltaWheel() == 120; }));
+}
+
+} // namespace
+} // namespace quillmarsh::tests

@@ -1,0 +1,65 @@
+// A display without a screen, and a hand that types and points on it.
+#ifndef QUILLMARSH_TESTS_SUPPORT_VIRTUAL_DISPLAY_H
+#define QUILLMARSH_TESTS_SUPPORT_VIRTUAL_DISPLAY_H
+
+#include <cstdlib>
+#include <string>
+
+#include <signal.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace quillmarsh::tests
+{
+
+/// An X server of the test's own. Its name is empty when the programs that it takes are not there.
+class VirtualDisplay
+{
+public:
+    VirtualDisplay()
+    {
+        int ends[2];
+        if (std::system("command -v Xvfb xdotool >/dev/null") != 0 || pipe(ends) != 0)
+            return;
+        std::string const writeEnd = std::to_string(ends[1]);
+        process_ = fork();
+        if (process_ == 0)
+        {
+            execlp("Xvfb", "Xvfb", "-displayfd", writeEnd.c_str(), "-screen", "0", "800x600x24", "-nolisten", "tcp",
+                   nullptr);
+            _exit(127);
+        }
+        close(ends[1]);
+        // It tells its number when it is ready, with a line end.
+        std::string number;
+        char letter = 0;
+        while (read(ends[0], &letter, 1) == 1 && letter != '\n')
+            number += letter;
+        close(ends[0]);
+        if (!number.empty())
+            name_ = ":" + number;
+    }
+    ~VirtualDisplay()
+    {
+        if (process_ <= 0)
+            return;
+        kill(process_, SIGTERM);
+        waitpid(process_, nullptr, 0);
+    }
+    VirtualDisplay(VirtualDisplay const &) = delete;
+
+    std::string const &GetName() const { return name_; }
+    /// Runs xdotool with the arguments.
+    bool Do(std::string const &arguments) const
+    {
+        return std::system(("DISPLAY=" + name_ + " xdotool " + arguments + " >/dev/null").c_str()) == 0;
+    }
+
+private:
+    pid_t process_ = -1;
+    std::string name_;
+};
+
+} // namespace quillmarsh::tests
+
+#endif
