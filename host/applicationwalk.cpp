@@ -21,7 +21,7 @@ bool ApplicationWalk::Up(PluginDescriptor &descriptor, Application::StartupInfo 
         [&]
         {
             // The descriptor's type says what is behind the pointer.
-            application_.reset(static_cast<Application *>(descriptor.CreateAndSetupPlugin()));
+            application_.reset(static_cast<Application *>(kernel_.GetPlugins().Create(descriptor).release()));
             if (application_ == nullptr)
                 QUILLMARSH_THROW(KernelException, "The plug-in gave no application.");
         });
@@ -104,7 +104,8 @@ void ApplicationWalk::OpenGenericExtensions()
         if (info.GetPluginType() != e_plugin_generic_extension)
             continue;
         kernel_.GetFailures().SetPlace("the creation of a generic extension");
-        AutoPtr<GenericExtension> extension(static_cast<GenericExtension *>(entry.descriptor->CreateAndSetupPlugin()));
+        AutoPtr<GenericExtension> extension(
+            static_cast<GenericExtension *>(kernel_.GetPlugins().Create(*entry.descriptor).release()));
         if (extension == nullptr)
             continue;
         string const interfaceName = extension->GetGenericExtensionInterfaceName();

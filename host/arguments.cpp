@@ -44,6 +44,16 @@ void TakeVariable(Arguments &arguments, string const &value)
     arguments.variables.emplace_back(value.substr(0, equals), value.substr(equals + 1));
 }
 
+void TakeParameter(Arguments &arguments, string const &value)
+{
+    std::size_t const equals = value.find('=');
+    std::size_t const dot = value.find('.');
+    if (equals == string::npos || dot == 0 || dot + 1 >= equals)
+        ThrowWrongArgument("--parameter wants PLUGIN.NAME=VALUE, not '" + value + "'");
+    arguments.parameters.push_back(
+        {value.substr(0, dot), value.substr(dot + 1, equals - dot - 1), value.substr(equals + 1)});
+}
+
 constexpr Option s_options[] = {
     {"--script", "FILE", "run the lines of FILE (- is standard input), then exit",
      [](Arguments &arguments, string const &value) { arguments.script = value; }},
@@ -55,6 +65,7 @@ constexpr Option s_options[] = {
     {"--plugin", "FILE", "load the plug-in library FILE; a name alone is looked for beside the\nhost's own plug-ins",
      [](Arguments &arguments, string const &value) { arguments.plugins.push_back(value); }},
     {"--set", "NAME=VALUE", "set an exported variable before the first frame", &TakeVariable},
+    {"--parameter", "PLUGIN.NAME=VALUE", "give a plug-in a parameter", &TakeParameter},
     {"--developer-mode", nullptr, "allow commands and variables for developers",
      [](Arguments &arguments, string const &) { arguments.developerMode = true; }},
     {"--help", nullptr, "print this help and exit",
@@ -120,6 +131,11 @@ string GetUsage()
     for (Option const &option : s_options)
     {
         string line = string("  ") + option.name + (option.value != nullptr ? string(" ") + option.value : "");
+        if (line.size() >= width)
+        {
+            usage += line + '\n';
+            line.clear();
+        }
         PadToLength(line, width);
         std::vector<string> descriptionLines;
         BreakIntoLines(option.description, descriptionLines);

@@ -2,6 +2,8 @@
 #ifndef QUILLMARSH_HOST_ARGUMENTS_H
 #define QUILLMARSH_HOST_ARGUMENTS_H
 
+#include "pluginset.h"
+
 #include <quillmarsh/basetools/exception.h>
 
 #include <optional>
@@ -35,6 +37,8 @@ struct Arguments
     std::optional<string> log;
     /// Exported variables and their values.
     std::vector<std::pair<string, string>> variables;
+    /// Parameters of plug-ins.
+    std::vector<PluginParameter> parameters;
     bool developerMode = false;
 };
 

@@ -128,7 +128,7 @@ void DeviceGroup::AddProxy(PluginDescriptor &descriptor)
 {
     AutoPtr<Plugin> plugin;
     Try("The DirectInput proxy '" + descriptor.GetPluginInfo().GetPluginName() + "' is left out",
-        [&] { plugin.reset(descriptor.CreateAndSetupPlugin()); });
+        [&] { plugin = kernel_.GetPlugins().Create(descriptor); });
     auto *const proxy = dynamic_cast<DirectInputProxy8 *>(plugin.get());
     bool confirmed = false;
     if (proxy != nullptr)
@@ -164,7 +164,7 @@ void DeviceGroup::AddDriver(PluginDescriptor &descriptor, unsigned int flags)
     Try("The device driver '" + name + "' is left out",
         [&]
         {
-            AutoPtr<Plugin> plugin(descriptor.CreateAndSetupPlugin());
+            AutoPtr<Plugin> plugin = kernel_.GetPlugins().Create(descriptor);
             auto *const driver0 = dynamic_cast<HIDDriver0 *>(plugin.get());
             auto *const driver8 = dynamic_cast<HIDDriver8 *>(plugin.get());
             if (driver0 == nullptr && driver8 == nullptr)

@@ -1,7 +1,9 @@
 #include "pluginset.h"
 
 #include <quillmarsh/basetools/exception.h>
+#include <quillmarsh/basetools/namedparameter.h>
 
+#include <algorithm>
 #include <ostream>
 
 namespace quillmarsh::host
@@ -42,6 +44,37 @@ PluginDescriptor *PluginSet::FindApplication() const
         found = &entry;
     }
     return found != nullptr ? found->descriptor : nullptr;
+}
+
+void PluginSet::SetParameters(std::vector<PluginParameter> const &parameters)
+{
+    for (PluginParameter const &parameter : parameters)
+    {
+        auto const isMeant = [&parameter](Entry const &entry)
+        { return entry.descriptor->GetPluginInfo().GetPluginName() == parameter.plugin; };
+        if (std::none_of(entries_.begin(), entries_.end(), isMeant))
+        {
+            QUILLMARSH_THROW(KernelException, "There is no plug-in '" + parameter.plugin +
+                                                  "' to be given the parameter '" + parameter.name + "'.");
+        }
+    }
+    parameters_ = parameters;
+}
+
+AutoPtr<Plugin> PluginSet::Create(PluginDescriptor &descriptor) const
+{
+    AutoPtr<Plugin> plugin(descriptor.CreateAndSetupPlugin());
+    for (PluginParameter const &parameter : parameters_)
+    {
+        if (plugin == nullptr || parameter.plugin != descriptor.GetPluginInfo().GetPluginName())
+            continue;
+        if (!plugin->SetPluginParameter(NamedParameter(parameter.name, parameter.value)))
+        {
+            QUILLMARSH_THROW(KernelException,
+                             "It does not take '" + parameter.value + "' as its parameter '" + parameter.name + "'.");
+        }
+    }
+    return plugin;
 }
 
 void PluginSet::Dump(ostream &out) const

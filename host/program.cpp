@@ -154,10 +154,12 @@ void Program::LoadPlugins()
     PluginSet &plugins = kernel_.GetPlugins();
     for (string const &plugin : arguments_.plugins)
         plugins.Load(FindPluginFile(plugin, directories));
-    if (plugins.FindApplication() != nullptr)
-        return;
-    plugins.Load(FindPluginFile(s_szDefaultApplication, directories));
-    LoadDefaultDrivers(directories);
+    if (plugins.FindApplication() == nullptr)
+    {
+        plugins.Load(FindPluginFile(s_szDefaultApplication, directories));
+        LoadDefaultDrivers(directories);
+    }
+    plugins.SetParameters(arguments_.parameters);
 }
 
 void Program::LoadDefaultDrivers(std::vector<string> const &directories)

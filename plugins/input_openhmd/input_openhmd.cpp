@@ -3,6 +3,7 @@
 
 #include <quillmarsh/basetools/exception.h>
 #include <quillmarsh/basetools/namedparameter.h>
+#include <quillmarsh/basetools/texttools.h>
 #include <quillmarsh/framework/directinputconfig.h>
 #include <quillmarsh/framework/hiddriver.h>
 #include <quillmarsh/framework/plugindescriptors.h>
@@ -22,12 +23,16 @@ using namespace quillmarsh;
 class OpenHMDDriver : public HIDDriver0
 {
 public:
-    /// Bool: whether the library's dummies, which never move, are devices too.
+    /// Bool, or its text: whether the library's dummies, which never move, are devices too.
     static constexpr char s_szParameterDummies[] = "dummies";
 
     bool SetPluginParameter(NamedParameter const &parameter) override
     {
-        if (parameter.GetName() != s_szParameterDummies || parameter.GetValueType() != NamedParameter::e_bool)
+        if (parameter.GetName() != s_szParameterDummies)
+            return false;
+        if (parameter.GetValueType() == NamedParameter::e_string)
+            return ToValue(parameter.GetValueString(), withDummies_);
+        if (parameter.GetValueType() != NamedParameter::e_bool)
             return false;
         withDummies_ = parameter.GetValueBool();
         return true;

@@ -10,9 +10,9 @@ namespace
 
 TEST(Arguments, AreReadInBothForms)
 {
-    Arguments const arguments =
-        ParseArguments({"--script=-", "--frames", "3", "--frame-rate=2.5", "--plugin", "a", "--plugin=b", "--set",
-                        "x=", "--set=y=1=2", "--stop-on-error", "--log=l", "--developer-mode"});
+    Arguments const arguments = ParseArguments({"--script=-", "--frames", "3", "--frame-rate=2.5", "--plugin", "a",
+                                                "--plugin=b", "--set", "x=", "--set=y=1=2", "--stop-on-error",
+                                                "--log=l", "--developer-mode", "--parameter=a.b.c=d.e=f"});
     EXPECT_EQ("-", arguments.script);
     EXPECT_EQ(3u, arguments.frames);
     EXPECT_EQ(2.5, arguments.frameRate);
@@ -20,6 +20,8 @@ TEST(Arguments, AreReadInBothForms)
     EXPECT_EQ((std::vector<std::pair<string, string>>{{"x", ""}, {"y", "1=2"}}), arguments.variables);
     EXPECT_TRUE(arguments.stopOnError && arguments.developerMode);
     EXPECT_EQ("l", arguments.log);
+    PluginParameter const &parameter = arguments.parameters.at(0);
+    EXPECT_EQ("a/b.c/d.e=f", parameter.plugin + "/" + parameter.name + "/" + parameter.value);
 }
 
 TEST(Arguments, WrongOnesAreNamed)
@@ -42,6 +44,9 @@ TEST(Arguments, WrongOnesAreNamed)
         {{"--frame-rate", "inf"}, "'inf'"},
         {{"--set", "name"}, "'name'"},
         {{"--set", "=value"}, "'=value'"},
+        {{"--parameter", "plugin.=value"}, "'plugin.=value'"},
+        {{"--parameter", ".name=value"}, "'.name=value'"},
+        {{"--parameter", "name=a.b"}, "'name=a.b'"},
         {{"--help=yes"}, "--help"},
     };
     for (Case const &wrong : cases)

@@ -1,4 +1,5 @@
 // The driver for OpenTrack's datagrams, with real ones.
+#include "tests/support/host_process.h"
 #include "tests/support/loaded_driver.h"
 #include "tests/support/math_values.h"
 
@@ -228,6 +229,21 @@ TEST_F(OpenTrack, TakesParametersAndTellsWhatIsWrongWithThem)
     EXPECT_EQ(tellWhyNot("127.0.0.1", GetPort()),
               "Cannot listen at 127.0.0.1 port " + GetPort() + ": Address already in use");
     EXPECT_EQ(tellWhyNot("192.0.2.1", "4242"), "Cannot listen at 192.0.2.1 port 4242: Cannot assign requested address");
+}
+
+TEST_F(OpenTrack, IsGivenParametersByTheHost)
+{
+    auto const run = [](string const &parameter)
+    {
+        HostResult const result =
+            RunHost({"--plugin", "input_opentrack", "--parameter", parameter}, "hid-control -d=1 -info\n");
+        return result.out + result.err;
+    };
+    EXPECT_NE(run("input_opentrack.port=0").find("HardwarePort......: 127.0.0.1 port "), string::npos);
+    string const refused = run("input_opentrack.port=" + GetPort() + "0");
+    EXPECT_NE(refused.find("'input_opentrack' is left out: KernelException: It does not take"), string::npos)
+        << refused;
+    EXPECT_NE(run("opentrack.port=1").find("There is no plug-in 'opentrack' to be given"), string::npos);
 }
 
 } // namespace
