@@ -36,9 +36,10 @@ public:
     void OpenDriver(DirectInputConfig const &, unsigned int flags) override
     {
         bool const wantsWindow = (flags & s_flagNoWindow) == 0;
-        if (session_.system == nullptr || (session_.system->HasWindow() && !wantsWindow))
+        if (session_.system == nullptr || session_.system->HasWindow() != wantsWindow)
         {
             session_.system.reset();
+            session_.desktop.OnFocusLost();
             session_.system = StartInputSystem(session_.desktop, wantsWindow);
         }
     }

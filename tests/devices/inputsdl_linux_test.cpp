@@ -43,6 +43,9 @@ protected:
     ~InputSdl() override
     {
         Release();
+        // Ends the window, which otherwise is there for as long as the library: in some builds to the end of the process.
+        if (driver_ != nullptr)
+            driver_->OpenDriver(DirectInputConfig(), 1);
         driver_.reset();
     }
 
