@@ -8,6 +8,7 @@
 #include <gtest/gtest.h>
 
 #include <atomic>
+#include <cmath>
 #include <functional>
 #include <mutex>
 #include <stdexcept>
@@ -134,8 +135,13 @@ TEST_F(HumanInterfaceDeviceTest, IsAtRestWhenItIsMade)
     EXPECT_TRUE(HumanInterfaceDevice::GetUseDirectInputAtInit());
     EXPECT_EQ(&device.second, device.FindController("B"));
     EXPECT_EQ(nullptr, device.FindController("b"));
-    for (auto const &[wanted, stored] : std::initializer_list<std::pair<double, double>>{
-             {0.5, 1.0}, {-3.0, 1.0}, {1.0, 1.0}, {62.5, 62.5}, {1000.0, 1000.0}, {5000.0, 1000.0}})
+    for (auto const &[wanted, stored] : std::initializer_list<std::pair<double, double>>{{0.5, 1.0},
+                                                                                         {-3.0, 1.0},
+                                                                                         {1.0, 1.0},
+                                                                                         {62.5, 62.5},
+                                                                                         {1000.0, 1000.0},
+                                                                                         {5000.0, 1000.0},
+                                                                                         {std::nan(""), 1.0}})
     {
         device.SetMaxSampleRate(wanted);
         EXPECT_EQ(stored, device.GetMaxSampleRate());
