@@ -78,7 +78,7 @@ void HostKernel::SampleDevices(Profiler *profiler)
         return;
     failures_.SetPlace("the sampling of input devices");
     ProfileBlockSentry const block(profiler, "SampleDevices");
-    devices_.Sample(params_.HIDAutoSampling);
+    devices_.Sample(params_);
 }
 
 void HostKernel::CallFrameObservers()

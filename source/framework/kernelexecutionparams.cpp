@@ -51,9 +51,9 @@ void KernelExecutionParams::Dump(ostream &out, unsigned int tabs) const
         bool value;
     };
     Line const lines[] = {
-        {"AutoSampleSystemKeyboard.....: ", HIDAutoSampling.AutoSampleSystemKeyboard},
-        {"AutoSampleSystemMouse........: ", HIDAutoSampling.AutoSampleSystemMouse},
-        {"AutoSampleNonSystemDevices...: ", HIDAutoSampling.AutoSampleNonSystemDevices},
+        {"AutoSampleSystemKeyboard.....: ", AutoSampleSystemKeyboard},
+        {"AutoSampleSystemMouse........: ", AutoSampleSystemMouse},
+        {"AutoSampleNonSystemDevices...: ", AutoSampleNonSystemDevices},
         {"AutoDispatchGUIEvents........: ", AutoDispatchGUIEvents},
         {"GUIEventsPreFrameUpdateStates: ", GUIEventsPreFrameUpdateStates},
         {"AutoClearGUIStats............: ", AutoClearGUIStats},

@@ -115,13 +115,13 @@ TEST(KernelExecutionParams, ComesFromKernelOrDefaults)
 {
     TestKernel kernel;
     kernel.params.DeveloperMode = true;
-    kernel.params.HIDAutoSampling.AutoSampleSystemMouse = false;
+    kernel.params.AutoSampleSystemMouse = false;
     EXPECT_EQ(s_szDefaultParams, DumpToString(KernelExecutionParams(false), 1));
     EXPECT_TRUE(kernel.params.DeveloperMode);
 
     KernelExecutionParams params;
     EXPECT_TRUE(params.DeveloperMode);
-    EXPECT_FALSE(params.HIDAutoSampling.AutoSampleSystemMouse);
+    EXPECT_FALSE(params.AutoSampleSystemMouse);
     params.AutoDrawGUI = false;
     params.SetKernelCurrent();
     KernelExecutionParams again(false);

@@ -24,9 +24,8 @@ struct HIDAutoSamplingConfig
 /// params.AutoDrawGUI = false;
 /// params.SetKernelCurrent();
 /// \endcode
-struct QUILLMARSH_API KernelExecutionParams
+struct QUILLMARSH_API KernelExecutionParams : HIDAutoSamplingConfig
 {
-    HIDAutoSamplingConfig HIDAutoSampling;
     /// gui::Manager::DispatchInputEvents is called in each frame ...
     bool AutoDispatchGUIEvents;
     /// ... before Application::FrameUpdateStates instead of after it.
