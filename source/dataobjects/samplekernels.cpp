@@ -52,23 +52,45 @@ HWY_ATTR V32 Pack1555(V32 colours)
     return hn::OrAnd(colour, hn::ShiftRight<16>(colours), Set32(0x8000));
 }
 
-/// Two fields of five bits in the halves of each lane, times 255 / 31 and rounded: (527 n + 23) / 64 is the same for
-/// every n below 32. A factor for the upper half gives another scale.
-HWY_ATTR V32 SpreadFields(V32 fields, std::uint32_t upperFactor)
+/// Five bits that stand `place` bits above the lowest one of their lane, times 255 / 31 and rounded. The products are
+/// exact enough for every value as long as the place is 4 or 5.
+template<int place>
+HWY_ATTR inline V16 SpreadField(V16 fields)
 {
-    V16 const products = hn::Mul(hn::BitCast(s_d16, fields), hn::BitCast(s_d16, Set32(upperFactor << 16 | 527)));
-    return hn::BitCast(s_d32, hn::ShiftRight<6>(hn::Add(products, hn::Set(s_d16, std::uint16_t{23}))));
+    constexpr auto factor = static_cast<std::int16_t>(255.0 / 31.0 * (0x8000 >> place) + 0.5);
+    constexpr hn::Rebind<std::int16_t, decltype(s_d16)> dInt;
+    return hn::BitCast(s_d16, hn::MulFixedPoint15(hn::BitCast(dInt, fields), hn::Set(dInt, factor)));
+}
+
+/// The lower bytes of colours from words in lanes of 16 bits; a lane of zero gives zero.
+HWY_ATTR inline V16 BlueGreenOf1555(V16 words)
+{
+    V16 const blue = SpreadField<4>(hn::And(hn::ShiftLeft<4>(words), hn::Set(s_d16, std::uint16_t{31 << 4})));
+    V16 const green = SpreadField<5>(hn::And(words, hn::Set(s_d16, std::uint16_t{31 << 5})));
+    return hn::Or(blue, hn::ShiftLeft<8>(green));
+}
+
+/// Their upper bytes; the one bit of alpha becomes 255.
+HWY_ATTR inline V16 RedAlphaOf1555(V16 words)
+{
+    constexpr hn::Rebind<std::int16_t, decltype(s_d16)> dInt;
+    V16 const red = SpreadField<4>(hn::And(hn::ShiftRight<6>(words), hn::Set(s_d16, std::uint16_t{31 << 4})));
+    V16 const alpha = hn::BitCast(s_d16, hn::ShiftRight<15>(hn::BitCast(dInt, words)));
+    return hn::OrAnd(red, alpha, hn::Set(s_d16, std::uint16_t{0xFF00}));
 }
 
 HWY_ATTR V32 Unpack1555(V32 words)
 {
-    V32 const blue = hn::And(words, Set32(31));
-    V32 const green = hn::And(hn::ShiftRight<5>(words), Set32(31));
-    V32 const blueRed = hn::OrAnd(blue, hn::ShiftLeft<6>(words), Set32(31 << 16));
-    V32 const greenAlpha = hn::OrAnd(green, hn::ShiftLeft<1>(words), Set32(1 << 16));
-    // The one bit of alpha becomes 255.
-    return hn::Or(SpreadFields(blueRed, 527), hn::ShiftLeft<8>(SpreadFields(greenAlpha, 255 * 64)));
+    V16 const lanes = hn::BitCast(s_d16, words);
+    V32 const redAlpha = hn::BitCast(s_d32, RedAlphaOf1555(lanes));
+    return hn::Or(hn::BitCast(s_d32, BlueGreenOf1555(lanes)), hn::ShiftLeft<16>(redAlpha));
 }
+
+/// Two vectors, one behind the other.
+struct TwoVectors
+{
+    V32 first, second;
+};
 
 /// @name Kernels: one vector of samples each
 /// @{
@@ -191,6 +213,13 @@ struct ColourFromWord4444
 struct ColourFromWord1555
 {
     static HWY_ATTR V32 Values(unsigned char const *src) { return Unpack1555(LoadWordsTo32(src)); }
+    /// Of a whole vector of words, of which the groups stand in the order for splitting.
+    static HWY_ATTR TwoVectors TwoValues(V16 words)
+    {
+        V16 const blueGreen = BlueGreenOf1555(words), redAlpha = RedAlphaOf1555(words);
+        return {hn::BitCast(s_d32, hn::InterleaveLower(s_d16, blueGreen, redAlpha)),
+                hn::BitCast(s_d32, hn::InterleaveUpper(s_d16, blueGreen, redAlpha))};
+    }
 };
 
 struct FloatFromByte
@@ -216,12 +245,14 @@ HWY_ATTR inline void StoreLanes(unsigned char *at, V32 values)
 
 #if HWY_TARGET == HWY_AVX2 || HWY_TARGET == HWY_AVX3
 
-/// @name Packing of lanes
-/// The instructions work in each group of four lanes by itself; the groups are put in order afterwards.
+/// @name Packing and splitting of lanes
+/// The instructions work in each group of four lanes by itself; the groups are put in order after the one and before the
+/// other.
 /// @{
 #if HWY_TARGET == HWY_AVX3
 constexpr std::uint32_t s_orderOf4[] = {0, 4, 8, 12, 1, 5, 9, 13, 2, 6, 10, 14, 3, 7, 11, 15};
 constexpr std::uint32_t s_orderOf2[] = {0, 1, 4, 5, 8, 9, 12, 13, 2, 3, 6, 7, 10, 11, 14, 15};
+constexpr std::uint32_t s_orderToSplit[] = {0, 1, 8, 9, 2, 3, 10, 11, 4, 5, 12, 13, 6, 7, 14, 15};
 HWY_ATTR inline V32 PackToWords(V32 a, V32 b)
 {
     return V32{_mm512_packus_epi32(a.raw, b.raw)};
@@ -233,6 +264,7 @@ HWY_ATTR inline V32 PackToBytes(V32 a, V32 b)
 #else
 constexpr std::uint32_t s_orderOf4[] = {0, 4, 1, 5, 2, 6, 3, 7};
 constexpr std::uint32_t s_orderOf2[] = {0, 1, 4, 5, 2, 3, 6, 7};
+constexpr auto &s_orderToSplit = s_orderOf2;
 HWY_ATTR inline V32 PackToWords(V32 a, V32 b)
 {
     return V32{_mm256_packus_epi32(a.raw, b.raw)};
@@ -266,18 +298,58 @@ HWY_ATTR inline V32 FullVector(unsigned char const *src)
     }
 }
 
-/// Writes past the caches: lines that are written whole need not be read. Returns the samples that were done.
+/// The next two vectors of what a kernel gives.
+template<typename Kernel, std::size_t dstSize, std::size_t srcSize>
+HWY_ATTR inline TwoVectors NextVectors(unsigned char const *src)
+{
+    if constexpr (requires(V16 words) { Kernel::TwoValues(words); })
+        return Kernel::TwoValues(hn::BitCast(s_d16, InOrder(LoadColours(src), s_orderToSplit)));
+    else
+        return {FullVector<Kernel, dstSize, srcSize>(src),
+                FullVector<Kernel, dstSize, srcSize>(src + hn::Lanes(s_d8) / dstSize * srcSize)};
+}
+
+/// Work of a kernel that is written past the caches: lines that are written whole need not be read.
+template<typename Kernel, std::size_t dstSize, std::size_t srcSize>
+struct PastCaches
+{
+    unsigned char *dst;
+    unsigned char const *src;
+
+    static HWY_ATTR std::size_t Step() { return 2 * (hn::Lanes(s_d8) / dstSize); }
+
+    HWY_ATTR void RunStep(std::size_t at) const
+    {
+        TwoVectors const next = NextVectors<Kernel, dstSize, srcSize>(src + at * srcSize);
+        hn::Stream(hn::BitCast(s_d8, next.first), s_d8, dst + at * dstSize);
+        hn::Stream(hn::BitCast(s_d8, next.second), s_d8, dst + at * dstSize + hn::Lanes(s_d8));
+    }
+};
+
+/// Returns the samples that were done.
 template<typename Kernel, std::size_t dstSize, std::size_t srcSize>
 HWY_ATTR std::size_t RunPastCaches(unsigned char *dst, unsigned char const *src, std::size_t count)
 {
-    std::size_t const step = hn::Lanes(s_d8) / dstSize;
+    using Work = PastCaches<Kernel, dstSize, srcSize>;
+    Work const work{dst, src};
+    std::size_t const step = Work::Step();
     // The samples up to the first line are written twice.
     std::size_t done = CountBytesToLine(dst) / dstSize;
-    for (std::size_t i = 0; i < done; i += step)
+    for (std::size_t i = 0; i < done; i += step / 2)
         StoreColours(dst + i * dstSize, FullVector<Kernel, dstSize, srcSize>(src + i * srcSize));
+    // Four pages at a time: the memory has more to give than what is asked for by a reader of one after the other. Where
+    // more is read than written it would be less.
+    constexpr std::size_t page = 4096 / srcSize;
+    for (; srcSize < dstSize && count - done >= 4 * page; done += 4 * page)
+    {
+        for (std::size_t i = done; i < done + page; i += step)
+        {
+            for (std::size_t at = i; at < i + 4 * page; at += page)
+                work.RunStep(at);
+        }
+    }
     for (; count - done >= step; done += step)
-        hn::Stream(hn::BitCast(s_d8, FullVector<Kernel, dstSize, srcSize>(src + done * srcSize)), s_d8,
-                   dst + done * dstSize);
+        work.RunStep(done);
     hwy::FlushStream();
     return done;
 }
@@ -291,10 +363,9 @@ HWY_ATTR std::size_t RunFullVectors(unsigned char *dst, unsigned char const *src
     std::size_t done = 0;
     for (; count - done >= 2 * step; done += 2 * step)
     {
-        V32 const first = FullVector<Kernel, dstSize, srcSize>(src + done * srcSize);
-        V32 const second = FullVector<Kernel, dstSize, srcSize>(src + (done + step) * srcSize);
-        StoreColours(dst + done * dstSize, first);
-        StoreColours(dst + (done + step) * dstSize, second);
+        TwoVectors const next = NextVectors<Kernel, dstSize, srcSize>(src + done * srcSize);
+        StoreColours(dst + done * dstSize, next.first);
+        StoreColours(dst + (done + step) * dstSize, next.second);
     }
     return done;
 }
