@@ -172,7 +172,7 @@ void Program::LoadDefaultDrivers(std::vector<string> const &directories)
                                           [&driver](PluginSet::Entry const &entry)
                                           { return entry.descriptor->GetPluginInfo().GetPluginName() == driver; });
         auto const makeFileName = [&driver](string const &directory)
-        { return directory + "/" + driver + system::GetPluginExtension(); };
+        { return string(directory).append("/").append(driver).append(system::GetPluginExtension()); };
         auto const found =
             std::find_if(directories.begin(), directories.end(),
                          [&](string const &directory) { return file_system::FileExists(makeFileName(directory)); });

@@ -237,7 +237,7 @@ template<typename Container>
 void TypedMipmapChain<Container>::Own(AutoPtr<Container> container)
 {
     levels_.push_back({container.get(), true});
-    container.release();
+    static_cast<void>(container.release());
 }
 
 template<typename Container>

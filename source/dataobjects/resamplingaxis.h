@@ -29,7 +29,11 @@ public:
     }
 
     /// The sample nearest to the position.
-    unsigned int NextNearest() { return AtMostLast(static_cast<std::uint64_t>(NextPosition() + 0.5f)); }
+    unsigned int NextNearest()
+    {
+        float const shifted = NextPosition() + 0.5f;
+        return AtMostLast(static_cast<std::uint64_t>(shifted));
+    }
 
     /// The samples around the position.
     AxisTaps NextLinear()

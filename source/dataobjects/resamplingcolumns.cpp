@@ -121,7 +121,7 @@ void ResamplingColumns::SetBlocks(unsigned int srcColumns, bool wantsBoth)
 {
     gather_ = GetGatherKernel(part_.sampleSize, wantsBoth);
     bool fits = gather_.run && gather_.blockColumns <= numColumns_ && gather_.windowSamples <= srcColumns;
-    unsigned int const controlSize = 2 * gather_.blockColumns * part_.sampleSize;
+    std::size_t const controlSize = std::size_t{2} * gather_.blockColumns * part_.sampleSize;
     for (unsigned int block = 0; fits && block * gather_.blockColumns < numColumns_; ++block)
     {
         unsigned int const column = std::min(block * gather_.blockColumns, numColumns_ - gather_.blockColumns);
@@ -142,7 +142,7 @@ bool ResamplingColumns::SetBlock(unsigned int column, unsigned int srcColumns, s
     {
         unsigned int const index =
             (i < gather_.blockColumns ? taps[i].first : taps[i - gather_.blockColumns].second) - window;
-        unsigned char *const at = control + i * part_.sampleSize;
+        unsigned char *const at = control + std::size_t{i} * part_.sampleSize;
         if (part_.sampleSize == sizeof index)
             std::memcpy(at, &index, sizeof index);
         else
@@ -180,7 +180,8 @@ void ResamplingColumns::SetMask()
 {
     std::memset(mask_, 0, GetByteSize());
     for (unsigned int i = 0; i < numColumns_; ++i)
-        std::memset(mask_ + i * part_.sampleSize + part_.offset, 0xFF, part_.numElements * ElementSize(part_.element));
+        std::memset(mask_ + std::size_t{i} * part_.sampleSize + part_.offset, 0xFF,
+                    std::size_t{part_.numElements} * ElementSize(part_.element));
 }
 
 void ResamplingColumns::Gather(unsigned char const *src, unsigned char *tap0, unsigned char *tap1) const
