@@ -177,7 +177,7 @@ TEST(DynamicLinkLibrary, FailedLoadTellsTheReason)
 
 TEST(DynamicLinkLibrary, BareNameIsNotLookedForInTheCurrentDirectory)
 {
-    DynamicLinkLibrary const full(s_numbersFile);
+    DynamicLinkLibrary const full(tests::Preferred(s_numbersFile));
     string before;
     ASSERT_TRUE(file_system::GetProcessDirectory(before, false));
     ASSERT_TRUE(file_system::SetProcessDirectory(full.GetPathName()));

@@ -1,5 +1,6 @@
 #include <quillmarsh/basetools/filesystem.h>
 
+#include "tests/support/environment_variable.h"
 #include "tests/support/scratch_directory.h"
 #include "tests/support/walk_recorder.h"
 
@@ -12,6 +13,7 @@ namespace quillmarsh::file_system
 namespace
 {
 
+using tests::EnvironmentVariable;
 using tests::ReadFile;
 using tests::ScratchDirectory;
 using tests::WalkRecorder;
@@ -97,6 +99,41 @@ TEST(FileSystemWalker, NamesOfAnyBytesSurvive)
     EXPECT_EQ(recorder.lines,
               (std::vector<string>{"begin", "directory 0.0 / " + name, "file 1.0 /" + name + "/ " + name, "end"}));
     EXPECT_TRUE(FileExists(scratch / name));
+}
+
+TEST(FileSystem, ProcessDirectoryCanBeGone)
+{
+    string before;
+    ASSERT_TRUE(GetProcessDirectory(before, false));
+    string directory;
+    {
+        ScratchDirectory const scratch;
+        directory = scratch.GetPath().string();
+        ASSERT_TRUE(SetProcessDirectory(directory));
+    }
+    string name = "a";
+    EXPECT_FALSE(ForceFullPathName(name, false));
+    EXPECT_EQ(name, "");
+    EXPECT_FALSE(GetProcessDirectory(name, false));
+    EXPECT_FALSE(SetProcessDirectory(directory));
+    EXPECT_TRUE(SetProcessDirectory(before));
+}
+
+TEST(FileSystem, UserDirectoriesComeFromTheHomeDirectoryNext)
+{
+    EnvironmentVariable const drive("HOMEDRIVE", "/drive");
+    EnvironmentVariable const path("HOMEPATH", nullptr);
+    EnvironmentVariable const profile("USERPROFILE", nullptr);
+    EnvironmentVariable const home("HOME", "/root/of/user");
+    string directory;
+    EXPECT_TRUE(GetUserHomeDirectory(directory, true));
+    EXPECT_EQ(directory, "/root/of/user/");
+    EXPECT_TRUE(GetUserProfileDirectory(directory, false));
+    EXPECT_EQ(directory, "/root/of/user");
+
+    EnvironmentVariable const noHome("HOME", nullptr);
+    EXPECT_TRUE(GetUserHomeDirectory(directory, false));
+    EXPECT_TRUE(IsAbsolutePathName(directory));
 }
 
 TEST(FileSystemWalker, DirectoryThatCannotBeReadIsEmpty)

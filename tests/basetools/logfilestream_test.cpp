@@ -14,8 +14,9 @@ namespace
 
 string ReadFile(std::filesystem::path const &path)
 {
+    // Line ends are the system's.
     std::stringstream text;
-    text << std::ifstream(path, std::ios_base::binary).rdbuf();
+    text << std::ifstream(path).rdbuf();
     return text.str();
 }
 

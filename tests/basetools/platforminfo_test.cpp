@@ -2,6 +2,7 @@
 
 #include "source/platform/machineinfo.h"
 #include "tests/support/environment_variable.h"
+#include "tests/support/wine.h"
 
 #include <gtest/gtest.h>
 
@@ -22,12 +23,13 @@ TEST(PlatformInfo, ReferencesToVariablesAreReplaced)
     struct Expansion
     {
         string in, out;
+        bool wineDiffers = false;
     };
     Expansion const expansions[] = {
         {"%QM_TEST_SET%", "va%QM_TEST_SET%lue"},
         {"a%QM_TEST_SET%%QM_TEST_SET%b", "ava%QM_TEST_SET%lueva%QM_TEST_SET%lueb"},
-        {"%QM_TEST_UNSET%QM_TEST_SET%", "%QM_TEST_UNSETva%QM_TEST_SET%lue"},
-        {"100%%QM_TEST_SET%%", "100%va%QM_TEST_SET%lue%"},
+        {"%QM_TEST_UNSET%QM_TEST_SET%", "%QM_TEST_UNSETva%QM_TEST_SET%lue", true},
+        {"100%%QM_TEST_SET%%", "100%va%QM_TEST_SET%lue%", true},
         {"%QM_TEST_UNSET%", ""},
         {"%QM_TEST_SAME%", ""},
         {"plain", ""},
@@ -37,13 +39,18 @@ TEST(PlatformInfo, ReferencesToVariablesAreReplaced)
     };
     for (Expansion const &expansion : expansions)
     {
+        if (expansion.wineDiffers && tests::IsWine())
+            continue;
         string out = "old";
         EXPECT_EQ(ExpandEnvironmentVariable(expansion.in, out), !expansion.out.empty()) << expansion.in;
         EXPECT_EQ(out, expansion.out) << expansion.in;
     }
+#if !defined(_WIN32)
+    // There, one that is set to nothing is not set.
     string out;
     EXPECT_TRUE(ExpandEnvironmentVariable("%QM_TEST_EMPTY%", out));
     EXPECT_EQ(out, "");
+#endif
 }
 
 TEST(PlatformInfo, DescriptionOfWindowsNamesTwoVersions)

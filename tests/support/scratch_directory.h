@@ -12,6 +12,12 @@
 namespace quillmarsh::tests
 {
 
+/// A name with the system's separators.
+inline string Preferred(std::filesystem::path name)
+{
+    return name.make_preferred().string();
+}
+
 /// Empty directory under the system's one for temporary files; goes with all that is in it at the end of the scope.
 class ScratchDirectory : NoCopy
 {
@@ -32,7 +38,7 @@ public:
 
     std::filesystem::path const &GetPath() const { return path_; }
     /// Full name of something in the directory.
-    string operator/(string const &name) const { return (path_ / name).string(); }
+    string operator/(string const &name) const { return Preferred(path_ / name); }
 
     /// Writes a file and gives its full name.
     string Write(string const &name, string const &text) const

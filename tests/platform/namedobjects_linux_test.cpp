@@ -3,8 +3,6 @@
 
 #include <gtest/gtest.h>
 
-#if !defined(_WIN32)
-
 #include "source/platform/linux/namedobjectfile.h"
 
 #include <csignal>
@@ -156,5 +154,3 @@ TEST(NamedObjects, PathsStayInTheirFolderAndApart)
 
 } // namespace
 } // namespace quillmarsh
-
-#endif

@@ -3,8 +3,6 @@
 
 #include <gtest/gtest.h>
 
-#if !defined(_WIN32)
-
 #include <array>
 #include <cstdlib>
 #include <fcntl.h>
@@ -143,5 +141,3 @@ TEST(TerminalDialog, WithoutATerminalTheDefaultAnswers)
 
 } // namespace
 } // namespace quillmarsh::platform
-
-#endif

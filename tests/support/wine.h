@@ -1,0 +1,23 @@
+// Wine in the place of Windows, which lacks some of what Windows has.
+#ifndef QUILLMARSH_TESTS_SUPPORT_WINE_H
+#define QUILLMARSH_TESTS_SUPPORT_WINE_H
+
+#if defined(_WIN32)
+#include "source/platform/win32/windows.h"
+#endif
+
+namespace quillmarsh::tests
+{
+
+inline bool IsWine()
+{
+#if defined(_WIN32)
+    return GetProcAddress(GetModuleHandleA("ntdll.dll"), "wine_get_version") != nullptr;
+#else
+    return false;
+#endif
+}
+
+} // namespace quillmarsh::tests
+
+#endif
