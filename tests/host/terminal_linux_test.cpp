@@ -1,4 +1,4 @@
-#include "tests/support/host_process.h"
+#include "tests/support/host_terminal_linux.h"
 
 #include <gtest/gtest.h>
 
@@ -6,8 +6,6 @@ namespace quillmarsh::tests
 {
 namespace
 {
-
-using std::string;
 
 constexpr char s_up[] = "\033[A";
 

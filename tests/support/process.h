@@ -1,91 +1,55 @@
-// A program as a process of its own.
+// A program as a process of its own, with files for its standard streams.
 #ifndef QUILLMARSH_TESTS_SUPPORT_PROCESS_H
 #define QUILLMARSH_TESTS_SUPPORT_PROCESS_H
 
-#include <cstdlib>
-#include <fstream>
-#include <iterator>
-#include <string>
+#include "tests/support/scratch_directory.h"
+
 #include <vector>
 
-#include <fcntl.h>
-#include <sys/wait.h>
-#include <unistd.h>
+#if defined(_WIN32)
+#include "tests/support/process_win32.h"
+#else
+#include "tests/support/process_linux.h"
+#endif
 
 namespace quillmarsh::tests
 {
 
 /// A file for a test, deleted with this object.
-class ScratchFile
+class ScratchFile : NoCopy
 {
 public:
-    explicit ScratchFile(std::string const &content = "")
-    {
-        char name[] = "/tmp/quillmarsh-test-XXXXXX";
-        close(mkstemp(name));
-        name_ = name;
-        std::ofstream(name_, std::ios::binary) << content;
-    }
-    ~ScratchFile() { unlink(name_.c_str()); }
-    ScratchFile(ScratchFile const &) = delete;
+    explicit ScratchFile(string const &content = "") : name_(directory_.Write("file", content)) {}
 
-    std::string const &GetName() const { return name_; }
-    std::string Read() const
+    string const &GetName() const { return name_; }
+    /// All of it, with the line ends of text.
+    string Read() const
     {
-        std::ifstream file(name_, std::ios::binary);
-        return std::string(std::istreambuf_iterator<char>(file), {});
+        std::ifstream file(name_);
+        return string(std::istreambuf_iterator<char>(file), {});
     }
 
 private:
-    std::string name_;
+    ScratchDirectory directory_;
+    string name_;
 };
-
-[[noreturn]] inline void Execute(std::string const &program, std::vector<std::string> const &arguments)
-{
-    std::vector<std::string> words = {program};
-    words.insert(words.end(), arguments.begin(), arguments.end());
-    std::vector<char *> pointers;
-    for (std::string &word : words)
-        pointers.push_back(word.data());
-    pointers.push_back(nullptr);
-    execv(pointers[0], pointers.data());
-    _exit(127);
-}
-
-/// Exit status, or minus the signal.
-inline int WaitForExit(pid_t process)
-{
-    int status = 0;
-    waitpid(process, &status, 0);
-    return WIFEXITED(status) ? WEXITSTATUS(status) : -WTERMSIG(status);
-}
 
 struct ProcessResult
 {
     int status = -1;
-    std::string out;
-    std::string err;
+    string out;
+    string err;
 };
 
 /// Runs a program to its end, with a text on its standard input. Its outputs go through files, which never fill up.
-inline ProcessResult RunProcess(std::string const &program, std::vector<std::string> const &arguments,
-                                std::string const &input = "")
+inline ProcessResult RunProcess(string const &program, std::vector<string> const &arguments, string const &input = "")
 {
-    ScratchFile const in(input);
-    ScratchFile const out;
-    ScratchFile const err;
-    pid_t const process = fork();
-    if (process == 0)
-    {
-        dup2(open(in.GetName().c_str(), O_RDONLY), 0);
-        dup2(open(out.GetName().c_str(), O_WRONLY), 1);
-        dup2(open(err.GetName().c_str(), O_WRONLY), 2);
-        Execute(program, arguments);
-    }
+    ScratchDirectory const scratch;
+    StreamFiles const streams = {scratch.Write("in", input), scratch.Write("out", ""), scratch.Write("err", "")};
     ProcessResult result;
-    result.status = WaitForExit(process);
-    result.out = out.Read();
-    result.err = err.Read();
+    result.status = RunWithStreams(program, arguments, streams);
+    result.out = ReadFile(streams.out);
+    result.err = ReadFile(streams.err);
     return result;
 }
 

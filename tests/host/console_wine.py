@@ -1,0 +1,101 @@
+"""The host in a Windows console, which Wine shows in a terminal: lines, their editing, interrupts and dialogs.
+
+usage: console_wine.py WINE HOST"""
+import os
+import pty
+import re
+import select
+import sys
+import termios
+import time
+
+
+class Console:
+    """A process in a terminal, and what it shows without the escape sequences."""
+
+    def __init__(self, *command):
+        self.shown = ""
+        self.seen = 0
+        self.process, self.terminal = pty.fork()
+        if self.process == 0:
+            os.environ["TERM"] = "xterm"
+            os.execvp(command[0], command)
+
+    def read_more(self):
+        ready, _, _ = select.select([self.terminal], [], [], 20)
+        try:
+            got = os.read(self.terminal, 4096).decode("utf-8", "replace") if ready else ""
+        except OSError:
+            got = ""
+        self.shown += got
+        return got != ""
+
+    def plain(self):
+        # Space up to the next text is skipped, not written.
+        text = re.sub(r"\x1b\[(\d+)C", lambda match: " " * int(match[1]), self.shown)
+        return re.sub(r"\x1b\[[?\d;]*[A-Za-z]|\r", "", text)
+
+    def expect(self, text):
+        end = time.monotonic() + 20
+        while (found := self.plain().find(text, self.seen)) < 0:
+            if time.monotonic() > end or not self.read_more():
+                sys.exit(f"{text!r} is not shown in:\n{self.plain()}\nas it came: {self.shown!r}")
+        self.seen = found + len(text)
+
+    def send(self, keys):
+        # Before a program reads, the terminal edits lines by itself.
+        end = time.monotonic() + 20
+        while termios.tcgetattr(self.terminal)[3] & termios.ICANON and time.monotonic() < end:
+            time.sleep(0.01)
+        os.write(self.terminal, keys.encode())
+
+    def expect_exit(self, *statuses):
+        while self.read_more():
+            pass
+        status = os.waitstatus_to_exitcode(os.waitpid(self.process, 0)[1])
+        if status not in statuses:
+            sys.exit(f"exit status {status}, and shown:\n{self.plain()}")
+
+
+def test_lines(command):
+    console = Console(*command)
+    console.expect("workbench> ")
+    console.send("grxet\x7f\x7f\x7feet\r")
+    console.expect("Hello from the workbench!")
+    console.expect("workbench> ")
+    console.send("greet -to=J\u00fcrgen\r")
+    console.expect("Hello from the workbench, J\u00fcrgen!")
+    console.expect("workbench> ")
+    console.send("exit\r")
+    console.expect_exit(0)
+
+
+def test_interrupts(command):
+    console = Console(*command)
+    console.expect("workbench> ")
+    console.send("gre\x03")
+    console.expect("Interrupt again to exit.")
+    console.expect("workbench> ")
+    console.send("greet\r")
+    console.expect("Hello from the workbench!")
+    console.expect("workbench> ")
+    console.send("\x03")
+    console.expect("Interrupt again to exit.")
+    console.send("\x03")
+    console.expect_exit(0)
+
+
+def test_dialogs(command):
+    console = Console(*command, "--developer-mode")
+    console.expect("workbench> ")
+    console.send("crash -assert\r")
+    console.expect("! Forced assert by crash-command.")
+    console.expect("or Enter for Abort? ")
+    console.send("i\r")
+    console.expect("workbench> ")
+    console.send("\x1a\r")
+    console.expect_exit(0)
+
+
+for test in (test_lines, test_interrupts, test_dialogs):
+    test(sys.argv[1:])
