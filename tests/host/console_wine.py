@@ -5,6 +5,7 @@ import os
 import pty
 import re
 import select
+import signal
 import sys
 import termios
 import time
@@ -49,11 +50,17 @@ class Console:
             time.sleep(0.01)
         os.write(self.terminal, keys.encode())
 
-    def expect_exit(self, *statuses):
+    def expect_exit(self, expected):
         while self.read_more():
             pass
-        status = os.waitstatus_to_exitcode(os.waitpid(self.process, 0)[1])
-        if status not in statuses:
+        end = time.monotonic() + 20
+        while (ended := os.waitpid(self.process, os.WNOHANG)) == (0, 0) and time.monotonic() < end:
+            time.sleep(0.01)
+        if ended == (0, 0):
+            os.kill(self.process, signal.SIGKILL)
+            sys.exit(f"does not end, and shows:\n{self.plain()}")
+        status = os.waitstatus_to_exitcode(ended[1])
+        if status != expected:
             sys.exit(f"exit status {status}, and shown:\n{self.plain()}")
 
 
@@ -93,7 +100,7 @@ def test_dialogs(command):
     console.expect("or Enter for Abort? ")
     console.send("i\r")
     console.expect("workbench> ")
-    console.send("\x1a\r")
+    console.send("exit\r")
     console.expect_exit(0)
 
 
