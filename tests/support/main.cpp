@@ -3,6 +3,10 @@
 
 #include <gtest/gtest.h>
 
+#if defined(_WIN32)
+#include "source/platform/win32/windows.h"
+#endif
+
 namespace
 {
 
@@ -20,6 +24,10 @@ public:
 
 int main(int argc, char **argv)
 {
+#if defined(_WIN32)
+    // A test that crashes, or whose child is to crash, ends without a window or a debugger.
+    SetErrorMode(SEM_FAILCRITICALERRORS | SEM_NOGPFAULTERRORBOX);
+#endif
     FailingDialogs dialogs;
     quillmarsh::platform::SetDialogPresenter(&dialogs);
     testing::InitGoogleTest(&argc, argv);
