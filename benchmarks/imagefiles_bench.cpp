@@ -47,8 +47,10 @@ public:
             {
                 auto const noise = random();
                 for (unsigned int i = 0; i < 3; ++i)
-                    pixel[i] = static_cast<unsigned char>(128 + 100 * std::sin((row * (i + 1) + column) * 0.01) +
-                                                          (noise >> 8 * i & 3));
+                {
+                    double const wave = std::sin((row * (i + 1) + column) * 0.01);
+                    pixel[i] = static_cast<unsigned char>(128 + 100 * wave + static_cast<double>(noise >> 8 * i & 3));
+                }
                 pixel[3] = 255;
             }
         }
