@@ -157,9 +157,8 @@ constexpr Channel s_channels[] = {{"luminance", &Fill_Luminance},
                                   {"green", &Fill_Green},
                                   {"blue", &Fill_Blue}};
 
-void Fill(DataBench &bench, ostream &, CommandLineParser const &parser)
+void FillChannels(SampledData const &data, CommandLineParser const &parser)
 {
-    SampledData const &data = bench.GetData();
     for (Channel const &channel : s_channels)
     {
         string text;
@@ -172,6 +171,14 @@ void Fill(DataBench &bench, ostream &, CommandLineParser const &parser)
             throw DataException("the sample format " + tools::GetFormatName(data.GetFormat()) + " has no " +
                                 channel.name);
     }
+}
+
+void Fill(DataBench &bench, ostream &, CommandLineParser const &parser)
+{
+    SampledData const &data = bench.GetData();
+    // One sample first, so that a channel that is not there leaves the data as they are.
+    FillChannels(SampledData(data.GetFormat(), {1}), parser);
+    FillChannels(data, parser);
 }
 
 void Mipmaps(DataBench &bench, ostream &out, CommandLineParser const &parser)

@@ -64,7 +64,7 @@ TEST_F(WorkbenchData, FailuresAreToldAndKeepTheData)
         {"convert R8", "no sample format has the name R8"},
         {"resample 5", "no size of an image: 5"},
         {"flip -layers -rows", "an image has no layers"},
-        {"fill -red=256", "red wants a number from 0 to 255, not 256"},
+        {"fill -red=255 -blue=256", "blue wants a number from 0 to 255, not 256"},
         {"fill -luminance=1", "the sample format A1R5G5B5 has no luminance"},
         {"mipmaps m", "mipmaps need dimensions that are powers of two, and there are 2 rows, 3 columns"},
         {"save out.qmdp.volume", "out.qmdp.volume: takes a volume, and no image"},
