@@ -237,6 +237,16 @@ void ToString(string &text, unsigned long value)
     text = std::to_string(value);
 }
 
+void ToString(string &text, long long value)
+{
+    text = std::to_string(value);
+}
+
+void ToString(string &text, unsigned long long value)
+{
+    text = std::to_string(value);
+}
+
 void ToStringHex(string &text, unsigned int value, unsigned int width)
 {
     PrintHex(text, value, width);

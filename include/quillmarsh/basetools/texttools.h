@@ -40,6 +40,9 @@ QUILLMARSH_API void ToString(string &text, int value);
 QUILLMARSH_API void ToString(string &text, unsigned int value);
 QUILLMARSH_API void ToString(string &text, long value);
 QUILLMARSH_API void ToString(string &text, unsigned long value);
+QUILLMARSH_API void ToString(string &text, long long value);
+/// Sizes have this type on 64-bit Windows.
+QUILLMARSH_API void ToString(string &text, unsigned long long value);
 /// Lower-case hexadecimal, filled with "0" to `width`.
 QUILLMARSH_API void ToStringHex(string &text, unsigned int value, unsigned int width = 0);
 QUILLMARSH_API void ToStringHex(string &text, unsigned long value, unsigned int width = 0);
