@@ -84,7 +84,7 @@ void DrawCheckerboard(ImageBase &image, unsigned int offset, std::span<unsigned 
 
     // One row of each kind is enough for the processor: two blocks of one row.
     std::ptrdiff_t const size = image.GetSampleByteSize();
-    std::ptrdiff_t const rowStep = image.GetRowByteSize() * std::ptrdiff_t{blockRows};
+    std::ptrdiff_t const rowStep = static_cast<std::ptrdiff_t>(std::size_t{image.GetRowByteSize()} * blockRows);
     unsigned int const numKinds = image.GetNumRows() > blockRows ? 2 : 1;
     element_processors::ProcessElementsInplace2D(processor, numKinds, image.GetNumColumns(),
                                                  image.GetSamplesB() + offset, {rowStep, size});
