@@ -7,21 +7,18 @@
 namespace quillmarsh
 {
 
-// The functions work in double precision and round once at the end: so single precision gets the same bits from every
-// C library.
-
-/// Sine and cosine of an angle.
+/// Sine and cosine of an angle, to the bit the same on every system: the C libraries differ near multiples of a quarter
+/// turn, where some know too few digits of pi.
 struct SineCosine
 {
-    explicit SineCosine(float degrees)
-        : sine(static_cast<float>(std::sin(static_cast<double>(degrees) * math_constants::PiOver180))),
-          cosine(static_cast<float>(std::cos(static_cast<double>(degrees) * math_constants::PiOver180)))
-    {
-    }
+    explicit SineCosine(float degrees);
 
     float sine;
     float cosine;
 };
+
+// The functions below work in double precision and round once at the end: so single precision gets the same bits from
+// every C library.
 
 inline float ToDegrees(double radians)
 {
