@@ -48,7 +48,6 @@ void CheckDimensions([[maybe_unused]] VolumeBase const &source)
     QUILLMARSH_ASSERT(IsPowerOf2(source.GetNumColumns()), "Dimension is not power-of-2.");
 }
 
-/// A container for one level of a source; null for a format that no container has.
 SignalBase *MakeLevel(eSampleFormat format, SignalBase const &source, unsigned int level)
 {
     return ManufactureSignal(format, MipmapChain::ComputeDimensionAtLevel(level, source.GetNumSamples()));
@@ -132,6 +131,18 @@ VolumeBase const &NoLevel(VolumeBase const *)
 }
 /// @}
 
+/// A container for one level of a source. Bytes that neither filter nor transfer writes are 0; null for a format that
+/// no container has.
+template<typename Container>
+AutoPtr<Container> MakeClearLevel(eSampleFormat format, Container const &source, unsigned int level)
+{
+    AutoPtr<Container> made(MakeLevel(format, source, level));
+    bool const hasUnwrittenBytes = format == e_format_X8R8G8B8 || format != source.GetSampleFormat();
+    if (made && hasUnwrittenBytes)
+        ProcessSamples_Clear(*made);
+    return made;
+}
+
 /// Clears a chain at the end of the scope unless it is complete by then.
 template<typename Chain>
 class UnfinishedChainSentry : NoCopy
@@ -196,7 +207,7 @@ bool TypedMipmapChain<Container>::BuildLevel0(Container const &source, bool copy
         levels_.push_back({&source, false});
         return true;
     }
-    AutoPtr<Container> level(MakeLevel(GetSampleFormat(), source, 0));
+    AutoPtr<Container> level = MakeClearLevel(GetSampleFormat(), source, 0);
     if (!level)
         return false;
     if (sharesFormat)
@@ -216,7 +227,7 @@ bool TypedMipmapChain<Container>::BuildSmallerLevels(Container const &source)
     Container const *previous = &source;
     for (unsigned int i = 1; i < GetNumLevels(); ++i)
     {
-        AutoPtr<Container> work(MakeLevel(source.GetSampleFormat(), source, i));
+        AutoPtr<Container> work = MakeClearLevel(source.GetSampleFormat(), source, i);
         if (!work || !Halve(*work, *previous))
             return false;
         previous = work.get();
@@ -225,7 +236,7 @@ bool TypedMipmapChain<Container>::BuildSmallerLevels(Container const &source)
             Own(std::move(work));
             continue;
         }
-        AutoPtr<Container> level(MakeLevel(GetSampleFormat(), source, i));
+        AutoPtr<Container> level = MakeClearLevel(GetSampleFormat(), source, i);
         Transfer(*level, *work);
         Own(std::move(level));
         kept = std::move(work);

@@ -40,7 +40,8 @@ private:
 /// Chain over one kind of container: SignalBase, ImageBase or VolumeBase.
 ///
 /// All filtering takes place in the format of the source, each level out of the one before it, and the format of the
-/// chain is made of each level by itself. A dimension that has come to 1 stays there while the others go on.
+/// chain is made of each level by itself; bytes that neither filter nor transfer writes are 0. A dimension that has come
+/// to 1 stays there while the others go on.
 ///
 ///     ImageMipmapChain chain(e_format_A8R8G8B8);
 ///     if (chain.Build(picture, false))
