@@ -132,7 +132,7 @@ bool ConvertShortPathNameToLongPathName(string const &shortName, string &longNam
 
 bool FileExists(string const &name)
 {
-    return CanBeLookedUp(name) && platform::FindEntry(name);
+    return CanBeLookedUp(Rules(), name) && platform::FindEntry(name);
 }
 
 bool DeleteFileA(string const &name)
@@ -155,6 +155,21 @@ bool CopyFileA(string const &from, string const &to, bool overwrite)
 bool MoveFileA(string const &from, string const &to, bool overwrite)
 {
     return IsUsableName(from) && IsUsableName(to) && platform::MoveEntry(from, to, overwrite);
+}
+
+std::filesystem::file_type GetFileType(string const &name, bool followLinks)
+{
+    return IsUsableName(name) ? platform::ReadFileType(name, followLinks) : std::filesystem::file_type::none;
+}
+
+std::filesystem::path GetStreamPath(string const &name)
+{
+    return platform::MakeStreamPath(IsUsableName(name) ? name : string());
+}
+
+string GetLastFailureReason()
+{
+    return platform::DescribeLastFailure();
 }
 
 bool DirectoryExists(string const &name)

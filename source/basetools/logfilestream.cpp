@@ -1,34 +1,18 @@
 #include <quillmarsh/basetools/logfilestream.h>
 
+#include <quillmarsh/basetools/filesystem.h>
 #include <quillmarsh/basetools/platforminfo.h>
 #include <quillmarsh/basetools/streameffectors.h>
-
-#include <filesystem>
 
 namespace quillmarsh
 {
 namespace
 {
 
-/// The name is UTF-8 on every system, so the path is made of characters that say so.
-std::filesystem::path MakePath(string const &fileName)
-{
-    return std::filesystem::path(std::u8string(fileName.begin(), fileName.end()));
-}
-
 bool OpenForWriting(std::filebuf &file, string const &fileName)
 {
-    // A name that the system would cut short names another file.
-    bool const isUsable = !fileName.empty() && fileName.find('\0') == string::npos;
-    try
-    {
-        return isUsable && file.open(MakePath(fileName), std::ios_base::out | std::ios_base::trunc) != nullptr;
-    }
-    catch (std::exception const &)
-    {
-        // Not well-formed, on a system that has to convert it.
-        return false;
-    }
+    std::filesystem::path const path = file_system::GetStreamPath(fileName);
+    return !path.empty() && file.open(path, std::ios_base::out | std::ios_base::trunc) != nullptr;
 }
 
 } // namespace

@@ -3,6 +3,7 @@
 #include <quillmarsh/basetools/texttools.h>
 
 #include <algorithm>
+#include <string_view>
 #include <utility>
 
 namespace quillmarsh::file_system
@@ -28,6 +29,20 @@ bool IsRooted(PathRules const &rules, string const &name)
 bool IsDrive(PathRules const &rules, string const &name)
 {
     return rules.volumeSeparator != '\0' && name.size() == 2 && IsLetter(name[0]) && name[1] == rules.volumeSeparator;
+}
+
+constexpr std::string_view s_devices[] = {"CON", "PRN", "AUX", "NUL", "CONIN$", "CONOUT$"};
+constexpr std::string_view s_ports[] = {"COM", "LPT"};
+constexpr std::string_view s_portNumbers[] = {"1", "2", "3", "4",      "5",      "6",
+                                              "7", "8", "9", "\u00b9", "\u00b2", "\u00b3"};
+
+bool IsDevice(string const &name)
+{
+    if (std::ranges::find(s_devices, name) != std::end(s_devices))
+        return true;
+    constexpr std::size_t length = s_ports[0].size();
+    return name.size() > length && std::ranges::find(s_ports, name.substr(0, length)) != std::end(s_ports) &&
+           std::ranges::find(s_portNumbers, name.substr(length)) != std::end(s_portNumbers);
 }
 
 /// Resolves "." and "..". False if ".." meets no more pieces than `floor`.
@@ -158,20 +173,41 @@ void ApplyTrailingPathSeparator(PathRules const &rules, string &name, bool trail
         name = std::move(shorter);
 }
 
+bool NamesDevice(PathRules const &rules, string const &name)
+{
+    if (!rules.hasDeviceNames || MatchPrefix(name, rules.widePrefix))
+        return false;
+    // Of all pieces only the last one, and what stands in front of its extension, or of a stream in it. Blanks at its
+    // end do not count.
+    std::size_t const end = name.find_last_not_of("\\/") + 1;
+    std::size_t begin = end;
+    while (begin > 0 && string("\\/").find(name[begin - 1]) == string::npos)
+        --begin;
+    string base = name.substr(begin, end - begin);
+    if (base.size() > 1 && base[1] == rules.volumeSeparator)
+        base.erase(0, 2);
+    base.resize(std::min(base.size(), base.find_first_of(".:")));
+    base.erase(base.find_last_not_of(' ') + 1);
+    UpperCase(base);
+    return IsDevice(base);
+}
+
 bool IsUsableName(string const &name)
 {
     return !name.empty() && name.find('\0') == string::npos;
 }
 
-bool CanBeLookedUp(string const &name)
+bool CanBeLookedUp(PathRules const &rules, string const &name)
 {
-    return IsUsableName(name) && name.find_first_of("?*") == string::npos;
+    string const prefix = rules.widePrefix;
+    std::size_t const begin = MatchPrefix(name, prefix) ? prefix.size() : 0;
+    return IsUsableName(name) && name.find_first_of("?*", begin) == string::npos;
 }
 
 bool MakeDirectoryLookupName(PathRules const &rules, string const &name, string &lookupName)
 {
     lookupName.clear();
-    if (!CanBeLookedUp(name))
+    if (!CanBeLookedUp(rules, name))
         return false;
     string shorter = name;
     RemoveTrailingPathSeparator(rules, shorter);

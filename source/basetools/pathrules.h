@@ -20,10 +20,12 @@ struct PathRules
     char const *widePrefix;
     /// Whether a path separator at the front stands for the root of the one tree of files.
     bool hasRoot;
+    /// Whether names like "con" and "nul.txt" stand for devices in each directory.
+    bool hasDeviceNames;
 };
 
-constexpr PathRules s_windowsPathRules = {'\\', '.', ':', "\\\\?\\", false};
-constexpr PathRules s_unixPathRules = {'/', '.', '\0', "", true};
+constexpr PathRules s_windowsPathRules = {'\\', '.', ':', "\\\\?\\", false, true};
+constexpr PathRules s_unixPathRules = {'/', '.', '\0', "", true, false};
 
 /// @name The operations of filesystem.h, under the rules given
 /// @{
@@ -43,11 +45,14 @@ void ForceFullPathName(PathRules const &rules, string const &directory, string &
 /// Gives the name of a directory a trailing separator, or takes it away, where it is not the root's or a drive's own.
 void ApplyTrailingPathSeparator(PathRules const &rules, string &name, bool trailingSeparator);
 
+/// Whether a name stands for a device, with whatever path and extension, where the system keeps names for them.
+bool NamesDevice(PathRules const &rules, string const &name);
+
 /// Whether the system can be asked for a name: not empty, and without a character 0, which would cut it short.
 bool IsUsableName(string const &name);
 
-/// Whether a name can stand for one file: usable, and without "?" and "*".
-bool CanBeLookedUp(string const &name);
+/// Whether a name can stand for one file: usable, and without "?" and "*" behind the long-path prefix.
+bool CanBeLookedUp(PathRules const &rules, string const &name);
 
 /// Turns the name of a directory into the one to look up. False for a name that stands for no directory.
 bool MakeDirectoryLookupName(PathRules const &rules, string const &name, string &lookupName);

@@ -5,6 +5,7 @@
 #include <quillmarsh/platform/types.h>
 
 #include <cstdint>
+#include <filesystem>
 
 namespace quillmarsh::file_system
 {
@@ -20,7 +21,8 @@ namespace quillmarsh::platform
 file_system::PathRules const &GetSystemPathRules();
 
 /// @name Files
-/// Names are usable ones (file_system::IsUsableName). Each is false on failure; see filesystem.h for what they promise.
+/// Names are usable ones (file_system::IsUsableName). Each is false on failure, and then the run-time library's number
+/// of the error tells why; see filesystem.h for what they promise.
 /// @{
 
 /// Whether the listing of a directory shows the name; a name on Windows can end in "\*".
@@ -32,6 +34,12 @@ bool MakeDirectory(string const &name);
 bool RemoveEmptyDirectory(string const &name);
 bool FindLongName(string const &shortName, string &longName);
 bool MakeTempFile(string &result, string const &directory, string const &prefix);
+std::filesystem::file_type ReadFileType(string const &name, bool followLinks);
+/// The file that a name stands for in the end, through links; the name itself if the system does not tell.
+string FollowLinks(string const &name);
+/// Empty for a name that no file has, and for an empty one.
+std::filesystem::path MakeStreamPath(string const &name);
+string DescribeLastFailure();
 
 /// @}
 /// @name Directories that the process knows

@@ -195,11 +195,24 @@ TEST(PathRules, DirectoryNamesOfTwoCharactersAreDrives)
         string lookupName;
     };
     Lookup const lookups[] = {
-        {s_win, "c:", true, "c:\\*"}, {s_win, "Z:\\", true, "Z:\\*"}, {s_win, "1:", false, ""},
-        {s_win, "ab", false, ""},     {s_win, "ab\\", false, ""},     {s_win, "abc\\", true, "abc"},
-        {s_win, "a", true, "a"},      {s_win, "a*b", false, ""},      {s_win, "a?b", false, ""},
-        {s_win, "", false, ""},       {s_unix, "ab", false, ""},      {s_unix, "c:", false, ""},
-        {s_unix, "/a", true, "/a"},   {s_unix, "/a/", true, "/a"},    {s_unix, "/", true, "/"},
+        {s_win, "c:", true, "c:\\*"},
+        {s_win, "Z:\\", true, "Z:\\*"},
+        {s_win, "1:", false, ""},
+        {s_win, "ab", false, ""},
+        {s_win, "ab\\", false, ""},
+        {s_win, "abc\\", true, "abc"},
+        {s_win, "a", true, "a"},
+        {s_win, "a*b", false, ""},
+        {s_win, "a?b", false, ""},
+        {s_win, "", false, ""},
+        {s_unix, "ab", false, ""},
+        {s_unix, "c:", false, ""},
+        {s_win, "\\\\?\\c:\\a\\", true, "\\\\?\\c:\\a"},
+        {s_win, "\\\\?\\c:\\a?", false, ""},
+        {s_unix, "\\\\?\\c:", false, ""},
+        {s_unix, "/a", true, "/a"},
+        {s_unix, "/a/", true, "/a"},
+        {s_unix, "/", true, "/"},
     };
     for (Lookup const &lookup : lookups)
     {
@@ -207,6 +220,20 @@ TEST(PathRules, DirectoryNamesOfTwoCharactersAreDrives)
         EXPECT_EQ(MakeDirectoryLookupName(lookup.rules, lookup.name, lookupName), lookup.succeeds) << lookup.name;
         EXPECT_EQ(lookupName, lookup.lookupName);
     }
+}
+
+TEST(PathRules, DevicesHaveNamesInEachDirectory)
+{
+    for (char const *device : {"nul", "CON", "Prn.txt", "aux .a.b", "com1", "c:\\dir\\LPT9.x", "dir/com3 ", "c:nul",
+                               "nul:", "con\\", "COM\u00b9", "conin$", "dir\\CONOUT$", "nul."})
+    {
+        EXPECT_TRUE(NamesDevice(s_win, device)) << device;
+        EXPECT_FALSE(NamesDevice(s_unix, device)) << device;
+        EXPECT_FALSE(NamesDevice(s_win, "\\\\?\\c:\\" + string(device))) << device;
+    }
+    for (char const *file :
+         {"", ".", "\\", "null", "a.nul", "com", "com0", "com10", "con\\a", "lpt", "com1x", " con", "xcon", ".con"})
+        EXPECT_FALSE(NamesDevice(s_win, file)) << file;
 }
 
 } // namespace

@@ -1,9 +1,16 @@
 #include <quillmarsh/basetools/filesystem.h>
 
+#include <quillmarsh/basetools/logfilestream.h>
+#include <quillmarsh/basetools/texttools.h>
+
+#include "source/platform/win32/widetext.h"
 #include "source/platform/win32/windows.h"
+#include "tests/support/files_win32.h"
 #include "tests/support/scratch_directory.h"
 
 #include <gtest/gtest.h>
+
+#include <optional>
 
 namespace quillmarsh::file_system
 {
@@ -44,20 +51,81 @@ TEST(FileSystem, NamesAreUnicode)
     EXPECT_FALSE(FileExists(scratch.GetPath().string() + "\\caf\xe9"));
 }
 
+TEST(FileSystem, FullNamesGetTheLongPathPrefix)
+{
+    struct Conversion
+    {
+        string name;
+        string converted;
+    };
+    for (Conversion const &conversion : {
+             Conversion{"c:/dir\\.\\sub\\..\\file", "\\\\?\\c:\\dir\\file"},
+             {"c:\\dir\\file. .", "\\\\?\\c:\\dir\\file"},
+             {"\\\\server\\share\\file", "\\\\?\\UNC\\server\\share\\file"},
+             {"\\\\?\\c:\\dir\\..\\nul.", "\\\\?\\c:\\dir\\..\\nul."},
+             {"\\\\?\\UNC\\server\\share\\file", "\\\\?\\UNC\\server\\share\\file"},
+             {"\\\\.\\pipe\\name", ""},
+             {"c:\\dir\\nul.txt", ""},
+             {"", ""},
+             {"a\xff", ""},
+         })
+    {
+        wstring path;
+        string text;
+        EXPECT_EQ(platform::MakeSystemPath(conversion.name, path), !conversion.converted.empty()) << conversion.name;
+        UnicodeToAscii(path, text);
+        EXPECT_EQ(text, conversion.converted);
+    }
+    EXPECT_EQ(GetStreamPath("\\\\server\\share\\file"), L"\\\\server\\share\\file");
+    EXPECT_EQ(GetStreamPath("c:\\a/b"), L"c:\\a\\b");
+}
+
+TEST(FileSystem, StreamsTakeNamesOfAnyLength)
+{
+    ScratchDirectory const scratch;
+    tests::DeepDirectory const directory(scratch);
+    for (string const &name : {directory / "caf\u00e9", "\\\\?\\" + (directory / "log. ")})
+    {
+        EXPECT_EQ(GetFileType(name, true), std::filesystem::file_type::not_found);
+        LogFileStream("long", name) << "text";
+        EXPECT_EQ(GetFileType(name, false), std::filesystem::file_type::regular);
+        std::ifstream file(GetStreamPath(name));
+        EXPECT_NE(string(std::istreambuf_iterator<char>(file), {}).find("text"), string::npos) << name;
+        file.close();
+        EXPECT_TRUE(DeleteFileA(name));
+    }
+}
+
+TEST(FileSystem, BlanksAndDotsAtTheEndOfANameDoNotCount)
+{
+    ScratchDirectory const scratch;
+    string const file = scratch.Write("file", "text");
+    EXPECT_TRUE(FileExists(file + ". ."));
+    EXPECT_FALSE(CopyFileA(file, file + ".", true));
+    EXPECT_FALSE(IfFileExistsDeleteOnOverwrite(file + " ", false));
+    EXPECT_EQ(GetStreamPath(file + "."), GetStreamPath(file));
+}
+
 TEST(FileSystem, FileThatAnotherHoldsOpenStays)
 {
     ScratchDirectory const scratch;
     string const held = scratch.Write("held", "old");
     string const other = scratch.Write("other", "new");
-    HANDLE const file = CreateFileA(held.c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr);
-    ASSERT_NE(file, INVALID_HANDLE_VALUE);
+    std::optional<tests::FileHolder> holder(std::in_place, held, 0);
+    string const reason = platform::DescribeSystemError(ERROR_SHARING_VIOLATION);
     EXPECT_TRUE(FileExists(held));
+    EXPECT_EQ(GetFileType(held, true), std::filesystem::file_type::regular);
     EXPECT_FALSE(DeleteFileA(held));
+    EXPECT_EQ(GetLastFailureReason(), reason);
     EXPECT_FALSE(CopyFileA(other, held, true));
     EXPECT_FALSE(CopyFileA(held, scratch / "copy", true));
+    EXPECT_EQ(GetLastFailureReason(), reason);
     EXPECT_FALSE(MoveFileA(held, scratch / "moved", true));
+    EXPECT_FALSE(MoveFileA(other, held, true));
     EXPECT_FALSE(IfFileExistsDeleteOnOverwrite(held, true));
-    CloseHandle(file);
+    EXPECT_TRUE(LogFileStream("held", held).fail());
+    EXPECT_EQ(GetLastFailureReason(), reason);
+    holder.reset();
     EXPECT_EQ(ReadFile(held), "old");
     EXPECT_EQ(std::distance(std::filesystem::directory_iterator(scratch.GetPath()), {}), 2);
 }
@@ -66,17 +134,34 @@ TEST(FileSystem, DevicesAndMissingDrivesAreNoFiles)
 {
     ScratchDirectory const scratch;
     string const from = scratch.Write("from", "text");
-    string drive = "b:\\";
-    while ((GetLogicalDrives() >> (drive[0] - 'a') & 1) != 0)
-        ++drive[0];
+    string const drive = tests::FindMissingDrive();
     EXPECT_FALSE(DirectoryExists(drive));
-    EXPECT_FALSE(CopyFileA(from, drive + "file", true));
     EXPECT_FALSE(CreateDirectoryPath(drive + "a\\b"));
     EXPECT_FALSE(SetProcessDirectory(drive));
-    for (char const *device : {"CON", "COM1"})
-        EXPECT_FALSE(CreateDirectoryA(device)) << device;
-    EXPECT_FALSE(MoveFileA(from, "NUL", false));
+    string const deviceReason = platform::DescribeSystemError(ERROR_BAD_DEVICE);
+    for (string const &name :
+         {string("CON"), string("nul"), scratch / "nul.txt", scratch / "com1", string("\\\\.\\nul"), drive + "file"})
+    {
+        EXPECT_FALSE(FileExists(name)) << name;
+        EXPECT_FALSE(CopyFileA(from, name, false)) << name;
+        EXPECT_FALSE(CopyFileA(from, name, true)) << name;
+        EXPECT_FALSE(CopyFileA(name, scratch / "copy", true)) << name;
+        EXPECT_FALSE(MoveFileA(from, name, true)) << name;
+        EXPECT_FALSE(CreateDirectoryA(name)) << name;
+        EXPECT_FALSE(DeleteFileA(name)) << name;
+        EXPECT_TRUE(LogFileStream("none", name).fail()) << name;
+        EXPECT_EQ(GetLastFailureReason() == deviceReason, name != drive + "file") << name;
+    }
     EXPECT_EQ(ReadFile(from), "text");
+    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(scratch.GetPath()), {}), 1);
+}
+
+TEST(FileSystem, PrefixOfATempFileLeadsToNoOtherDirectory)
+{
+    ScratchDirectory const scratch;
+    string result;
+    for (char const *prefix : {"../", "a/b", "c:x", "..\\"})
+        EXPECT_FALSE(CreateTempFile(result, scratch.GetPath().string(), prefix)) << prefix;
 }
 
 } // namespace

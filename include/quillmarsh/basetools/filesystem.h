@@ -4,6 +4,7 @@
 
 #include <quillmarsh/platform/types.h>
 
+#include <filesystem>
 #include <vector>
 
 /// Files and their names. Paths are UTF-8; Linux passes any other bytes through.
@@ -69,8 +70,8 @@ QUILLMARSH_API bool ConvertShortPathNameToLongPathName(string const &shortName, 
 /// @name Files
 /// @{
 
-/// Whether there is anything by this name. False without a look for an empty name and for one with "?" or "*".
-/// A directory counts as well.
+/// Whether there is anything by this name. False without a look for an empty name and for one with "?" or "*", but in
+/// the long-path prefix of Windows. A directory counts as well.
 QUILLMARSH_API bool FileExists(string const &name);
 /// Deletes a file; a symbolic link goes itself and not what it stands for.
 QUILLMARSH_API bool DeleteFileA(string const &name);
@@ -82,6 +83,22 @@ QUILLMARSH_API bool CopyFileA(string const &from, string const &to, bool overwri
 /// Renames a file or directory; a file is copied when the names lie on different devices, and the old one then deleted.
 /// The same care for `to` as in CopyFileA.
 QUILLMARSH_API bool MoveFileA(string const &from, string const &to, bool overwrite);
+
+/// What bears a name; with `followLinks`, what a link of that name leads to. `none` if the system does not tell.
+QUILLMARSH_API std::filesystem::file_type GetFileType(string const &name, bool followLinks);
+
+/// @}
+/// @name Files in streams of the standard library
+/// @{
+
+/// Path by which a stream opens a file; on Windows a full one, longer than the system's old limit if need be.
+///
+/// Empty for a name that no file has: an empty one, one with a character 0, and on Windows one that is not UTF-8, or a
+/// device's, like "nul.txt".
+QUILLMARSH_API std::filesystem::path GetStreamPath(string const &name);
+/// The system's reason for the calling thread's last failure, of a file operation here, of a stream, or of
+/// GetStreamPath.
+QUILLMARSH_API string GetLastFailureReason();
 
 /// @}
 /// @name Directories

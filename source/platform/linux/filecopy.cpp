@@ -124,13 +124,6 @@ bool CopyBeside(string const &from, string const &to, bool overwrite)
     return false;
 }
 
-/// The file that a name stands for in the end, through links.
-string FollowLinks(string const &name)
-{
-    std::unique_ptr<char, decltype(&free)> const resolved(realpath(name.c_str(), nullptr), &free);
-    return resolved ? resolved.get() : name;
-}
-
 } // namespace
 
 bool CopyOneFile(string const &from, string const &to, bool overwrite)

@@ -2,6 +2,9 @@
 
 #include "source/basetools/pathrules.h"
 
+#include <cerrno>
+#include <system_error>
+
 #include <fcntl.h>
 #include <stdlib.h>
 #include <sys/stat.h>
@@ -55,6 +58,31 @@ bool MakeTempFile(string &result, string const &directory, string const &prefix)
     close(file);
     result = name;
     return true;
+}
+
+std::filesystem::file_type ReadFileType(string const &name, bool followLinks)
+{
+    std::error_code error;
+    return followLinks ? std::filesystem::status(name, error).type()
+                       : std::filesystem::symlink_status(name, error).type();
+}
+
+string FollowLinks(string const &name)
+{
+    std::unique_ptr<char, decltype(&free)> const resolved(realpath(name.c_str(), nullptr), &free);
+    return resolved ? resolved.get() : name;
+}
+
+std::filesystem::path MakeStreamPath(string const &name)
+{
+    if (name.empty())
+        errno = ENOENT;
+    return name;
+}
+
+string DescribeLastFailure()
+{
+    return std::generic_category().message(errno);
 }
 
 } // namespace quillmarsh::platform

@@ -7,31 +7,64 @@
 #include "source/platform/win32/windows.h"
 
 #include <array>
+#include <cerrno>
+#include <cstdlib>
+#include <system_error>
 
 namespace quillmarsh::platform
 {
 namespace
 {
 
+/// Hands the outcome of an operation on; of a failure, the run-time library learns as of its own.
+bool Report(bool succeeded)
+{
+    if (!succeeded)
+    {
+        DWORD const code = GetLastError();
+        std::error_condition const condition = std::system_category().default_error_condition(static_cast<int>(code));
+        errno = condition.category() == std::generic_category() ? condition.value() : EIO;
+        _doserrno = code;
+    }
+    return succeeded;
+}
+
 /// Calls an operation of the system on a name.
 template<typename Operation>
 bool CallOnPath(Operation operation, string const &name)
 {
     wstring path;
-    return MakeSystemPath(name, path) && operation(ToSystem(path)) != 0;
+    return Report(MakeSystemPath(name, path) && operation(ToSystem(path)) != 0);
 }
+
+/// A look at what a name stands for in the end, through links, which nobody who holds it open can refuse.
+class FileView : NoCopy
+{
+public:
+    explicit FileView(wstring const &path)
+        : handle_(CreateFileW(ToSystem(path), 0, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
+                              OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr))
+    {
+    }
+    ~FileView()
+    {
+        if (IsOpen())
+            CloseHandle(handle_);
+    }
+
+    bool IsOpen() const { return handle_ != INVALID_HANDLE_VALUE; }
+    HANDLE Get() const { return handle_; }
+
+private:
+    HANDLE handle_;
+};
 
 /// Which file a name stands for; false if it cannot be told.
 bool Identify(wstring const &path, DirectoryIdentity &identity)
 {
-    constexpr DWORD sharing = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
-    HANDLE const file =
-        CreateFileW(ToSystem(path), 0, sharing, nullptr, OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr);
-    if (file == INVALID_HANDLE_VALUE)
-        return false;
+    FileView const file(path);
     BY_HANDLE_FILE_INFORMATION information;
-    bool const succeeded = GetFileInformationByHandle(file, &information) != 0;
-    CloseHandle(file);
+    bool const succeeded = file.IsOpen() && GetFileInformationByHandle(file.Get(), &information) != 0;
     if (succeeded)
         identity = {information.dwVolumeSerialNumber,
                     static_cast<std::uint64_t>(information.nFileIndexHigh) << 32 | information.nFileIndexLow};
@@ -64,9 +97,36 @@ bool CopyOver(wstring const &from, wstring const &to)
         return false;
     if (MoveFileExW(ToSystem(copy), ToSystem(to), MOVEFILE_REPLACE_EXISTING) != 0)
         return true;
+    DWORD const reason = GetLastError();
     SetFileAttributesW(ToSystem(copy), FILE_ATTRIBUTE_NORMAL);
     DeleteFileW(ToSystem(copy));
+    SetLastError(reason);
     return false;
+}
+
+/// The entry itself, links not followed.
+bool ReadEntry(wstring const &path, WIN32_FIND_DATAW &entry)
+{
+    HANDLE const search =
+        FindFirstFileExW(ToSystem(path), FindExInfoStandard, &entry, FindExSearchNameMatch, nullptr, 0);
+    return search != INVALID_HANDLE_VALUE && FindClose(search) != 0;
+}
+
+bool IsLink(WIN32_FIND_DATAW const &entry)
+{
+    return (entry.dwFileAttributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0 && entry.dwReserved0 == IO_REPARSE_TAG_SYMLINK;
+}
+
+bool IsAbsent(DWORD code)
+{
+    return code == ERROR_FILE_NOT_FOUND || code == ERROR_PATH_NOT_FOUND || code == ERROR_INVALID_NAME;
+}
+
+/// Brings the name of a server from the form that it has behind the long-path prefix into the usual one.
+void RestoreServer(string &name)
+{
+    if (EatPrefix(name, "UNC\\"))
+        name.insert(0, "\\\\");
 }
 
 class SystemListing : public DirectoryListing
@@ -118,12 +178,8 @@ file_system::PathRules const &GetSystemPathRules()
 bool FindEntry(string const &name)
 {
     wstring path;
-    if (!MakeSystemPath(name, path))
-        return false;
     WIN32_FIND_DATAW entry;
-    HANDLE const search =
-        FindFirstFileExW(ToSystem(path), FindExInfoStandard, &entry, FindExSearchNameMatch, nullptr, 0);
-    return search != INVALID_HANDLE_VALUE && FindClose(search) != 0;
+    return Report(MakeSystemPath(name, path) && ReadEntry(path, entry));
 }
 
 bool RemoveFile(string const &name)
@@ -135,9 +191,12 @@ bool CopyOneFile(string const &from, string const &to, bool overwrite)
 {
     wstring source;
     wstring target;
-    if (!MakeSystemPath(from, source) || !MakeSystemPath(to, target) || IsSameFile(source, target))
+    // A link stays one, and what it leads to is replaced.
+    if (!MakeSystemPath(from, source) || !MakeSystemPath(FollowLinks(to), target))
+        return Report(false);
+    if (IsSameFile(source, target))
         return false;
-    return overwrite ? CopyOver(source, target) : CopyFileW(ToSystem(source), ToSystem(target), TRUE) != 0;
+    return Report(overwrite ? CopyOver(source, target) : CopyFileW(ToSystem(source), ToSystem(target), TRUE) != 0);
 }
 
 bool MoveEntry(string const &from, string const &to, bool overwrite)
@@ -145,12 +204,13 @@ bool MoveEntry(string const &from, string const &to, bool overwrite)
     wstring source;
     wstring target;
     if (!MakeSystemPath(from, source) || !MakeSystemPath(to, target))
-        return false;
+        return Report(false);
     DWORD const flags = overwrite ? MOVEFILE_REPLACE_EXISTING : 0;
     if (MoveFileExW(ToSystem(source), ToSystem(target), flags) != 0)
         return true;
-    return GetLastError() == ERROR_NOT_SAME_DEVICE && CopyOneFile(from, to, overwrite) &&
-           DeleteFileW(ToSystem(source)) != 0;
+    if (GetLastError() != ERROR_NOT_SAME_DEVICE)
+        return Report(false);
+    return CopyOneFile(from, to, overwrite) && Report(DeleteFileW(ToSystem(source)) != 0);
 }
 
 bool MakeDirectory(string const &name)
@@ -171,7 +231,10 @@ bool FindLongName(string const &shortName, string &longName)
                                                                             : AsciiToUnicode(shortName, wide);
     auto const read = [&wide](wchar_t *buffer, DWORD size) { return GetLongPathNameW(ToSystem(wide), buffer, size); };
     wstring found;
-    return isUsable && ReadSystemText(read, found) && file_system::ConvertPathName(rules, found, longName);
+    if (!Report(isUsable && ReadSystemText(read, found)) || !file_system::ConvertPathName(rules, found, longName))
+        return false;
+    RestoreServer(longName);
+    return true;
 }
 
 bool MakeTempFile(string &result, string const &directory, string const &prefix)
@@ -179,11 +242,71 @@ bool MakeTempFile(string &result, string const &directory, string const &prefix)
     wstring wideDirectory;
     wstring widePrefix;
     std::array<wchar_t, MAX_PATH> name;
-    if (!AsciiToUnicode(directory, wideDirectory) || !AsciiToUnicode(prefix, widePrefix) ||
-        GetTempFileNameW(ToSystem(wideDirectory), ToSystem(widePrefix), 0, name.data()) == 0)
+    // What the system also takes for a separator leads out of the directory.
+    if (prefix.find_first_of("/:") != string::npos || !AsciiToUnicode(directory, wideDirectory) ||
+        !AsciiToUnicode(prefix, widePrefix))
+        return false;
+    if (!Report(GetTempFileNameW(ToSystem(wideDirectory), ToSystem(widePrefix), 0, name.data()) != 0))
         return false;
     result = FromSystem(name.data());
     return !result.empty();
+}
+
+std::filesystem::file_type ReadFileType(string const &name, bool followLinks)
+{
+    using std::filesystem::file_type;
+    wstring path;
+    if (!MakeSystemPath(name, path))
+        return file_type::none;
+    DWORD const attributes = GetFileAttributesW(ToSystem(path));
+    if (attributes == INVALID_FILE_ATTRIBUTES)
+        return IsAbsent(GetLastError()) ? file_type::not_found : file_type::none;
+    WIN32_FIND_DATAW entry;
+    if ((attributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0 && ReadEntry(path, entry) && IsLink(entry))
+    {
+        if (!followLinks)
+            return file_type::symlink;
+        if (!FileView(path).IsOpen())
+            return file_type::not_found;
+    }
+    return (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0 ? file_type::directory : file_type::regular;
+}
+
+string FollowLinks(string const &name)
+{
+    wstring path;
+    if (ReadFileType(name, false) != std::filesystem::file_type::symlink || !MakeSystemPath(name, path))
+        return name;
+    FileView const file(path);
+    auto const read = [&file](wchar_t *buffer, DWORD size)
+    { return GetFinalPathNameByHandleW(file.Get(), buffer, size, FILE_NAME_NORMALIZED); };
+    wstring found;
+    string target;
+    return file.IsOpen() && ReadSystemText(read, found) && UnicodeToAscii(found, target) ? target : name;
+}
+
+std::filesystem::path MakeStreamPath(string const &name)
+{
+    // Files with a longer name beside this one must be within the limit, too.
+    constexpr std::size_t longestPlainName = MAX_PATH - 60;
+    wstring path;
+    string plain;
+    if (!Report(MakeSystemPath(name, path)))
+        return {};
+    bool const hadPrefix = MatchPrefix(name, GetSystemPathRules().widePrefix);
+    if (!hadPrefix && path.size() <= longestPlainName &&
+        file_system::ConvertPathName(GetSystemPathRules(), path, plain))
+    {
+        RestoreServer(plain);
+        AsciiToUnicode(plain, path);
+    }
+    return std::wstring(ToSystem(path), path.size());
+}
+
+string DescribeLastFailure()
+{
+    DWORD const code = _doserrno;
+    return code != 0 ? DescribeSystemError(code) : std::generic_category().message(errno);
 }
 
 AutoPtr<DirectoryListing> DirectoryListing::Open(string const &path)

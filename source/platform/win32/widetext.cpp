@@ -16,11 +16,31 @@ string FromSystem(wchar_t const *text)
     return converted;
 }
 
+string DescribeSystemError(DWORD code)
+{
+    wchar_t *text = nullptr;
+    constexpr DWORD flags = FORMAT_MESSAGE_ALLOCATE_BUFFER | FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS;
+    FormatMessageW(flags, nullptr, code, 0, reinterpret_cast<wchar_t *>(&text), 0, nullptr);
+    string description = text ? FromSystem(text) : "";
+    LocalFree(text);
+    description.erase(description.find_last_not_of(" \r\n") + 1);
+    return description.empty() ? "error " + std::to_string(code) : description;
+}
+
 bool MakeSystemPath(string const &name, wstring &path)
 {
+    file_system::PathRules const &rules = GetSystemPathRules();
     wstring wide;
-    if (!AsciiToUnicode(name, wide))
+    if (name.empty() || !AsciiToUnicode(name, wide))
+    {
+        SetLastError(ERROR_INVALID_NAME);
         return false;
+    }
+    if (MatchPrefix(name, rules.widePrefix))
+    {
+        path = wide;
+        return true;
+    }
     // Behind the prefix the system takes a name as it is: it has to be full, and without dots.
     auto const read = [&wide](wchar_t *buffer, DWORD size)
     { return GetFullPathNameW(ToSystem(wide), size, buffer, nullptr); };
@@ -28,10 +48,15 @@ bool MakeSystemPath(string const &name, wstring &path)
     string text;
     if (!ReadSystemText(read, full) || !UnicodeToAscii(full, text))
         return false;
-    bool const hasServerOrPrefix = MatchPrefix(text, "\\\\");
-    if (hasServerOrPrefix)
-        path = full;
-    return hasServerOrPrefix || file_system::ConvertPathName(GetSystemPathRules(), text, path);
+    if (file_system::NamesDevice(rules, name) || MatchPrefix(text, "\\\\.\\"))
+    {
+        SetLastError(ERROR_BAD_DEVICE);
+        return false;
+    }
+    // A server's name has a form of its own behind the prefix.
+    if (MatchPrefix(text, "\\\\"))
+        text.replace(0, 1, "UNC");
+    return file_system::ConvertPathName(rules, text, path);
 }
 
 } // namespace quillmarsh::platform

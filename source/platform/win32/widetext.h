@@ -23,7 +23,11 @@ inline wchar_t *ToSystem(wstring &text)
 /// UTF-8 of a text that ends in 0; empty if it is not well-formed.
 string FromSystem(wchar_t const *text);
 
-/// Full name with the long-path prefix, "." and ".." resolved. False if the name is not UTF-8.
+/// The system's text for an error code, without its line end.
+string DescribeSystemError(unsigned long code);
+
+/// Full name with the long-path prefix, "." and ".." resolved; a name that has the prefix is taken as it is. False, and
+/// then the system's last error is set, for a device's name and for one that is not UTF-8.
 bool MakeSystemPath(string const &name, wstring &path);
 
 /// Calls `read(buffer, size)` until the buffer is large enough. The call returns the length that it wrote, the size
