@@ -2,6 +2,8 @@
 
 #include <quillmarsh/basetools/filesystem.h>
 
+#include "source/platform/files.h"
+
 #include <cstdint>
 #include <fstream>
 #include <random>
@@ -16,33 +18,11 @@ using std::filesystem::file_type;
 using std::filesystem::path;
 using std::filesystem::perms;
 
-/// Names are UTF-8 on every system, so the path is made of characters that say so. Empty for a name that no file has.
-path MakePath(string const &fileName)
+/// The name of a path in the library's text.
+string ToName(path const &file)
 {
-    // A name that the system would cut short names another file.
-    if (fileName.find('\0') != string::npos)
-        return {};
-    try
-    {
-        return path(std::u8string(fileName.begin(), fileName.end()));
-    }
-    catch (std::exception const &)
-    {
-        // Not well-formed, on a system that has to convert it.
-        return {};
-    }
-}
-
-file_type TypeOf(path const &name)
-{
-    std::error_code error;
-    return std::filesystem::status(name, error).type();
-}
-
-file_type TypeOfEntry(path const &name)
-{
-    std::error_code error;
-    return std::filesystem::symlink_status(name, error).type();
+    std::u8string const text = file.u8string();
+    return string(text.begin(), text.end());
 }
 
 /// Nobody can guess it, and nobody else gets it.
@@ -66,14 +46,14 @@ bool CanOpen(path const &name, std::ios_base::openmode mode)
 
 path FindDataFile(string const &fileName)
 {
-    path const name = MakePath(fileName);
-    return TypeOf(name) == file_type::regular ? name : path();
+    bool const isFile = file_system::GetFileType(fileName, true) == file_type::regular;
+    return isFile ? file_system::GetStreamPath(fileName) : path();
 }
 
 bool MayReplaceFile(string const &fileName, bool overwrite)
 {
     // Looked up as it is: a name that FileExists takes for a pattern can be that of a file.
-    switch (TypeOfEntry(MakePath(fileName)))
+    switch (file_system::GetFileType(fileName, false))
     {
     case file_type::none:
     case file_type::not_found:
@@ -89,9 +69,11 @@ bool MayReplaceFile(string const &fileName, bool overwrite)
 
 FileReplacement::FileReplacement(string const &fileName)
 {
-    path const name = MakePath(fileName);
+    path const name = file_system::GetStreamPath(fileName);
+    if (name.empty())
+        return;
     std::error_code error;
-    switch (TypeOf(name))
+    switch (file_system::GetFileType(fileName, true))
     {
     case file_type::directory:
     case file_type::fifo:
@@ -101,12 +83,12 @@ FileReplacement::FileReplacement(string const &fileName)
         if (!CanOpen(name, std::ios_base::app))
             return;
         permissions_ = std::filesystem::status(name, error).permissions();
-        if (!CreateBeside(std::filesystem::canonical(name, error)))
+        if (!CreateBeside(file_system::GetStreamPath(platform::FollowLinks(fileName))))
             path_ = name;
         return;
     case file_type::not_found:
         // A link that leads nowhere is there all the same.
-        if (TypeOfEntry(name) != file_type::not_found || !CreateBeside(name))
+        if (file_system::GetFileType(fileName, false) != file_type::not_found || !CreateBeside(name))
             path_ = name;
         return;
     default:
@@ -116,10 +98,8 @@ FileReplacement::FileReplacement(string const &fileName)
 
 FileReplacement::~FileReplacement()
 {
-    if (target_.empty())
-        return;
-    std::error_code error;
-    std::filesystem::remove(path_, error);
+    if (!target_.empty())
+        file_system::DeleteFileA(ToName(path_));
 }
 
 bool FileReplacement::Commit()
@@ -129,8 +109,7 @@ bool FileReplacement::Commit()
     std::error_code error;
     if (permissions_ != perms::unknown)
         std::filesystem::permissions(path_, permissions_, error);
-    std::filesystem::rename(path_, target_, error);
-    if (error)
+    if (!file_system::MoveFileA(ToName(path_), ToName(target_), true))
         return false;
     target_.clear();
     return true;
@@ -138,8 +117,6 @@ bool FileReplacement::Commit()
 
 bool FileReplacement::CreateBeside(path const &target)
 {
-    if (target.empty())
-        return false;
     path const beside = target.parent_path() / MakeHiddenName();
     if (!CanOpen(beside, std::ios_base::out))
         return false;

@@ -206,8 +206,11 @@ bool DataPackage::SaveToFile(string const &fileName, bool rethrow)
                     [&]
                     {
                         FileReplacement replacement(fileName);
-                        std::ofstream file(replacement.GetPath(), ios_base::out | ios_base::trunc | ios_base::binary);
-                        if (!file)
+                        std::ofstream file;
+                        // An attempt without a path would take the place of the reason why there is none.
+                        if (!replacement.GetPath().empty())
+                            file.open(replacement.GetPath(), ios_base::out | ios_base::trunc | ios_base::binary);
+                        if (!file.is_open())
                             QUILLMARSH_THROW(SerializationException, "Cannot open file: " + fileName);
                         try
                         {

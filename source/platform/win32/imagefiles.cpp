@@ -44,10 +44,10 @@ bool FindEncoder(char const *mimeType, CLSID &encoder)
 
 AutoPtr<Gdiplus::Bitmap> OpenImageFile(std::filesystem::path const &name)
 {
-    std::error_code error;
-    std::uint64_t const fileSize = std::filesystem::file_size(name, error);
-    if (error)
+    WIN32_FILE_ATTRIBUTE_DATA file;
+    if (GetFileAttributesExW(name.c_str(), GetFileExInfoStandard, &file) == 0)
         return nullptr;
+    std::uint64_t const fileSize = std::uint64_t{file.nFileSizeHigh} << 32 | file.nFileSizeLow;
     auto bitmap = std::make_unique<Gdiplus::Bitmap>(name.c_str());
     if (bitmap->GetLastStatus() != Gdiplus::Ok)
         return nullptr;
