@@ -30,6 +30,32 @@ void ForceWinKernelName(string &name)
     std::replace(name.begin() + static_cast<std::ptrdiff_t>(start), name.end(), '\\', '/');
 }
 
+CriticalSection::CriticalSection()
+{
+    static_assert(sizeof(section_) == platform::s_criticalSectionSize);
+    platform::MakeCriticalSection(section_);
+}
+
+CriticalSection::~CriticalSection()
+{
+    platform::DestroyCriticalSection(section_);
+}
+
+void CriticalSection::Enter()
+{
+    platform::EnterCriticalSection(section_);
+}
+
+bool CriticalSection::TryEnter()
+{
+    return platform::TryEnterCriticalSection(section_);
+}
+
+void CriticalSection::Leave()
+{
+    platform::LeaveCriticalSection(section_);
+}
+
 Event::Event(bool initiallySignaled, bool manualReset, string const &name, bool forceKernelName) : name_(name)
 {
     if (forceKernelName)

@@ -4,6 +4,8 @@
 
 #include <quillmarsh/platform/types.h>
 
+#include <cstddef>
+
 namespace quillmarsh::platform
 {
 
@@ -15,6 +17,16 @@ enum class eWaitResult
 };
 
 constexpr unsigned int s_waitInfinite = 0xffffffffu;
+
+/// @name Critical sections, in memory of the caller's that is aligned for a pointer
+/// @{
+constexpr std::size_t s_criticalSectionSize = 48;
+void MakeCriticalSection(void *section);
+void DestroyCriticalSection(void *section);
+void EnterCriticalSection(void *section);
+bool TryEnterCriticalSection(void *section);
+void LeaveCriticalSection(void *section);
+/// @}
 
 /// @name Named objects
 /// Events and mutexes share one name space. The prefixes "Local\" and "Session\" name the objects of one user, as no

@@ -4,24 +4,26 @@
 
 #include <quillmarsh/platform/types.h>
 
-#include <mutex>
-
 namespace quillmarsh
 {
 
 /// Mutual exclusion between the threads of one process. Any thread; its owner may enter again, and leaves as often.
-class CriticalSection : NoCopy
+class QUILLMARSH_API CriticalSection : NoCopy
 {
 public:
+    CriticalSection();
+    ~CriticalSection();
+
     /// Waits until no other thread is inside.
-    void Enter() { mutex_.lock(); }
+    void Enter();
     /// Enters when no other thread is inside; false otherwise.
-    bool TryEnter() { return mutex_.try_lock(); }
+    bool TryEnter();
     /// Leaves; only for the thread that is inside.
-    void Leave() { mutex_.unlock(); }
+    void Leave();
 
 private:
-    std::recursive_mutex mutex_;
+    /// Room for the system's own record.
+    alignas(void *) unsigned char section_[48];
 };
 
 /// Stays in a critical section for the length of a scope.

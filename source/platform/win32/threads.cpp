@@ -23,6 +23,32 @@ unsigned int __stdcall RunThreadFunction(void *start)
 
 } // namespace
 
+void MakeCriticalSection(void *section)
+{
+    static_assert(sizeof(CRITICAL_SECTION) <= s_criticalSectionSize && alignof(CRITICAL_SECTION) <= alignof(void *));
+    InitializeCriticalSection(static_cast<CRITICAL_SECTION *>(section));
+}
+
+void DestroyCriticalSection(void *section)
+{
+    DeleteCriticalSection(static_cast<CRITICAL_SECTION *>(section));
+}
+
+void EnterCriticalSection(void *section)
+{
+    ::EnterCriticalSection(static_cast<CRITICAL_SECTION *>(section));
+}
+
+bool TryEnterCriticalSection(void *section)
+{
+    return ::TryEnterCriticalSection(static_cast<CRITICAL_SECTION *>(section)) != FALSE;
+}
+
+void LeaveCriticalSection(void *section)
+{
+    ::LeaveCriticalSection(static_cast<CRITICAL_SECTION *>(section));
+}
+
 HANDLE CreateEventObject(bool initiallySignaled, bool manualReset, string const &name)
 {
     return CreateEventA(nullptr, manualReset, initiallySignaled, name.empty() ? nullptr : name.c_str());
