@@ -13,18 +13,6 @@ namespace quillmarsh::platform
 namespace
 {
 
-/// Text of the system for an error code, without its line end.
-string DescribeError(DWORD code)
-{
-    wchar_t *text = nullptr;
-    constexpr DWORD flags = FORMAT_MESSAGE_ALLOCATE_BUFFER | FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS;
-    FormatMessageW(flags, nullptr, code, 0, reinterpret_cast<wchar_t *>(&text), 0, nullptr);
-    string description = text ? FromSystem(text) : "";
-    LocalFree(text);
-    description.erase(description.find_last_not_of(" \r\n") + 1);
-    return description.empty() ? "error " + std::to_string(code) : description;
-}
-
 HMODULE LoadByName(string const &fileName, DWORD flags)
 {
     wstring wide;
@@ -61,7 +49,7 @@ string FindMissingImport(HMODULE image)
 /// the file, mapped without running any of it, does.
 string DescribeFailure(string const &fileName, DWORD code)
 {
-    string description = fileName + ": " + DescribeError(code);
+    string description = fileName + ": " + DescribeSystemError(code);
     if (code != ERROR_MOD_NOT_FOUND)
         return description;
     HMODULE const image = LoadByName(fileName, DONT_RESOLVE_DLL_REFERENCES);
@@ -79,12 +67,31 @@ HMODULE LoadModule(string const &fileName)
     return isAscii ? LoadLibraryA(fileName.c_str()) : LoadByName(fileName, 0);
 }
 
-/// The system would look into the current directory for a name without a path.
+/// The system would look into the current directory for a name without a path. Any directory that is set takes its
+/// place; the system's own is looked into anyway.
 void LeaveCurrentDirectoryOut()
 {
     static std::once_flag s_once;
-    std::call_once(s_once, [] { SetDllDirectoryA(""); });
+    std::call_once(s_once,
+                   []
+                   {
+                       wchar_t directory[MAX_PATH];
+                       bool const isSet = GetDllDirectoryW(0, nullptr) > 1;
+                       if (!isSet && GetSystemDirectoryW(directory, MAX_PATH) != 0)
+                           SetDllDirectoryW(directory);
+                   });
 }
+
+/// Keeps the system from telling the user, in a dialog of its own, of a library that it cannot use.
+class NoSystemDialogs : NoCopy
+{
+public:
+    NoSystemDialogs() { SetThreadErrorMode(SEM_FAILCRITICALERRORS | SEM_NOOPENFILEERRORBOX, &before_); }
+    ~NoSystemDialogs() { SetThreadErrorMode(before_, nullptr); }
+
+private:
+    DWORD before_ = 0;
+};
 
 } // namespace
 
@@ -97,6 +104,7 @@ HINSTANCE OpenModule(string const &fileName, string &error)
         return nullptr;
     }
     LeaveCurrentDirectoryOut();
+    NoSystemDialogs const noDialogs;
     HMODULE const module = LoadModule(fileName);
     if (!module)
         error = DescribeFailure(fileName, GetLastError());

@@ -12,7 +12,7 @@
 #define STRICT
 #endif
 #undef _WIN32_WINNT
-#define _WIN32_WINNT 0x0600
+#define _WIN32_WINNT 0x0601
 #undef WINVER
 #define WINVER _WIN32_WINNT
 
