@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <mutex>
 
 namespace quillmarsh::platform
 {
@@ -46,6 +47,19 @@ struct CursorRow
     eStockCursor cursor;
     char const *resource;
 };
+
+std::mutex s_drawingMutex;
+unsigned int s_numDrawingStarts = 0;
+
+/// The service's headers keep what it has for everybody once they have asked for it, and that ends with the service.
+void ForgetGenericObjects()
+{
+    Gdiplus::_GdipFontFamilyCachedGenericMonospace = nullptr;
+    Gdiplus::_GdipFontFamilyCachedGenericSansSerif = nullptr;
+    Gdiplus::_GdipFontFamilyCachedGenericSerif = nullptr;
+    Gdiplus::_GdipStringFormatCachedGenericDefault = nullptr;
+    Gdiplus::_GdipStringFormatCachedGenericTypographic = nullptr;
+}
 
 } // namespace
 
@@ -141,14 +155,19 @@ bool StartDrawing(std::uintptr_t &token)
 {
     Gdiplus::GdiplusStartupInput const input;
     ULONG_PTR systemToken = 0;
+    std::lock_guard const lock(s_drawingMutex);
     if (Gdiplus::GdiplusStartup(&systemToken, &input, nullptr) != Gdiplus::Ok)
         return false;
+    ++s_numDrawingStarts;
     token = systemToken;
     return true;
 }
 
 void StopDrawing(std::uintptr_t token)
 {
+    std::lock_guard const lock(s_drawingMutex);
+    if (--s_numDrawingStarts == 0)
+        ForgetGenericObjects();
     Gdiplus::GdiplusShutdown(token);
 }
 
