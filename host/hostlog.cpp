@@ -3,6 +3,8 @@
 #include "arguments.h"
 #include "system.h"
 
+#include <quillmarsh/basetools/filesystem.h>
+
 #include <cerrno>
 
 namespace quillmarsh::host
@@ -20,7 +22,7 @@ void HostLog::Open(string const &fileName)
     auto file = std::make_unique<LogFileStream>("quillmarsh-host", fileName);
     file->flush();
     if (!*file)
-        ThrowWrongArgument("cannot write the log '" + fileName + "': " + system::GetLastFileError());
+        ThrowWrongArgument("cannot write the log '" + fileName + "': " + file_system::GetLastFailureReason());
     std::lock_guard const lock(mutex_);
     file_ = std::move(file);
 }

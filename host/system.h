@@ -38,9 +38,6 @@ bool IsLibraryFile(string const &fileName);
 /// a look would end the process.
 bool IsCompleteLibraryFile(string const &fileName);
 
-/// The system's cause of the last failed operation on a file.
-string GetLastFileError();
-
 unsigned int GetThisThreadID();
 
 /// Moves the calling thread `steps` steps above (or below) the normal priority. False when the system refuses.

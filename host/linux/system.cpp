@@ -1,5 +1,7 @@
 #include "../system.h"
 
+#include <quillmarsh/basetools/filesystem.h>
+
 #include <array>
 #include <atomic>
 #include <cerrno>
@@ -70,7 +72,7 @@ bool WriteStandardOutput(std::string_view text, string &error)
         }
         else if (errno != EINTR)
         {
-            error = GetLastFileError();
+            error = file_system::GetLastFailureReason();
             return false;
         }
     }
@@ -118,11 +120,6 @@ bool IsCompleteLibraryFile(string const &fileName)
             return false;
     }
     return static_cast<bool>(file);
-}
-
-string GetLastFileError()
-{
-    return std::strerror(errno);
 }
 
 unsigned int GetThisThreadID()
@@ -204,7 +201,7 @@ AutoPtr<Input> Input::Open(string const &name, string &error)
     // A directory opens, but cannot be read.
     if (descriptor < 0 || (!standardInput && read(descriptor, &probe, 0) < 0))
     {
-        error = GetLastFileError();
+        error = file_system::GetLastFailureReason();
         if (descriptor >= 0)
             close(descriptor);
         return nullptr;

@@ -1,14 +1,15 @@
 #include "../system.h"
 
+#include <quillmarsh/basetools/filesystem.h>
 #include <quillmarsh/basetools/texttools.h>
 
 #include <algorithm>
 #include <atomic>
-#include <cerrno>
 #include <cstdio>
+#include <cstdlib>
 #include <cstring>
-#include <filesystem>
 #include <fstream>
+#include <mutex>
 
 #include <fcntl.h>
 #include <io.h>
@@ -27,11 +28,6 @@ string FromSystem(wchar_t const *text)
     string converted;
     UnicodeToAscii(reinterpret_cast<unsigned short const *>(text), converted);
     return converted;
-}
-
-std::filesystem::path MakePath(string const &name)
-{
-    return std::u8string(name.begin(), name.end());
 }
 
 /// The run-time library takes every device for a terminal, the one for nothing too.
@@ -60,6 +56,18 @@ bool WriteConsoleText(std::string_view text)
     return true;
 }
 
+// What the console was like before. It outlives the program.
+UINT s_outputCodePage = 0;
+DWORD s_outputMode = 0;
+DWORD s_inputMode = 0;
+
+void RestoreConsole()
+{
+    SetConsoleOutputCP(s_outputCodePage);
+    SetConsoleMode(GetStdHandle(STD_OUTPUT_HANDLE), s_outputMode);
+    SetConsoleMode(GetStdHandle(STD_INPUT_HANDLE), s_inputMode);
+}
+
 } // namespace
 
 std::vector<string> GetArguments(int, char **)
@@ -79,12 +87,20 @@ void PrepareStandardStreams()
     _setmode(_fileno(stdin), _O_BINARY);
     _setmode(_fileno(stdout), _O_BINARY);
     _setmode(_fileno(stderr), _O_BINARY);
+    // A drive without a medium is a failure, and no question to the user.
+    SetErrorMode(SEM_FAILCRITICALERRORS);
     // Text is UTF-8, and colours are escape sequences.
+    s_outputCodePage = GetConsoleOutputCP();
     SetConsoleOutputCP(CP_UTF8);
     HANDLE const output = GetStdHandle(STD_OUTPUT_HANDLE);
-    DWORD mode = 0;
-    if (GetConsoleMode(output, &mode) != 0)
-        SetConsoleMode(output, mode | 0x0004 /* ENABLE_VIRTUAL_TERMINAL_PROCESSING */);
+    if (GetConsoleMode(output, &s_outputMode) != 0)
+        SetConsoleMode(output, s_outputMode | 0x0004 /* ENABLE_VIRTUAL_TERMINAL_PROCESSING */);
+    // Lines are edited by the system.
+    HANDLE const input = GetStdHandle(STD_INPUT_HANDLE);
+    if (GetConsoleMode(input, &s_inputMode) != 0)
+        SetConsoleMode(input, s_inputMode | ENABLE_PROCESSED_INPUT | ENABLE_LINE_INPUT | ENABLE_ECHO_INPUT);
+    if (s_outputCodePage != 0)
+        std::atexit(&RestoreConsole);
 }
 
 bool IsInputTerminal()
@@ -108,7 +124,7 @@ bool WriteStandardOutput(std::string_view text, string &error)
         return true;
     if (std::fwrite(text.data(), 1, text.size(), stdout) == text.size() && std::fflush(stdout) == 0)
         return true;
-    error = GetLastFileError();
+    error = file_system::GetLastFailureReason();
     return false;
 }
 
@@ -127,7 +143,7 @@ char const *GetPluginExtension()
 
 bool IsLibraryFile(string const &fileName)
 {
-    std::ifstream file(MakePath(fileName), std::ios::binary);
+    std::ifstream file(file_system::GetStreamPath(fileName), std::ios::binary);
     char head[2] = {};
     file.read(head, sizeof(head));
     return std::memcmp(head, "MZ", sizeof(head)) == 0;
@@ -137,11 +153,6 @@ bool IsCompleteLibraryFile(string const &)
 {
     // The system's loader looks by itself, and tells.
     return true;
-}
-
-string GetLastFileError()
-{
-    return std::strerror(errno);
 }
 
 unsigned int GetThisThreadID()
@@ -199,10 +210,15 @@ private:
 
 AutoPtr<Input> Input::Open(string const &name, string &error)
 {
-    std::FILE *const file = name == "-" ? stdin : _wfopen(MakePath(name).c_str(), L"rb");
+    std::FILE *file = stdin;
+    if (name != "-")
+    {
+        std::filesystem::path const path = file_system::GetStreamPath(name);
+        file = path.empty() ? nullptr : _wfopen(path.c_str(), L"rb");
+    }
     if (file != nullptr)
         return std::make_unique<FileInput>(file);
-    error = GetLastFileError();
+    error = file_system::GetLastFailureReason();
     return nullptr;
 }
 
@@ -214,14 +230,18 @@ struct SignalWatch::State
 namespace
 {
 
-std::atomic<std::function<void(eSignal)> *> s_onSignal{nullptr};
+std::mutex s_signalMutex;
+std::function<void(eSignal)> const *s_onSignal = nullptr;
 
+/// The system calls it on a thread that it makes for each event.
 BOOL WINAPI OnConsoleEvent(DWORD event)
 {
-    std::function<void(eSignal)> *const onSignal = s_onSignal;
-    if (onSignal == nullptr)
-        return FALSE;
-    (*onSignal)(event == CTRL_C_EVENT ? eSignal::e_interrupt : eSignal::e_terminate);
+    {
+        std::lock_guard const lock(s_signalMutex);
+        if (s_onSignal == nullptr)
+            return FALSE;
+        (*s_onSignal)(event == CTRL_C_EVENT ? eSignal::e_interrupt : eSignal::e_terminate);
+    }
     // The process ends when this returns for anything but an interrupt: the program has a moment to end by itself.
     if (event != CTRL_C_EVENT && event != CTRL_BREAK_EVENT)
         Sleep(3000);
@@ -233,13 +253,18 @@ BOOL WINAPI OnConsoleEvent(DWORD event)
 SignalWatch::SignalWatch(std::function<void(eSignal)> onSignal) : state_(std::make_unique<State>())
 {
     state_->onSignal = std::move(onSignal);
-    s_onSignal = &state_->onSignal;
+    {
+        std::lock_guard const lock(s_signalMutex);
+        s_onSignal = &state_->onSignal;
+    }
     SetConsoleCtrlHandler(&OnConsoleEvent, TRUE);
 }
 
 SignalWatch::~SignalWatch()
 {
     SetConsoleCtrlHandler(&OnConsoleEvent, FALSE);
+    // A call under way comes to its end.
+    std::lock_guard const lock(s_signalMutex);
     s_onSignal = nullptr;
 }
 

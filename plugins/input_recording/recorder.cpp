@@ -1,5 +1,6 @@
 #include "recorder.h"
 
+#include <quillmarsh/basetools/filesystem.h>
 #include <quillmarsh/devices/gamecontroller.h>
 #include <quillmarsh/devices/glove.h>
 #include <quillmarsh/devices/keyboard.h>
@@ -170,7 +171,11 @@ Recorder::Recorder(string const &fileName, std::vector<HumanInterfaceDevice *> c
     Collect(devices);
     if (sources_.empty())
         Fail("There is no device to record.");
-    file_.open(fileName_, std::ios::binary | std::ios::trunc);
+    std::filesystem::path const path = file_system::GetStreamPath(fileName_);
+    if (!path.empty())
+        file_.open(path, std::ios::binary | std::ios::trunc);
+    if (!file_.is_open())
+        Fail(fileName_ + ": the file cannot be written: " + file_system::GetLastFailureReason());
     string description = "Recorded";
     for (Source const &source : sources_)
         description +=

@@ -1,5 +1,6 @@
 #include "recordingreader.h"
 
+#include <quillmarsh/basetools/filesystem.h>
 #include <quillmarsh/basetools/texttools.h>
 
 #include <charconv>
@@ -301,16 +302,21 @@ Recording ParseRecording(string const &text, string const &name)
 
 Recording LoadRecording(string const &fileName)
 {
-    auto const fail = [&fileName](char const *what)
+    auto const fail = [&fileName](string const &what)
     {
         RecordingException exception;
         exception.SetMessage(fileName + ": " + what);
         throw exception;
     };
-    std::ifstream file(fileName, std::ios::binary | std::ios::ate);
+    std::filesystem::path const path = file_system::GetStreamPath(fileName);
+    std::ifstream file;
+    if (!path.empty())
+        file.open(path, std::ios::binary | std::ios::ate);
+    if (!file.is_open())
+        fail("the file cannot be opened: " + file_system::GetLastFailureReason());
     std::streamoff const size = file.tellg();
-    if (!file || size < 0)
-        fail("the file cannot be opened");
+    if (size < 0)
+        fail("the file cannot be read");
     if (size > s_maxFileSize)
         fail("the file has more than 64 MiB");
     file.seekg(0);

@@ -15,10 +15,14 @@ namespace quillmarsh::tests
 constexpr char s_szPluginExtension[] = ".dll";
 /// What the host says of a plug-in library that is cut off.
 constexpr char s_szCutOffReason[] = "the library cannot be loaded: ";
+/// Why a file that is not there cannot be opened, in the user's language on Windows.
+constexpr char s_szNotFoundReason[] = "";
 #else
 constexpr char s_szPluginExtension[] = ".so";
 /// What the host says of a plug-in library that is cut off.
 constexpr char s_szCutOffReason[] = "the library is cut off: ";
+/// Why a file that is not there cannot be opened.
+constexpr char s_szNotFoundReason[] = "No such file or directory";
 #endif
 
 /// Sets environment variables for a scope.

@@ -10,7 +10,6 @@
 #include <cerrno>
 #include <random>
 #include <string_view>
-#include <system_error>
 
 namespace quillmarsh::tools
 {
@@ -52,17 +51,12 @@ constexpr FirstBytes s_firstBytes[] = {
     throw DataException(fileName + ": " + what);
 }
 
-/// Names are UTF-8 on every system.
 path MakePath(string const &fileName)
 {
-    try
-    {
-        return path(std::u8string(fileName.begin(), fileName.end()));
-    }
-    catch (std::exception const &)
-    {
+    path const name = file_system::GetStreamPath(fileName);
+    if (name.empty())
         FailFile(fileName, "no name of a file");
-    }
+    return name;
 }
 
 /// What stands under a name and is no file to read from or to replace; null for a file or a device.
@@ -206,21 +200,17 @@ string HiddenNameBeside(string const &fileName)
 class FileRemover : NoCopy
 {
 public:
-    explicit FileRemover(path name) : name_(std::move(name)) {}
-    ~FileRemover()
-    {
-        std::error_code error;
-        std::filesystem::remove(name_, error);
-    }
+    explicit FileRemover(string const &name) : name_(name) {}
+    ~FileRemover() { file_system::DeleteFileA(name_); }
 
 private:
-    path name_;
+    string const name_;
 };
 
 [[noreturn]] void FailWritten(string const &fileName, FileType const &type)
 {
     FailFile(fileName, "cannot be written as " + string(type.container) +
-                           (errno != 0 ? ": " + std::generic_category().message(errno) : string()));
+                           (errno != 0 ? ": " + file_system::GetLastFailureReason() : string()));
 }
 
 constexpr char s_szNoPicture[] = "no picture that can be read, or one that is cut short or damaged";
@@ -273,17 +263,19 @@ char const *RecogniseContainer(istream &in)
 InputFile::InputFile(string const &fileName)
 {
     path const name = MakePath(fileName);
-    std::error_code error;
-    file_type const type = std::filesystem::status(name, error).type();
+    file_type const type = file_system::GetFileType(fileName, true);
     if (char const *const oddity = NameOddity(type))
         FailFile(fileName, oddity);
     if (type == file_type::character || type == file_type::block)
         FailFile(fileName, "is a device");
     errno = 0;
     stream_.open(name, std::ios_base::in | std::ios_base::binary);
-    byteSize_ = std::filesystem::file_size(name, error);
-    if (!stream_ || error)
-        FailFile(fileName, "cannot be opened: " + std::generic_category().message(errno));
+    stream_.seekg(0, std::ios_base::end);
+    std::streamoff const size = stream_.tellg();
+    stream_.seekg(0);
+    if (!stream_)
+        FailFile(fileName, "cannot be opened: " + file_system::GetLastFailureReason());
+    byteSize_ = static_cast<std::uint64_t>(size);
 }
 
 AutoPtr<ImageBase> LoadPicture(string const &fileName)
@@ -318,11 +310,10 @@ void RequireSaveable(SampledData const &data, string const &fileName, FileType c
     if (!IsPackage(type) && !isNamed)
         FailFile(fileName,
                  string(type.container) + " takes no samples of the format " + GetFormatName(data.GetFormat()));
-    path const name = MakePath(fileName);
-    std::error_code error;
-    if (char const *const oddity = NameOddity(std::filesystem::status(name, error).type()))
+    static_cast<void>(MakePath(fileName));
+    if (char const *const oddity = NameOddity(file_system::GetFileType(fileName, true)))
         FailFile(fileName, oddity);
-    file_type const entry = std::filesystem::symlink_status(name, error).type();
+    file_type const entry = file_system::GetFileType(fileName, false);
     if (!settings.overwrite && entry != file_type::not_found && entry != file_type::none)
         FailFile(fileName, s_szExists);
 }
@@ -339,7 +330,7 @@ void SaveFile(SampledData const &data, string const &fileName, FileType const &t
     }
     // Another process may save under the same name meanwhile: the file gets its name only where there is none.
     string const beside = HiddenNameBeside(fileName);
-    FileRemover const remover(MakePath(beside));
+    FileRemover const remover(beside);
     errno = 0;
     if (!Write(data, beside, type, settings))
         FailWritten(fileName, type);

@@ -1,6 +1,7 @@
 #include "../system.h"
 
 #include <cstdio>
+#include <cstdlib>
 #include <filesystem>
 
 #include <fcntl.h>
@@ -15,12 +16,21 @@ namespace quillmarsh::tools::system
 void PrepareStandardStreams()
 {
     _setmode(_fileno(stdout), _O_BINARY);
+    _setmode(_fileno(stderr), _O_BINARY);
+    // A drive without a medium is a failure, and no question to the user.
+    SetErrorMode(SEM_FAILCRITICALERRORS);
+    static UINT s_codePage = GetConsoleOutputCP();
     SetConsoleOutputCP(CP_UTF8);
+    if (s_codePage != 0)
+        std::atexit([] { SetConsoleOutputCP(s_codePage); });
 }
 
 bool IsOutputTerminal()
 {
-    return _isatty(_fileno(stdout)) != 0 && _isatty(_fileno(stderr)) != 0;
+    // The run-time library takes every device for a terminal, the one for nothing too.
+    DWORD mode = 0;
+    return GetConsoleMode(GetStdHandle(STD_OUTPUT_HANDLE), &mode) != 0 &&
+           GetConsoleMode(GetStdHandle(STD_ERROR_HANDLE), &mode) != 0;
 }
 
 std::vector<string> GetWords(int, char **)
