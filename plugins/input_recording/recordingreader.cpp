@@ -321,7 +321,7 @@ Recording LoadRecording(string const &fileName)
         fail("the file has more than 64 MiB");
     file.seekg(0);
     string text(static_cast<std::size_t>(size), '\0');
-    if (!file.read(text.data(), size))
+    if (!file.read(text.data(), static_cast<std::streamsize>(size)))
         fail("the file cannot be read");
     return ParseRecording(text, fileName);
 }

@@ -48,7 +48,7 @@ public:
 
     void ReadMagic(string const &field, string const &magic)
     {
-        std::uint64_t const numBytes = std::min<std::uint64_t>(magic.size(), streamSize_ - offset_);
+        auto const numBytes = static_cast<std::size_t>(std::min<std::uint64_t>(magic.size(), streamSize_ - offset_));
         string read(magic.size(), '\0');
         in_.read(read.data(), static_cast<std::streamsize>(numBytes));
         // What is wrong before the end of the file is no file that was cut off.
