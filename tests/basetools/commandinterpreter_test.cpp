@@ -52,14 +52,7 @@ TEST(Command, EmptyNameAssertsAndBecomesTheClassName)
 
 TEST(CommandInterpreter, ScriptEchoesCountsAndStops)
 {
-    struct Case
-    {
-        char const *script;
-        bool stopOnError;
-        unsigned int result;
-        char const *output;
-    };
-    constexpr Case cases[] = {
+    constexpr std::tuple<char const *, bool, unsigned int, char const *> cases[] = {
         {"", true, 0, ""},
         {"good\n", false, 0, "good\n<good>"},
         {"bad\ngood\nbad", false, 2, "bad\n<bad>good\n<good>bad\n<bad>"},
@@ -67,11 +60,11 @@ TEST(CommandInterpreter, ScriptEchoesCountsAndStops)
         {"good\n\ngood", true, 2, "good\n<good>\n<>"},
     };
     PickyInterpreter interpreter;
-    for (Case const &c : cases)
+    for (auto const &[script, stopOnError, result, output] : cases)
     {
         std::ostringstream out;
-        EXPECT_EQ(interpreter.InterpretScript(out, c.script, c.stopOnError), c.result) << c.script;
-        EXPECT_EQ(out.str(), c.output);
+        EXPECT_EQ(interpreter.InterpretScript(out, script, stopOnError), result) << script;
+        EXPECT_EQ(out.str(), output);
     }
 }
 

@@ -1,7 +1,6 @@
 #include <quillmarsh/basetools/commandlineparser.h>
 
-#include <quillmarsh/basetools/exception.h>
-
+#include "tests/support/failures.h"
 #include "tests/support/scripted_dialogs.h"
 
 #include <gtest/gtest.h>
@@ -36,27 +35,13 @@ string Describe(CommandLineParser const &parser)
 /// Message of the exception that a line leads to, empty when there is none.
 string MessageOf(CommandLineParser &parser, string const &line)
 {
-    try
-    {
-        parser.Parse(line, true);
-    }
-    catch (CommandLineErrorException const &exception)
-    {
-        EXPECT_TRUE(exception.ContainsFileLine());
-        EXPECT_EQ(exception.GetFile(), "source/basetools/commandlineparser.cpp");
-        return exception.GetMessage();
-    }
-    return "";
+    return tests::MessageOf<CommandLineErrorException>([&] { parser.Parse(line, true); },
+                                                       "source/basetools/commandlineparser.cpp");
 }
 
 TEST(CommandLineParser, CutsLines)
 {
-    struct Case
-    {
-        char const *line;
-        char const *result;
-    };
-    constexpr Case cases[] = {
+    constexpr std::pair<char const *, char const *> cases[] = {
         {"foo", "foo"},
         {" \tfoo\t a ", "foo|\"a"},
         {"foo -a=", "foo|=a="},
@@ -83,24 +68,17 @@ TEST(CommandLineParser, CutsLines)
         {"\xc3\xa4 \xff -\xe4", "\xc3\xa4|\"\xff|\"-\xe4"},
     };
     CommandLineParser parser;
-    for (Case const &c : cases)
+    for (auto const &[line, result] : cases)
     {
-        EXPECT_TRUE(parser.Parse(c.line, true)) << c.line;
-        EXPECT_EQ(Describe(parser), c.result) << c.line;
-        EXPECT_EQ(parser.GetLastCommandLine(), c.line);
+        EXPECT_TRUE(parser.Parse(line, true)) << line;
+        EXPECT_EQ(Describe(parser), result) << line;
+        EXPECT_EQ(parser.GetLastCommandLine(), line);
     }
 }
 
 TEST(CommandLineParser, FailuresTellWhatWasLeftAndLeaveNoResults)
 {
-    struct Case
-    {
-        bool singleToken;
-        char const *line;
-        char const *message;
-        char const *rest;
-    };
-    constexpr Case cases[] = {
+    constexpr std::tuple<bool, char const *, char const *, char const *> cases[] = {
         {true, "", "Expected command", ""},
         {true, " \t ", "Expected command", ""},
         {true, "foo 'abc", "Quote not closed", "'abc"},
@@ -123,14 +101,14 @@ TEST(CommandLineParser, FailuresTellWhatWasLeftAndLeaveNoResults)
         {false, "a.b:c d", "Expected scope specifier", ":c d"},
     };
     CommandLineParser parser;
-    for (Case const &c : cases)
+    for (auto const &[singleToken, text, message, rest] : cases)
     {
-        parser.SetParseFlags(c.singleToken, true);
-        EXPECT_EQ(MessageOf(parser, c.line),
-                  string(c.message) + " at: " + c.rest + "\nFull command-line was: " + c.line);
-        EXPECT_EQ(Describe(parser), "") << c.line;
-        EXPECT_EQ(parser.GetLastCommandLine(), c.line);
-        EXPECT_FALSE(parser.Parse(c.line, false)) << c.line;
+        string const line = text;
+        parser.SetParseFlags(singleToken, true);
+        EXPECT_EQ(MessageOf(parser, line), string(message) + " at: " + rest + "\nFull command-line was: " + line);
+        EXPECT_EQ(Describe(parser), "") << line;
+        EXPECT_EQ(parser.GetLastCommandLine(), line);
+        EXPECT_FALSE(parser.Parse(line, false)) << line;
         EXPECT_EQ(parser.GetNumArguments(), 0u);
     }
 }

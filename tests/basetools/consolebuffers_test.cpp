@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <atomic>
+#include <functional>
 #include <random>
 #include <thread>
 
@@ -18,8 +19,14 @@ using tests::ScriptedDialogs;
 class CountingObserver : public ConsoleOutputBuffer::Observer
 {
 public:
-    void OnChanged(ConsoleOutputBuffer const &) override { ++count; }
+    void OnChanged(ConsoleOutputBuffer const &) override
+    {
+        ++count;
+        if (onChanged)
+            onChanged();
+    }
     unsigned int count = 0;
+    std::function<void()> onChanged;
 };
 
 /// Lines with their types, "0:text|1:more".
@@ -37,15 +44,7 @@ string GetLines(ConsoleOutputBuffer const &buffer)
 
 TEST(ConsoleOutputBuffer, BreaksTextIntoTypedLines)
 {
-    struct Piece
-    {
-        string text;
-        unsigned int type;
-        char const *lines;
-        unsigned int maxColumns;
-        unsigned int numNotified;
-    };
-    Piece const pieces[] = {
+    std::tuple<string, unsigned int, char const *, unsigned int, unsigned int> const pieces[] = {
         {"", 0, "0:", 0, 0},
         {"", 1, "1:", 0, 0},
         {"a\n", 0, "0:a|0:", 1, 1},
@@ -60,13 +59,13 @@ TEST(ConsoleOutputBuffer, BreaksTextIntoTypedLines)
     EXPECT_EQ(buffer.GetMaxColumns(), 0u);
     CountingObserver observer;
     buffer.AddObserver(observer);
-    for (Piece const &piece : pieces)
+    for (auto const &[text, type, lines, maxColumns, numNotified] : pieces)
     {
         observer.count = 0;
-        buffer.Append(piece.text, piece.type);
-        EXPECT_EQ(GetLines(buffer), piece.lines);
-        EXPECT_EQ(buffer.GetMaxColumns(), piece.maxColumns) << piece.lines;
-        EXPECT_EQ(observer.count, piece.numNotified) << piece.lines;
+        buffer.Append(text, type);
+        EXPECT_EQ(GetLines(buffer), lines);
+        EXPECT_EQ(buffer.GetMaxColumns(), maxColumns) << lines;
+        EXPECT_EQ(observer.count, numNotified) << lines;
     }
     buffer.Clear();
     EXPECT_EQ(GetLines(buffer), "0:");
@@ -125,30 +124,14 @@ TEST(ConsoleOutputBuffer, IndexPastTheEndAsserts)
 
 TEST(ConsoleOutputBuffer, ObserversMayLeaveWhileTheyAreCalled)
 {
-    class Leaving : public CountingObserver
-    {
-    public:
-        explicit Leaving(ConsoleOutputBuffer &buffer) : buffer_(buffer) {}
-        void OnChanged(ConsoleOutputBuffer const &buffer) override
-        {
-            CountingObserver::OnChanged(buffer);
-            if (mayLeave)
-                buffer_.RemoveObserver(*this);
-        }
-        bool mayLeave = false;
-
-    private:
-        ConsoleOutputBuffer &buffer_;
-    };
     ConsoleOutputBuffer buffer;
-    Leaving leaving(buffer);
-    CountingObserver staying;
+    CountingObserver leaving, staying;
     buffer.AddObserver(leaving);
     buffer.AddObserver(staying);
     buffer.AddObserver(staying);
     EXPECT_EQ(leaving.count, 3u);
     EXPECT_EQ(staying.count, 2u);
-    leaving.mayLeave = true;
+    leaving.onChanged = [&] { buffer.RemoveObserver(leaving); };
     buffer.Append("a", 0);
     buffer.Append("b", 0);
     EXPECT_EQ(leaving.count, 4u);

@@ -31,20 +31,15 @@ using tests::ScriptedDialogs;
 
 TEST(Diagnostics, NamesAreReadable)
 {
-    struct Case
-    {
-        std::type_info const &type;
-        char const *name;
-    };
-    Case const cases[] = {
+    std::pair<std::type_info const &, char const *> const cases[] = {
         {typeid(Plain), "Plain"},
         {typeid(inner::Nested), "inner::Nested"},
         {typeid(Holder<inner::Nested>), "Holder<inner::Nested>"},
         {typeid(string), "string"},
         {typeid(unsigned int), "unsigned int"},
     };
-    for (Case const &c : cases)
-        EXPECT_EQ(GetTypeName(c.type), c.name);
+    for (auto const &[type, wanted] : cases)
+        EXPECT_EQ(GetTypeName(type), wanted);
 
     for (char const *const name : {"X", "class ", "struct ", "classy X", "class"})
         EXPECT_EQ(FormatClassName(name), name);

@@ -38,8 +38,7 @@ string LogOf(auto run)
 
 TEST(ElementLoops, BracketEveryTraversalAndFollowTheStrides)
 {
-    Byte dst[] = "ABCDEFGH";
-    Byte src[] = "abcdefgh";
+    Byte dst[] = "ABCDEFGH", src[] = "abcdefgh";
     using DstSrc = ElementProcessorDstSrc<Byte, Byte const>;
     using Inplace = ElementProcessorInplace<Byte>;
     EXPECT_EQ(LogOf([&](DstSrc &p) { ProcessElements(p, 3, dst, 2, src + 7, -3); }), "(0 Ah  Ce  Eb 0)");
@@ -121,20 +120,17 @@ TEST(ElementProcessors, MoveTheirBytesAndNoOthers)
 
 TEST(ElementProcessors, ThresholdsTellBelowAtAndAbove)
 {
-    struct Case
+    constexpr std::tuple<Byte, Byte, Byte, Byte> cases[] = {
+        {9, 2, 9, 2}, {10, 1, 1, 1}, {11, 11, 3, 3}, {0, 2, 0, 2}, {255, 255, 3, 3}};
+    for (auto const &[value, highPass, lowPass, between] : cases)
     {
-        Byte value, highPass, lowPass, segmented;
-    };
-    constexpr Case cases[] = {{9, 2, 9, 2}, {10, 1, 1, 1}, {11, 11, 3, 3}, {0, 2, 0, 2}, {255, 255, 3, 3}};
-    for (Case const &expected : cases)
-    {
-        Byte high = expected.value, low = expected.value, segmented = expected.value;
+        Byte high = value, low = value, segmented = value;
         Process_HighPassFilter<Byte>(10, 1, 2).Process(&high);
         Process_LowPassFilter<Byte>(10, 1, 3).Process(&low);
         Process_ThresholdSegmentation<Byte>(10, 2, 1, 3).Process(&segmented);
-        EXPECT_EQ(high, expected.highPass);
-        EXPECT_EQ(low, expected.lowPass);
-        EXPECT_EQ(segmented, expected.segmented);
+        EXPECT_EQ(high, highPass);
+        EXPECT_EQ(low, lowPass);
+        EXPECT_EQ(segmented, between);
     }
 }
 

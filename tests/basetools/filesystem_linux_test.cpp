@@ -80,12 +80,10 @@ TEST(FileSystemWalker, CirclesOfLinksEnd)
     std::filesystem::create_directory_symlink("../b", scratch / "a/x");
     std::filesystem::create_directory_symlink("../a", scratch / "b/y");
     std::filesystem::create_symlink("nowhere", scratch / "dangling");
-    WalkRecorder recorder(scratch.GetPath().string());
-    EXPECT_TRUE(recorder.Walk(scratch.GetPath().string()));
-    EXPECT_EQ(recorder.lines,
-              (std::vector<string>{"begin", "directory 0.0 / a", "directory 1.0 /a/ up", "directory 1.1 /a/ x",
-                                   "directory 2.0 /a/x/ y", "directory 0.1 / b", "directory 1.0 /b/ y",
-                                   "directory 2.0 /b/y/ up", "directory 2.1 /b/y/ x", "file 0.2 / dangling", "end"}));
+    EXPECT_EQ(WalkRecorder(scratch.GetPath().string()).Record(),
+              "begin;directory 0.0 / a;directory 1.0 /a/ up;directory 1.1 /a/ x;directory 2.0 /a/x/ y;"
+              "directory 0.1 / b;directory 1.0 /b/ y;directory 2.0 /b/y/ up;directory 2.1 /b/y/ x;"
+              "file 0.2 / dangling;end;");
 }
 
 TEST(FileSystemWalker, NamesOfAnyBytesSurvive)
@@ -94,10 +92,8 @@ TEST(FileSystemWalker, NamesOfAnyBytesSurvive)
     string const name = "caf\xe9\xff \n";
     std::filesystem::create_directory(scratch / name);
     scratch.Write(name + "/" + name, "");
-    WalkRecorder recorder(scratch.GetPath().string());
-    EXPECT_TRUE(recorder.Walk(scratch.GetPath().string()));
-    EXPECT_EQ(recorder.lines,
-              (std::vector<string>{"begin", "directory 0.0 / " + name, "file 1.0 /" + name + "/ " + name, "end"}));
+    EXPECT_EQ(WalkRecorder(scratch.GetPath().string()).Record(),
+              "begin;directory 0.0 / " + name + ";file 1.0 /" + name + "/ " + name + ";end;");
     EXPECT_TRUE(FileExists(scratch / name));
 }
 
@@ -143,13 +139,13 @@ TEST(FileSystemWalker, DirectoryThatCannotBeReadIsEmpty)
     scratch.Write("closed/secret", "");
     scratch.Write("open", "");
     std::filesystem::permissions(scratch / "closed", std::filesystem::perms::none);
-    WalkRecorder recorder(scratch.GetPath().string());
+    string record;
     {
         OrdinaryUserSentry const user;
-        EXPECT_TRUE(recorder.Walk(scratch.GetPath().string()));
+        record = WalkRecorder(scratch.GetPath().string()).Record();
     }
     std::filesystem::permissions(scratch / "closed", std::filesystem::perms::owner_all);
-    EXPECT_EQ(recorder.lines, (std::vector<string>{"begin", "directory 0.0 / closed", "file 0.1 / open", "end"}));
+    EXPECT_EQ(record, "begin;directory 0.0 / closed;file 0.1 / open;end;");
 }
 
 } // namespace

@@ -14,40 +14,31 @@ namespace
 constexpr PathRules const &s_win = s_windowsPathRules;
 constexpr PathRules const &s_unix = s_unixPathRules;
 
-struct NameSplit
-{
-    PathRules const &rules;
-    string full, path, base, extension;
-};
-
 TEST(PathRules, FileNameIsCutInThree)
 {
-    NameSplit const splits[] = {
-        {s_win, "a.tar.gz", "", "a.tar", "gz"},
-        {s_win, ".profile", "", ".profile", ""},
-        {s_win, "name.", "", "name.", ""},
-        {s_win, "a.b.", "", "a.b.", ""},
-        {s_win, "..a", "", ".", "a"},
-        {s_win, "c:\\dir.d\\file", "c:\\dir.d\\", "file", ""},
-        {s_win, "c:\\dir\\", "c:\\dir\\", "", ""},
-        {s_win, "dir/file.x", "", "dir/file", "x"},
-        {s_win, "", "", "", ""},
-        {s_unix, "/usr/lib/libm.so", "/usr/lib/", "libm", "so"},
-        {s_unix, "/.so", "/", ".so", ""},
-    };
-    for (NameSplit const &split : splits)
+    auto const cut = [](PathRules const &rules, string const &name)
     {
-        string path = "old";
-        string base = "old";
-        string extension = "old";
-        SplitFileName(split.rules, split.full, path, base, extension);
-        EXPECT_EQ(path, split.path) << split.full;
-        EXPECT_EQ(base, split.base) << split.full;
-        EXPECT_EQ(extension, split.extension) << split.full;
-    }
-    string name = "\\a\\b.c";
-    string base;
-    string extension;
+        string path = "old", base = "old", extension = "old";
+        SplitFileName(rules, name, path, base, extension);
+        return path + "|" + base + "|" + extension;
+    };
+    std::tuple<PathRules const &, string, string> const names[] = {
+        {s_win, "a.tar.gz", "|a.tar|gz"},
+        {s_win, ".profile", "|.profile|"},
+        {s_win, "name.", "|name.|"},
+        {s_win, "a.b.", "|a.b.|"},
+        {s_win, "..a", "|.|a"},
+        {s_win, "c:\\dir.d\\file", "c:\\dir.d\\|file|"},
+        {s_win, "c:\\dir\\", "c:\\dir\\||"},
+        {s_win, "dir/file.x", "|dir/file|x"},
+        {s_win, "", "||"},
+        {s_unix, "/usr/lib/libm.so", "/usr/lib/|libm|so"},
+        {s_unix, "/.so", "/|.so|"},
+    };
+    for (auto const &[rules, name, pieces] : names)
+        EXPECT_EQ(cut(rules, name), pieces);
+    // The name itself may be a target.
+    string name = "\\a\\b.c", base, extension;
     SplitFileName(s_win, name, name, base, extension);
     EXPECT_EQ(name + "|" + base + "|" + extension, "\\a\\|b|c");
 }
@@ -77,17 +68,9 @@ TEST(PathRules, AbsoluteNames)
     EXPECT_FALSE(IsAbsolutePathName(s_unix, string("a\0b", 3)));
 }
 
-struct Expansion
-{
-    PathRules const &rules;
-    string in;
-    bool succeeds;
-    string out, outWithSeparator;
-};
-
 TEST(PathRules, DotsAreResolved)
 {
-    Expansion const expansions[] = {
+    std::tuple<PathRules const &, string, bool, string, string> const expansions[] = {
         {s_win, "a\\..\\b", true, "b", "b\\"},
         {s_win, ".\\a\\.\\\\b\\", true, "a\\b", "a\\b\\"},
         {s_win, "c:\\a\\..\\b", true, "c:\\b", "c:\\b\\"},
@@ -111,41 +94,36 @@ TEST(PathRules, DotsAreResolved)
         {s_unix, "../a", false, "", ""},
         {s_unix, "...", true, "...", ".../"},
     };
-    for (Expansion const &expansion : expansions)
+    for (auto const &[rules, in, succeeds, expanded, outWithSeparator] : expansions)
     {
         string out = "old";
-        EXPECT_EQ(ExpandPathName(expansion.rules, expansion.in, out, false), expansion.succeeds) << expansion.in;
-        EXPECT_EQ(out, expansion.out) << expansion.in;
-        out = expansion.in;
-        EXPECT_EQ(ExpandPathName(expansion.rules, out, out, true), expansion.succeeds) << expansion.in;
-        EXPECT_EQ(out, expansion.outWithSeparator) << expansion.in;
+        EXPECT_EQ(ExpandPathName(rules, in, out, false), succeeds) << in;
+        EXPECT_EQ(out, expanded) << in;
+        out = in;
+        EXPECT_EQ(ExpandPathName(rules, out, out, true), succeeds) << in;
+        EXPECT_EQ(out, outWithSeparator) << in;
     }
 }
 
 TEST(PathRules, TrailingSeparators)
 {
-    struct Names
-    {
-        PathRules const &rules;
-        string name, removed, forced, directory;
-    };
-    Names const names[] = {
+    std::tuple<PathRules const &, string, string, string, string> const names[] = {
         {s_win, "a", "a", "a\\", "a"},           {s_win, "a\\", "a", "a\\", "a"},
         {s_win, "a\\\\", "a\\", "a\\\\", "a\\"}, {s_win, "c:\\", "c:", "c:\\", "c:\\"},
         {s_win, "\\", "", "\\", "\\"},           {s_unix, "/", "/", "/", "/"},
         {s_unix, "/a/", "/a", "/a/", "/a"},      {s_unix, "c:/", "c:", "c:/", "c:"},
     };
-    for (Names const &row : names)
+    for (auto const &[rules, given, removed, forced, directory] : names)
     {
-        string name = row.name;
-        RemoveTrailingPathSeparator(row.rules, name);
-        EXPECT_EQ(name, row.removed);
-        name = row.name;
-        ForceTrailingPathSeparator(row.rules, name);
-        EXPECT_EQ(name, row.forced);
-        name = row.name;
-        ApplyTrailingPathSeparator(row.rules, name, false);
-        EXPECT_EQ(name, row.directory);
+        string name = given;
+        RemoveTrailingPathSeparator(rules, name);
+        EXPECT_EQ(name, removed);
+        name = given;
+        ForceTrailingPathSeparator(rules, name);
+        EXPECT_EQ(name, forced);
+        name = given;
+        ApplyTrailingPathSeparator(rules, name, false);
+        EXPECT_EQ(name, directory);
     }
 }
 
@@ -187,14 +165,7 @@ TEST(PathRules, WideNamesHaveThePrefix)
 
 TEST(PathRules, DirectoryNamesOfTwoCharactersAreDrives)
 {
-    struct Lookup
-    {
-        PathRules const &rules;
-        string name;
-        bool succeeds;
-        string lookupName;
-    };
-    Lookup const lookups[] = {
+    std::tuple<PathRules const &, string, bool, string> const lookups[] = {
         {s_win, "c:", true, "c:\\*"},
         {s_win, "Z:\\", true, "Z:\\*"},
         {s_win, "1:", false, ""},
@@ -214,11 +185,11 @@ TEST(PathRules, DirectoryNamesOfTwoCharactersAreDrives)
         {s_unix, "/a/", true, "/a"},
         {s_unix, "/", true, "/"},
     };
-    for (Lookup const &lookup : lookups)
+    for (auto const &[rules, name, succeeds, wanted] : lookups)
     {
         string lookupName = "old";
-        EXPECT_EQ(MakeDirectoryLookupName(lookup.rules, lookup.name, lookupName), lookup.succeeds) << lookup.name;
-        EXPECT_EQ(lookupName, lookup.lookupName);
+        EXPECT_EQ(MakeDirectoryLookupName(rules, name, lookupName), succeeds) << name;
+        EXPECT_EQ(lookupName, wanted);
     }
 }
 

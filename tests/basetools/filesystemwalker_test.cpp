@@ -13,73 +13,53 @@ namespace
 using tests::ScratchDirectory;
 using tests::WalkRecorder;
 
-void MakeTree(ScratchDirectory const &scratch)
+class FileSystemWalkerTest : public testing::Test
 {
-    std::filesystem::create_directories(scratch / "b/inner");
-    std::filesystem::create_directory(scratch / "d");
-    scratch.Write("a", "");
-    scratch.Write("b/inner/deep", "");
-    scratch.Write("b/z", "");
-    scratch.Write("c.txt", "");
-}
-
-TEST(FileSystemWalker, GoesDepthFirstAndCountsWhatItDelivers)
-{
-    ScratchDirectory const scratch;
-    MakeTree(scratch);
-    WalkRecorder recorder(scratch.GetPath().string());
-    EXPECT_TRUE(recorder.Walk(scratch.GetPath().string()));
-    EXPECT_EQ(recorder.lines, (std::vector<string>{"begin", "file 0.0 / a", "directory 0.1 / b",
-                                                   "directory 1.0 /b/ inner", "file 2.0 /b/inner/ deep",
-                                                   "file 1.1 /b/ z", "file 0.2 / c.txt", "directory 0.3 / d", "end"}));
-}
-
-TEST(FileSystemWalker, RefusedDirectoryIsNotEntered)
-{
-    ScratchDirectory const scratch;
-    MakeTree(scratch);
-    WalkRecorder recorder(scratch / "");
-    recorder.refused = "b";
-    EXPECT_TRUE(recorder.Walk(scratch / ""));
-    EXPECT_EQ(recorder.lines, (std::vector<string>{"begin", "file 0.0  a", "directory 0.1  b", "file 0.2  c.txt",
-                                                   "directory 0.3  d", "end"}));
-}
-
-TEST(FileSystemWalker, CancelEndsTheWholeWalkAtTheNextEntry)
-{
-    ScratchDirectory const scratch;
-    MakeTree(scratch);
-    string const root = scratch.GetPath().string();
-    WalkRecorder recorder(root);
-    recorder.cancelAt = "deep";
-    EXPECT_FALSE(recorder.Walk(root));
-    EXPECT_EQ(recorder.lines, (std::vector<string>{"begin", "file 0.0 / a", "directory 0.1 / b",
-                                                   "directory 1.0 /b/ inner", "file 2.0 /b/inner/ deep", "end"}));
-
-    recorder.lines.clear();
-    recorder.cancelAt = "b";
-    EXPECT_FALSE(recorder.Walk(root));
-    EXPECT_EQ(recorder.lines, (std::vector<string>{"begin", "file 0.0 / a", "directory 0.1 / b", "end"}));
-
-    recorder.lines.clear();
-    recorder.cancelAt = "begin";
-    EXPECT_FALSE(recorder.Walk(root));
-    EXPECT_EQ(recorder.lines, (std::vector<string>{"begin", "end"}));
-
-    recorder.cancelAt.clear();
-    EXPECT_TRUE(recorder.Walk(root));
-}
-
-TEST(FileSystemWalker, RootThatCannotBeListedFails)
-{
-    ScratchDirectory const scratch;
-    string const file = scratch.Write("file", "");
-    for (string const &root : {scratch / "nowhere", file, string()})
+protected:
+    FileSystemWalkerTest()
     {
-        WalkRecorder recorder(root);
-        EXPECT_FALSE(recorder.Walk(root));
-        EXPECT_EQ(recorder.lines, (std::vector<string>{"begin", "end"}));
+        std::filesystem::create_directories(scratch_ / "b/inner");
+        std::filesystem::create_directory(scratch_ / "d");
+        for (char const *const file : {"a", "b/inner/deep", "b/z", "c.txt"})
+            scratch_.Write(file, "");
     }
+
+    ScratchDirectory const scratch_;
+    string const root_ = scratch_.GetPath().string();
+};
+
+TEST_F(FileSystemWalkerTest, GoesDepthFirstAndCountsWhatItDelivers)
+{
+    EXPECT_EQ(WalkRecorder(root_).Record(),
+              "begin;file 0.0 / a;directory 0.1 / b;directory 1.0 /b/ inner;file 2.0 /b/inner/ deep;file 1.1 /b/ z;"
+              "file 0.2 / c.txt;directory 0.3 / d;end;");
+}
+
+TEST_F(FileSystemWalkerTest, RefusedDirectoryIsNotEntered)
+{
+    WalkRecorder recorder(scratch_ / "");
+    recorder.refused = "b";
+    EXPECT_EQ(recorder.Record(), "begin;file 0.0  a;directory 0.1  b;file 0.2  c.txt;directory 0.3  d;end;");
+}
+
+TEST_F(FileSystemWalkerTest, CancelEndsTheWholeWalkAtTheNextEntry)
+{
+    WalkRecorder recorder(root_);
+    recorder.cancelAt = "deep";
+    EXPECT_EQ(recorder.Record(),
+              "begin;file 0.0 / a;directory 0.1 / b;directory 1.0 /b/ inner;file 2.0 /b/inner/ deep;end;-");
+    recorder.cancelAt = "b";
+    EXPECT_EQ(recorder.Record(), "begin;file 0.0 / a;directory 0.1 / b;end;-");
+    recorder.cancelAt = "begin";
+    EXPECT_EQ(recorder.Record(), "begin;end;-");
+    recorder.cancelAt.clear();
+    EXPECT_TRUE(recorder.Walk(root_));
+}
+
+TEST_F(FileSystemWalkerTest, RootThatCannotBeListedFails)
+{
+    for (string const &root : {scratch_ / "nowhere", scratch_ / "a", string()})
+        EXPECT_EQ(WalkRecorder(root).Record(), "begin;end;-") << root;
 }
 
 } // namespace

@@ -4,7 +4,6 @@
 
 #include <gtest/gtest.h>
 
-#include <iomanip>
 #include <sstream>
 
 namespace quillmarsh
@@ -89,8 +88,7 @@ TEST(StreamSentries, RestoreMaskAndFlags)
 
 TEST(ControlledOutputStream, FeedsEachTargetOnceAtAFlush)
 {
-    std::ostringstream first;
-    std::ostringstream second;
+    std::ostringstream first, second;
     ControlledOutputStream out;
     out << "lost" << std::flush;
     out.AddOutputTarget(first);

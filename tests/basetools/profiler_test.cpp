@@ -72,10 +72,7 @@ TEST(Profiler, TimesAddUpOverTheTree)
     EXPECT_EQ(b->GetTotalEntries(), 9u);
     EXPECT_EQ(root.FindDescendant("d"), nullptr);
 
-    Stats const statsRoot(root);
-    Stats const statsA(*root.FindChild("a"));
-    Stats const statsB(*b);
-    Stats const statsC(*root.FindChild("c"));
+    Stats const statsRoot(root), statsA(*root.FindChild("a")), statsB(*b), statsC(*root.FindChild("c"));
     // The node did not exist in the first iteration, so that it cannot count it.
     EXPECT_EQ(statsB.minEntries, 2u);
     EXPECT_EQ(statsB.avgEntries, 2u);
@@ -87,13 +84,11 @@ TEST(Profiler, TimesAddUpOverTheTree)
     EXPECT_NEAR(statsRoot.branch.avg, profiler.GetElapsedSeconds() / 4, 1e-9);
     EXPECT_NEAR(statsRoot.percent.avg + statsA.percent.avg + statsB.percent.avg + statsC.percent.avg, 100, 1e-6);
 
-    double min = 0;
-    double avg = 0;
-    double max = 0;
-    profiler.CalcIterationRate(min, avg, max);
-    EXPECT_DOUBLE_EQ(min, 1 / statsRoot.branch.max);
-    EXPECT_DOUBLE_EQ(avg, 1 / statsRoot.branch.avg);
-    EXPECT_DOUBLE_EQ(max, 1 / statsRoot.branch.min);
+    Values rate;
+    profiler.CalcIterationRate(rate.min, rate.avg, rate.max);
+    EXPECT_DOUBLE_EQ(rate.min, 1 / statsRoot.branch.max);
+    EXPECT_DOUBLE_EQ(rate.avg, 1 / statsRoot.branch.avg);
+    EXPECT_DOUBLE_EQ(rate.max, 1 / statsRoot.branch.min);
 }
 
 TEST(Profiler, FirstIterationsAreThrownAwayOnce)
@@ -119,13 +114,11 @@ TEST(Profiler, FindsChildrenInAnyOrder)
     Profiler profiler;
     profiler.EnterRootNode();
     for (int round = 0; round < 3; ++round)
-    {
         for (char const *const name : {"x", "y", "z", "x", "z", "y", "y"})
         {
             profiler.EnterNode(name);
             profiler.ExitNode();
         }
-    }
     profiler.ExitRootNode();
     ProfilerNode &root = profiler.GetRootNode();
     ASSERT_EQ(root.GetNumChildren(), 3u);
@@ -176,32 +169,27 @@ TEST(Profiler, ChangesWithinAnIterationDropIt)
     Observer observer;
     profiler.RegisterObserver(observer);
     profiler.RegisterObserver(observer);
-    struct Change
-    {
-        char const *name;
-        void (*make)(Profiler &);
-    };
-    constexpr Change changes[] = {
+    constexpr std::pair<char const *, void (*)(Profiler &)> changes[] = {
         {"enable", [](Profiler &p) { p.Enable(true); }},
         {"disable", [](Profiler &p) { p.Enable(false); }},
         {"clear", [](Profiler &p) { p.ClearNodes(); }},
         {"recursion", [](Profiler &p) { p.EnableRecursionHandler(false); }},
     };
-    for (Change const &change : changes)
+    for (auto const &[name, change] : changes)
     {
         RunIteration(profiler);
         profiler.EnterRootNode();
         profiler.EnterNode("a");
-        change.make(profiler);
+        change(profiler);
         unsigned int const numIterations = profiler.GetIterationCount();
         profiler.EnterNode("dropped");
         profiler.ExitNode();
         profiler.ExitNode();
         profiler.ExitRootNode();
-        EXPECT_EQ(profiler.GetIterationCount(), numIterations) << change.name;
-        EXPECT_EQ(profiler.GetRootNode().FindDescendant("dropped"), nullptr) << change.name;
+        EXPECT_EQ(profiler.GetIterationCount(), numIterations) << name;
+        EXPECT_EQ(profiler.GetRootNode().FindDescendant("dropped"), nullptr) << name;
         RunIteration(profiler);
-        EXPECT_EQ(profiler.GetIterationCount(), numIterations + 1) << change.name;
+        EXPECT_EQ(profiler.GetIterationCount(), numIterations + 1) << name;
     }
     EXPECT_EQ(observer.calls, "+-");
     profiler.UnregisterObserver(observer);
@@ -215,14 +203,13 @@ TEST(Profiler, MistakesAssertAndAreSurvived)
     ScriptedDialogs dialogs;
     profiler.EnterRootNode();
     profiler.EnterRootNode();
-    EXPECT_EQ(dialogs.TakeTexts(), std::vector<string>{"Profile-stack recursive root-entry."});
     profiler.EnterNode("open");
     profiler.ExitRootNode();
-    EXPECT_EQ(dialogs.TakeTexts(), std::vector<string>{"Profile-stack push/pop mismatch."});
     profiler.EnterRootNode();
-    EXPECT_EQ(dialogs.TakeTexts(), std::vector<string>{"Profile-stack push/pop mismatch."});
     profiler.EnterNode(nullptr);
-    EXPECT_EQ(dialogs.TakeTexts(), std::vector<string>{"Passing empty block-name to profiler."});
+    EXPECT_EQ(dialogs.TakeTexts(),
+              (std::vector<string>{"Profile-stack recursive root-entry.", "Profile-stack push/pop mismatch.",
+                                   "Profile-stack push/pop mismatch.", "Passing empty block-name to profiler."}));
     profiler.ExitNode();
     profiler.ExitNode();
     profiler.ExitRootNode();

@@ -1,12 +1,12 @@
 #include <quillmarsh/basetools/syncprimitives.h>
 
-#include <quillmarsh/basetools/exception.h>
-
+#include "tests/support/failures.h"
 #include "tests/support/waiting.h"
 
 #include <gtest/gtest.h>
 
 #include <atomic>
+#include <future>
 #include <thread>
 #include <vector>
 
@@ -30,11 +30,7 @@ string MakeName(string const &stem)
 
 TEST(KernelName, LosesWhatTheNameSpaceForbids)
 {
-    struct
-    {
-        string name;
-        string wanted;
-    } const cases[] = {
+    std::pair<string, string> const cases[] = {
         {"source\\a.cpp(7)", "source/a.cpp(7)"},
         {"Global\\a\\b", "Global\\a/b"},
         {"Local\\\\", "Local\\/"},
@@ -44,11 +40,11 @@ TEST(KernelName, LosesWhatTheNameSpaceForbids)
         {string(300, '\\'), string(260, '/')},
         {"Global\\" + string(300, 'x'), "Global\\" + string(253, 'x')},
     };
-    for (auto const &each : cases)
+    for (auto const &[given, wanted] : cases)
     {
-        string name = each.name;
+        string name = given;
         ForceWinKernelName(name);
-        EXPECT_EQ(name, each.wanted);
+        EXPECT_EQ(name, wanted);
     }
 }
 
@@ -57,16 +53,15 @@ TEST(CriticalSection, KeepsOthersOutUntilItsOwnerHasLeftAsOftenAsEntered)
     CriticalSection section;
     auto const canOtherEnter = [&section]
     {
-        bool entered = false;
-        std::thread(
-            [&]
-            {
-                entered = section.TryEnter();
-                if (entered)
-                    section.Leave();
-            })
-            .join();
-        return entered;
+        return std::async(std::launch::async,
+                          [&]
+                          {
+                              bool const entered = section.TryEnter();
+                              if (entered)
+                                  section.Leave();
+                              return entered;
+                          })
+            .get();
     };
     section.Enter();
     EXPECT_TRUE(section.TryEnter());
@@ -158,18 +153,9 @@ TEST(Event, SharesItsStateByNameUntilTheLastIsGone)
 TEST(Event, ThrowsForANameThatCannotBeUsed)
 {
     for (string const name : {"a\\b", "Global\\a\\b"})
-    {
-        try
-        {
-            Event const event(false, false, name, false);
-            ADD_FAILURE() << name;
-        }
-        catch (SystemResourceException const &exception)
-        {
-            EXPECT_EQ(exception.GetMessage(), "CreateEvent() failed.");
-            EXPECT_EQ(exception.GetFile(), "source/basetools/syncprimitives.cpp");
-        }
-    }
+        EXPECT_EQ(tests::MessageOf<SystemResourceException>([&] { Event(false, false, name, false); },
+                                                            "source/basetools/syncprimitives.cpp"),
+                  "CreateEvent() failed.");
 }
 
 TEST(SingleInstanceFlagSentry, HoldsANameOnce)

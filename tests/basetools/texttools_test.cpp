@@ -26,12 +26,7 @@ TEST(TextTools, TextToValue)
     for (char const *const text : {"2", "", " on", "on "})
         EXPECT_EQ(Convert<bool>(text), "-") << text;
 
-    struct Case
-    {
-        char const *text;
-        char const *integer, *uInteger, *real;
-    };
-    constexpr Case cases[] = {
+    constexpr std::tuple<char const *, char const *, char const *, char const *> cases[] = {
         {"7", "7", "7", "7"},
         {" \t-7\t", "-7", "4294967289", "-7"},
         {"+7", "7", "7", "7"},
@@ -46,11 +41,11 @@ TEST(TextTools, TextToValue)
         {"1e3", "-", "-", "1000"},
         {"1e999", "-", "-", "-"},
     };
-    for (Case const &c : cases)
+    for (auto const &[text, integer, uInteger, real] : cases)
     {
-        EXPECT_EQ(Convert<int>(c.text), c.integer) << c.text;
-        EXPECT_EQ(Convert<unsigned int>(c.text), c.uInteger) << c.text;
-        EXPECT_EQ(Convert<double>(c.text), c.real) << c.text;
+        EXPECT_EQ(Convert<int>(text), integer) << text;
+        EXPECT_EQ(Convert<unsigned int>(text), uInteger) << text;
+        EXPECT_EQ(Convert<double>(text), real) << text;
     }
     EXPECT_EQ(Convert<short>("32768"), "-");
     EXPECT_EQ(Convert<unsigned short>("65535"), "65535");
@@ -90,25 +85,19 @@ TEST(TextTools, ValueToText)
 
 TEST(TextTools, WideTextIsUtf16)
 {
-    struct Case
-    {
-        char const *narrow;
-        wstring wide;
-    };
-    Case const cases[] = {
+    std::pair<char const *, wstring> const cases[] = {
         {"", {}},
         {"a", {'a'}},
         {"\xc3\xa4\xe2\x82\xac", {0xe4, 0x20ac}},
         {"\xf0\x9d\x84\x9e\xf4\x8f\xbf\xbf", {0xd834, 0xdd1e, 0xdbff, 0xdfff}},
         {"\xed\x9f\xbf\xee\x80\x80", {0xd7ff, 0xe000}},
     };
-    for (Case const &c : cases)
+    for (auto const &[utf8, utf16] : cases)
     {
         wstring wide = {'x'};
         string narrow = "x";
-        EXPECT_TRUE(AsciiToUnicode(c.narrow, wide) && wide == c.wide) << c.narrow;
-        EXPECT_TRUE(UnicodeToAscii(c.wide, narrow));
-        EXPECT_EQ(narrow, c.narrow);
+        EXPECT_TRUE(AsciiToUnicode(utf8, wide) && wide == utf16) << utf8;
+        EXPECT_TRUE(UnicodeToAscii(utf16, narrow) && narrow == utf8) << narrow;
     }
 
     for (char const *const broken :
@@ -163,25 +152,15 @@ TEST(TextTools, Shaping)
 
 TEST(TextTools, LayingOutLines)
 {
-    struct Case
-    {
-        char const *text;
-        unsigned int length;
-        char const *result;
-    };
-    constexpr Case cases[] = {
-        {"", 10, ""},
-        {" aa\n bb\tcc ", 100, "aa bb cc"},
-        {"aa bb cc", 5, "aa bb\ncc"},
-        {"aa bb cc", 4, "aa\nbb\ncc"},
-        {"a toolongword b", 5, "a\ntoolongword\nb"},
-        {"aaaa", 4, "aaaa"},
-        {"a b", 0, "a\nb"},
-    };
-    for (Case const &c : cases)
-        EXPECT_EQ(Shaped(c.text, [&c](string &text) { FitToLineLengthBreakAtWhitespaceOnly(text, c.length); }),
-                  c.result)
-            << c.text;
+    auto const expectFit = [](char const *text, unsigned int length, char const *lines)
+    { EXPECT_EQ(Shaped(text, [=](string &fitted) { FitToLineLengthBreakAtWhitespaceOnly(fitted, length); }), lines); };
+    expectFit("", 10, "");
+    expectFit(" aa\n bb\tcc ", 100, "aa bb cc");
+    expectFit("aa bb cc", 5, "aa bb\ncc");
+    expectFit("aa bb cc", 4, "aa\nbb\ncc");
+    expectFit("a toolongword b", 5, "a\ntoolongword\nb");
+    expectFit("aaaa", 4, "aaaa");
+    expectFit("a b", 0, "a\nb");
 
     std::vector<string> lines = {"old"};
     BreakIntoLines("", lines);

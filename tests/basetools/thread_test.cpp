@@ -45,6 +45,12 @@ unsigned int WaitForExit(WorkThread &thread)
     return 7;
 }
 
+unsigned int LoopMessages(WorkThread &)
+{
+    win_utils::RunStandardMessageLoop();
+    return 0;
+}
+
 TEST(Thread, RunsUntilToldAndCanRunAgain)
 {
     std::atomic<bool> isSelfConsistent{true};
@@ -109,55 +115,38 @@ TEST(Thread, VerifiesItsUse)
     EXPECT_EQ(thread.GetThreadID(), threadID);
 }
 
-/// Lets the thread of a dialog about its own destruction end in time.
-class ReleasingDialogs : public platform::DialogPresenter
-{
-public:
-    platform::eDialogAnswer Present(platform::DialogRequest const &request) override
-    {
-        text = request.text;
-        release->Set();
-        EXPECT_TRUE(tests::WaitUntil([this] { return !thread->IsRunning(); }));
-        return platform::eDialogAnswer::e_ignore;
-    }
-
-    string text;
-    Event *release = nullptr;
-    Thread *thread = nullptr;
-};
-
 TEST(Thread, VerifiesThatItIsDestroyedAfterItsEnd)
 {
-    class Careless : public Thread
+    struct Careless : Thread
     {
-    public:
-        explicit Careless(Event &release) : release_(release) {}
-
-    private:
+        explicit Careless(Event &event) : release(event) {}
         unsigned int DoWork() override
         {
-            Event &release = release_;
+            Event &event = release;
             SignalReady();
-            release.WaitInfinite();
+            event.WaitInfinite();
             return 0;
         }
-
-        Event &release_;
+        Event &release;
     };
 
     Event release;
-    ReleasingDialogs dialogs;
     auto thread = std::make_unique<Careless>(release);
-    dialogs.release = &release;
-    dialogs.thread = thread.get();
     thread->Run();
     thread->WaitReady();
     string const threadID = std::to_string(thread->GetThreadID());
-    platform::DialogPresenter *const previous = platform::SetDialogPresenter(&dialogs);
+    string shown;
+    // The thread of a dialog about its own destruction ends in time.
+    tests::HandledDialogs const dialogs(
+        [&, dying = thread.get()](string const &text)
+        {
+            shown = text;
+            release.Set();
+            EXPECT_TRUE(tests::WaitUntil([dying] { return !dying->IsRunning(); }));
+        });
     thread.reset();
-    platform::SetDialogPresenter(previous);
     string const wanted = "Destroying thread-object while thread is still executing: ThreadID = " + threadID;
-    EXPECT_NE(dialogs.text.find("\n! " + wanted), string::npos) << dialogs.text;
+    EXPECT_NE(shown.find("\n! " + wanted), string::npos) << shown;
 }
 
 TEST(Thread, StandsStillWhileSuspended)
@@ -197,12 +186,7 @@ TEST(Thread, CanBeSuspendedInAWaitAndInItsQueue)
     EXPECT_TRUE(waiting.Resume());
     waiting.WaitExit();
 
-    WorkThread looping(
-        [](WorkThread &)
-        {
-            win_utils::RunStandardMessageLoop();
-            return 0u;
-        });
+    WorkThread looping(&LoopMessages);
     looping.Run();
     EXPECT_TRUE(looping.WaitMessageQueueReady(0, 1));
     for (int i = 0; i < 200; ++i)
@@ -248,10 +232,10 @@ TEST(Thread, PostsToAQueueThatTheThreadHasLookedAt)
 
     double busySeconds = 0;
     WorkThread looping(
-        [&busySeconds](WorkThread &)
+        [&busySeconds](WorkThread &self)
         {
             ThreadTimer const timer;
-            win_utils::RunStandardMessageLoop();
+            LoopMessages(self);
             busySeconds = timer.GetElapsedSeconds();
             return 0u;
         });

@@ -83,8 +83,7 @@ TEST(HighResolutionTimer, MeasuresAsTheSteadyClockDoes)
     std::this_thread::sleep_for(std::chrono::milliseconds(20));
     auto const innerEnd = std::chrono::steady_clock::now();
     double const seconds = timer.GetElapsedSeconds();
-    unsigned int low = 0;
-    unsigned int high = 1;
+    unsigned int low = 0, high = 1;
     timer.GetElapsedTicks(low, high);
     auto const outerEnd = std::chrono::steady_clock::now();
 
@@ -110,8 +109,7 @@ TEST(ThreadTimer, CountsWorkAndNotWaiting)
         for (int i = 0; i < 1000; ++i)
             sink = std::sqrt(sink + i);
     }
-    double kernel = -1;
-    double user = -1;
+    double kernel = -1, user = -1;
     double const sum = timer.GetElapsedSeconds(&kernel, &user);
     EXPECT_DOUBLE_EQ(sum, kernel + user);
     EXPECT_GE(kernel, 0.0);

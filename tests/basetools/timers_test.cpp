@@ -10,14 +10,27 @@
 
 #include <atomic>
 #include <functional>
-#include <vector>
 
 namespace quillmarsh
 {
 namespace
 {
 
-constexpr int s_numMeetingHandlers = 12;
+class FunctionHandler : public AlarmHandler
+{
+public:
+    explicit FunctionHandler(std::function<bool()> call, bool takesLong = false)
+        : call_(std::move(call)),
+          takesLong_(takesLong)
+    {
+    }
+    bool OnAlarm() override { return call_(); }
+    bool QueryHintLongExecution() override { return takesLong_; }
+
+private:
+    std::function<bool()> call_;
+    bool takesLong_;
+};
 
 class CountingHandler : public AlarmHandler
 {
@@ -56,8 +69,7 @@ TEST(AlarmTimer, FiresOnceAfterItsDelay)
 
 TEST(AlarmTimer, RunsUntilStoppedOrItsHandlerHasEnough)
 {
-    CountingHandler endless;
-    CountingHandler other;
+    CountingHandler endless, other;
     AlarmTimer timer;
     EXPECT_TRUE(timer.StartPeriodic(endless, 0, 0));
     EXPECT_FALSE(timer.StartPeriodic(other, 0, 1));
@@ -78,26 +90,20 @@ TEST(AlarmTimer, RunsUntilStoppedOrItsHandlerHasEnough)
 
 TEST(AlarmTimer, StopWaitsForTheCallUnderWay)
 {
-    class SlowHandler : public AlarmHandler
-    {
-    public:
-        bool OnAlarm() override
+    std::atomic<bool> begun{false}, ended{false};
+    FunctionHandler handler(
+        [&]
         {
             begun = true;
             std::this_thread::sleep_for(std::chrono::milliseconds(20));
             ended = true;
             return true;
-        }
-        std::atomic<bool> begun{false};
-        std::atomic<bool> ended{false};
-    };
-
-    SlowHandler handler;
+        });
     AlarmTimer timer;
     EXPECT_TRUE(timer.FireOnce(handler, 0));
-    EXPECT_TRUE(tests::WaitUntil([&] { return handler.begun.load(); }));
+    EXPECT_TRUE(tests::WaitUntil([&] { return begun.load(); }));
     timer.StopPeriodic();
-    EXPECT_TRUE(handler.ended);
+    EXPECT_TRUE(ended);
 }
 
 TEST(AlarmTimer, StoppingMeetsAHandlerThatStops)
@@ -116,28 +122,20 @@ TEST(AlarmTimer, StoppingMeetsAHandlerThatStops)
 
 TEST(AlarmTimer, LongCallsDoNotWaitForEachOther)
 {
-    class MeetingHandler : public AlarmHandler
-    {
-    public:
-        explicit MeetingHandler(std::atomic<int> &numPresent) : numPresent_(numPresent) {}
-        bool QueryHintLongExecution() override { return true; }
-        bool OnAlarm() override
-        {
-            ++numPresent_;
-            EXPECT_TRUE(tests::WaitUntil([this] { return numPresent_ == s_numMeetingHandlers; }));
-            return true;
-        }
-
-    private:
-        std::atomic<int> &numPresent_;
-    };
-
+    constexpr int numHandlers = 12;
     std::atomic<int> numPresent{0};
-    MeetingHandler handler(numPresent);
-    AlarmTimer timers[s_numMeetingHandlers];
+    auto const areAllPresent = [&] { return numPresent == numHandlers; };
+    FunctionHandler handler(
+        [&]
+        {
+            ++numPresent;
+            return tests::WaitUntil(areAllPresent);
+        },
+        true);
+    AlarmTimer timers[numHandlers];
     for (AlarmTimer &timer : timers)
         ASSERT_TRUE(timer.FireOnce(handler, 0));
-    EXPECT_TRUE(tests::WaitUntil([&] { return numPresent == s_numMeetingHandlers; }));
+    EXPECT_TRUE(tests::WaitUntil(areAllPresent));
 }
 
 class WindowHandler : public WindowAlarmHandler

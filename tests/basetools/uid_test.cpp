@@ -41,8 +41,7 @@ TEST(UID, StreamsItsWordsInTheByteOrderOfTheStream)
     serializer_parameters::InputStreamByteOrderSentry const inOrder(true);
     // The same identifier: big-endian bytes are those of the digits, in both forms.
     UID const uid(0x01020304, 0x05060708, 0x090a0b0c, 0x0d0e0f10);
-    std::stringstream uidBytes;
-    std::stringstream guidBytes;
+    std::stringstream uidBytes, guidBytes;
     uidBytes <= uid;
     guidBytes <= win_utils::Guid(uid);
     EXPECT_EQ(uidBytes.str(), "\x01\x02\x03\x04\x05\x06\x07\x08\x09\x0a\x0b\x0c\x0d\x0e\x0f\x10");

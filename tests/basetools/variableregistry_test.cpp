@@ -1,7 +1,5 @@
 #include <quillmarsh/basetools/variableregistry.h>
 
-#include "tests/support/scripted_dialogs.h"
-
 #include <gtest/gtest.h>
 
 #include <limits>
@@ -27,14 +25,11 @@ private:
 };
 
 /// Kind of a program's own that cannot be cloned.
-class Unclonable : public VariableProxy
+class Unclonable : public VariableProxyInt
 {
 public:
-    void SetValueFromString(string const &) override {}
-    string GetValueString() const override { return string(); }
-    VariableProxy *Clone() const override { return nullptr; }
-    string GetTargetTypeName() const override { return string(); }
-    string GetTargetObjectName() const override { return string(); }
+    Unclonable() : VariableProxyInt(nullptr) {}
+    VariableProxyInt *Clone() const override { return nullptr; }
 };
 
 class VariableProxyTest : public testing::Test
@@ -66,24 +61,18 @@ TEST_F(VariableProxyTest, TextGoesBothWaysForEachType)
     VariableProxyRangeCheckedDouble const rangeProxy(&wideReal, -0.5, 1);
 
     string const bytes("a b\0\xff ", 6);
-    struct Case
-    {
-        VariableProxy const &proxy;
-        string text;
-        char const *typeName;
-    };
-    Case const cases[] = {
+    std::tuple<VariableProxy const &, string, char const *> const cases[] = {
         {pointerProxy, "0x1f00", "void*"}, {boolProxy, "true", "bool"},    {intProxy, "-7", "int"},
         {uIntProxy, "7", "unsigned int"},  {floatProxy, "0.25", "float"},  {doubleProxy, "1e+100", "double"},
         {stringProxy, bytes, "string"},    {rangeProxy, "0.75", "double"},
     };
-    for (Case const &c : cases)
+    for (auto const &[proxy, value, typeName] : cases)
     {
-        AutoPtr<VariableProxy> const clone(c.proxy.Clone());
-        EXPECT_EQ(typeid(*clone), typeid(c.proxy));
-        clone->SetValueFromString(c.text);
-        EXPECT_EQ(c.proxy.GetValueString(), c.text);
-        EXPECT_EQ(c.proxy.GetTargetTypeName(), c.typeName);
+        AutoPtr<VariableProxy> const clone(proxy.Clone());
+        EXPECT_EQ(typeid(*clone), typeid(proxy));
+        clone->SetValueFromString(value);
+        EXPECT_EQ(proxy.GetValueString(), value);
+        EXPECT_EQ(proxy.GetTargetTypeName(), typeName);
     }
     EXPECT_EQ(intProxy.GetTargetObjectName(), FormatObjectName("int", &integer));
     EXPECT_EQ(intProxy.GetTargetRestrictions(), "");
@@ -126,23 +115,17 @@ TEST_F(VariableProxyTest, OwnObserverKeepsTheGlobalOneOut)
 
 TEST_F(VariableProxyTest, RangeHoldsForTextAndValue)
 {
-    struct Case
-    {
-        int minimum, maximum;
-        char const *text;
-        int result;
-    };
-    constexpr Case cases[] = {
+    constexpr std::tuple<int, int, char const *, int> cases[] = {
         {0, 10, "15", 10}, {0, 10, "-3", 0},  {0, 10, "5", 5}, {0, 10, "x", 7},  {0, 10, "10", 10},
         {0, 5, "x", 5},    {10, 0, "-1", 10}, {10, 0, "0", 0}, {10, 0, "20", 0},
     };
-    for (Case const &c : cases)
+    for (auto const &[minimum, maximum, text, result] : cases)
     {
         int value = 7;
-        VariableProxyRangeCheckedInt proxy(&value, c.minimum, c.maximum, "v", "", false, &own_);
-        proxy.SetValueFromString(c.text);
-        EXPECT_EQ(value, c.result) << c.text;
-        EXPECT_EQ(own_.Take(), "v=" + std::to_string(c.result) + ";");
+        VariableProxyRangeCheckedInt proxy(&value, minimum, maximum, "v", "", false, &own_);
+        proxy.SetValueFromString(text);
+        EXPECT_EQ(value, result) << text;
+        EXPECT_EQ(own_.Take(), "v=" + std::to_string(result) + ";");
     }
     float real = std::numeric_limits<float>::infinity();
     VariableProxyRangeCheckedFloat(&real, -1, 1).SetValue(real);
@@ -151,8 +134,7 @@ TEST_F(VariableProxyTest, RangeHoldsForTextAndValue)
 
 TEST_F(VariableProxyTest, RegistryKeepsClonesInOrderOfNames)
 {
-    int first = 1;
-    int second = 2;
+    int first = 1, second = 2;
     VariableRegistry registry("variables");
     EXPECT_EQ(registry.GetName(), "variables");
     VariableProxyInt proxy(&first, "b");

@@ -1,13 +1,12 @@
 // The system's own dialogs without a display: on a terminal, and without one.
 #include "source/platform/dialogs.h"
+#include "tests/support/process_linux.h"
 
 #include <gtest/gtest.h>
 
 #include <array>
 #include <cstdlib>
-#include <fcntl.h>
 #include <pty.h>
-#include <sys/wait.h>
 #include <termios.h>
 #include <unistd.h>
 
@@ -64,13 +63,6 @@ string ReadUntil(int descriptor, string const &end)
     return text;
 }
 
-int WaitForStatus(pid_t child)
-{
-    int status = 0;
-    waitpid(child, &status, 0);
-    return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
-}
-
 struct TerminalRun
 {
     string shown;
@@ -87,26 +79,20 @@ TerminalRun AnswerOnTerminal(DialogRequest const &request, string const &keys, b
     run.shown = ReadUntil(terminal, "? ");
     EXPECT_EQ(write(terminal, keys.data(), keys.size()), static_cast<ssize_t>(keys.size()));
     ReadUntil(terminal, "");
-    run.status = WaitForStatus(child);
+    run.status = tests::WaitForExit(child);
     close(terminal);
     return run;
 }
 
 TEST(TerminalDialog, TakesOneKeyForAButton)
 {
-    struct
-    {
-        char const *keys;
-        eDialogAnswer answer;
-    } const cases[] = {
+    std::pair<char const *, eDialogAnswer> const cases[] = {
         {"a", eDialogAnswer::e_abort},  {"R", eDialogAnswer::e_retry},    {"xq?i", eDialogAnswer::e_ignore},
         {"\r", eDialogAnswer::e_retry}, {"\x04", eDialogAnswer::e_retry},
     };
     for (bool const isRaw : {false, true})
-    {
-        for (auto const &each : cases)
-            EXPECT_EQ(AnswerOnTerminal(MakeAssertDialog(), each.keys, isRaw).status, static_cast<int>(each.answer));
-    }
+        for (auto const &[keys, answer] : cases)
+            EXPECT_EQ(AnswerOnTerminal(MakeAssertDialog(), keys, isRaw).status, static_cast<int>(answer));
     DialogRequest const request{eDialogButtons::e_cancelOk, eDialogAnswer::e_ok, "Title", "Text"};
     EXPECT_EQ(AnswerOnTerminal(request, "c", false).status, static_cast<int>(eDialogAnswer::e_cancel));
     EXPECT_EQ(AnswerOnTerminal(request, "a\n", false).status, static_cast<int>(eDialogAnswer::e_ok));
@@ -135,7 +121,7 @@ TEST(TerminalDialog, WithoutATerminalTheDefaultAnswers)
     }
     close(ends[1]);
     EXPECT_EQ(ReadUntil(ends[0], ""), "Assert Failed\n@ a.cpp(1)\n! Broken\n");
-    EXPECT_EQ(WaitForStatus(child), static_cast<int>(eDialogAnswer::e_retry));
+    EXPECT_EQ(tests::WaitForExit(child), static_cast<int>(eDialogAnswer::e_retry));
     close(ends[0]);
 }
 

@@ -37,8 +37,7 @@ private:
 struct ProcessResult
 {
     int status = -1;
-    string out;
-    string err;
+    string out, err;
 };
 
 /// Runs a program to its end, with a text on its standard input. Its outputs go through files, which never fill up.

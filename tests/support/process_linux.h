@@ -20,9 +20,7 @@ constexpr int s_abortStatus = -SIGABRT;
 /// Names of the files that the standard streams are.
 struct StreamFiles
 {
-    string in;
-    string out;
-    string err;
+    string in, out, err;
 };
 
 [[noreturn]] inline void Execute(string const &program, std::vector<string> const &arguments)

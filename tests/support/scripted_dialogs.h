@@ -7,6 +7,7 @@
 #include <gtest/gtest.h>
 
 #include <deque>
+#include <functional>
 #include <initializer_list>
 #include <mutex>
 #include <utility>
@@ -75,6 +76,43 @@ private:
     platform::DialogPresenter *previous_;
     platform::eDialogAnswer every_ = platform::eDialogAnswer::e_ignore;
 };
+
+/// Hands the texts of the dialogs that come while it lives to a function, and ignores them.
+class HandledDialogs : public platform::DialogPresenter, NoCopy
+{
+public:
+    explicit HandledDialogs(std::function<void(string const &)> handle)
+        : handle_(std::move(handle)),
+          previous_(platform::SetDialogPresenter(this))
+    {
+    }
+    ~HandledDialogs() override { platform::SetDialogPresenter(previous_); }
+
+    platform::eDialogAnswer Present(platform::DialogRequest const &request) override
+    {
+        handle_(request.text);
+        return platform::eDialogAnswer::e_ignore;
+    }
+
+private:
+    std::function<void(string const &)> handle_;
+    platform::DialogPresenter *previous_;
+};
+
+/// Text of the dialog that an action runs into, which is left by an exception: there is nothing to go on with.
+string TextOfLastDialog(auto const &action)
+{
+    HandledDialogs const dialogs([](string const &text) { throw text; });
+    try
+    {
+        action();
+    }
+    catch (string const &text)
+    {
+        return text;
+    }
+    return "";
+}
 
 } // namespace quillmarsh::tests
 

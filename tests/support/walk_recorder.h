@@ -17,11 +17,19 @@ class WalkRecorder : public file_system::FileSystemWalker
 public:
     explicit WalkRecorder(string const &root) : root_(root) {}
 
-    std::vector<string> lines;
-    string cancelAt;
-    string refused;
+    /// Walks, and gives what was told, each piece with ";" behind it. A walk that fails has a "-" in the end.
+    string Record()
+    {
+        lines_.clear();
+        bool const succeeds = Walk(root_);
+        return lines_ + (succeeds ? "" : "-");
+    }
+
+    string cancelAt, refused;
 
 private:
+    void Add(string const &line) { lines_ += line + ";"; }
+
     string Describe(unsigned int level, unsigned int index, string const &path, string const &name)
     {
         if (name == cancelAt)
@@ -35,22 +43,22 @@ private:
     void OnBeginWalk(string const &root) override
     {
         EXPECT_EQ(root, root_);
-        lines.push_back("begin");
+        Add("begin");
         if (cancelAt == "begin")
             CancelWalk();
     }
-    void OnEndWalk() override { lines.push_back("end"); }
+    void OnEndWalk() override { Add("end"); }
     void OnFile(unsigned int level, unsigned int index, string const &path, string const &name) override
     {
-        lines.push_back("file " + Describe(level, index, path, name));
+        Add("file " + Describe(level, index, path, name));
     }
     bool OnDirectory(unsigned int level, unsigned int index, string const &path, string const &name) override
     {
-        lines.push_back("directory " + Describe(level, index, path, name));
+        Add("directory " + Describe(level, index, path, name));
         return name != refused;
     }
 
-    string root_;
+    string root_, lines_;
 };
 
 } // namespace quillmarsh::tests
