@@ -4,6 +4,7 @@
 #include <quillmarsh/devices/mouse.h>
 
 #include "tests/support/controller_device.h"
+#include "tests/support/test_kernel.h"
 
 #include <gtest/gtest.h>
 
@@ -59,8 +60,7 @@ public:
         return {GetPositionX(), GetPositionY(), GetDeltaX(), GetDeltaY(), GetDeltaWheel()};
     }
 
-    int numModeChanges = 0;
-    int numSyncChanges = 0;
+    int numModeChanges = 0, numSyncChanges = 0;
 };
 
 class TestGameController : public AttachedController<GameController>
@@ -86,6 +86,7 @@ template<typename Controller>
 class Buttons : public testing::Test
 {
 public:
+    TestKernel kernel;
     ControllerDevice<Controller> device;
 
     /// Samples once, with the first and the last button that all controllers have pressed, or with none.
@@ -155,26 +156,22 @@ TYPED_TEST(Buttons, ShowAnEdgeForOneAsynchronousRead)
 
 TEST(Keyboard, NamesKeysAndModifiers)
 {
-    struct
-    {
-        unsigned int code;
-        char const *name;
-    } const keys[] = {{0, "Escape"},
-                      {13, "GraveAccent"},
-                      {14, "1"},
-                      {38, "L-Bracket"},
-                      {55, "OEM102"},
-                      {73, "AppMenu"},
-                      {94, "NumDecimal"},
-                      {104, "Num9"},
-                      {105, "BadKeyCode"},
-                      {~0u, "BadKeyCode"},
-                      {e_key_q, "Q"},
-                      {e_key_r_alt, "R-Alt"},
-                      {e_key_page_down, "PageDown"},
-                      {e_key_arrow_left, "ArrowLeft"}};
-    for (auto const &key : keys)
-        EXPECT_EQ(GetKeyName(static_cast<eKey>(key.code)), key.name);
+    std::pair<unsigned int, char const *> const keys[] = {{0, "Escape"},
+                                                          {13, "GraveAccent"},
+                                                          {14, "1"},
+                                                          {38, "L-Bracket"},
+                                                          {55, "OEM102"},
+                                                          {73, "AppMenu"},
+                                                          {94, "NumDecimal"},
+                                                          {104, "Num9"},
+                                                          {105, "BadKeyCode"},
+                                                          {~0u, "BadKeyCode"},
+                                                          {e_key_q, "Q"},
+                                                          {e_key_r_alt, "R-Alt"},
+                                                          {e_key_page_down, "PageDown"},
+                                                          {e_key_arrow_left, "ArrowLeft"}};
+    for (auto const &[code, name] : keys)
+        EXPECT_EQ(GetKeyName(static_cast<eKey>(code)), name);
     EXPECT_EQ(GetKeyModifierName(e_key_modifier_control), "Control");
     EXPECT_EQ(GetKeyModifierName(e_key_modifier_alt), "Alt");
     EXPECT_EQ(GetKeyModifierName(static_cast<eKeyModifier>(3)), "");
@@ -182,6 +179,7 @@ TEST(Keyboard, NamesKeysAndModifiers)
 
 TEST(Keyboard, CountsKeysAndModifiersWithTheSampleOrTheRead)
 {
+    TestKernel const kernel;
     ControllerDevice<TestKeyboard> device;
     TestKeyboard &keyboard = device.controller;
     auto const press = [&]
@@ -223,6 +221,7 @@ TEST(Keyboard, TellsOnlyOfChangesOfCharacterMapping)
 
 TEST(Mouse, MovesPerSampleOrAddsUpForARead)
 {
+    TestKernel const kernel;
     ControllerDevice<TestMouse> device;
     TestMouse &mouse = device.controller;
     mouse.SetReverseDeltaX(true);
@@ -291,16 +290,14 @@ TEST(Mouse, AcceleratesByLevel)
     {
         mouse.SetAbsoluteModeAccelerationLevel(row.level);
         mouse.SetAbsoluteModeSpeed(row.speed);
-        float x = -1.0f;
-        float y = -1.0f;
+        float x = -1.0f, y = -1.0f;
         mouse.ApplyAbsoluteModeModifiers(row.in[0], row.in[1], x, y);
         EXPECT_EQ(x, row.out[0]) << row.in[0] << " at level " << row.level;
         EXPECT_EQ(y, row.out[1]) << row.in[1] << " at level " << row.level;
     }
     EXPECT_EQ(mouse.GetAbsoluteModeAccelerationLevel(), 2u);
 
-    float first = 0.0f;
-    float second = 0.0f;
+    float first = 0.0f, second = 0.0f;
     mouse.SetAbsoluteModeAccelerationThresholds(100.0f, 50.0f);
     mouse.GetAbsoluteModeAccelerationThresholds(first, second);
     EXPECT_TRUE(first == 100.0f && second == 100.0f);
@@ -343,6 +340,7 @@ TEST(GameController, KeepsPropertiesInRangeAndTellsOfEach)
 TEST(GameController, ReversesWhenItWritesAndRestsInTheCentre)
 {
     using Axis = GameController::eAxis;
+    TestKernel const kernel;
     ControllerDevice<TestGameController> device;
     TestGameController &controller = device.controller;
     controller.SetAxisReverse(Axis::AxisY, true);

@@ -126,11 +126,7 @@ TEST(StandardGestures, AreRecognisedInTheirOrder)
     glove.LearnFullRange();
 
     // Thumb to pinky, 0 for stretched to 9 for flexed.
-    struct
-    {
-        char const *fingers;
-        char const *names;
-    } const hands[] = {
+    std::pair<char const *, char const *> const hands[] = {
         {"99999", "Grab Fist "},   {"00000", "Stop FlatHand "}, {"09999", "ThumbUp Fist "}, {"59999", "Fist "},
         {"50000", "FlatHand "},    {"90999", "IndexPoint "},    {"09000", "NotIndex "},     {"50099", "DoublePoint "},
         {"00009", "TriplePoint "}, {"59990", "PinkyPoint "},    {"59099", "UpYours "},      {"00900", "NotUpYours "},
@@ -139,11 +135,11 @@ TEST(StandardGestures, AreRecognisedInTheirOrder)
     };
     constexpr eGloveSensor joints[] = {ThumbJointInner, IndexJointInner, MiddleJointInner, RingJointInner,
                                        PinkyJointInner};
-    for (auto const &hand : hands)
+    for (auto const &[fingers, names] : hands)
     {
         for (unsigned int i = 0; i < 5; ++i)
-            glove.Show(joints[i], static_cast<float>(hand.fingers[i] - '0') / 9.0f);
-        EXPECT_EQ(ListActive(analyzer, glove), string(hand.names) + "RollLeft PitchUp ") << hand.fingers;
+            glove.Show(joints[i], static_cast<float>(fingers[i] - '0') / 9.0f);
+        EXPECT_EQ(ListActive(analyzer, glove), string(names) + "RollLeft PitchUp ") << fingers;
     }
     glove.Show(RingJointInner, 0.5f);
     char const *const rolls[] = {"RollLeft ", "RollNeutral ", "RollRight "};

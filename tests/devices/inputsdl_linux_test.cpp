@@ -19,22 +19,12 @@
 #include <gtest/gtest.h>
 
 #include <SDL.h>
+#include <deque>
 
 namespace quillmarsh::tests
 {
 namespace
 {
-
-class Library : public DynamicLinkLibrary
-{
-public:
-    Library() : DynamicLinkLibrary(QUILLMARSH_TEST_INPUT_SDL) {}
-    ~Library() override { Unload(); }
-    PluginLibraryEntry entry = nullptr;
-
-protected:
-    void FillImportTable(DLLImportTable &table) override { table.Add(s_szPluginLibraryEntry, &entry); }
-};
 
 /// Opens the driver with the displays that the test names, and makes and connects its devices.
 class InputSdl : public testing::Test
@@ -51,12 +41,13 @@ protected:
 
     void Open(char const *videoDriver, char const *displayName = nullptr, unsigned int flags = 0)
     {
-        videoDriver_ = std::make_unique<EnvironmentVariable>("SDL_VIDEODRIVER", videoDriver);
-        display_ = std::make_unique<EnvironmentVariable>("DISPLAY", displayName);
-        wayland_ = std::make_unique<EnvironmentVariable>("WAYLAND_DISPLAY", nullptr);
-        ASSERT_TRUE(library_.Load() && library_.ImportSymbols(nullptr)) << library_.GetLoadError();
-        Plugin *const plugin = library_.entry()->GetDescriptor(0)->CreateAndSetupPlugin();
-        driver_.reset(dynamic_cast<HIDDriver0 *>(plugin));
+        environment_.clear();
+        environment_.emplace_back("SDL_VIDEODRIVER", videoDriver);
+        environment_.emplace_back("DISPLAY", displayName);
+        environment_.emplace_back("WAYLAND_DISPLAY", nullptr);
+        ASSERT_TRUE(library_.Load()) << library_.GetLoadError();
+        auto const entry = reinterpret_cast<PluginLibraryEntry>(library_.GetSymbolAddress(s_szPluginLibraryEntry));
+        driver_.reset(dynamic_cast<HIDDriver0 *>(entry()->GetDescriptor(0)->CreateAndSetupPlugin()));
         ASSERT_NE(nullptr, driver_);
         driver_->OpenDriver(DirectInputConfig(), flags);
         isOpen_ = true;
@@ -108,10 +99,8 @@ protected:
     std::vector<AutoPtr<HumanInterfaceDevice>> devices;
 
 private:
-    AutoPtr<EnvironmentVariable> videoDriver_;
-    AutoPtr<EnvironmentVariable> display_;
-    AutoPtr<EnvironmentVariable> wayland_;
-    Library library_;
+    std::deque<EnvironmentVariable> environment_;
+    DynamicLinkLibrary library_{QUILLMARSH_TEST_INPUT_SDL};
     AutoPtr<HIDDriver0> driver_;
     bool isOpen_ = false;
 };
@@ -221,19 +210,15 @@ TEST_F(InputSdlPads, ApplyDeadZonesAndSaturations)
     controller.SetAxisProperties(GameController::AxisX, 0.25f, 0.75f);
     controller.SetSliderProperties(0, 0.5f, 0.5f);
     controller.SetAxisReverse(GameController::AxisX, true);
-    struct
+    std::tuple<Sint16, float, float> const cases[] = {
+        {8000, 0, 0}, {16384, -0.5f, 1}, {-16384, 0.5f, 0}, {-24700, 1, -1}, {32767, -1, 1}};
+    for (auto const &[way, axis, slider] : cases)
     {
-        Sint16 way;
-        float axis;
-        float slider;
-    } const cases[] = {{8000, 0, 0}, {16384, -0.5f, 1}, {-16384, 0.5f, 0}, {-24700, 1, -1}, {32767, -1, 1}};
-    for (auto const &c : cases)
-    {
-        SDL_JoystickSetVirtualAxis(pad, 0, c.way);
-        SDL_JoystickSetVirtualAxis(pad, 6, c.way);
+        SDL_JoystickSetVirtualAxis(pad, 0, way);
+        SDL_JoystickSetVirtualAxis(pad, 6, way);
         Frame();
-        EXPECT_NEAR(c.axis, controller.GetAxisPosition(GameController::AxisX), 1e-3f) << c.way;
-        EXPECT_NEAR(c.slider, controller.GetSliderPosition(0), 1e-3f) << c.way;
+        EXPECT_NEAR(axis, controller.GetAxisPosition(GameController::AxisX), 1e-3f) << way;
+        EXPECT_NEAR(slider, controller.GetSliderPosition(0), 1e-3f) << way;
     }
 }
 
@@ -290,10 +275,7 @@ protected:
     static void Key(SDL_Scancode scancode, bool isDown, char const *text = "", Uint16 modifiers = 0)
     {
         SDL_Event event = {};
-        event.type = isDown ? SDL_KEYDOWN : SDL_KEYUP;
-        event.key.state = isDown ? SDL_PRESSED : SDL_RELEASED;
-        event.key.keysym.scancode = scancode;
-        event.key.keysym.mod = modifiers;
+        event.key = {isDown ? SDL_KEYDOWN : SDL_KEYUP, 0, 0, Uint8{isDown}, 0, 0, 0, {scancode, 0, modifiers, 0}};
         SDL_PushEvent(&event);
         event = {};
         event.type = SDL_TEXTINPUT;
@@ -304,18 +286,13 @@ protected:
     static void Move(int x, int y, int moveX, int moveY)
     {
         SDL_Event event = {};
-        event.type = SDL_MOUSEMOTION;
-        event.motion.x = x;
-        event.motion.y = y;
-        event.motion.xrel = moveX;
-        event.motion.yrel = moveY;
+        event.motion = {SDL_MOUSEMOTION, 0, 0, 0, 0, x, y, moveX, moveY};
         SDL_PushEvent(&event);
     }
-    static void Window(SDL_WindowEventID id)
+    static void Window(SDL_WindowEventID id, Uint32 window = 0)
     {
         SDL_Event event = {};
-        event.type = SDL_WINDOWEVENT;
-        event.window.event = static_cast<Uint8>(id);
+        event.window = {SDL_WINDOWEVENT, 0, window, static_cast<Uint8>(id), 0, 0, 0, 0, 0};
         SDL_PushEvent(&event);
     }
 };
@@ -396,11 +373,9 @@ TEST_F(InputSdlDesktop, MouseFollowsTheCursorOrGoesItsOwnWay)
     auto const expect = [&](int x, int y, bool isInside, int moveX, int moveY)
     {
         Frame();
-        EXPECT_EQ(x, mouse.GetPositionX());
-        EXPECT_EQ(y, mouse.GetPositionY());
         EXPECT_EQ(isInside, mouse.IsPositionInsideAppWindowClientArea());
-        EXPECT_EQ(moveX, mouse.GetDeltaX());
-        EXPECT_EQ(moveY, mouse.GetDeltaY());
+        EXPECT_EQ(std::tuple(x, y, moveX, moveY),
+                  std::tuple(mouse.GetPositionX(), mouse.GetPositionY(), mouse.GetDeltaX(), mouse.GetDeltaY()));
     };
     Window(SDL_WINDOWEVENT_ENTER);
     Move(50, 60, 3, 4);
@@ -452,9 +427,9 @@ TEST_F(InputSdlDesktop, WheelAndButtonsAreCountedAndOnlyFromTheConnectionOn)
         for (bool const isDown : {true, false})
         {
             SDL_Event event = {};
-            event.type = isDown ? SDL_MOUSEBUTTONDOWN : SDL_MOUSEBUTTONUP;
-            event.button.button = static_cast<Uint8>(i + 1);
-            event.button.state = isDown ? SDL_PRESSED : SDL_RELEASED;
+            auto const number = static_cast<Uint8>(i + 1);
+            event.button = {
+                isDown ? SDL_MOUSEBUTTONDOWN : SDL_MOUSEBUTTONUP, 0, 0, 0, number, Uint8{isDown}, 1, 0, 0, 0};
             SDL_PushEvent(&event);
         }
         Frame();
@@ -474,11 +449,7 @@ TEST_F(InputSdlDesktop, WheelAndButtonsAreCountedAndOnlyFromTheConnectionOn)
 
 TEST_F(InputSdlDesktop, ClosingTheWindowEndsTheHostAndAFlagForbidsIt)
 {
-    SDL_Event event = {};
-    event.type = SDL_WINDOWEVENT;
-    event.window.event = SDL_WINDOWEVENT_CLOSE;
-    event.window.windowID = 1;
-    SDL_PushEvent(&event);
+    Window(SDL_WINDOWEVENT_CLOSE, 1);
     Frame();
     EXPECT_EQ(1u, kernel.numExitRequests);
     EXPECT_FALSE(SDL_HasEvents(SDL_FIRSTEVENT, SDL_LASTEVENT));
@@ -498,12 +469,12 @@ TEST_F(InputSdl, TakesKeysAndPointerOfARealWindow)
     auto &mouse = Get<Mouse>(1);
     auto const waitFor = [this](auto condition)
     {
-        return WaitUntil(
-            [&]
-            {
-                Frame();
-                return condition();
-            });
+        auto const holdsNow = [&]
+        {
+            Frame();
+            return condition();
+        };
+        return WaitUntil(holdsNow);
     };
     ASSERT_TRUE(display->Do("search --sync --name '^Quillmarsh input$' windowmove --sync 100 100 windowfocus --sync"));
     ASSERT_TRUE(waitFor([] { return SDL_GetKeyboardFocus() != nullptr; }));

@@ -3,6 +3,7 @@
 #include "plugins/input_recording/recorder.h"
 #include "plugins/input_recording/recordingreader.h"
 
+#include "tests/support/failures.h"
 #include "tests/support/scratch_directory.h"
 #include "tests/support/test_kernel.h"
 
@@ -46,12 +47,8 @@ constexpr char s_szAllKinds[] = "description All kinds\n"
 
 TEST(Recording, RefusesFaultsWithTheirPlace)
 {
-    constexpr char pad[] = "controller game-controller X buttons:3\n";
-    struct
-    {
-        string lines;
-        char const *message;
-    } const cases[] = {
+    string const pad = "controller game-controller X buttons:3\n";
+    std::pair<string, char const *> const cases[] = {
         {"", "r.txt:2: the text ends without a line \"TIME end\""},
         {"controller\n", "r.txt:2: field \"controller\": the kind of controller is missing"},
         {"controller nose\n", "r.txt:2: field \"nose\": there is no such kind of controller"},
@@ -64,46 +61,35 @@ TEST(Recording, RefusesFaultsWithTheirPlace)
         {"controller orientation-tracker\n",
          "r.txt:2: field \"orientation-tracker\": it reports either angles or a quaternion"},
         {"\n# comment\nnonsense\n", "r.txt:4: \"nonsense\" is neither a time nor a line of the head"},
-        {string(pad) + "0 game-controller X=1\ndescription late\n",
+        {pad + "0 game-controller X=1\ndescription late\n",
          "r.txt:4: \"description\" is neither a time nor a line of the head"},
-        {string(pad) + "-1 end\n", "r.txt:3: field \"time\": \"-1\" is not a number of seconds from 0 to 1e9"},
-        {string(pad) + "1e999 end\n", "r.txt:3: field \"time\": \"1e999\" is not a number of seconds from 0 to 1e9"},
-        {string(pad) + "0x1 end\n", "r.txt:3: field \"time\": \"0x1\" is not a number of seconds from 0 to 1e9"},
-        {string(pad) + "2 game-controller X=1\n1.9 end\n",
-         "r.txt:4: field \"time\": \"1.9\" is before the line ahead of it"},
-        {string(pad) + "1 end\n2 game-controller X=1\n", "r.txt:4: nothing may follow the end"},
-        {string(pad) + "1 mouse wheel=1\n", "r.txt:3: field \"mouse\": the head has no such controller"},
-        {string(pad) + "1\n", "r.txt:3: field \"controller\": the head has no such controller"},
-        {string(pad) + "1 game-controller\n", "r.txt:3: field \"game-controller\": the sample says nothing"},
-        {string(pad) + "1 game-controller Nose=1\n", "r.txt:3: field \"Nose\": a game-controller has no such field"},
-        {string(pad) + "1 game-controller Y=1\n", "r.txt:3: field \"Y\": the head does not list it"},
-        {string(pad) + "1 game-controller X\n", "r.txt:3: field \"X\": \"=\" and a value are missing"},
-        {string(pad) + "1 game-controller X=1 X=1\n", "r.txt:3: field \"X\": it stands there twice"},
-        {string(pad) + "1 game-controller X=1,2\n", "r.txt:3: field \"X\": it has 1 value"},
-        {string(pad) + "1 game-controller X=nan\n", "r.txt:3: field \"X\": \"nan\" is not a finite number"},
-        {string(pad) + "1 game-controller X=-inf\n", "r.txt:3: field \"X\": \"-inf\" is not a finite number"},
-        {string(pad) + "1 game-controller X=1e99\n", "r.txt:3: field \"X\": \"1e99\" is not a finite number"},
-        {string(pad) + "1 game-controller X=1.0f\n", "r.txt:3: field \"X\": \"1.0f\" is not a finite number"},
-        {string(pad) + "1 game-controller X=\n", "r.txt:3: field \"X\": \"\" is not a finite number"},
-        {string(pad) + "1 game-controller buttons=3\n", "r.txt:3: field \"buttons\": \"3\" is not one of its things"},
-        {string(pad) + "1 game-controller buttons=\n", "r.txt:3: field \"buttons\": \"\" is not one of its things"},
+        {pad + "-1 end\n", "r.txt:3: field \"time\": \"-1\" is not a number of seconds from 0 to 1e9"},
+        {pad + "1e999 end\n", "r.txt:3: field \"time\": \"1e999\" is not a number of seconds from 0 to 1e9"},
+        {pad + "0x1 end\n", "r.txt:3: field \"time\": \"0x1\" is not a number of seconds from 0 to 1e9"},
+        {pad + "2 game-controller X=1\n1.9 end\n", "r.txt:4: field \"time\": \"1.9\" is before the line ahead of it"},
+        {pad + "1 end\n2 game-controller X=1\n", "r.txt:4: nothing may follow the end"},
+        {pad + "1 mouse wheel=1\n", "r.txt:3: field \"mouse\": the head has no such controller"},
+        {pad + "1\n", "r.txt:3: field \"controller\": the head has no such controller"},
+        {pad + "1 game-controller\n", "r.txt:3: field \"game-controller\": the sample says nothing"},
+        {pad + "1 game-controller Nose=1\n", "r.txt:3: field \"Nose\": a game-controller has no such field"},
+        {pad + "1 game-controller Y=1\n", "r.txt:3: field \"Y\": the head does not list it"},
+        {pad + "1 game-controller X\n", "r.txt:3: field \"X\": \"=\" and a value are missing"},
+        {pad + "1 game-controller X=1 X=1\n", "r.txt:3: field \"X\": it stands there twice"},
+        {pad + "1 game-controller X=1,2\n", "r.txt:3: field \"X\": it has 1 value"},
+        {pad + "1 game-controller X=nan\n", "r.txt:3: field \"X\": \"nan\" is not a finite number"},
+        {pad + "1 game-controller X=-inf\n", "r.txt:3: field \"X\": \"-inf\" is not a finite number"},
+        {pad + "1 game-controller X=1e99\n", "r.txt:3: field \"X\": \"1e99\" is not a finite number"},
+        {pad + "1 game-controller X=1.0f\n", "r.txt:3: field \"X\": \"1.0f\" is not a finite number"},
+        {pad + "1 game-controller X=\n", "r.txt:3: field \"X\": \"\" is not a finite number"},
+        {pad + "1 game-controller buttons=3\n", "r.txt:3: field \"buttons\": \"3\" is not one of its things"},
+        {pad + "1 game-controller buttons=\n", "r.txt:3: field \"buttons\": \"\" is not one of its things"},
         {"controller mouse\n0 mouse wheel=0.5\n",
          "r.txt:3: field \"wheel\": \"0.5\" is not a whole number within a million"},
         {"controller mouse\n0 mouse move=1,2000000\n",
          "r.txt:3: field \"move\": \"2000000\" is not a whole number within a million"},
     };
-    for (auto const &row : cases)
-    {
-        try
-        {
-            Parse(row.lines);
-            ADD_FAILURE() << "accepted: " << row.lines;
-        }
-        catch (RecordingException const &failure)
-        {
-            EXPECT_EQ(failure.GetMessage(), row.message);
-        }
-    }
+    for (auto const &[lines, message] : cases)
+        EXPECT_EQ(MessageOf<RecordingException>([&text = lines] { Parse(text); }), message);
     EXPECT_THROW(ParseRecording("quillmarsh-recording 2\n0 end\n", "r.txt"), RecordingException);
     EXPECT_THROW(LoadRecording("no such file"), RecordingException);
 }
@@ -118,9 +104,7 @@ TEST(Recording, PlaysOnceOrOverAndOver)
     struct
     {
         double time;
-        float wheel;
-        float button;
-        float x;
+        float wheel, button, x;
     } const once[] = {{0.25, 0, 0, 0}, {0.5, 3, 1, 0}, {0.75, 0, 1, 0}, {9, 4, 0, 7}, {10, 0, 0, 7}},
             looped[] = {{0.75, 3, 1, 0}, {2.25, 4, 0, 0}, {2.5, 3, 1, 0},
                         {6.75, 7, 1, 0}, {7.25, 4, 0, 7}, {8, 0, 0, 0}};

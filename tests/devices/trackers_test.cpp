@@ -9,7 +9,6 @@
 
 #include <gtest/gtest.h>
 
-#include <functional>
 #include <random>
 
 namespace quillmarsh::tests
@@ -98,9 +97,7 @@ TEST(OrientationTracker, CorrectsByReversalInsideAndTransformOutside)
     for (int i = 0; i < 100; ++i)
     {
         vec3 const angles = MakeRandom<vec3>(engine);
-        float const head = 179.0f * angles.x;
-        float const pitch = 80.0f * angles.y;
-        float const roll = 179.0f * angles.z;
+        float const head = 179.0f * angles.x, pitch = 80.0f * angles.y, roll = 179.0f * angles.z;
         mat3 const transform = Euler(20.0f, 30.0f, static_cast<float>(i));
 
         TestOrientationTracker tracker;

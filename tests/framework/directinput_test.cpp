@@ -5,6 +5,8 @@
 // The complete record, wherever the system has it.
 #include "source/platform/directinput.h"
 
+#include "tests/support/test_kernel.h"
+
 #include <gtest/gtest.h>
 
 #include <cstring>
@@ -20,29 +22,23 @@ TEST(DirectInputConfig, ComparesWhatCounts)
     DirectInputConfig const plain;
     EXPECT_TRUE(plain.EnableDirectInput && plain.UseLastVersion && plain.EnableFullscreenExclusiveMode &&
                 plain.UseAtDeviceInit && plain.DirectInputVersion == 0);
-    struct Case
+    std::tuple<DirectInputConfig, DirectInputConfig, bool> const cases[] = {
+        {{false, true, 3, true, true}, {false, false, 8, false, false}, true},
+        {{true, true, 3, true, true}, {true, true, 8, true, true}, true},
+        {{true, false, 3, true, true}, {true, false, 8, true, true}, false},
+        {{true, true, 3, true, true}, {true, false, 3, true, true}, false},
+        {{true, true, 3, true, true}, {false, true, 3, true, true}, false},
+        {{true, true, 3, true, true}, {true, true, 3, false, true}, false},
+        {{true, true, 3, true, true}, {true, true, 3, true, false}, false}};
+    for (auto const &[left, right, equal] : cases)
     {
-        DirectInputConfig left;
-        DirectInputConfig right;
-        bool equal;
-    };
-    for (Case const &c : {Case{{false, true, 3, true, true}, {false, false, 8, false, false}, true},
-                          Case{{true, true, 3, true, true}, {true, true, 8, true, true}, true},
-                          Case{{true, false, 3, true, true}, {true, false, 8, true, true}, false},
-                          Case{{true, true, 3, true, true}, {true, false, 3, true, true}, false},
-                          Case{{true, true, 3, true, true}, {false, true, 3, true, true}, false},
-                          Case{{true, true, 3, true, true}, {true, true, 3, false, true}, false},
-                          Case{{true, true, 3, true, true}, {true, true, 3, true, false}, false}})
-    {
-        EXPECT_EQ(c.equal, c.left.IsLogicallyEqual(c.right));
-        EXPECT_FALSE(c.left == c.right);
+        EXPECT_EQ(equal, left.IsLogicallyEqual(right));
+        EXPECT_FALSE(left == right);
     }
-    std::ostringstream out;
-    DirectInputConfig{true, false, 8, true, false}.Dump(out, 1);
     EXPECT_EQ("\tEnableDirectInput............: true\n\tUseLastVersion...............: false\n"
               "\tDirectInputVersion...........: 8\n\tEnableFullscreenExclusiveMode: true\n"
               "\tUseAtDeviceInit..............: false\n",
-              out.str());
+              tests::DumpText(DirectInputConfig{true, false, 8, true, false}, 1));
 }
 
 DIDEVICEINSTANCEA MakeInstance(unsigned int type)
@@ -63,25 +59,27 @@ TEST(DirectInputDeviceInstanceInfo, DumpsAndCopiesTheSystemsRecord)
     static_assert(sizeof(DIDEVICEINSTANCEA) == 580);
     DIDEVICEINSTANCEA instance = MakeInstance(0x12340c1c);
     DirectInputDeviceInstanceInfo8 const info(instance);
-    std::ostringstream out;
-    info.DumpInfo(out, 1);
+    auto const dump = [](auto const &record, unsigned int tabs)
+    {
+        std::ostringstream out;
+        record.DumpInfo(out, tabs);
+        return out.str();
+    };
     string const product(260, 'x');
     EXPECT_EQ("\tInstanceGUID.: [00000001-00000000-00000000-00000000]\n\tInstanceName.: stick\n"
               "\tProductGUID..: [00000002-00000000-00000000-00000000]\n\tProductName..: " +
                   product + "\n\tDeviceType...: supplemental controller\n\tDeviceSubType: three pedals\n",
-              out.str());
+              dump(info, 1));
     DirectInputDeviceInstanceInfo common;
     EXPECT_EQ("Unknown", common.InstanceName);
     info.CopyInfo(common);
     EXPECT_EQ(DirectInputDeviceInstanceInfo(win_utils::Guid(UID(1, 0, 0, 0)), win_utils::Guid(UID(2, 0, 0, 0)), "stick",
                                             product),
               common);
-    out.str("");
-    common.DumpInfo(out, 0);
     EXPECT_EQ("InstanceGUID: [00000001-00000000-00000000-00000000]\nInstanceName: stick\n"
               "ProductGUID.: [00000002-00000000-00000000-00000000]\nProductName.: " +
                   product + "\n",
-              out.str());
+              dump(common, 0));
 
     instance.tszInstanceName[100] = 'z';
     DirectInputDeviceInstanceInfo8 other(instance);
@@ -95,27 +93,24 @@ TEST(DirectInputDeviceInstanceInfo, DumpsAndCopiesTheSystemsRecord)
 
 TEST(DirectInputDeviceInstanceInfo, NamesTypes)
 {
-    struct Case
-    {
-        unsigned int type;
-        char const *names;
-    };
-    for (Case const &c :
-         {Case{0x0211, "unclassified/unknown"}, Case{0x0112, "mouse/unknown"}, Case{0x0612, "mouse/absolute axis data"},
-          Case{0x0113, "keyboard/IBM PC/XT 83-key keyboard"}, Case{0x0315, "gamepad/tilt"},
-          Case{0x0218, "first-person-game controller/unknown"},
-          Case{0x0318, "first-person-game controller/6 degrees of freedom"}, Case{0x011b, "remote controller/unknown"},
-          Case{0x0d1c, "supplemental controller/rudder pedals"}, Case{0x0110, "unknown/unknown"},
-          Case{0x011d, "unknown/unknown"}})
+    constexpr std::tuple<unsigned int, char const *, char const *> cases[] = {
+        {0x0211, "unclassified", "unknown"},
+        {0x0112, "mouse", "unknown"},
+        {0x0612, "mouse", "absolute axis data"},
+        {0x0113, "keyboard", "IBM PC/XT 83-key keyboard"},
+        {0x0315, "gamepad", "tilt"},
+        {0x0218, "first-person-game controller", "unknown"},
+        {0x0318, "first-person-game controller", "6 degrees of freedom"},
+        {0x011b, "remote controller", "unknown"},
+        {0x0d1c, "supplemental controller", "rudder pedals"},
+        {0x0110, "unknown", "unknown"},
+        {0x011d, "unknown", "unknown"}};
+    for (auto const &[type, name, subtype] : cases)
     {
         std::ostringstream out;
-        DirectInputDeviceInstanceInfo8(MakeInstance(c.type)).DumpInfo(out, 0);
-        string const text = out.str();
-        string const names = c.names;
-        std::size_t const slash = names.find('/');
-        EXPECT_NE(string::npos, text.find("DeviceType...: " + names.substr(0, slash) +
-                                          "\nDeviceSubType: " + names.substr(slash + 1) + "\n"))
-            << text;
+        DirectInputDeviceInstanceInfo8(MakeInstance(type)).DumpInfo(out, 0);
+        string const names = string("DeviceType...: ") + name + "\nDeviceSubType: " + subtype + "\n";
+        EXPECT_NE(string::npos, out.str().find(names)) << out.str();
     }
 }
 

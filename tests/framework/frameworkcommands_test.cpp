@@ -1,10 +1,10 @@
-#include <quillmarsh/basetools/exception.h>
 #include <quillmarsh/basetools/variableregistry.h>
 #include <quillmarsh/framework/commands/crashcmd.h>
 #include <quillmarsh/framework/commands/frameworkcommands.h>
 #include <quillmarsh/framework/frameworkprofiler.h>
 #include <quillmarsh/framework/stdcommandinterpreter.h>
 
+#include "tests/support/failures.h"
 #include "tests/support/scripted_dialogs.h"
 #include "tests/support/test_kernel.h"
 
@@ -74,16 +74,9 @@ TEST_F(FrameworkCommands, CrashForcesTheFirstFailureAskedFor)
         EXPECT_NE(requests[1].text.find("\n! Forced verify by crash-command."), string::npos);
     }
     EXPECT_FALSE(kernel.params.EnableHardRethrowExit);
-    try
-    {
-        Run("crash -throw -zeroptrr");
-        FAIL();
-    }
-    catch (ApplicationException const &exception)
-    {
-        EXPECT_EQ(exception.GetMessage(), "Forced throw by crash-command.");
-        EXPECT_TRUE(exception.ContainsFileLine());
-    }
+    EXPECT_EQ(tests::MessageOf<ApplicationException>([&] { Run("crash -throw -zeroptrr"); },
+                                                     "source/framework/commands/crashcmd.cpp"),
+              "Forced throw by crash-command.");
 }
 
 TEST_F(FrameworkCommands, CrashSetsParameters)

@@ -43,26 +43,15 @@ private:
 };
 
 template<typename Controller>
-class TestDevice : public HumanInterfaceDevice
+class TestDevice : public tests::ControllerDevice<Controller>
 {
 public:
     TestDevice(unsigned int id, char const *description)
     {
-        controller.Attach(*this);
-        DeviceInfo().SetCreationID(id);
-        DeviceInfo().SetDeviceDescription(description);
-        DeviceInfo().SetCanUseDirectInput(true);
+        this->DeviceInfo().SetCreationID(id);
+        this->DeviceInfo().SetDeviceDescription(description);
+        this->DeviceInfo().SetCanUseDirectInput(true);
     }
-    ~TestDevice() override { StopAsyncSampling(); }
-
-    unsigned int GetNumControllers() override { return 1; }
-    HIDController *GetController(unsigned int) override { return &controller; }
-    void ConnectDevice(HWND) override {}
-    void DisconnectDevice() override {}
-    void SampleDevice() override {}
-    void ApplyUseDirectInput(bool use) override { UpdateUsingDirectInput(use); }
-
-    Controller controller;
 };
 
 class HIDCommands : public testing::Test
@@ -103,17 +92,14 @@ TEST_F(HIDCommands, ConfigReconfiguresWithAVersionOnly)
         EXPECT_EQ(present, Run(config, line));
     EXPECT_TRUE(kernel.hidReconfigs.empty());
 
-    struct Case
+    std::pair<char const *, DirectInputConfig> const cases[] = {
+        {"hid-config -version=last", {true, true, 0, false, true}},
+        {"hid-config -version=8 -exclusive", {true, false, 8, true, true}},
+        {"hid-config -nodiinit -version=0", {false, true, 0, false, false}}};
+    for (auto const &[line, wanted] : cases)
     {
-        char const *line;
-        DirectInputConfig wanted;
-    };
-    for (Case const &c : {Case{"hid-config -version=last", {true, true, 0, false, true}},
-                          Case{"hid-config -version=8 -exclusive", {true, false, 8, true, true}},
-                          Case{"hid-config -nodiinit -version=0", {false, true, 0, false, false}}})
-    {
-        EXPECT_EQ("true", Run(config, c.line));
-        EXPECT_EQ(c.wanted, kernel.hidReconfigs.back().first) << c.line;
+        EXPECT_EQ("true", Run(config, line));
+        EXPECT_EQ(wanted, kernel.hidReconfigs.back().first) << line;
         EXPECT_EQ(21u, kernel.hidReconfigs.back().second);
     }
     config.SetHIDReconfigCode(3);

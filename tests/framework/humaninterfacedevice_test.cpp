@@ -10,7 +10,6 @@
 #include <atomic>
 #include <cmath>
 #include <functional>
-#include <mutex>
 #include <stdexcept>
 
 namespace quillmarsh
@@ -135,13 +134,9 @@ TEST_F(HumanInterfaceDeviceTest, IsAtRestWhenItIsMade)
     EXPECT_TRUE(HumanInterfaceDevice::GetUseDirectInputAtInit());
     EXPECT_EQ(&device.second, device.FindController("B"));
     EXPECT_EQ(nullptr, device.FindController("b"));
-    for (auto const &[wanted, stored] : std::initializer_list<std::pair<double, double>>{{0.5, 1.0},
-                                                                                         {-3.0, 1.0},
-                                                                                         {1.0, 1.0},
-                                                                                         {62.5, 62.5},
-                                                                                         {1000.0, 1000.0},
-                                                                                         {5000.0, 1000.0},
-                                                                                         {std::nan(""), 1.0}})
+    std::pair<double, double> const rates[] = {{0.5, 1},     {-3, 1},      {1, 1},           {62.5, 62.5},
+                                               {1000, 1000}, {5000, 1000}, {std::nan(""), 1}};
+    for (auto const &[wanted, stored] : rates)
     {
         device.SetMaxSampleRate(wanted);
         EXPECT_EQ(stored, device.GetMaxSampleRate());
@@ -152,18 +147,12 @@ TEST_F(HumanInterfaceDeviceTest, SwitchesDirectInputWithinWhatItCanDo)
 {
     struct Case
     {
-        bool only;
-        bool can;
-        bool isUsing;
-        bool wanted;
-        bool obeys;
-        bool result;
+        bool only, can, isUsing, wanted, obeys, result;
         unsigned int numSwitches;
-    };
-    for (Case const &c :
-         {Case{true, true, false, false, true, true, 0}, Case{false, false, false, true, true, false, 0},
-          Case{true, true, true, false, true, false, 0}, Case{false, true, false, true, true, true, 1},
-          Case{false, true, true, false, true, true, 1}, Case{false, true, false, true, false, false, 1}})
+    } const cases[] = {{true, true, false, false, true, true, 0}, {false, false, false, true, true, false, 0},
+                       {true, true, true, false, true, false, 0}, {false, true, false, true, true, true, 1},
+                       {false, true, true, false, true, true, 1}, {false, true, false, true, false, false, 1}};
+    for (Case const &c : cases)
     {
         TestDevice fresh;
         fresh.DeviceInfo().SetCanUseDirectInput(true);
@@ -266,24 +255,19 @@ TEST_F(HumanInterfaceDeviceTest, AveragesBeginWithTheWantedRate)
 
 TEST_F(HumanInterfaceDeviceTest, SurvivesADeviceThatFailsOnItsThread)
 {
-    struct Case
-    {
-        std::function<void()> fail;
-        char const *reason;
-    };
-    Case const cases[] = {
+    std::pair<std::function<void()>, char const *> const cases[] = {
         {[] { QUILLMARSH_THROW(HIDException, "unplugged"); }, "HIDException: unplugged"},
         {[] { throw std::runtime_error("cut"); }, "cut"},
         {[] { throw 3; }, "an object of unknown class was thrown."},
     };
-    for (Case const &c : cases)
+    for (auto const &[fail, reason] : cases)
     {
         kernel.logOut.str("");
         device.numSamples = 0;
-        device.onSample = [&]
+        device.onSample = [this, throwIt = fail]
         {
             if (device.numSamples == 3)
-                c.fail();
+                throwIt();
         };
         device.StartAsyncSampling();
         ASSERT_TRUE(WaitUntil([this] { return device.numSamples == 3; }));
@@ -297,31 +281,16 @@ TEST_F(HumanInterfaceDeviceTest, SurvivesADeviceThatFailsOnItsThread)
         device.StopAsyncSampling();
         EXPECT_EQ(3u, device.numSamples);
         EXPECT_EQ(string("Starting async-sampling on hid: 7\nAsync-sampling failed on hid: 7/Unknown/Unknown: ") +
-                      c.reason + "\nStoping async-sampling on hid: 7\n",
+                      reason + "\nStoping async-sampling on hid: 7\n",
                   kernel.logOut.str());
     }
 }
 
 TEST_F(HumanInterfaceDeviceTest, ControllerWithoutADeviceSaysSo)
 {
-    /// Leaves by an exception, since there is nothing to go on with.
-    struct Thrower : platform::DialogPresenter
-    {
-        platform::eDialogAnswer Present(platform::DialogRequest const &request) override { throw request.text; }
-    } thrower;
     string journal;
     JournalController lonely("C", journal);
-    platform::DialogPresenter *const previous = platform::SetDialogPresenter(&thrower);
-    string text;
-    try
-    {
-        SampleReadSentry const sentry(lonely, true);
-    }
-    catch (string const &thrown)
-    {
-        text = thrown;
-    }
-    platform::SetDialogPresenter(previous);
+    string const text = tests::TextOfLastDialog([&] { SampleReadSentry const sentry(lonely, true); });
     EXPECT_NE(string::npos, text.find("! Parent-HID not set for HIDController: ")) << text;
     EXPECT_NE(string::npos, text.find("JournalController")) << text;
 }
@@ -343,15 +312,13 @@ TEST(HumanInterfaceDeviceInfoTest, KeepsItsFlagsTogetherAndDumps)
     info.SetDirectInputDeviceInstanceInfo(
         {win_utils::Guid(UID(1, 2, 3, 4)), win_utils::Guid(UID(5, 6, 7, 8)), "instance", "product"});
     EXPECT_EQ("12/Stick/sticks", info.MakeShortDesc());
-    std::ostringstream out;
-    info.Dump(out, 1);
     EXPECT_EQ("\tCreationID........: 12\n\tCreatorPluginName.: sticks\n\tDeviceDescription.: Stick\n"
               "\tVendor............: Unknown\n\tModelType.........: Unknown\n\tModelSubType......: Unknown\n"
               "\tHardwarePort......: Unknown\n\tAdditionalInfo....: Unknown\n\tIsDirectInputOnly.: false\n"
               "\tCanUseDirectInput.: false\n\tDInputInstanceGUID: [00000001-00000002-00000003-00000004]\n"
               "\tDInputInstanceName: instance\n\tDInputProductGUID.: [00000005-00000006-00000007-00000008]\n"
               "\tDInputProductName.: product\n",
-              out.str());
+              tests::DumpText(info, 1));
 }
 
 TEST_F(HumanInterfaceDeviceTest, KernelWalksDevices)

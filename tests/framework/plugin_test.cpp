@@ -1,4 +1,5 @@
 #include "tests/support/scripted_dialogs.h"
+#include "tests/support/test_kernel.h"
 
 #include <quillmarsh/basetools/namedparameter.h>
 #include <quillmarsh/framework/libwrapperdxerr8.h>
@@ -8,7 +9,6 @@
 #include <gtest/gtest.h>
 
 #include <cstddef>
-#include <sstream>
 
 namespace quillmarsh
 {
@@ -40,12 +40,10 @@ TEST(PluginInfo, PrintsItself)
     EXPECT_EQ("VideoRenderer", PluginInfo::FormatPluginType(e_plugin_video_renderer));
     EXPECT_EQ("BadPluginType", PluginInfo::FormatPluginType(static_cast<ePluginType>(6)));
 
-    std::ostringstream out;
-    TestDescriptor().GetPluginInfo().Dump(out, 1);
     EXPECT_EQ("\tLibraryVersion: " + library_info::GetLibraryVersion().MakeString() +
                   "\n\tPluginType....: GenericExtension\n\tPluginName....: name\n\tPluginVersion.: 2.3.0.0\n"
                   "\tBuildTimestamp: time\n\tDescription...: desc\n\tDeveloperInfo.: dev\n",
-              out.str());
+              tests::DumpText(TestDescriptor().GetPluginInfo(), 1));
 }
 
 TEST(PluginInfo, ComparesEveryField)

@@ -8,7 +8,6 @@
 
 #include <gtest/gtest.h>
 
-#include <functional>
 #include <random>
 
 namespace quillmarsh::std_command_interpreter
@@ -24,19 +23,14 @@ class EchoCmd : public Command
 public:
     static constexpr char const *s_szDefaultName = "echo";
 
-    explicit EchoCmd(string const &name = s_szDefaultName, bool developerModeOnly = false, int *numAlive = nullptr)
-        : numAlive_(numAlive)
+    /// What commands share counts those that are alive.
+    explicit EchoCmd(string const &name = s_szDefaultName, bool developerModeOnly = false,
+                     std::shared_ptr<int> shared = nullptr)
+        : shared_(std::move(shared))
     {
         SetDefaultName(name);
         SetShortDesc("says " + name);
         SetDeveloperModeOnly(developerModeOnly);
-        if (numAlive_ != nullptr)
-            ++*numAlive_;
-    }
-    ~EchoCmd() override
-    {
-        if (numAlive_ != nullptr)
-            --*numAlive_;
     }
 
     bool ParseAndExecute(ostream &out, CommandLineParser const &parser, string const &commandLine) override
@@ -49,7 +43,7 @@ public:
     void DumpHelp(ostream &out, CommandLineParser const &) override { out << "body of " << GetName() << "\n"; }
 
 private:
-    int *numAlive_;
+    std::shared_ptr<int> shared_;
 };
 
 class StdInterpreter : public testing::Test
@@ -150,8 +144,7 @@ TEST_F(StdInterpreter, AliasesMatchAsASlowScanDoes)
         Get().GetAliases(aliases);
         for (int i = 0; i < 40; ++i)
         {
-            string line = "a" + makeText(8) + "b";
-            string expected = line;
+            string line = "a" + makeText(8) + "b", expected = line;
             std::size_t longest = 0;
             for (auto const &[alias, target] : aliases)
             {
@@ -170,10 +163,7 @@ TEST_F(StdInterpreter, AliasesMatchAsASlowScanDoes)
             string const output = Run(line);
             bool const isExpanded = output.compare(0, 14, "<6>Expanded to") == 0;
             ASSERT_EQ(isExpanded, longest > 0) << line;
-            if (isExpanded)
-            {
-                ASSERT_EQ(output.substr(16, expected.size() + 1), expected + "\n");
-            }
+            ASSERT_TRUE(!isExpanded || output.substr(16, expected.size() + 1) == expected + "\n") << line;
         }
     }
 }
@@ -230,13 +220,13 @@ TEST_F(StdInterpreter, DebugDumpShowsThePreprocessedLine)
 
 TEST_F(StdInterpreter, RegistersKeepTheirCommands)
 {
-    int numAlive = 0;
-    auto *const first = new EchoCmd("same", false, &numAlive);
-    auto *const second = new EchoCmd("same", false, &numAlive);
-    Get().RegisterExternalCommand(new EchoCmd("zz", false, &numAlive));
+    auto const shared = std::make_shared<int>();
+    auto *const first = new EchoCmd("same", false, shared);
+    auto *const second = new EchoCmd("same", false, shared);
+    Get().RegisterExternalCommand(new EchoCmd("zz", false, shared));
     Get().RegisterExternalCommand(first);
     Get().RegisterExternalCommand(second);
-    Get().RegisterExternalCommand(new EchoCmd("help", false, &numAlive));
+    Get().RegisterExternalCommand(new EchoCmd("help", false, shared));
     Get().RegisterExternalCommand(nullptr);
     ASSERT_EQ(Get().GetNumExternalCommands(), 4u);
     EXPECT_EQ(Get().GetExternalCommand(0u)->GetName(), "help");
@@ -258,14 +248,14 @@ TEST_F(StdInterpreter, RegistersKeepTheirCommands)
     delete second;
     EXPECT_EQ(Get().DeleteExternalCommand("same"), 1u);
     EXPECT_EQ(Get().UnregisterExternalCommand("same"), 0u);
-    EXPECT_EQ(numAlive, 2);
+    EXPECT_EQ(shared.use_count(), 1 + 2);
     {
         ScriptedDialogs dialogs;
         EXPECT_EQ(Get().GetExternalCommand(2u), nullptr);
         EXPECT_EQ(dialogs.TakeTexts(), std::vector<string>{"Index out of range."});
     }
     interpreter.reset();
-    EXPECT_EQ(numAlive, 0);
+    EXPECT_EQ(shared.use_count(), 1);
 }
 
 TEST_F(StdInterpreter, CompletesTheCommandWord)
@@ -313,12 +303,7 @@ TEST_F(StdInterpreter, ListsCommands)
 
 TEST_F(StdInterpreter, HelpOfEachInternalCommand)
 {
-    struct Help
-    {
-        char const *name;
-        char const *body;
-    };
-    constexpr Help helps[] = {
+    constexpr std::pair<char const *, char const *> helps[] = {
         {"dump-cmdline", "Options:\n\t-on, enable dump of preprocessed command-line\n"
                          "\t-off, disable dump of preprocessed command-line\nDefault behavior:\n\tprint parameters\n"},
         {"list-commands", "Options:\n\t-int, list internal commands\n\t-ext, list external commands\n"
@@ -338,11 +323,11 @@ TEST_F(StdInterpreter, HelpOfEachInternalCommand)
                     "Arguments:\n\t0) uinteger, set (default) number of commands printed\n"
                     "Default behavior:\n\tprint tail of command-history: 10\n"},
     };
-    for (Help const &help : helps)
+    for (auto const &[name, body] : helps)
     {
         std::ostringstream out;
-        Get().GetInternalCommand(help.name)->DumpHelp(out, CommandLineParser());
-        EXPECT_EQ(out.str(), help.body);
+        Get().GetInternalCommand(name)->DumpHelp(out, CommandLineParser());
+        EXPECT_EQ(out.str(), body);
     }
     string const own = Run("help -x alias");
     EXPECT_NE(own.find("CurrentName..: help\n"), string::npos);

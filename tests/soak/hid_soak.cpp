@@ -10,7 +10,6 @@
 #include <atomic>
 #include <cstdlib>
 #include <iostream>
-#include <mutex>
 #include <random>
 #include <thread>
 
@@ -22,18 +21,10 @@ namespace
 using Clock = std::chrono::steady_clock;
 
 /// Swallows what several threads write.
-class SharedSink : public std::streambuf
+class Sink : public std::streambuf
 {
-protected:
     int_type overflow(int_type character) override { return traits_type::not_eof(character); }
-    std::streamsize xsputn(char const *, std::streamsize count) override
-    {
-        ++numWrites;
-        return count;
-    }
-
-public:
-    std::atomic<unsigned int> numWrites{0};
+    std::streamsize xsputn(char const *, std::streamsize count) override { return count; }
 };
 
 class SoakKernel : public TestKernel
@@ -41,10 +32,9 @@ class SoakKernel : public TestKernel
 public:
     SoakKernel() { SetOutputStreams(conOut, log_); }
 
-    SharedSink sink;
-
 private:
-    ostream log_{&sink};
+    Sink sink_;
+    ostream log_{&sink_};
 };
 
 class SoakMouse : public Mouse
@@ -184,8 +174,7 @@ private:
         AsyncSampleReadSentry const sentry(device_, !isHeld_);
         CountMouse();
         bool const pressed = device_.keyboard.KeyPressed(e_key_q) != 0;
-        bool const wasDown = device_.keyboard.KeyDown(e_key_q) != 0;
-        bool const wasUp = device_.keyboard.KeyUp(e_key_q) != 0;
+        bool const wasDown = device_.keyboard.KeyDown(e_key_q) != 0, wasUp = device_.keyboard.KeyUp(e_key_q) != 0;
         if (!device_.failing)
         {
             Check(wasDown == (pressed && !wasPressed_), "a key's way down was lost");
@@ -233,8 +222,7 @@ private:
     std::uint64_t numCounted_ = 0;
     bool wasPressed_ = false;
     /// The lock was kept at the end of the last frame.
-    bool isHeld_ = false;
-    bool isWell_ = true;
+    bool isHeld_ = false, isWell_ = true;
     unsigned int numToggles_ = 0;
 };
 
@@ -242,34 +230,24 @@ private:
 class Watchdog
 {
 public:
-    Watchdog()
-        : thread_(
-              [this]
-              {
-                  for (unsigned int last = 0, idle = 0; !ended_; last = frame)
-                  {
-                      std::this_thread::sleep_for(std::chrono::milliseconds(100));
-                      idle = frame == last ? idle + 1 : 0;
-                      if (idle > 300)
-                      {
-                          std::cerr << "no frame for 30 seconds: a deadlock" << std::endl;
-                          std::abort();
-                      }
-                  }
-              })
-    {
-    }
-    ~Watchdog()
-    {
-        ended_ = true;
-        thread_.join();
-    }
-
     std::atomic<unsigned int> frame{0};
 
 private:
-    std::atomic<bool> ended_{false};
-    std::thread thread_;
+    void Watch(std::stop_token const &stop) const
+    {
+        for (unsigned int last = 0, idle = 0; !stop.stop_requested(); last = frame)
+        {
+            std::this_thread::sleep_for(std::chrono::milliseconds(100));
+            idle = frame == last ? idle + 1 : 0;
+            if (idle > 300)
+            {
+                std::cerr << "no frame for 30 seconds: a deadlock" << std::endl;
+                std::abort();
+            }
+        }
+    }
+
+    std::jthread thread_{[this](std::stop_token const &stop) { Watch(stop); }};
 };
 
 int Run(double seconds)

@@ -5,8 +5,6 @@
 #include <quillmarsh/framework/hidcontroller.h>
 #include <quillmarsh/framework/humaninterfacedevice.h>
 
-#include "tests/support/test_kernel.h"
-
 #include <sstream>
 #include <utility>
 
@@ -30,7 +28,7 @@ public:
     void ConnectDevice(HWND) override {}
     void DisconnectDevice() override {}
     void SampleDevice() override {}
-    void ApplyUseDirectInput(bool) override {}
+    void ApplyUseDirectInput(bool use) override { UpdateUsingDirectInput(use); }
 
     /// One sample, which `write` fills in.
     template<typename Write>
@@ -45,8 +43,8 @@ public:
         Sample([] {});
     }
 
-    /// The log of the device goes there.
-    TestKernel kernel;
+    using HumanInterfaceDevice::DeviceInfo;
+
     Controller controller;
 };
 

@@ -29,20 +29,13 @@ public:
     }
     ~TestKernel() override = default;
 
-    std::ostringstream conOut;
-    std::ostringstream logOut;
+    std::ostringstream conOut, logOut;
     KernelExecutionParams params{false};
-    KernelThreadInfo threadInfo;
-    eKernelLevel level = e_kernel_none;
-    double frameRateLimit = 0;
     unsigned int numExitRequests = 0;
-    unsigned int numVSyncUpdates = 0;
-    std::vector<string> queuedLines;
     std::vector<FrameObserver *> frameObservers;
     std::vector<ReconfigObserver *> reconfigObservers;
     unsigned int frameNumber = 0;
-    double frameTime = 0;
-    double frameTimeDelta = 0;
+    double frameTime = 0, frameTimeDelta = 0;
     std::vector<HumanInterfaceDevice *> devices;
     DirectInputConfig directInputConfig;
     std::vector<std::pair<DirectInputConfig, unsigned int>> hidReconfigs;
@@ -50,7 +43,6 @@ public:
     Profiler *profiler = nullptr;
     ConsoleBuffers *consoleBuffers = nullptr;
     VariableRegistry *variableRegistry = nullptr;
-    std_command_interpreter::Interpreter *interpreter = nullptr;
 
     /// One frame as the observers see it.
     void RunFrame(double delta)
@@ -69,11 +61,11 @@ public:
 
     void SetExecutionParams(KernelExecutionParams const &value) override { params = value; }
     void GetExecutionParams(KernelExecutionParams &value) override { value = params; }
-    void SetThreadInfo(KernelThreadInfo const &value) override { threadInfo = value; }
-    void GetThreadInfo(KernelThreadInfo &value) override { value = threadInfo; }
-    eKernelLevel GetKernelLevel() override { return level; }
-    void SetFrameRateLimit(double limit) override { frameRateLimit = limit; }
-    double GetFrameRateLimit() override { return frameRateLimit; }
+    void SetThreadInfo(KernelThreadInfo const &) override {}
+    void GetThreadInfo(KernelThreadInfo &) override {}
+    eKernelLevel GetKernelLevel() override { return e_kernel_none; }
+    void SetFrameRateLimit(double) override {}
+    double GetFrameRateLimit() override { return 0; }
     bool IsExitRequested() override { return numExitRequests > 0; }
     void RequestExit() override { ++numExitRequests; }
     void ApplyHIDReconfig(DirectInputConfig const &config, unsigned int code) override
@@ -95,8 +87,8 @@ public:
     VideoRenderer *GetActiveVideoRendererPtr() override { return nullptr; }
     void GetActiveVideoRendererInfo(VideoRendererInfo &) override {}
     void GetActiveVideoProfile(VideoProfile &) override {}
-    std_command_interpreter::Interpreter *GetCommandInterpreter() override { return interpreter; }
-    void QueueCommandLine(string const &line) override { queuedLines.push_back(line); }
+    std_command_interpreter::Interpreter *GetCommandInterpreter() override { return nullptr; }
+    void QueueCommandLine(string const &) override {}
     unsigned int GetNumHumanInterfaceDevices() override { return static_cast<unsigned int>(devices.size()); }
     HumanInterfaceDevice *GetHumanInterfaceDevice(unsigned int index) override
     {
@@ -116,7 +108,7 @@ public:
     void AddReconfigObserver(ReconfigObserver *observer) override { Add(reconfigObservers, observer); }
     void RemoveReconfigObserver(ReconfigObserver *observer) override { std::erase(reconfigObservers, observer); }
     unsigned int GetNumReconfigObservers() override { return static_cast<unsigned int>(reconfigObservers.size()); }
-    void NotifyVSyncUpdate() override { ++numVSyncUpdates; }
+    void NotifyVSyncUpdate() override {}
 
 private:
     template<typename T>
@@ -126,6 +118,14 @@ private:
             observers.push_back(observer);
     }
 };
+
+/// What a record writes of itself.
+string DumpText(auto const &record, unsigned int tabs)
+{
+    std::ostringstream out;
+    record.Dump(out, tabs);
+    return out.str();
+}
 
 } // namespace quillmarsh::tests
 
