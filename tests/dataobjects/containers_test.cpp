@@ -100,21 +100,16 @@ TEST(Containers, HaveAllDimensionsOrNone)
 
 TEST(Containers, SizesThatWrapAreRefusedAndLeaveThemEmpty)
 {
-    struct Refused
-    {
-        unsigned int rows, columns;
-        char const *message;
-    };
-    constexpr Refused refused[] = {
+    constexpr std::tuple<unsigned int, unsigned int, char const *> refused[] = {
         {0x10000, 0x10000, "Failed to allocate 17179869184 bytes"}, // product 0 in 32 bits
         {0x8000, 0x8000, "Failed to allocate 4294967296 bytes"},    // byte size 0 in 32 bits
         {0xFFFFFFFF, 0xFFFFFFFF, "Failed to allocate 18446744073709551615 bytes"},
     };
-    for (Refused const &size : refused)
+    for (auto const &[rows, columns, message] : refused)
     {
         Image<Sample32> image(e_format_A8R8G8B8, 2, 2);
-        auto const reserve = [&] { image.ReserveSampleStorage(size.rows, size.columns); };
-        EXPECT_EQ(MessageOf<NoMemoryException>(reserve), size.message);
+        auto const reserve = [&, r = rows, c = columns] { image.ReserveSampleStorage(r, c); };
+        EXPECT_EQ(MessageOf<NoMemoryException>(reserve), message);
         ExpectEmpty(image);
     }
     Signal<Sample128> signal(UnknownSampleFormat(16), 2);

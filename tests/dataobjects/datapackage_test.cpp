@@ -4,6 +4,7 @@
 #include <quillmarsh/dataobjects/volumeio.h>
 
 #include "tests/support/package_bytes.h"
+#include "tests/support/sample_blocks.h"
 #include "tests/support/scratch_directory.h"
 #include "tests/support/scripted_dialogs.h"
 
@@ -25,9 +26,7 @@ using tests::ScratchDirectory;
 template<typename Container>
 Container &Fill(Container &container)
 {
-    for (unsigned int i = 0; i < container.GetTotalByteSize(); ++i)
-        container.GetSamplesB()[i] = static_cast<unsigned char>('a' + i);
-    return container;
+    return tests::CountUp(container, 'a');
 }
 
 string SamplesOf(SignalBase const &container)
@@ -49,7 +48,6 @@ string FailureOf(Action const &action)
     try
     {
         action();
-        return "";
     }
     catch (Exception const &exception)
     {
@@ -61,6 +59,7 @@ string FailureOf(Action const &action)
         string const text = failure.what();
         return "failure " + text.substr(0, text.find(".:") + 1);
     }
+    return "";
 }
 
 string ReadFailure(DataPackage &package, string const &bytes)
@@ -104,7 +103,6 @@ TEST(DataPackage, TurnsRowsOverWhenFileAndMemoryDiffer)
     Image<Sample8> image(e_format_L8, 2, 3);
     Fill(image);
     for (bool const onWrite : {false, true})
-    {
         for (bool const onRead : {false, true})
         {
             DataPackageImage package;
@@ -114,39 +112,33 @@ TEST(DataPackage, TurnsRowsOverWhenFileAndMemoryDiffer)
             EXPECT_EQ(ReadFailure(package, Written(package)), "");
             EXPECT_EQ(SamplesOf(*package.GetPayload(false)), onRead ? "defabc" : "abcdef");
         }
-    }
 }
 
 TEST(DataPackage, WalksLayersAndRowsOfAVolumeInAllFourOrders)
 {
-    struct Order
-    {
-        bool layers, rows;
-        char const *samples;
-    };
-    constexpr Order orders[] = {{false, false, "abcdefghijkl"},
-                                {false, true, "efcdabklijgh"},
-                                {true, false, "ghijklabcdef"},
-                                {true, true, "klijghefcdab"}};
+    constexpr std::tuple<bool, bool, char const *> orders[] = {{false, false, "abcdefghijkl"},
+                                                               {false, true, "efcdabklijgh"},
+                                                               {true, false, "ghijklabcdef"},
+                                                               {true, true, "klijghefcdab"}};
     Volume<Sample8> volume(e_format_A8, 2, 3, 2);
     Fill(volume);
-    for (Order const &order : orders)
+    for (auto const &[layers, rows, samples] : orders)
     {
-        unsigned int const flags = (order.layers ? 4 : 0) | (order.rows ? 2 : 0);
-        string const expected = PackageBytes({e_payload_volume}, {2, 3, 2, e_format_A8, flags, 0}, order.samples);
+        unsigned int const flags = (layers ? 4 : 0) | (rows ? 2 : 0);
+        string const expected = PackageBytes({e_payload_volume}, {2, 3, 2, e_format_A8, flags, 0}, samples);
         DataPackageVolume package;
-        package.SetLayerOrderOnWrite(order.layers);
-        package.SetRowOrderOnWrite(order.rows);
+        package.SetLayerOrderOnWrite(layers);
+        package.SetRowOrderOnWrite(rows);
         package.SetPayload(&volume);
         EXPECT_EQ(Written(package), expected);
 
         EXPECT_EQ(ReadFailure(package, expected), "");
         EXPECT_EQ(SamplesOf(*package.GetPayload(false)), "abcdefghijkl");
-        package.SetLayerOrderOnRead(order.layers);
-        package.SetRowOrderOnRead(order.rows);
+        package.SetLayerOrderOnRead(layers);
+        package.SetRowOrderOnRead(rows);
         EXPECT_EQ(ReadFailure(package, PackageBytes({e_payload_volume}, {2, 3, 2, e_format_A8, 0, 0}, "abcdefghijkl")),
                   "");
-        EXPECT_EQ(SamplesOf(*package.GetPayload(false)), order.samples);
+        EXPECT_EQ(SamplesOf(*package.GetPayload(false)), samples);
     }
 }
 
@@ -279,37 +271,31 @@ TEST(DataPackage, NamesWhatIsWrong)
 
 TEST(DataPackage, CutAnywhereItTellsTheFieldAndHasNoPayload)
 {
-    struct Field
-    {
-        std::size_t end;
-        char const *failure;
-    };
-    constexpr Field fields[] = {{24, "failure DataPackageHeader: Cannot read opening magic-sequence."},
-                                {28, "failure DataPackageHeader: Cannot read byte-order specifier."},
-                                {32, "failure DataPackageHeader: Cannot read package id."},
-                                {36, "failure DataPackageHeader: Cannot read payload byte-size."},
-                                {40, "failure DataPackageHeader: Cannot read payload type."},
-                                {44, "failure DataPackageHeader: Cannot read closing magic-sequence."},
-                                {48, "failure DataPackageImage: Cannot read number of rows."},
-                                {52, "failure DataPackageImage: Cannot read number of columns."},
-                                {56, "failure DataPackageImage: Cannot read sample format."},
-                                {60, "failure DataPackageImage: Cannot read flags."},
-                                {64, "failure DataPackageImage: Cannot read reserved field."},
-                                {70, "failure DataPackageImage: Cannot read samples."},
-                                {74, "failure DataPackageTrailer: Cannot read opening magic-sequence."},
-                                {78, "failure DataPackageTrailer: Cannot read package id."},
-                                {102, "failure DataPackageTrailer: Cannot read closing magic-sequence."}};
+    constexpr std::pair<std::size_t, char const *> fields[] = {
+        {24, "failure DataPackageHeader: Cannot read opening magic-sequence."},
+        {28, "failure DataPackageHeader: Cannot read byte-order specifier."},
+        {32, "failure DataPackageHeader: Cannot read package id."},
+        {36, "failure DataPackageHeader: Cannot read payload byte-size."},
+        {40, "failure DataPackageHeader: Cannot read payload type."},
+        {44, "failure DataPackageHeader: Cannot read closing magic-sequence."},
+        {48, "failure DataPackageImage: Cannot read number of rows."},
+        {52, "failure DataPackageImage: Cannot read number of columns."},
+        {56, "failure DataPackageImage: Cannot read sample format."},
+        {60, "failure DataPackageImage: Cannot read flags."},
+        {64, "failure DataPackageImage: Cannot read reserved field."},
+        {70, "failure DataPackageImage: Cannot read samples."},
+        {74, "failure DataPackageTrailer: Cannot read opening magic-sequence."},
+        {78, "failure DataPackageTrailer: Cannot read package id."},
+        {102, "failure DataPackageTrailer: Cannot read closing magic-sequence."}};
     std::size_t length = 0;
-    for (Field const &field : fields)
-    {
-        for (; length < field.end; ++length)
+    for (auto const &[end, failure] : fields)
+        for (; length < end; ++length)
         {
             DataPackageImage package;
             ASSERT_EQ(ReadFailure(package, s_image), "");
-            EXPECT_EQ(ReadFailure(package, s_image.substr(0, length)), field.failure) << length;
+            EXPECT_EQ(ReadFailure(package, s_image.substr(0, length)), failure) << length;
             EXPECT_EQ(package.GetPayload(false), nullptr) << length;
         }
-    }
     EXPECT_EQ(length, s_image.size());
 }
 
@@ -317,10 +303,8 @@ TEST(DataPackage, EveryBitOfTheHeaderCounts)
 {
     for (std::size_t bit = 0; bit < 44 * 8; ++bit)
     {
-        string bytes = s_image;
-        bytes[bit / 8] = static_cast<char>(bytes[bit / 8] ^ 1 << bit % 8);
         DataPackageImage package;
-        EXPECT_NE(ReadFailure(package, bytes), "") << bit;
+        EXPECT_NE(ReadFailure(package, tests::FlipBit(s_image, bit)), "") << bit;
     }
 }
 
@@ -338,9 +322,9 @@ TEST(DataPackage, ClaimOfMoreThanTheStreamHoldsIsACutStream)
 string ContentsOfOnlyFile(ScratchDirectory const &directory)
 {
     std::filesystem::directory_iterator const files(directory.GetPath());
-    std::ifstream file(files->path(), std::ios::binary);
+    string const text = tests::ReadFile(files->path().string());
     EXPECT_EQ(std::distance(begin(files), end(files)), 1);
-    return string(std::istreambuf_iterator<char>(file), {});
+    return text;
 }
 
 TEST(DataPackage, FilesKeepTheirContentsUntilTheNewOnesAreWhole)

@@ -1,6 +1,5 @@
 #include <quillmarsh/dataobjects/fontimages.h>
 
-#include <quillmarsh/basetools/exception.h>
 #include <quillmarsh/dataobjects/sampletransfer.h>
 
 #include "tests/support/failures.h"
@@ -20,10 +19,7 @@ using Sheet = Image<Sample32>;
 /// Bounds of what was drawn in a part of a sheet; nothing drawn has right below left.
 struct Ink
 {
-    unsigned int left = ~0u;
-    unsigned int top = ~0u;
-    unsigned int right = 0;
-    unsigned int bottom = 0;
+    unsigned int left = ~0u, top = ~0u, right = 0, bottom = 0;
     /// Whether there is coverage between none and all.
     bool hasEdges = false;
 
@@ -34,7 +30,6 @@ Ink FindInk(ImageBase const &sheet, unsigned int row, unsigned int column, unsig
 {
     Ink ink;
     for (unsigned int y = 0; y < size; ++y)
-    {
         for (unsigned int x = 0; x < size; ++x)
         {
             unsigned char const *const pixel = sheet.SampleB(row + y, column + x);
@@ -48,7 +43,6 @@ Ink FindInk(ImageBase const &sheet, unsigned int row, unsigned int column, unsig
             ink.bottom = std::max(ink.bottom, y);
             ink.hasEdges |= pixel[3] < 255;
         }
-    }
     return ink;
 }
 
@@ -73,32 +67,23 @@ TEST_F(FontImages, TestImageHasItsQuadrants)
 {
     Sheet image(e_format_X8R8G8B8, 61, 80);
     GenerateRGBATest(image);
-    struct Corner
+    // Row, column, blue, green, red.
+    constexpr unsigned int corners[][5] = {{0, 0, 0, 0, 255}, {0, 79, 0, 255, 0},  {60, 0, 255, 0, 0},
+                                           {60, 79, 0, 0, 0}, {29, 39, 0, 0, 255}, {30, 40, 0, 0, 0}};
+    for (auto const &[row, column, blue, green, red] : corners)
     {
-        unsigned int row;
-        unsigned int column;
-        unsigned char blue;
-        unsigned char green;
-        unsigned char red;
-    };
-    for (Corner const &corner : {Corner{0, 0, 0, 0, 255}, Corner{0, 79, 0, 255, 0}, Corner{60, 0, 255, 0, 0},
-                                 Corner{60, 79, 0, 0, 0}, Corner{29, 39, 0, 0, 255}, Corner{30, 40, 0, 0, 0}})
-    {
-        Sample32 const &sample = image.Sample(corner.row, corner.column);
-        EXPECT_TRUE(sample.bytes[0] == corner.blue && sample.bytes[1] == corner.green && sample.bytes[2] == corner.red)
-            << corner.row << " " << corner.column;
+        unsigned char const *const bytes = image.Sample(row, column).bytes;
+        EXPECT_TRUE(bytes[0] == blue && bytes[1] == green && bytes[2] == red) << row << " " << column;
     }
     // The letter of the black quadrant stands in its middle.
     unsigned int numLight = 0;
     for (unsigned int row = 30; row < 61; ++row)
-    {
         for (unsigned int column = 40; column < 80; ++column)
         {
             bool const isLight = image.Sample(row, column).bytes[0] > 128;
             numLight += isLight ? 1 : 0;
             EXPECT_TRUE(!isLight || (row >= 38 && row < 53 && column >= 50 && column < 70));
         }
-    }
     EXPECT_GT(numLight, 20u);
 
     Sheet tiny(e_format_A8R8G8B8, 1, 1);
@@ -113,8 +98,7 @@ TEST_F(FontImages, GlyphsStandInTheirTiles)
 {
     Sheet sheet(e_format_A8R8G8B8, 0, 0);
     GenerateFontGlyphsAscii(sheet, 0, 255, "Courier New", false, false, 16, 32, 1, 0, 0, 0, 0, true, true, true);
-    ASSERT_EQ(sheet.GetNumRows(), 512u);
-    ASSERT_EQ(sheet.GetNumColumns(), 512u);
+    ASSERT_TRUE(sheet.GetNumRows() == 512 && sheet.GetNumColumns() == 512);
     for (unsigned int glyph = 0; glyph < 256; ++glyph)
     {
         bool const isEmpty = glyph <= ' ' || (glyph >= 0x7F && glyph <= 0xA0);
@@ -125,11 +109,9 @@ TEST_F(FontImages, GlyphsStandInTheirTiles)
     // A last row that is not full, and sizes that are too small.
     Image<Sample8> narrow(e_format_L8, 0, 0);
     GenerateFontGlyphsAscii(narrow, 'a', 'e', "Arial", false, false, 0, 0, 1, 0, 0, 0, 0, true, true, true);
-    EXPECT_EQ(narrow.GetNumRows(), 5u);
-    EXPECT_EQ(narrow.GetNumColumns(), 1u);
+    EXPECT_TRUE(narrow.GetNumRows() == 5 && narrow.GetNumColumns() == 1);
     GenerateFontGlyphsAscii(narrow, 'a', 'e', "Arial", false, false, 2, 8, 1, 0, 0, 0, 0, true, true, true);
-    EXPECT_EQ(narrow.GetNumRows(), 24u);
-    EXPECT_EQ(narrow.GetNumColumns(), 16u);
+    EXPECT_TRUE(narrow.GetNumRows() == 24 && narrow.GetNumColumns() == 16);
 }
 
 TEST_F(FontImages, ArgumentsPlaceAndShapeAGlyph)

@@ -2,6 +2,7 @@
 #include <quillmarsh/dataobjects/datacodecparameters.h>
 #include <quillmarsh/dataobjects/sampletransfer.h>
 
+#include "tests/support/sample_blocks.h"
 #include "tests/support/scratch_directory.h"
 
 #include <gtest/gtest.h>
@@ -60,9 +61,7 @@ TEST_F(ImageCodecs, SavedImagesComeBack)
 {
     unsigned int const sizes[][2] = {{1, 1}, {3, 5}, {70, 300}};
     for (auto const &[numRows, numColumns] : sizes)
-    {
         for (string const format : s_formats)
-        {
             for (eSampleFormat const samples : {e_format_X8R8G8B8, e_format_A8R8G8B8})
             {
                 SCOPED_TRACE(format + " " + std::to_string(numColumns));
@@ -78,43 +77,31 @@ TEST_F(ImageCodecs, SavedImagesComeBack)
                 for (unsigned int i = 0; format != "JPEG" && i < image.GetNumSamples(); ++i)
                     ASSERT_EQ(std::memcmp(loaded->SignalBase::SampleB(i), image.SignalBase::SampleB(i), numBytes), 0);
             }
-        }
-    }
 }
 
 TEST_F(ImageCodecs, EverySavedFormatPassesThroughItsForm)
 {
-    struct Case
-    {
-        eSampleFormat format;
-        std::vector<unsigned char> sample;
-        eSampleFormat form;
-        std::vector<unsigned char> pixel;
-    };
-    Case const cases[] = {
+    std::tuple<eSampleFormat, tests::Bytes, eSampleFormat, tests::Bytes> const cases[] = {
         {e_format_L8, {40}, e_format_X8R8G8B8, {40, 40, 40}},
         {e_format_A8, {40}, e_format_A8R8G8B8, {255, 255, 255, 40}},
         {e_format_A8L8, {40, 9}, e_format_A8R8G8B8, {40, 40, 40, 9}},
         {e_format_A4R4G4B4, {0x21, 0xF3}, e_format_A8R8G8B8, {}},
         {e_format_A1R5G5B5, {0x1F, 0x80}, e_format_A8R8G8B8, {}},
     };
-    for (Case const &test : cases)
+    for (auto const &[format, sample, form, expected] : cases)
     {
-        AutoPtr<ImageBase> const image(ManufactureImage(test.format, 1, 1));
-        std::copy(test.sample.begin(), test.sample.end(), image->GetSamplesB());
-        std::vector<unsigned char> pixel = test.pixel;
-        if (pixel.empty())
-        {
-            Image<Sample32> form(test.form, 1, 1);
-            TransferSamples2D(form, *image, true);
-            pixel.assign(form.GetSamplesB(), form.GetSamplesB() + 4);
-        }
-        string const name = directory_ / std::to_string(test.format);
+        AutoPtr<ImageBase> const image(ManufactureImage(format, 1, 1));
+        std::copy(sample.begin(), sample.end(), image->GetSamplesB());
+        Image<Sample32> converted(form, 1, 1);
+        if (expected.empty())
+            TransferSamples2D(converted, *image, true);
+        tests::Bytes const pixel = expected.empty() ? tests::BytesOf(converted) : expected;
+        string const name = directory_ / std::to_string(format);
         ASSERT_TRUE(SaveImage(*image, name, "PNG"));
         auto const loaded = Load(name);
         ASSERT_TRUE(loaded);
-        EXPECT_EQ(loaded->GetSampleFormat(), test.form);
-        EXPECT_TRUE(std::equal(pixel.begin(), pixel.end(), loaded->GetSamplesB())) << test.format;
+        EXPECT_EQ(loaded->GetSampleFormat(), form);
+        EXPECT_TRUE(std::equal(pixel.begin(), pixel.end(), loaded->GetSamplesB())) << format;
     }
     EXPECT_FALSE(SaveImage(Image<Sample32>(e_format_FP32NormL, 1, 1), directory_ / "float", "PNG"));
 }
@@ -158,29 +145,23 @@ TEST_F(ImageCodecs, WhatCannotBeSavedLeavesNothingBehind)
 
 TEST_F(ImageCodecs, ParametersChangeTheSize)
 {
-    struct Case
-    {
-        char const *format;
-        NamedParameter smaller;
-        NamedParameter larger;
-    };
     using namespace data_codec_parameters;
-    Case const cases[] = {
+    std::tuple<string, NamedParameter, NamedParameter> const cases[] = {
         {"PNG", {Param_UseCompression, true}, {Param_UseCompression, false}},
         {"TIFF", {Param_UseCompression, true}, {Param_UseCompression, false}},
         {"JPEG", {Param_Quality, 10u}, {Param_Quality, 1000u}},
     };
     Gradient const image(e_format_X8R8G8B8, 64, 64);
-    for (Case const &test : cases)
+    auto const sizeOf = [&](string const &format, NamedParameter const &parameter, string const &file)
     {
-        string const smaller = directory_ / (string(test.format) + "small");
-        string const larger = directory_ / (string(test.format) + "large");
-        NamedParameterList const smallerList = MakeList({test.smaller});
-        NamedParameterList const largerList = MakeList({test.larger});
-        ASSERT_TRUE(SaveImage(image, smaller, test.format, &smallerList));
-        ASSERT_TRUE(SaveImage(image, larger, test.format, &largerList));
-        EXPECT_LT(std::filesystem::file_size(smaller), std::filesystem::file_size(larger)) << test.format;
-    }
+        NamedParameterList const list = MakeList({parameter});
+        EXPECT_TRUE(SaveImage(image, file, format, &list));
+        return std::filesystem::file_size(file);
+    };
+    for (auto const &[format, smaller, larger] : cases)
+        EXPECT_LT(sizeOf(format, smaller, directory_ / (format + "s")),
+                  sizeOf(format, larger, directory_ / (format + "l")))
+            << format;
 }
 
 TEST_F(ImageCodecs, PackagesAreTriedFirst)

@@ -30,8 +30,7 @@ using Bytes = std::vector<unsigned char>;
 
 struct Picture
 {
-    unsigned int numRows;
-    unsigned int numColumns;
+    unsigned int numRows, numColumns;
     std::vector<Pixel> pixels = std::vector<Pixel>(std::size_t{numRows} * numColumns);
 };
 
@@ -58,14 +57,9 @@ protected:
         auto const image = Load(name);
         ASSERT_TRUE(image);
         EXPECT_EQ(image->GetSampleFormat(), format);
-        ASSERT_EQ(image->GetNumRows(), picture.numRows);
-        ASSERT_EQ(image->GetNumColumns(), picture.numColumns);
-        for (unsigned int i = 0; i < image->GetNumSamples(); ++i)
-        {
-            for (std::size_t byte = 0; byte < 4; ++byte)
-                ASSERT_NEAR(image->SignalBase::SampleB(i)[byte], picture.pixels[i][byte], tolerance)
-                    << i << " " << byte;
-        }
+        ASSERT_TRUE(image->GetNumRows() == picture.numRows && image->GetNumColumns() == picture.numColumns);
+        for (unsigned int i = 0; i < 4 * image->GetNumSamples(); ++i)
+            ASSERT_NEAR(image->GetSamplesB()[i], picture.pixels[i / 4][i % 4], tolerance) << i;
     }
 
     unsigned int Random(unsigned int count) { return static_cast<unsigned int>(random_() % count); }
@@ -105,8 +99,7 @@ int ToByte(unsigned int value, unsigned int bits)
 
 struct PngKind
 {
-    int colorType;
-    int bits;
+    int colorType, bits;
     bool hasTransparency;
     int interlace;
 };
@@ -151,10 +144,8 @@ TEST_F(ImageFiles, PngOfEveryColourTypeAndDepth)
                      (kind.interlace ? " interlaced" : "") + (kind.hasTransparency ? " transparent" : ""));
         Picture picture = {13, 11};
         auto const bits = static_cast<unsigned int>(kind.bits);
-        std::size_t const numComponents = (isGrey || isPalette                           ? 1u
-                                           : kind.colorType == PNG_COLOR_TYPE_GRAY_ALPHA ? 2u
-                                                                                         : 3u) +
-                                          (kind.colorType == PNG_COLOR_TYPE_RGB_ALPHA ? 1u : 0u);
+        bool const isColour = (kind.colorType & PNG_COLOR_MASK_COLOR) != 0 && !isPalette;
+        std::size_t const numComponents = (isColour ? 3u : 1u) + (hasAlphaChannel ? 1u : 0u);
         std::vector<png_color> palette;
         std::vector<unsigned char> alphas;
         for (unsigned int i = 0; isPalette && i < 1u << bits; ++i)
@@ -192,50 +183,40 @@ TEST_F(ImageFiles, PngOfEveryColourTypeAndDepth)
 
 struct TiffKind
 {
-    std::uint16_t photometric;
-    std::uint16_t numComponents;
-    std::uint16_t extra;
-    std::uint16_t compression;
-    bool isTiled;
-    bool isPlanar;
+    std::uint16_t photometric, numComponents, extra, compression;
+    bool isTiled, isPlanar;
 };
 
-void WriteTiff(string const &name, TiffKind const &kind, Picture const &picture, std::vector<Bytes> const &planes)
+void WriteTiff(string const &name, TiffKind const &kind, Picture const &picture, std::vector<Bytes> &planes)
 {
     TIFF *const tiff = TIFFOpen(name.c_str(), kind.isPlanar ? "wb" : "wl");
-    TIFFSetField(tiff, TIFFTAG_IMAGEWIDTH, picture.numColumns);
-    TIFFSetField(tiff, TIFFTAG_IMAGELENGTH, picture.numRows);
-    TIFFSetField(tiff, TIFFTAG_BITSPERSAMPLE, 8);
-    TIFFSetField(tiff, TIFFTAG_SAMPLESPERPIXEL, kind.numComponents);
-    TIFFSetField(tiff, TIFFTAG_PHOTOMETRIC, kind.photometric);
-    TIFFSetField(tiff, TIFFTAG_PLANARCONFIG, kind.isPlanar ? PLANARCONFIG_SEPARATE : PLANARCONFIG_CONTIG);
-    TIFFSetField(tiff, TIFFTAG_COMPRESSION, kind.compression);
-    // Asks to be turned over, which nobody does.
-    TIFFSetField(tiff, TIFFTAG_ORIENTATION, ORIENTATION_BOTRIGHT);
+    constexpr std::uint32_t tile = 16;
+    std::pair<std::uint32_t, std::uint32_t> const fields[] = {
+        {TIFFTAG_IMAGEWIDTH, picture.numColumns},
+        {TIFFTAG_IMAGELENGTH, picture.numRows},
+        {TIFFTAG_BITSPERSAMPLE, 8},
+        {TIFFTAG_SAMPLESPERPIXEL, kind.numComponents},
+        {TIFFTAG_PHOTOMETRIC, kind.photometric},
+        {TIFFTAG_PLANARCONFIG, kind.isPlanar ? PLANARCONFIG_SEPARATE : PLANARCONFIG_CONTIG},
+        {TIFFTAG_COMPRESSION, kind.compression},
+        // Asks to be turned over, which nobody does.
+        {TIFFTAG_ORIENTATION, ORIENTATION_BOTRIGHT},
+        {kind.isTiled ? TIFFTAG_TILEWIDTH : TIFFTAG_ROWSPERSTRIP, kind.isTiled ? tile : 5},
+        {TIFFTAG_TILELENGTH, tile}};
+    for (auto const &[tag, value] : fields)
+    {
+        if (tag != TIFFTAG_TILELENGTH || kind.isTiled)
+            TIFFSetField(tiff, tag, value);
+    }
     if (kind.extra != 0)
         TIFFSetField(tiff, TIFFTAG_EXTRASAMPLES, 1, &kind.extra);
     std::size_t const pixelBytes = kind.isPlanar ? 1 : kind.numComponents;
-    constexpr std::uint32_t tile = 16;
-    if (kind.isTiled)
-    {
-        TIFFSetField(tiff, TIFFTAG_TILEWIDTH, tile);
-        TIFFSetField(tiff, TIFFTAG_TILELENGTH, tile);
-    }
-    else
-    {
-        TIFFSetField(tiff, TIFFTAG_ROWSPERSTRIP, 5);
-    }
     for (std::uint16_t plane = 0; plane < planes.size(); ++plane)
     {
         std::size_t const rowBytes = picture.numColumns * pixelBytes;
         for (std::uint32_t row = 0; !kind.isTiled && row < picture.numRows; ++row)
-        {
-            Bytes bytes(planes[plane].begin() + static_cast<std::ptrdiff_t>(row * rowBytes),
-                        planes[plane].begin() + static_cast<std::ptrdiff_t>((row + 1) * rowBytes));
-            TIFFWriteScanline(tiff, bytes.data(), row, plane);
-        }
+            TIFFWriteScanline(tiff, planes[plane].data() + row * rowBytes, row, plane);
         for (std::uint32_t top = 0; kind.isTiled && top < picture.numRows; top += tile)
-        {
             for (std::uint32_t left = 0; left < picture.numColumns; left += tile)
             {
                 Bytes bytes(tile * tile * pixelBytes);
@@ -245,36 +226,28 @@ void WriteTiff(string const &name, TiffKind const &kind, Picture const &picture,
                                 bytes.data() + (row - top) * tile * pixelBytes);
                 TIFFWriteTile(tiff, bytes.data(), left, top, 0, plane);
             }
-        }
     }
     TIFFClose(tiff);
 }
 
 TEST_F(ImageFiles, TiffOfEveryLayout)
 {
-    struct Colours
-    {
-        std::uint16_t photometric;
-        std::uint16_t numComponents;
-        std::uint16_t extra;
-    };
-    constexpr Colours colours[] = {{PHOTOMETRIC_MINISBLACK, 1, 0},
-                                   {PHOTOMETRIC_MINISWHITE, 1, 0},
-                                   {PHOTOMETRIC_RGB, 3, 0},
-                                   {PHOTOMETRIC_RGB, 4, EXTRASAMPLE_UNASSALPHA},
-                                   {PHOTOMETRIC_RGB, 4, EXTRASAMPLE_ASSOCALPHA},
-                                   {PHOTOMETRIC_MINISBLACK, 2, EXTRASAMPLE_UNASSALPHA}};
+    constexpr std::array<std::uint16_t, 3> colours[] = {{PHOTOMETRIC_MINISBLACK, 1, 0},
+                                                        {PHOTOMETRIC_MINISWHITE, 1, 0},
+                                                        {PHOTOMETRIC_RGB, 3, 0},
+                                                        {PHOTOMETRIC_RGB, 4, EXTRASAMPLE_UNASSALPHA},
+                                                        {PHOTOMETRIC_RGB, 4, EXTRASAMPLE_ASSOCALPHA},
+                                                        {PHOTOMETRIC_MINISBLACK, 2, EXTRASAMPLE_UNASSALPHA}};
     constexpr std::uint16_t compressions[] = {COMPRESSION_NONE, COMPRESSION_LZW, COMPRESSION_ADOBE_DEFLATE};
     for (unsigned int index = 0; index < 6 * 3 * 4; ++index)
     {
-        Colours const &colour = colours[index % 6];
-        TiffKind const kind = {colour.photometric,          colour.numComponents, colour.extra,
-                               compressions[index / 6 % 3], index / 18 % 2 != 0,  index / 36 != 0};
+        auto const &[photometric, numComponents, extra] = colours[index % 6];
+        TiffKind const kind = {photometric,         numComponents,  extra, compressions[index / 6 % 3],
+                               index / 18 % 2 != 0, index / 36 != 0};
         SCOPED_TRACE(index);
         Picture picture = {23, 37};
-        std::size_t const numComponents = kind.numComponents;
-        std::vector<Bytes> planes(kind.isPlanar ? numComponents : 1,
-                                  Bytes(picture.pixels.size() * (kind.isPlanar ? 1 : numComponents)));
+        std::vector<Bytes> planes(kind.isPlanar ? numComponents : 1u,
+                                  Bytes(picture.pixels.size() * (kind.isPlanar ? 1u : numComponents)));
         for (std::size_t i = 0; i < picture.pixels.size(); ++i)
         {
             std::array<int, 4> values = {};
@@ -282,7 +255,7 @@ TEST_F(ImageFiles, TiffOfEveryLayout)
             int const alpha = isMultiplied ? 51 * static_cast<int>(1 + i % 5) : static_cast<int>(Random(256));
             for (std::size_t component = 0; component < numComponents; ++component)
             {
-                bool const isAlpha = kind.extra != 0 && component == numComponents - 1;
+                bool const isAlpha = kind.extra != 0 && component + 1 == numComponents;
                 values[component] = isAlpha        ? alpha
                                     : isMultiplied ? 5 * static_cast<int>(Random(52))
                                                    : static_cast<int>(Random(256));
@@ -304,20 +277,15 @@ TEST_F(ImageFiles, TiffOfEveryLayout)
 
 TEST_F(ImageFiles, JpegOfEveryKind)
 {
-    struct Kind
+    constexpr std::tuple<int, int, int> kinds[] = {
+        {TJPF_GRAY, TJSAMP_GRAY, 0}, {TJPF_RGB, TJSAMP_444, 0},
+        {TJPF_RGB, TJSAMP_420, 0},   {TJPF_RGB, TJSAMP_422, TJFLAG_PROGRESSIVE},
+        {TJPF_CMYK, TJSAMP_444, 0},  {TJPF_CMYK, TJSAMP_444, TJFLAG_PROGRESSIVE}};
+    for (auto const &[pixelFormat, subsampling, flags] : kinds)
     {
-        int pixelFormat;
-        int subsampling;
-        int flags;
-    };
-    constexpr Kind kinds[] = {{TJPF_GRAY, TJSAMP_GRAY, 0}, {TJPF_RGB, TJSAMP_444, 0},
-                              {TJPF_RGB, TJSAMP_420, 0},   {TJPF_RGB, TJSAMP_422, TJFLAG_PROGRESSIVE},
-                              {TJPF_CMYK, TJSAMP_444, 0},  {TJPF_CMYK, TJSAMP_444, TJFLAG_PROGRESSIVE}};
-    for (Kind const &kind : kinds)
-    {
-        SCOPED_TRACE(kind.pixelFormat * 10 + kind.subsampling);
+        SCOPED_TRACE(pixelFormat * 10 + subsampling);
         Picture picture = {33, 21};
-        auto const size = static_cast<std::size_t>(tjPixelSize[kind.pixelFormat]);
+        auto const size = static_cast<std::size_t>(tjPixelSize[pixelFormat]);
         Bytes values;
         for (unsigned int i = 0; i < picture.pixels.size(); ++i)
         {
@@ -338,8 +306,8 @@ TEST_F(ImageFiles, JpegOfEveryKind)
         unsigned char *bytes = nullptr;
         unsigned long numBytes = 0;
         ASSERT_EQ(tjCompress2(handle, values.data(), static_cast<int>(picture.numColumns), 0,
-                              static_cast<int>(picture.numRows), kind.pixelFormat, &bytes, &numBytes, kind.subsampling,
-                              100, kind.flags),
+                              static_cast<int>(picture.numRows), pixelFormat, &bytes, &numBytes, subsampling, 100,
+                              flags),
                   0);
         string const name = directory_.Write("jpeg", string(bytes, bytes + numBytes));
         tjFree(bytes);
@@ -390,9 +358,7 @@ TEST_F(ImageFiles, BmpOfEveryVersion)
     Pixel const b = {0x40, 0x50, 0x60, 255};
     std::vector<Pixel> const pattern = {a, b, a, b, b, a};
     string const palette16 = colours + string(14 * 4, 'x');
-    string const bits1 = "\xC0\0\0\0\x40\0\0\0"s;
-    string const bits4 = "\x11\0\0\0\x01\0\0\0"s;
-    string const bits8 = "\1\1\0\0\0\1\0\0"s;
+    string const bits1 = "\xC0\0\0\0\x40\0\0\0"s, bits4 = "\x11\0\0\0\x01\0\0\0"s, bits8 = "\1\1\0\0\0\1\0\0"s;
     string const bits24 = "\x40\x50\x60\x40\x50\x60\x10\x20\x30\0\0\0\x10\x20\x30\x40\x50\x60\x10\x20\x30\0\0\0"s;
     std::vector<Pixel> const packed = {{0, 0, 255, 0}, {0, 255, 0, 0}, {255, 0, 0, 0},
                                        {0, 0, 0, 255}, {0, 0, 0, 0},   {255, 255, 255, 255}};
@@ -477,9 +443,7 @@ TEST_F(ImageFiles, DamagedFilesGiveNothing)
         {
             for (std::size_t bit = begin * 8; bit < end * 8; ++bit)
             {
-                string flipped = bytes;
-                flipped[bit / 8] ^= static_cast<char>(1 << bit % 8);
-                auto const loaded = LoadBytes(flipped);
+                auto const loaded = LoadBytes(tests::FlipBit(bytes, bit));
                 EXPECT_TRUE(!loaded || loaded->GetNumSamples() < (bytes.size() << 14)) << bit;
                 EXPECT_TRUE(!loaded || format != "PNG") << bit;
             }
@@ -497,20 +461,11 @@ TEST_F(ImageFiles, HugeClaimsAreRefusedBeforePixelsAreReadInto)
     string jpeg = tests::ReadFile(directory_ / "jpeg");
     jpeg.replace(jpeg.find("\xFF\xC0") + 5, 4, "\x70\1\x70\1");
 
-    png_structp png = png_create_write_struct(PNG_LIBPNG_VER_STRING, nullptr, nullptr, nullptr);
-    png_infop info = png_create_info_struct(png);
-    std::FILE *const file = std::fopen((directory_ / "png").c_str(), "wb");
-    png_init_io(png, file);
-    png_set_IHDR(png, info, 0x7000, 0x7000, 8, PNG_COLOR_TYPE_RGB, PNG_INTERLACE_NONE, PNG_COMPRESSION_TYPE_BASE,
-                 PNG_FILTER_TYPE_BASE);
-    png_write_info(png, info);
-    png_destroy_write_struct(&png, &info);
-    std::fclose(file);
-    string const start("\0\0\0\1IDAT\0", 9);
-
+    // A head of 28672 rows and columns in colours, its checksum, and the start of their samples.
+    string const png("\x89PNG\r\n\x1a\n\0\0\0\rIHDR\0\0\x70\0\0\0\x70\0\x08\2\0\0\0\xa6\xa3\x69\x9d\0\0\0\1IDAT\0", 42);
     string bmp = MakeBmp(40, 8, 1, "", string(1024, 'x'), string(2, '\1'));
     bmp.replace(18, 8, tests::NumberBytes(0x7000) + tests::NumberBytes(0x7000));
-    for (string const &bytes : {jpeg, tests::ReadFile(directory_ / "png") + start, bmp})
+    for (string const &bytes : {jpeg, png, bmp})
         EXPECT_EQ(platform::OpenImageFile(directory_.Write("huge", bytes)), nullptr);
 }
 

@@ -6,6 +6,7 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <functional>
 
 namespace quillmarsh
@@ -35,15 +36,11 @@ Bytes Rearranged(VolumeBase const &volume, Places const &places)
     return bytes;
 }
 
-struct Size3D
-{
-    unsigned int layers, rows, columns;
-};
+using Size3D = std::array<unsigned int, 3>;
 
 TEST(VolumeOperations, FlipEachAxis)
 {
     for (unsigned int const size : {1u, 2u, 3u, 4u, 8u, 12u})
-    {
         for (auto const &[layers, rows, columns] : {Size3D{1, 1, 1}, {2, 3, 4}, {3, 2, 75}, {1, 5, 140}, {4, 1, 33}})
         {
             auto const format = sample_formats::UnknownSampleFormat(size);
@@ -74,7 +71,6 @@ TEST(VolumeOperations, FlipEachAxis)
             FlipRows(*expected);
             EXPECT_EQ(BytesOf(*volume), BytesOf(*expected));
         }
-    }
 }
 
 TEST(ImageOperations, CopyBlocks)
@@ -109,21 +105,17 @@ TEST(VolumeOperations, CopyBlocksAndLayers)
     Volume<Sample8> src(e_format_L8, 2, 3, 2), dst(e_format_L8, 3, 3, 3), same(e_format_L8, 3, 3, 2);
     CountUp(src, 1);
     for (bool const flipLayers : {false, true})
-    {
         for (bool const flipRows : {false, true})
         {
             ProcessSamples_Clear(dst);
             CopySamples3D(dst, src, 0, 2, 1, 1, 1, 2, 0, 1, 1, flipLayers, flipRows);
             Bytes expected(27, 0);
             for (unsigned int layer = 0; layer < 2; ++layer)
-            {
                 for (unsigned int row = 0; row < 2; ++row)
                     expected[(1 + layer) * 9 + (1 + row) * 3 + 2] =
                         *src.VolumeBase::SampleB(flipLayers ? 1 - layer : layer, 1 + (flipRows ? 1 - row : row), 1);
-            }
             EXPECT_EQ(BytesOf(dst), expected);
         }
-    }
     ProcessSamples_Clear(same);
     CopySamples3D(same, src, 0, 0, 0, 1, 0, 0, 0, 0, 0, false, false);
     EXPECT_EQ(BytesOf(same), (Bytes{0, 0, 0, 0, 0, 0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12}));
@@ -144,10 +136,8 @@ TEST(ImageOperations, FillOneByteOfABlock)
     {
         Bytes expected = BytesOf(CountUp(image));
         for (unsigned int r = row; r < row + numRows; ++r)
-        {
             for (unsigned int c = column; c < column + numColumns; ++c)
                 expected[(r * 4 + c) * 2 + 1] = 99;
-        }
         FillBlock(image, 1, 99, row, numRows, column, numColumns);
         EXPECT_EQ(BytesOf(image), expected);
     }
@@ -156,7 +146,6 @@ TEST(ImageOperations, FillOneByteOfABlock)
 TEST(ImageOperations, CheckerboardsTakeTurns)
 {
     for (unsigned int const blockRows : {0u, 1u, 2u, 5u, 100u})
-    {
         for (unsigned int const blockColumns : {0u, 3u, 64u, 0xFFFFFFFFu})
         {
             Image<Sample32> image(e_format_A8R8G8B8, 11, 131);
@@ -174,7 +163,6 @@ TEST(ImageOperations, CheckerboardsTakeTurns)
             GenerateCheckerboard(image, 1, color4b(12, 11, 10, 1), color4b(22, 21, 20, 2), blockRows, blockColumns);
             EXPECT_EQ(BytesOf(image), expectedColours) << blockRows << " by " << blockColumns;
         }
-    }
 }
 
 TEST(ImageOperations, AssertWhatDoesNotFitAndLeaveItAlone)
@@ -184,12 +172,7 @@ TEST(ImageOperations, AssertWhatDoesNotFitAndLeaveItAlone)
     Volume<Sample8> volume(e_format_L8, 2, 2, 3), wrong(e_format_A8, 1, 1, 1);
     Bytes const before = BytesOf(CountUp(image));
     string const offset = "Byte-offset out of range.", block = "Block-indices out of range";
-    struct Misuse
-    {
-        std::function<void()> call;
-        Texts texts;
-    };
-    Misuse const misuses[] = {
+    std::pair<std::function<void()>, Texts> const misuses[] = {
         {[&] { CopySamples2D(image, other, 3, 4, 0, 0, 0, 0, false); },
          {"Sample-format mismatch.", "Destination-row-offset/row-count out of range.",
           "Destination-column-offset/column-count out of range.", "Source-row-offset/row-count out of range.",
@@ -212,11 +195,11 @@ TEST(ImageOperations, AssertWhatDoesNotFitAndLeaveItAlone)
         {[&] { CopyFromLayer(image, volume, 2); }, {"Source-layer-index out of range."}},
         {[&] { CopyFromLayer(image, wrong, 0); }, {"Byte-size mismatch."}},
     };
-    for (std::size_t i = 0; i < std::size(misuses); ++i)
+    for (auto const &misuse : misuses)
     {
-        misuses[i].call();
-        EXPECT_EQ(dialogs.TakeTexts(), misuses[i].texts) << i;
-        EXPECT_EQ(BytesOf(image), before) << i;
+        misuse.first();
+        EXPECT_EQ(dialogs.TakeTexts(), misuse.second) << &misuse - misuses;
+        EXPECT_EQ(BytesOf(image), before) << &misuse - misuses;
     }
 }
 

@@ -1,11 +1,11 @@
 #include <quillmarsh/dataobjects/mipmapchains.h>
 #include <quillmarsh/dataobjects/volumeoperations.h>
 
+#include "tests/support/sample_blocks.h"
 #include "tests/support/scripted_dialogs.h"
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <vector>
 
 namespace quillmarsh
@@ -13,12 +13,7 @@ namespace quillmarsh
 namespace
 {
 
-using Bytes = std::vector<unsigned char>;
-
-Bytes BytesOf(SignalBase const &signal)
-{
-    return Bytes(signal.GetSamplesB(), signal.GetSamplesB() + signal.GetTotalByteSize());
-}
+using tests::BytesOf;
 
 template<typename Container, typename... Dimensions>
 AutoPtr<Container const> Make(eSampleFormat format, Dimensions... dimensions)

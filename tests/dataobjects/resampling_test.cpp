@@ -2,13 +2,13 @@
 #include <quillmarsh/dataobjects/volumeoperations.h>
 
 #include "source/dataobjects/samplekernels.h"
+#include "tests/support/sample_blocks.h"
 #include "tests/support/scripted_dialogs.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <functional>
-#include <random>
 #include <vector>
 
 namespace quillmarsh
@@ -17,7 +17,8 @@ namespace
 {
 
 using namespace sample_processors;
-using Bytes = std::vector<unsigned char>;
+using tests::Bytes;
+using tests::BytesOf;
 using Texts = std::vector<string>;
 
 struct Shape
@@ -203,9 +204,7 @@ void ResampleOneByOne(Form const &form, unsigned int dimensions, unsigned char *
 
 Bytes RandomBytes(std::size_t size, bool areFloats)
 {
-    static std::mt19937 s_random(1);
-    Bytes bytes(size);
-    std::generate(bytes.begin(), bytes.end(), [] { return static_cast<unsigned char>(s_random()); });
+    Bytes bytes = tests::RandomBytes(size);
     // No infinities and none that are no numbers: whose bits come out of these is the compiler's choice.
     for (std::size_t i = 3; areFloats && i < size; ++i)
         bytes[i] &= 0xBF;
@@ -261,42 +260,28 @@ void ExpectSameBits(Form const &form, unsigned int dimensions, Shape const &to, 
     SetKernelTarget(0);
 }
 
-TEST(Resampling, GivesTheBitsOfTheInterpolatorsInOneDimension)
+TEST(Resampling, GivesTheBitsOfTheInterpolators)
 {
-    constexpr std::pair<unsigned int, unsigned int> sizes[] = {
-        {1, 1}, {1, 9}, {9, 1}, {2, 3}, {16, 16}, {37, 21}, {40, 80}, {80, 40}, {64, 300}, {300, 64}, {5003, 6007}};
+    using Sizes = std::initializer_list<std::pair<Shape, Shape>>;
+    constexpr unsigned int lengths[][2] = {{1, 1},   {1, 9},   {9, 1},    {2, 3},    {16, 16},    {37, 21},
+                                           {40, 80}, {80, 40}, {64, 300}, {300, 64}, {5003, 6007}};
+    Sizes const areas = {{{1, 1, 1}, {1, 1, 1}},     {{1, 1, 7}, {1, 6, 1}},      {{1, 7, 1}, {1, 1, 9}},
+                         {{1, 3, 33}, {1, 5, 17}},   {{1, 40, 61}, {1, 20, 31}},  {{1, 31, 20}, {1, 63, 41}},
+                         {{1, 9, 77}, {1, 12, 100}}, {{1, 10, 64}, {1, 40, 256}}, {{1, 3, 2100}, {1, 4, 2700}}};
+    Sizes const rooms = {{{1, 1, 1}, {1, 1, 1}},   {{3, 1, 1}, {1, 2, 5}},   {{1, 5, 33}, {1, 4, 40}},
+                         {{5, 6, 35}, {7, 9, 50}}, {{9, 7, 30}, {4, 3, 15}}, {{2, 3, 1100}, {3, 2, 1500}}};
     for (Form const &form : GetForms())
-        for (auto const &[n, m] : sizes)
+    {
+        for (auto const &[n, m] : lengths)
             ExpectSameBits(form, 1, {1, 1, n}, {1, 1, m});
-}
-
-TEST(Resampling, StaysAtTheLastSampleWhereRoundingCarriesTheWalkPastIt)
-{
-    // The steps of as many samples add up to 1.0006.
-    for (Form const &form : GetForms())
+        for (auto const &[to, from] : areas)
+            ExpectSameBits(form, 2, to, from);
+        for (auto const &[to, from] : rooms)
+            ExpectSameBits(form, 3, to, from);
+        // The steps of as many samples add up to 1.0006: the walk is carried past the last one.
         for (unsigned int const m : {3u, 1000u, 70001u})
             ExpectSameBits(form, 1, {1, 1, 70003}, {1, 1, m});
-}
-
-TEST(Resampling, GivesTheBitsOfTheInterpolatorsInTwoDimensions)
-{
-    constexpr std::pair<Shape, Shape> sizes[] = {
-        {{1, 1, 1}, {1, 1, 1}},     {{1, 1, 7}, {1, 6, 1}},      {{1, 7, 1}, {1, 1, 9}},
-        {{1, 3, 33}, {1, 5, 17}},   {{1, 40, 61}, {1, 20, 31}},  {{1, 31, 20}, {1, 63, 41}},
-        {{1, 9, 77}, {1, 12, 100}}, {{1, 10, 64}, {1, 40, 256}}, {{1, 3, 2100}, {1, 4, 2700}}};
-    for (Form const &form : GetForms())
-        for (auto const &[to, from] : sizes)
-            ExpectSameBits(form, 2, to, from);
-}
-
-TEST(Resampling, GivesTheBitsOfTheInterpolatorsInThreeDimensions)
-{
-    constexpr std::pair<Shape, Shape> sizes[] = {{{1, 1, 1}, {1, 1, 1}},   {{3, 1, 1}, {1, 2, 5}},
-                                                 {{1, 5, 33}, {1, 4, 40}}, {{5, 6, 35}, {7, 9, 50}},
-                                                 {{9, 7, 30}, {4, 3, 15}}, {{2, 3, 1100}, {3, 2, 1500}}};
-    for (Form const &form : GetForms())
-        for (auto const &[to, from] : sizes)
-            ExpectSameBits(form, 3, to, from);
+    }
 }
 
 TEST(Resampling, ReadsBetweenTheSamples)
@@ -305,7 +290,7 @@ TEST(Resampling, ReadsBetweenTheSamples)
     auto const resample = [&](eResampleFilter filter)
     {
         EXPECT_TRUE(Resample1D(dst, src, filter));
-        return Bytes(dst.GetSamplesB(), dst.GetSamplesB() + 4);
+        return BytesOf(dst);
     };
     std::copy_n(Bytes{0, 1, 2, 3}.data(), 4, src.GetSamplesB());
     EXPECT_EQ(resample(e_resample_nearest), (Bytes{0, 1, 2, 3}));
@@ -317,7 +302,7 @@ TEST(Resampling, ReadsBetweenTheSamples)
     Volume<Sample8> from(e_format_L8, 1, 1, 1), to(e_format_L8, 1, 2, 3);
     *from.GetSamplesB() = 255;
     EXPECT_TRUE(Resample3D(to, from, e_resample_linear));
-    EXPECT_EQ(Bytes(to.GetSamplesB(), to.GetSamplesB() + 6), Bytes(6, 255));
+    EXPECT_EQ(BytesOf(to), Bytes(6, 255));
 }
 
 TEST(Resampling, KnowsWhatItCanDo)

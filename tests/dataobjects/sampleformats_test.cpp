@@ -11,18 +11,13 @@ using namespace sample_formats;
 
 TEST(SampleFormats, NamesGoBothWaysAndFoldCase)
 {
-    struct Named
+    constexpr std::pair<unsigned int, char const *> named[] = {
+        {0x01000001, "L8"},       {0x01000002, "A8"},       {0x02000001, "A8L8"},    {0x02000010, "A4R4G4B4"},
+        {0x02000020, "A1R5G5B5"}, {0x04000001, "X8R8G8B8"}, {0x04000002, "A8R8G8B8"}};
+    for (auto const &[code, name] : named)
     {
-        unsigned int code;
-        char const *name;
-    };
-    constexpr Named named[] = {{0x01000001, "L8"},       {0x01000002, "A8"},       {0x02000001, "A8L8"},
-                               {0x02000010, "A4R4G4B4"}, {0x02000020, "A1R5G5B5"}, {0x04000001, "X8R8G8B8"},
-                               {0x04000002, "A8R8G8B8"}};
-    for (Named const &format : named)
-    {
-        EXPECT_EQ(MapSampleFormatToName(format.code), format.name);
-        EXPECT_EQ(MapNameToSampleFormat(format.name), format.code);
+        EXPECT_EQ(MapSampleFormatToName(code), name);
+        EXPECT_EQ(MapNameToSampleFormat(name), code);
     }
     EXPECT_EQ(MapNameToSampleFormat("x8r8G8b8"), 0x04000001u);
     for (char const *const stranger : {"", "R8G8B8", "A8 ", "unknown", "FP32NormL"})

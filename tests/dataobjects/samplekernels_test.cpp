@@ -1,4 +1,5 @@
 #include "source/dataobjects/samplekernels.h"
+#include "tests/support/sample_blocks.h"
 
 #include <quillmarsh/dataobjects/sampleprocessors.h>
 #include <quillmarsh/dataobjects/sampletransfer.h>
@@ -7,7 +8,6 @@
 
 #include <algorithm>
 #include <functional>
-#include <random>
 #include <vector>
 
 namespace quillmarsh
@@ -16,7 +16,9 @@ namespace
 {
 
 using namespace sample_processors;
-using Bytes = std::vector<unsigned char>;
+using tests::Bytes;
+using tests::BytesOf;
+using tests::RandomBytes;
 using Copy = std::function<void(SignalBase &, SignalBase const &)>;
 
 /// A transfer as the one-element processors do it, element after element.
@@ -72,14 +74,6 @@ Pair const s_pairs[] = {
     {e_format_FP32NormL, e_format_L8, OneByOne<CopyConverter_UInt8_To_FP32Norm>()},
 };
 
-Bytes RandomBytes(std::size_t size)
-{
-    static std::mt19937 s_random(1);
-    Bytes bytes(size);
-    std::generate(bytes.begin(), bytes.end(), [] { return static_cast<unsigned char>(s_random()); });
-    return bytes;
-}
-
 /// Runs a copy between two places of one block; what lies around the destination has to stay as it is.
 Bytes RunWithin(Bytes block, Pair const &pair, Copy const &copy, unsigned int count, std::size_t dstAt,
                 std::size_t srcAt)
@@ -117,8 +111,7 @@ protected:
             SetKernelTarget(target);
             std::fill_n(actual->GetSamplesB(), actual->GetTotalByteSize(), 0xA5);
             Transfer(*actual, src);
-            ASSERT_TRUE(std::equal(actual->GetSamplesB(), actual->GetSamplesB() + actual->GetTotalByteSize(),
-                                   expected->GetSamplesB()))
+            ASSERT_TRUE(BytesOf(*actual) == BytesOf(*expected))
                 << std::hex << pair.dst << " from " << pair.src << " by " << target;
         }
     }
@@ -203,7 +196,6 @@ TEST_F(SampleKernels, KeepToTheirBlockAtAnyLengthAndPlace)
     {
         SetKernelTarget(target);
         for (Pair const &pair : s_pairs)
-        {
             for (unsigned int count = 1; count < 200; count += count < 70 ? 1 : 13)
             {
                 std::size_t const dstAt = 64 + count % 5, srcAt = half + count % 7;
@@ -212,7 +204,6 @@ TEST_F(SampleKernels, KeepToTheirBlockAtAnyLengthAndPlace)
                           RunWithin(block, pair, pair.oneByOne, count, dstAt, srcAt))
                     << std::hex << pair.dst << " from " << pair.src << " by " << target << std::dec << ", " << count;
             }
-        }
     }
 }
 
@@ -220,7 +211,6 @@ TEST_F(SampleKernels, LeaveBlocksThatOverlapToTheOneElementProcessors)
 {
     constexpr unsigned int count = 300;
     for (Pair const &pair : s_pairs)
-    {
         for (std::size_t const srcAt : {0, 64, 65, 128, 400})
         {
             Bytes const block = RandomBytes(4 * count + 512);
@@ -228,7 +218,6 @@ TEST_F(SampleKernels, LeaveBlocksThatOverlapToTheOneElementProcessors)
                       RunWithin(block, pair, pair.oneByOne, count, 64, srcAt))
                 << std::hex << pair.dst << " from " << pair.src << std::dec << " at " << srcAt;
         }
-    }
 }
 
 TEST_F(SampleKernels, HaveCodeForVectorsOfThisMachine)

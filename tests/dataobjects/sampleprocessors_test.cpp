@@ -43,19 +43,14 @@ constexpr auto Unpack1555 = Convert<CopyConverter_UShort1555_To_UInt8888, unsign
 
 TEST(SampleConverters, FloatsRoundAndWrap)
 {
-    struct Case
-    {
-        float value;
-        unsigned int byte;
-    };
     constexpr float infinity = std::numeric_limits<float>::infinity();
-    constexpr Case cases[] = {
+    constexpr std::pair<float, unsigned int> cases[] = {
         {0.0f, 0},   {1.0f, 255},   {0.5f, 128},    {1.002f, 0},
         {1.5f, 127}, {-0.1f, 231},  {-1e-9f, 0},    {1e12f, 0},
         {-1e12f, 0}, {infinity, 0}, {-infinity, 0}, {std::numeric_limits<float>::quiet_NaN(), 0},
     };
-    for (Case const &expected : cases)
-        EXPECT_EQ(ByteOfFloat(expected.value), expected.byte) << expected.value;
+    for (auto const &[value, wanted] : cases)
+        EXPECT_EQ(ByteOfFloat(value), wanted) << value;
     for (unsigned int byte = 0; byte < 256; ++byte)
     {
         EXPECT_FLOAT_EQ(FloatOfByte(static_cast<Byte>(byte)), static_cast<float>(byte) / 255);

@@ -1,5 +1,6 @@
 #include <quillmarsh/dataobjects/sampletransfer.h>
 
+#include "tests/support/sample_blocks.h"
 #include "tests/support/scripted_dialogs.h"
 #include <quillmarsh/basetools/exception.h>
 
@@ -7,7 +8,6 @@
 
 #include <algorithm>
 #include <array>
-#include <cstring>
 
 namespace quillmarsh
 {
@@ -16,6 +16,7 @@ namespace
 
 using sample_formats::ExtractByteSize;
 using sample_formats::UnknownSampleFormat;
+using tests::BytesOf;
 using tests::ScriptedDialogs;
 using Texts = std::vector<string>;
 
@@ -85,11 +86,6 @@ AutoPtr<SignalBase> MakeSignal(unsigned int format, unsigned int numSamples, std
     return signal;
 }
 
-bool IsEqual(SignalBase const &a, SignalBase const &b)
-{
-    return a.CheckTotalByteSizeMatch(b) && std::memcmp(a.GetSamplesB(), b.GetSamplesB(), a.GetTotalByteSize()) == 0;
-}
-
 class SampleTransfer : public testing::Test
 {
 protected:
@@ -104,17 +100,15 @@ TEST_F(SampleTransfer, EveryPairDoesItsWorkAndThereAreNoOthers)
         AutoPtr<SignalBase> const src = MakeSignal(pair.src, 67, pair.srcBytes);
         AutoPtr<SignalBase> const dst = MakeSignal(pair.dst, 67, {0xE0, 0xE1, 0xE2, 0xE3});
         EXPECT_TRUE(TransferSamples1D(*dst, *src, false));
-        EXPECT_TRUE(IsEqual(*dst, *MakeSignal(pair.dst, 67, pair.dstBytes)));
+        EXPECT_EQ(BytesOf(*dst), BytesOf(*MakeSignal(pair.dst, 67, pair.dstBytes)));
     }
     for (eSampleFormat const dst : s_formats)
-    {
         for (eSampleFormat const src : s_formats)
         {
             bool const isListed = std::any_of(std::begin(s_transfers), std::end(s_transfers),
                                               [&](Transfer const &pair) { return pair.dst == dst && pair.src == src; });
             EXPECT_EQ(manager_.IsTransferSupported(dst, src), isListed) << std::hex << dst << " from " << src;
         }
-    }
     EXPECT_EQ(std::size(s_transfers), 38u);
 }
 
@@ -123,7 +117,7 @@ TEST_F(SampleTransfer, UnsupportedPairChangesNothing)
     Signal<Sample16> const src(e_format_A1R5G5B5, 4);
     AutoPtr<SignalBase> const dst = MakeSignal(e_format_A1R5G5B5, 2, {1, 2});
     EXPECT_FALSE(TransferSamples1D(*dst, src, true));
-    EXPECT_TRUE(IsEqual(*dst, *MakeSignal(e_format_A1R5G5B5, 2, {1, 2})));
+    EXPECT_EQ(BytesOf(*dst), BytesOf(*MakeSignal(e_format_A1R5G5B5, 2, {1, 2})));
 }
 
 TEST_F(SampleTransfer, ResizesInTheShapeOfTheSource)
@@ -131,12 +125,10 @@ TEST_F(SampleTransfer, ResizesInTheShapeOfTheSource)
     Image<Sample32> const picture(e_format_A8R8G8B8, 3, 5);
     Image<Sample8> image(e_format_A8, 0, 0);
     EXPECT_TRUE(TransferSamples2D(image, picture, true));
-    EXPECT_EQ(image.GetNumRows(), 3u);
-    EXPECT_EQ(image.GetNumColumns(), 5u);
+    EXPECT_TRUE(image.CheckDimensionMatch(picture));
     // As a signal, a picture becomes one row.
     EXPECT_TRUE(TransferSamples1D(image, Signal<Sample8>(e_format_L8, 4), true));
-    EXPECT_EQ(image.GetNumRows(), 1u);
-    EXPECT_EQ(image.GetNumColumns(), 4u);
+    EXPECT_TRUE(image.GetNumRows() == 1 && image.GetNumColumns() == 4);
 
     Volume<Sample8> const block(e_format_L8, 2, 3, 4);
     Volume<Sample32> volume(e_format_X8R8G8B8, 0, 0, 0);
@@ -179,21 +171,17 @@ TEST_F(SampleTransfer, MismatchAssertsAndGoesOnToTheHandler)
 TEST_F(SampleTransfer, ConversionChangesTheTagOfFourPairs)
 {
     for (eSampleFormat const current : s_formats)
-    {
         for (eSampleFormat const target : s_formats)
         {
             AutoPtr<SignalBase> const signal = MakeSignal(current, 2, {1, 2, 3, 4});
-            auto const isByte = [](eSampleFormat format) { return format == e_format_L8 || format == e_format_A8; };
-            auto const isColour = [](eSampleFormat format)
-            { return format == e_format_X8R8G8B8 || format == e_format_A8R8G8B8; };
-            bool const isPossible =
-                current == target || (isByte(current) && isByte(target)) || (isColour(current) && isColour(target));
+            // Formats of bytes are alike, and formats of colours.
+            std::pair const pair = std::minmax({unsigned{current}, unsigned{target}});
+            bool const isPossible = current == target || pair == std::pair(L8, A8) || pair == std::pair(X8, ARGB);
             EXPECT_EQ(ConvertSamples(*signal, target), isPossible);
             EXPECT_EQ(signal->GetSampleFormat(), isPossible ? target : current);
             EXPECT_EQ(manager_.IsConversionSupported(target, current), isPossible && current != target);
-            EXPECT_TRUE(IsEqual(*signal, *MakeSignal(current, 2, {1, 2, 3, 4})));
+            EXPECT_EQ(BytesOf(*signal), BytesOf(*MakeSignal(current, 2, {1, 2, 3, 4})));
         }
-    }
 }
 
 TEST_F(SampleTransfer, CopiesOfPartsCheckTheirOffsets)

@@ -7,7 +7,7 @@
 
 #include <gtest/gtest.h>
 
-#include <cstring>
+#include <array>
 #include <functional>
 
 namespace quillmarsh
@@ -20,10 +20,18 @@ using namespace sample_processors;
 using tests::Bytes;
 using tests::BytesOf;
 using tests::CountUp;
-using tests::RandomBytes;
 using tests::ScriptedDialogs;
 using Texts = std::vector<string>;
 using Work = std::function<void(SignalBase &)>;
+
+/// Bytes of which some are equal: thresholds and keys have to be met.
+Bytes RandomBytes(std::size_t size)
+{
+    Bytes bytes = tests::RandomBytes(size);
+    for (unsigned char &byte : bytes)
+        byte = static_cast<unsigned char>(byte % 5 * (byte >> 2));
+    return bytes;
+}
 
 /// The work of a one-element processor at an offset of each sample.
 template<typename Processor>
@@ -148,9 +156,7 @@ TEST(SignalOperations, AgreeWithTheOneElementProcessorsAtAnyLengthAndPlace)
     {
         SetKernelTarget(target);
         for (Operation const &operation : s_operations)
-        {
             for (unsigned int const size : operation.sizes)
-            {
                 for (unsigned int count = 1; count < 300; count += count < 40 ? 1 : 29)
                 {
                     Bytes block = RandomBytes(2 * margin + std::size_t{size} * count), expected = block;
@@ -161,24 +167,18 @@ TEST(SignalOperations, AgreeWithTheOneElementProcessorsAtAnyLengthAndPlace)
                     operation.work(signal);
                     ASSERT_EQ(block, expected) << operation.name << ", " << count << " of " << size << " by " << target;
                 }
-            }
-        }
     }
     SetKernelTarget(0);
 }
 
 TEST(SignalOperations, CopyPartsFlipped)
 {
-    struct Case
-    {
-        unsigned int dstSize, dstOffset, srcSize, srcOffset;
-    };
+    using Case = std::array<unsigned int, 4>;
     for (long long const target : GetKernelTargets())
     {
         SetKernelTarget(target);
         for (auto const &[dstSize, dstOffset, srcSize, srcOffset] :
              {Case{4, 0, 4, 0}, {4, 1, 4, 0}, {4, 0, 4, 1}, {3, 0, 3, 0}, {6, 3, 6, 0}, {4, 0, 3, 0}, {16, 9, 16, 2}})
-        {
             for (unsigned int const count : {1u, 2u, 3u, 15u, 64u, 177u})
             {
                 AutoPtr<SignalBase> const dst(ManufactureSignal(sample_formats::UnknownSampleFormat(dstSize), count));
@@ -186,14 +186,11 @@ TEST(SignalOperations, CopyPartsFlipped)
                 Bytes expected = BytesOf(CountUp(*dst, 100));
                 CountUp(*src);
                 for (unsigned int i = 0; i < count; ++i)
-                {
                     for (unsigned int k = 0; k < 3; ++k)
                         expected[i * dstSize + dstOffset + k] = src->SampleB(i)[srcOffset + 2 - k];
-                }
                 CopySamples_3BytesFlippedByteOrder(*dst, dstOffset, *src, srcOffset);
                 ASSERT_EQ(BytesOf(*dst), expected) << dstSize << ' ' << srcSize << ' ' << count << " by " << target;
             }
-        }
         Signal<Sample16> words(e_format_A8L8, 99), flippedWords(e_format_A8L8, 99);
         CopySamples_FlippedByteOrder(flippedWords, CountUp(words));
         ProcessSamples_FlipByteOrder(flippedWords);
@@ -231,13 +228,8 @@ TEST(SignalOperations, AssertWhatDoesNotFitAndLeaveItAlone)
     Signal<Sample16> words(e_format_A8L8, 3), none(e_format_A8L8, 0), five(e_format_A8L8, 5);
     color4f const black(0, 0, 0, 0);
     Bytes const before = BytesOf(CountUp(s));
-    struct Misuse
-    {
-        std::function<void()> call;
-        Texts texts;
-    };
     string const byte = "Byte-offset out of range.", triplet = "Triplet-offset out of range.";
-    Misuse const misuses[] = {
+    std::pair<std::function<void()>, Texts> const misuses[] = {
         {[&] { ProcessSamples_3BytesFlipByteOrder(s, 2); }, {triplet}},
         {[&] { ProcessSamples_3BytesFlipByteOrder(words, 0); }, {triplet}},
         {[&] { ProcessSamples_SwapBytes(s, 4, 0); }, {"Byte-offset-1 out of range."}},
@@ -264,11 +256,11 @@ TEST(SignalOperations, AssertWhatDoesNotFitAndLeaveItAlone)
         {[&] { GradientFill(s, black, black, 3, 3); },
          {"Start-index out of range.", "End-index out of range.", "Destination-offset/count out of range."}},
     };
-    for (std::size_t i = 0; i < std::size(misuses); ++i)
+    for (auto const &misuse : misuses)
     {
-        misuses[i].call();
-        EXPECT_EQ(dialogs.TakeTexts(), misuses[i].texts) << i;
-        EXPECT_EQ(BytesOf(s), before) << i;
+        misuse.first();
+        EXPECT_EQ(dialogs.TakeTexts(), misuse.second) << &misuse - misuses;
+        EXPECT_EQ(BytesOf(s), before) << &misuse - misuses;
     }
     // A format of the same size is told of, and copied all the same.
     CopySamples1D(other, s, 0, 0, 0);

@@ -21,10 +21,16 @@ inline string NumberBytes(unsigned int number, bool bigEndian = false)
     return bytes;
 }
 
+/// Bytes with one bit turned over.
+inline string FlipBit(string bytes, std::size_t bit)
+{
+    bytes[bit / 8] = static_cast<char>(bytes[bit / 8] ^ 1 << bit % 8);
+    return bytes;
+}
+
 struct PackageFrame
 {
-    unsigned int payloadType;
-    unsigned int id = 0;
+    unsigned int payloadType, id = 0;
     bool bigEndian = false;
 };
 

@@ -14,13 +14,11 @@ namespace quillmarsh::tests
 
 using Bytes = std::vector<unsigned char>;
 
-/// Bytes of which some are equal: thresholds and keys have to be met.
 inline Bytes RandomBytes(std::size_t size)
 {
     static std::mt19937 s_random(7);
     Bytes bytes(size);
-    std::generate(bytes.begin(), bytes.end(),
-                  [] { return static_cast<unsigned char>(s_random() % 5 * (s_random() % 64)); });
+    std::generate(bytes.begin(), bytes.end(), [] { return static_cast<unsigned char>(s_random()); });
     return bytes;
 }
 

@@ -97,13 +97,7 @@ TEST_F(Qmdp, InfoTellsWhatFilesHold)
 
 TEST_F(Qmdp, VerifyNamesTheByteAndTheField)
 {
-    struct Case
-    {
-        unsigned int offset;
-        char const *bytes;
-        char const *message;
-    };
-    Case const cases[] = {
+    constexpr std::tuple<unsigned int, char const *, char const *> cases[] = {
         {0, "x", "byte 0: opening magic-sequence: neither that of a package nor of a picture"},
         {23, "x", "byte 0: opening magic-sequence: not that of a package"},
         {24, "\x01", "byte 24: byte-order specifier: 1 stands for no byte order"},
@@ -121,12 +115,11 @@ TEST_F(Qmdp, VerifyNamesTheByteAndTheField)
     };
     Words words = {"verify", directory_.Write("good", SmallImage())};
     string expected;
-    for (Case const &wrong : cases)
+    for (auto const &[offset, wrong, message] : cases)
     {
-        string bytes = SmallImage();
-        words.push_back(directory_.Write(std::to_string(words.size()),
-                                         bytes.replace(wrong.offset, std::strlen(wrong.bytes), wrong.bytes)));
-        expected += words.back() + ": " + wrong.message + '\n';
+        string const bytes = SmallImage().replace(offset, std::strlen(wrong), wrong);
+        words.push_back(directory_.Write(std::to_string(words.size()), bytes));
+        expected += words.back() + ": " + message + '\n';
     }
     words.push_back(directory_.Write("no-rows", Image(0, 3, s_L8, "")));
     expected += words.back() + ": byte 44: number of rows: 0\n";
@@ -148,20 +141,14 @@ TEST_F(Qmdp, VerifyNamesTheByteAndTheField)
 TEST_F(Qmdp, CutAndFlippedPackagesFailInOneLineEach)
 {
     string const bytes = SmallImage();
-    Words cut = {"verify"};
+    Words cut = {"verify"}, flipped = {"verify"};
     for (std::size_t i = 0; i < bytes.size(); ++i)
         cut.push_back(directory_.Write("cut" + std::to_string(i), bytes.substr(0, i)));
     ProcessResult result = RunTool(cut);
     EXPECT_EQ("", result.out);
     EXPECT_EQ(static_cast<long>(bytes.size()), CountLines(result.err));
-
-    Words flipped = {"verify"};
     for (std::size_t i = 0; i < 64 * 8; ++i)
-    {
-        string wrong = bytes;
-        wrong[i / 8] = static_cast<char>(wrong[i / 8] ^ 1 << i % 8);
-        flipped.push_back(directory_.Write("flipped" + std::to_string(i), wrong));
-    }
+        flipped.push_back(directory_.Write("flipped" + std::to_string(i), FlipBit(bytes, i)));
     result = RunTool(flipped);
     // Any layout of components is a format, and the order of rows is free.
     EXPECT_EQ(24 + 1, CountLines(result.out));
@@ -172,12 +159,7 @@ TEST_F(Qmdp, WrongArgumentsAreNamed)
 {
     string const image = directory_.Write("i.qmdp", SmallImage());
     string const volume = directory_.Write("v.qmdp", Volume(2, 1, 1, s_L8, "ab"));
-    struct Case
-    {
-        Words words;
-        char const *message;
-    };
-    Case const cases[] = {
+    std::pair<Words, char const *> const cases[] = {
         {{}, "a command is wanted"},
         {{"paint"}, "unknown command 'paint'"},
         {{"info"}, "info wants FILE..."},
@@ -201,11 +183,11 @@ TEST_F(Qmdp, WrongArgumentsAreNamed)
         {{"slice", volume, "2", "o.qmdp"}, "slice wants a layer below 2, not 2"},
         {{"slice", volume, "first", "o.qmdp"}, "slice wants the number of a layer, not 'first'"},
     };
-    for (Case const &wrong : cases)
+    for (auto const &[words, message] : cases)
     {
-        ProcessResult const result = RunTool(wrong.words);
-        EXPECT_EQ(2, result.status) << wrong.message;
-        EXPECT_NE(string::npos, result.err.find(string(wrong.message) + " (see --help)\n")) << result.err;
+        ProcessResult const result = RunTool(words);
+        EXPECT_EQ(2, result.status) << message;
+        EXPECT_NE(string::npos, result.err.find(string(message) + " (see --help)\n")) << result.err;
         EXPECT_EQ(1, CountLines(result.err));
         EXPECT_EQ("", result.out);
     }
@@ -232,25 +214,14 @@ TEST_F(Qmdp, BytesThatNothingIsKnownOfAreOpaque)
 {
     EXPECT_EQ(Signal(s_A8R8G8B8, "aaa\xFF"), Convert(Signal(s_L8, "a"), {"--format", "A8R8G8B8"}));
     EXPECT_EQ(Signal(s_A8L8, "a\xFF"), Convert(Signal(s_L8, "a"), {"--format", "A8L8"}));
-    EXPECT_EQ(Image(1, 2, s_X8R8G8B8,
-                    "aaa\xFF"
-                    "aaa\xFF"),
-              Convert(Image(1, 1, s_X8R8G8B8, "aaab"), {"--size=2x1"}));
+    EXPECT_EQ(Image(1, 2, s_X8R8G8B8, "aaa\377aaa\377"), Convert(Image(1, 1, s_X8R8G8B8, "aaab"), {"--size=2x1"}));
     EXPECT_EQ(Signal(s_A1R5G5B5, "ab"), Convert(Signal(s_A1R5G5B5, "ab"), {"--format", "A1R5G5B5"}));
 }
 
 TEST_F(Qmdp, FailuresOfDataLeaveNoFile)
 {
-    string const in = directory_ / "in.qmdp";
-    string const out = directory_ / "out";
-    struct Case
-    {
-        string package;
-        Words options;
-        char const *extension;
-        string message;
-    };
-    Case const cases[] = {
+    string const in = directory_ / "in.qmdp", out = directory_ / "out";
+    std::tuple<string, Words, char const *, string> const cases[] = {
         {Signal(s_A1R5G5B5, "ab"),
          {"--format=L8"},
          ".qmdp",
@@ -262,12 +233,12 @@ TEST_F(Qmdp, FailuresOfDataLeaveNoFile)
         {Image(1, 1, 0x04001001, "abcd"), {}, ".bmp", out + ".bmp: BMP takes no samples of the format FP32NormL"},
         {"", {}, ".png", in + ": byte 0: opening magic-sequence: the file ends after 0 of 24 bytes"},
     };
-    for (Case const &failing : cases)
+    for (auto const &[package, options, extension, message] : cases)
     {
-        string const shown = Convert(failing.package, failing.options, failing.extension);
-        EXPECT_EQ(0u, shown.find("qmdp: " + failing.message)) << shown;
+        string const shown = Convert(package, options, extension);
+        EXPECT_EQ(0u, shown.find("qmdp: " + message)) << shown;
         EXPECT_EQ(1, CountLines(shown));
-        EXPECT_FALSE(std::filesystem::exists(out + failing.extension));
+        EXPECT_FALSE(std::filesystem::exists(out + extension));
     }
 }
 
@@ -319,10 +290,7 @@ TEST_F(Qmdp, MipmapsAreSavedLevelByLevel)
     string const prefix = directory_ / "m";
     EXPECT_EQ(0, RunTool({"mipmaps", in, prefix, "--format", "A8R8G8B8"}).status);
     EXPECT_EQ(Image(1, 4, s_A8R8G8B8, "aaa0aaa0aaa0aaa0"), ReadFile(prefix + ".0.qmdp.image"));
-    EXPECT_EQ(Image(1, 2, s_A8R8G8B8,
-                    "aaa\xFF"
-                    "aaa\xFF"),
-              ReadFile(prefix + ".1.qmdp.image"));
+    EXPECT_EQ(Image(1, 2, s_A8R8G8B8, "aaa\377aaa\377"), ReadFile(prefix + ".1.qmdp.image"));
     EXPECT_EQ(Image(1, 1, s_A8R8G8B8, "aaa\xFF"), ReadFile(prefix + ".2.qmdp.image"));
     EXPECT_FALSE(std::filesystem::exists(prefix + ".3.qmdp.image"));
 
@@ -333,12 +301,10 @@ TEST_F(Qmdp, MipmapsAreSavedLevelByLevel)
     EXPECT_FALSE(std::filesystem::exists(prefix + ".0.qmdp.image"));
 
     string const odd = directory_.Write("odd.qmdp", Signal(s_L8, "abc"));
-    ProcessResult const result = RunTool({"mipmaps", odd, prefix});
-    EXPECT_EQ(1, result.status);
     EXPECT_EQ("qmdp: " + odd + ": mipmaps need dimensions that are powers of two, and there are 3 samples\n",
-              result.err);
-    EXPECT_EQ(1,
-              RunTool({"mipmaps", directory_.Write("p.qmdp", Signal(s_A1R5G5B5, "ab")), prefix, "--format=A8"}).status);
+              RunTool({"mipmaps", odd, prefix}).err);
+    string const packed = directory_.Write("p.qmdp", Signal(s_A1R5G5B5, "ab"));
+    EXPECT_EQ(1, RunTool({"mipmaps", packed, prefix, "--format=A8"}).status);
 }
 
 TEST_F(Qmdp, PicturesGoThereAndBack)
