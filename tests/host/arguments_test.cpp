@@ -1,6 +1,8 @@
 #include "arguments.h"
 #include "observerlist.h"
 
+#include "tests/support/failures.h"
+
 #include <gtest/gtest.h>
 
 namespace quillmarsh::host
@@ -26,12 +28,7 @@ TEST(Arguments, AreReadInBothForms)
 
 TEST(Arguments, WrongOnesAreNamed)
 {
-    struct Case
-    {
-        std::vector<string> words;
-        char const *named;
-    };
-    Case const cases[] = {
+    std::pair<std::vector<string>, char const *> const cases[] = {
         {{"--frobnicate"}, "'--frobnicate'"},
         {{"script.txt"}, "'script.txt'"},
         {{"--two\nlines"}, "'--two?lines'"},
@@ -49,18 +46,11 @@ TEST(Arguments, WrongOnesAreNamed)
         {{"--parameter", "name=a.b"}, "'name=a.b'"},
         {{"--help=yes"}, "--help"},
     };
-    for (Case const &wrong : cases)
+    for (auto const &[words, named] : cases)
     {
-        try
-        {
-            ParseArguments(wrong.words);
-            ADD_FAILURE() << wrong.named;
-        }
-        catch (WrongArgumentException const &thrown)
-        {
-            EXPECT_NE(string::npos, thrown.GetMessage().find(wrong.named)) << thrown.GetMessage();
-            EXPECT_NE(string::npos, thrown.GetMessage().find("--help"));
-        }
+        string const message = tests::MessageOf<WrongArgumentException>([&wrong = words] { ParseArguments(wrong); });
+        EXPECT_NE(string::npos, message.find(named)) << message;
+        EXPECT_NE(string::npos, message.find("--help")) << message;
     }
 }
 

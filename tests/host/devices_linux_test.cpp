@@ -1,5 +1,4 @@
 #include "tests/support/host_process.h"
-#include "tests/support/scratch_directory.h"
 
 #include <gtest/gtest.h>
 
@@ -17,15 +16,8 @@ using std::string;
 string RunWithDriver(std::vector<std::pair<string, string>> settings, HostResult &result, string const &input = "",
                      std::vector<string> arguments = {"--frames", "4"})
 {
-    ScratchFile const trace;
-    settings.emplace_back("TRACER_FILE", trace.GetName());
-    ScopedEnvironment const environment(settings);
-    for (char const *plugin : {"tracer", "testdriver"})
-        arguments.insert(arguments.end(), {"--plugin", string(QUILLMARSH_TEST_PLUGINS) + plugin + ".so"});
-    result = RunHost(arguments, input);
-    string text = trace.Read();
-    std::size_t const begin = text.find("level 3\n");
-    std::size_t const end = text.rfind("level 2\n");
+    string text = RunTraced(std::move(arguments), std::move(settings), {"tracer", "testdriver"}, result, input);
+    std::size_t const begin = text.find("level 3\n"), end = text.rfind("level 2\n");
     if (begin == string::npos || end == string::npos || end < begin)
         return text;
     std::istringstream lines(text.substr(begin, end - begin));
@@ -93,29 +85,21 @@ TEST(HostDevices, SampleOnTheirThreads)
 
 TEST(HostDevices, ThatFailAreLeftOutWithAWordAboutIt)
 {
-    struct Case
-    {
-        char const *fail;
-        char const *message;
-        char const *numSamples;
-    };
-    for (Case const &c :
-         {Case{"OpenDriver 0 3", "The device driver 'testdriver' is left out: ApplicationException: asked to fail", ""},
-          Case{"EnumerateDevices!", "The devices of 'testdriver' are left out: asked to fail", ""},
-          Case{"CreateDevice 1", "A device of 'testdriver' is left out: ApplicationException: asked to fail", " 4"},
-          Case{"ConnectDevice ball", "The input device 1/ball/testdriver is left out: ApplicationException: ", ""},
-          Case{"SampleDevice", "The input device 1/ball/testdriver is not sampled any more: HIDException: unplugged",
-               " 2"},
-          Case{"PollDeviceChanges", "'testdriver' is not asked for changes any more: HIDDriverException: no bus",
-               " 4"}})
+    std::tuple<char const *, char const *, char const *> const cases[] = {
+        {"OpenDriver 0 3", "The device driver 'testdriver' is left out: ApplicationException: asked to fail", ""},
+        {"EnumerateDevices!", "The devices of 'testdriver' are left out: asked to fail", ""},
+        {"CreateDevice 1", "A device of 'testdriver' is left out: ApplicationException: asked to fail", " 4"},
+        {"ConnectDevice ball", "The input device 1/ball/testdriver is left out: ApplicationException: ", ""},
+        {"SampleDevice", "The input device 1/ball/testdriver is not sampled any more: HIDException: unplugged", " 2"},
+        {"PollDeviceChanges", "'testdriver' is not asked for changes any more: HIDDriverException: no bus", " 4"}};
+    for (auto const &[fail, message, numSamples] : cases)
     {
         HostResult result;
-        string const trace = RunWithDriver({{"TRACER_FAIL", c.fail}}, result);
-        EXPECT_EQ(0, result.status) << c.fail << result.err;
-        EXPECT_NE(string::npos, result.err.find(c.message)) << c.fail << result.err;
+        string const trace = RunWithDriver({{"TRACER_FAIL", fail}}, result);
+        EXPECT_EQ(0, result.status) << fail << result.err;
+        EXPECT_NE(string::npos, result.err.find(message)) << fail << result.err;
         EXPECT_EQ(1, std::count(result.err.begin(), result.err.end(), '\n')) << result.err;
-        EXPECT_EQ(*c.numSamples != 0, trace.find(string("DisconnectDevice ball") + c.numSamples) != string::npos)
-            << trace;
+        EXPECT_EQ(*numSamples != 0, trace.find(string("DisconnectDevice ball") + numSamples) != string::npos) << trace;
         EXPECT_NE(string::npos, trace.find("~TestDriver;")) << trace;
     }
 }

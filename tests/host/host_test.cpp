@@ -14,11 +14,6 @@ namespace quillmarsh::tests
 namespace
 {
 
-string Plugin(string const &name)
-{
-    return Preferred(QUILLMARSH_TEST_PLUGINS + name + s_szPluginExtension);
-}
-
 bool Contains(string const &text, string const &part)
 {
     return text.find(part) != string::npos;
@@ -31,16 +26,11 @@ string ReadSource(string const &name)
 }
 
 /// The hooks that the tracer wrote down, joined by ";", with each whole frame as "frame".
-string RunTraced(std::vector<std::pair<string, string>> settings, HostResult &result, string const &input = "",
+string RunTracer(std::vector<std::pair<string, string>> settings, HostResult &result, string const &input = "",
                  std::vector<string> arguments = {"--frames", "2"})
 {
-    ScratchFile const trace;
-    settings.emplace_back("TRACER_FILE", trace.GetName());
-    ScopedEnvironment const environment(settings);
-    arguments.insert(arguments.end(), {"--plugin", Plugin("tracer")});
-    result = RunHost(arguments, input);
+    std::istringstream lines(RunTraced(std::move(arguments), std::move(settings), {"tracer"}, result, input));
     string joined;
-    std::istringstream lines(trace.Read());
     for (string line; std::getline(lines, line);)
         joined += (joined.empty() ? "" : ";") + line;
     string const frame = "FrameBegin;FrameSampleInput;FrameUpdateStates;FramePreRenderVideo;FrameRenderVideo;"
@@ -62,7 +52,7 @@ TEST(Host, WalksTheApplicationUpThroughFramesAndDown)
 {
     HostResult result;
     EXPECT_EQ(s_up + ";frame;OnFrame;frame;OnFrame;frame;" + s_down + ";Cleanup well 0 number 5",
-              RunTraced({}, result, "", {"--frames", "3", "--set", "tracer.number=5"}));
+              RunTracer({}, result, "", {"--frames", "3", "--set", "tracer.number=5"}));
     EXPECT_EQ(0, result.status);
     EXPECT_EQ("", result.out);
     EXPECT_EQ("", result.err);
@@ -75,29 +65,24 @@ TEST(Host, RequestsAreCarriedOutBetweenFrames)
                   ";frame;OnFrame;frame;OnFrame;GenericReconfig 7 8;CheckSubsystems;FixSubsystems;OnVSyncUpdate;"
                   "OnVSyncReconfig;trace queued;" +
                   s_down + ";Cleanup well 0 number 1",
-              RunTraced({}, result, "ask\nwait\n", {}));
+              RunTracer({}, result, "ask\nwait\n", {}));
     EXPECT_EQ("ask\nwait\ntrace queued\n", result.out);
 }
 
 TEST(Host, ApplicationMayLeaveOutAStageOrTheRun)
 {
     HostResult result;
-    string const skipping = RunTraced({{"TRACER_NO_VIDEO", "1"}}, result);
+    string const skipping = RunTracer({{"TRACER_NO_VIDEO", "1"}}, result);
     EXPECT_FALSE(Contains(skipping, "level 4"));
     EXPECT_EQ(0, result.status);
     EXPECT_EQ("level 1;BeginStartup;QueryAutoInit;Initialize;EndStartup;level 7;Cleanup well 0 number 1",
-              RunTraced({{"TRACER_STOP", "1"}}, result));
+              RunTracer({{"TRACER_STOP", "1"}}, result));
     EXPECT_EQ(0, result.status);
 }
 
 TEST(Host, FailuresAreWalkedDownFromWhereTheyHappen)
 {
-    struct Case
-    {
-        char const *hook;
-        char const *wayDown;
-    };
-    Case const cases[] = {
+    std::pair<string, char const *> const cases[] = {
         {"BeginStartup", "level 7;Cleanup failed 1 application number 1"},
         {"Initialize!", "level 7;Cleanup failed 1 standard number 1"},
         {"ConnectGenericExtensions", "~TracerExtension;level 7;Cleanup failed 2 application number 1"},
@@ -114,18 +99,18 @@ TEST(Host, FailuresAreWalkedDownFromWhereTheyHappen)
          "level 7;Cleanup failed 5 application number 1"},
         {"Cleanup well 0 number 1", ""},
     };
-    for (Case const &failing : cases)
+    for (auto const &[failing, wanted] : cases)
     {
         HostResult result;
-        string const trace = RunTraced({{"TRACER_FAIL", failing.hook}}, result);
-        string hook = failing.hook;
+        string const trace = RunTracer({{"TRACER_FAIL", failing}}, result);
+        string hook = failing;
         bool const isStandard = hook.back() == '!';
         if (isStandard)
             hook.pop_back();
         std::size_t const at = trace.find(hook);
         ASSERT_NE(string::npos, at) << trace;
         string const wayDown = trace.substr(std::min(at + hook.size() + 1, trace.size()));
-        EXPECT_EQ(failing.wayDown, wayDown);
+        EXPECT_EQ(wanted, wayDown);
         EXPECT_EQ(3, result.status) << hook;
         EXPECT_TRUE(Contains(result.err, "! asked to fail")) << result.err;
         EXPECT_TRUE(isStandard || Contains(result.err, "@ tests/support/plugins/trace.h(")) << result.err;
@@ -137,41 +122,36 @@ TEST(Host, RefusesMisfitPlugins)
 {
     ScratchDirectory const scratch;
     string const cutOff = scratch / "cut-off" + s_szPluginExtension;
-    std::filesystem::copy_file(Plugin("empty"), cutOff);
+    std::filesystem::copy_file(TestPlugin("empty"), cutOff);
     std::filesystem::resize_file(cutOff, std::filesystem::file_size(cutOff) / 8);
 
     string const own = library_info::GetLibraryVersion().MakeString();
-    struct Case
-    {
-        string file;
-        string reason;
-    };
-    Case const cases[] = {
-        {Plugin("missing"), "there is no such file."},
+    std::pair<string, string> const cases[] = {
+        {TestPlugin("missing"), "there is no such file."},
         {"template-that-is-not-there", "there is no such file in "},
         {Preferred(QUILLMARSH_TEST_SOURCES "LICENSE"), "it is not a library ("},
         {Preferred(QUILLMARSH_TEST_SOURCES "host"), "it is not a library ("},
         {cutOff, s_szCutOffReason},
-        {Plugin("dependent-plugin"), "quillmarsh-test-absent"},
-        {Plugin("no-entry"), "it does not export QuillmarshGetPluginLibrary."},
-        {Plugin("other-magic"), "is not the record of a plug-in library."},
-        {Plugin("other-version"), "it was built with version 1.1.0."},
-        {Plugin("other-version"), "of the library, and this host has " + own + "."},
-        {Plugin("other-build"), "of the library, and this host has " + own + "."},
-        {Plugin("other-layout"), "its record has layout 2 and "},
-        {Plugin("other-size"), "its PluginInfo has "},
-        {Plugin("empty"), "it offers no plug-in."},
+        {TestPlugin("dependent-plugin"), "quillmarsh-test-absent"},
+        {TestPlugin("no-entry"), "it does not export QuillmarshGetPluginLibrary."},
+        {TestPlugin("other-magic"), "is not the record of a plug-in library."},
+        {TestPlugin("other-version"), "it was built with version 1.1.0."},
+        {TestPlugin("other-version"), "of the library, and this host has " + own + "."},
+        {TestPlugin("other-build"), "of the library, and this host has " + own + "."},
+        {TestPlugin("other-layout"), "its record has layout 2 and "},
+        {TestPlugin("other-size"), "its PluginInfo has "},
+        {TestPlugin("empty"), "it offers no plug-in."},
     };
-    for (Case const &misfit : cases)
+    for (auto const &[file, reason] : cases)
     {
-        HostResult const result = RunHost({"--plugin", misfit.file});
-        EXPECT_EQ(3, result.status) << misfit.file;
+        HostResult const result = RunHost({"--plugin", file});
+        EXPECT_EQ(3, result.status) << file;
         EXPECT_TRUE(Contains(result.err, "The plug-in '")) << result.err;
-        EXPECT_TRUE(Contains(result.err, misfit.file)) << result.err;
-        EXPECT_TRUE(Contains(result.err, misfit.reason)) << result.err;
+        EXPECT_TRUE(Contains(result.err, file)) << result.err;
+        EXPECT_TRUE(Contains(result.err, reason)) << result.err;
         EXPECT_EQ("", result.out);
     }
-    HostResult const two = RunHost({"--plugin", Plugin("tracer"), "--plugin", "workbench"});
+    HostResult const two = RunHost({"--plugin", TestPlugin("tracer"), "--plugin", "workbench"});
     EXPECT_EQ(3, two.status);
     EXPECT_TRUE(Contains(two.err, "both bring an application")) << two.err;
 }
@@ -217,8 +197,7 @@ TEST(Host, PlaysARecordedHand)
     HostResult const result =
         RunHost({"--frame-rate", "120"},
                 play + "gestures.txt' -once -speed=2\nvar bench.gestures on\nwait 300\n" + play + "README'\n");
-    std::size_t const grab = result.out.find("Gesture begins: Grab\n");
-    std::size_t const end = result.out.find("Gesture ends: Grab\n");
+    std::size_t const grab = result.out.find("Gesture begins: Grab\n"), end = result.out.find("Gesture ends: Grab\n");
     std::size_t const stop = result.out.find("Gesture begins: Stop\n");
     EXPECT_TRUE(grab < end && end < stop && stop != string::npos) << result.out;
     EXPECT_TRUE(Contains(result.out, string("README: the file cannot be opened: ") + s_szNotFoundReason)) << result.out;
@@ -280,12 +259,11 @@ TEST(Host, ReadmesOfPluginsShowWhatIsBuilt)
     for (auto const &[page, source] : {std::pair("docs/writing-a-plugin.md", "plugins/template/template.cpp"),
                                        std::pair("docs/writing-a-driver.md", "examples/driver/driftmouse.cpp")})
     {
-        string const text = ReadSource(page);
-        string const code = ReadSource(source);
+        string const text = ReadSource(page), code = ReadSource(source);
         EXPECT_FALSE(code.empty());
         EXPECT_TRUE(Contains(text, "```cpp\n" + code + "```")) << page;
     }
-    HostResult const result = RunHost({"--plugin", Plugin("driftmouse")}, "hid-control\n");
+    HostResult const result = RunHost({"--plugin", TestPlugin("driftmouse")}, "hid-control\n");
     EXPECT_TRUE(Contains(result.out, "1/drifting mouse/driftmouse\n")) << result.out << result.err;
 }
 

@@ -25,13 +25,11 @@ HumanInterfaceDevice *Find(LoadedDriver &loaded, char const *description)
 
 TEST(OpenHMD, TurnsItsAxesToOurs)
 {
-    float const sine = std::sin(0.5f);
-    float const cosine = std::cos(0.5f);
+    float const sine = std::sin(0.5f), cosine = std::cos(0.5f);
     // By the right hand about an axis to the right, up, and backwards.
     struct
     {
-        vec3 ahead;
-        vec3 up;
+        vec3 ahead, up;
     } const turned[] = {
         {{0, sine, cosine}, {0, cosine, -sine}}, {{sine, 0, cosine}, {0, 1, 0}}, {{0, 0, 1}, {sine, cosine, 0}}};
 

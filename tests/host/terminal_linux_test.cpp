@@ -13,17 +13,10 @@ TEST(Terminal, EditsCompletesAndRemembersLines)
 {
     HostTerminal host;
     ASSERT_TRUE(host.Expect("workbench> "));
-    host.Send("gree\t\r");
-    EXPECT_TRUE(host.Expect("Hello from the workbench!"));
-    EXPECT_TRUE(host.Expect("workbench> "));
-    host.Send("h\t");
-    EXPECT_TRUE(host.Expect("Matching commands/aliases: help, history"));
-    EXPECT_TRUE(host.Expect("workbench> h"));
-    host.Send("\bbench\r");
-    EXPECT_TRUE(host.Expect("Balls"));
-    EXPECT_TRUE(host.Expect("workbench> "));
-    host.Send(string(s_up) + s_up + "\r");
-    EXPECT_TRUE(host.Expect("Hello from the workbench!"));
+    EXPECT_TRUE(host.Enter("gree\t\r", {"Hello from the workbench!", "workbench> "}));
+    EXPECT_TRUE(host.Enter("h\t", {"Matching commands/aliases: help, history", "workbench> h"}));
+    EXPECT_TRUE(host.Enter("\bbench\r", {"Balls", "workbench> "}));
+    EXPECT_TRUE(host.Enter(string(s_up) + s_up + "\r", {"Hello from the workbench!"}));
     host.Send("frobnicate\rexit\r");
     EXPECT_EQ(0, host.Wait()) << host.GetShown();
 }
@@ -32,16 +25,10 @@ TEST(Terminal, InterruptClearsTheLineAndTheSecondOneEnds)
 {
     HostTerminal host;
     ASSERT_TRUE(host.Expect("workbench> "));
-    host.Send("greet");
-    ASSERT_TRUE(host.Expect("greet"));
-    host.Send("\003");
-    EXPECT_TRUE(host.Expect("^C\r\nworkbench> "));
-    host.Send("bench\r");
-    EXPECT_TRUE(host.Expect("Balls"));
-    EXPECT_TRUE(host.Expect("workbench> "));
-    host.Send("\003");
-    EXPECT_TRUE(host.Expect("Interrupt again to exit."));
-    EXPECT_TRUE(host.Expect("workbench> "));
+    EXPECT_TRUE(host.Enter("greet", {"greet"}));
+    EXPECT_TRUE(host.Enter("\003", {"^C\r\nworkbench> "}));
+    EXPECT_TRUE(host.Enter("bench\r", {"Balls", "workbench> "}));
+    EXPECT_TRUE(host.Enter("\003", {"Interrupt again to exit.", "workbench> "}));
     host.Send("\003");
     EXPECT_EQ(0, host.Wait()) << host.GetShown();
 }
@@ -51,7 +38,7 @@ TEST(Terminal, EndOfInputAndTerminationEndInGoodOrder)
     for (bool endOfInput : {true, false})
     {
         ScratchFile const trace;
-        ScopedEnvironment const environment({{"TRACER_FILE", trace.GetName()}});
+        EnvironmentVariable const environment("TRACER_FILE", trace.GetName().c_str());
         HostTerminal host({"--plugin", QUILLMARSH_TEST_PLUGINS "tracer.so"});
         ASSERT_TRUE(host.Expect("quillmarsh> "));
         if (endOfInput)
@@ -68,7 +55,7 @@ TEST(Terminal, KeepsPromptAndTextOfOtherThreadsApart)
     for (char const *way : {"stream", "buffer"})
     {
         ScratchFile const trace;
-        ScopedEnvironment const environment({{"TRACER_FILE", trace.GetName()}});
+        EnvironmentVariable const environment("TRACER_FILE", trace.GetName().c_str());
         HostTerminal host({"--plugin", QUILLMARSH_TEST_PLUGINS "tracer.so", "--frame-rate", "500"});
         ASSERT_TRUE(host.Expect("quillmarsh> "));
         host.Send(string("talk ") + way + " 300\r");
@@ -76,8 +63,7 @@ TEST(Terminal, KeepsPromptAndTextOfOtherThreadsApart)
         for (unsigned int i = 0; i < 300; ++i)
             ASSERT_TRUE(host.Expect("<spoken line " + std::to_string(i) + ">\r\n")) << host.GetShown();
         EXPECT_TRUE(host.Expect("quillmarsh> some text of the user")) << host.GetShown();
-        host.Send("\003");
-        EXPECT_TRUE(host.Expect("^C\r\nquillmarsh> "));
+        EXPECT_TRUE(host.Enter("\003", {"^C\r\nquillmarsh> "}));
         host.Send("\003");
         EXPECT_EQ(0, host.Wait()) << host.GetShown();
         // Behind each line of the other thread stands another one, the prompt, or the escape that takes it away. Until
@@ -93,14 +79,10 @@ TEST(Terminal, ShowsDialogsWhileTheEditorIsOpen)
 {
     HostTerminal host({"--developer-mode"});
     ASSERT_TRUE(host.Expect("workbench> "));
-    host.Send("crash -assert\r");
-    EXPECT_TRUE(host.Expect("! Forced assert by crash-command."));
-    EXPECT_TRUE(host.Expect("[A]bort, [R]etry, [I]gnore, or Enter for Abort? "));
-    host.Send("i");
-    EXPECT_TRUE(host.Expect("Ignore\r\n"));
-    EXPECT_TRUE(host.Expect("workbench> "));
-    host.Send("crash -verify\r");
-    EXPECT_TRUE(host.Expect("or Enter for Abort? "));
+    EXPECT_TRUE(host.Enter("crash -assert\r",
+                           {"! Forced assert by crash-command.", "[A]bort, [R]etry, [I]gnore, or Enter for Abort? "}));
+    EXPECT_TRUE(host.Enter("i", {"Ignore\r\n", "workbench> "}));
+    EXPECT_TRUE(host.Enter("crash -verify\r", {"or Enter for Abort? "}));
     host.Send("\r");
     EXPECT_EQ(-SIGTRAP, host.Wait()) << host.GetShown();
 }
@@ -109,13 +91,10 @@ TEST(Terminal, ColoursByTypeUnlessToldNotTo)
 {
     for (bool coloured : {true, false})
     {
-        ScopedEnvironment const environment(coloured ? std::vector<std::pair<string, string>>{}
-                                                     : std::vector<std::pair<string, string>>{{"NO_COLOR", "1"}});
+        EnvironmentVariable const environment("NO_COLOR", coloured ? nullptr : "1");
         HostTerminal host;
         ASSERT_TRUE(host.Expect("workbench> "));
-        host.Send("'unclosed\r");
-        EXPECT_TRUE(host.Expect("Command-line error:"));
-        EXPECT_TRUE(host.Expect("workbench> "));
+        EXPECT_TRUE(host.Enter("'unclosed\r", {"Command-line error:", "workbench> "}));
         host.Send("\004");
         EXPECT_EQ(0, host.Wait());
         EXPECT_EQ(coloured, host.GetShown().find("\033[31mCommand-line error:") != string::npos) << host.GetShown();

@@ -51,12 +51,7 @@ TEST_F(WorkbenchData, CommandsWorkOnTheCurrentData)
 TEST_F(WorkbenchData, FailuresAreToldAndKeepTheData)
 {
     directory_.Write("in.qmdp", PackageBytes({2}, {2, 3, 0x02000020, 0, 0}, "abcdefabcdef"));
-    struct Case
-    {
-        char const *line;
-        char const *message;
-    };
-    Case const cases[] = {
+    std::pair<char const *, char const *> const cases[] = {
         {"load nothing.qmdp", "nothing.qmdp: cannot be opened: No such file or directory"},
         {"load picture.gif", "picture.gif: ends in none of "},
         {"load", "the name of a file is wanted"},
@@ -69,11 +64,11 @@ TEST_F(WorkbenchData, FailuresAreToldAndKeepTheData)
         {"mipmaps m", "mipmaps need dimensions that are powers of two, and there are 2 rows, 3 columns"},
         {"save out.qmdp.volume", "out.qmdp.volume: takes a volume, and no image"},
     };
-    for (Case const &failing : cases)
+    for (auto const &[line, message] : cases)
     {
-        string const out = RunLines(string("load in.qmdp\n") + failing.line + "\nsave out.qmdp\n", 1);
-        EXPECT_NE(string::npos, out.find(string(failing.line) + '\n' + failing.message)) << out;
-        EXPECT_EQ(ReadFile("in.qmdp"), ReadFile("out.qmdp")) << failing.line;
+        string const out = RunLines(string("load in.qmdp\n") + line + "\nsave out.qmdp\n", 1);
+        EXPECT_NE(string::npos, out.find(string(line) + '\n' + message)) << out;
+        EXPECT_EQ(ReadFile("in.qmdp"), ReadFile("out.qmdp")) << line;
     }
     EXPECT_NE(string::npos, RunLines("info\n", 1).find("no data are loaded"));
 }

@@ -4,6 +4,7 @@
 
 #include "tests/support/host_process.h"
 
+#include <algorithm>
 #include <chrono>
 #include <cstdlib>
 #include <utility>
@@ -42,6 +43,12 @@ public:
     HostTerminal(HostTerminal const &) = delete;
 
     void Send(string const &keys) { static_cast<void>(!write(terminal_, keys.data(), keys.size())); }
+    /// Sends keys, and waits for texts one behind the other.
+    bool Enter(string const &keys, std::initializer_list<string> texts)
+    {
+        Send(keys);
+        return std::all_of(texts.begin(), texts.end(), [this](string const &text) { return Expect(text); });
+    }
     void Signal(int signal) { kill(process_, signal); }
 
     /// Waits for a text behind what was waited for last; false when it does not come.

@@ -39,10 +39,10 @@ public:
 
     unsigned int GetNumControllers() override { return 1; }
     HIDController *GetController(unsigned int index) override { return index == 0 ? &mouse_ : nullptr; }
-    void ConnectDevice(HWND) override { Trace("ConnectDevice " + name_); }
+    void ConnectDevice(HWND) override { Trace("ConnectDevice", name_); }
     void DisconnectDevice() override
     {
-        Trace("DisconnectDevice " + name_ + " " + (IsAsyncSamplingActive() ? "too early" : MakeString(numSamples_)));
+        Trace("DisconnectDevice", name_, IsAsyncSamplingActive() ? "too early" : MakeString(numSamples_));
     }
     void SampleDevice() override
     {
@@ -65,7 +65,7 @@ public:
 
     void OpenDriver(DirectInputConfig const &config, unsigned int flags) override
     {
-        Trace("OpenDriver " + MakeString(config.DirectInputVersion) + " " + MakeString(flags));
+        Trace("OpenDriver", config.DirectInputVersion, flags);
     }
     void CloseDriver() override { Trace("CloseDriver"); }
     unsigned int EnumerateDevices() override
@@ -75,7 +75,7 @@ public:
     }
     HumanInterfaceDevice *CreateDevice(unsigned int index) override
     {
-        Trace("CreateDevice " + MakeString(index));
+        Trace("CreateDevice", index);
         return new TestDevice(index == 0 ? "ball" : "dull");
     }
     bool PollDeviceChanges() override

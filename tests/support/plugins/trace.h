@@ -6,7 +6,9 @@
 
 #include <cstdlib>
 #include <fstream>
+#include <sstream>
 #include <stdexcept>
+#include <utility>
 
 namespace quillmarsh::tests
 {
@@ -17,11 +19,15 @@ inline string GetSetting(char const *name)
     return value != nullptr ? value : "";
 }
 
-/// Appends a line to the file TRACER_FILE. A text that is TRACER_FAIL fails; with "!" behind it, by an exception of the
-/// standard library.
-inline void Trace(string const &text)
+/// Appends a line of some words to the file TRACER_FILE. A line that is TRACER_FAIL fails; with "!" behind it, by an
+/// exception of the standard library.
+inline void Trace(auto const &...words)
 {
     static std::ofstream s_file(GetSetting("TRACER_FILE"), std::ios::app);
+    std::ostringstream line;
+    char const *separator = "";
+    ((line << std::exchange(separator, " ") << words), ...);
+    string const text = line.str();
     s_file << text << std::endl;
     string const failing = GetSetting("TRACER_FAIL");
     if (text == failing)

@@ -14,6 +14,7 @@
 #include <quillmarsh/framework/reconfigobserver.h>
 #include <quillmarsh/framework/stdcommandinterpreter.h>
 
+#include <functional>
 #include <thread>
 
 namespace
@@ -31,64 +32,48 @@ public:
     string GetGenericExtensionInterfaceName() override { return "tracing"; }
 };
 
-/// Writes lines to the console from another thread while frames run: "talk way count".
-class TalkCmd : public Command
+/// Command of one function.
+class FunctionCmd : public Command
 {
 public:
-    TalkCmd() { SetDefaultName("talk"); }
-    ~TalkCmd() override
+    FunctionCmd(char const *name, std::function<void(CommandLineParser const &)> call) : call_(std::move(call))
     {
-        if (thread_.joinable())
-            thread_.join();
+        SetDefaultName(name);
     }
-
     bool ParseAndExecute(ostream &, CommandLineParser const &parser, string const &) override
     {
-        unsigned int count = 0;
-        ToValue(parser.GetArgument(1).String(), count);
-        bool const ownStream = parser.GetArgument(0).String() == "buffer";
-        thread_ = std::thread(
-            [count, ownStream]
-            {
-                AutoPtr<ostream> const own(Kernel::Instance().GetConsoleBuffers()->CreateOutputStream());
-                ostream &out = ownStream ? *own : GetConOut();
-                for (unsigned int i = 0; i < count; ++i)
-                    out << "<spoken line " << i << ">" << std::endl;
-            });
+        call_(parser);
         return true;
     }
     void DumpHelp(ostream &, CommandLineParser const &) override {}
 
 private:
-    std::thread thread_;
+    std::function<void(CommandLineParser const &)> call_;
 };
+
+/// Writes lines to the console from another thread while frames run: "talk way count".
+void Talk(std::thread &talker, CommandLineParser const &parser)
+{
+    unsigned int count = 0;
+    ToValue(parser.GetArgument(1).String(), count);
+    bool const ownStream = parser.GetArgument(0).String() == "buffer";
+    talker = std::thread(
+        [count, ownStream]
+        {
+            AutoPtr<ostream> const own(Kernel::Instance().GetConsoleBuffers()->CreateOutputStream());
+            ostream &out = ownStream ? *own : GetConOut();
+            for (unsigned int i = 0; i < count; ++i)
+                out << "<spoken line " << i << ">" << std::endl;
+        });
+}
 
 /// Asks the kernel for everything that is done between frames.
-class AskCmd : public Command
+void AskKernel(CommandLineParser const &)
 {
-public:
-    AskCmd() { SetDefaultName("ask"); }
-    bool ParseAndExecute(ostream &, CommandLineParser const &, string const &) override
-    {
-        Kernel::Instance().RequestGenericReconfig(7, 8);
-        Kernel::Instance().NotifyVSyncUpdate();
-        Kernel::Instance().QueueCommandLine("trace queued");
-        return true;
-    }
-    void DumpHelp(ostream &, CommandLineParser const &) override {}
-};
-
-class TraceCmd : public Command
-{
-public:
-    TraceCmd() { SetDefaultName("trace"); }
-    bool ParseAndExecute(ostream &, CommandLineParser const &parser, string const &) override
-    {
-        Trace("trace " + parser.GetArgument(0).String());
-        return true;
-    }
-    void DumpHelp(ostream &, CommandLineParser const &) override {}
-};
+    Kernel::Instance().RequestGenericReconfig(7, 8);
+    Kernel::Instance().NotifyVSyncUpdate();
+    Kernel::Instance().QueueCommandLine("trace queued");
+}
 
 class Observer : public FrameObserver, public ReconfigObserver
 {
@@ -118,9 +103,12 @@ class TracerApplication : public Application
     void Initialize() override
     {
         Trace("Initialize");
-        for (Command *command : {static_cast<Command *>(new TalkCmd), static_cast<Command *>(new AskCmd),
-                                 static_cast<Command *>(new TraceCmd)})
-            Kernel::Instance().GetCommandInterpreter()->RegisterExternalCommand(command);
+        std::pair<char const *, std::function<void(CommandLineParser const &)>> const commands[] = {
+            {"talk", [this](CommandLineParser const &parser) { Talk(talker_, parser); }},
+            {"ask", &AskKernel},
+            {"trace", [](CommandLineParser const &parser) { Trace("trace", parser.GetArgument(0).String()); }}};
+        for (auto const &[name, call] : commands)
+            Kernel::Instance().GetCommandInterpreter()->RegisterExternalCommand(new FunctionCmd(name, call));
         Kernel::Instance().GetVariableRegistry()->RegisterVariable(VariableProxyInt(&number_, "tracer.number"));
         Kernel::Instance().GetVariableRegistry()->RegisterVariable(
             VariableProxyInt(&number_, "tracer.secret", "", true));
@@ -128,31 +116,33 @@ class TracerApplication : public Application
     void EndStartup() override { Trace("EndStartup"); }
     void Cleanup(bool failed, FailureDesc const &failure) override
     {
-        Trace(string("Cleanup ") + (failed ? "failed " : "well ") +
+        if (talker_.joinable())
+            talker_.join();
+        Trace("Cleanup", failed ? "failed" : "well",
               MakeString(static_cast<unsigned int>(failure.KernelLevel)) +
-              (failure.ApplicationFailure ? " application" : "") + (failure.StandardException ? " standard" : "") +
-              " number " + MakeString(number_));
+                  (failure.ApplicationFailure ? " application" : "") + (failure.StandardException ? " standard" : ""),
+              "number", number_);
     }
     bool ConfirmGenericExtension(string const &plugin, string const &interfaceName) override
     {
-        Trace("ConfirmGenericExtension " + plugin + " " + interfaceName);
+        Trace("ConfirmGenericExtension", plugin, interfaceName);
         return true;
     }
     void ConnectGenericExtensions() override { Trace("ConnectGenericExtensions"); }
     bool ConfirmHIDDriver(string const &plugin, unsigned int index, unsigned int &flags) override
     {
-        Trace("ConfirmHIDDriver " + plugin + " " + MakeString(index));
+        Trace("ConfirmHIDDriver", plugin, index);
         flags = 3;
         return true;
     }
     void QueryHIDConfig(DirectInputConfig &, unsigned int code, unsigned int subcode) override
     {
-        Trace("QueryHIDConfig " + MakeString(code) + " " + MakeString(subcode));
+        Trace("QueryHIDConfig", code, subcode);
     }
     void BeginConfirmHumanInterfaceDevices() override { Trace("BeginConfirmHumanInterfaceDevices"); }
     bool ConfirmHumanInterfaceDevice(HumanInterfaceDevice &device) override
     {
-        Trace("Confirm " + device.GetDeviceInfo().MakeShortDesc());
+        Trace("Confirm", device.GetDeviceInfo().MakeShortDesc());
         return device.GetDeviceInfo().GetDeviceDescription() != "dull";
     }
     void EndConfirmHumanInterfaceDevices() override { Trace("EndConfirmHumanInterfaceDevices"); }
@@ -162,7 +152,7 @@ class TracerApplication : public Application
     }
     void ConnectHumanInterfaceDevice(HumanInterfaceDevice &device) override
     {
-        Trace("Connect " + device.GetDeviceInfo().MakeShortDesc());
+        Trace("Connect", device.GetDeviceInfo().MakeShortDesc());
     }
     void EndConnectHumanInterfaceDevices() override { Trace("EndConnectHumanInterfaceDevices"); }
     void SetupAsyncHIDSampling() override
@@ -174,10 +164,7 @@ class TracerApplication : public Application
     }
     void DisconnectHumanInterfaceDevices() override { Trace("DisconnectHumanInterfaceDevices"); }
     void OnVSyncUpdate(bool) override { Trace("OnVSyncUpdate"); }
-    void GenericReconfig(unsigned int code, unsigned int subcode) override
-    {
-        Trace("GenericReconfig " + MakeString(code) + " " + MakeString(subcode));
-    }
+    void GenericReconfig(unsigned int code, unsigned int subcode) override { Trace("GenericReconfig", code, subcode); }
     void InitializeSubsystems(unsigned int, unsigned int) override { Trace("InitializeSubsystems"); }
     void CleanupSubsystems(unsigned int, unsigned int) override { Trace("CleanupSubsystems"); }
     void ConnectSubsystemsToAppWindow(HWND, bool) override { Trace("ConnectSubsystemsToAppWindow"); }
@@ -188,10 +175,7 @@ class TracerApplication : public Application
         return false;
     }
     void FixSubsystems() override { Trace("FixSubsystems"); }
-    void OnKernelLevelChanged(eKernelLevel level) override
-    {
-        Trace("level " + MakeString(static_cast<unsigned int>(level)));
-    }
+    void OnKernelLevelChanged(eKernelLevel level) override { Trace("level", static_cast<unsigned int>(level)); }
     void FrameBegin(double) override { Trace("FrameBegin"); }
     void FrameSampleInput() override { Trace("FrameSampleInput"); }
     void FrameUpdateStates(double) override { Trace("FrameUpdateStates"); }
@@ -201,6 +185,7 @@ class TracerApplication : public Application
     void FrameEnd() override { Trace("FrameEnd"); }
 
     Observer observer_;
+    std::thread talker_;
     int number_ = 1;
 };
 
