@@ -33,18 +33,15 @@ TYPED_TEST(EveryMatrix, ProductSumsFromTheFirstElementOn)
 {
     using T = TypeParam;
     std::mt19937 engine(3);
-    T const a = MakeRandom<T>(engine);
-    T const b = MakeRandom<T>(engine);
+    T const a = MakeRandom<T>(engine), b = MakeRandom<T>(engine);
     T expected;
     for (unsigned int i = 0; i < s_order<T>; ++i)
-    {
         for (unsigned int j = 0; j < s_order<T>; ++j)
         {
             expected[i][j] = a[i][0] * b[0][j];
             for (unsigned int k = 1; k < s_order<T>; ++k)
                 expected[i][j] += a[i][k] * b[k][j];
         }
-    }
     EXPECT_TRUE(HaveSameBits(a * b, expected));
     T target = a;
     EXPECT_EQ(target.PostMul(b), expected);
@@ -81,8 +78,7 @@ TYPED_TEST(EveryMatrix, InverseUndoesAndDeterminantMultiplies)
     std::mt19937 engine(5);
     for (int i = 0; i < 200; ++i)
     {
-        T const a = MakeRandom<T>(engine);
-        T const b = MakeRandom<T>(engine);
+        T const a = MakeRandom<T>(engine), b = MakeRandom<T>(engine);
         EXPECT_NEAR((a * b).Determinant(), a.Determinant() * b.Determinant(), 1e-4f);
         if (std::fabs(a.Determinant()) < 0.05f)
             continue;

@@ -33,16 +33,11 @@ TEST(Color, BytesSurviveTheWayToFloatsAndBack)
 
 TEST(Color, FloatsAreTruncatedToTheirLowByte)
 {
-    struct Row
-    {
-        float channel;
-        int byte;
-    };
     float const infinity = std::numeric_limits<float>::infinity();
-    Row const rows[] = {{1.0f, 255}, {0.999f, 254}, {0.0f, 0},      {2.0f, 510 - 256}, {-0.01f, 254},
-                        {1e30f, 0},  {infinity, 0}, {-infinity, 0}, {std::nanf(""), 0}};
-    for (Row const &row : rows)
-        EXPECT_EQ(color4b(color4f(0.0f, row.channel, 0.0f, 0.0f)).g, row.byte) << row.channel;
+    std::pair<float, int> const rows[] = {{1.0f, 255}, {0.999f, 254}, {0.0f, 0},      {2.0f, 510 - 256}, {-0.01f, 254},
+                                          {1e30f, 0},  {infinity, 0}, {-infinity, 0}, {std::nanf(""), 0}};
+    for (auto const &[channel, byte] : rows)
+        EXPECT_EQ(color4b(color4f(0.0f, channel, 0.0f, 0.0f)).g, byte) << channel;
 }
 
 TEST(Color, ArithmeticCountsAlphaIn)
@@ -153,8 +148,7 @@ TYPED_TEST(SerializedMath, IsItsFloatsInTheByteOrderOfTheStream)
     {
         serializer_parameters::OutputStreamByteOrderSentry const output(bigEndian);
         serializer_parameters::InputStreamByteOrderSentry const input(bigEndian);
-        std::stringstream whole;
-        std::stringstream floats;
+        std::stringstream whole, floats;
         whole <= value;
         for (std::size_t i = 0; i < sizeof(TypeParam) / sizeof(float); ++i)
             floats <= value.ToPtr()[i];

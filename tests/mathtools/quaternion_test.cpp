@@ -23,8 +23,7 @@ TEST(Quaternion, ProductHasTheBitsOfItsFormula)
     std::mt19937 engine(1);
     for (int n = 0; n < 1000; ++n)
     {
-        quat const a = MakeRandom<quat>(engine);
-        quat const b = MakeRandom<quat>(engine);
+        quat const a = MakeRandom<quat>(engine), b = MakeRandom<quat>(engine);
         quat const expected(
             a.y * b.z - a.z * b.y + a.x * b.w + a.w * b.x, a.z * b.x - a.x * b.z + a.y * b.w + a.w * b.y,
             a.x * b.y - a.y * b.x + a.z * b.w + a.w * b.z, a.w * b.w - a.x * b.x - a.y * b.y - a.z * b.z);
@@ -35,8 +34,7 @@ TEST(Quaternion, ProductHasTheBitsOfItsFormula)
 TEST(Quaternion, CombinesInTheOrderOfTheTurns)
 {
     std::mt19937 engine(2);
-    quat const a = MakeRandom<quat>(engine).Unit();
-    quat const b = MakeRandom<quat>(engine).Unit();
+    quat const a = MakeRandom<quat>(engine).Unit(), b = MakeRandom<quat>(engine).Unit();
     vec3 const v = MakeRandom<vec3>(engine);
     EXPECT_TRUE(IsNear(quat().Combine(a, b).Rotate(v), b.Rotate(a.Rotate(v))));
     EXPECT_EQ(quat(a).PostCombine(b), b * a);
@@ -131,8 +129,7 @@ TEST(Quaternion, ShortestArcLeadsFromOneVectorToTheOther)
     EXPECT_EQ(quat().ShortestArcRotation(vec3::UNIT_X, vec3::UNIT_X), quat::IDENTITY);
     EXPECT_TRUE(std::isnan(quat().ShortestArcRotation(vec3::UNIT_X, -vec3::UNIT_X).x));
     std::mt19937 engine(5);
-    vec3 const from = MakeRandom<vec3>(engine).Unit();
-    vec3 const to = MakeRandom<vec3>(engine).Unit();
+    vec3 const from = MakeRandom<vec3>(engine).Unit(), to = MakeRandom<vec3>(engine).Unit();
     EXPECT_TRUE(IsNear(quat().ShortestArcRotation(from, to).Rotate(from), to));
 }
 

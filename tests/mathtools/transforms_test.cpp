@@ -14,24 +14,16 @@ using tests::MakeRandom;
 
 TEST(Transforms, QuarterTurnsAreRightHanded)
 {
-    struct Turn
+    std::tuple<eAxis, vec3, vec3, vec3> const turns[] = {{e_axisX, vec3::UNIT_X, vec3::UNIT_Y, vec3::UNIT_Z},
+                                                         {e_axisY, vec3::UNIT_Y, vec3::UNIT_Z, vec3::UNIT_X},
+                                                         {e_axisZ, vec3::UNIT_Z, vec3::UNIT_X, vec3::UNIT_Y}};
+    for (auto const &[axis, unitAxis, from, to] : turns)
     {
-        eAxis axis;
-        vec3 unitAxis;
-        vec3 from;
-        vec3 to;
-    };
-    Turn const turns[] = {{e_axisX, vec3::UNIT_X, vec3::UNIT_Y, vec3::UNIT_Z},
-                          {e_axisY, vec3::UNIT_Y, vec3::UNIT_Z, vec3::UNIT_X},
-                          {e_axisZ, vec3::UNIT_Z, vec3::UNIT_X, vec3::UNIT_Y}};
-    for (Turn const &turn : turns)
-    {
-        mat3 byAxis;
-        mat3 byUnitAxis;
-        GenerateRotateMV(byAxis, 90.0f, turn.axis);
-        GenerateRotateMV(byUnitAxis, 90.0f, turn.unitAxis);
-        EXPECT_TRUE(Apply(byAxis, turn.from).Equal(turn.to));
-        EXPECT_TRUE(Apply(byUnitAxis, turn.from).Equal(turn.to));
+        mat3 byAxis, byUnitAxis;
+        GenerateRotateMV(byAxis, 90.0f, axis);
+        GenerateRotateMV(byUnitAxis, 90.0f, unitAxis);
+        EXPECT_TRUE(Apply(byAxis, from).Equal(to));
+        EXPECT_TRUE(Apply(byUnitAxis, from).Equal(to));
     }
     mat2 plane;
     GenerateRotateMV(plane, 90.0f);
@@ -43,8 +35,7 @@ TEST(Transforms, UnitAxisMatrixTurnsAsTheVectorDoes)
     std::mt19937 engine(1);
     for (float const angle : {-200.0f, 17.0f, 90.0f, 180.0f})
     {
-        vec3 const axis = MakeRandom<vec3>(engine).Unit();
-        vec3 const v = MakeRandom<vec3>(engine);
+        vec3 const axis = MakeRandom<vec3>(engine).Unit(), v = MakeRandom<vec3>(engine);
         mat3 m;
         GenerateRotateMV(m, angle, axis);
         EXPECT_TRUE(IsNear(Apply(m, v), v.RotationAroundUnit(axis, angle)));
@@ -55,10 +46,8 @@ TEST(Transforms, UnitAxisMatrixTurnsAsTheVectorDoes)
 template<typename MV3, typename VM3, typename MV4, typename VM4>
 void ExpectForms(MV3 generateMV3, VM3 generateVM3, MV4 generateMV4, VM4 generateVM4)
 {
-    mat3 block;
-    mat3 transposed;
-    mat4 whole;
-    mat4 wholeTransposed;
+    mat3 block, transposed;
+    mat4 whole, wholeTransposed;
     generateMV3(block);
     generateVM3(transposed);
     generateMV4(whole);
@@ -71,9 +60,7 @@ void ExpectForms(MV3 generateMV3, VM3 generateVM3, MV4 generateMV4, VM4 generate
 TEST(Transforms, FormsDifferByTranspositionOnly)
 {
     std::mt19937 engine(2);
-    vec3 const a = MakeRandom<vec3>(engine);
-    vec3 const b = MakeRandom<vec3>(engine);
-    vec3 const c = MakeRandom<vec3>(engine);
+    vec3 const a = MakeRandom<vec3>(engine), b = MakeRandom<vec3>(engine), c = MakeRandom<vec3>(engine);
     auto const expect = [](auto mv, auto vm) { ExpectForms(mv, vm, mv, vm); };
     expect([](auto &m) { GenerateRotateMV(m, 20.0f, e_axisY); }, [](auto &m) { GenerateRotateVM(m, 20.0f, e_axisY); });
     expect([&](auto &m) { GenerateRotateMV(m, 20.0f, a); }, [&](auto &m) { GenerateRotateVM(m, 20.0f, a); });
@@ -108,9 +95,7 @@ TEST(Transforms, FormsDifferByTranspositionOnly)
 TEST(Transforms, EulerAnglesComposeAndComeBack)
 {
     for (float const heading : {-170.0f, -30.0f, 0.0f, 75.0f})
-    {
         for (float const pitch : {-80.0f, 0.0f, 35.0f})
-        {
             for (float const roll : {-100.0f, 10.0f, 179.0f})
             {
                 mat3 h, p, r, m;
@@ -131,34 +116,21 @@ TEST(Transforms, EulerAnglesComposeAndComeBack)
                 FactorEulerPHR_VM(mat4(m), back.x, back.y, back.z);
                 EXPECT_TRUE(IsNear(back, vec3(pitch, heading, roll), 1e-3f));
             }
-        }
-    }
 }
 
 TEST(Transforms, EulerAnglesAtThePolesHaveNoRoll)
 {
-    struct Pole
-    {
-        vec3 angles;
-        vec3 hpr;
-    };
     // Both turns go about one axis there, and the first angle stands for both.
-    Pole const poles[] = {{{50.0f, 90.0f, 20.0f}, {70.0f, 90.0f, 0.0f}},
-                          {{50.0f, -90.0f, 20.0f}, {-30.0f, -90.0f, 0.0f}}};
-    Pole const leftRight[] = {{{-90.0f, 50.0f, 20.0f}, {-90.0f, 70.0f, 0.0f}},
-                              {{90.0f, 50.0f, 20.0f}, {90.0f, -30.0f, 0.0f}}};
-    for (std::size_t i = 0; i < std::size(poles); ++i)
+    mat4 m;
+    vec3 back;
+    for (float const sign : {1.0f, -1.0f})
     {
-        mat4 m;
-        vec3 back;
-        vec3 angles = poles[i].angles;
-        GenerateEulerHPR_MV(m, angles.x, angles.y, angles.z);
+        GenerateEulerHPR_MV(m, 50.0f, 90.0f * sign, 20.0f);
         FactorEulerHPR_MV(m, back.x, back.y, back.z);
-        EXPECT_TRUE(IsNear(back, poles[i].hpr, 1e-4f));
-        angles = leftRight[i].angles;
-        GenerateEulerPHR_MV(m, angles.x, angles.y, angles.z);
+        EXPECT_TRUE(IsNear(back, vec3(20.0f + sign * 50.0f, 90.0f * sign, 0.0f), 1e-4f));
+        GenerateEulerPHR_MV(m, -90.0f * sign, 50.0f, 20.0f);
         FactorEulerPHR_MV(m, back.x, back.y, back.z);
-        EXPECT_TRUE(IsNear(back, leftRight[i].hpr, 1e-4f));
+        EXPECT_TRUE(IsNear(back, vec3(-90.0f * sign, 20.0f + sign * 50.0f, 0.0f), 1e-4f));
     }
 }
 
@@ -198,23 +170,19 @@ TEST(Transforms, OrthographicProjectionMapsTheBox)
 
 TEST(Transforms, AnglesAreRemappedWithTheirBoundaries)
 {
-    struct Remap
+    std::tuple<float, float, float> const remaps[] = {
+        {0.0f, 0.0f, 0.0f},      {180.0f, 180.0f, 0.0f},   {-180.0f, -180.0f, 0.0f},  {540.0f, 180.0f, 0.0f},
+        {-181.0f, 179.0f, 1.0f}, {181.0f, -179.0f, -1.0f}, {90.0f, 90.0f, 90.0f},     {-90.0f, -90.0f, -90.0f},
+        {100.0f, 100.0f, 80.0f}, {269.5f, -90.5f, -89.5f}, {270.0f, -90.0f, -90.0f},  {-90.5f, -90.5f, -89.5f},
+        {359.5f, -0.5f, -0.5f},  {360.5f, 0.5f, 0.5f},     {-720.25f, -0.25f, -0.25f}};
+    for (auto const &[given, to180, to90] : remaps)
     {
-        float angle, to180, to90;
-    };
-    Remap const remaps[] = {{0.0f, 0.0f, 0.0f},       {180.0f, 180.0f, 0.0f},   {-180.0f, -180.0f, 0.0f},
-                            {540.0f, 180.0f, 0.0f},   {-181.0f, 179.0f, 1.0f},  {181.0f, -179.0f, -1.0f},
-                            {90.0f, 90.0f, 90.0f},    {-90.0f, -90.0f, -90.0f}, {100.0f, 100.0f, 80.0f},
-                            {269.5f, -90.5f, -89.5f}, {270.0f, -90.0f, -90.0f}, {-90.5f, -90.5f, -89.5f},
-                            {359.5f, -0.5f, -0.5f},   {360.5f, 0.5f, 0.5f},     {-720.25f, -0.25f, -0.25f}};
-    for (Remap const &remap : remaps)
-    {
-        float angle = remap.angle;
+        float angle = given;
         RemapAngleTo180DegRange(angle);
-        EXPECT_EQ(angle, remap.to180) << remap.angle;
-        angle = remap.angle;
+        EXPECT_EQ(angle, to180) << given;
+        angle = given;
         RemapAngleTo90DegRange(angle);
-        EXPECT_EQ(angle, remap.to90) << remap.angle;
+        EXPECT_EQ(angle, to90) << given;
     }
     float huge = 1e30f;
     RemapAngleTo180DegRange(huge);
@@ -223,28 +191,24 @@ TEST(Transforms, AnglesAreRemappedWithTheirBoundaries)
 
 TEST(PowersOf2, RoundUpDownAndToTheNearest)
 {
-    struct Row
-    {
-        unsigned int n, up, down, closest;
-        bool is;
-    };
     constexpr unsigned int top = 0x80000000u;
-    Row const rows[] = {{0, 1, 1, 1, false},
-                        {1, 1, 1, 1, true},
-                        {2, 2, 2, 2, true},
-                        {3, 4, 2, 4, false},
-                        {5, 8, 4, 4, false},
-                        {6, 8, 4, 8, false},
-                        {top - 1, top, top / 2, top, false},
-                        {top, top, top, top, true},
-                        {top + 1, top, top, top, false},
-                        {~0u, top, top, top, false}};
-    for (Row const &row : rows)
+    std::tuple<unsigned int, unsigned int, unsigned int, unsigned int, bool> const rows[] = {
+        {0, 1, 1, 1, false},
+        {1, 1, 1, 1, true},
+        {2, 2, 2, 2, true},
+        {3, 4, 2, 4, false},
+        {5, 8, 4, 4, false},
+        {6, 8, 4, 8, false},
+        {top - 1, top, top / 2, top, false},
+        {top, top, top, top, true},
+        {top + 1, top, top, top, false},
+        {~0u, top, top, top, false}};
+    for (auto const &[n, up, down, closest, is] : rows)
     {
-        EXPECT_EQ(GEqualPowerOf2(row.n), row.up) << row.n;
-        EXPECT_EQ(LEqualPowerOf2(row.n), row.down) << row.n;
-        EXPECT_EQ(ClosestPowerOf2(row.n), row.closest) << row.n;
-        EXPECT_EQ(IsPowerOf2(row.n), row.is) << row.n;
+        EXPECT_EQ(GEqualPowerOf2(n), up) << n;
+        EXPECT_EQ(LEqualPowerOf2(n), down) << n;
+        EXPECT_EQ(ClosestPowerOf2(n), closest) << n;
+        EXPECT_EQ(IsPowerOf2(n), is) << n;
     }
 }
 

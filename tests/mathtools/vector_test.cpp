@@ -33,11 +33,8 @@ TYPED_TEST(EveryVector, FormsOfAnOperationAgreeComponentByComponent)
 {
     using T = TypeParam;
     std::mt19937 engine(7);
-    T const a = MakeRandom<T>(engine);
-    T const b = MakeRandom<T>(engine);
-    T sum = a;
-    T product = a;
-    T quotient = a;
+    T const a = MakeRandom<T>(engine), b = MakeRandom<T>(engine);
+    T sum = a, product = a, quotient = a;
     sum += b;
     product.Mul(b);
     quotient /= b;
@@ -110,9 +107,7 @@ TEST(Vector, ProjectionSplitsOffTheOrthogonalPart)
     std::mt19937 engine(11);
     for (int i = 0; i < 100; ++i)
     {
-        vec3 const v = MakeRandom<vec3>(engine);
-        vec3 const target = MakeRandom<vec3>(engine);
-        vec3 const along = v.ProjectionTo(target);
+        vec3 const v = MakeRandom<vec3>(engine), target = MakeRandom<vec3>(engine), along = v.ProjectionTo(target);
         EXPECT_NEAR((v - along).Dot(target), 0.0f, 1e-5f);
         EXPECT_TRUE(IsNear(along.Cross(target), vec3::ZERO));
         EXPECT_TRUE(IsNear(vec3(v).ProjectToUnit(target.Unit()), along));
@@ -130,8 +125,7 @@ TEST(Vector, TurnsCounterClockwiseByPositiveAngles)
     EXPECT_TRUE(IsNear(vec3::ONE.RotationAround(vec3::ONE, 77.0f), vec3::ONE));
 
     std::mt19937 engine(13);
-    vec3 const axis = MakeRandom<vec3>(engine).Unit();
-    vec3 const v = MakeRandom<vec3>(engine);
+    vec3 const axis = MakeRandom<vec3>(engine).Unit(), v = MakeRandom<vec3>(engine);
     EXPECT_TRUE(IsNear(vec3(v).RotateAroundUnit(axis, 40.0f).RotateAroundUnit(axis, -40.0f), v));
     EXPECT_TRUE(IsNear(vec3().RotationAroundUnit(axis, 120.0f, v), v.RotationAroundUnit(axis, -240.0f)));
 }
@@ -142,9 +136,7 @@ TEST(Vector, OrthoNormalizeKeepsTheFirstDirectionAndTheHand)
     for (int i = 0; i < 100; ++i)
     {
         vec3 const first = MakeRandom<vec3>(engine);
-        vec3 a = first;
-        vec3 b = MakeRandom<vec3>(engine);
-        vec3 c = MakeRandom<vec3>(engine);
+        vec3 a = first, b = MakeRandom<vec3>(engine), c = MakeRandom<vec3>(engine);
         bool const rightHanded = a.Cross(b).Dot(c) > 0.0f;
         OrthoNormalize(a, b, c);
         EXPECT_TRUE(IsNear(a, first.Unit()));
