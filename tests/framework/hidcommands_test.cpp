@@ -52,6 +52,8 @@ public:
         this->DeviceInfo().SetDeviceDescription(description);
         this->DeviceInfo().SetCanUseDirectInput(true);
     }
+    // Before this class is gone, which the thread calls into.
+    ~TestDevice() override { this->StopAsyncSampling(); }
 };
 
 class HIDCommands : public testing::Test
