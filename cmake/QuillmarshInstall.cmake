@@ -27,3 +27,7 @@ file(RELATIVE_PATH quillmarsh_pc_prefix "/${CMAKE_INSTALL_LIBDIR}/pkgconfig" "/"
 string(REGEX REPLACE "/$" "" quillmarsh_pc_prefix "${quillmarsh_pc_prefix}")
 configure_file("${PROJECT_SOURCE_DIR}/cmake/quillmarsh.pc.in" "${PROJECT_BINARY_DIR}/cmake/quillmarsh.pc" @ONLY)
 install(FILES "${PROJECT_BINARY_DIR}/cmake/quillmarsh.pc" DESTINATION "${CMAKE_INSTALL_LIBDIR}/pkgconfig")
+
+if(MINGW AND PROJECT_IS_TOP_LEVEL)
+  include(QuillmarshWindowsPackage)
+endif()

@@ -1,0 +1,35 @@
+# The zip for Windows: what is installed, and the licences of all that is in it. The target `package` makes it.
+install(FILES "${PROJECT_SOURCE_DIR}/LICENSE" "${PROJECT_SOURCE_DIR}/README.md" "${PROJECT_SOURCE_DIR}/CHANGELOG.md"
+  DESTINATION .)
+install(DIRECTORY "${PROJECT_SOURCE_DIR}/examples" DESTINATION .)
+
+# install_licence(NAME FILE...): the first of these files that is there. Without one there is no package.
+function(install_licence name)
+  foreach(file ${ARGN})
+    if(EXISTS "${file}")
+      install(FILES "${file}" DESTINATION licences RENAME "${name}")
+      return()
+    endif()
+  endforeach()
+  install(CODE "message(FATAL_ERROR \"The package would lack ${name}: there is none of ${ARGN}\")")
+endfunction()
+
+set(documents /usr/share/doc)
+install_licence(compiler-runtime.txt
+  "${documents}/gcc-mingw-w64-${CMAKE_SYSTEM_PROCESSOR}-posix-runtime/copyright"
+  "${documents}/gcc-mingw-w64-x86-64-posix-runtime/copyright"
+  "${documents}/gcc-mingw-w64-i686-posix-runtime/copyright")
+install_licence(system-runtime.txt "${documents}/mingw-w64-common/copyright")
+install_licence(vector-library.txt "${documents}/libhwy-dev/copyright")
+install_licence(GPL-3.txt /usr/share/common-licenses/GPL-3)
+
+if(CMAKE_SIZEOF_VOID_P EQUAL 4)
+  set(target win32)
+else()
+  set(target win64)
+endif()
+set(CPACK_GENERATOR ZIP)
+set(CPACK_STRIP_FILES ON)
+set(CPACK_PACKAGE_FILE_NAME "quillmarsh-${PROJECT_VERSION}-${target}")
+set(CPACK_PACKAGE_DIRECTORY "${PROJECT_BINARY_DIR}/package")
+include(CPack)
