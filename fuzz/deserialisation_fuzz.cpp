@@ -33,7 +33,7 @@ void ReadValue(istream &in)
     Require(end - begin == static_cast<std::streamoff>(written.size()));
     string read(written.size(), '\0');
     in.seekg(begin);
-    in.read(read.data(), end - begin);
+    in.read(read.data(), static_cast<std::streamsize>(read.size()));
     // A bool may be any byte, and an int is read in the machine's order only.
     if constexpr (!std::is_same_v<T, bool> && !std::is_same_v<T, int>)
         Require(read == written);
