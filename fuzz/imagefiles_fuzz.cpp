@@ -2,6 +2,8 @@
 // hold.
 #include <quillmarsh/dataobjects/imagecodecs_gdiplus.h>
 
+#include "tests/support/wine.h"
+
 #include <cstdint>
 #include <cstdlib>
 #include <filesystem>
@@ -26,6 +28,9 @@ string const &GetFileName()
 
 extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const *data, std::size_t size)
 {
+    // Wine's drawing library follows a pointer that it never set where it knows the kind of a BMP file not.
+    if (quillmarsh::tests::IsWine() && size >= 2 && data[0] == 'B' && data[1] == 'M')
+        return 0;
     std::ofstream(GetFileName(), std::ios::binary)
         .write(reinterpret_cast<char const *>(data), static_cast<std::streamsize>(size));
     AutoPtr<ImageBase> const image(ImageDecoderGdiplus().LoadImageA(GetFileName(), NamedParameterList()));

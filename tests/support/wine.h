@@ -1,4 +1,4 @@
-// Wine in the place of Windows, which lacks some of what Windows has.
+// Windows, and Wine in its place, which lacks some of what Windows has.
 #ifndef QUILLMARSH_TESTS_SUPPORT_WINE_H
 #define QUILLMARSH_TESTS_SUPPORT_WINE_H
 
@@ -8,6 +8,15 @@
 
 namespace quillmarsh::tests
 {
+
+constexpr bool IsWindows()
+{
+#if defined(_WIN32)
+    return true;
+#else
+    return false;
+#endif
+}
 
 inline bool IsWine()
 {

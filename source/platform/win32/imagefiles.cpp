@@ -1,7 +1,11 @@
 #include "source/platform/imagefiles.h"
 
 #include <algorithm>
+#include <cstdio>
 #include <cstring>
+#include <limits>
+#include <memory>
+#include <shlwapi.h>
 #include <string_view>
 #include <vector>
 
@@ -40,15 +44,44 @@ bool FindEncoder(char const *mimeType, CLSID &encoder)
     return false;
 }
 
+struct StreamReleaser
+{
+    void operator()(IStream *stream) const { stream->Release(); }
+};
+using StreamPtr = std::unique_ptr<IStream, StreamReleaser>;
+
+struct FileCloser
+{
+    void operator()(std::FILE *file) const { std::fclose(file); }
+};
+using FilePtr = std::unique_ptr<std::FILE, FileCloser>;
+
+/// The bytes of a file. The drawing library keeps a file open for as long as there is a bitmap of it, and sometimes
+/// beyond; nobody waits for these.
+StreamPtr ReadIntoStream(std::filesystem::path const &name, std::uint64_t &fileSize)
+{
+    WIN32_FILE_ATTRIBUTE_DATA found;
+    if (GetFileAttributesExW(name.c_str(), GetFileExInfoStandard, &found) == 0)
+        return nullptr;
+    fileSize = std::uint64_t{found.nFileSizeHigh} << 32 | found.nFileSizeLow;
+    FilePtr const file(_wfopen(name.c_str(), L"rb"));
+    if (!file || fileSize > std::numeric_limits<LONG>::max())
+        return nullptr;
+    std::vector<BYTE> bytes(static_cast<std::size_t>(fileSize));
+    if (std::fread(bytes.data(), 1, bytes.size(), file.get()) != bytes.size())
+        return nullptr;
+    return StreamPtr(SHCreateMemStream(bytes.data(), static_cast<UINT>(bytes.size())));
+}
+
 } // namespace
 
 AutoPtr<Gdiplus::Bitmap> OpenImageFile(std::filesystem::path const &name)
 {
-    WIN32_FILE_ATTRIBUTE_DATA file;
-    if (GetFileAttributesExW(name.c_str(), GetFileExInfoStandard, &file) == 0)
+    std::uint64_t fileSize = 0;
+    StreamPtr const stream = ReadIntoStream(name, fileSize);
+    if (!stream)
         return nullptr;
-    std::uint64_t const fileSize = std::uint64_t{file.nFileSizeHigh} << 32 | file.nFileSizeLow;
-    auto bitmap = std::make_unique<Gdiplus::Bitmap>(name.c_str());
+    auto bitmap = std::make_unique<Gdiplus::Bitmap>(stream.get());
     if (bitmap->GetLastStatus() != Gdiplus::Ok)
         return nullptr;
     std::uint64_t const numPixels = std::uint64_t{bitmap->GetWidth()} * bitmap->GetHeight();
