@@ -232,9 +232,10 @@ void GenerateFontGlyphs(ImageBase &dst, unsigned int numGlyphs, unsigned short c
     GdiplusGuard const guard;
     ChosenFamily chosen(family, bold, italic);
     ChooseFamily(chosen);
-    Gdiplus::Font const font(&chosen.Get(), chosen.GetSizeOfLine(static_cast<float>(sheet.tileWidth)) * sizeScale,
-                             chosen.GetStyle(), Gdiplus::UnitPixel);
-    if (font.GetLastStatus() != Gdiplus::Ok)
+    float const fontSize = chosen.GetSizeOfLine(static_cast<float>(sheet.tileWidth)) * sizeScale;
+    Gdiplus::Font const font(&chosen.Get(), fontSize, chosen.GetStyle(), Gdiplus::UnitPixel);
+    // Not every version of the drawing library looks at the size.
+    if (!(fontSize > 0) || font.GetLastStatus() != Gdiplus::Ok)
         QUILLMARSH_THROW(SystemResourceException, "Failed to create gdiplus-font.");
 
     Canvas canvas(sheet.numRows * sheet.tileWidth, sheet.numColumns * sheet.tileWidth);

@@ -322,7 +322,7 @@ TEST(DataPackage, ClaimOfMoreThanTheStreamHoldsIsACutStream)
 string ContentsOfOnlyFile(ScratchDirectory const &directory)
 {
     std::filesystem::directory_iterator const files(directory.GetPath());
-    string const text = tests::ReadFile(files->path().string());
+    string const text = tests::ReadFile(files->path());
     EXPECT_EQ(std::distance(begin(files), end(files)), 1);
     return text;
 }

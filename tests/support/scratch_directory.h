@@ -53,7 +53,7 @@ private:
 };
 
 /// All of a file; empty when it is not there.
-inline string ReadFile(string const &name)
+inline string ReadFile(std::filesystem::path const &name)
 {
     std::ifstream file(name, std::ios::binary);
     return string(std::istreambuf_iterator<char>(file), {});
