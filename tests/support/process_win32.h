@@ -5,7 +5,9 @@
 #include <quillmarsh/basetools/texttools.h>
 
 #include "source/platform/win32/windows.h"
+#include "tests/support/wine.h"
 
+#include <iostream>
 #include <vector>
 
 namespace quillmarsh::tests
@@ -77,10 +79,18 @@ inline int RunWithStreams(string const &program, std::vector<string> const &argu
     start.hStdOutput = open(streams.out, GENERIC_WRITE);
     start.hStdError = open(streams.err, GENERIC_WRITE);
 
-    std::wstring line = MakeCommandLine(program, arguments);
+    std::wstring const line = MakeCommandLine(program, arguments);
     PROCESS_INFORMATION process{};
-    bool const started =
-        CreateProcessW(nullptr, line.data(), nullptr, nullptr, TRUE, 0, nullptr, nullptr, &start, &process) != FALSE;
+    bool started = false;
+    // Wine on a busy machine has failed to start a program that it started a moment later.
+    for (int numTries = IsWine() ? 3 : 1; !started && numTries > 0; --numTries)
+    {
+        std::wstring changeable = line;
+        started = CreateProcessW(nullptr, changeable.data(), nullptr, nullptr, TRUE, 0, nullptr, nullptr, &start,
+                                 &process) != FALSE;
+        if (!started)
+            std::cerr << program << " cannot be started: " << GetLastError() << std::endl;
+    }
     for (HANDLE const file : {start.hStdInput, start.hStdOutput, start.hStdError})
         CloseHandle(file);
     return started ? WaitForExit(process) : 127;
