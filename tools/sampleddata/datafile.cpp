@@ -53,7 +53,7 @@ constexpr FirstBytes s_firstBytes[] = {
 
 path MakePath(string const &fileName)
 {
-    path const name = file_system::GetStreamPath(fileName);
+    path name = file_system::GetStreamPath(fileName);
     if (name.empty())
         FailFile(fileName, "no name of a file");
     return name;
