@@ -4,14 +4,26 @@
 #include "../system.h"
 #include "consoleinput.h"
 
-#include <algorithm>
 #include <condition_variable>
 #include <deque>
 #include <mutex>
+#include <optional>
 #include <thread>
 
 namespace quillmarsh::host
 {
+
+namespace
+{
+
+/// A dialog that waits for its answer.
+struct OpenDialog
+{
+    platform::DialogRequest const &request;
+    std::optional<platform::eDialogAnswer> answer;
+};
+
+} // namespace
 
 /// What the thread that reads lines shares with the frame thread; it outlives the terminal, since a read that waits for
 /// the console cannot be called off.
@@ -29,11 +41,12 @@ struct Terminal::State
     bool mayEdit = false;
     bool closing = false;
     bool lineIsDone = true;
+    /// Some thread waits for a line, for whomever it will be.
+    bool isReading = false;
     bool atLineStart = true;
     unsigned int numInterrupts = 0;
     std::deque<string> lines;
-    std::deque<platform::DialogRequest const *> dialogs;
-    platform::eDialogAnswer answer{};
+    std::deque<OpenDialog *> dialogs;
 
     void Put(string const &text)
     {
@@ -46,34 +59,47 @@ struct Terminal::State
     void ShowPrompt() { Put((atLineStart ? "" : "\n") + prompt); }
 
     static void Run(std::shared_ptr<State> const &state);
+    bool ReadLine(std::unique_lock<std::mutex> &lock);
     void Accept(string const &line);
+    void AnswerByDefault();
 };
 
 void Terminal::State::Run(std::shared_ptr<State> const &state)
 {
-    while (true)
+    std::unique_lock lock(state->mutex);
+    auto const mayRead = [&state]
+    { return state->mayEdit && state->lineIsDone && !state->isReading && state->dialogs.empty(); };
+    do
     {
-        {
-            std::unique_lock lock(state->mutex);
-            state->condition.wait(lock, [&] { return state->closing || (state->mayEdit && state->lineIsDone); });
-            if (state->closing)
-                return;
-            state->ShowPrompt();
-        }
-        string line;
-        if (!ReadConsoleLine(line))
-            break;
-        state->Accept(line);
-    }
-    std::lock_guard const lock(state->mutex);
+        state->condition.wait(lock, [&] { return state->closing || mayRead(); });
+        if (state->closing)
+            return;
+        state->ShowPrompt();
+    } while (state->ReadLine(lock));
     if (!state->closing)
         state->client.onExit();
+}
+
+/// Waits for a line and hands it on. One thread at a time. False at the end of the input.
+bool Terminal::State::ReadLine(std::unique_lock<std::mutex> &lock)
+{
+    isReading = true;
+    lock.unlock();
+    string line;
+    bool const succeeded = ReadConsoleLine(line);
+    lock.lock();
+    isReading = false;
+    if (succeeded)
+        Accept(line);
+    else
+        AnswerByDefault();
+    condition.notify_all();
+    return succeeded;
 }
 
 /// A line is the answer of a dialog that is open, and else one for the console.
 void Terminal::State::Accept(string const &line)
 {
-    std::lock_guard const lock(mutex);
     if (closing)
         return;
     atLineStart = true;
@@ -85,12 +111,16 @@ void Terminal::State::Accept(string const &line)
         client.onInput();
         return;
     }
-    if (auto const found = FindDialogAnswer(*dialogs.front(), line.empty() ? '\n' : line.front()))
-    {
-        answer = *found;
+    dialogs.front()->answer = FindDialogAnswer(dialogs.front()->request, line.empty() ? '\n' : line.front());
+    if (dialogs.front()->answer)
         dialogs.pop_front();
-        condition.notify_all();
-    }
+}
+
+void Terminal::State::AnswerByDefault()
+{
+    for (OpenDialog *const dialog : dialogs)
+        dialog->answer = dialog->request.defaultAnswer;
+    dialogs.clear();
 }
 
 Terminal::Terminal(ConsoleBuffers &, Client client)
@@ -185,26 +215,17 @@ platform::eDialogAnswer Terminal::Present(platform::DialogRequest const &request
 {
     std::unique_lock lock(state_->mutex);
     state_->Put("\n" + FormatDialog(request));
-    // While no line is being read, nobody but this thread reads the answer.
-    if (!state_->mayEdit || !state_->lineIsDone)
+    OpenDialog dialog{request, {}};
+    state_->dialogs.push_back(&dialog);
+    // Whoever waits for a line takes the answer; where nobody does, this thread.
+    while (!dialog.answer)
     {
-        lock.unlock();
-        string line;
-        while (ReadConsoleLine(line))
-        {
-            if (auto const found = FindDialogAnswer(request, line.empty() ? '\n' : line.front()))
-                return *found;
-        }
-        return request.defaultAnswer;
+        if (state_->isReading)
+            state_->condition.wait(lock);
+        else
+            state_->ReadLine(lock);
     }
-    state_->dialogs.push_back(&request);
-    auto const isAnswered = [&]
-    {
-        std::deque<platform::DialogRequest const *> const &dialogs = state_->dialogs;
-        return std::find(dialogs.begin(), dialogs.end(), &request) == dialogs.end();
-    };
-    state_->condition.wait(lock, isAnswered);
-    return state_->answer;
+    return *dialog.answer;
 }
 
 } // namespace quillmarsh::host
