@@ -1,8 +1,10 @@
 #include "../system.h"
 
+#include <quillmarsh/basetools/texttools.h>
+
 #include <cstdio>
 #include <cstdlib>
-#include <filesystem>
+#include <string_view>
 
 #include <fcntl.h>
 #include <io.h>
@@ -13,24 +15,43 @@
 namespace quillmarsh::tools::system
 {
 
+namespace
+{
+
+/// Whether errors go to a console that follows escape sequences.
+bool s_takesEscapes = false;
+
+} // namespace
+
 void PrepareStandardStreams()
 {
     _setmode(_fileno(stdout), _O_BINARY);
     _setmode(_fileno(stderr), _O_BINARY);
     // A drive without a medium is a failure, and no question to the user.
     SetErrorMode(SEM_FAILCRITICALERRORS);
-    static UINT s_codePage = GetConsoleOutputCP();
+    // Text is UTF-8, and the display of progress uses an escape sequence.
+    static UINT const s_codePage = GetConsoleOutputCP();
+    static DWORD s_mode = 0;
     SetConsoleOutputCP(CP_UTF8);
-    if (s_codePage != 0)
-        std::atexit([] { SetConsoleOutputCP(s_codePage); });
+    HANDLE const output = GetStdHandle(STD_ERROR_HANDLE);
+    s_takesEscapes = GetConsoleMode(output, &s_mode) != 0 &&
+                     SetConsoleMode(output, s_mode | 0x0004 /* ENABLE_VIRTUAL_TERMINAL_PROCESSING */) != 0;
+    if (s_codePage == 0)
+        return;
+    // The console outlives the program.
+    std::atexit(
+        []
+        {
+            SetConsoleOutputCP(s_codePage);
+            SetConsoleMode(GetStdHandle(STD_ERROR_HANDLE), s_mode);
+        });
 }
 
 bool IsOutputTerminal()
 {
     // The run-time library takes every device for a terminal, the one for nothing too.
     DWORD mode = 0;
-    return GetConsoleMode(GetStdHandle(STD_OUTPUT_HANDLE), &mode) != 0 &&
-           GetConsoleMode(GetStdHandle(STD_ERROR_HANDLE), &mode) != 0;
+    return s_takesEscapes && GetConsoleMode(GetStdHandle(STD_OUTPUT_HANDLE), &mode) != 0;
 }
 
 std::vector<string> GetWords(int, char **)
@@ -41,8 +62,8 @@ std::vector<string> GetWords(int, char **)
     std::vector<string> result;
     for (int i = 1; i < count; ++i)
     {
-        std::u8string const word = std::filesystem::path(words[i]).u8string();
-        result.emplace_back(word.begin(), word.end());
+        std::wstring_view const word(words[i]);
+        UnicodeToAscii(wstring(word.begin(), word.end()), result.emplace_back());
     }
     LocalFree(words);
     return result;
