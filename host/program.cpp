@@ -171,8 +171,11 @@ void Program::LoadDefaultDrivers(std::vector<string> const &directories)
         bool const isLoaded = std::any_of(entries.begin(), entries.end(),
                                           [&driver](PluginSet::Entry const &entry)
                                           { return entry.descriptor->GetPluginInfo().GetPluginName() == driver; });
-        auto const makeFileName = [&driver](string const &directory)
-        { return string(directory).append("/").append(driver).append(system::GetPluginExtension()); };
+        auto const makeFileName = [&driver](string directory)
+        {
+            file_system::ForceTrailingPathSeparator(directory);
+            return directory + driver + system::GetPluginExtension();
+        };
         auto const found =
             std::find_if(directories.begin(), directories.end(),
                          [&](string const &directory) { return file_system::FileExists(makeFileName(directory)); });
