@@ -1,5 +1,7 @@
 #include "source/platform/threads.h"
 
+#include <quillmarsh/basetools/texttools.h>
+
 #include "source/platform/win32/windows.h"
 
 #include <process.h>
@@ -19,6 +21,12 @@ unsigned int __stdcall RunThreadFunction(void *start)
 {
     ThreadStart const call = *AutoPtr<ThreadStart>(static_cast<ThreadStart *>(start));
     return call.function(call.argument);
+}
+
+/// The system has the one prefix of the two for the objects of one user.
+string MakeObjectName(string name)
+{
+    return EatPrefix(name, "Session\\") ? "Local\\" + name : name;
 }
 
 } // namespace
@@ -51,7 +59,8 @@ void LeaveCriticalSection(void *section)
 
 HANDLE CreateEventObject(bool initiallySignaled, bool manualReset, string const &name)
 {
-    return CreateEventA(nullptr, manualReset, initiallySignaled, name.empty() ? nullptr : name.c_str());
+    string const systemName = MakeObjectName(name);
+    return CreateEventA(nullptr, manualReset, initiallySignaled, name.empty() ? nullptr : systemName.c_str());
 }
 
 bool SignalEvent(HANDLE event)
@@ -66,8 +75,9 @@ bool ClearEvent(HANDLE event)
 
 HANDLE CreateNewMutex(string const &name)
 {
+    string const systemName = MakeObjectName(name);
     SetLastError(ERROR_SUCCESS);
-    HANDLE const mutex = CreateMutexA(nullptr, TRUE, name.c_str());
+    HANDLE const mutex = CreateMutexA(nullptr, TRUE, systemName.c_str());
     bool const isNew = mutex && GetLastError() != ERROR_ALREADY_EXISTS;
     if (mutex && !isNew)
         CloseHandle(mutex);
