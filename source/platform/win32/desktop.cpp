@@ -51,14 +51,22 @@ struct CursorRow
 std::mutex s_drawingMutex;
 unsigned int s_numDrawingStarts = 0;
 
-/// The service's headers keep what it has for everybody once they have asked for it, and that ends with the service.
+/// Frees what the service's headers made around an object that is the service's own.
+template<typename Object>
+void Forget(Object *&generic)
+{
+    Gdiplus::DllExports::GdipFree(generic);
+    generic = nullptr;
+}
+
+/// The headers keep what the service has for everybody once they have asked for it, and that ends with the service.
 void ForgetGenericObjects()
 {
-    Gdiplus::_GdipFontFamilyCachedGenericMonospace = nullptr;
-    Gdiplus::_GdipFontFamilyCachedGenericSansSerif = nullptr;
-    Gdiplus::_GdipFontFamilyCachedGenericSerif = nullptr;
-    Gdiplus::_GdipStringFormatCachedGenericDefault = nullptr;
-    Gdiplus::_GdipStringFormatCachedGenericTypographic = nullptr;
+    Forget(Gdiplus::_GdipFontFamilyCachedGenericMonospace);
+    Forget(Gdiplus::_GdipFontFamilyCachedGenericSansSerif);
+    Forget(Gdiplus::_GdipFontFamilyCachedGenericSerif);
+    Forget(Gdiplus::_GdipStringFormatCachedGenericDefault);
+    Forget(Gdiplus::_GdipStringFormatCachedGenericTypographic);
 }
 
 } // namespace
@@ -75,9 +83,12 @@ bool ReadWorkArea(Area &area)
 
 bool ReadDisplayMode(_devicemodeA &mode)
 {
-    mode = {};
-    mode.dmSize = sizeof(mode);
-    return EnumDisplaySettingsA(nullptr, ENUM_CURRENT_SETTINGS, &mode) != 0;
+    _devicemodeA found = {};
+    found.dmSize = sizeof(found);
+    bool const succeeded = EnumDisplaySettingsA(nullptr, ENUM_CURRENT_SETTINGS, &found) != 0;
+    if (succeeded)
+        mode = found;
+    return succeeded;
 }
 
 bool ReadDisplayMode(DisplayMode &mode)
@@ -134,21 +145,23 @@ bool ReadFontFamilyNames(std::vector<string> &names)
     std::uintptr_t token = 0;
     if (!StartDrawing(token))
         return false;
-    bool succeeded = false;
+    struct DrawingStopper
     {
-        Gdiplus::InstalledFontCollection const fonts;
-        std::vector<Gdiplus::FontFamily> families(static_cast<std::size_t>(std::max(fonts.GetFamilyCount(), 0)));
-        int numFound = 0;
-        succeeded = fonts.GetFamilies(static_cast<int>(families.size()), families.data(), &numFound) == Gdiplus::Ok;
-        for (int i = 0; succeeded && i < numFound; ++i)
-        {
-            wchar_t name[LF_FACESIZE] = {};
-            if (families[static_cast<std::size_t>(i)].GetFamilyName(name) == Gdiplus::Ok)
-                names.push_back(FromSystem(name));
-        }
+        std::uintptr_t token;
+        ~DrawingStopper() { StopDrawing(token); }
+    } const stopper{token};
+    Gdiplus::InstalledFontCollection const fonts;
+    std::vector<Gdiplus::FontFamily> families(static_cast<std::size_t>(std::max(fonts.GetFamilyCount(), 0)));
+    int numFound = 0;
+    if (fonts.GetFamilies(static_cast<int>(families.size()), families.data(), &numFound) != Gdiplus::Ok)
+        return false;
+    for (int i = 0; i < numFound; ++i)
+    {
+        wchar_t name[LF_FACESIZE] = {};
+        if (families[static_cast<std::size_t>(i)].GetFamilyName(name) == Gdiplus::Ok)
+            names.push_back(FromSystem(name));
     }
-    StopDrawing(token);
-    return succeeded;
+    return true;
 }
 
 bool StartDrawing(std::uintptr_t &token)
