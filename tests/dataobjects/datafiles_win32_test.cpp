@@ -85,7 +85,7 @@ TEST_F(DataFiles, FileThatAnotherHoldsOpenStaysWhole)
 TEST_F(DataFiles, DevicesAndMissingDrivesTakeNoData)
 {
     for (string const &name : {directory_ / "nul.png", string("CON"), directory_ / "com1", string("\\\\.\\nul"),
-                               tests::FindMissingDrive() + "file"})
+                               string("\\\\?\\nul"), tests::FindMissingDrive() + "file"})
     {
         EXPECT_EQ(GetFailure(name), "Cannot open file: " + name);
         ExpectNotSaved(name);
@@ -112,6 +112,12 @@ TEST_F(DataFiles, NamesMayBeLongAndHaveThePrefix)
         EXPECT_TRUE(file_system::DeleteFileA(name)) << name;
     }
     ExpectFiles(1);
+}
+
+TEST_F(DataFiles, OtherFormatsOfTheDrawingLibraryAreNoImageFiles)
+{
+    string const picture("GIF89a\1\0\1\0\x80\0\0\0\0\0\xFF\xFF\xFF,\0\0\0\0\1\0\1\0\0\2\2D\1\0;", 35);
+    EXPECT_EQ(LoadImageA(directory_.Write("file", picture)), nullptr);
 }
 
 } // namespace

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstdio>
 #include <cstring>
+#include <iterator>
 #include <limits>
 #include <memory>
 #include <shlwapi.h>
@@ -14,8 +15,13 @@ namespace quillmarsh::platform
 namespace
 {
 
-/// More pixels than a byte of a file stands for, in any format.
+using namespace std::literals;
+
+/// More pixels than a byte of a file stands for, in any format but that of facsimiles, in which a bit can be a row.
 constexpr std::uint64_t s_pixelsPerByte = 255 * 255 / 4 + 1;
+
+/// How a file begins that is opened. The drawing library knows more formats, drawings among them, which it plays.
+constexpr std::string_view s_magics[] = {"\x89PNG\r\n\x1A\n"sv, "\xFF\xD8\xFF"sv, "BM"sv, "II*\0"sv, "MM\0*"sv};
 
 constexpr GUID s_quality = {0x1D5BE4B5, 0xFA4A, 0x452D, {0x9C, 0xDD, 0x5D, 0xB3, 0x51, 0x05, 0xE7, 0xEB}};
 constexpr GUID s_compression = {0xE09D739D, 0xCCD4, 0x44EE, {0x8E, 0xBA, 0x3F, 0xBF, 0x8B, 0xE4, 0xFC, 0x58}};
@@ -56,7 +62,16 @@ struct FileCloser
 };
 using FilePtr = std::unique_ptr<std::FILE, FileCloser>;
 
-/// The bytes of a file. The drawing library keeps a file open for as long as there is a bitmap of it, and sometimes
+bool IsImageFile(std::vector<BYTE> const &bytes)
+{
+    return std::any_of(std::begin(s_magics), std::end(s_magics),
+                       [&bytes](std::string_view magic) {
+                           return bytes.size() > magic.size() &&
+                                  std::memcmp(bytes.data(), magic.data(), magic.size()) == 0;
+                       });
+}
+
+/// The bytes of an image file. The drawing library keeps a file open for as long as there is a bitmap of it, and sometimes
 /// beyond; nobody waits for these.
 StreamPtr ReadIntoStream(std::filesystem::path const &name, std::uint64_t &fileSize)
 {
@@ -68,7 +83,7 @@ StreamPtr ReadIntoStream(std::filesystem::path const &name, std::uint64_t &fileS
     if (!file || fileSize > std::numeric_limits<LONG>::max())
         return nullptr;
     std::vector<BYTE> bytes(static_cast<std::size_t>(fileSize));
-    if (std::fread(bytes.data(), 1, bytes.size(), file.get()) != bytes.size())
+    if (std::fread(bytes.data(), 1, bytes.size(), file.get()) != bytes.size() || !IsImageFile(bytes))
         return nullptr;
     return StreamPtr(SHCreateMemStream(bytes.data(), static_cast<UINT>(bytes.size())));
 }
@@ -84,8 +99,9 @@ AutoPtr<Gdiplus::Bitmap> OpenImageFile(std::filesystem::path const &name)
     auto bitmap = std::make_unique<Gdiplus::Bitmap>(stream.get());
     if (bitmap->GetLastStatus() != Gdiplus::Ok)
         return nullptr;
-    std::uint64_t const numPixels = std::uint64_t{bitmap->GetWidth()} * bitmap->GetHeight();
-    return numPixels != 0 && numPixels / s_pixelsPerByte <= fileSize ? std::move(bitmap) : nullptr;
+    std::uint64_t const width = bitmap->GetWidth();
+    std::uint64_t const numPixels = width * bitmap->GetHeight();
+    return numPixels != 0 && numPixels / std::max(s_pixelsPerByte, 8 * width) <= fileSize ? std::move(bitmap) : nullptr;
 }
 
 bool SaveImageFile(Gdiplus::Bitmap &bitmap, std::filesystem::path const &name, char const *mimeType,
