@@ -32,9 +32,8 @@ bool IsThereOrCreated(string const &directory)
 {
     // Somebody else may create it between the look and the attempt, and a name that DirectoryExists refuses may be
     // there all the same: the attempt alone is no proof of a failure.
-    string bare = directory;
-    RemoveTrailingPathSeparator(bare);
-    return DirectoryExists(directory) || CreateDirectoryA(directory) || platform::FindEntry(bare);
+    return DirectoryExists(directory) || CreateDirectoryA(directory) ||
+           platform::ReadFileType(directory, true) == std::filesystem::file_type::directory;
 }
 
 } // namespace
@@ -190,14 +189,13 @@ bool CreateDirectoryA(string const &name)
 
 bool CreateDirectoryPath(string const &path)
 {
+    string rest = path;
+    string prefix = EatRoot(Rules(), rest);
     std::vector<string> pieces;
-    SplitPathName(path, pieces);
+    SplitPathName(rest, pieces);
     if (pieces.empty() || !IsUsableName(path))
         return false;
 
-    string prefix;
-    if (Rules().hasRoot && IsAbsolutePathName(path))
-        prefix += GetPathSeparator();
     for (string const &piece : pieces)
     {
         prefix += piece + GetPathSeparator();

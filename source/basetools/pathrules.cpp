@@ -45,6 +45,23 @@ bool IsDevice(string const &name)
            std::ranges::find(s_portNumbers, name.substr(length)) != std::end(s_portNumbers);
 }
 
+/// Whether what stands behind the long-path prefix begins with a server.
+bool NamesServer(PathRules const &rules, string const &nameBehindPrefix)
+{
+    string begin = nameBehindPrefix.substr(0, 4);
+    UpperCase(begin);
+    return begin == string("UNC") + rules.pathSeparator;
+}
+
+/// There, the system takes names of any of its objects.
+bool NamesFileBehindPrefix(PathRules const &rules, string const &name)
+{
+    string begin = name.substr(0, 7);
+    UpperCase(begin);
+    bool const hasDrive = IsDrive(rules, name.substr(0, 2)) && name.size() > 2 && name[2] == rules.pathSeparator;
+    return hasDrive || NamesServer(rules, name) || begin == "VOLUME{";
+}
+
 /// Resolves "." and "..". False if ".." meets no more pieces than `floor`.
 bool ResolvePieces(std::vector<string> const &pieces, std::size_t floor, std::vector<string> &resolved)
 {
@@ -149,7 +166,7 @@ void ForceFullPathName(PathRules const &rules, string const &directory, string &
 {
     if (name.empty())
         name = directory;
-    else if (!IsAbsolutePathName(rules, name))
+    else if (!IsAbsolutePathName(rules, name) && name.front() != rules.otherSeparator)
     {
         string full = directory;
         ForceTrailingPathSeparator(rules, full);
@@ -173,10 +190,30 @@ void ApplyTrailingPathSeparator(PathRules const &rules, string &name, bool trail
         name = std::move(shorter);
 }
 
+string EatRoot(PathRules const &rules, string &name)
+{
+    string const whole = name;
+    auto const eatPieces = [&](unsigned int count)
+    {
+        for (; count > 0 && !name.empty(); --count)
+            name.erase(0, std::min(name.find(rules.pathSeparator), name.size() - 1) + 1);
+    };
+    bool const hasPrefix = !string(rules.widePrefix).empty() && EatPrefix(name, rules.widePrefix);
+    if (hasPrefix)
+        eatPieces(NamesServer(rules, name) ? 3 : 1);
+    else if (!rules.hasRoot && EatPrefix(name, string(2, rules.pathSeparator)))
+        eatPieces(2);
+    else if (!name.empty() && name.front() == rules.pathSeparator)
+        name.erase(0, 1);
+    return whole.substr(0, whole.size() - name.size());
+}
+
 bool NamesDevice(PathRules const &rules, string const &name)
 {
-    if (!rules.hasDeviceNames || MatchPrefix(name, rules.widePrefix))
+    if (!rules.hasDeviceNames)
         return false;
+    if (MatchPrefix(name, rules.widePrefix))
+        return !NamesFileBehindPrefix(rules, name.substr(string(rules.widePrefix).size()));
     // Of all pieces only the last one, and what stands in front of its extension, or of a stream in it. Blanks at its
     // end do not count.
     std::size_t const end = name.find_last_not_of("\\/") + 1;

@@ -16,6 +16,8 @@ struct PathRules
     char extensionSeparator;
     /// 0 where there are no volumes.
     char volumeSeparator;
+    /// What the system also takes for a path separator; 0 for none.
+    char otherSeparator;
     /// What a wide name begins with; empty if nothing.
     char const *widePrefix;
     /// Whether a path separator at the front stands for the root of the one tree of files.
@@ -24,8 +26,8 @@ struct PathRules
     bool hasDeviceNames;
 };
 
-constexpr PathRules s_windowsPathRules = {'\\', '.', ':', "\\\\?\\", false, true};
-constexpr PathRules s_unixPathRules = {'/', '.', '\0', "", true, false};
+constexpr PathRules s_windowsPathRules = {'\\', '.', ':', '/', "\\\\?\\", false, true};
+constexpr PathRules s_unixPathRules = {'/', '.', '\0', '\0', "", true, false};
 
 /// @name The operations of filesystem.h, under the rules given
 /// @{
@@ -45,7 +47,12 @@ void ForceFullPathName(PathRules const &rules, string const &directory, string &
 /// Gives the name of a directory a trailing separator, or takes it away, where it is not the root's or a drive's own.
 void ApplyTrailingPathSeparator(PathRules const &rules, string &name, bool trailingSeparator);
 
-/// Whether a name stands for a device, with whatever path and extension, where the system keeps names for them.
+/// Takes what no directory can be made of from the front of a name: a root; on Windows the long-path prefix, and a drive
+/// or a server with its share where they stand behind it or behind "\\\\".
+string EatRoot(PathRules const &rules, string &name);
+
+/// Whether a name stands for a device, with whatever path and extension, where the system keeps names for them; behind
+/// the long-path prefix, whether it stands for anything but a file on a volume or a server.
 bool NamesDevice(PathRules const &rules, string const &name);
 
 /// Whether the system can be asked for a name: not empty, and without a character 0, which would cut it short.

@@ -138,6 +138,7 @@ TEST(PathRules, FullNameBeginsWithTheDirectoryUnlessAbsolute)
     EXPECT_EQ(full(s_win, "c:\\", "a", true), "c:\\a\\");
     EXPECT_EQ(full(s_win, "c:\\dir", "d:a", true), "d:a\\");
     EXPECT_EQ(full(s_win, "c:\\dir", "", false), "c:\\dir");
+    EXPECT_EQ(full(s_win, "c:\\dir", "/a", false), "/a");
     EXPECT_EQ(full(s_unix, "/", "a", false), "/a");
     EXPECT_EQ(full(s_unix, "/dir", "/a", false), "/a");
 }
@@ -205,6 +206,36 @@ TEST(PathRules, DevicesHaveNamesInEachDirectory)
     for (char const *file :
          {"", ".", "\\", "null", "a.nul", "com", "com0", "com10", "con\\a", "lpt", "com1x", " con", "xcon", ".con"})
         EXPECT_FALSE(NamesDevice(s_win, file)) << file;
+}
+
+TEST(PathRules, BehindThePrefixStandFilesOfVolumesAndServers)
+{
+    for (char const *file : {"c:\\", "Z:\\a\\nul", "UNC\\server\\share\\a", "unc\\s", "Volume{0}\\a"})
+        EXPECT_FALSE(NamesDevice(s_win, "\\\\?\\" + string(file))) << file;
+    for (char const *device :
+         {"", "NUL", "con", "COM1", "pipe\\x", "GLOBALROOT\\Device\\Null", "c:", "c:a", "UNC", "1:\\a"})
+        EXPECT_TRUE(NamesDevice(s_win, "\\\\?\\" + string(device))) << device;
+}
+
+TEST(PathRules, RootsAreNotMade)
+{
+    std::tuple<PathRules const &, string, string> const names[] = {
+        {s_win, "a\\b", ""},
+        {s_win, "c:\\a", ""},
+        {s_win, "\\a\\b", "\\"},
+        {s_win, "\\\\server\\share\\a\\b", "\\\\server\\share\\"},
+        {s_win, "\\\\server", "\\\\server"},
+        {s_win, "\\\\?\\c:\\a\\b", "\\\\?\\c:\\"},
+        {s_win, "\\\\?\\UNC\\server\\share\\a", "\\\\?\\UNC\\server\\share\\"},
+        {s_unix, "/a/b", "/"},
+        {s_unix, "a/b", ""},
+    };
+    for (auto const &[rules, whole, root] : names)
+    {
+        string rest = whole;
+        EXPECT_EQ(EatRoot(rules, rest), root) << whole;
+        EXPECT_EQ(root + rest, whole);
+    }
 }
 
 } // namespace

@@ -28,6 +28,9 @@ TEST(FileSystem, NamesMayBeLongerThanTheSystemsOldLimit)
         directory += '\\' + string(50, static_cast<char>('a' + i));
     ASSERT_TRUE(CreateDirectoryPath(directory));
     EXPECT_TRUE(DirectoryExists(directory));
+    EXPECT_TRUE(CreateDirectoryPath("\\\\?\\" + directory + "\\i\\j"));
+    EXPECT_TRUE(DeleteDirectory(directory + "\\i\\j"));
+    EXPECT_TRUE(DeleteDirectory(directory + "\\i"));
     string const from = scratch.Write("from", "text");
     string const file = directory + "\\file";
     EXPECT_TRUE(CopyFileA(from, file, false));
@@ -61,6 +64,7 @@ TEST(FileSystem, FullNamesGetTheLongPathPrefix)
     for (Conversion const &conversion : {
              Conversion{"c:/dir\\.\\sub\\..\\file", "\\\\?\\c:\\dir\\file"},
              {"c:\\dir\\file. .", "\\\\?\\c:\\dir\\file"},
+             {"\\\\?\\nul", ""},
              {"\\\\server\\share\\file", "\\\\?\\UNC\\server\\share\\file"},
              {"\\\\?\\c:\\dir\\..\\nul.", "\\\\?\\c:\\dir\\..\\nul."},
              {"\\\\?\\UNC\\server\\share\\file", "\\\\?\\UNC\\server\\share\\file"},
@@ -139,8 +143,8 @@ TEST(FileSystem, DevicesAndMissingDrivesAreNoFiles)
     EXPECT_FALSE(CreateDirectoryPath(drive + "a\\b"));
     EXPECT_FALSE(SetProcessDirectory(drive));
     string const deviceReason = platform::DescribeSystemError(ERROR_BAD_DEVICE);
-    for (string const &name :
-         {string("CON"), string("nul"), scratch / "nul.txt", scratch / "com1", string("\\\\.\\nul"), drive + "file"})
+    for (string const &name : {string("CON"), string("nul"), scratch / "nul.txt", scratch / "com1",
+                               string("\\\\.\\nul"), string("\\\\?\\nul"), drive + "file"})
     {
         EXPECT_FALSE(FileExists(name)) << name;
         EXPECT_FALSE(CopyFileA(from, name, false)) << name;

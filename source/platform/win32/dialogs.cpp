@@ -1,5 +1,8 @@
 #include "source/platform/dialogs.h"
 
+#include <quillmarsh/basetools/texttools.h>
+
+#include "source/platform/win32/widetext.h"
 #include "source/platform/win32/windows.h"
 
 #include <iostream>
@@ -24,12 +27,23 @@ UINT GetButtonFlags(DialogRequest const &request)
     }
 }
 
+int ShowMessageBox(DialogRequest const &request)
+{
+    UINT const flags = MB_ICONERROR | MB_TASKMODAL | MB_SETFOREGROUND | GetButtonFlags(request);
+    wstring text;
+    wstring title;
+    // MessageBoxA takes the code page of the system.
+    bool const isWide = !IsAscii(request.text + request.title) && AsciiToUnicode(request.text, text) &&
+                        AsciiToUnicode(request.title, title);
+    return isWide ? MessageBoxW(nullptr, ToSystem(text), ToSystem(title), flags)
+                  : MessageBoxA(nullptr, request.text.c_str(), request.title.c_str(), flags);
+}
+
 } // namespace
 
 eDialogAnswer PresentSystemDialog(DialogRequest const &request)
 {
-    switch (MessageBoxA(nullptr, request.text.c_str(), request.title.c_str(),
-                        MB_ICONERROR | MB_TASKMODAL | MB_SETFOREGROUND | GetButtonFlags(request)))
+    switch (ShowMessageBox(request))
     {
     case IDOK:
         return eDialogAnswer::e_ok;

@@ -6,9 +6,11 @@
 #include "source/platform/win32/widetext.h"
 #include "source/platform/win32/windows.h"
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <cstdlib>
+#include <iterator>
 #include <system_error>
 
 namespace quillmarsh::platform
@@ -64,7 +66,9 @@ bool Identify(wstring const &path, DirectoryIdentity &identity)
 {
     FileView const file(path);
     BY_HANDLE_FILE_INFORMATION information;
-    bool const succeeded = file.IsOpen() && GetFileInformationByHandle(file.Get(), &information) != 0;
+    // A number of 0 is that of all files on volumes that number none.
+    bool const succeeded = file.IsOpen() && GetFileInformationByHandle(file.Get(), &information) != 0 &&
+                           (information.nFileIndexHigh | information.nFileIndexLow) != 0;
     if (succeeded)
         identity = {information.dwVolumeSerialNumber,
                     static_cast<std::uint64_t>(information.nFileIndexHigh) << 32 | information.nFileIndexLow};
@@ -104,9 +108,18 @@ bool CopyOver(wstring const &from, wstring const &to)
     return false;
 }
 
+constexpr wstring::value_type s_oldWildcards[] = {'<', '>', '"'};
+
 /// The entry itself, links not followed.
 bool ReadEntry(wstring const &path, WIN32_FIND_DATAW &entry)
 {
+    // More wildcards, which no name has.
+    if (std::find_first_of(path.begin(), path.end(), std::begin(s_oldWildcards), std::end(s_oldWildcards)) !=
+        path.end())
+    {
+        SetLastError(ERROR_INVALID_NAME);
+        return false;
+    }
     HANDLE const search =
         FindFirstFileExW(ToSystem(path), FindExInfoStandard, &entry, FindExSearchNameMatch, nullptr, 0);
     return search != INVALID_HANDLE_VALUE && FindClose(search) != 0;
@@ -195,7 +208,10 @@ bool CopyOneFile(string const &from, string const &to, bool overwrite)
     if (!MakeSystemPath(from, source) || !MakeSystemPath(FollowLinks(to), target))
         return Report(false);
     if (IsSameFile(source, target))
-        return false;
+    {
+        SetLastError(ERROR_SHARING_VIOLATION);
+        return Report(false);
+    }
     return Report(overwrite ? CopyOver(source, target) : CopyFileW(ToSystem(source), ToSystem(target), TRUE) != 0);
 }
 
@@ -227,13 +243,15 @@ bool FindLongName(string const &shortName, string &longName)
 {
     file_system::PathRules const &rules = GetSystemPathRules();
     wstring wide;
+    SetLastError(ERROR_INVALID_NAME);
     bool const isUsable = file_system::IsAbsolutePathName(rules, shortName) ? MakeSystemPath(shortName, wide)
                                                                             : AsciiToUnicode(shortName, wide);
     auto const read = [&wide](wchar_t *buffer, DWORD size) { return GetLongPathNameW(ToSystem(wide), buffer, size); };
     wstring found;
-    if (!Report(isUsable && ReadSystemText(read, found)) || !file_system::ConvertPathName(rules, found, longName))
+    if (!Report(isUsable && ReadSystemText(read, found)) || !UnicodeToAscii(found, longName))
         return false;
-    RestoreServer(longName);
+    if (EatPrefix(longName, rules.widePrefix))
+        RestoreServer(longName);
     return true;
 }
 
@@ -245,7 +263,10 @@ bool MakeTempFile(string &result, string const &directory, string const &prefix)
     // What the system also takes for a separator leads out of the directory.
     if (prefix.find_first_of("/:") != string::npos || !AsciiToUnicode(directory, wideDirectory) ||
         !AsciiToUnicode(prefix, widePrefix))
-        return false;
+    {
+        SetLastError(ERROR_INVALID_NAME);
+        return Report(false);
+    }
     if (!Report(GetTempFileNameW(ToSystem(wideDirectory), ToSystem(widePrefix), 0, name.data()) != 0))
         return false;
     result = FromSystem(name.data());
@@ -256,11 +277,13 @@ std::filesystem::file_type ReadFileType(string const &name, bool followLinks)
 {
     using std::filesystem::file_type;
     wstring path;
-    if (!MakeSystemPath(name, path))
-        return file_type::none;
-    DWORD const attributes = GetFileAttributesW(ToSystem(path));
+    DWORD const attributes = MakeSystemPath(name, path) ? GetFileAttributesW(ToSystem(path)) : INVALID_FILE_ATTRIBUTES;
     if (attributes == INVALID_FILE_ATTRIBUTES)
-        return IsAbsent(GetLastError()) ? file_type::not_found : file_type::none;
+    {
+        bool const isAbsent = !path.empty() && IsAbsent(GetLastError());
+        Report(false);
+        return isAbsent ? file_type::not_found : file_type::none;
+    }
     WIN32_FIND_DATAW entry;
     if ((attributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0 && ReadEntry(path, entry) && IsLink(entry))
     {

@@ -1,11 +1,11 @@
 #include "source/platform/modules.h"
 
+#include <quillmarsh/basetools/filesystem.h>
 #include <quillmarsh/basetools/texttools.h>
 
 #include "source/platform/win32/widetext.h"
 #include "source/platform/win32/windows.h"
 
-#include <algorithm>
 #include <mutex>
 
 namespace quillmarsh::platform
@@ -16,7 +16,11 @@ namespace
 HMODULE LoadByName(string const &fileName, DWORD flags)
 {
     wstring wide;
-    return AsciiToUnicode(fileName, wide) ? LoadLibraryExW(ToSystem(wide), nullptr, flags) : nullptr;
+    bool const isLong = fileName.size() >= MAX_PATH && file_system::IsAbsolutePathName(fileName);
+    if (isLong ? MakeSystemPath(fileName, wide) : AsciiToUnicode(fileName, wide))
+        return LoadLibraryExW(ToSystem(wide), nullptr, flags);
+    SetLastError(ERROR_INVALID_NAME);
+    return nullptr;
 }
 
 /// Begin of a record that lies at an offset in a loaded image.
@@ -60,11 +64,10 @@ string DescribeFailure(string const &fileName, DWORD code)
     return missing.empty() ? description : description + " Missing: " + missing;
 }
 
-/// LoadLibraryA takes the code page of the system, in which only ASCII is the same as in UTF-8.
+/// LoadLibraryA takes the code page of the system, in which only ASCII is the same as in UTF-8, and no long names.
 HMODULE LoadModule(string const &fileName)
 {
-    bool const isAscii = std::all_of(fileName.begin(), fileName.end(), [](char c) { return (c & 0x80) == 0; });
-    return isAscii ? LoadLibraryA(fileName.c_str()) : LoadByName(fileName, 0);
+    return IsAscii(fileName) && fileName.size() < MAX_PATH ? LoadLibraryA(fileName.c_str()) : LoadByName(fileName, 0);
 }
 
 /// The system would look into the current directory for a name without a path. Any directory that is set takes its

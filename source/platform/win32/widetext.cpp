@@ -6,8 +6,15 @@
 #include "source/platform/files.h"
 #include "source/platform/win32/windows.h"
 
+#include <algorithm>
+
 namespace quillmarsh::platform
 {
+
+bool IsAscii(string const &text)
+{
+    return std::all_of(text.begin(), text.end(), [](char c) { return (c & 0x80) == 0; });
+}
 
 string FromSystem(wchar_t const *text)
 {
@@ -36,6 +43,11 @@ bool MakeSystemPath(string const &name, wstring &path)
         SetLastError(ERROR_INVALID_NAME);
         return false;
     }
+    if (file_system::NamesDevice(rules, name))
+    {
+        SetLastError(ERROR_BAD_DEVICE);
+        return false;
+    }
     if (MatchPrefix(name, rules.widePrefix))
     {
         path = wide;
@@ -46,9 +58,14 @@ bool MakeSystemPath(string const &name, wstring &path)
     { return GetFullPathNameW(ToSystem(wide), size, buffer, nullptr); };
     wstring full;
     string text;
-    if (!ReadSystemText(read, full) || !UnicodeToAscii(full, text))
+    if (!ReadSystemText(read, full))
         return false;
-    if (file_system::NamesDevice(rules, name) || MatchPrefix(text, "\\\\.\\"))
+    if (!UnicodeToAscii(full, text))
+    {
+        SetLastError(ERROR_INVALID_NAME);
+        return false;
+    }
+    if (MatchPrefix(text, "\\\\.\\"))
     {
         SetLastError(ERROR_BAD_DEVICE);
         return false;

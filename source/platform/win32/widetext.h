@@ -20,6 +20,9 @@ inline wchar_t *ToSystem(wstring &text)
 }
 /// @}
 
+/// Whether a text is the same in UTF-8 and in any code page of the system.
+bool IsAscii(string const &text);
+
 /// UTF-8 of a text that ends in 0; empty if it is not well-formed.
 string FromSystem(wchar_t const *text);
 
