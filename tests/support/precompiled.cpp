@@ -1,0 +1,2 @@
+// The target of the header that is precompiled for all tests.
+#include <gtest/gtest.h>
