@@ -66,7 +66,7 @@ run_tests() {
   shift
   log=$(mktemp)
   if ctest --preset "$preset" -j "$jobs" "$@" </dev/null >"$log" 2>&1; then
-    grep -E 'tests passed|Total Test time|not run|Skipped' "$log"
+    grep -E '\*\*\*|tests passed|Total Test time|not run|Skipped' "$log"
     rm -f "$log"
   else
     grep -vE '^ *[0-9]+/[0-9]+ Test +#[0-9]+: .* Passed|^ *Start ' "$log"
