@@ -198,8 +198,7 @@ string EatRoot(PathRules const &rules, string &name)
         for (; count > 0 && !name.empty(); --count)
             name.erase(0, std::min(name.find(rules.pathSeparator), name.size() - 1) + 1);
     };
-    bool const hasPrefix = !string(rules.widePrefix).empty() && EatPrefix(name, rules.widePrefix);
-    if (hasPrefix)
+    if (*rules.widePrefix != '\0' && EatPrefix(name, rules.widePrefix))
         eatPieces(NamesServer(rules, name) ? 3 : 1);
     else if (!rules.hasRoot && EatPrefix(name, string(2, rules.pathSeparator)))
         eatPieces(2);

@@ -13,7 +13,7 @@ namespace quillmarsh::tools::system
 /// Prepares the standard streams: bytes go through unchanged, and a reader that goes away is a failed write.
 void PrepareStandardStreams();
 
-/// Whether both standard output and standard error are terminals.
+/// Whether both standard output and standard error are terminals, and take escape sequences.
 bool IsOutputTerminal();
 
 /// The words of the command line behind the program's name, in UTF-8.

@@ -124,7 +124,8 @@ QUILLMARSH_API bool GetUserHomeDirectory(string &directory, bool trailingSeparat
 QUILLMARSH_API bool GetUserProfileDirectory(string &directory, bool trailingSeparator);
 /// Directory for temporary files.
 QUILLMARSH_API bool GetTempDirectory(string &directory, bool trailingSeparator);
-/// Creates an empty file with a new name in a directory. Of the prefix, Windows takes the first three characters.
+/// Creates an empty file with a new name in a directory. Windows takes the first three characters of the prefix, and no
+/// directory beyond its old limit of some 250 characters.
 QUILLMARSH_API bool CreateTempFile(string &result, string const &directory, string const &prefix);
 
 /// @}

@@ -6,7 +6,6 @@
 #include "source/platform/win32/widetext.h"
 #include "source/platform/win32/windows.h"
 
-#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <cstdlib>
@@ -114,8 +113,7 @@ constexpr wstring::value_type s_oldWildcards[] = {'<', '>', '"'};
 bool ReadEntry(wstring const &path, WIN32_FIND_DATAW &entry)
 {
     // More wildcards, which no name has.
-    if (std::find_first_of(path.begin(), path.end(), std::begin(s_oldWildcards), std::end(s_oldWildcards)) !=
-        path.end())
+    if (path.find_first_of(s_oldWildcards, 0, std::size(s_oldWildcards)) != wstring::npos)
     {
         SetLastError(ERROR_INVALID_NAME);
         return false;

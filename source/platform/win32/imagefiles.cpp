@@ -64,11 +64,9 @@ using FilePtr = std::unique_ptr<std::FILE, FileCloser>;
 
 bool IsImageFile(std::vector<BYTE> const &bytes)
 {
+    std::string_view const text(reinterpret_cast<char const *>(bytes.data()), bytes.size());
     return std::any_of(std::begin(s_magics), std::end(s_magics),
-                       [&bytes](std::string_view magic) {
-                           return bytes.size() > magic.size() &&
-                                  std::memcmp(bytes.data(), magic.data(), magic.size()) == 0;
-                       });
+                       [text](std::string_view magic) { return text.starts_with(magic); });
 }
 
 /// The bytes of an image file. The drawing library keeps a file open for as long as there is a bitmap of it, and sometimes
