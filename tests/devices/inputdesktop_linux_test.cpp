@@ -27,10 +27,10 @@ namespace
 {
 
 /// Opens the driver with the displays that the test names, and makes and connects its devices.
-class InputSdl : public testing::Test
+class InputDesktop : public testing::Test
 {
 protected:
-    ~InputSdl() override
+    ~InputDesktop() override
     {
         Release();
         // Ends the window, which otherwise is there for as long as the library: in some builds to the end of the process.
@@ -100,17 +100,17 @@ protected:
 
 private:
     std::deque<EnvironmentVariable> environment_;
-    DynamicLinkLibrary library_{QUILLMARSH_TEST_INPUT_SDL};
+    DynamicLinkLibrary library_{QUILLMARSH_TEST_INPUT_DESKTOP};
     AutoPtr<HIDDriver0> driver_;
     bool isOpen_ = false;
 };
 
 /// Without a display: game controllers only.
-class InputSdlPads : public InputSdl
+class InputDesktopPads : public InputDesktop
 {
 protected:
-    InputSdlPads() { Open(nullptr); }
-    ~InputSdlPads() override
+    InputDesktopPads() { Open(nullptr); }
+    ~InputDesktopPads() override
     {
         while (!plugged_.empty())
             Unplug();
@@ -143,7 +143,7 @@ private:
     std::vector<SDL_Joystick *> plugged_;
 };
 
-TEST_F(InputSdlPads, ShowTheirHardwareAsItIsWhenNobodyKnowsThem)
+TEST_F(InputDesktopPads, ShowTheirHardwareAsItIsWhenNobodyKnowsThem)
 {
     EXPECT_EQ(0u, devices.size());
     Plug(SDL_JOYSTICK_TYPE_FLIGHT_STICK, 8, 40, 1);
@@ -181,7 +181,7 @@ TEST_F(InputSdlPads, ShowTheirHardwareAsItIsWhenNobodyKnowsThem)
     }
 }
 
-TEST_F(InputSdlPads, HaveThePlacesOfAGamePadWhenTheyAreMapped)
+TEST_F(InputDesktopPads, HaveThePlacesOfAGamePadWhenTheyAreMapped)
 {
     Plug(SDL_JOYSTICK_TYPE_GAMECONTROLLER, SDL_CONTROLLER_AXIS_MAX, SDL_CONTROLLER_BUTTON_MAX, 0);
     Make();
@@ -202,7 +202,7 @@ TEST_F(InputSdlPads, HaveThePlacesOfAGamePadWhenTheyAreMapped)
     EXPECT_TRUE(controller.ButtonPressed(10));
 }
 
-TEST_F(InputSdlPads, ApplyDeadZonesAndSaturations)
+TEST_F(InputDesktopPads, ApplyDeadZonesAndSaturations)
 {
     Plug(SDL_JOYSTICK_TYPE_WHEEL, 7, 1, 0);
     Make();
@@ -222,7 +222,7 @@ TEST_F(InputSdlPads, ApplyDeadZonesAndSaturations)
     }
 }
 
-TEST_F(InputSdlPads, RestWhenTheyAreUnpluggedAndComeBack)
+TEST_F(InputDesktopPads, RestWhenTheyAreUnpluggedAndComeBack)
 {
     Plug(SDL_JOYSTICK_TYPE_WHEEL, 2, 1, 1);
     Plug(SDL_JOYSTICK_TYPE_THROTTLE, 2, 1, 1);
@@ -263,10 +263,10 @@ TEST_F(InputSdlPads, RestWhenTheyAreUnpluggedAndComeBack)
 }
 
 /// With a window that nobody sees, and events that the test makes.
-class InputSdlDesktop : public InputSdl
+class InputDesktopKeys : public InputDesktop
 {
 protected:
-    InputSdlDesktop()
+    InputDesktopKeys()
     {
         Open("dummy");
         Frame();
@@ -297,7 +297,7 @@ protected:
     }
 };
 
-TEST_F(InputSdlDesktop, KeysHaveEdgesTapsAndNoFocusNoKeys)
+TEST_F(InputDesktopKeys, KeysHaveEdgesTapsAndNoFocusNoKeys)
 {
     ASSERT_EQ(2u, devices.size());
     auto &keyboard = Get<Keyboard>(0);
@@ -315,7 +315,7 @@ TEST_F(InputSdlDesktop, KeysHaveEdgesTapsAndNoFocusNoKeys)
     EXPECT_EQ(0u, keyboard.NumKeysPressed());
 }
 
-TEST_F(InputSdlDesktop, CharactersAreThoseThatTheLayoutTyped)
+TEST_F(InputDesktopKeys, CharactersAreThoseThatTheLayoutTyped)
 {
     auto &keyboard = Get<Keyboard>(0);
     struct
@@ -364,7 +364,7 @@ TEST_F(InputSdlDesktop, CharactersAreThoseThatTheLayoutTyped)
     EXPECT_EQ(0, find(e_key_none));
 }
 
-TEST_F(InputSdlDesktop, MouseFollowsTheCursorOrGoesItsOwnWay)
+TEST_F(InputDesktopKeys, MouseFollowsTheCursorOrGoesItsOwnWay)
 {
     auto &mouse = Get<Mouse>(1);
     EXPECT_TRUE(mouse.IsSystemMouse() && mouse.CanSyncWithSystemCursor() && mouse.CanDisplaySystemCursor());
@@ -407,7 +407,7 @@ TEST_F(InputSdlDesktop, MouseFollowsTheCursorOrGoesItsOwnWay)
     EXPECT_FALSE(SDL_GetRelativeMouseMode());
 }
 
-TEST_F(InputSdlDesktop, WheelAndButtonsAreCountedAndOnlyFromTheConnectionOn)
+TEST_F(InputDesktopKeys, WheelAndButtonsAreCountedAndOnlyFromTheConnectionOn)
 {
     auto &mouse = Get<Mouse>(1);
     auto const turn = [](float turns, Uint32 direction)
@@ -447,7 +447,7 @@ TEST_F(InputSdlDesktop, WheelAndButtonsAreCountedAndOnlyFromTheConnectionOn)
     EXPECT_EQ(0u, Get<Keyboard>(0).NumKeysPressed());
 }
 
-TEST_F(InputSdlDesktop, ClosingTheWindowEndsTheHostAndAFlagForbidsIt)
+TEST_F(InputDesktopKeys, ClosingTheWindowEndsTheHostAndAFlagForbidsIt)
 {
     Window(SDL_WINDOWEVENT_CLOSE, 1);
     Frame();
@@ -458,7 +458,7 @@ TEST_F(InputSdlDesktop, ClosingTheWindowEndsTheHostAndAFlagForbidsIt)
     EXPECT_EQ(0u, devices.size());
 }
 
-TEST_F(InputSdl, TakesKeysAndPointerOfARealWindow)
+TEST_F(InputDesktop, TakesKeysAndPointerOfARealWindow)
 {
     display = std::make_unique<VirtualDisplay>();
     if (display->GetName().empty())

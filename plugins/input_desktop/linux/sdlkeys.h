@@ -1,6 +1,6 @@
 // Keys and their characters, as SDL tells of them.
-#ifndef QUILLMARSH_PLUGINS_INPUT_SDL_LINUX_SDLKEYS_H
-#define QUILLMARSH_PLUGINS_INPUT_SDL_LINUX_SDLKEYS_H
+#ifndef QUILLMARSH_PLUGINS_INPUT_DESKTOP_LINUX_SDLKEYS_H
+#define QUILLMARSH_PLUGINS_INPUT_DESKTOP_LINUX_SDLKEYS_H
 
 #include "../desktop.h"
 
@@ -8,7 +8,7 @@
 
 #include <array>
 
-namespace input_sdl
+namespace input_desktop
 {
 
 /// e_key_none for what is no key of ours.
@@ -40,6 +40,6 @@ private:
     short *last_ = nullptr;
 };
 
-} // namespace input_sdl
+} // namespace input_desktop
 
 #endif

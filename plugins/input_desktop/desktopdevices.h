@@ -1,6 +1,6 @@
 // Keyboard and mouse of the window that has the focus, as devices.
-#ifndef QUILLMARSH_PLUGINS_INPUT_SDL_DESKTOPDEVICES_H
-#define QUILLMARSH_PLUGINS_INPUT_SDL_DESKTOPDEVICES_H
+#ifndef QUILLMARSH_PLUGINS_INPUT_DESKTOP_DESKTOPDEVICES_H
+#define QUILLMARSH_PLUGINS_INPUT_DESKTOP_DESKTOPDEVICES_H
 
 #include "inputsystem.h"
 
@@ -8,7 +8,7 @@
 
 #include <atomic>
 
-namespace input_sdl
+namespace input_desktop
 {
 
 class DesktopKeyboard final : public quillmarsh::Keyboard
@@ -87,6 +87,6 @@ private:
     Controller controller_;
 };
 
-} // namespace input_sdl
+} // namespace input_desktop
 
 #endif

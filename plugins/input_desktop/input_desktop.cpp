@@ -11,7 +11,7 @@
 #include <algorithm>
 #include <ostream>
 
-namespace input_sdl
+namespace input_desktop
 {
 namespace
 {
@@ -103,7 +103,7 @@ class Descriptor : public HIDDriverPluginDescriptor
 {
 public:
     Descriptor()
-        : HIDDriverPluginDescriptor(PluginInfo(library_info::GetHeaderVersion(), e_plugin_hid_driver, "input_sdl",
+        : HIDDriverPluginDescriptor(PluginInfo(library_info::GetHeaderVersion(), e_plugin_hid_driver, "input_desktop",
                                                PluginVersion(1, 0, 0, 0), library_info::GetBuildTimestamp(),
                                                "Game controllers, keyboard and mouse", "The Quillmarsh authors"))
     {
@@ -116,6 +116,6 @@ private:
 };
 
 } // namespace
-} // namespace input_sdl
+} // namespace input_desktop
 
-QUILLMARSH_PLUGIN_LIBRARY(input_sdl::Descriptor)
+QUILLMARSH_PLUGIN_LIBRARY(input_desktop::Descriptor)

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-namespace input_sdl
+namespace input_desktop
 {
 
 using namespace quillmarsh;
@@ -118,4 +118,4 @@ void DesktopMouse::Place(PointerSample const &sample, int moveX, int moveY)
     SetPosition(ownX_, ownY_, !isSynced || sample.isInside);
 }
 
-} // namespace input_sdl
+} // namespace input_desktop

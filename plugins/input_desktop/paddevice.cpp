@@ -4,7 +4,7 @@
 
 #include <cmath>
 
-namespace input_sdl
+namespace input_desktop
 {
 
 using namespace quillmarsh;
@@ -83,4 +83,4 @@ void PadDevice::SampleDevice()
     controller_.Sample(reading);
 }
 
-} // namespace input_sdl
+} // namespace input_desktop

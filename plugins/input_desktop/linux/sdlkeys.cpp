@@ -1,6 +1,6 @@
 #include "sdlkeys.h"
 
-namespace input_sdl
+namespace input_desktop
 {
 
 using namespace quillmarsh;
@@ -192,4 +192,4 @@ bool CharacterMap::Find(eKey key, KeyModifiers const &modifiers, char &character
     return true;
 }
 
-} // namespace input_sdl
+} // namespace input_desktop

@@ -1,10 +1,10 @@
 // Game controllers, as the multimedia part of Windows has them.
-#ifndef QUILLMARSH_PLUGINS_INPUT_SDL_WIN32_WINPAD_H
-#define QUILLMARSH_PLUGINS_INPUT_SDL_WIN32_WINPAD_H
+#ifndef QUILLMARSH_PLUGINS_INPUT_DESKTOP_WIN32_WINPAD_H
+#define QUILLMARSH_PLUGINS_INPUT_DESKTOP_WIN32_WINPAD_H
 
 #include "../inputsystem.h"
 
-namespace input_sdl
+namespace input_desktop
 {
 
 /// Those that are plugged in, in ascending order. Takes a while.
@@ -13,6 +13,6 @@ string GetWinPadName(unsigned int id);
 /// Null when it has been unplugged.
 quillmarsh::AutoPtr<Pad> OpenWinPad(unsigned int id);
 
-} // namespace input_sdl
+} // namespace input_desktop
 
 #endif

@@ -8,7 +8,7 @@
 
 #include <mmsystem.h>
 
-namespace input_sdl
+namespace input_desktop
 {
 
 using namespace quillmarsh;
@@ -119,4 +119,4 @@ AutoPtr<Pad> OpenWinPad(unsigned int id)
     return GetCaps(id, caps) ? std::make_unique<WinPad>(id, caps) : nullptr;
 }
 
-} // namespace input_sdl
+} // namespace input_desktop

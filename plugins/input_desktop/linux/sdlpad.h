@@ -1,12 +1,12 @@
 // Game controllers, as SDL has them.
-#ifndef QUILLMARSH_PLUGINS_INPUT_SDL_LINUX_SDLPAD_H
-#define QUILLMARSH_PLUGINS_INPUT_SDL_LINUX_SDLPAD_H
+#ifndef QUILLMARSH_PLUGINS_INPUT_DESKTOP_LINUX_SDLPAD_H
+#define QUILLMARSH_PLUGINS_INPUT_DESKTOP_LINUX_SDLPAD_H
 
 #include "../inputsystem.h"
 
 #include <SDL.h>
 
-namespace input_sdl
+namespace input_desktop
 {
 
 /// Holds SDL's lock of all joysticks: none comes or goes.
@@ -24,6 +24,6 @@ int FindJoystick(unsigned int id);
 /// that it does not know those of its hardware. Null when it cannot be opened.
 quillmarsh::AutoPtr<Pad> OpenSdlPad(int index);
 
-} // namespace input_sdl
+} // namespace input_desktop
 
 #endif

@@ -1,6 +1,6 @@
 #include "desktop.h"
 
-namespace input_sdl
+namespace input_desktop
 {
 
 using namespace quillmarsh;
@@ -136,4 +136,4 @@ CursorWish Desktop::TakeWish()
     return wish;
 }
 
-} // namespace input_sdl
+} // namespace input_desktop

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cstdio>
 
-namespace input_sdl
+namespace input_desktop
 {
 
 using namespace quillmarsh;
@@ -205,4 +205,4 @@ AutoPtr<Pad> OpenSdlPad(int index)
     return joystick != nullptr ? std::make_unique<PlainPad>(joystick) : nullptr;
 }
 
-} // namespace input_sdl
+} // namespace input_desktop

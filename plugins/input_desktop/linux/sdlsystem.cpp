@@ -10,7 +10,7 @@
 #include <cstdlib>
 #include <ostream>
 
-namespace input_sdl
+namespace input_desktop
 {
 
 using namespace quillmarsh;
@@ -322,4 +322,4 @@ AutoPtr<InputSystem> StartInputSystem(Desktop &desktop, bool wantsWindow)
     return std::make_unique<SdlSystem>(desktop, wantsWindow);
 }
 
-} // namespace input_sdl
+} // namespace input_desktop

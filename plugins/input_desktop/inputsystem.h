@@ -1,6 +1,6 @@
 // What the driver takes from the system that it runs on. The build picks the side: linux/ or win32/.
-#ifndef QUILLMARSH_PLUGINS_INPUT_SDL_INPUTSYSTEM_H
-#define QUILLMARSH_PLUGINS_INPUT_SDL_INPUTSYSTEM_H
+#ifndef QUILLMARSH_PLUGINS_INPUT_DESKTOP_INPUTSYSTEM_H
+#define QUILLMARSH_PLUGINS_INPUT_DESKTOP_INPUTSYSTEM_H
 
 #include "desktop.h"
 
@@ -8,7 +8,7 @@
 
 #include <vector>
 
-namespace input_sdl
+namespace input_desktop
 {
 
 using quillmarsh::string;
@@ -83,6 +83,6 @@ public:
 /// opened if it is wanted and can be had. Throws HIDDriverException when nothing can be had at all.
 quillmarsh::AutoPtr<InputSystem> StartInputSystem(Desktop &desktop, bool wantsWindow);
 
-} // namespace input_sdl
+} // namespace input_desktop
 
 #endif

@@ -10,7 +10,7 @@
 #include <windows.h>
 #include <windowsx.h>
 
-namespace input_sdl
+namespace input_desktop
 {
 
 using namespace quillmarsh;
@@ -286,4 +286,4 @@ AutoPtr<InputSystem> StartInputSystem(Desktop &desktop, bool wantsWindow)
     return std::make_unique<WinSystem>(desktop, wantsWindow);
 }
 
-} // namespace input_sdl
+} // namespace input_desktop

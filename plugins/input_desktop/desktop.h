@@ -1,6 +1,6 @@
 // Keys and pointer of the window that has the focus, as the system's events tell of them.
-#ifndef QUILLMARSH_PLUGINS_INPUT_SDL_DESKTOP_H
-#define QUILLMARSH_PLUGINS_INPUT_SDL_DESKTOP_H
+#ifndef QUILLMARSH_PLUGINS_INPUT_DESKTOP_DESKTOP_H
+#define QUILLMARSH_PLUGINS_INPUT_DESKTOP_DESKTOP_H
 
 #include <quillmarsh/basetools/syncprimitives.h>
 #include <quillmarsh/devices/keyboard.h>
@@ -8,7 +8,7 @@
 
 #include <bitset>
 
-namespace input_sdl
+namespace input_desktop
 {
 
 /// What the character of a key depends on.
@@ -107,6 +107,6 @@ private:
     CursorWish wish_;
 };
 
-} // namespace input_sdl
+} // namespace input_desktop
 
 #endif

@@ -4,7 +4,7 @@
 
 #include <windows.h>
 
-namespace input_sdl
+namespace input_desktop
 {
 
 using namespace quillmarsh;
@@ -129,4 +129,4 @@ bool FindCharacter(eKey key, KeyModifiers const &modifiers, char &character)
     return true;
 }
 
-} // namespace input_sdl
+} // namespace input_desktop

@@ -1,12 +1,12 @@
 // A game controller as a device.
-#ifndef QUILLMARSH_PLUGINS_INPUT_SDL_PADDEVICE_H
-#define QUILLMARSH_PLUGINS_INPUT_SDL_PADDEVICE_H
+#ifndef QUILLMARSH_PLUGINS_INPUT_DESKTOP_PADDEVICE_H
+#define QUILLMARSH_PLUGINS_INPUT_DESKTOP_PADDEVICE_H
 
 #include "inputsystem.h"
 
 #include <quillmarsh/framework/humaninterfacedevice.h>
 
-namespace input_sdl
+namespace input_desktop
 {
 
 /// Applies dead zones and saturations, which no system does for it.
@@ -56,6 +56,6 @@ private:
     PadController controller_;
 };
 
-} // namespace input_sdl
+} // namespace input_desktop
 
 #endif
