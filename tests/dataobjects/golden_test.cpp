@@ -10,7 +10,7 @@
 #include <quillmarsh/mathtools/outputforms.h>
 #include <quillmarsh/mathtools/transforms.h>
 
-#include "source/dataobjects/samplekernels.h"
+#include "source/dataobjects/transfer/samplekernels.h"
 #include "tests/support/scratch_directory.h"
 
 #include <gtest/gtest.h>

@@ -1,7 +1,7 @@
 #include <quillmarsh/dataobjects/sampleprocessors.h>
 #include <quillmarsh/dataobjects/volumeoperations.h>
 
-#include "source/dataobjects/samplekernels.h"
+#include "source/dataobjects/transfer/samplekernels.h"
 #include "tests/support/sample_blocks.h"
 #include "tests/support/scripted_dialogs.h"
 

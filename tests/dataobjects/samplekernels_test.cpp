@@ -1,4 +1,4 @@
-#include "source/dataobjects/samplekernels.h"
+#include "source/dataobjects/transfer/samplekernels.h"
 #include "tests/support/sample_blocks.h"
 
 #include <quillmarsh/dataobjects/sampleprocessors.h>

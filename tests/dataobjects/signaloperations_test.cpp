@@ -1,6 +1,6 @@
 #include <quillmarsh/dataobjects/signaloperations.h>
 
-#include "source/dataobjects/samplekernels.h"
+#include "source/dataobjects/transfer/samplekernels.h"
 #include "tests/support/sample_blocks.h"
 #include "tests/support/scripted_dialogs.h"
 #include <quillmarsh/dataobjects/sampleprocessors.h>

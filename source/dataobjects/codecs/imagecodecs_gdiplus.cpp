@@ -1,0 +1,218 @@
+#include <quillmarsh/dataobjects/imagecodecs_gdiplus.h>
+
+#include <quillmarsh/basetools/exception.h>
+#include <quillmarsh/basetools/filesystem.h>
+#include <quillmarsh/basetools/winutils.h>
+#include <quillmarsh/dataobjects/datacodecparameters.h>
+#include <quillmarsh/dataobjects/imageoperations.h>
+
+#include "source/dataobjects/codecs/filereplacement.h"
+#include "source/platform/imagefiles.h"
+
+#include <algorithm>
+#include <new>
+#include <optional>
+
+namespace quillmarsh
+{
+namespace
+{
+
+using namespace data_codec_parameters;
+using namespace signal_codec_parameters;
+
+constexpr char s_szCodec[] = "GDI+";
+constexpr char s_szFormatList[] = "tiff jpeg png bmp";
+
+struct FileFormat
+{
+    char const *name;
+    char const *mimeType;
+};
+
+constexpr FileFormat s_fileFormats[] = {
+    {Value_ImageFileFormat_TIFF, "image/tiff"},
+    {Value_ImageFileFormat_JPEG, "image/jpeg"},
+    {Value_ImageFileFormat_PNG, "image/png"},
+    {Value_ImageFileFormat_BMP, "image/bmp"},
+};
+
+char const *FindMimeType(string const &format)
+{
+    for (FileFormat const &row : s_fileFormats)
+    {
+        if (row.name == format)
+            return row.mimeType;
+    }
+    return nullptr;
+}
+
+struct PixelForm
+{
+    eSampleFormat source;
+    eSampleFormat form;
+};
+
+constexpr PixelForm s_pixelForms[] = {
+    {e_format_L8, e_format_X8R8G8B8},       {e_format_X8R8G8B8, e_format_X8R8G8B8},
+    {e_format_A8, e_format_A8R8G8B8},       {e_format_A8L8, e_format_A8R8G8B8},
+    {e_format_A4R4G4B4, e_format_A8R8G8B8}, {e_format_A1R5G5B5, e_format_A8R8G8B8},
+    {e_format_A8R8G8B8, e_format_A8R8G8B8},
+};
+
+/// Form of 32 bits that a format is saved in; none for a format that is not saved.
+eSampleFormat FindPixelForm(eSampleFormat source)
+{
+    for (PixelForm const &row : s_pixelForms)
+    {
+        if (row.source == source)
+            return row.form;
+    }
+    return e_format_none;
+}
+
+int ToPixelFormat(eSampleFormat form)
+{
+    return form == e_format_A8R8G8B8 ? PixelFormat32bppARGB : PixelFormat32bppRGB;
+}
+
+bool IsOriginBottom(NamedParameterList const &params)
+{
+    return params.GetValueBool(Param_OriginBottom, Value_OriginBottom_Default);
+}
+
+/// The pixels to be saved: the image itself where it has them in the right form and order, else a copy.
+class PixelSource : NoCopy
+{
+public:
+    /// False if the format of the image cannot be brought to the form.
+    bool Prepare(ImageBase const &image, eSampleFormat form, bool turnedOver)
+    {
+        pixels_ = &image;
+        if (image.GetSampleFormat() == form && !turnedOver)
+            return true;
+        copy_.emplace(form, image.GetNumRows(), image.GetNumColumns());
+        pixels_ = &*copy_;
+        // Alpha alone gets a colour to go with it.
+        if (image.GetSampleFormat() == e_format_A8)
+            std::fill_n(copy_->GetSamplesB(), copy_->GetTotalByteSize(), static_cast<unsigned char>(255));
+        if (!TransferSamples2D(*copy_, image, true))
+            return false;
+        if (turnedOver)
+            FlipRows(*copy_);
+        return true;
+    }
+    ImageBase const &Get() const { return *pixels_; }
+
+private:
+    ImageBase const *pixels_ = nullptr;
+    std::optional<Image<Sample32>> copy_;
+};
+
+platform::ImageFileOptions ReadOptions(NamedParameterList const &params)
+{
+    return {params.GetValueBool(Param_UseCompression, Value_UseCompression_Default),
+            params.GetValueUInteger(Param_CompressionLevel, Value_CompressionLevel_Default),
+            params.GetValueUInteger(Param_Quality, Value_Quality_Default)};
+}
+
+bool SavePixels(ImageBase const &pixels, string const &path, char const *mimeType,
+                platform::ImageFileOptions const &options)
+{
+    Gdiplus::BitmapData data;
+    GdiplusFillBitmapData(data, ToPixelFormat(pixels.GetSampleFormat()), pixels);
+    Gdiplus::Bitmap bitmap(static_cast<int>(data.Width), static_cast<int>(data.Height), data.Stride, data.PixelFormat,
+                           static_cast<unsigned char *>(data.Scan0));
+    if (!GdiplusTransferBitmapPixels(bitmap, data, false))
+        return false;
+    FileReplacement replacement(path);
+    return !replacement.GetPath().empty() &&
+           platform::SaveImageFile(bitmap, replacement.GetPath(), mimeType, options) && replacement.Commit();
+}
+
+eSampleFormat FormatOf(Gdiplus::Bitmap &bitmap)
+{
+    bool const hasAlpha = (bitmap.GetFlags() & Gdiplus::ImageFlagsHasAlpha) != 0;
+    return hasAlpha ? e_format_A8R8G8B8 : e_format_X8R8G8B8;
+}
+
+AutoPtr<ImageBase> LoadPixels(std::filesystem::path const &path, bool turnedOver)
+{
+    AutoPtr<Gdiplus::Bitmap> const bitmap = platform::OpenImageFile(path);
+    if (!bitmap)
+        return nullptr;
+    auto image = std::make_unique<Image<Sample32>>(FormatOf(*bitmap), bitmap->GetHeight(), bitmap->GetWidth());
+    Gdiplus::BitmapData data;
+    GdiplusFillBitmapData(data, ToPixelFormat(image->GetSampleFormat()), *image);
+    if (!GdiplusTransferBitmapPixels(*bitmap, data, true))
+        return nullptr;
+    if (turnedOver)
+        FlipRows(*image);
+    return image;
+}
+
+/// What the call gives; false or null when it finds no memory. A picture that cannot be held fails as a damaged one.
+template<typename Call>
+auto CallWithMemory(Call const &call) -> decltype(call())
+{
+    try
+    {
+        return call();
+    }
+    catch (NoMemoryException const &)
+    {
+    }
+    catch (std::bad_alloc const &)
+    {
+    }
+    return {};
+}
+
+} // namespace
+
+ImageEncoderGdiplus::ImageEncoderGdiplus() : ImageEncoder(s_szCodec, s_szFormatList) {}
+
+bool ImageEncoderGdiplus::SaveImage(ImageBase const &image, string const &fileName, string const &format,
+                                    NamedParameterList const &params)
+{
+    char const *const mimeType = FindMimeType(format);
+    if (!mimeType || fileName.empty() || image.GetNumSamples() == 0)
+        return false;
+    eSampleFormat const form = FindPixelForm(image.GetSampleFormat());
+    PixelSource source;
+    if (form == e_format_none || !CallWithMemory([&] { return source.Prepare(image, form, IsOriginBottom(params)); }))
+        return false;
+    win_utils::GdiplusGuard const guard;
+    string const path = file_system::GetFullPathNameA(fileName, false);
+    return MayReplaceFile(path, params.GetValueBool(Param_FileOverwrite, Value_FileOverwrite_Default)) &&
+           CallWithMemory([&] { return SavePixels(source.Get(), path, mimeType, ReadOptions(params)); });
+}
+
+ImageDecoderGdiplus::ImageDecoderGdiplus() : ImageDecoder(s_szCodec, s_szFormatList) {}
+
+ImageBase *ImageDecoderGdiplus::LoadImageA(string const &fileName, NamedParameterList const &params)
+{
+    std::filesystem::path const path = FindDataFile(file_system::GetFullPathNameA(fileName, false));
+    if (path.empty())
+        return nullptr;
+    win_utils::GdiplusGuard const guard;
+    return CallWithMemory([&] { return LoadPixels(path, IsOriginBottom(params)); }).release();
+}
+
+bool ImageDecoderGdiplus::QueryImage(string const &fileName, eSampleFormat &format, unsigned int &numRows,
+                                     unsigned int &numColumns)
+{
+    std::filesystem::path const path = FindDataFile(file_system::GetFullPathNameA(fileName, false));
+    if (path.empty())
+        return false;
+    win_utils::GdiplusGuard const guard;
+    AutoPtr<Gdiplus::Bitmap> const bitmap = CallWithMemory([&] { return platform::OpenImageFile(path); });
+    if (!bitmap)
+        return false;
+    format = FormatOf(*bitmap);
+    numRows = bitmap->GetHeight();
+    numColumns = bitmap->GetWidth();
+    return true;
+}
+
+} // namespace quillmarsh

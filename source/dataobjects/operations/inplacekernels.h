@@ -1,0 +1,82 @@
+// Work in place on whole blocks of samples, a vector at a time.
+#ifndef QUILLMARSH_SOURCE_DATAOBJECTS_OPERATIONS_INPLACEKERNELS_H
+#define QUILLMARSH_SOURCE_DATAOBJECTS_OPERATIONS_INPLACEKERNELS_H
+
+#include <cstddef>
+#include <span>
+
+namespace quillmarsh
+{
+
+/// A pattern of bytes over a block of samples of one size. Three vectors of any machine make a whole number of samples,
+/// as long as those have a size of which 48 is a multiple: so has every plain sample.
+class BytePattern
+{
+public:
+    /// All zero.
+    explicit BytePattern(unsigned int sampleSize) : sampleSize_(sampleSize) {}
+
+    /// Sets these bytes in every sample; a size that is none of the above sets nothing.
+    void Set(unsigned int offset, std::span<unsigned char const> bytes);
+
+    bool IsUsable() const { return sampleSize_ != 0 && 48 % sampleSize_ == 0; }
+    /// Whether each vector by itself is a whole number of samples.
+    bool IsUniform() const { return 16 % sampleSize_ == 0; }
+    unsigned int GetSampleSize() const { return sampleSize_; }
+    unsigned char const *GetBytes() const { return bytes_; }
+
+private:
+    alignas(64) unsigned char bytes_[3 * 64] = {};
+    unsigned int sampleSize_;
+};
+
+/// What a threshold makes of a byte below it, at it, and above it.
+struct ThresholdRule
+{
+    unsigned char threshold, onBelow, onEqual, onAbove;
+    bool keepsBelow, keepsAbove; ///< the byte stays instead
+};
+
+/// New places of the bytes of a sample: byte i comes from byte `order[i]` of the source, or stays where `keeps[i]`.
+struct ByteOrder
+{
+    unsigned int sampleSize;
+    unsigned char order[16];
+    bool keeps[16];
+};
+
+/// @name Kernels on samples
+/// Each works on the first samples as the one-element processors do, to the bit, and returns how many these were: all but
+/// a rest of less than three vectors. Blocks need no alignment. Any thread.
+/// @{
+
+/// Sets the bits of the mask to those of the values, which has no others.
+std::size_t FillMasked(unsigned char *samples, std::size_t count, BytePattern const &mask, BytePattern const &values);
+/// Works on the bytes where the mask is 255.
+std::size_t ApplyThreshold(unsigned char *samples, std::size_t count, BytePattern const &mask,
+                           ThresholdRule const &rule);
+/// Takes the bytes under the mask from the source.
+std::size_t MergeSamples(unsigned char *dst, unsigned char const *src, std::size_t count, BytePattern const &mask);
+/// The blocks are the same, or do not overlap.
+std::size_t ReorderBytes(unsigned char *dst, unsigned char const *src, std::size_t count, ByteOrder const &order);
+/// Colours of four bytes get the one alpha where they equal the key, and the other elsewhere.
+std::size_t SetAlphaByKey(unsigned char *colours, std::size_t count, unsigned int key, unsigned char matchAlpha,
+                          unsigned char otherAlpha);
+/// Alpha of colours of four bytes becomes their luminance, and each other byte 255 above the threshold and else 0.
+std::size_t SetAlphaByLuminance(unsigned char *colours, std::size_t count, unsigned char threshold);
+/// @}
+
+/// @name Exchanges, of everything
+/// @{
+
+/// Exchanges two blocks, which do not overlap.
+void SwapBlocks(unsigned char *a, unsigned char *b, std::size_t byteSize);
+/// Reverses the order of rows.
+void FlipRowsOfBlock(unsigned char *rows, std::size_t numRows, std::size_t rowByteSize);
+/// Reverses the order of the samples of each row.
+void FlipColumnsOfBlock(unsigned char *rows, std::size_t numRows, std::size_t numColumns, unsigned int sampleSize);
+/// @}
+
+} // namespace quillmarsh
+
+#endif

@@ -1,0 +1,77 @@
+// A run of columns that a resampling does for all rows before it goes on to the next.
+#ifndef QUILLMARSH_SOURCE_DATAOBJECTS_OPERATIONS_RESAMPLINGCOLUMNS_H
+#define QUILLMARSH_SOURCE_DATAOBJECTS_OPERATIONS_RESAMPLINGCOLUMNS_H
+
+#include "source/dataobjects/operations/resampling.h"
+#include "source/dataobjects/operations/resamplingaxis.h"
+
+#include <cstddef>
+
+namespace quillmarsh
+{
+
+/// Where the columns of a run come from, worked out once for all rows.
+///
+/// A run is so short that what belongs to it stays in the nearest cache. The object is large; it holds everything that a
+/// resampling needs, without further allocations.
+class ResamplingColumns
+{
+public:
+    /// Bytes of the samples of a run, in every array that holds such.
+    static constexpr unsigned int s_maxBytes = 4096;
+    /// Bytes that keep one such array away from the next.
+    static constexpr unsigned int s_stagger = 5 * 64;
+
+    /// The number of columns for a run, of so many that there are.
+    static unsigned int GetRunLength(unsigned int numColumns, unsigned int sampleSize);
+
+    /// @name Set-up, from where the walk stands
+    /// @{
+    void SetNearest(AxisWalk &walk, unsigned int numColumns, unsigned int srcColumns, unsigned int sampleSize);
+    void SetLinear(AxisWalk &walk, unsigned int numColumns, unsigned int srcColumns, SamplePart const &part,
+                   unsigned int numRows);
+    /// @}
+
+    unsigned int GetNumColumns() const { return numColumns_; }
+    std::size_t GetByteSize() const { return std::size_t{numColumns_} * part_.sampleSize; }
+
+    /// Picks the samples at the first taps out of a row of the source, and those at the second taps.
+    void Gather(unsigned char const *src, unsigned char *tap0, unsigned char *tap1) const;
+
+    /// @name Weighted sums of picked samples, of as many rows as were named before
+    /// @{
+
+    /// A job with what is the same for every row of the destination. The caller names the picked samples, the weights of
+    /// their rows, the destination, which is the run's part of a row, and the places that are read next.
+    BlendJob MakeJob() const;
+    void Blend(BlendJob const &job) const;
+    /// Where the run's part of a row of the source begins, in bytes.
+    std::size_t GetSourceStart() const { return std::size_t{taps_[0].first} * part_.sampleSize; }
+    /// @}
+
+private:
+    static constexpr unsigned int s_maxColumns = 2048;
+    static constexpr unsigned int s_maxVector = 64;
+
+    void SetBlocks(unsigned int srcColumns, bool wantsBoth);
+    bool SetBlock(unsigned int column, unsigned int srcColumns, std::uint32_t &window, unsigned char *control) const;
+    void SetElements();
+    void SetMask();
+
+    unsigned int numColumns_ = 0;
+    unsigned int numRows_ = 0;
+    SamplePart part_{};
+    GatherKernel gather_{}; ///< none: the samples are picked one by one
+    BlendKernel blend_{};   ///< none: the sums are made one by one
+    std::size_t numElements_ = 0;
+
+    AxisTaps taps_[s_maxColumns];
+    std::uint32_t windows_[s_maxBytes / 8 + 1];
+    alignas(s_maxVector) unsigned char controls_[2 * s_maxBytes + s_maxVector];
+    alignas(s_maxVector) float weights0_[s_maxBytes + s_stagger], weights1_[s_maxBytes + s_stagger];
+    alignas(s_maxVector) unsigned char mask_[s_maxBytes];
+};
+
+} // namespace quillmarsh
+
+#endif

@@ -1,0 +1,243 @@
+#include <quillmarsh/dataobjects/datapackage.h>
+
+#include <quillmarsh/basetools/exception.h>
+#include <quillmarsh/basetools/serializer.h>
+#include <quillmarsh/basetools/streamsentries.h>
+
+#include "source/dataobjects/codecs/filereplacement.h"
+#include "source/dataobjects/packages/packagefields.h"
+
+#include <fstream>
+#include <string_view>
+
+namespace quillmarsh
+{
+namespace
+{
+
+using serializer_parameters::InputStreamByteOrderSentry;
+using serializer_parameters::OutputStreamByteOrderSentry;
+using std::ios_base;
+
+constexpr std::string_view s_headerOpening = "<QuillMarshDataPackage//";
+constexpr std::string_view s_headerClosing = "///>";
+constexpr std::string_view s_trailerOpening = "<///";
+constexpr std::string_view s_trailerClosing = "//QuillMarshDataPackage>";
+
+// The same in both byte orders.
+constexpr unsigned int s_bigEndian = 0xFFFFFFFF;
+constexpr unsigned int s_littleEndian = 0;
+
+constexpr short s_anyFailure = static_cast<short>(ios_base::failbit | ios_base::badbit | ios_base::eofbit);
+
+void WriteMagic(ostream &out, std::string_view magic)
+{
+    WriteByteBlock(out, magic.data(), static_cast<unsigned int>(magic.size()));
+}
+
+bool ReadMagic(istream &in, std::string_view magic)
+{
+    char read[s_headerOpening.size()] = {};
+    ReadByteBlock(in, read, static_cast<unsigned int>(magic.size()));
+    return std::string_view(read, magic.size()) == magic;
+}
+
+void ReadOpeningMagic(Serializable const &object, istream &in, std::string_view magic)
+{
+    bool found = false;
+    ReadField(object, "opening magic-sequence", [&] { found = ReadMagic(in, magic); });
+    if (!found)
+        QUILLMARSH_THROW(DeserializationException, PackageMessage(object, "Invalid opening magic-sequence."));
+}
+
+void ReadClosingMagic(Serializable const &object, istream &in, std::string_view magic)
+{
+    bool found = false;
+    ReadField(object, "closing magic-sequence", [&] { found = ReadMagic(in, magic); });
+    if (!found)
+        QUILLMARSH_THROW(DeserializationException, PackageMessage(object, "Invalid closing magic-sequence."));
+}
+
+void ReadNumber(Serializable const &object, istream &in, char const *field, unsigned int &value)
+{
+    ReadField(object, field, [&] { in >= value; });
+}
+
+/// Bytes of a payload, of which a package has less than 4 GiB.
+unsigned int Distance(std::streampos begin, std::streampos end)
+{
+    return static_cast<unsigned int>(end - begin);
+}
+
+/// True when the action throws nothing. What it throws as a failure is thrown on when asked for.
+template<typename Action>
+bool Succeeds(bool rethrow, Action const &action)
+{
+    try
+    {
+        action();
+        return true;
+    }
+    catch (ios_base::failure const &)
+    {
+        if (rethrow)
+            throw;
+    }
+    catch (Exception const &)
+    {
+        if (rethrow)
+            throw;
+    }
+    return false;
+}
+
+} // namespace
+
+DataPackageHeader::DataPackageHeader() = default;
+
+void DataPackageHeader::Serialize(ostream &out) const
+{
+    OutputStreamByteOrderSentry const order(packageByteOrderBigEndian_);
+    WriteMagic(out, s_headerOpening);
+    out <= (packageByteOrderBigEndian_ ? s_bigEndian : s_littleEndian);
+    out <= packageID_;
+    out <= payloadByteSize_;
+    out <= payloadType_;
+    WriteMagic(out, s_headerClosing);
+}
+
+void DataPackageHeader::Deserialize(istream &in)
+{
+    ReadOpeningMagic(*this, in, s_headerOpening);
+    unsigned int specifier = 1; // neither of the two, for a stream that ends and does not throw
+    ReadNumber(*this, in, "byte-order specifier", specifier);
+    if (specifier != s_bigEndian && specifier != s_littleEndian)
+        QUILLMARSH_THROW(DeserializationException, PackageMessage(*this, "Invalid byte-order specifier."));
+    packageByteOrderBigEndian_ = specifier == s_bigEndian;
+
+    InputStreamByteOrderSentry const order(packageByteOrderBigEndian_);
+    ReadNumber(*this, in, "package id", packageID_);
+    ReadNumber(*this, in, "payload byte-size", payloadByteSize_);
+    ReadNumber(*this, in, "payload type", payloadType_);
+    ReadClosingMagic(*this, in, s_headerClosing);
+}
+
+DataPackageTrailer::DataPackageTrailer() = default;
+
+void DataPackageTrailer::Serialize(ostream &out) const
+{
+    OutputStreamByteOrderSentry const order(packageByteOrderBigEndian_);
+    WriteMagic(out, s_trailerOpening);
+    out <= packageID_;
+    WriteMagic(out, s_trailerClosing);
+}
+
+void DataPackageTrailer::Deserialize(istream &in)
+{
+    InputStreamByteOrderSentry const order(packageByteOrderBigEndian_);
+    ReadOpeningMagic(*this, in, s_trailerOpening);
+    ReadNumber(*this, in, "package id", packageID_);
+    ReadClosingMagic(*this, in, s_trailerClosing);
+}
+
+DataPackage::DataPackage(unsigned int payloadType) : payloadType_(payloadType) {}
+
+void DataPackage::SetSkipHeaderOnRead(bool skip, DataPackageHeader const *header)
+{
+    QUILLMARSH_ASSERT(skip == (header != nullptr), "Invalid argument.");
+    skipHeaderOnRead_ = skip;
+    skipHeader_ = header;
+}
+
+void DataPackage::Serialize(ostream &out) const
+{
+    StreamExceptionSentry const exceptions(out, s_anyFailure);
+    OutputStreamByteOrderSentry const order(packageByteOrderOnWrite_);
+    unsigned int byteSize = 0;
+    QueryPayloadByteSize(byteSize);
+
+    DataPackageHeader header;
+    header.SetPackageByteOrder(packageByteOrderOnWrite_);
+    header.SetPackageID(packageID_);
+    header.SetPayloadByteSize(byteSize);
+    header.SetPayloadType(payloadType_);
+    header.Serialize(out);
+
+    std::streampos const begin = out.tellp();
+    SerializePayload(out);
+    if (Distance(begin, out.tellp()) != byteSize)
+        QUILLMARSH_THROW(SerializationException, PackageMessage(*this, "Payload byte-size mismatch."));
+
+    DataPackageTrailer trailer;
+    trailer.SetPackageByteOrder(packageByteOrderOnWrite_);
+    trailer.SetPackageID(packageID_);
+    trailer.Serialize(out);
+}
+
+void DataPackage::Deserialize(istream &in)
+{
+    StreamExceptionSentry const exceptions(in, s_anyFailure);
+    DataPackageHeader header;
+    if (skipHeaderOnRead_ && skipHeader_)
+        header = *skipHeader_;
+    else
+        header.Deserialize(in);
+
+    InputStreamByteOrderSentry const order(header.IsPackageByteOrderBigEndian());
+    if (header.GetPayloadType() != payloadType_)
+        QUILLMARSH_THROW(DeserializationException, PackageMessage(*this, "Payload-type mismatch."));
+    packageID_ = header.GetPackageID();
+
+    std::streampos const begin = in.tellg();
+    DeserializePayload(in, header.GetPayloadByteSize());
+    if (Distance(begin, in.tellg()) != header.GetPayloadByteSize())
+        QUILLMARSH_THROW(DeserializationException, PackageMessage(*this, "Payload byte-size mismatch."));
+
+    DataPackageTrailer trailer;
+    trailer.SetPackageByteOrder(header.IsPackageByteOrderBigEndian());
+    trailer.Deserialize(in);
+    if (trailer.GetPackageID() != packageID_)
+        QUILLMARSH_THROW(DeserializationException, PackageMessage(*this, "Package-id mismatch."));
+}
+
+bool DataPackage::SaveToFile(string const &fileName, bool rethrow)
+{
+    return Succeeds(rethrow,
+                    [&]
+                    {
+                        FileReplacement replacement(fileName);
+                        std::ofstream file;
+                        // An attempt without a path would take the place of the reason why there is none.
+                        if (!replacement.GetPath().empty())
+                            file.open(replacement.GetPath(), ios_base::out | ios_base::trunc | ios_base::binary);
+                        if (!file.is_open())
+                            QUILLMARSH_THROW(SerializationException, "Cannot open file: " + fileName);
+                        try
+                        {
+                            Serialize(file);
+                            // The last bytes reach the disk only now.
+                            file.exceptions(ios_base::failbit | ios_base::badbit);
+                            file.close();
+                            if (!replacement.Commit())
+                                throw ios_base::failure("Cannot replace the file.");
+                        }
+                        catch (ios_base::failure const &failure)
+                        {
+                            throw ios_base::failure("Cannot write file: " + fileName, failure.code());
+                        }
+                    });
+}
+
+bool DataPackage::LoadFromFile(string const &fileName, bool rethrow)
+{
+    return Succeeds(rethrow,
+                    [&]
+                    {
+                        std::ifstream file(FindDataFile(fileName), ios_base::in | ios_base::binary);
+                        if (!file)
+                            QUILLMARSH_THROW(DeserializationException, "Cannot open file: " + fileName);
+                        Deserialize(file);
+                    });
+}
+
+} // namespace quillmarsh

@@ -1,0 +1,548 @@
+#include "source/dataobjects/transfer/samplekernels.h"
+
+// The newest set has a wrong truncation in the version that distributions still carry.
+#define HWY_DISABLED_TARGETS HWY_AVX3_DL
+
+// The code below is compiled once for each set of vector instructions.
+#undef HWY_TARGET_INCLUDE
+#define HWY_TARGET_INCLUDE "source/dataobjects/transfer/samplekernels.cpp"
+#include <hwy/foreach_target.h>
+
+#include "source/dataobjects/transfer/samplelanes-inl.h"
+
+#include <hwy/highway.h>
+
+HWY_BEFORE_NAMESPACE();
+namespace quillmarsh
+{
+namespace HWY_NAMESPACE
+{
+namespace
+{
+
+#if HWY_TARGET == HWY_SCALAR || HWY_TARGET == HWY_EMU128
+
+// Without vectors the one-element processors do it all.
+std::size_t Run(eSampleKernel, unsigned char *, unsigned char const *, std::size_t)
+{
+    return 0;
+}
+
+#else
+
+HWY_ATTR V32 Pack4444(V32 colours)
+{
+    V32 const nibbles = hn::And(hn::ShiftRight<4>(colours), Set32(0x0F0F0F0F));
+    V32 const pairs = hn::Or(nibbles, hn::ShiftRight<4>(nibbles));
+    return Shuffle(pairs, 0x80800200);
+}
+
+HWY_ATTR V32 Unpack4444(V32 words)
+{
+    V32 const pairs = hn::And(hn::Or(words, hn::ShiftLeft<8>(words)), Set32(0x00FF00FF));
+    V32 const nibbles = hn::And(hn::Or(pairs, hn::ShiftLeft<4>(pairs)), Set32(0x0F0F0F0F));
+    return hn::Or(nibbles, hn::ShiftLeft<4>(nibbles));
+}
+
+#if HWY_TARGET == HWY_AVX2 || HWY_TARGET == HWY_AVX3
+
+/// Sums of products put the fields together: first blue with green and red with alpha, in 16 bits, then both. The fields
+/// have the upper bits of their bytes, so all of it stands three bits too high.
+HWY_ATTR V32 Pack1555(V32 colours)
+{
+    V32 const fields = hn::And(colours, Set32(0x80F8F8F8));
+    V32 const inPairs = Set32(0x02012001), inColours = Set32(0x04000001);
+#if HWY_TARGET == HWY_AVX3
+    V32 const sums{_mm512_madd_epi16(_mm512_maddubs_epi16(fields.raw, inPairs.raw), inColours.raw)};
+#else
+    V32 const sums{_mm256_madd_epi16(_mm256_maddubs_epi16(fields.raw, inPairs.raw), inColours.raw)};
+#endif
+    return hn::ShiftRight<3>(sums);
+}
+
+#else
+
+HWY_ATTR V32 Pack1555(V32 colours)
+{
+    V32 const blue = hn::And(hn::ShiftRight<3>(colours), Set32(0x001F));
+    V32 const blueGreen = hn::OrAnd(blue, hn::ShiftRight<6>(colours), Set32(0x03E0));
+    V32 const colour = hn::OrAnd(blueGreen, hn::ShiftRight<9>(colours), Set32(0x7C00));
+    return hn::OrAnd(colour, hn::ShiftRight<16>(colours), Set32(0x8000));
+}
+
+#endif
+
+/// Five bits that stand `place` bits above the lowest one of their lane, times 255 / 31 and rounded. The products are
+/// exact enough for every value as long as the place is 4 or 5.
+template<int place>
+HWY_ATTR inline V16 SpreadField(V16 fields)
+{
+    constexpr auto factor = static_cast<std::int16_t>(255.0 / 31.0 * (0x8000 >> place) + 0.5);
+    constexpr hn::Rebind<std::int16_t, decltype(s_d16)> dInt;
+    return hn::BitCast(s_d16, hn::MulFixedPoint15(hn::BitCast(dInt, fields), hn::Set(dInt, factor)));
+}
+
+/// The lower bytes of colours from words in lanes of 16 bits; a lane of zero gives zero.
+HWY_ATTR inline V16 BlueGreenOf1555(V16 words)
+{
+    V16 const blue = SpreadField<4>(hn::And(hn::ShiftLeft<4>(words), hn::Set(s_d16, std::uint16_t{31 << 4})));
+    V16 const green = SpreadField<5>(hn::And(words, hn::Set(s_d16, std::uint16_t{31 << 5})));
+    return hn::Or(blue, hn::ShiftLeft<8>(green));
+}
+
+/// Their upper bytes; the one bit of alpha becomes 255.
+HWY_ATTR inline V16 RedAlphaOf1555(V16 words)
+{
+    constexpr hn::Rebind<std::int16_t, decltype(s_d16)> dInt;
+    V16 const red = SpreadField<4>(hn::And(hn::ShiftRight<6>(words), hn::Set(s_d16, std::uint16_t{31 << 4})));
+    V16 const alpha = hn::BitCast(s_d16, hn::ShiftRight<15>(hn::BitCast(dInt, words)));
+    return hn::OrAnd(red, alpha, hn::Set(s_d16, std::uint16_t{0xFF00}));
+}
+
+HWY_ATTR V32 Unpack1555(V32 words)
+{
+    V16 const lanes = hn::BitCast(s_d16, words);
+    V32 const redAlpha = hn::BitCast(s_d32, RedAlphaOf1555(lanes));
+    return hn::Or(hn::BitCast(s_d32, BlueGreenOf1555(lanes)), hn::ShiftLeft<16>(redAlpha));
+}
+
+/// Two vectors, one behind the other.
+struct TwoVectors
+{
+    V32 first, second;
+};
+
+/// @name Kernels: one vector of samples each
+/// @{
+struct ByteFromWordLow
+{
+    static HWY_ATTR void Run(unsigned char *dst, unsigned char const *src) { StoreBytesOf16(dst, LoadWords(src)); }
+};
+
+struct ByteFromWordHigh
+{
+    static HWY_ATTR void Run(unsigned char *dst, unsigned char const *src)
+    {
+        StoreBytesOf16(dst, hn::ShiftRight<8>(LoadWords(src)));
+    }
+};
+
+struct ByteFromColourAlpha
+{
+    static HWY_ATTR V32 Values(unsigned char const *src) { return hn::ShiftRight<24>(LoadColours(src)); }
+};
+
+struct ByteFromColourLuminance
+{
+    static HWY_ATTR V32 Values(unsigned char const *src) { return Luminance(LoadColours(src)); }
+};
+
+struct ByteFromFloat
+{
+    static HWY_ATTR V32 Values(unsigned char const *src)
+    {
+        auto const values = hn::BitCast(s_dFloat, LoadColours(src));
+        return hn::And(RoundLanes(hn::Mul(values, hn::Set(s_dFloat, 255.0f))), Set32(0xFF));
+    }
+};
+
+struct WordSetLowFromByte
+{
+    static HWY_ATTR void Run(unsigned char *dst, unsigned char const *src)
+    {
+        V16 const kept = hn::And(LoadWords(dst), hn::Set(s_d16, std::uint16_t{0xFF00}));
+        StoreWords(dst, hn::Or(kept, LoadBytesTo16(src)));
+    }
+};
+
+struct WordSetHighFromByte
+{
+    static HWY_ATTR void Run(unsigned char *dst, unsigned char const *src)
+    {
+        V16 const kept = hn::And(LoadWords(dst), hn::Set(s_d16, std::uint16_t{0x00FF}));
+        StoreWords(dst, hn::Or(kept, hn::ShiftLeft<8>(LoadBytesTo16(src))));
+    }
+};
+
+struct WordSetLowFromColourLuminance
+{
+    static HWY_ATTR void Run(unsigned char *dst, unsigned char const *src)
+    {
+        auto const luminance = hn::TruncateTo(s_d16For32, Luminance(LoadColours(src)));
+        auto const kept = hn::And(LoadWordsFor32(dst), hn::Set(s_d16For32, std::uint16_t{0xFF00}));
+        StoreWordsFor32(dst, hn::Or(kept, luminance));
+    }
+};
+
+struct WordFromColourLuminanceAlpha
+{
+    static HWY_ATTR V32 Values(unsigned char const *src)
+    {
+        V32 const colours = LoadColours(src);
+        return hn::OrAnd(Luminance(colours), hn::ShiftRight<16>(colours), Set32(0xFF00));
+    }
+};
+
+struct Word4444FromColour
+{
+    static HWY_ATTR V32 Values(unsigned char const *src) { return Pack4444(LoadColours(src)); }
+};
+
+struct Word1555FromColour
+{
+    static HWY_ATTR V32 Values(unsigned char const *src) { return Pack1555(LoadColours(src)); }
+};
+
+struct ColourSetAlphaFromByte
+{
+    static HWY_ATTR void Run(unsigned char *dst, unsigned char const *src)
+    {
+        V32 const alpha = hn::ShiftLeft<24>(LoadBytesTo32(src));
+        StoreColours(dst, hn::Or(hn::And(LoadColours(dst), Set32(0x00FFFFFF)), alpha));
+    }
+};
+
+struct ColourSetBGRFromByte
+{
+    static HWY_ATTR void Run(unsigned char *dst, unsigned char const *src)
+    {
+        V32 const colours = Shuffle(LoadBytesTo32(src), 0x80000000);
+        StoreColours(dst, hn::Or(hn::And(LoadColours(dst), Set32(0xFF000000)), colours));
+    }
+};
+
+struct ColourSetBGRFromWordLow
+{
+    static HWY_ATTR void Run(unsigned char *dst, unsigned char const *src)
+    {
+        V32 const colours = Shuffle(LoadWordsTo32(src), 0x80000000);
+        StoreColours(dst, hn::Or(hn::And(LoadColours(dst), Set32(0xFF000000)), colours));
+    }
+};
+
+struct ColourFromWordLuminanceAlpha
+{
+    static HWY_ATTR V32 Values(unsigned char const *src) { return Shuffle(LoadWordsTo32(src), 0x01000000); }
+};
+
+struct ColourFromWord4444
+{
+    static HWY_ATTR V32 Values(unsigned char const *src) { return Unpack4444(LoadWordsTo32(src)); }
+};
+
+struct ColourFromWord1555
+{
+    static HWY_ATTR V32 Values(unsigned char const *src) { return Unpack1555(LoadWordsTo32(src)); }
+    /// Of a whole vector of words, of which the groups stand in the order for splitting.
+    static HWY_ATTR TwoVectors TwoValues(V16 words)
+    {
+        V16 const blueGreen = BlueGreenOf1555(words), redAlpha = RedAlphaOf1555(words);
+        return {hn::BitCast(s_d32, hn::InterleaveLower(s_d16, blueGreen, redAlpha)),
+                hn::BitCast(s_d32, hn::InterleaveUpper(s_d16, blueGreen, redAlpha))};
+    }
+};
+
+struct FloatFromByte
+{
+    static HWY_ATTR V32 Values(unsigned char const *src)
+    {
+        return hn::BitCast(s_d32, hn::Mul(ToFloat(LoadBytesTo32(src)), hn::Set(s_dFloat, 0.003921569f)));
+    }
+};
+/// @}
+
+/// Stores the low bytes or words of a vector of lanes, which have no others, or all of it.
+template<std::size_t dstSize>
+HWY_ATTR inline void StoreLanes(unsigned char *at, V32 values)
+{
+    if constexpr (dstSize == 1)
+        StoreBytesOf32(at, values);
+    else if constexpr (dstSize == 2)
+        StoreWordsFor32(at, hn::TruncateTo(s_d16For32, values));
+    else
+        StoreColours(at, values);
+}
+
+#if HWY_TARGET == HWY_AVX2 || HWY_TARGET == HWY_AVX3
+
+/// @name Packing and splitting of lanes
+/// The instructions work in each group of four lanes by itself; the groups are put in order after the one and before the
+/// other.
+/// @{
+#if HWY_TARGET == HWY_AVX3
+constexpr std::uint32_t s_orderOf4[] = {0, 4, 8, 12, 1, 5, 9, 13, 2, 6, 10, 14, 3, 7, 11, 15};
+constexpr std::uint32_t s_orderOf2[] = {0, 1, 4, 5, 8, 9, 12, 13, 2, 3, 6, 7, 10, 11, 14, 15};
+constexpr std::uint32_t s_orderToSplit[] = {0, 1, 8, 9, 2, 3, 10, 11, 4, 5, 12, 13, 6, 7, 14, 15};
+HWY_ATTR inline V32 PackToWords(V32 a, V32 b)
+{
+    return V32{_mm512_packus_epi32(a.raw, b.raw)};
+}
+HWY_ATTR inline V32 PackToBytes(V32 a, V32 b)
+{
+    return V32{_mm512_packus_epi16(a.raw, b.raw)};
+}
+#else
+constexpr std::uint32_t s_orderOf4[] = {0, 4, 1, 5, 2, 6, 3, 7};
+constexpr std::uint32_t s_orderOf2[] = {0, 1, 4, 5, 2, 3, 6, 7};
+constexpr auto &s_orderToSplit = s_orderOf2;
+HWY_ATTR inline V32 PackToWords(V32 a, V32 b)
+{
+    return V32{_mm256_packus_epi32(a.raw, b.raw)};
+}
+HWY_ATTR inline V32 PackToBytes(V32 a, V32 b)
+{
+    return V32{_mm256_packus_epi16(a.raw, b.raw)};
+}
+#endif
+
+HWY_ATTR inline V32 InOrder(V32 packed, std::uint32_t const *order)
+{
+    return hn::TableLookupLanes(packed, hn::SetTableIndices(s_d32, order));
+}
+/// @}
+
+/// One vector full of what a kernel gives.
+template<typename Kernel, std::size_t dstSize, std::size_t srcSize>
+HWY_ATTR inline V32 FullVector(unsigned char const *src)
+{
+    std::size_t const step = hn::Lanes(s_d32) * srcSize;
+    if constexpr (dstSize == 4)
+        return Kernel::Values(src);
+    else if constexpr (dstSize == 2)
+        return InOrder(PackToWords(Kernel::Values(src), Kernel::Values(src + step)), s_orderOf2);
+    else
+    {
+        V32 const first = PackToWords(Kernel::Values(src), Kernel::Values(src + step));
+        V32 const second = PackToWords(Kernel::Values(src + 2 * step), Kernel::Values(src + 3 * step));
+        return InOrder(PackToBytes(first, second), s_orderOf4);
+    }
+}
+
+/// The next two vectors of what a kernel gives.
+template<typename Kernel, std::size_t dstSize, std::size_t srcSize>
+HWY_ATTR inline TwoVectors NextVectors(unsigned char const *src)
+{
+    if constexpr (requires(V16 words) { Kernel::TwoValues(words); })
+        return Kernel::TwoValues(hn::BitCast(s_d16, InOrder(LoadColours(src), s_orderToSplit)));
+    else
+        return {FullVector<Kernel, dstSize, srcSize>(src),
+                FullVector<Kernel, dstSize, srcSize>(src + hn::Lanes(s_d8) / dstSize * srcSize)};
+}
+
+/// Work of a kernel that is written past the caches: lines that are written whole need not be read.
+template<typename Kernel, std::size_t dstSize, std::size_t srcSize>
+struct PastCaches
+{
+    unsigned char *dst;
+    unsigned char const *src;
+
+    static HWY_ATTR std::size_t Step() { return 2 * (hn::Lanes(s_d8) / dstSize); }
+
+    HWY_ATTR void RunStep(std::size_t at) const
+    {
+        TwoVectors const next = NextVectors<Kernel, dstSize, srcSize>(src + at * srcSize);
+        hn::Stream(hn::BitCast(s_d8, next.first), s_d8, dst + at * dstSize);
+        hn::Stream(hn::BitCast(s_d8, next.second), s_d8, dst + at * dstSize + hn::Lanes(s_d8));
+    }
+};
+
+/// Returns the samples that were done.
+template<typename Kernel, std::size_t dstSize, std::size_t srcSize>
+HWY_ATTR std::size_t RunPastCaches(unsigned char *dst, unsigned char const *src, std::size_t count)
+{
+    using Work = PastCaches<Kernel, dstSize, srcSize>;
+    Work const work{dst, src};
+    std::size_t const step = Work::Step();
+    // The samples up to the first line are written twice.
+    std::size_t done = CountBytesToLine(dst) / dstSize;
+    for (std::size_t i = 0; i < done; i += step / 2)
+        StoreColours(dst + i * dstSize, FullVector<Kernel, dstSize, srcSize>(src + i * srcSize));
+    // Four pages at a time: the memory has more to give than what is asked for by a reader of one after the other. Where
+    // more is read than written it would be less.
+    constexpr std::size_t page = 4096 / srcSize;
+    for (; srcSize < dstSize && count - done >= 4 * page; done += 4 * page)
+    {
+        for (std::size_t i = done; i < done + page; i += step)
+        {
+            for (std::size_t at = i; at < i + 4 * page; at += page)
+                work.RunStep(at);
+        }
+    }
+    for (; count - done >= step; done += step)
+        work.RunStep(done);
+    hwy::FlushStream();
+    return done;
+}
+
+template<typename Kernel, std::size_t dstSize, std::size_t srcSize>
+HWY_ATTR std::size_t RunFullVectors(unsigned char *dst, unsigned char const *src, std::size_t count)
+{
+    if (count * dstSize >= s_bigBlockSize && dstSize >= s_pastCachesFrom && CountBytesToLine(dst) % dstSize == 0)
+        return RunPastCaches<Kernel, dstSize, srcSize>(dst, src, count);
+    std::size_t const step = hn::Lanes(s_d8) / dstSize;
+    std::size_t done = 0;
+    for (; count - done >= 2 * step; done += 2 * step)
+    {
+        TwoVectors const next = NextVectors<Kernel, dstSize, srcSize>(src + done * srcSize);
+        StoreColours(dst + done * dstSize, next.first);
+        StoreColours(dst + (done + step) * dstSize, next.second);
+    }
+    return done;
+}
+
+#else
+
+// Four vectors for each turn of the loop.
+template<typename Kernel, std::size_t dstSize, std::size_t srcSize>
+HWY_ATTR std::size_t RunFullVectors(unsigned char *dst, unsigned char const *src, std::size_t count)
+{
+    std::size_t const step = hn::Lanes(s_d32);
+    std::size_t done = 0;
+    for (; count - done >= 4 * step; done += 4 * step)
+    {
+        for (std::size_t i = done; i < done + 4 * step; i += step)
+            StoreLanes<dstSize>(dst + i * dstSize, Kernel::Values(src + i * srcSize));
+    }
+    return done;
+}
+
+#endif
+
+/// Runs a kernel that gives values in lanes of 32 bits, over as many whole vectors as there are.
+template<typename Kernel, std::size_t dstSize, std::size_t srcSize>
+HWY_ATTR std::size_t RunValues(unsigned char *dst, unsigned char const *src, std::size_t count)
+{
+    std::size_t const step = hn::Lanes(s_d32);
+    std::size_t done = RunFullVectors<Kernel, dstSize, srcSize>(dst, src, count);
+    for (; count - done >= step; done += step)
+        StoreLanes<dstSize>(dst + done * dstSize, Kernel::Values(src + done * srcSize));
+    return done;
+}
+
+/// Runs a kernel over as many whole vectors as there are.
+template<typename Kernel, std::size_t dstSize, std::size_t srcSize>
+HWY_ATTR std::size_t RunAll(unsigned char *dst, unsigned char const *src, std::size_t count)
+{
+    std::size_t const step = dstSize < 4 && srcSize < 4 ? hn::Lanes(s_d16) : hn::Lanes(s_d32);
+    std::size_t done = 0;
+    for (; count - done >= 4 * step; done += 4 * step)
+    {
+        for (std::size_t i = done; i < done + 4 * step; i += step)
+            Kernel::Run(dst + i * dstSize, src + i * srcSize);
+    }
+    for (; count - done >= step; done += step)
+        Kernel::Run(dst + done * dstSize, src + done * srcSize);
+    return done;
+}
+
+std::size_t Run(eSampleKernel kernel, unsigned char *dst, unsigned char const *src, std::size_t count)
+{
+    switch (kernel)
+    {
+    case eSampleKernel::e_none:
+        return 0;
+    case eSampleKernel::e_byteFromWordLow:
+        return RunAll<ByteFromWordLow, 1, 2>(dst, src, count);
+    case eSampleKernel::e_byteFromWordHigh:
+        return RunAll<ByteFromWordHigh, 1, 2>(dst, src, count);
+    case eSampleKernel::e_byteFromColourAlpha:
+        return RunValues<ByteFromColourAlpha, 1, 4>(dst, src, count);
+    case eSampleKernel::e_byteFromColourLuminance:
+        return RunValues<ByteFromColourLuminance, 1, 4>(dst, src, count);
+    case eSampleKernel::e_byteFromFloat:
+        return RunValues<ByteFromFloat, 1, 4>(dst, src, count);
+    case eSampleKernel::e_wordSetLowFromByte:
+        return RunAll<WordSetLowFromByte, 2, 1>(dst, src, count);
+    case eSampleKernel::e_wordSetHighFromByte:
+        return RunAll<WordSetHighFromByte, 2, 1>(dst, src, count);
+    case eSampleKernel::e_wordSetLowFromColourLuminance:
+        return RunAll<WordSetLowFromColourLuminance, 2, 4>(dst, src, count);
+    case eSampleKernel::e_wordFromColourLuminanceAlpha:
+        return RunValues<WordFromColourLuminanceAlpha, 2, 4>(dst, src, count);
+    case eSampleKernel::e_word4444FromColour:
+        return RunValues<Word4444FromColour, 2, 4>(dst, src, count);
+    case eSampleKernel::e_word1555FromColour:
+        return RunValues<Word1555FromColour, 2, 4>(dst, src, count);
+    case eSampleKernel::e_colourSetAlphaFromByte:
+        return RunAll<ColourSetAlphaFromByte, 4, 1>(dst, src, count);
+    case eSampleKernel::e_colourSetBGRFromByte:
+        return RunAll<ColourSetBGRFromByte, 4, 1>(dst, src, count);
+    case eSampleKernel::e_colourSetBGRFromWordLow:
+        return RunAll<ColourSetBGRFromWordLow, 4, 2>(dst, src, count);
+    case eSampleKernel::e_colourFromWordLuminanceAlpha:
+        return RunValues<ColourFromWordLuminanceAlpha, 4, 2>(dst, src, count);
+    case eSampleKernel::e_colourFromWord4444:
+        return RunValues<ColourFromWord4444, 4, 2>(dst, src, count);
+    case eSampleKernel::e_colourFromWord1555:
+        return RunValues<ColourFromWord1555, 4, 2>(dst, src, count);
+    case eSampleKernel::e_floatFromByte:
+        return RunValues<FloatFromByte, 4, 1>(dst, src, count);
+    }
+    return 0;
+}
+
+#endif
+
+} // namespace
+} // namespace HWY_NAMESPACE
+} // namespace quillmarsh
+HWY_AFTER_NAMESPACE();
+
+#if HWY_ONCE
+namespace quillmarsh
+{
+namespace
+{
+
+HWY_EXPORT(Run);
+
+} // namespace
+
+#ifdef HWY_COMPILE_ONLY_STATIC
+// One set of instructions, which the build took for granted and the machine may lack.
+bool CanRunKernels()
+{
+    static bool const can = __builtin_cpu_supports("ssse3");
+    return can;
+}
+#else
+bool CanRunKernels()
+{
+    return true;
+}
+#endif
+
+std::size_t RunSampleKernel(eSampleKernel kernel, unsigned char *dst, unsigned char const *src, std::size_t count)
+{
+    return CanRunKernels() ? HWY_DYNAMIC_DISPATCH(Run)(kernel, dst, src, count) : 0;
+}
+
+#ifdef HWY_COMPILE_ONLY_STATIC
+
+std::vector<long long> GetKernelTargets()
+{
+    return {HWY_STATIC_TARGET};
+}
+
+void SetKernelTarget(long long) {}
+
+#else
+
+std::vector<long long> GetKernelTargets()
+{
+    std::vector<long long> targets;
+    for (std::int64_t const target : hwy::SupportedAndGeneratedTargets())
+        targets.push_back(target);
+    return targets;
+}
+
+void SetKernelTarget(long long target)
+{
+    hwy::SetSupportedTargetsForTest(target);
+    hwy::GetChosenTarget().Update(hwy::SupportedTargets());
+}
+
+#endif
+
+} // namespace quillmarsh
+#endif

@@ -1,0 +1,205 @@
+// Samples in the lanes of vectors. Included once for each set of vector instructions.
+#if defined(QUILLMARSH_SOURCE_DATAOBJECTS_TRANSFER_SAMPLELANES_INL_H) == defined(HWY_TARGET_TOGGLE)
+#ifdef QUILLMARSH_SOURCE_DATAOBJECTS_TRANSFER_SAMPLELANES_INL_H
+#undef QUILLMARSH_SOURCE_DATAOBJECTS_TRANSFER_SAMPLELANES_INL_H
+#else
+#define QUILLMARSH_SOURCE_DATAOBJECTS_TRANSFER_SAMPLELANES_INL_H
+#endif
+
+#include <hwy/cache_control.h>
+#include <hwy/highway.h>
+
+#include <cstdint>
+
+HWY_BEFORE_NAMESPACE();
+namespace quillmarsh
+{
+namespace HWY_NAMESPACE
+{
+namespace
+{
+
+#if HWY_TARGET != HWY_SCALAR && HWY_TARGET != HWY_EMU128
+
+namespace hn = hwy::HWY_NAMESPACE;
+
+// Samples are handled in lanes of 32 bits, or of 16 where no sample is wider; narrower sides use part of a vector.
+constexpr hn::ScalableTag<std::uint32_t> s_d32;
+constexpr hn::Rebind<std::int32_t, decltype(s_d32)> s_dInt;
+constexpr hn::Rebind<float, decltype(s_d32)> s_dFloat;
+constexpr hn::Rebind<std::uint16_t, decltype(s_d32)> s_d16For32;
+constexpr hn::Rebind<std::uint8_t, decltype(s_d32)> s_d8For32;
+constexpr hn::Repartition<std::uint8_t, decltype(s_d32)> s_d8;
+constexpr hn::ScalableTag<std::uint16_t> s_d16;
+constexpr hn::Rebind<std::uint8_t, decltype(s_d16)> s_d8For16;
+
+using V32 = hn::Vec<decltype(s_d32)>;
+using V16 = hn::Vec<decltype(s_d16)>;
+
+/// Blocks of this size don't stay in the caches of one processor.
+constexpr std::size_t s_bigBlockSize = std::size_t{8} << 20;
+
+/// As long as a sample that is written has so many bytes; with less of them there is little to save.
+constexpr std::size_t s_pastCachesFrom = 2;
+
+/// Bytes up to where a line of the caches starts.
+inline std::size_t CountBytesToLine(unsigned char const *at)
+{
+    return -reinterpret_cast<std::uintptr_t>(at) % 64;
+}
+
+/// @name Loads and stores of samples in lanes; a pointer is to the first of them
+/// @{
+HWY_ATTR inline V32 LoadColours(unsigned char const *at)
+{
+    return hn::BitCast(s_d32, hn::LoadU(s_d8, at));
+}
+
+HWY_ATTR inline void StoreColours(unsigned char *at, V32 colours)
+{
+    hn::StoreU(hn::BitCast(s_d8, colours), s_d8, at);
+}
+
+HWY_ATTR inline V32 LoadWordsTo32(unsigned char const *at)
+{
+    constexpr hn::Repartition<std::uint8_t, decltype(s_d16For32)> dBytes;
+    return hn::PromoteTo(s_d32, hn::BitCast(s_d16For32, hn::LoadU(dBytes, at)));
+}
+
+HWY_ATTR inline auto LoadWordsFor32(unsigned char const *at)
+{
+    constexpr hn::Repartition<std::uint8_t, decltype(s_d16For32)> dBytes;
+    return hn::BitCast(s_d16For32, hn::LoadU(dBytes, at));
+}
+
+template<typename V>
+HWY_ATTR inline void StoreWordsFor32(unsigned char *at, V words)
+{
+    constexpr hn::Repartition<std::uint8_t, decltype(s_d16For32)> dBytes;
+    hn::StoreU(hn::BitCast(dBytes, words), dBytes, at);
+}
+
+HWY_ATTR inline V32 LoadBytesTo32(unsigned char const *at)
+{
+    return hn::PromoteTo(s_d32, hn::LoadU(s_d8For32, at));
+}
+
+HWY_ATTR inline void StoreBytesOf32(unsigned char *at, V32 values)
+{
+    hn::StoreU(hn::TruncateTo(s_d8For32, values), s_d8For32, at);
+}
+
+HWY_ATTR inline V16 LoadWords(unsigned char const *at)
+{
+    constexpr hn::Repartition<std::uint8_t, decltype(s_d16)> dBytes;
+    return hn::BitCast(s_d16, hn::LoadU(dBytes, at));
+}
+
+HWY_ATTR inline void StoreWords(unsigned char *at, V16 words)
+{
+    constexpr hn::Repartition<std::uint8_t, decltype(s_d16)> dBytes;
+    hn::StoreU(hn::BitCast(dBytes, words), dBytes, at);
+}
+
+HWY_ATTR inline V16 LoadBytesTo16(unsigned char const *at)
+{
+    return hn::PromoteTo(s_d16, hn::LoadU(s_d8For16, at));
+}
+
+HWY_ATTR inline void StoreBytesOf16(unsigned char *at, V16 values)
+{
+    hn::StoreU(hn::TruncateTo(s_d8For16, values), s_d8For16, at);
+}
+/// @}
+
+/// Bits of `values` where the mask has them, else those of `others`.
+template<typename V>
+HWY_ATTR inline V Merge(V mask, V values, V others)
+{
+    return hn::Or(hn::And(mask, values), hn::AndNot(mask, others));
+}
+
+HWY_ATTR inline V32 Set32(std::uint32_t value)
+{
+    return hn::Set(s_d32, value);
+}
+
+/// Puts the bytes of each lane in a new order, given for the first lane; 0x80 gives a zero.
+HWY_ATTR inline V32 Shuffle(V32 values, std::uint32_t order)
+{
+    // The order of a lane counts from the start of its group of four lanes.
+    alignas(16) static constexpr std::uint32_t s_groupOffsets[4] = {0, 0x04040404, 0x08080808, 0x0C0C0C0C};
+    V32 const offsets = hn::LoadDup128(s_d32, s_groupOffsets);
+    V32 const orders = hn::Add(Set32(order), offsets);
+    return hn::BitCast(s_d32, hn::TableLookupBytesOr0(hn::BitCast(s_d8, values), hn::BitCast(s_d8, orders)));
+}
+
+HWY_ATTR inline auto ToFloat(V32 values)
+{
+    return hn::ConvertTo(s_dFloat, hn::BitCast(s_dInt, values));
+}
+
+/// Cuts off toward zero. Numbers that are none, and those beyond 32 bits, have no low bits.
+template<typename V>
+HWY_ATTR inline V32 CutOff(V values)
+{
+#if HWY_TARGET == HWY_SSSE3 || HWY_TARGET == HWY_SSE4
+    // The instruction gives 0x80000000 for these, which the library would mend at the cost of as much again.
+    return V32{_mm_cvttps_epi32(values.raw)};
+#elif HWY_TARGET == HWY_AVX2
+    return V32{_mm256_cvttps_epi32(values.raw)};
+#elif HWY_TARGET == HWY_AVX3
+    return V32{_mm512_cvttps_epi32(values.raw)};
+#else
+    auto const fits = hn::Lt(hn::Abs(values), hn::Set(s_dFloat, 2147483648.0f));
+    return hn::BitCast(s_d32, hn::ConvertTo(s_dInt, hn::IfThenElseZero(fits, values)));
+#endif
+}
+
+/// The rounding step.
+template<typename V>
+HWY_ATTR inline V32 RoundLanes(V values)
+{
+    return CutOff(hn::Add(values, hn::Set(s_dFloat, 0.5f)));
+}
+
+#if HWY_TARGET == HWY_AVX2 || HWY_TARGET == HWY_AVX3
+
+/// Product of a number with a weight, rounded once. The number stands in the mantissa of a float, behind 2^23 and
+/// multiplied by a power of two; a product with what is behind is taken away again before the rounding.
+template<int power>
+HWY_ATTR inline auto Weigh(V32 mantissa, float weight)
+{
+    V32 const bits = hn::Or(mantissa, Set32(0x4B000000));
+    float const scaled = weight / static_cast<float>(power);
+    return hn::MulAdd(hn::BitCast(s_dFloat, bits), hn::Set(s_dFloat, scaled), hn::Set(s_dFloat, -8388608.0f * scaled));
+}
+
+HWY_ATTR inline V32 Luminance(V32 colours)
+{
+    auto const blue = Weigh<1>(hn::And(colours, Set32(0xFF)), 0.114f);
+    auto const green = Weigh<256>(hn::And(colours, Set32(0xFF00)), 0.587f);
+    auto const red = Weigh<256>(hn::And(hn::ShiftRight<8>(colours), Set32(0xFF00)), 0.299f);
+    return RoundLanes(hn::Add(hn::Add(blue, green), red));
+}
+
+#else
+
+HWY_ATTR inline V32 Luminance(V32 colours)
+{
+    auto const blue = hn::Mul(ToFloat(hn::And(colours, Set32(0xFF))), hn::Set(s_dFloat, 0.114f));
+    auto const green = hn::Mul(ToFloat(Shuffle(colours, 0x80808001)), hn::Set(s_dFloat, 0.587f));
+    auto const red = hn::Mul(ToFloat(Shuffle(colours, 0x80808002)), hn::Set(s_dFloat, 0.299f));
+    return RoundLanes(hn::Add(hn::Add(blue, green), red));
+}
+
+#endif
+
+#endif
+
+} // namespace
+} // namespace HWY_NAMESPACE
+} // namespace quillmarsh
+HWY_AFTER_NAMESPACE();
+
+#endif
