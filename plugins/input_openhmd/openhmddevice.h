@@ -2,7 +2,7 @@
 #ifndef QUILLMARSH_PLUGINS_INPUT_OPENHMD_OPENHMDDEVICE_H
 #define QUILLMARSH_PLUGINS_INPUT_OPENHMD_OPENHMDDEVICE_H
 
-#include "common/resettabletrackers.h"
+#include "tracker_support/resettabletrackers.h"
 #include "openhmdcontext.h"
 
 #include <quillmarsh/framework/humaninterfacedevice.h>
@@ -45,8 +45,8 @@ private:
     OpenHMDContext &context_;
     int const index_;
     ohmd_device *device_ = nullptr;
-    std::optional<tracker_drivers::ResettableOrientationTracker> orientation_;
-    std::optional<tracker_drivers::ResettablePositionTracker> position_;
+    std::optional<tracker_support::ResettableOrientationTracker> orientation_;
+    std::optional<tracker_support::ResettablePositionTracker> position_;
 };
 
 } // namespace input_openhmd

@@ -2,7 +2,7 @@
 #ifndef QUILLMARSH_PLUGINS_INPUT_OPENTRACK_OPENTRACKDEVICE_H
 #define QUILLMARSH_PLUGINS_INPUT_OPENTRACK_OPENTRACKDEVICE_H
 
-#include "common/resettabletrackers.h"
+#include "tracker_support/resettabletrackers.h"
 #include "datagramsocket.h"
 #include "pose.h"
 
@@ -52,8 +52,8 @@ private:
     quillmarsh::HighResolutionTimer silence_;
     unsigned int numPoses_ = 0;
     unsigned int numDropped_ = 0;
-    tracker_drivers::ResettableOrientationTracker orientation_;
-    tracker_drivers::ResettablePositionTracker position_;
+    tracker_support::ResettableOrientationTracker orientation_;
+    tracker_support::ResettablePositionTracker position_;
 };
 
 } // namespace input_opentrack

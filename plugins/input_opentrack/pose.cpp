@@ -1,6 +1,6 @@
 #include "pose.h"
 
-#include "common/resettabletrackers.h"
+#include "tracker_support/resettabletrackers.h"
 
 #include <bit>
 #include <cmath>
@@ -45,7 +45,7 @@ bool ReadPose(std::span<std::byte const> datagram, Pose &pose)
     auto const [x, y, z, yaw, pitch, roll] = values;
     auto const toMetres = [](double centimetres) { return static_cast<float>(centimetres / 100.0); };
     pose.position.Set(-toMetres(x), toMetres(y), -toMetres(z));
-    pose.orientation = tracker_drivers::MakeOrientation(WithinTurn(-yaw), WithinTurn(-pitch), WithinTurn(roll));
+    pose.orientation = tracker_support::MakeOrientation(WithinTurn(-yaw), WithinTurn(-pitch), WithinTurn(roll));
     return true;
 }
 

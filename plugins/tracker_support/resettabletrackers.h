@@ -1,11 +1,11 @@
 // Trackers for hardware that does not zero itself: resets are offsets, which every sample goes through.
-#ifndef QUILLMARSH_PLUGINS_COMMON_RESETTABLETRACKERS_H
-#define QUILLMARSH_PLUGINS_COMMON_RESETTABLETRACKERS_H
+#ifndef QUILLMARSH_PLUGINS_TRACKER_SUPPORT_RESETTABLETRACKERS_H
+#define QUILLMARSH_PLUGINS_TRACKER_SUPPORT_RESETTABLETRACKERS_H
 
 #include <quillmarsh/devices/orientationtracker.h>
 #include <quillmarsh/devices/positiontracker.h>
 
-namespace tracker_drivers
+namespace tracker_support
 {
 
 /// Orientation of what turns by `head` about Y, then by `pitch` about its own X, then by `roll` about its own Z.
@@ -74,6 +74,6 @@ private:
     bool isAtRest_ = true;
 };
 
-} // namespace tracker_drivers
+} // namespace tracker_support
 
 #endif

@@ -100,7 +100,7 @@ protected:
 
 private:
     std::deque<EnvironmentVariable> environment_;
-    DynamicLinkLibrary library_{QUILLMARSH_TEST_INPUT_DESKTOP};
+    DynamicLinkLibrary library_{QUILLMARSH_TEST_input_desktop};
     AutoPtr<HIDDriver0> driver_;
     bool isOpen_ = false;
 };

@@ -2,7 +2,7 @@
 
 #include <quillmarsh/mathtools/transforms.h>
 
-namespace tracker_drivers
+namespace tracker_support
 {
 
 using namespace quillmarsh;
@@ -149,4 +149,4 @@ bool ResettablePositionTracker::ResetAxis(unsigned int axis)
     return true;
 }
 
-} // namespace tracker_drivers
+} // namespace tracker_support
