@@ -1,12 +1,16 @@
 # Compile and link options of everything that this repository builds itself. Consumers get none of them.
 
+# The way from the build to the sources: a compiler cache shared by several checkouts hands the compiler relative names.
+file(RELATIVE_PATH quillmarsh_way_to_sources "${PROJECT_BINARY_DIR}" "${PROJECT_SOURCE_DIR}/")
+
 add_library(quillmarsh-options INTERFACE)
 target_compile_features(quillmarsh-options INTERFACE cxx_std_20)
 target_compile_options(quillmarsh-options INTERFACE
   -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wnon-virtual-dtor
   # Results are the same bits on every build; source locations are relative to the repository root.
   -ffp-contract=off
-  "-fmacro-prefix-map=${PROJECT_SOURCE_DIR}/=")
+  "-fmacro-prefix-map=${PROJECT_SOURCE_DIR}/="
+  "$<$<BOOL:${quillmarsh_way_to_sources}>:-fmacro-prefix-map=${quillmarsh_way_to_sources}=>")
 if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
   # At -O3 this compiler sees overlaps in its own library's std::string where there are none.
   target_compile_options(quillmarsh-options INTERFACE $<$<CONFIG:Release>:-Wno-restrict>)
