@@ -137,6 +137,28 @@ void AppendCodePoint(string &text, std::uint32_t codePoint)
     append(0x80 | (codePoint & 0x3f));
 }
 
+/// True for a character that a terminal obeys instead of showing it.
+bool IsTerminalControl(std::uint32_t codePoint)
+{
+    struct Range
+    {
+        std::uint32_t first, last;
+    };
+    // Control characters, separators of lines and paragraphs, and what changes the direction of writing.
+    constexpr Range ranges[] = {{0x00, 0x1f}, {0x7f, 0x9f}, {0x2028, 0x202e}, {0x2066, 0x2069}};
+    return std::any_of(std::begin(ranges), std::end(ranges),
+                       [codePoint](Range const &range) { return codePoint >= range.first && codePoint <= range.last; });
+}
+
+void AppendEscaped(string &text, unsigned char byte)
+{
+    constexpr char digits[] = "0123456789abcdef";
+    if (byte == '\n' || byte == '\t')
+        text += byte == '\n' ? "\\n" : "\\t";
+    else
+        text += {'\\', 'x', digits[byte >> 4], digits[byte & 0xf]};
+}
+
 } // namespace
 
 bool ToValue(string const &text, bool &value)
@@ -435,6 +457,29 @@ void ForceStandardIdentifier(string &text)
             out += c;
     }
     text = std::move(out);
+}
+
+string MakePrintable(string const &text, bool keepLayout)
+{
+    string printable;
+    for (std::size_t at = 0; at < text.size();)
+    {
+        std::size_t end = at;
+        std::uint32_t codePoint = 0;
+        bool const isCharacter = ReadCodePoint(text, end, codePoint);
+        bool const isLayout = codePoint == '\n' || codePoint == '\t';
+        if (isCharacter && (isLayout ? keepLayout : !IsTerminalControl(codePoint)))
+        {
+            printable.append(text, at, end - at);
+            at = end;
+            continue;
+        }
+        // Where the sequence breaks off, a character may begin: only the first byte is surely not part of one.
+        end = isCharacter ? end : at + 1;
+        for (; at < end; ++at)
+            AppendEscaped(printable, static_cast<unsigned char>(text[at]));
+    }
+    return printable;
 }
 
 bool MatchNext(string const &text, string const &set)

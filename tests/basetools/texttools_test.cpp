@@ -150,6 +150,21 @@ TEST(TextTools, Shaping)
     EXPECT_EQ(Shaped("12 a-b\xe4_3!", ForceStandardIdentifier), "ab_3");
 }
 
+TEST(TextTools, NothingPrintableObeysATerminal)
+{
+    EXPECT_EQ(MakePrintable("caf\xc3\xa9 \xf0\x9d\x84\x9e \\"), "caf\xc3\xa9 \xf0\x9d\x84\x9e \\");
+    EXPECT_EQ(MakePrintable("\x1b[2Ja\r\x7f\a" + string(1, '\0')), "\\x1b[2Ja\\x0d\\x7f\\x07\\x00");
+    EXPECT_EQ(MakePrintable("a\n\tb"), "a\\n\\tb");
+    EXPECT_EQ(MakePrintable("a\n\tb\r\n", true), "a\n\tb\\x0d\n");
+    // Control characters of eight bits: by themselves, and in UTF-8. Then an override of the direction.
+    EXPECT_EQ(MakePrintable("\x9b"
+                            "2J\xc2\x9b\xe2\x80\xae"),
+              "\\x9b2J\\xc2\\x9b\\xe2\\x80\\xae");
+    // A sequence that breaks off does not swallow what follows it.
+    EXPECT_EQ(MakePrintable("\xe2\x80\x1b[m\xc3"), "\\xe2\\x80\\x1b[m\\xc3");
+    EXPECT_EQ(MakePrintable("\xe2\xc3\xa9"), "\\xe2\xc3\xa9");
+}
+
 TEST(TextTools, LayingOutLines)
 {
     auto const expectFit = [](char const *text, unsigned int length, char const *lines)

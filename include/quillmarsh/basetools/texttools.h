@@ -113,6 +113,10 @@ QUILLMARSH_API void BreakIntoLines(string const &text, std::vector<string> &line
 QUILLMARSH_API bool IsStandardIdentifier(string const &text);
 /// Keeps those characters that make a standard identifier in their place.
 QUILLMARSH_API void ForceStandardIdentifier(string &text);
+/// Makes a text safe for a terminal: writes "\x" and two hexadecimal digits for each byte of a control character, of a
+/// character that changes the direction of writing, and of what is not well-formed UTF-8. Line feed and tab become "\n"
+/// and "\t", or stay with `keepLayout`. Everything else stays as it is.
+QUILLMARSH_API string MakePrintable(string const &text, bool keepLayout = false);
 /// @}
 
 /// @name Scanning
