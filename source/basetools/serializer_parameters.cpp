@@ -1,69 +1,82 @@
 #include <quillmarsh/basetools/serializer_parameters.h>
 
+#include <atomic>
+
 namespace quillmarsh::serializer_parameters
 {
 namespace
 {
 
-bool s_outputBigEndian = IsMachineBigEndian();
-bool s_inputBigEndian = IsMachineBigEndian();
-bool s_flipOutput = false;
-bool s_flipInput = false;
+constinit std::atomic<bool> s_outputBigEndian{IsMachineBigEndian()};
+constinit std::atomic<bool> s_inputBigEndian{IsMachineBigEndian()};
+
+/// What the innermost sentry of the thread has set; nothing while the thread holds none.
+constinit thread_local std::optional<bool> s_threadOutputBigEndian;
+constinit thread_local std::optional<bool> s_threadInputBigEndian;
+
+void SetBigEndian(std::atomic<bool> &ofProcess, std::optional<bool> &ofThread, bool bigEndian)
+{
+    if (ofThread)
+        ofThread = bigEndian;
+    else
+        ofProcess.store(bigEndian, std::memory_order_relaxed);
+}
+
+bool IsBigEndian(std::atomic<bool> const &ofProcess, std::optional<bool> const &ofThread)
+{
+    return ofThread ? *ofThread : ofProcess.load(std::memory_order_relaxed);
+}
 
 } // namespace
 
 void SetOutputStreamByteOrder(bool bigEndian)
 {
-    s_outputBigEndian = bigEndian;
-    s_flipOutput = bigEndian != IsMachineBigEndian();
+    SetBigEndian(s_outputBigEndian, s_threadOutputBigEndian, bigEndian);
 }
 
 bool IsOutputStreamByteOrderBigEndian()
 {
-    return s_outputBigEndian;
+    return IsBigEndian(s_outputBigEndian, s_threadOutputBigEndian);
 }
 
 void SetInputStreamByteOrder(bool bigEndian)
 {
-    s_inputBigEndian = bigEndian;
-    s_flipInput = bigEndian != IsMachineBigEndian();
+    SetBigEndian(s_inputBigEndian, s_threadInputBigEndian, bigEndian);
 }
 
 bool IsInputStreamByteOrderBigEndian()
 {
-    return s_inputBigEndian;
+    return IsBigEndian(s_inputBigEndian, s_threadInputBigEndian);
 }
 
 bool IsFlippingOutput()
 {
-    return s_flipOutput;
+    return IsOutputStreamByteOrderBigEndian() != IsMachineBigEndian();
 }
 
 bool IsFlippingInput()
 {
-    return s_flipInput;
+    return IsInputStreamByteOrderBigEndian() != IsMachineBigEndian();
 }
 
-OutputStreamByteOrderSentry::OutputStreamByteOrderSentry(bool bigEndian)
-    : savedBigEndian_(IsOutputStreamByteOrderBigEndian())
+OutputStreamByteOrderSentry::OutputStreamByteOrderSentry(bool bigEndian) : savedBigEndian_(s_threadOutputBigEndian)
 {
-    SetOutputStreamByteOrder(bigEndian);
+    s_threadOutputBigEndian = bigEndian;
 }
 
 OutputStreamByteOrderSentry::~OutputStreamByteOrderSentry()
 {
-    SetOutputStreamByteOrder(savedBigEndian_);
+    s_threadOutputBigEndian = savedBigEndian_;
 }
 
-InputStreamByteOrderSentry::InputStreamByteOrderSentry(bool bigEndian)
-    : savedBigEndian_(IsInputStreamByteOrderBigEndian())
+InputStreamByteOrderSentry::InputStreamByteOrderSentry(bool bigEndian) : savedBigEndian_(s_threadInputBigEndian)
 {
-    SetInputStreamByteOrder(bigEndian);
+    s_threadInputBigEndian = bigEndian;
 }
 
 InputStreamByteOrderSentry::~InputStreamByteOrderSentry()
 {
-    SetInputStreamByteOrder(savedBigEndian_);
+    s_threadInputBigEndian = savedBigEndian_;
 }
 
 } // namespace quillmarsh::serializer_parameters

@@ -6,6 +6,7 @@
 
 #include <limits>
 #include <sstream>
+#include <thread>
 
 namespace quillmarsh
 {
@@ -173,6 +174,31 @@ TEST(Serializer, SentriesRestoreInReverse)
         EXPECT_FALSE(IsInputStreamByteOrderBigEndian() || IsFlippingInput());
     }
     EXPECT_FALSE(IsOutputStreamByteOrderBigEndian());
+}
+
+TEST(SerializerParameters, SentryHoldsForItsThreadOnly)
+{
+    using namespace serializer_parameters;
+    auto const onOtherThread = [](auto &&call) { std::thread(call).join(); };
+    {
+        OutputStreamByteOrderSentry const output(true);
+        InputStreamByteOrderSentry const input(true);
+        onOtherThread(
+            []
+            {
+                EXPECT_FALSE(IsFlippingOutput() || IsFlippingInput());
+                EXPECT_EQ(Written(1u, false), string("\1\0\0\0", 4));
+                SetOutputStreamByteOrder(true);
+            });
+        // A setter under a sentry serves the sentry's thread, and is gone with the sentry.
+        SetInputStreamByteOrder(false);
+        EXPECT_TRUE(IsFlippingOutput() && !IsFlippingInput());
+        SetInputStreamByteOrder(true);
+        onOtherThread([] { EXPECT_FALSE(IsFlippingInput()); });
+    }
+    EXPECT_TRUE(IsFlippingOutput() && !IsFlippingInput());
+    SetOutputStreamByteOrder(false);
+    onOtherThread([] { EXPECT_FALSE(IsFlippingOutput()); });
 }
 
 } // namespace

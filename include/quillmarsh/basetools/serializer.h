@@ -9,9 +9,9 @@
 namespace quillmarsh
 {
 
-// Everything here works in the byte order of serializer_parameters, and on any thread as far as that allows. Nothing
-// looks for failures: a read that fails leaves its target as the stream left it, and the caller tests the stream, or
-// has told it to throw.
+// Everything here works in the calling thread's byte order of serializer_parameters, and on any thread. Nothing looks
+// for failures: a read that fails leaves its target as the stream left it, and the caller tests the stream, or has told
+// it to throw.
 
 /// @name Byte order
 /// @{

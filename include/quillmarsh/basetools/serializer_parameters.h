@@ -4,10 +4,12 @@
 
 #include <quillmarsh/platform/types.h>
 
-/// Process-wide switches, one for output and one for input; the machine's own order at first.
+#include <optional>
+
+/// Two switches for the whole process, one for output and one for input. Both start with the order of the machine.
 ///
-/// They are not locked: two threads that serialise at one time in different orders disturb each other, so a sentry is
-/// held for a short stretch on one thread only.
+/// A sentry sets an order for its own thread and leaves the switches alone, so that threads can serialise at one time in
+/// different orders. Any thread may call everything here.
 namespace quillmarsh::serializer_parameters
 {
 
@@ -17,21 +19,23 @@ constexpr bool IsMachineBigEndian()
     return false;
 }
 
-/// Byte order of what is written from now on.
+/// Sets the byte order of what is written from now on: for the process or, on a thread that holds a sentry of output,
+/// for that thread until its innermost sentry ends.
 QUILLMARSH_API void SetOutputStreamByteOrder(bool bigEndian);
-/// Byte order of what is written.
+/// Byte order of what the calling thread writes.
 QUILLMARSH_API bool IsOutputStreamByteOrderBigEndian();
-/// Byte order of what is read from now on.
+/// Sets the byte order of what is read from now on, likewise.
 QUILLMARSH_API void SetInputStreamByteOrder(bool bigEndian);
-/// Byte order of what is read.
+/// Byte order of what the calling thread reads.
 QUILLMARSH_API bool IsInputStreamByteOrderBigEndian();
 
-/// True when the order of the stream is not that of the machine.
+/// True when the calling thread writes in another order than the machine's.
 QUILLMARSH_API bool IsFlippingOutput();
-/// Whether bytes are flipped on their way in, likewise.
+/// True when the calling thread reads in another order than the machine's.
 QUILLMARSH_API bool IsFlippingInput();
 
-/// Sets the byte order of output for a scope.
+/// Sets the byte order of output for a scope and the thread that makes the sentry. Sentries may nest; each ends on its
+/// own thread.
 class QUILLMARSH_API OutputStreamByteOrderSentry : NoCopy
 {
 public:
@@ -39,10 +43,11 @@ public:
     ~OutputStreamByteOrderSentry();
 
 private:
-    bool savedBigEndian_;
+    /// Order that an outer sentry of the thread has set, if there is one.
+    std::optional<bool> savedBigEndian_;
 };
 
-/// Sets the byte order of input for a scope.
+/// Sets the byte order of input for a scope and the thread that makes the sentry, likewise.
 class QUILLMARSH_API InputStreamByteOrderSentry : NoCopy
 {
 public:
@@ -50,7 +55,8 @@ public:
     ~InputStreamByteOrderSentry();
 
 private:
-    bool savedBigEndian_;
+    /// Order that an outer sentry of the thread has set, if there is one.
+    std::optional<bool> savedBigEndian_;
 };
 
 } // namespace quillmarsh::serializer_parameters
