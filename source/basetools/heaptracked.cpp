@@ -2,6 +2,7 @@
 
 #include <quillmarsh/basetools/diagnostics.h>
 
+#include <mutex>
 #include <new>
 #include <unordered_set>
 
@@ -10,12 +11,39 @@ namespace quillmarsh
 namespace
 {
 
-/// Never destroyed: objects with a static life may be deleted after everything else.
-std::unordered_set<void const *> &Blocks()
+/// Addresses of the blocks that live.
+class BlockSet : NoCopy
 {
-    static auto &s_blocks = *new std::unordered_set<void const *>;
-    return s_blocks;
-}
+public:
+    /// Never destroyed: objects with a static life may be deleted after everything else.
+    static BlockSet &Instance()
+    {
+        static auto &s_instance = *new BlockSet;
+        return s_instance;
+    }
+
+    void Add(void const *block)
+    {
+        std::scoped_lock const lock(lock_);
+        blocks_.insert(block);
+    }
+
+    void Remove(void const *block)
+    {
+        std::scoped_lock const lock(lock_);
+        blocks_.erase(block);
+    }
+
+    bool Contains(void const *block) const
+    {
+        std::scoped_lock const lock(lock_);
+        return blocks_.contains(block);
+    }
+
+private:
+    mutable std::mutex lock_;
+    std::unordered_set<void const *> blocks_;
+};
 
 } // namespace
 
@@ -26,7 +54,7 @@ HeapTracked::~HeapTracked() = default;
 
 bool HeapTracked::IsOnHeap() const
 {
-    return Blocks().count(dynamic_cast<void const *>(this)) != 0;
+    return BlockSet::Instance().Contains(dynamic_cast<void const *>(this));
 }
 
 void *HeapTracked::operator new(std::size_t size)
@@ -34,7 +62,7 @@ void *HeapTracked::operator new(std::size_t size)
     void *const block = ::operator new(size);
     try
     {
-        Blocks().insert(block);
+        BlockSet::Instance().Add(block);
     }
     catch (...)
     {
@@ -46,7 +74,7 @@ void *HeapTracked::operator new(std::size_t size)
 
 void HeapTracked::operator delete(void *object)
 {
-    Blocks().erase(object);
+    BlockSet::Instance().Remove(object);
     ::operator delete(object);
 }
 

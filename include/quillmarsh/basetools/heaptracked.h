@@ -11,8 +11,8 @@ namespace quillmarsh
 
 /// Knows whether its object was made with `new`.
 ///
-/// The addresses are kept for the process and not locked: `new` and `delete` of heap-tracked classes belong to one
-/// thread at a time. Arrays of such classes are refused.
+/// One set of addresses serves the whole process, under a lock: any thread may make, ask and delete objects. Arrays of
+/// such classes are refused.
 class QUILLMARSH_API HeapTracked
 {
 public:
@@ -21,7 +21,7 @@ public:
     HeapTracked &operator=(HeapTracked const &);
     virtual ~HeapTracked();
 
-    /// Asked through whatever base, it is the whole object that counts.
+    /// True when the whole object was made with `new`, through whichever of its bases it is asked.
     bool IsOnHeap() const;
 
     /// @name Allocation
