@@ -7,6 +7,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdint>
 #include <limits>
 #include <thread>
 
@@ -73,11 +74,25 @@ TEST(NewThrowsExceptionSentry, FailedAllocationThrowsWhileItLives)
         EXPECT_EQ(MessageOf(allocateArray), expected);
         std::thread([&] { EXPECT_EQ(MessageOf(allocate), expected); }).join();
         EXPECT_EQ(::operator new(s_tooMuch, std::nothrow), nullptr);
-        // A size that a form of `new` tried before must not be told for one that does not tell its own.
-        auto const allocateAligned = [] { return ::operator new(s_tooMuch / 2, std::align_val_t(64)); };
-        EXPECT_EQ(MessageOf(allocateAligned), "Failed to allocate an unknown number of bytes");
+        EXPECT_EQ(MessageOf([] { return ::operator new(s_tooMuch, std::align_val_t(64)); }), expected);
+        EXPECT_EQ(MessageOf([] { return ::operator new[](s_tooMuch, std::align_val_t(4096)); }), expected);
+        EXPECT_EQ(::operator new(s_tooMuch, std::align_val_t(64), std::nothrow), nullptr);
     }
     EXPECT_EQ(MessageOf(allocate), "bad_alloc");
+}
+
+TEST(NewThrowsExceptionSentry, AlignedBlocksAreAlignedAndFreed)
+{
+    for (std::size_t const alignment : {1, 8, 32, 64, 4096})
+    {
+        for (std::size_t const size : {0, 1, 100})
+        {
+            void *const block = ::operator new(size, std::align_val_t(alignment));
+            EXPECT_EQ(reinterpret_cast<std::uintptr_t>(block) % alignment, 0u);
+            ::operator delete(block, std::align_val_t(alignment));
+            ::operator delete[](::operator new[](size, std::align_val_t(alignment)), std::align_val_t(alignment));
+        }
+    }
 }
 
 TEST(NewThrowsExceptionSentry, RestoresThePreviousHandlerAndVerifiesItsOwn)
@@ -195,6 +210,25 @@ TEST(HeapTracked, KnowsNewFromEverythingElse)
     AutoPtr<OtherBase>(new Tracked).reset();
     AutoPtr<Tracked> const next(new Tracked);
     EXPECT_TRUE(next->IsOnHeap() && onHeap->IsOnHeap() && address != next.get());
+}
+
+TEST(HeapTracked, ThreadsMakeAndDeleteAtOneTime)
+{
+    std::vector<std::thread> threads;
+    for (int i = 0; i < 4; ++i)
+    {
+        threads.emplace_back(
+            []
+            {
+                for (int round = 0; round < 500; ++round)
+                {
+                    AutoPtr<Tracked> const object(new Tracked);
+                    ASSERT_TRUE(object->IsOnHeap());
+                }
+            });
+    }
+    for (std::thread &thread : threads)
+        thread.join();
 }
 
 TEST(HeapTracked, RefusesArrays)

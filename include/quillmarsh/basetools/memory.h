@@ -13,6 +13,11 @@ namespace quillmarsh
 /// While it lives, an allocation that fails throws a NoMemoryException. A host has one around its whole run.
 ///
 /// Sentries may nest; they are made and destroyed on the main thread, and serve the allocations of all threads.
+///
+/// The exception names the number of bytes. For that the library brings `operator new` and `operator new[]`, plain and
+/// with an alignment, on Linux: a program that links the library allocates by them, `malloc` and `posix_memalign`
+/// underneath, in all its modules. A program that defines these operators itself keeps its own, and the message then
+/// says "an unknown number of bytes"; so it does on Windows and under a sanitizer that brings its own.
 class QUILLMARSH_API NewThrowsExceptionSentry : NoCopy
 {
 public:

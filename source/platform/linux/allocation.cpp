@@ -1,5 +1,6 @@
 #include "source/platform/allocation.h"
 
+#include <algorithm>
 #include <cstdlib>
 #include <new>
 
@@ -50,16 +51,13 @@ private:
     std::size_t saved_;
 };
 
-} // namespace
-
-// These two stand in for the standard library's in the whole process, and do the same but for the note of the size.
-// What they give is freed by the standard library's `delete`; its other forms of `new` call these or do not fail here.
-
-__attribute__((visibility("default"))) void *operator new(std::size_t size)
+/// Asks `allocate` for memory until it gives some, and the new-handler after each refusal.
+template<typename Allocate>
+void *AllocateOrThrow(std::size_t size, Allocate const &allocate)
 {
     for (;;)
     {
-        if (void *const block = std::malloc(size == 0 ? 1 : size))
+        if (void *const block = allocate())
             return block;
         std::new_handler const handler = std::get_new_handler();
         if (handler == nullptr)
@@ -69,9 +67,35 @@ __attribute__((visibility("default"))) void *operator new(std::size_t size)
     }
 }
 
+} // namespace
+
+// These stand in for the standard library's in the whole process, and do the same but for the note of the size. The
+// standard library's `delete` frees what they give; its other forms of `new` call these.
+
+__attribute__((visibility("default"))) void *operator new(std::size_t size)
+{
+    return AllocateOrThrow(size, [size] { return std::malloc(size == 0 ? 1 : size); });
+}
+
 __attribute__((visibility("default"))) void *operator new[](std::size_t size)
 {
     return operator new(size);
+}
+
+__attribute__((visibility("default"))) void *operator new(std::size_t size, std::align_val_t alignment)
+{
+    std::size_t const boundary = std::max(static_cast<std::size_t>(alignment), sizeof(void *));
+    return AllocateOrThrow(size,
+                           [size, boundary]() -> void *
+                           {
+                               void *block = nullptr;
+                               return posix_memalign(&block, boundary, size == 0 ? 1 : size) == 0 ? block : nullptr;
+                           });
+}
+
+__attribute__((visibility("default"))) void *operator new[](std::size_t size, std::align_val_t alignment)
+{
+    return operator new(size, alignment);
 }
 
 #endif
