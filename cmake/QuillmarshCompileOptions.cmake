@@ -30,6 +30,11 @@ if(QUILLMARSH_BUILD_FUZZERS)
   add_compile_options(-fsanitize=fuzzer-no-link)
 endif()
 
+if(MINGW)
+  # The time of linking stays out of the programs.
+  add_link_options(-Wl,--no-insert-timestamp)
+endif()
+
 set(CMAKE_CXX_STANDARD 20)
 set(CMAKE_CXX_STANDARD_REQUIRED ON)
 set(CMAKE_CXX_EXTENSIONS OFF)

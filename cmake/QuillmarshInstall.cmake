@@ -20,6 +20,7 @@ install(FILES
   "${PROJECT_BINARY_DIR}/cmake/quillmarshConfig.cmake"
   "${PROJECT_BINARY_DIR}/cmake/quillmarshConfigVersion.cmake"
   "${PROJECT_SOURCE_DIR}/cmake/QuillmarshAddPlugin.cmake"
+  "${PROJECT_SOURCE_DIR}/cmake/QuillmarshBuildTime.cmake"
   DESTINATION "${quillmarsh_cmake_dir}")
 
 # The pkg-config file finds its own prefix, so that the installed tree can be moved.

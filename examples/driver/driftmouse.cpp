@@ -62,7 +62,7 @@ public:
     DriftDescriptor()
         : HIDDriverPluginDescriptor(quillmarsh::PluginInfo(
               quillmarsh::library_info::GetHeaderVersion(), quillmarsh::e_plugin_hid_driver, "driftmouse",
-              quillmarsh::PluginVersion(1, 0, 0, 0), __DATE__ " " __TIME__, "A mouse that drifts", "You"))
+              quillmarsh::PluginVersion(1, 0, 0, 0), QUILLMARSH_PLUGIN_TIMESTAMP, "A mouse that drifts", "You"))
     {
     }
 

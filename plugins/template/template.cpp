@@ -21,9 +21,10 @@ class TemplateDescriptor : public quillmarsh::ApplicationPluginDescriptor
 {
 public:
     TemplateDescriptor()
-        : ApplicationPluginDescriptor(quillmarsh::PluginInfo(
-              quillmarsh::library_info::GetHeaderVersion(), quillmarsh::e_plugin_application, "template",
-              quillmarsh::PluginVersion(1, 0, 0, 0), __DATE__ " " __TIME__, "A program that does nothing yet", "You"))
+        : ApplicationPluginDescriptor(
+              quillmarsh::PluginInfo(quillmarsh::library_info::GetHeaderVersion(), quillmarsh::e_plugin_application,
+                                     "template", quillmarsh::PluginVersion(1, 0, 0, 0), QUILLMARSH_PLUGIN_TIMESTAMP,
+                                     "A program that does nothing yet", "You"))
     {
     }
 

@@ -8,6 +8,8 @@ mkdir -p "$work"
 
 (cd "$build" && cpack -B "$work/package") >"$work/log"
 zip=$(echo "$work"/package/quillmarsh-*.zip)
+(cd "$build" && cpack -B "$work/again") >>"$work/log"
+cmp "$zip" "$work/again/$(basename "$zip")" || { echo "The package tells when it was packed."; exit 1; }
 
 export WINEPREFIX=$work/wine WINEDEBUG=-all WINEDLLOVERRIDES='mscoree,mshtml,winemenubuilder.exe='
 trap 'wineserver -k; rm -rf "$WINEPREFIX"' EXIT

@@ -57,7 +57,8 @@ constexpr LibraryVersion GetHeaderVersion()
                           QUILLMARSH_ASSERTIONS);
 }
 
-/// Date and time, in UTC, at which this build of the library was configured; SOURCE_DATE_EPOCH sets it.
+/// Returns the time of the sources that the library was built from, as "2026-01-31 23:59:59 UTC": SOURCE_DATE_EPOCH, or
+/// else their last commit.
 QUILLMARSH_API string GetBuildTimestamp();
 /// "quillmarsh".
 QUILLMARSH_API string GetLibraryName();
