@@ -43,6 +43,8 @@
 #include <quillmarsh/dataobjects/datacodecmanager.h>
 #include <quillmarsh/dataobjects/datacodecparameters.h>
 #include <quillmarsh/dataobjects/datacodecs.h>
+#include <quillmarsh/dataobjects/dataexception.h>
+#include <quillmarsh/dataobjects/datafiles.h>
 #include <quillmarsh/dataobjects/datapackage.h>
 #include <quillmarsh/dataobjects/fontimages.h>
 #include <quillmarsh/dataobjects/imagebase.h>
@@ -50,6 +52,9 @@
 #include <quillmarsh/dataobjects/imageio.h>
 #include <quillmarsh/dataobjects/imageoperations.h>
 #include <quillmarsh/dataobjects/mipmapchains.h>
+#include <quillmarsh/dataobjects/packageinspection.h>
+#include <quillmarsh/dataobjects/sampleddata.h>
+#include <quillmarsh/dataobjects/sampleddataoperations.h>
 #include <quillmarsh/dataobjects/sampleformats.h>
 #include <quillmarsh/dataobjects/sampleprocessors.h>
 #include <quillmarsh/dataobjects/sampletransfer.h>

@@ -4,8 +4,8 @@ namespace workbench
 {
 
 using namespace quillmarsh;
-using tools::DataException;
-using tools::SampledData;
+using sampled_data::DataException;
+using sampled_data::SampledData;
 
 void DataBench::ExportVariables(VariableRegistry &registry)
 {

@@ -2,7 +2,7 @@
 #ifndef QUILLMARSH_PLUGINS_WORKBENCH_DATABENCH_H
 #define QUILLMARSH_PLUGINS_WORKBENCH_DATABENCH_H
 
-#include "sampleddata/datafile.h"
+#include <quillmarsh/dataobjects/datafiles.h>
 
 #include <quillmarsh/basetools/variableregistry.h>
 
@@ -17,16 +17,16 @@ public:
     void ExportVariables(quillmarsh::VariableRegistry &registry);
 
     /// The current data. Throws a DataException when there are none.
-    quillmarsh::tools::SampledData &GetData();
+    quillmarsh::sampled_data::SampledData &GetData();
     /// Replaces the current data.
-    void SetData(quillmarsh::tools::SampledData data);
+    void SetData(quillmarsh::sampled_data::SampledData data);
 
     /// Name of the filter for resampling.
     quillmarsh::string filter = "linear";
-    quillmarsh::tools::SaveSettings save;
+    quillmarsh::sampled_data::SaveSettings save;
 
 private:
-    std::optional<quillmarsh::tools::SampledData> data_;
+    std::optional<quillmarsh::sampled_data::SampledData> data_;
 };
 
 } // namespace workbench

@@ -1,6 +1,6 @@
 #include "datacommands.h"
 
-#include "sampleddata/datawork.h"
+#include <quillmarsh/dataobjects/sampleddataoperations.h>
 
 #include <quillmarsh/basetools/command.h>
 #include <quillmarsh/basetools/commandlineparser.h>
@@ -15,9 +15,9 @@ namespace
 {
 
 using namespace quillmarsh;
-using tools::DataException;
-using tools::eAxis;
-using tools::SampledData;
+using sampled_data::DataException;
+using sampled_data::eSampleAxis;
+using sampled_data::SampledData;
 
 struct DataCommand
 {
@@ -74,33 +74,33 @@ string const &RequireString(CommandLineParser const &parser, char const *what)
     return parser.GetArgument(0).String();
 }
 
-tools::FileType const &RequireFileType(string const &fileName)
+sampled_data::FileType const &RequireFileType(string const &fileName)
 {
-    if (tools::FileType const *const type = tools::FindFileType(fileName))
+    if (sampled_data::FileType const *const type = sampled_data::FindFileType(fileName))
         return *type;
-    throw DataException(fileName + ": ends in none of " + tools::GetExtensions());
+    throw DataException(fileName + ": ends in none of " + sampled_data::GetExtensions());
 }
 
 eSampleFormat RequireFormat(string const &name)
 {
-    if (std::optional<eSampleFormat> const format = tools::FindFormat(name))
+    if (std::optional<eSampleFormat> const format = sampled_data::FindFormat(name))
         return *format;
     throw DataException("no sample format has the name " + name);
 }
 
 void PrintInfo(ostream &out, SampledData const &data)
 {
-    tools::Dimensions const dimensions = data.GetDimensions();
-    out << "Kind.........: " << tools::GetKindName(dimensions.size()) << '\n'
-        << "Sample format: " << tools::GetFormatName(data.GetFormat()) << '\n'
-        << "Dimensions...: " << tools::Describe(dimensions) << '\n'
+    sampled_data::Dimensions const dimensions = data.GetDimensions();
+    out << "Kind.........: " << sampled_data::GetKindName(dimensions.size()) << '\n'
+        << "Sample format: " << sampled_data::GetFormatName(data.GetFormat()) << '\n'
+        << "Dimensions...: " << sampled_data::Describe(dimensions) << '\n'
         << "Bytes........: " << data.GetSamples().GetTotalByteSize() << std::endl;
 }
 
 void Load(DataBench &bench, ostream &out, CommandLineParser const &parser)
 {
     string const &fileName = RequireString(parser, "the name of a file");
-    bench.SetData(tools::LoadFile(fileName, RequireFileType(fileName)));
+    bench.SetData(sampled_data::LoadFile(fileName, RequireFileType(fileName)));
     PrintInfo(out, bench.GetData());
 }
 
@@ -111,37 +111,38 @@ void Info(DataBench &bench, ostream &out, CommandLineParser const &)
 
 void Convert(DataBench &bench, ostream &, CommandLineParser const &parser)
 {
-    tools::ChangeFormat(bench.GetData(), RequireFormat(RequireString(parser, "the name of a sample format")));
+    sampled_data::ChangeFormat(bench.GetData(), RequireFormat(RequireString(parser, "the name of a sample format")));
 }
 
 void Resample(DataBench &bench, ostream &, CommandLineParser const &parser)
 {
     string const &text = RequireString(parser, "a size");
-    std::optional<eResampleFilter> const filter = tools::FindFilter(bench.filter);
+    std::optional<eResampleFilter> const filter = sampled_data::FindFilter(bench.filter);
     if (!filter)
         throw DataException("data.filter is neither nearest nor linear: " + bench.filter);
     SampledData const &data = bench.GetData();
-    std::optional<tools::Dimensions> const size = tools::ParseSize(text);
+    std::optional<sampled_data::Dimensions> const size = sampled_data::ParseSize(text);
     if (!size || size->size() != data.GetDimensions().size())
-        throw DataException("no size of " + tools::GetKindPhrase(data.GetDimensions().size()) + ": " + text);
-    bench.SetData(tools::Resample(data, *size, *filter));
+        throw DataException("no size of " + sampled_data::GetKindPhrase(data.GetDimensions().size()) + ": " + text);
+    bench.SetData(sampled_data::Resample(data, *size, *filter));
 }
 
-constexpr eAxis s_axes[] = {eAxis::e_rows, eAxis::e_columns, eAxis::e_layers};
+constexpr eSampleAxis s_axes[] = {eSampleAxis::e_rows, eSampleAxis::e_columns, eSampleAxis::e_layers};
 
 void Flip(DataBench &bench, ostream &, CommandLineParser const &parser)
 {
     SampledData &data = bench.GetData();
     std::size_t const numDimensions = data.GetDimensions().size();
-    for (eAxis const axis : s_axes)
+    for (eSampleAxis const axis : s_axes)
     {
-        if (parser.GetOption(tools::GetAxisName(axis)) && !tools::HasAxis(numDimensions, axis))
-            throw DataException(tools::GetKindPhrase(numDimensions) + " has no " + tools::GetAxisName(axis));
+        if (parser.GetOption(sampled_data::GetAxisName(axis)) && !sampled_data::HasAxis(numDimensions, axis))
+            throw DataException(sampled_data::GetKindPhrase(numDimensions) + " has no " +
+                                sampled_data::GetAxisName(axis));
     }
-    for (eAxis const axis : s_axes)
+    for (eSampleAxis const axis : s_axes)
     {
-        if (parser.GetOption(tools::GetAxisName(axis)))
-            tools::Flip(data, axis);
+        if (parser.GetOption(sampled_data::GetAxisName(axis)))
+            sampled_data::Flip(data, axis);
     }
 }
 
@@ -168,7 +169,7 @@ void FillChannels(SampledData const &data, CommandLineParser const &parser)
         if (!ToValue(text, value) || value > 255)
             throw DataException(string(channel.name) + " wants a number from 0 to 255, not " + text);
         if (!channel.fill(data.GetSamples(), static_cast<unsigned char>(value)))
-            throw DataException("the sample format " + tools::GetFormatName(data.GetFormat()) + " has no " +
+            throw DataException("the sample format " + sampled_data::GetFormatName(data.GetFormat()) + " has no " +
                                 channel.name);
     }
 }
@@ -188,35 +189,35 @@ void Mipmaps(DataBench &bench, ostream &out, CommandLineParser const &parser)
     string name;
     bool const hasFormat = parser.GetAssignment("format", name);
     std::vector<SampledData> const levels =
-        tools::BuildMipmaps(data, hasFormat ? RequireFormat(name) : data.GetFormat());
-    tools::SaveLevels(levels, prefix, bench.save);
+        sampled_data::BuildMipmaps(data, hasFormat ? RequireFormat(name) : data.GetFormat());
+    sampled_data::SaveLevels(levels, prefix, bench.save);
     out << levels.size() << " levels saved" << std::endl;
 }
 
 void Save(DataBench &bench, ostream &out, CommandLineParser const &parser)
 {
     string const &fileName = RequireString(parser, "the name of a file");
-    tools::SaveFile(bench.GetData(), fileName, RequireFileType(fileName), bench.save);
+    sampled_data::SaveFile(bench.GetData(), fileName, RequireFileType(fileName), bench.save);
     out << fileName << " saved" << std::endl;
 }
 
 /// Each format with those that it can be converted to, and what files there are.
 void Formats(DataBench &, ostream &out, CommandLineParser const &)
 {
-    std::vector<eSampleFormat> const formats = tools::GetNamedFormats();
+    std::vector<eSampleFormat> const formats = sampled_data::GetNamedFormats();
     for (eSampleFormat const source : formats)
     {
-        string line = tools::GetFormatName(source);
+        string line = sampled_data::GetFormatName(source);
         PadToLength(line, 9);
         line += " to:";
         for (eSampleFormat const target : formats)
         {
             if (target != source && SignalOperationsManager::Instance().IsTransferSupported(target, source))
-                line += ' ' + tools::GetFormatName(target);
+                line += ' ' + sampled_data::GetFormatName(target);
         }
         out << line << '\n';
     }
-    out << "Files: " << tools::GetExtensions() << std::endl;
+    out << "Files: " << sampled_data::GetExtensions() << std::endl;
 }
 
 constexpr CommandWord s_fileWords[] = {CommandWord::Argument("0) file-name", "its end tells the type of the file\n")};

@@ -66,7 +66,7 @@ void TakeQuality(Arguments &arguments, string const &value)
         throw WrongArgumentException("--quality wants a number from 0 to 100, not '" + value + "'");
 }
 
-template<eAxis axis>
+template<eSampleAxis axis>
 void TakeFlip(Arguments &arguments, string const &)
 {
     arguments.flips.push_back(axis);
@@ -84,10 +84,10 @@ constexpr Option s_options[] = {
      [](Arguments &arguments, string const &) { arguments.json = true; }},
     {'c', "--size", "SIZE", "resample to N samples, to WxH or WxHxD columns, rows and layers", &TakeSize},
     {'c', "--filter", "NAME", "resample by nearest or linear, linear by default", &TakeFilter},
-    {'c', "--flip-rows", nullptr, "reverse the order of the rows", &TakeFlip<eAxis::e_rows>},
+    {'c', "--flip-rows", nullptr, "reverse the order of the rows", &TakeFlip<eSampleAxis::e_rows>},
     {'c', "--flip-columns", nullptr, "reverse the order of the columns, or of a signal's samples",
-     &TakeFlip<eAxis::e_columns>},
-    {'c', "--flip-layers", nullptr, "reverse the order of the layers", &TakeFlip<eAxis::e_layers>},
+     &TakeFlip<eSampleAxis::e_columns>},
+    {'c', "--flip-layers", nullptr, "reverse the order of the layers", &TakeFlip<eSampleAxis::e_layers>},
     {'f', "--format", "NAME", "change the sample format", &TakeFormat},
     {'s', "--big-endian", nullptr, "store numbers big-endian (packages)", &SwitchOn<&SaveSettings::bigEndian>},
     {'s', "--id", "N", "package id, 0 by default", &TakeID},

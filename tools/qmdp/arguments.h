@@ -2,11 +2,13 @@
 #ifndef QUILLMARSH_TOOLS_QMDP_ARGUMENTS_H
 #define QUILLMARSH_TOOLS_QMDP_ARGUMENTS_H
 
-#include "sampleddata/datafile.h"
-#include "sampleddata/datawork.h"
+#include <quillmarsh/dataobjects/datafiles.h>
+#include <quillmarsh/dataobjects/sampleddataoperations.h>
 
 namespace quillmarsh::tools
 {
+
+using namespace sampled_data;
 
 /// An argument that cannot be followed. Its message is one line that names the argument.
 class WrongArgumentException : public Exception
@@ -24,7 +26,7 @@ struct Arguments
     bool json = false;
     std::optional<Dimensions> size;
     eResampleFilter filter = e_resample_linear;
-    std::vector<eAxis> flips;
+    std::vector<eSampleAxis> flips;
     std::optional<eSampleFormat> format;
     SaveSettings save;
 };

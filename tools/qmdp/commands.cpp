@@ -51,7 +51,7 @@ void CheckFits(Arguments const &arguments, string const &fileName, SampledData c
     string const holds = "'" + fileName + "' holds " + GetKindPhrase(numDimensions);
     if (arguments.size && arguments.size->size() != numDimensions)
         throw WrongArgumentException(holds + ", and --size is that of " + GetKindPhrase(arguments.size->size()));
-    for (eAxis const axis : arguments.flips)
+    for (eSampleAxis const axis : arguments.flips)
     {
         if (!HasAxis(numDimensions, axis))
             throw WrongArgumentException(holds + ", which --flip-" + GetAxisName(axis) + " has nothing to do with");
@@ -65,7 +65,7 @@ void Work(Arguments const &arguments, SampledData &data, Progress &progress)
         progress.Begin("Resampling");
         data = Resample(data, *arguments.size, arguments.filter);
     }
-    for (eAxis const axis : {eAxis::e_rows, eAxis::e_columns, eAxis::e_layers})
+    for (eSampleAxis const axis : {eSampleAxis::e_rows, eSampleAxis::e_columns, eSampleAxis::e_layers})
     {
         if (std::count(arguments.flips.begin(), arguments.flips.end(), axis) > 0)
             Flip(data, axis);

@@ -1,9 +1,9 @@
-#include "datawork.h"
+#include <quillmarsh/dataobjects/sampleddataoperations.h>
 
 #include <quillmarsh/dataobjects/mipmapchains.h>
 #include <quillmarsh/mathtools/powersof2.h>
 
-namespace quillmarsh::tools
+namespace quillmarsh::sampled_data
 {
 namespace
 {
@@ -61,4 +61,4 @@ std::vector<SampledData> BuildMipmaps(SampledData const &data, eSampleFormat for
     return levels;
 }
 
-} // namespace quillmarsh::tools
+} // namespace quillmarsh::sampled_data

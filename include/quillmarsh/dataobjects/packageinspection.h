@@ -1,13 +1,13 @@
 // What a package says of itself, and where it is wrong, without its samples being loaded.
-#ifndef QUILLMARSH_TOOLS_SAMPLEDDATA_PACKAGEINSPECTION_H
-#define QUILLMARSH_TOOLS_SAMPLEDDATA_PACKAGEINSPECTION_H
+#ifndef QUILLMARSH_DATAOBJECTS_PACKAGEINSPECTION_H
+#define QUILLMARSH_DATAOBJECTS_PACKAGEINSPECTION_H
 
-#include "sampleddata.h"
+#include <quillmarsh/dataobjects/sampleddata.h>
 
 #include <cstdint>
 #include <functional>
 
-namespace quillmarsh::tools
+namespace quillmarsh::sampled_data
 {
 
 /// Fields of a package.
@@ -26,13 +26,13 @@ struct PackageDesc
 
 /// Reads all fields of a package from the start of a stream of `streamSize` bytes, and skips the samples. Throws a
 /// DataException "byte N: FIELD: what is wrong" for the first field that is wrong or cut off.
-PackageDesc InspectPackage(istream &in, std::uint64_t streamSize);
+QUILLMARSH_API PackageDesc InspectPackage(istream &in, std::uint64_t streamSize);
 
 /// Reads the samples of an inspected package from the stream, keeps none, and tells how many bytes it has read. Throws
 /// as InspectPackage where the stream fails; what lies behind the trailer is wrong here.
-void ReadWholePackage(istream &in, std::uint64_t streamSize, PackageDesc const &desc,
-                      std::function<void(std::uint64_t)> const &onRead);
+QUILLMARSH_API void ReadWholePackage(istream &in, std::uint64_t streamSize, PackageDesc const &desc,
+                                     std::function<void(std::uint64_t)> const &onRead);
 
-} // namespace quillmarsh::tools
+} // namespace quillmarsh::sampled_data
 
 #endif

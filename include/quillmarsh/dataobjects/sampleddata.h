@@ -1,8 +1,8 @@
 // A signal, an image or a volume, whichever a file holds.
-#ifndef QUILLMARSH_TOOLS_SAMPLEDDATA_SAMPLEDDATA_H
-#define QUILLMARSH_TOOLS_SAMPLEDDATA_SAMPLEDDATA_H
+#ifndef QUILLMARSH_DATAOBJECTS_SAMPLEDDATA_H
+#define QUILLMARSH_DATAOBJECTS_SAMPLEDDATA_H
 
-#include "dataexception.h"
+#include <quillmarsh/dataobjects/dataexception.h>
 
 #include <quillmarsh/dataobjects/imagebase.h>
 #include <quillmarsh/dataobjects/volumebase.h>
@@ -12,30 +12,30 @@
 #include <variant>
 #include <vector>
 
-namespace quillmarsh::tools
+namespace quillmarsh::sampled_data
 {
 
 /// Samples; rows, columns; or layers, rows, columns: the number of them tells the kind of data.
 using Dimensions = std::vector<unsigned int>;
 
 /// "signal", "image" or "volume" by the number of dimensions.
-char const *GetKindName(std::size_t numDimensions);
+QUILLMARSH_API char const *GetKindName(std::size_t numDimensions);
 /// The same behind its article.
-string GetKindPhrase(std::size_t numDimensions);
+QUILLMARSH_API string GetKindPhrase(std::size_t numDimensions);
 /// Dimensions with their names, as in "2 rows, 3 columns".
-string Describe(Dimensions const &dimensions);
+QUILLMARSH_API string Describe(Dimensions const &dimensions);
 
 /// @name Names of sample formats
 /// Those of the library, and "FP32NormL" and "FP32NormA"; "unknown" for any other. Letters of either case are read.
 /// @{
-string GetFormatName(unsigned int format);
-std::optional<eSampleFormat> FindFormat(string const &name);
+QUILLMARSH_API string GetFormatName(unsigned int format);
+QUILLMARSH_API std::optional<eSampleFormat> FindFormat(string const &name);
 /// All formats that have a name.
-std::vector<eSampleFormat> GetNamedFormats();
+QUILLMARSH_API std::vector<eSampleFormat> GetNamedFormats();
 /// @}
 
 /// Owns the container of one signal, image or volume. One thread at a time.
-class SampledData
+class QUILLMARSH_API SampledData
 {
 public:
     explicit SampledData(AutoPtr<SignalBase> signal) : container_(std::move(signal)) {}
@@ -68,6 +68,6 @@ private:
     std::variant<AutoPtr<SignalBase>, AutoPtr<ImageBase>, AutoPtr<VolumeBase>> container_;
 };
 
-} // namespace quillmarsh::tools
+} // namespace quillmarsh::sampled_data
 
 #endif

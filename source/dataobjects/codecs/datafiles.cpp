@@ -1,4 +1,4 @@
-#include "datafile.h"
+#include <quillmarsh/dataobjects/datafiles.h>
 
 #include <quillmarsh/basetools/filesystem.h>
 #include <quillmarsh/basetools/texttools.h>
@@ -11,7 +11,7 @@
 #include <random>
 #include <string_view>
 
-namespace quillmarsh::tools
+namespace quillmarsh::sampled_data
 {
 namespace
 {
@@ -351,4 +351,4 @@ void SaveLevels(std::vector<SampledData> const &levels, string const &prefix, Sa
     }
 }
 
-} // namespace quillmarsh::tools
+} // namespace quillmarsh::sampled_data

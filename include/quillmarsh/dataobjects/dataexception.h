@@ -1,19 +1,19 @@
 // Failure of work on a data file.
-#ifndef QUILLMARSH_TOOLS_SAMPLEDDATA_DATAEXCEPTION_H
-#define QUILLMARSH_TOOLS_SAMPLEDDATA_DATAEXCEPTION_H
+#ifndef QUILLMARSH_DATAOBJECTS_DATAEXCEPTION_H
+#define QUILLMARSH_DATAOBJECTS_DATAEXCEPTION_H
 
 #include <quillmarsh/basetools/exception.h>
 
-namespace quillmarsh::tools
+namespace quillmarsh::sampled_data
 {
 
 /// Data that cannot be read, worked on or written. Its message is one line that says what was wrong and where.
-class DataException : public Exception
+class QUILLMARSH_API DataException : public Exception
 {
 public:
     explicit DataException(string const &message) { SetMessage(message); }
 };
 
-} // namespace quillmarsh::tools
+} // namespace quillmarsh::sampled_data
 
 #endif

@@ -1,34 +1,34 @@
 // Work on data of any kind: resampling, formats, flips, mipmaps.
-#ifndef QUILLMARSH_TOOLS_SAMPLEDDATA_DATAWORK_H
-#define QUILLMARSH_TOOLS_SAMPLEDDATA_DATAWORK_H
+#ifndef QUILLMARSH_DATAOBJECTS_SAMPLEDDATAOPERATIONS_H
+#define QUILLMARSH_DATAOBJECTS_SAMPLEDDATAOPERATIONS_H
 
-#include "sampleddata.h"
+#include <quillmarsh/dataobjects/sampleddata.h>
 
 #include <quillmarsh/dataobjects/signaloperations.h>
 
-namespace quillmarsh::tools
+namespace quillmarsh::sampled_data
 {
 
 // New data are opaque where the library leaves bytes alone. What cannot be done throws a DataException.
 
 /// Filter by its name, "nearest" or "linear"; nothing for any other text.
-std::optional<eResampleFilter> FindFilter(string const &name);
+QUILLMARSH_API std::optional<eResampleFilter> FindFilter(string const &name);
 
 /// Size as N samples, as WxH columns and rows, or as WxHxD columns, rows and layers; nothing for any other text, and
 /// where a number is 0.
-std::optional<Dimensions> ParseSize(string const &text);
+QUILLMARSH_API std::optional<Dimensions> ParseSize(string const &text);
 
 /// As many dimensions as `data` has, none of them 0.
-SampledData Resample(SampledData const &data, Dimensions const &dimensions, eResampleFilter filter);
+QUILLMARSH_API SampledData Resample(SampledData const &data, Dimensions const &dimensions, eResampleFilter filter);
 
 /// Throws for two different formats without a registered transfer; the message names both.
-void RequireTransfer(eSampleFormat target, eSampleFormat source);
+QUILLMARSH_API void RequireTransfer(eSampleFormat target, eSampleFormat source);
 /// Through the transfers that are registered. Data that have the format already, or that cannot get it, stay as they
 /// are.
-void ChangeFormat(SampledData &data, eSampleFormat format);
+QUILLMARSH_API void ChangeFormat(SampledData &data, eSampleFormat format);
 
 /// Axis along which samples are turned over. A signal has columns only.
-enum class eAxis
+enum class eSampleAxis
 {
     e_layers,
     e_rows,
@@ -36,15 +36,15 @@ enum class eAxis
 };
 
 /// Turns over the samples along an axis that the data have.
-void Flip(SampledData &data, eAxis axis);
+QUILLMARSH_API void Flip(SampledData &data, eSampleAxis axis);
 /// Whether data of so many dimensions have the axis.
-bool HasAxis(std::size_t numDimensions, eAxis axis);
+QUILLMARSH_API bool HasAxis(std::size_t numDimensions, eSampleAxis axis);
 /// "layers", "rows" or "columns".
-char const *GetAxisName(eAxis axis);
+QUILLMARSH_API char const *GetAxisName(eSampleAxis axis);
 
 /// Levels of a mipmap chain in a format, the largest first.
-std::vector<SampledData> BuildMipmaps(SampledData const &data, eSampleFormat format);
+QUILLMARSH_API std::vector<SampledData> BuildMipmaps(SampledData const &data, eSampleFormat format);
 
-} // namespace quillmarsh::tools
+} // namespace quillmarsh::sampled_data
 
 #endif

@@ -1,8 +1,8 @@
 // Files of signals, images and volumes: their types by name, loading, saving.
-#ifndef QUILLMARSH_TOOLS_SAMPLEDDATA_DATAFILE_H
-#define QUILLMARSH_TOOLS_SAMPLEDDATA_DATAFILE_H
+#ifndef QUILLMARSH_DATAOBJECTS_DATAFILES_H
+#define QUILLMARSH_DATAOBJECTS_DATAFILES_H
 
-#include "packageinspection.h"
+#include <quillmarsh/dataobjects/packageinspection.h>
 
 #include <quillmarsh/basetools/namedparameter.h>
 #include <quillmarsh/dataobjects/datacodecparameters.h>
@@ -10,7 +10,7 @@
 #include <filesystem>
 #include <fstream>
 
-namespace quillmarsh::tools
+namespace quillmarsh::sampled_data
 {
 
 /// Type of a file, which its name tells.
@@ -27,17 +27,17 @@ struct FileType
 inline constexpr char s_szPackageContainer[] = "QMDP";
 
 /// Whether files of the type are packages.
-bool IsPackage(FileType const &type);
+QUILLMARSH_API bool IsPackage(FileType const &type);
 /// Type of a file by its name; letters of either case count as equal. Null for any other name.
-FileType const *FindFileType(string const &fileName);
+QUILLMARSH_API FileType const *FindFileType(string const &fileName);
 /// All extensions, separated by blanks.
-string GetExtensions();
+QUILLMARSH_API string GetExtensions();
 
 /// Name of the container that the file's first bytes tell; null when they tell none.
-char const *RecogniseContainer(istream &in);
+QUILLMARSH_API char const *RecogniseContainer(istream &in);
 
 /// A plain file, opened for reading. Throws a DataException that names the file and the cause.
-class InputFile : NoCopy
+class QUILLMARSH_API InputFile : NoCopy
 {
 public:
     explicit InputFile(string const &fileName);
@@ -64,22 +64,24 @@ struct SaveSettings
 };
 
 /// Loads a file of a type. Throws a DataException that names the file, and in a package the field.
-SampledData LoadFile(string const &fileName, FileType const &type);
+QUILLMARSH_API SampledData LoadFile(string const &fileName, FileType const &type);
 /// Loads a picture, whatever its name.
-AutoPtr<ImageBase> LoadPicture(string const &fileName);
+QUILLMARSH_API AutoPtr<ImageBase> LoadPicture(string const &fileName);
 /// What LoadPicture gives, as far as the header tells.
-void QueryPicture(string const &fileName, eSampleFormat &format, Dimensions &dimensions);
+QUILLMARSH_API void QueryPicture(string const &fileName, eSampleFormat &format, Dimensions &dimensions);
 
 /// Throws a DataException, which names the file, when `data` cannot be saved there, without touching anything.
-void RequireSaveable(SampledData const &data, string const &fileName, FileType const &type,
-                     SaveSettings const &settings);
+QUILLMARSH_API void RequireSaveable(SampledData const &data, string const &fileName, FileType const &type,
+                                    SaveSettings const &settings);
 /// Saves a file, which appears whole or not at all, and takes the place of another only if that is asked for. Throws a
 /// DataException that names the file.
-void SaveFile(SampledData const &data, string const &fileName, FileType const &type, SaveSettings const &settings);
+QUILLMARSH_API void SaveFile(SampledData const &data, string const &fileName, FileType const &type,
+                             SaveSettings const &settings);
 /// Saves the levels of a chain as packages, "PREFIX.0.qmdp.image" and so on. Nothing is saved when one of the names is
 /// in the way.
-void SaveLevels(std::vector<SampledData> const &levels, string const &prefix, SaveSettings const &settings);
+QUILLMARSH_API void SaveLevels(std::vector<SampledData> const &levels, string const &prefix,
+                               SaveSettings const &settings);
 
-} // namespace quillmarsh::tools
+} // namespace quillmarsh::sampled_data
 
 #endif

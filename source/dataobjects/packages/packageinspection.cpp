@@ -1,4 +1,4 @@
-#include "packageinspection.h"
+#include <quillmarsh/dataobjects/packageinspection.h>
 
 #include <quillmarsh/basetools/serializer.h>
 #include <quillmarsh/basetools/serializer_parameters.h>
@@ -10,7 +10,7 @@
 #include <limits>
 #include <sstream>
 
-namespace quillmarsh::tools
+namespace quillmarsh::sampled_data
 {
 namespace
 {
@@ -222,4 +222,4 @@ void ReadWholePackage(istream &in, std::uint64_t streamSize, PackageDesc const &
         FieldReader::FailAt(desc.byteSize, "trailer", MakeString(streamSize - desc.byteSize) + " bytes lie behind it");
 }
 
-} // namespace quillmarsh::tools
+} // namespace quillmarsh::sampled_data

@@ -1,11 +1,11 @@
-#include "datawork.h"
+#include <quillmarsh/dataobjects/sampleddataoperations.h>
 
 #include <quillmarsh/dataobjects/volumeoperations.h>
 
 #include <charconv>
 #include <type_traits>
 
-namespace quillmarsh::tools
+namespace quillmarsh::sampled_data
 {
 namespace
 {
@@ -27,22 +27,22 @@ bool ResampleInto(VolumeBase &dst, VolumeBase const &src, eResampleFilter filter
     return Resample3D(dst, src, filter);
 }
 
-void FlipAxis(SignalBase &signal, eAxis)
+void FlipAxis(SignalBase &signal, eSampleAxis)
 {
     FlipSamples(signal);
 }
 
-void FlipAxis(ImageBase &image, eAxis axis)
+void FlipAxis(ImageBase &image, eSampleAxis axis)
 {
-    axis == eAxis::e_rows ? FlipRows(image) : FlipColumns(image);
+    axis == eSampleAxis::e_rows ? FlipRows(image) : FlipColumns(image);
 }
 
-void FlipAxis(VolumeBase &volume, eAxis axis)
+void FlipAxis(VolumeBase &volume, eSampleAxis axis)
 {
-    if (axis == eAxis::e_layers)
+    if (axis == eSampleAxis::e_layers)
         FlipLayers(volume);
     else
-        axis == eAxis::e_rows ? FlipRows(volume) : FlipColumns(volume);
+        axis == eSampleAxis::e_rows ? FlipRows(volume) : FlipColumns(volume);
 }
 
 } // namespace
@@ -104,20 +104,20 @@ void ChangeFormat(SampledData &data, eSampleFormat format)
     data = std::move(result);
 }
 
-void Flip(SampledData &data, eAxis axis)
+void Flip(SampledData &data, eSampleAxis axis)
 {
     data.Visit([&](auto &container) { FlipAxis(container, axis); });
 }
 
-bool HasAxis(std::size_t numDimensions, eAxis axis)
+bool HasAxis(std::size_t numDimensions, eSampleAxis axis)
 {
-    std::size_t const needed = axis == eAxis::e_columns ? 1 : axis == eAxis::e_rows ? 2 : 3;
+    std::size_t const needed = axis == eSampleAxis::e_columns ? 1 : axis == eSampleAxis::e_rows ? 2 : 3;
     return numDimensions >= needed;
 }
 
-char const *GetAxisName(eAxis axis)
+char const *GetAxisName(eSampleAxis axis)
 {
-    return axis == eAxis::e_columns ? "columns" : axis == eAxis::e_rows ? "rows" : "layers";
+    return axis == eSampleAxis::e_columns ? "columns" : axis == eSampleAxis::e_rows ? "rows" : "layers";
 }
 
-} // namespace quillmarsh::tools
+} // namespace quillmarsh::sampled_data

@@ -1,11 +1,11 @@
-#include "sampleddata.h"
+#include <quillmarsh/dataobjects/sampleddata.h>
 
 #include <quillmarsh/basetools/texttools.h>
 
 #include <cstring>
 #include <iterator>
 
-namespace quillmarsh::tools
+namespace quillmarsh::sampled_data
 {
 namespace
 {
@@ -121,4 +121,4 @@ Dimensions SampledData::GetDimensions() const
     return Visit([](auto const &container) { return DimensionsOf(container); });
 }
 
-} // namespace quillmarsh::tools
+} // namespace quillmarsh::sampled_data
