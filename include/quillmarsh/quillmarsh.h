@@ -126,6 +126,7 @@
 #include <quillmarsh/mathtools/vector4.h>
 #include <quillmarsh/platform/api.h>
 #include <quillmarsh/platform/dialogs.h>
+#include <quillmarsh/platform/program.h>
 #include <quillmarsh/platform/types.h>
 #include <quillmarsh/platform/widechartraits.h>
 

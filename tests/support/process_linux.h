@@ -31,6 +31,9 @@ struct StreamFiles
     for (string &word : words)
         pointers.push_back(word.data());
     pointers.push_back(nullptr);
+    // A shell has its jobs in the background ignore interrupts, and what they start with them.
+    for (int const number : {SIGINT, SIGHUP, SIGTERM})
+        signal(number, SIG_DFL);
     execv(pointers[0], pointers.data());
     _exit(127);
 }

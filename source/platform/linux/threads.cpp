@@ -1,3 +1,5 @@
+#include <quillmarsh/platform/program.h>
+
 #include "source/platform/linux/futex.h"
 #include "source/platform/linux/waitableobject.h"
 
@@ -38,6 +40,28 @@ int GetProcessNice()
 int MakeNice(PriorityLevel const &level)
 {
     return std::clamp(GetProcessNice() + level.nice, -20, 19);
+}
+
+PriorityLevel const *FindLevel(int level)
+{
+    auto const found = std::find_if(std::begin(s_levels), std::end(s_levels),
+                                    [level](PriorityLevel const &each) { return each.level == level; });
+    return found == std::end(s_levels) ? nullptr : found;
+}
+
+int GetNice(unsigned int thread)
+{
+    return getpriority(PRIO_PROCESS, thread);
+}
+
+/// Gives a running thread the priority of a level. False for a level that there is not, and where the system refuses.
+bool ApplyLevel(unsigned int thread, int level)
+{
+    PriorityLevel const *const wanted = FindLevel(level);
+    if (!wanted)
+        return false;
+    int const nice = MakeNice(*wanted);
+    return GetNice(thread) == nice || setpriority(PRIO_PROCESS, thread, nice) == 0;
 }
 
 class ThreadObject;
@@ -96,15 +120,9 @@ public:
 
     bool SetPriority(int level)
     {
-        auto const wanted = std::find_if(std::begin(s_levels), std::end(s_levels),
-                                         [level](PriorityLevel const &each) { return each.level == level; });
-        if (wanted == std::end(s_levels))
-            return false;
         SuspensionDeferral const deferral;
         std::lock_guard const lock(mutex_);
-        if (hasEnded_)
-            return false;
-        bool const isSet = GetNice() == MakeNice(*wanted) || setpriority(PRIO_PROCESS, number_, MakeNice(*wanted)) == 0;
+        bool const isSet = !hasEnded_ && ApplyLevel(number_, level);
         if (isSet)
             level_ = level;
         return isSet;
@@ -117,7 +135,7 @@ public:
         if (hasEnded_)
             return level_;
         // The level that was set last, unless somebody else has moved the thread away from it.
-        int const nice = GetNice();
+        int const nice = GetNice(number_);
         auto const distance = [this, nice](PriorityLevel const &each)
         { return 2 * std::abs(MakeNice(each) - nice) + (each.level == level_ ? 0 : 1); };
         return std::min_element(std::begin(s_levels), std::end(s_levels),
@@ -212,8 +230,6 @@ private:
         if (--numOwners_ == 0)
             delete this;
     }
-
-    int GetNice() const { return getpriority(PRIO_PROCESS, number_); }
 
     ThreadFunction function_;
     void *argument_;
@@ -331,6 +347,16 @@ int GetThreadPriorityLevel(HANDLE thread)
 {
     auto *const object = GetObjectOf<ThreadObject>(thread);
     return object ? object->GetPriority() : 0;
+}
+
+unsigned int GetThisThreadNumber()
+{
+    return GetCurrentThreadNumber();
+}
+
+bool SetThisThreadPriority(int level)
+{
+    return ApplyLevel(GetCurrentThreadNumber(), level);
 }
 
 bool DisableThreadPriorityBoost(HANDLE thread, bool disable)

@@ -1,6 +1,7 @@
 #include "source/platform/threads.h"
 
 #include <quillmarsh/basetools/texttools.h>
+#include <quillmarsh/platform/program.h>
 
 #include "source/platform/win32/windows.h"
 
@@ -140,6 +141,16 @@ bool SetThreadPriorityLevel(HANDLE thread, int level)
 int GetThreadPriorityLevel(HANDLE thread)
 {
     return GetThreadPriority(thread);
+}
+
+unsigned int GetThisThreadNumber()
+{
+    return GetCurrentThreadId();
+}
+
+bool SetThisThreadPriority(int level)
+{
+    return SetThreadPriority(GetCurrentThread(), level) != FALSE;
 }
 
 bool DisableThreadPriorityBoost(HANDLE thread, bool disable)

@@ -1,0 +1,107 @@
+#include <quillmarsh/platform/program.h>
+
+#include <atomic>
+#include <csignal>
+#include <cstdio>
+#include <thread>
+
+#include <unistd.h>
+
+namespace quillmarsh::platform
+{
+namespace
+{
+
+struct NumberedSignal
+{
+    int number;
+    eSignal signal;
+};
+
+constexpr NumberedSignal s_signals[] = {
+    {SIGINT, eSignal::e_interrupt},
+    {SIGTERM, eSignal::e_terminate},
+    {SIGHUP, eSignal::e_hangUp},
+    {SIGWINCH, eSignal::e_resize},
+};
+
+eSignal ToSignal(int number)
+{
+    for (NumberedSignal const &row : s_signals)
+    {
+        if (row.number == number)
+            return row.signal;
+    }
+    return eSignal::e_terminate;
+}
+
+int ToNumber(eSignal signal)
+{
+    for (NumberedSignal const &row : s_signals)
+    {
+        if (row.signal == signal && row.number != SIGWINCH)
+            return row.number;
+    }
+    return SIGTERM;
+}
+
+bool IsIgnored(int number)
+{
+    struct sigaction present = {};
+    return sigaction(number, nullptr, &present) == 0 && present.sa_handler == SIG_IGN;
+}
+
+} // namespace
+
+struct SignalWatch::State
+{
+    sigset_t signals;
+    sigset_t previous;
+    std::atomic<bool> ending{false};
+    std::thread thread;
+};
+
+SignalWatch::SignalWatch(std::function<void(eSignal)> onSignal) : state_(std::make_unique<State>())
+{
+    State &state = *state_;
+    sigemptyset(&state.signals);
+    for (NumberedSignal const &row : s_signals)
+    {
+        // Waiting for a signal would take one that is ignored, too.
+        if (row.number == SIGWINCH || !IsIgnored(row.number))
+            sigaddset(&state.signals, row.number);
+    }
+    // Blocked in every thread from here on; one thread waits for them, and may do anything when they come.
+    pthread_sigmask(SIG_BLOCK, &state.signals, &state.previous);
+    state.thread = std::thread(
+        [&state, onSignal = std::move(onSignal)]
+        {
+            int number = 0;
+            while (sigwait(&state.signals, &number) == 0 && !state.ending)
+                onSignal(ToSignal(number));
+        });
+}
+
+SignalWatch::~SignalWatch()
+{
+    state_->ending = true;
+    pthread_kill(state_->thread.native_handle(), SIGWINCH);
+    state_->thread.join();
+    pthread_sigmask(SIG_SETMASK, &state_->previous, nullptr);
+}
+
+void EndProcessBySignal(eSignal signal)
+{
+    std::fflush(nullptr);
+    int const number = ToNumber(signal);
+    std::signal(number, SIG_DFL);
+    sigset_t signals;
+    sigemptyset(&signals);
+    sigaddset(&signals, number);
+    pthread_sigmask(SIG_UNBLOCK, &signals, nullptr);
+    // To this thread, which has it unblocked: the process is gone before the call returns.
+    raise(number);
+    _exit(128 + number);
+}
+
+} // namespace quillmarsh::platform
