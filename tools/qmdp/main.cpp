@@ -1,9 +1,9 @@
 // qmdp: works on files of signals, images and volumes.
 #include "commands.h"
-#include "system.h"
 
 #include <quillmarsh/basetools/libraryinfo.h>
 #include <quillmarsh/basetools/memory.h>
+#include <quillmarsh/platform/program.h>
 
 #include <cerrno>
 #include <exception>
@@ -90,7 +90,10 @@ eExit Main(std::vector<string> const &words)
 int main(int argc, char **argv)
 {
     using namespace quillmarsh::tools;
-    system::PrepareStandardStreams();
+    quillmarsh::platform::PrepareStandardStreams();
     quillmarsh::NewThrowsExceptionSentry const sentry;
-    return Main(system::GetWords(argc, argv));
+    std::vector<std::string> words = quillmarsh::platform::GetProgramArguments(argc, argv);
+    // The program's own name is none of them.
+    words.erase(words.begin(), words.begin() + (words.empty() ? 0 : 1));
+    return Main(words);
 }

@@ -1,15 +1,21 @@
 #include "progress.h"
 
-#include "system.h"
-
 #include <quillmarsh/basetools/texttools.h>
+#include <quillmarsh/platform/program.h>
 
 #include <iostream>
 
 namespace quillmarsh::tools
 {
 
-Progress::Progress() : shows_(system::IsOutputTerminal()) {}
+using platform::eStandardStream;
+
+// A run whose output is redirected is most likely a script's.
+Progress::Progress()
+    : shows_(platform::IsTerminal(eStandardStream::e_output) &&
+             platform::TakesEscapeSequences(eStandardStream::e_error))
+{
+}
 
 Progress::~Progress()
 {
