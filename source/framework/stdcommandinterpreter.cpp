@@ -63,6 +63,11 @@ void Interpreter::SetCommandNotRecognizedMessage(string const &message)
     MakeMessages();
 }
 
+void Interpreter::SetLineInspector(LineInspector inspector)
+{
+    lineInspector_ = std::move(inspector);
+}
+
 void Interpreter::MakeMessages()
 {
     notRecognizedMessage_ = notRecognizedBaseMessage_;
@@ -90,7 +95,8 @@ bool Interpreter::InterpretCommandLine(string const &line, ostream &out)
         out << e_debug << "Expanded to: " << expanded << std::endl << e_info;
 
     bool result = false;
-    if (Command *const command = PrepareCommand(expanded, out, result))
+    Command *const command = PrepareCommand(expanded, out, result);
+    if (command != nullptr && (!lineInspector_ || lineInspector_(*command, parser_)))
     {
         result = command->ParseAndExecute(out, parser_, expanded);
         out.flush();

@@ -75,6 +75,11 @@ public:
     void SetCommandNotRecognizedMessage(string const &message);
     string const &GetCommandNotRecognizedMessage() const { return notRecognizedBaseMessage_; }
 
+    /// Is asked about each line that is about to run a command; false refuses the line, and its result is false.
+    using LineInspector = std::function<bool(Command const &command, CommandLineParser const &parser)>;
+    /// Sets the inspector; an empty one, the default, lets all lines run.
+    void SetLineInspector(LineInspector inspector);
+
     /// @}
     /// @name Aliases
     /// A line that begins with an alias as a whole word is run with the alias' target in its place.
@@ -176,6 +181,7 @@ private:
     string lastCompletionInput_;
     string notRecognizedMessage_;
     string notRecognizedBaseMessage_ = "Command not recognized.";
+    LineInspector lineInspector_;
 };
 
 /// Base of the commands that an interpreter creates for itself.

@@ -2,13 +2,14 @@
 #ifndef QUILLMARSH_FRAMEWORK_STDINTERNALCOMMANDS_H
 #define QUILLMARSH_FRAMEWORK_STDINTERNALCOMMANDS_H
 
+#include <quillmarsh/framework/commandtable.h>
 #include <quillmarsh/framework/stdcommandinterpreter.h>
 
 namespace quillmarsh::std_command_interpreter
 {
 
 /// "dump-cmdline": switches the dump of lines as they were expanded and parsed. For developers. Interpreter's thread.
-class QUILLMARSH_API DumpPreprocessedCommandLineCmd : public InternalCommand
+class QUILLMARSH_API DumpPreprocessedCommandLineCmd : public InternalCommand, public CommandVocabulary
 {
 public:
     /// @name Words
@@ -23,10 +24,11 @@ public:
 
     bool ParseAndExecute(ostream &out, CommandLineParser const &parser, string const &commandLine) override;
     void DumpHelp(ostream &out, CommandLineParser const &parser) override;
+    std::span<CommandWord const> GetWords() const override;
 };
 
 /// "list-commands": lists the commands of both registers, those for developers in every mode. Interpreter's thread.
-class QUILLMARSH_API ListCommandsCmd : public InternalCommand
+class QUILLMARSH_API ListCommandsCmd : public InternalCommand, public CommandVocabulary
 {
 public:
     /// @name Words
@@ -41,10 +43,11 @@ public:
 
     bool ParseAndExecute(ostream &out, CommandLineParser const &parser, string const &commandLine) override;
     void DumpHelp(ostream &out, CommandLineParser const &parser) override;
+    std::span<CommandWord const> GetWords() const override;
 };
 
 /// "help": prints the help of a command, or sets the global help switch. Interpreter's thread.
-class QUILLMARSH_API HelpCmd : public InternalCommand
+class QUILLMARSH_API HelpCmd : public InternalCommand, public CommandVocabulary
 {
 public:
     /// @name Words
@@ -59,13 +62,14 @@ public:
 
     bool ParseAndExecute(ostream &out, CommandLineParser const &parser, string const &commandLine) override;
     void DumpHelp(ostream &out, CommandLineParser const &parser) override;
+    std::span<CommandWord const> GetWords() const override;
 
 private:
     void DumpGlobalHelpSwitch(ostream &out, CommandLineParser const &parser) const;
 };
 
 /// "alias": lists, sets and removes aliases. It cannot be shadowed by an alias of its own name. Interpreter's thread.
-class QUILLMARSH_API AliasCmd : public InternalCommand
+class QUILLMARSH_API AliasCmd : public InternalCommand, public CommandVocabulary
 {
 public:
     /// @name Words
@@ -81,13 +85,14 @@ public:
 
     bool ParseAndExecute(ostream &out, CommandLineParser const &parser, string const &commandLine) override;
     void DumpHelp(ostream &out, CommandLineParser const &parser) override;
+    std::span<CommandWord const> GetWords() const override;
 
 private:
     bool SetAlias(ostream &out, string const &alias, string const &target);
 };
 
 /// "console-buffers": clears the console's buffers, and sets their limits. Interpreter's thread.
-class QUILLMARSH_API ConsoleBuffersCmd : public InternalCommand
+class QUILLMARSH_API ConsoleBuffersCmd : public InternalCommand, public CommandVocabulary
 {
 public:
     /// @name Words
@@ -106,10 +111,11 @@ public:
 
     bool ParseAndExecute(ostream &out, CommandLineParser const &parser, string const &commandLine) override;
     void DumpHelp(ostream &out, CommandLineParser const &parser) override;
+    std::span<CommandWord const> GetWords() const override;
 };
 
 /// "history": prints the latest commands. Interpreter's thread.
-class QUILLMARSH_API HistoryCmd : public InternalCommand
+class QUILLMARSH_API HistoryCmd : public InternalCommand, public CommandVocabulary
 {
 public:
     /// @name Words
@@ -123,6 +129,7 @@ public:
 
     bool ParseAndExecute(ostream &out, CommandLineParser const &parser, string const &commandLine) override;
     void DumpHelp(ostream &out, CommandLineParser const &parser) override;
+    std::span<CommandWord const> GetWords() const override;
 
     /// Number of commands that are printed unless all are asked for; 10 at first, at least 1.
     void SetDefaultNumPrinted(unsigned int number);

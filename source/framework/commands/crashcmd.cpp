@@ -2,8 +2,9 @@
 
 #include <quillmarsh/basetools/diagnostics.h>
 #include <quillmarsh/basetools/exception.h>
-#include <quillmarsh/framework/commandtable.h>
 #include <quillmarsh/framework/kernelexecutionparams.h>
+
+#include <array>
 
 namespace quillmarsh::framework_commands
 {
@@ -75,8 +76,21 @@ constexpr Switch s_switches[] = {
      &KernelExecutionParams::EnableHardRethrowExit, false},
 };
 
-constexpr CommandWord s_logWinMsg = CommandWord::Assignment(Cmd::s_szAssignLogWinMsg, Cmd::s_szValueLogWinMsg,
-                                                            "log windows-messages on main window cleanup\n");
+constexpr CommandWord s_logWinMsg =
+    CommandWord::Assignment(Cmd::s_szAssignLogWinMsg, Cmd::s_szValueLogWinMsg,
+                            "log windows-messages on main window cleanup\n", command_values::s_boolean);
+
+constexpr auto s_words = []
+{
+    std::array<CommandWord, std::size(s_failures) + std::size(s_switches) + 1> words{};
+    auto end = words.begin();
+    for (Failure const &failure : s_failures)
+        *end++ = failure.word;
+    for (Switch const &option : s_switches)
+        *end++ = option.word;
+    *end = s_logWinMsg;
+    return words;
+}();
 
 } // namespace
 
@@ -91,9 +105,10 @@ CrashCmd::~CrashCmd() = default;
 
 bool CrashCmd::ParseAndExecute(ostream &, CommandLineParser const &parser, string const &)
 {
+    CommandArguments const arguments(*this, parser, s_words);
     for (Failure const &failure : s_failures)
     {
-        if (parser.GetOption(failure.word.name))
+        if (arguments.HasOption(failure.word.name))
         {
             failure.force();
             return true;
@@ -103,11 +118,11 @@ bool CrashCmd::ParseAndExecute(ostream &, CommandLineParser const &parser, strin
     KernelExecutionParams params(true);
     for (Switch const &option : s_switches)
     {
-        if (parser.GetOption(option.word.name))
+        if (arguments.HasOption(option.word.name))
             params.*option.param = option.value;
     }
     bool logWinMsg = false;
-    if (parser.ExtractArgumentBool(s_logWinMsg.name, logWinMsg))
+    if (arguments.ReadAssignment(s_logWinMsg.name, logWinMsg))
         params.LogWinMsgOnMainWindowCleanup = logWinMsg;
     params.SetKernelCurrent();
     return true;
@@ -115,13 +130,12 @@ bool CrashCmd::ParseAndExecute(ostream &, CommandLineParser const &parser, strin
 
 void CrashCmd::DumpHelp(ostream &out, CommandLineParser const &parser)
 {
-    std::vector<CommandWord> words;
-    for (Failure const &failure : s_failures)
-        words.push_back(failure.word);
-    for (Switch const &option : s_switches)
-        words.push_back(option.word);
-    words.push_back(s_logWinMsg);
-    DumpCommandWords(out, parser, words, "print parameters");
+    DumpCommandWords(out, parser, s_words, "print parameters");
+}
+
+std::span<CommandWord const> CrashCmd::GetWords() const
+{
+    return s_words;
 }
 
 } // namespace quillmarsh::framework_commands

@@ -1,6 +1,5 @@
 #include <quillmarsh/framework/commands/exitcmd.h>
 
-#include <quillmarsh/framework/commandtable.h>
 #include <quillmarsh/framework/kernel.h>
 #include <quillmarsh/framework/kernelexecutionparams.h>
 
@@ -25,7 +24,8 @@ ExitCmd::~ExitCmd() = default;
 
 bool ExitCmd::ParseAndExecute(ostream &, CommandLineParser const &parser, string const &)
 {
-    if (parser.GetOption(s_szOptionWait))
+    CommandArguments const arguments(*this, parser, s_words);
+    if (arguments.HasOption(s_szOptionWait))
     {
         KernelExecutionParams params(true);
         params.WaitCloseConfirmationOnExit = true;
@@ -38,6 +38,11 @@ bool ExitCmd::ParseAndExecute(ostream &, CommandLineParser const &parser, string
 void ExitCmd::DumpHelp(ostream &out, CommandLineParser const &parser)
 {
     DumpCommandWords(out, parser, s_words);
+}
+
+std::span<CommandWord const> ExitCmd::GetWords() const
+{
+    return s_words;
 }
 
 } // namespace quillmarsh::framework_commands

@@ -1,7 +1,6 @@
 #include <quillmarsh/framework/commands/hidconfigcmd.h>
 
 #include <quillmarsh/basetools/texttools.h>
-#include <quillmarsh/framework/commandtable.h>
 #include <quillmarsh/framework/directinputconfig.h>
 #include <quillmarsh/framework/kernel.h>
 
@@ -12,18 +11,22 @@ namespace
 
 using Cmd = HIDConfigCmd;
 
+constexpr CommandValue s_version{"a version's whole number, or \"last\"",
+                                 [](CommandArguments const &, string const &text)
+                                 { return text == Cmd::s_szVersionLast || command_values::IsUnsigned(text); }};
+
 constexpr CommandWord s_words[] = {
     CommandWord::Option(Cmd::s_szOptionNoDIInit, "dont use DirectInput at hid-init\n"),
     CommandWord::Option(Cmd::s_szOptionExclusive, "enable DirectInput fullscreen exclusive mode\n"),
     CommandWord::Assignment(Cmd::s_szAssignVersion, Cmd::s_szValueVersion,
-                            "specify DirectInput version, 0 disables DI\n"),
+                            "specify DirectInput version, 0 disables DI\n", s_version),
 };
 
 /// Takes the version over; false when there is none that can be read.
-bool ExtractVersion(CommandLineParser const &parser, DirectInputConfig &config)
+bool ExtractVersion(CommandArguments const &arguments, DirectInputConfig &config)
 {
     string text;
-    if (!parser.GetAssignment(Cmd::s_szAssignVersion, text))
+    if (!arguments.ReadAssignment(Cmd::s_szAssignVersion, text))
         return false;
     if (text == Cmd::s_szVersionLast)
         return true;
@@ -54,10 +57,11 @@ HIDConfigCmd::~HIDConfigCmd() = default;
 
 bool HIDConfigCmd::ParseAndExecute(ostream &out, CommandLineParser const &parser, string const &)
 {
+    CommandArguments const arguments(*this, parser, s_words);
     DirectInputConfig config;
-    config.EnableFullscreenExclusiveMode = parser.GetOption(s_szOptionExclusive);
-    config.UseAtDeviceInit = !parser.GetOption(s_szOptionNoDIInit);
-    if (ExtractVersion(parser, config))
+    config.EnableFullscreenExclusiveMode = arguments.HasOption(s_szOptionExclusive);
+    config.UseAtDeviceInit = !arguments.HasOption(s_szOptionNoDIInit);
+    if (ExtractVersion(arguments, config))
     {
         Kernel::Instance().ApplyHIDReconfig(config, hidReconfigCode_);
         return true;
@@ -70,6 +74,11 @@ bool HIDConfigCmd::ParseAndExecute(ostream &out, CommandLineParser const &parser
 void HIDConfigCmd::DumpHelp(ostream &out, CommandLineParser const &parser)
 {
     DumpCommandWords(out, parser, s_words, "print parameters");
+}
+
+std::span<CommandWord const> HIDConfigCmd::GetWords() const
+{
+    return s_words;
 }
 
 } // namespace quillmarsh::framework_commands

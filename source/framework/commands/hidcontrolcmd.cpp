@@ -9,7 +9,6 @@
 #include <quillmarsh/devices/mouse.h>
 #include <quillmarsh/devices/orientationtracker.h>
 #include <quillmarsh/devices/positiontracker.h>
-#include <quillmarsh/framework/commandtable.h>
 #include <quillmarsh/framework/kernel.h>
 #include <quillmarsh/framework/samplereadsentry.h>
 
@@ -19,22 +18,6 @@ namespace
 {
 
 using Cmd = HIDControlCmd;
-
-constexpr CommandWord s_options[] = {
-    CommandWord::Option(Cmd::s_szOptionDI, "use DirectInput\n"),
-    CommandWord::Option(Cmd::s_szOptionNoDI, "dont use DirectInput\n"),
-};
-
-constexpr CommandWord s_assignments[] = {
-    CommandWord::Assignment(Cmd::s_szAssignDevice, Cmd::s_szValueDevice, "select device by creation-id\n"),
-    CommandWord::Assignment(Cmd::s_szAssignController, Cmd::s_szValueController,
-                            "select controller by number (default = 0)\n"),
-};
-
-constexpr CommandWord s_mouseWords[] = {
-    CommandWord::Assignment(Cmd::s_szAssignMouseSync, Cmd::s_szValueMouseSync,
-                            "synchronize absolute position with system-cursor\n"),
-};
 
 /// A switch of orientation trackers, with its label in the command's output.
 struct TrackerSwitch
@@ -48,27 +31,62 @@ struct TrackerSwitch
 using OT = OrientationTracker;
 
 constexpr TrackerSwitch s_trackerSwitches[] = {
-    {CommandWord::Assignment(Cmd::s_szAssignOTModifierHPR, Cmd::s_szValueOT, "enable/disable hpr modifier\n"),
+    {CommandWord::Assignment(Cmd::s_szAssignOTModifierHPR, Cmd::s_szValueOT, "enable/disable hpr modifier\n",
+                             command_values::s_boolean),
      "\tEnableHPRModifier.....: ", &OT::EnableHPRModifier, &OT::IsEnabledHPRModifier},
-    {CommandWord::Assignment(Cmd::s_szAssignOTModifierReverse, Cmd::s_szValueOT, "enable/diable reverse modifiers\n"),
+    {CommandWord::Assignment(Cmd::s_szAssignOTModifierReverse, Cmd::s_szValueOT, "enable/diable reverse modifiers\n",
+                             command_values::s_boolean),
      "\tEnableReverseModifiers: ", &OT::EnableReverseModifiers, &OT::AreEnabledReverseModifiers},
-    {CommandWord::Assignment(Cmd::s_szAssignOTReverseHead, Cmd::s_szValueOT, "reverse head\n"),
+    {CommandWord::Assignment(Cmd::s_szAssignOTReverseHead, Cmd::s_szValueOT, "reverse head\n",
+                             command_values::s_boolean),
      "\tReverseHead...........: ", &OT::SetReverseHead, &OT::IsReversedHead},
-    {CommandWord::Assignment(Cmd::s_szAssignOTReversePitch, Cmd::s_szValueOT, "reverse pitch\n"),
+    {CommandWord::Assignment(Cmd::s_szAssignOTReversePitch, Cmd::s_szValueOT, "reverse pitch\n",
+                             command_values::s_boolean),
      "\tReversePitch..........: ", &OT::SetReversePitch, &OT::IsReversedPitch},
-    {CommandWord::Assignment(Cmd::s_szAssignOTReverseRoll, Cmd::s_szValueOT, "reverse roll\n"),
+    {CommandWord::Assignment(Cmd::s_szAssignOTReverseRoll, Cmd::s_szValueOT, "reverse roll\n",
+                             command_values::s_boolean),
      "\tReverseRoll...........: ", &OT::SetReverseRoll, &OT::IsReversedRoll},
 };
 
-constexpr CommandWord s_trackerWords[] = {
-    CommandWord::Option(Cmd::s_szOptionOTReset, "soft-reset orientation\n"),
-    CommandWord::Option(Cmd::s_szOptionOTResetHead, "soft-reset head\n"),
-    s_trackerSwitches[0].word,
-    s_trackerSwitches[1].word,
-    s_trackerSwitches[2].word,
-    s_trackerSwitches[3].word,
-    s_trackerSwitches[4].word,
+/// The controller of the device that the same line selects.
+bool IsController(CommandArguments const &line, string const &text);
+
+constexpr CommandValue s_controller{"the number of one of the device's controllers", &IsController};
+constexpr char s_szMouseHeading[] = "Mouse-controller arguments:\n";
+constexpr char s_szTrackerHeading[] = "OrientationTracker-controller arguments:\n";
+
+constexpr CommandWord s_words[] = {
+    CommandWord::Option(Cmd::s_szOptionDI, "use DirectInput\n"),
+    CommandWord::Option(Cmd::s_szOptionNoDI, "dont use DirectInput\n"),
+    // The help does not mention it.
+    CommandWord::Option(Cmd::s_szOptionInfo, nullptr),
+    CommandWord::Assignment(Cmd::s_szAssignDevice, Cmd::s_szValueDevice, "select device by creation-id\n",
+                            command_values::s_device),
+    CommandWord::Assignment(Cmd::s_szAssignController, Cmd::s_szValueController,
+                            "select controller by number (default = 0)\n", s_controller),
+    CommandWord::Assignment(Cmd::s_szAssignMouseSync, Cmd::s_szValueMouseSync,
+                            "synchronize absolute position with system-cursor\n", command_values::s_boolean)
+        .Under(s_szMouseHeading),
+    CommandWord::Option(Cmd::s_szOptionOTReset, "soft-reset orientation\n").Under(s_szTrackerHeading),
+    CommandWord::Option(Cmd::s_szOptionOTResetHead, "soft-reset head\n").Under(s_szTrackerHeading),
+    s_trackerSwitches[0].word.Under(s_szTrackerHeading),
+    s_trackerSwitches[1].word.Under(s_szTrackerHeading),
+    s_trackerSwitches[2].word.Under(s_szTrackerHeading),
+    s_trackerSwitches[3].word.Under(s_szTrackerHeading),
+    s_trackerSwitches[4].word.Under(s_szTrackerHeading),
 };
+
+bool IsController(CommandArguments const &line, string const &text)
+{
+    unsigned int creationID = 0;
+    unsigned int number = 0;
+    if (!command_values::IsUnsigned(text) || !ToValue(text, number))
+        return false;
+    // Without a device there is no controller to miss: the assignment of the device has its own mistake.
+    HumanInterfaceDevice *const device =
+        line.ReadAssignment(Cmd::s_szAssignDevice, creationID) ? command_values::FindDevice(creationID) : nullptr;
+    return device == nullptr || number < device->GetNumControllers();
+}
 
 void DumpControllers(ostream &out, HumanInterfaceDevice &device, unsigned int tabs, bool withInfo)
 {
@@ -94,8 +112,9 @@ HIDControlCmd::~HIDControlCmd() = default;
 
 bool HIDControlCmd::ParseAndExecute(ostream &out, CommandLineParser const &parser, string const &)
 {
+    CommandArguments const arguments(*this, parser, s_words);
     unsigned int creationID = 0;
-    if (!parser.ExtractArgumentUInteger(s_szAssignDevice, creationID))
+    if (!arguments.ReadAssignment(s_szAssignDevice, creationID))
     {
         ListDevices(out);
         return true;
@@ -110,21 +129,13 @@ bool HIDControlCmd::ParseAndExecute(ostream &out, CommandLineParser const &parse
     }
     // A lock that somebody else left on stays.
     AsyncSampleReadSentry const sentry(*device, !device->IsSampledDataLocked());
-    UpdateDevice(out, parser, *device);
+    UpdateDevice(out, arguments, *device);
     return true;
 }
 
 HumanInterfaceDevice *HIDControlCmd::FindHID(unsigned int creationID)
 {
-    Kernel &kernel = Kernel::Instance();
-    unsigned int const count = kernel.GetNumHumanInterfaceDevices();
-    for (unsigned int index = 0; index < count; index++)
-    {
-        HumanInterfaceDevice *const device = kernel.GetHumanInterfaceDevice(index);
-        if (device != nullptr && device->GetDeviceInfo().GetCreationID() == creationID)
-            return device;
-    }
-    return nullptr;
+    return command_values::FindDevice(creationID);
 }
 
 void HIDControlCmd::ListDevices(ostream &out)
@@ -142,63 +153,64 @@ void HIDControlCmd::ListDevices(ostream &out)
     }
 }
 
-void HIDControlCmd::UpdateDevice(ostream &out, CommandLineParser const &parser, HumanInterfaceDevice &device)
+void HIDControlCmd::UpdateDevice(ostream &out, CommandArguments const &arguments, HumanInterfaceDevice &device)
 {
     out << device.GetDeviceInfo().MakeShortDesc() << nl;
-    if (parser.GetOption(s_szOptionDI))
+    if (arguments.HasOption(s_szOptionDI))
         device.SetUseDirectInput(true);
-    if (parser.GetOption(s_szOptionNoDI))
+    if (arguments.HasOption(s_szOptionNoDI))
         device.SetUseDirectInput(false);
     out << "UsingDirectInput: " << MakeString(device.IsUsingDirectInput()) << nl;
-    if (parser.GetOption(s_szOptionInfo))
+    if (arguments.HasOption(s_szOptionInfo))
     {
         device.GetDeviceInfo().Dump(out, 1);
         device.DumpDeviceCaps(out, 1);
         DumpControllers(out, device, 1, true);
     }
     unsigned int number = 0;
-    parser.ExtractArgumentUInteger(s_szAssignController, number);
+    arguments.ReadAssignment(s_szAssignController, number);
     if (number < device.GetNumControllers())
-        UpdateController(out, parser, *device.GetController(number));
+        UpdateController(out, arguments, *device.GetController(number));
 }
 
 template<typename Controller>
-bool HIDControlCmd::UpdateAs(ostream &out, CommandLineParser const &parser, HIDController &controller)
+bool HIDControlCmd::UpdateAs(ostream &out, CommandArguments const &arguments, HIDController &controller)
 {
     auto *const typed = dynamic_cast<Controller *>(&controller);
     if (typed != nullptr)
-        Update(out, parser, *typed);
+        Update(out, arguments, *typed);
     return typed != nullptr;
 }
 
-void HIDControlCmd::UpdateController(ostream &out, CommandLineParser const &parser, HIDController &controller)
+void HIDControlCmd::UpdateController(ostream &out, CommandArguments const &arguments, HIDController &controller)
 {
-    static_cast<void>(UpdateAs<Keyboard>(out, parser, controller) || UpdateAs<Mouse>(out, parser, controller) ||
-                      UpdateAs<OrientationTracker>(out, parser, controller) ||
-                      UpdateAs<PositionTracker>(out, parser, controller) || UpdateAs<Glove>(out, parser, controller) ||
-                      UpdateAs<GameController>(out, parser, controller));
+    static_cast<void>(UpdateAs<Keyboard>(out, arguments, controller) || UpdateAs<Mouse>(out, arguments, controller) ||
+                      UpdateAs<OrientationTracker>(out, arguments, controller) ||
+                      UpdateAs<PositionTracker>(out, arguments, controller) ||
+                      UpdateAs<Glove>(out, arguments, controller) ||
+                      UpdateAs<GameController>(out, arguments, controller));
 }
 
-void HIDControlCmd::Update(ostream &out, CommandLineParser const &parser, Mouse &mouse)
+void HIDControlCmd::Update(ostream &out, CommandArguments const &arguments, Mouse &mouse)
 {
     bool sync = false;
-    if (parser.ExtractArgumentBool(s_szAssignMouseSync, sync))
+    if (arguments.ReadAssignment(s_szAssignMouseSync, sync))
         mouse.ActivateSyncWithSystemCursor(sync);
     out << "Mouse-controller " << nl;
     out << "\tSyncWithSystemCursor: " << MakeString(mouse.IsActiveSyncWithSystemCursor()) << nl;
 }
 
-void HIDControlCmd::Update(ostream &out, CommandLineParser const &parser, OrientationTracker &tracker)
+void HIDControlCmd::Update(ostream &out, CommandArguments const &arguments, OrientationTracker &tracker)
 {
-    if (parser.GetOption(s_szOptionOTReset))
+    if (arguments.HasOption(s_szOptionOTReset))
         tracker.ResetOrientation();
-    if (parser.GetOption(s_szOptionOTResetHead))
+    if (arguments.HasOption(s_szOptionOTResetHead))
         tracker.ResetHead();
     out << "OrientationTracker-controller " << nl;
     for (TrackerSwitch const &trackerSwitch : s_trackerSwitches)
     {
         bool value = false;
-        if (parser.ExtractArgumentBool(trackerSwitch.word.name, value))
+        if (arguments.ReadAssignment(trackerSwitch.word.name, value))
             (tracker.*trackerSwitch.set)(value);
         out << trackerSwitch.label << MakeString((tracker.*trackerSwitch.get)()) << nl;
     }
@@ -206,21 +218,22 @@ void HIDControlCmd::Update(ostream &out, CommandLineParser const &parser, Orient
 
 // These kinds have nothing to be controlled.
 
-void HIDControlCmd::Update(ostream &, CommandLineParser const &, Keyboard &) {}
+void HIDControlCmd::Update(ostream &, CommandArguments const &, Keyboard &) {}
 
-void HIDControlCmd::Update(ostream &, CommandLineParser const &, PositionTracker &) {}
+void HIDControlCmd::Update(ostream &, CommandArguments const &, PositionTracker &) {}
 
-void HIDControlCmd::Update(ostream &, CommandLineParser const &, Glove &) {}
+void HIDControlCmd::Update(ostream &, CommandArguments const &, Glove &) {}
 
-void HIDControlCmd::Update(ostream &, CommandLineParser const &, GameController &) {}
+void HIDControlCmd::Update(ostream &, CommandArguments const &, GameController &) {}
 
 void HIDControlCmd::DumpHelp(ostream &out, CommandLineParser const &parser)
 {
-    DumpCommandSection(out, parser, "Options:\n", s_options);
-    DumpCommandSection(out, parser, "Assignments:\n", s_assignments);
-    DumpCommandSection(out, parser, "Mouse-controller arguments:\n", s_mouseWords);
-    DumpCommandSection(out, parser, "OrientationTracker-controller arguments:\n", s_trackerWords);
-    DumpCommandWords(out, parser, {}, "list available human-interface-devices & controllers");
+    DumpCommandWords(out, parser, s_words, "list available human-interface-devices & controllers");
+}
+
+std::span<CommandWord const> HIDControlCmd::GetWords() const
+{
+    return s_words;
 }
 
 } // namespace quillmarsh::framework_commands

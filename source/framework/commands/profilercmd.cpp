@@ -3,7 +3,6 @@
 #include <quillmarsh/basetools/outputstream.h>
 #include <quillmarsh/basetools/profiler.h>
 #include <quillmarsh/basetools/texttools.h>
-#include <quillmarsh/framework/commandtable.h>
 #include <quillmarsh/framework/kernel.h>
 
 namespace quillmarsh::framework_commands
@@ -41,34 +40,35 @@ constexpr CommandWord s_words[] = {
     CommandWord::Option(Cmd::s_szOptionRun, "start profiling\n"),
     CommandWord::Option(Cmd::s_szOptionStop, "stop profiling\n"),
     CommandWord::Assignment(Cmd::s_szAssignRecursionHandler, Cmd::s_szValueRecursionHandler,
-                            "enable/disable recursion-handler (larger overhead)\n"),
+                            "enable/disable recursion-handler (larger overhead)\n", command_values::s_boolean),
     CommandWord::Assignment(Cmd::s_szAssignAutoReset, Cmd::s_szValueAutoReset,
-                            "specify auto-reset threshold (number of iterations)\n"),
+                            "specify auto-reset threshold (number of iterations)\n", command_values::s_uinteger),
     CommandWord::Assignment(
         Cmd::s_szAssignMaxDepth, Cmd::s_szValueMaxDepth,
-        "specify maximum expected stack-depth (debug-only, used if recursion-handler is disabled)\n"),
+        "specify maximum expected stack-depth (debug-only, used if recursion-handler is disabled)\n",
+        command_values::s_uinteger),
 };
 
-void Setup(Profiler &profiler, CommandLineParser const &parser)
+void Setup(Profiler &profiler, CommandArguments const &arguments)
 {
     bool handleRecursion = false;
-    if (parser.ExtractArgumentBool(Cmd::s_szAssignRecursionHandler, handleRecursion))
+    if (arguments.ReadAssignment(Cmd::s_szAssignRecursionHandler, handleRecursion))
         profiler.EnableRecursionHandler(handleRecursion);
     unsigned int number = 0;
-    if (parser.ExtractArgumentUInteger(Cmd::s_szAssignAutoReset, number))
+    if (arguments.ReadAssignment(Cmd::s_szAssignAutoReset, number))
         profiler.SetAutoResetThreshold(number);
-    if (parser.ExtractArgumentUInteger(Cmd::s_szAssignMaxDepth, number))
+    if (arguments.ReadAssignment(Cmd::s_szAssignMaxDepth, number))
         profiler.SetMaxExpectedStackDepth(number);
 }
 
-void Dump(ostream &out, Profiler &profiler, CommandLineParser const &parser)
+void Dump(ostream &out, Profiler &profiler, CommandArguments const &arguments)
 {
     ProfilerDumpDesc desc;
     bool showAll = true;
     for (Column const &column : s_columns)
-        showAll = showAll && !parser.GetOption(column.word.name);
+        showAll = showAll && !arguments.HasOption(column.word.name);
     for (Column const &column : s_columns)
-        desc.*column.isShown = showAll || parser.GetOption(column.word.name);
+        desc.*column.isShown = showAll || arguments.HasOption(column.word.name);
     desc.ConstructHeaderLines();
     out << "Profile statistics:\n";
     profiler.ProcessStatistics();
@@ -107,27 +107,28 @@ bool ProfilerCmd::ParseAndExecute(ostream &out, CommandLineParser const &parser,
 {
     if (profiler_ == nullptr)
         return true;
+    CommandArguments const arguments(*this, parser, s_words);
     Profiler &profiler = *profiler_;
-    Setup(profiler, parser);
-    if (parser.GetOption(s_szOptionStop) && profiler.IsEnabled())
+    Setup(profiler, arguments);
+    if (arguments.HasOption(s_szOptionStop) && profiler.IsEnabled())
     {
         profiler.Enable(false);
         out << "Profiler stopped.\n";
     }
-    bool const wantsDump = parser.GetOption(s_szOptionDump);
+    bool const wantsDump = arguments.HasOption(s_szOptionDump);
     if (wantsDump)
-        Dump(out, profiler, parser);
-    if (parser.GetOption(s_szOptionClear))
+        Dump(out, profiler, arguments);
+    if (arguments.HasOption(s_szOptionClear))
     {
         out << "Cleaning profiler nodes.\n";
         profiler.ClearNodes();
     }
-    if (parser.GetOption(s_szOptionReset))
+    if (arguments.HasOption(s_szOptionReset))
     {
         out << "Reseting profiler statistics.\n";
         profiler.ResetStatistics();
     }
-    bool const isStarting = parser.GetOption(s_szOptionRun) && !profiler.IsEnabled();
+    bool const isStarting = arguments.HasOption(s_szOptionRun) && !profiler.IsEnabled();
     if (!wantsDump)
         DumpStates(out, profiler, !isStarting);
     if (isStarting)
@@ -141,6 +142,11 @@ bool ProfilerCmd::ParseAndExecute(ostream &out, CommandLineParser const &parser,
 void ProfilerCmd::DumpHelp(ostream &out, CommandLineParser const &parser)
 {
     DumpCommandWords(out, parser, s_words, "print profiler states");
+}
+
+std::span<CommandWord const> ProfilerCmd::GetWords() const
+{
+    return s_words;
 }
 
 } // namespace quillmarsh::framework_commands

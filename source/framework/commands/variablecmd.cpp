@@ -3,7 +3,6 @@
 #include <quillmarsh/basetools/outputstream.h>
 #include <quillmarsh/basetools/texttools.h>
 #include <quillmarsh/basetools/variableregistry.h>
-#include <quillmarsh/framework/commandtable.h>
 #include <quillmarsh/framework/kernel.h>
 #include <quillmarsh/framework/kernelexecutionparams.h>
 
@@ -12,24 +11,71 @@ namespace quillmarsh::framework_commands
 namespace
 {
 
+// A command without a registry does nothing, and accepts everything.
+VariableRegistry *GetRegistry(CommandArguments const &line)
+{
+    return static_cast<VariableCmd const &>(line.GetCommand()).GetVariableRegistry();
+}
+
+/// True when the proxy is one of a `T`; `converts` then tells about the value.
+template<typename T>
+bool TestValue(VariableProxy const &variable, string const &text, bool &converts)
+{
+    if (dynamic_cast<TVariableProxy<T> const *>(&variable) == nullptr)
+        return false;
+    T value{};
+    converts = ToValue(text, value);
+    return true;
+}
+
+/// Variables of other types take what they take.
+template<typename... Types>
+bool Converts(VariableProxy const &variable, string const &text)
+{
+    bool converts = true;
+    static_cast<void>((... || TestValue<Types>(variable, text, converts)));
+    return converts;
+}
+
+/// With a value on the line only a whole name will do.
+bool IsNameOrPrefix(CommandArguments const &line, string const &text)
+{
+    VariableRegistry *const registry = GetRegistry(line);
+    if (registry == nullptr || registry->GetVariable(text) != nullptr)
+        return true;
+    if (line.FindArgument(1) != nullptr)
+        return false;
+    for (unsigned int i = 0; i < registry->GetNumVariables(); ++i)
+    {
+        if (MatchPrefix(registry->GetVariable(i).GetName(), text))
+            return true;
+    }
+    return false;
+}
+
+bool IsValue(CommandArguments const &line, string const &text)
+{
+    VariableRegistry *const registry = GetRegistry(line);
+    string const *const name = line.FindArgument(0);
+    VariableProxy const *const variable =
+        registry != nullptr && name != nullptr ? registry->GetVariable(*name) : nullptr;
+    return variable == nullptr || VariableCmd::AcceptsValue(*variable, text);
+}
+
+constexpr CommandValue s_nameOrPrefix{"the name of a variable, nor what such a name begins with", &IsNameOrPrefix};
+constexpr CommandValue s_value{"a value of the variable's type", &IsValue};
+
 constexpr CommandWord s_words[] = {
     CommandWord::Option(VariableCmd::s_szOptionInfo, "print detailed variable info\n"),
-    CommandWord::Argument("0) variable-name or prefix", "referenced variable(s)\n"),
-    CommandWord::Argument("1) variable-type-specific value",
-                          "new value that will be assigned to referenced variable\n"),
+    CommandWord::LeadingArgument("0) variable-name or prefix", "referenced variable(s)\n", s_nameOrPrefix),
+    CommandWord::LeadingArgument("1) variable-type-specific value",
+                                 "new value that will be assigned to referenced variable\n", s_value),
 };
 
 constexpr char const *s_szNote = "\tIf argument-1 is not specified, all variables with prefix\n"
                                  "\tmatching the argument-0 are printed. To set new value\n"
                                  "\ttype variable's full name for argument-0 and desired value\n"
                                  "\tfor argument-1";
-
-/// Argument by index if it is a string, else null.
-string const *GetStringAt(CommandLineParser const &parser, unsigned int index)
-{
-    bool const isString = index < parser.GetNumArguments() && parser.GetArgument(index) == CommandLineParser::e_string;
-    return isString ? &parser.GetArgument(index).String() : nullptr;
-}
 
 void DumpInfo(ostream &out, VariableProxy const &variable)
 {
@@ -84,8 +130,9 @@ bool VariableCmd::ParseAndExecute(ostream &out, CommandLineParser const &parser,
 {
     if (registry_ == nullptr)
         return true;
-    string const *const name = GetStringAt(parser, 0);
-    string const *const value = GetStringAt(parser, 1);
+    CommandArguments const arguments(*this, parser, s_words);
+    string const *const name = arguments.FindArgument(0);
+    string const *const value = arguments.FindArgument(1);
     VariableProxy *const variable = name != nullptr ? registry_->GetVariable(*name) : nullptr;
     if (variable == nullptr)
     {
@@ -93,7 +140,7 @@ bool VariableCmd::ParseAndExecute(ostream &out, CommandLineParser const &parser,
         return true;
     }
 
-    bool const wantsInfo = parser.GetOption(s_szOptionInfo);
+    bool const wantsInfo = arguments.HasOption(s_szOptionInfo);
     if (wantsInfo)
         DumpInfo(out, *variable);
     if (value != nullptr)
@@ -107,6 +154,16 @@ void VariableCmd::DumpHelp(ostream &out, CommandLineParser const &parser)
 {
     DumpCommandWords(out, parser, s_words, "print all variables");
     out << s_szNote << nl;
+}
+
+std::span<CommandWord const> VariableCmd::GetWords() const
+{
+    return s_words;
+}
+
+bool VariableCmd::AcceptsValue(VariableProxy const &variable, string const &text)
+{
+    return Converts<void *, bool, int, unsigned int, float, double, string>(variable, text);
 }
 
 void VariableCmd::DumpVar(ostream &out, VariableProxy const &variable)

@@ -1,7 +1,6 @@
 #include <quillmarsh/framework/stdinternalcommands.h>
 
 #include <quillmarsh/basetools/outputstream.h>
-#include <quillmarsh/framework/commandtable.h>
 
 namespace quillmarsh::std_command_interpreter
 {
@@ -10,11 +9,10 @@ namespace
 
 using Cmd = AliasCmd;
 
-// The name of the assignment stands for any: the one that is written is the alias to set.
 constexpr CommandWord s_words[] = {
     CommandWord::Option(Cmd::s_szOptionClear, "clear aliases\n"),
-    CommandWord::Assignment(Cmd::s_szAssignAlias, Cmd::s_szValueAlias,
-                            "assign target to alias, empty target unregisters alias\n"),
+    CommandWord::AnyAssignment(Cmd::s_szAssignAlias, Cmd::s_szValueAlias,
+                               "assign target to alias, empty target unregisters alias\n"),
 };
 
 } // namespace
@@ -29,7 +27,8 @@ AliasCmd::~AliasCmd() = default;
 
 bool AliasCmd::ParseAndExecute(ostream &out, CommandLineParser const &parser, string const &)
 {
-    if (parser.GetOption(s_szOptionClear))
+    CommandArguments const arguments(*this, parser, s_words);
+    if (arguments.HasOption(s_szOptionClear))
     {
         GetInterpreter().UnregisterAllAliases();
         out << "Unregistered all aliases.\n";
@@ -52,6 +51,11 @@ bool AliasCmd::ParseAndExecute(ostream &out, CommandLineParser const &parser, st
 void AliasCmd::DumpHelp(ostream &out, CommandLineParser const &parser)
 {
     DumpCommandWords(out, parser, s_words, "list aliases");
+}
+
+std::span<CommandWord const> AliasCmd::GetWords() const
+{
+    return s_words;
 }
 
 bool AliasCmd::SetAlias(ostream &out, string const &alias, string const &target)

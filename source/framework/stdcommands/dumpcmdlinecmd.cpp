@@ -2,7 +2,6 @@
 
 #include <quillmarsh/basetools/outputstream.h>
 #include <quillmarsh/basetools/texttools.h>
-#include <quillmarsh/framework/commandtable.h>
 
 namespace quillmarsh::std_command_interpreter
 {
@@ -29,9 +28,10 @@ DumpPreprocessedCommandLineCmd::~DumpPreprocessedCommandLineCmd() = default;
 
 bool DumpPreprocessedCommandLineCmd::ParseAndExecute(ostream &out, CommandLineParser const &parser, string const &)
 {
-    if (parser.GetOption(s_szOptionOn))
+    CommandArguments const arguments(*this, parser, s_words);
+    if (arguments.HasOption(s_szOptionOn))
         GetInterpreter().SetDebugDumpPreprocessedCommandLine(true);
-    else if (parser.GetOption(s_szOptionOff))
+    else if (arguments.HasOption(s_szOptionOff))
         GetInterpreter().SetDebugDumpPreprocessedCommandLine(false);
     out << "DumpPreProcessedCommandLine: " << MakeString(GetInterpreter().GetDebugDumpPreprocessedCommandLine()) << nl;
     return true;
@@ -40,6 +40,11 @@ bool DumpPreprocessedCommandLineCmd::ParseAndExecute(ostream &out, CommandLinePa
 void DumpPreprocessedCommandLineCmd::DumpHelp(ostream &out, CommandLineParser const &parser)
 {
     DumpCommandWords(out, parser, s_words, "print parameters");
+}
+
+std::span<CommandWord const> DumpPreprocessedCommandLineCmd::GetWords() const
+{
+    return s_words;
 }
 
 } // namespace quillmarsh::std_command_interpreter

@@ -1,7 +1,6 @@
 #include <quillmarsh/framework/stdinternalcommands.h>
 
 #include <quillmarsh/basetools/outputstream.h>
-#include <quillmarsh/framework/commandtable.h>
 
 namespace quillmarsh::std_command_interpreter
 {
@@ -10,9 +9,15 @@ namespace
 
 using Cmd = HelpCmd;
 
+constexpr CommandValue s_commandName{"the name of a command", [](CommandArguments const &line, string const &text)
+                                     {
+                                         auto const &help = static_cast<HelpCmd const &>(line.GetCommand());
+                                         return help.GetInterpreter().GetCommand(text) != nullptr;
+                                     }};
+
 constexpr CommandWord s_words[] = {
     CommandWord::Assignment(Cmd::s_szAssignSwitch, Cmd::s_szValueSwitch, "sets global help switch\n"),
-    CommandWord::Argument("0) target-name", "command whose help will be printed\n"),
+    CommandWord::LeadingArgument("0) target-name", "command whose help will be printed\n", s_commandName),
 };
 
 } // namespace
@@ -27,21 +32,21 @@ HelpCmd::~HelpCmd() = default;
 
 bool HelpCmd::ParseAndExecute(ostream &out, CommandLineParser const &parser, string const &)
 {
+    CommandArguments const arguments(*this, parser, s_words);
     Interpreter &interpreter = GetInterpreter();
     string helpSwitch;
-    if (parser.GetAssignment(s_szAssignSwitch, helpSwitch))
+    if (arguments.ReadAssignment(s_szAssignSwitch, helpSwitch))
     {
         interpreter.SetGlobalHelpSwitch(helpSwitch);
         DumpGlobalHelpSwitch(out, parser);
         return true;
     }
-    if (parser.GetNumArguments() > 0 && parser.GetArgument(0) == CommandLineParser::e_string)
+    if (string const *const name = arguments.FindArgument(0))
     {
-        string const &name = parser.GetArgument(0).String();
-        if (Command *const command = interpreter.GetCommand(name))
+        if (Command *const command = interpreter.GetCommand(*name))
             interpreter.DumpCommandHelp(out, parser, *command);
         else
-            out << "Command: " << name << " not found.\n";
+            out << "Command: " << *name << " not found.\n";
         return true;
     }
     interpreter.DumpCommandHelp(out, parser, *this);
@@ -52,6 +57,11 @@ bool HelpCmd::ParseAndExecute(ostream &out, CommandLineParser const &parser, str
 void HelpCmd::DumpHelp(ostream &out, CommandLineParser const &parser)
 {
     DumpCommandWords(out, parser, s_words, "print usage");
+}
+
+std::span<CommandWord const> HelpCmd::GetWords() const
+{
+    return s_words;
 }
 
 void HelpCmd::DumpGlobalHelpSwitch(ostream &out, CommandLineParser const &parser) const

@@ -2,7 +2,6 @@
 
 #include <quillmarsh/basetools/consolebuffers.h>
 #include <quillmarsh/basetools/texttools.h>
-#include <quillmarsh/framework/commandtable.h>
 
 #include <algorithm>
 
@@ -12,10 +11,11 @@ namespace
 {
 
 using Cmd = HistoryCmd;
+using command_values::s_uinteger;
 
 constexpr CommandWord s_words[] = {
     CommandWord::Option(Cmd::s_szOptionAll, "print all commands in history\n"),
-    CommandWord::Argument("0) uinteger", "set (default) number of commands printed\n"),
+    CommandWord::LeadingArgument("0) uinteger", "set (default) number of commands printed\n", s_uinteger),
 };
 
 class HistoryLock : NoCopy
@@ -45,6 +45,7 @@ void HistoryCmd::SetDefaultNumPrinted(unsigned int number)
 
 bool HistoryCmd::ParseAndExecute(ostream &out, CommandLineParser const &parser, string const &)
 {
+    CommandArguments const arguments(*this, parser, s_words);
     ConsoleBuffers const *const buffers = GetInterpreter().GetConsoleBuffers();
     if (buffers == nullptr)
     {
@@ -53,27 +54,32 @@ bool HistoryCmd::ParseAndExecute(ostream &out, CommandLineParser const &parser, 
     }
 
     unsigned int number = 0;
-    bool const hasText = parser.GetNumArguments() > 0 && parser.GetArgument(0) == CommandLineParser::e_string;
-    if (hasText && ToValue(parser.GetArgument(0).String(), number))
+    string const *const text = arguments.FindArgument(0);
+    if (text != nullptr && ToValue(*text, number))
         SetDefaultNumPrinted(number);
 
     // Gathered first, as the stream may write into the same buffers.
-    string text;
+    string lines;
     {
         HistoryLock const lock(*buffers);
         unsigned int const numHeld = buffers->GetNumCommandsInHistory();
         unsigned int const numPrinted =
-            parser.GetOption(s_szOptionAll) ? numHeld : std::min(defaultNumPrinted_, numHeld);
+            arguments.HasOption(s_szOptionAll) ? numHeld : std::min(defaultNumPrinted_, numHeld);
         for (unsigned int i = numHeld - numPrinted; i < numHeld; ++i)
-            text += MakeString(i) + ") " + buffers->GetCommandFromHistory(i) + '\n';
+            lines += MakeString(i) + ") " + buffers->GetCommandFromHistory(i) + '\n';
     }
-    out << "Command-history:\n" << text;
+    out << "Command-history:\n" << lines;
     return true;
 }
 
 void HistoryCmd::DumpHelp(ostream &out, CommandLineParser const &parser)
 {
     DumpCommandWords(out, parser, s_words, "print tail of command-history: " + MakeString(defaultNumPrinted_));
+}
+
+std::span<CommandWord const> HistoryCmd::GetWords() const
+{
+    return s_words;
 }
 
 } // namespace quillmarsh::std_command_interpreter

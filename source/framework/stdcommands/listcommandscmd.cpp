@@ -2,7 +2,6 @@
 
 #include <quillmarsh/basetools/outputstream.h>
 #include <quillmarsh/basetools/texttools.h>
-#include <quillmarsh/framework/commandtable.h>
 
 #include <algorithm>
 
@@ -50,9 +49,10 @@ ListCommandsCmd::~ListCommandsCmd() = default;
 
 bool ListCommandsCmd::ParseAndExecute(ostream &out, CommandLineParser const &parser, string const &)
 {
+    CommandArguments const arguments(*this, parser, s_words);
     Interpreter const &interpreter = GetInterpreter();
-    bool const wantsInternal = parser.GetOption(s_szOptionInternal);
-    bool const wantsExternal = parser.GetOption(s_szOptionExternal);
+    bool const wantsInternal = arguments.HasOption(s_szOptionInternal);
+    bool const wantsExternal = arguments.HasOption(s_szOptionExternal);
     bool const wantsBoth = wantsInternal == wantsExternal;
 
     out << "DeveloperMode: " << MakeString(interpreter.IsActiveDeveloperMode()) << nl << nl;
@@ -74,6 +74,11 @@ bool ListCommandsCmd::ParseAndExecute(ostream &out, CommandLineParser const &par
 void ListCommandsCmd::DumpHelp(ostream &out, CommandLineParser const &parser)
 {
     DumpCommandWords(out, parser, s_words, "list all commands");
+}
+
+std::span<CommandWord const> ListCommandsCmd::GetWords() const
+{
+    return s_words;
 }
 
 } // namespace quillmarsh::std_command_interpreter

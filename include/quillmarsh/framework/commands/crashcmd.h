@@ -2,7 +2,7 @@
 #ifndef QUILLMARSH_FRAMEWORK_COMMANDS_CRASHCMD_H
 #define QUILLMARSH_FRAMEWORK_COMMANDS_CRASHCMD_H
 
-#include <quillmarsh/basetools/command.h>
+#include <quillmarsh/framework/commandtable.h>
 
 namespace quillmarsh::framework_commands
 {
@@ -10,7 +10,7 @@ namespace quillmarsh::framework_commands
 /// "crash": forces a failure of the kind that is asked for, or sets the kernel's parameters of failing.
 ///
 /// Assertions and verifications are forced in builds without assertions, too. For developers; console's thread.
-class QUILLMARSH_API CrashCmd : public Command
+class QUILLMARSH_API CrashCmd : public Command, public CommandVocabulary
 {
 public:
     /// @name Words
@@ -35,6 +35,7 @@ public:
     /// Throws an ApplicationException when that is asked for.
     bool ParseAndExecute(ostream &out, CommandLineParser const &parser, string const &commandLine) override;
     void DumpHelp(ostream &out, CommandLineParser const &parser) override;
+    std::span<CommandWord const> GetWords() const override;
 };
 
 } // namespace quillmarsh::framework_commands

@@ -2,13 +2,13 @@
 #ifndef QUILLMARSH_FRAMEWORK_COMMANDS_EXITCMD_H
 #define QUILLMARSH_FRAMEWORK_COMMANDS_EXITCMD_H
 
-#include <quillmarsh/basetools/command.h>
+#include <quillmarsh/framework/commandtable.h>
 
 namespace quillmarsh::framework_commands
 {
 
 /// "exit": asks the kernel to end the program, which it does when it gets around to it. Console's thread.
-class QUILLMARSH_API ExitCmd : public Command
+class QUILLMARSH_API ExitCmd : public Command, public CommandVocabulary
 {
 public:
     /// @name Words
@@ -22,6 +22,7 @@ public:
 
     bool ParseAndExecute(ostream &out, CommandLineParser const &parser, string const &commandLine) override;
     void DumpHelp(ostream &out, CommandLineParser const &parser) override;
+    std::span<CommandWord const> GetWords() const override;
 };
 
 } // namespace quillmarsh::framework_commands

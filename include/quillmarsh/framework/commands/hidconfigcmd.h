@@ -2,7 +2,7 @@
 #ifndef QUILLMARSH_FRAMEWORK_COMMANDS_HIDCONFIGCMD_H
 #define QUILLMARSH_FRAMEWORK_COMMANDS_HIDCONFIGCMD_H
 
-#include <quillmarsh/basetools/command.h>
+#include <quillmarsh/framework/commandtable.h>
 
 namespace quillmarsh::framework_commands
 {
@@ -10,7 +10,7 @@ namespace quillmarsh::framework_commands
 /// "hid-config": prints the configuration of the input devices, or has them torn down and built again with another one.
 ///
 /// Only with a version that can be read something changes; the two options then count too. Console's thread.
-class QUILLMARSH_API HIDConfigCmd : public Command
+class QUILLMARSH_API HIDConfigCmd : public Command, public CommandVocabulary
 {
 public:
     /// @name Words
@@ -31,6 +31,7 @@ public:
 
     bool ParseAndExecute(ostream &out, CommandLineParser const &parser, string const &commandLine) override;
     void DumpHelp(ostream &out, CommandLineParser const &parser) override;
+    std::span<CommandWord const> GetWords() const override;
 
 private:
     unsigned int hidReconfigCode_;

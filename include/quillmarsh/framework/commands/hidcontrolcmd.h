@@ -2,7 +2,7 @@
 #ifndef QUILLMARSH_FRAMEWORK_COMMANDS_HIDCONTROLCMD_H
 #define QUILLMARSH_FRAMEWORK_COMMANDS_HIDCONTROLCMD_H
 
-#include <quillmarsh/basetools/command.h>
+#include <quillmarsh/framework/commandtable.h>
 
 namespace quillmarsh
 {
@@ -22,7 +22,7 @@ namespace quillmarsh::framework_commands
 /// "hid-control": lists the input devices and their controllers, or shows and changes the device with a creation id.
 ///
 /// A device that a thread samples is locked meanwhile. Console's thread, which is the one that reads the devices.
-class QUILLMARSH_API HIDControlCmd : public Command
+class QUILLMARSH_API HIDControlCmd : public Command, public CommandVocabulary
 {
 public:
     /// @name Words
@@ -53,22 +53,23 @@ public:
     /// False, behind a message, when no device has the wanted creation id.
     bool ParseAndExecute(ostream &out, CommandLineParser const &parser, string const &commandLine) override;
     void DumpHelp(ostream &out, CommandLineParser const &parser) override;
+    std::span<CommandWord const> GetWords() const override;
 
 private:
     static HumanInterfaceDevice *FindHID(unsigned int creationID);
     static void ListDevices(ostream &out);
-    static void UpdateDevice(ostream &out, CommandLineParser const &parser, HumanInterfaceDevice &device);
-    static void UpdateController(ostream &out, CommandLineParser const &parser, HIDController &controller);
+    static void UpdateDevice(ostream &out, CommandArguments const &arguments, HumanInterfaceDevice &device);
+    static void UpdateController(ostream &out, CommandArguments const &arguments, HIDController &controller);
 
-    static void Update(ostream &out, CommandLineParser const &parser, Keyboard &keyboard);
-    static void Update(ostream &out, CommandLineParser const &parser, Mouse &mouse);
-    static void Update(ostream &out, CommandLineParser const &parser, OrientationTracker &tracker);
-    static void Update(ostream &out, CommandLineParser const &parser, PositionTracker &tracker);
-    static void Update(ostream &out, CommandLineParser const &parser, Glove &glove);
-    static void Update(ostream &out, CommandLineParser const &parser, GameController &gameController);
+    static void Update(ostream &out, CommandArguments const &arguments, Keyboard &keyboard);
+    static void Update(ostream &out, CommandArguments const &arguments, Mouse &mouse);
+    static void Update(ostream &out, CommandArguments const &arguments, OrientationTracker &tracker);
+    static void Update(ostream &out, CommandArguments const &arguments, PositionTracker &tracker);
+    static void Update(ostream &out, CommandArguments const &arguments, Glove &glove);
+    static void Update(ostream &out, CommandArguments const &arguments, GameController &gameController);
 
     template<typename Controller>
-    static bool UpdateAs(ostream &out, CommandLineParser const &parser, HIDController &controller);
+    static bool UpdateAs(ostream &out, CommandArguments const &arguments, HIDController &controller);
 };
 
 } // namespace quillmarsh::framework_commands

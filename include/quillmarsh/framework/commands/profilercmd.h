@@ -2,7 +2,7 @@
 #ifndef QUILLMARSH_FRAMEWORK_COMMANDS_PROFILERCMD_H
 #define QUILLMARSH_FRAMEWORK_COMMANDS_PROFILERCMD_H
 
-#include <quillmarsh/basetools/command.h>
+#include <quillmarsh/framework/commandtable.h>
 
 namespace quillmarsh
 {
@@ -16,7 +16,7 @@ namespace quillmarsh::framework_commands
 ///
 /// Stopping comes before the dump and starting behind it, so that "-stop -dump -reset -run" samples one clean period.
 /// For developers; console's thread, which is the profiler's.
-class QUILLMARSH_API ProfilerCmd : public Command
+class QUILLMARSH_API ProfilerCmd : public Command, public CommandVocabulary
 {
 public:
     /// @name Words
@@ -50,6 +50,7 @@ public:
 
     bool ParseAndExecute(ostream &out, CommandLineParser const &parser, string const &commandLine) override;
     void DumpHelp(ostream &out, CommandLineParser const &parser) override;
+    std::span<CommandWord const> GetWords() const override;
 
 private:
     Profiler *profiler_ = nullptr;

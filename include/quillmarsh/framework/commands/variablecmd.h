@@ -2,7 +2,7 @@
 #ifndef QUILLMARSH_FRAMEWORK_COMMANDS_VARIABLECMD_H
 #define QUILLMARSH_FRAMEWORK_COMMANDS_VARIABLECMD_H
 
-#include <quillmarsh/basetools/command.h>
+#include <quillmarsh/framework/commandtable.h>
 
 namespace quillmarsh
 {
@@ -17,7 +17,7 @@ namespace quillmarsh::framework_commands
 ///
 /// Variables for developers are shown in every mode; only writing to them needs the kernel's developer mode. Console's
 /// thread.
-class QUILLMARSH_API VariableCmd : public Command
+class QUILLMARSH_API VariableCmd : public Command, public CommandVocabulary
 {
 public:
     /// @name Words
@@ -37,6 +37,10 @@ public:
 
     bool ParseAndExecute(ostream &out, CommandLineParser const &parser, string const &commandLine) override;
     void DumpHelp(ostream &out, CommandLineParser const &parser) override;
+    std::span<CommandWord const> GetWords() const override;
+
+    /// True when the text converts to a value of the variable. Variables of types of their own take what they take.
+    static bool AcceptsValue(VariableProxy const &variable, string const &text);
 
     /// Prints name and value in one line.
     static void DumpVar(ostream &out, VariableProxy const &variable);
