@@ -1,10 +1,10 @@
-#include "applicationwalk.h"
 #include "hostlog.h"
 #include "system.h"
 
 #include "benchmarks/support/allocation_counter.h"
 
 #include <quillmarsh/basetools/exception.h>
+#include <quillmarsh/host/applicationwalk.h>
 
 #include <benchmark/benchmark.h>
 

@@ -3,7 +3,7 @@ include(CMakePackageConfigHelpers)
 
 set(quillmarsh_cmake_dir "${CMAKE_INSTALL_LIBDIR}/cmake/quillmarsh")
 
-install(TARGETS quillmarsh EXPORT quillmarshTargets
+install(TARGETS quillmarsh quillmarsh-host-library EXPORT quillmarshTargets
   RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}"
   LIBRARY DESTINATION "${CMAKE_INSTALL_LIBDIR}"
   ARCHIVE DESTINATION "${CMAKE_INSTALL_LIBDIR}"
@@ -23,11 +23,13 @@ install(FILES
   "${PROJECT_SOURCE_DIR}/cmake/QuillmarshBuildTime.cmake"
   DESTINATION "${quillmarsh_cmake_dir}")
 
-# The pkg-config file finds its own prefix, so that the installed tree can be moved.
+# The pkg-config files find their own prefix, so that the installed tree can be moved.
 file(RELATIVE_PATH quillmarsh_pc_prefix "/${CMAKE_INSTALL_LIBDIR}/pkgconfig" "/")
 string(REGEX REPLACE "/$" "" quillmarsh_pc_prefix "${quillmarsh_pc_prefix}")
-configure_file("${PROJECT_SOURCE_DIR}/cmake/quillmarsh.pc.in" "${PROJECT_BINARY_DIR}/cmake/quillmarsh.pc" @ONLY)
-install(FILES "${PROJECT_BINARY_DIR}/cmake/quillmarsh.pc" DESTINATION "${CMAKE_INSTALL_LIBDIR}/pkgconfig")
+foreach(module quillmarsh quillmarsh-host)
+  configure_file("${PROJECT_SOURCE_DIR}/cmake/${module}.pc.in" "${PROJECT_BINARY_DIR}/cmake/${module}.pc" @ONLY)
+  install(FILES "${PROJECT_BINARY_DIR}/cmake/${module}.pc" DESTINATION "${CMAKE_INSTALL_LIBDIR}/pkgconfig")
+endforeach()
 
 if(MINGW AND PROJECT_IS_TOP_LEVEL)
   include(QuillmarshWindowsPackage)

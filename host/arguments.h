@@ -2,7 +2,7 @@
 #ifndef QUILLMARSH_HOST_ARGUMENTS_H
 #define QUILLMARSH_HOST_ARGUMENTS_H
 
-#include "pluginset.h"
+#include <quillmarsh/host/pluginset.h>
 
 #include <quillmarsh/basetools/exception.h>
 

@@ -2,7 +2,7 @@
 #ifndef QUILLMARSH_HOST_HOSTLOG_H
 #define QUILLMARSH_HOST_HOSTLOG_H
 
-#include "sharedstream.h"
+#include <quillmarsh/host/sharedstream.h>
 
 #include <quillmarsh/basetools/logfilestream.h>
 

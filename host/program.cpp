@@ -2,7 +2,7 @@
 
 #include "scriptreader.h"
 #include "variablesetting.h"
-#include "waitcmd.h"
+#include <quillmarsh/host/waitcmd.h>
 
 #include <quillmarsh/basetools/diagnostics.h>
 #include <quillmarsh/basetools/filesystem.h>
@@ -174,7 +174,7 @@ void Program::LoadDefaultDrivers(std::vector<string> const &directories)
         auto const makeFileName = [&driver](string directory)
         {
             file_system::ForceTrailingPathSeparator(directory);
-            return directory + driver + system::GetPluginExtension();
+            return directory + driver + GetPluginExtension();
         };
         auto const found =
             std::find_if(directories.begin(), directories.end(),

@@ -2,12 +2,13 @@
 #ifndef QUILLMARSH_HOST_PROGRAM_H
 #define QUILLMARSH_HOST_PROGRAM_H
 
-#include "applicationwalk.h"
 #include "arguments.h"
-#include "consolelines.h"
 #include "hostlog.h"
+#include "standardoutput.h"
 #include "system.h"
 #include "terminal.h"
+#include <quillmarsh/host/applicationwalk.h>
+#include <quillmarsh/host/consolelines.h>
 
 namespace quillmarsh::host
 {

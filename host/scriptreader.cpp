@@ -10,10 +10,6 @@
 namespace quillmarsh::host
 {
 
-LineSource::~LineSource() = default;
-
-void LineSource::Serve(std_command_interpreter::Interpreter &, ostream &) {}
-
 /// What the reader's thread shares with who takes the lines. It outlives the reader when the thread cannot be called
 /// off.
 struct ScriptReader::State

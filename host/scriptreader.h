@@ -2,8 +2,8 @@
 #ifndef QUILLMARSH_HOST_SCRIPTREADER_H
 #define QUILLMARSH_HOST_SCRIPTREADER_H
 
-#include "linesource.h"
 #include "system.h"
+#include <quillmarsh/host/linesource.h>
 
 #include <functional>
 #include <memory>

@@ -1,4 +1,4 @@
-// What the host needs from the system beyond the library: files of its own, signals, standard streams.
+// What the program needs from the system: its arguments, standard streams, lines of a script, signals.
 #ifndef QUILLMARSH_HOST_SYSTEM_H
 #define QUILLMARSH_HOST_SYSTEM_H
 
@@ -28,20 +28,6 @@ bool WriteStandardOutput(std::string_view text, string &error);
 
 /// Full name of the running program's file.
 string GetProgramFile(string const &invokedName);
-
-/// Extension of plug-in libraries, with its dot.
-char const *GetPluginExtension();
-
-/// Whether the file begins as the system's libraries do.
-bool IsLibraryFile(string const &fileName);
-/// False when a library is cut off: what it loads lies behind the end of the file, where a loader that maps it without
-/// a look would end the process.
-bool IsCompleteLibraryFile(string const &fileName);
-
-unsigned int GetThisThreadID();
-
-/// Moves the calling thread `steps` steps above (or below) the normal priority. False when the system refuses.
-bool SetThisThreadPriority(int steps);
 
 /// Bytes of a file or of standard input, read on a thread that can be called off.
 class Input : NoCopy

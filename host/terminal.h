@@ -2,11 +2,14 @@
 #ifndef QUILLMARSH_HOST_TERMINAL_H
 #define QUILLMARSH_HOST_TERMINAL_H
 
-#include "linesource.h"
-#include "textoutput.h"
+#include <quillmarsh/host/linesource.h>
+#include <quillmarsh/host/textoutput.h>
 
 #include <quillmarsh/basetools/consolebuffers.h>
 #include <quillmarsh/platform/dialogs.h>
+
+#include <functional>
+#include <memory>
 
 // linux/ and win32/ implement the class, and the build picks one.
 namespace quillmarsh::host

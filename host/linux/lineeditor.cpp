@@ -1,7 +1,7 @@
 #include "lineeditor.h"
 
 #include "../dialogtext.h"
-#include "../textoutput.h"
+#include <quillmarsh/host/textoutput.h>
 
 #include <algorithm>
 #include <cerrno>

@@ -8,7 +8,6 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
-#include <fstream>
 #include <mutex>
 
 #include <fcntl.h>
@@ -134,35 +133,6 @@ string GetProgramFile(string const &invokedName)
     std::vector<wchar_t> name(32768);
     DWORD const length = GetModuleFileNameW(nullptr, name.data(), static_cast<DWORD>(name.size()));
     return length > 0 && length < name.size() ? FromSystem(name.data()) : invokedName;
-}
-
-char const *GetPluginExtension()
-{
-    return ".dll";
-}
-
-bool IsLibraryFile(string const &fileName)
-{
-    std::ifstream file(file_system::GetStreamPath(fileName), std::ios::binary);
-    char head[2] = {};
-    file.read(head, sizeof(head));
-    return std::memcmp(head, "MZ", sizeof(head)) == 0;
-}
-
-bool IsCompleteLibraryFile(string const &)
-{
-    // The system's loader looks by itself, and tells.
-    return true;
-}
-
-unsigned int GetThisThreadID()
-{
-    return GetCurrentThreadId();
-}
-
-bool SetThisThreadPriority(int steps)
-{
-    return SetThreadPriority(GetCurrentThread(), steps) != 0;
 }
 
 Input::~Input() = default;

@@ -1,7 +1,8 @@
 #include "arguments.h"
-#include "observerlist.h"
 
 #include "tests/support/failures.h"
+
+#include <quillmarsh/host/observerlist.h>
 
 #include <gtest/gtest.h>
 

@@ -2,14 +2,13 @@
 #ifndef QUILLMARSH_TESTS_SUPPORT_LOADED_DRIVER_H
 #define QUILLMARSH_TESTS_SUPPORT_LOADED_DRIVER_H
 
-#include <pluginlibraryfile.h>
-
 #include <quillmarsh/basetools/namedparameter.h>
 #include <quillmarsh/devices/orientationtracker.h>
 #include <quillmarsh/devices/positiontracker.h>
 #include <quillmarsh/framework/directinputconfig.h>
 #include <quillmarsh/framework/hiddriver.h>
 #include <quillmarsh/framework/humaninterfacedevice.h>
+#include <quillmarsh/host/pluginset.h>
 
 #include "tests/support/test_kernel.h"
 
@@ -21,7 +20,7 @@ namespace quillmarsh::tests
 class LoadedDriver
 {
 public:
-    explicit LoadedDriver(char const *fileName) : library(fileName) {}
+    explicit LoadedDriver(char const *fileName) : plugin(Load(fileName)), driver(dynamic_cast<HIDDriver0 &>(*plugin)) {}
     ~LoadedDriver() { Close(); }
 
     /// Opens the driver anew, and all that it finds.
@@ -46,10 +45,17 @@ public:
     }
 
     TestKernel kernel;
-    host::PluginLibraryFile library;
-    AutoPtr<Plugin> plugin{library.GetDescriptors().at(0)->CreateAndSetupPlugin()};
-    HIDDriver0 &driver = dynamic_cast<HIDDriver0 &>(*plugin);
+    host::PluginSet plugins;
+    AutoPtr<Plugin> plugin;
+    HIDDriver0 &driver;
     std::vector<AutoPtr<HumanInterfaceDevice>> devices;
+
+private:
+    AutoPtr<Plugin> Load(char const *fileName)
+    {
+        plugins.Load(fileName);
+        return plugins.Create(*plugins.GetEntries().at(0).descriptor);
+    }
 };
 
 inline OrientationTracker &GetOrientationTracker(HumanInterfaceDevice &device)

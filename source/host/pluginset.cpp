@@ -1,4 +1,6 @@
-#include "pluginset.h"
+#include <quillmarsh/host/pluginset.h>
+
+#include "pluginlibraryfile.h"
 
 #include <quillmarsh/basetools/exception.h>
 #include <quillmarsh/basetools/namedparameter.h>
@@ -8,6 +10,10 @@
 
 namespace quillmarsh::host
 {
+
+PluginSet::PluginSet() = default;
+
+PluginSet::~PluginSet() = default;
 
 void PluginSet::Load(string const &fileName)
 {

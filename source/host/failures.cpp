@@ -1,4 +1,4 @@
-#include "failures.h"
+#include <quillmarsh/host/failures.h>
 
 #include <quillmarsh/basetools/diagnostics.h>
 #include <quillmarsh/basetools/exception.h>

@@ -1,4 +1,4 @@
-#include "hostkernel.h"
+#include <quillmarsh/host/hostkernel.h>
 
 #include <ostream>
 

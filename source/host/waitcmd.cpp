@@ -1,4 +1,4 @@
-#include "waitcmd.h"
+#include <quillmarsh/host/waitcmd.h>
 
 #include <quillmarsh/basetools/commandlineparser.h>
 #include <quillmarsh/basetools/texttools.h>

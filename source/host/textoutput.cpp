@@ -1,6 +1,4 @@
-#include "textoutput.h"
-
-#include "system.h"
+#include <quillmarsh/host/textoutput.h>
 
 #include <quillmarsh/basetools/outputstream.h>
 
@@ -59,31 +57,6 @@ void AppendColoured(string &target, std::string_view text, unsigned int type)
 bool WantsColours()
 {
     return std::getenv("NO_COLOR") == nullptr;
-}
-
-StandardOutput::StandardOutput(std::function<void(string const &)> onFailure)
-    : onFailure_(std::move(onFailure)),
-      coloured_(system::IsOutputTerminal() && WantsColours())
-{
-}
-
-StandardOutput::~StandardOutput() = default;
-
-void StandardOutput::Write(std::string_view text, unsigned int type)
-{
-    if (failed_)
-        return;
-    if (coloured_)
-    {
-        colouredText_.clear();
-        AppendColoured(colouredText_, text, type);
-        text = colouredText_;
-    }
-    string error;
-    if (system::WriteStandardOutput(text, error))
-        return;
-    failed_ = true;
-    onFailure_(error);
 }
 
 } // namespace quillmarsh::host

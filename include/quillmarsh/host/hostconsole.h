@@ -2,8 +2,8 @@
 #ifndef QUILLMARSH_HOST_HOSTCONSOLE_H
 #define QUILLMARSH_HOST_HOSTCONSOLE_H
 
-#include "sharedstream.h"
-#include "textoutput.h"
+#include <quillmarsh/host/sharedstream.h>
+#include <quillmarsh/host/textoutput.h>
 
 #include <quillmarsh/basetools/consolebuffers.h>
 

@@ -1,4 +1,4 @@
-#include "consolelines.h"
+#include <quillmarsh/host/consolelines.h>
 
 #include <quillmarsh/basetools/texttools.h>
 

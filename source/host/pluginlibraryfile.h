@@ -1,6 +1,6 @@
 // One plug-in library, loaded and checked.
-#ifndef QUILLMARSH_HOST_PLUGINLIBRARYFILE_H
-#define QUILLMARSH_HOST_PLUGINLIBRARYFILE_H
+#ifndef QUILLMARSH_SOURCE_HOST_PLUGINLIBRARYFILE_H
+#define QUILLMARSH_SOURCE_HOST_PLUGINLIBRARYFILE_H
 
 #include <quillmarsh/basetools/dynamiclinklibrary.h>
 #include <quillmarsh/framework/pluginlibrary.h>
@@ -37,11 +37,6 @@ private:
     PluginLibraryEntry entry_ = nullptr;
     std::vector<PluginDescriptor *> descriptors_;
 };
-
-/// Full name of the file that a `--plugin` names. One with a path separator, or a drive, is that file; a name alone is
-/// looked for in the directories, with the system's extension if it has none, and never in the current one. Throws a
-/// KernelException when there is no such file.
-string FindPluginFile(string const &name, std::vector<string> const &directories);
 
 } // namespace quillmarsh::host
 

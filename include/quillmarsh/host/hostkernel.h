@@ -2,12 +2,12 @@
 #ifndef QUILLMARSH_HOST_HOSTKERNEL_H
 #define QUILLMARSH_HOST_HOSTKERNEL_H
 
-#include "devicegroup.h"
-#include "failures.h"
-#include "framepacer.h"
-#include "hostconsole.h"
-#include "observerlist.h"
-#include "pluginset.h"
+#include <quillmarsh/host/devicegroup.h>
+#include <quillmarsh/host/failures.h>
+#include <quillmarsh/host/framepacer.h>
+#include <quillmarsh/host/hostconsole.h>
+#include <quillmarsh/host/observerlist.h>
+#include <quillmarsh/host/pluginset.h>
 
 #include <quillmarsh/basetools/variableregistry.h>
 #include <quillmarsh/dataobjects/datacodecmanager.h>

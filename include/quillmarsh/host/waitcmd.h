@@ -2,7 +2,7 @@
 #ifndef QUILLMARSH_HOST_WAITCMD_H
 #define QUILLMARSH_HOST_WAITCMD_H
 
-#include "consolelines.h"
+#include <quillmarsh/host/consolelines.h>
 
 #include <quillmarsh/basetools/command.h>
 

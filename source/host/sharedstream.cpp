@@ -1,4 +1,4 @@
-#include "sharedstream.h"
+#include <quillmarsh/host/sharedstream.h>
 
 #include <deque>
 

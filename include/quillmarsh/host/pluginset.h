@@ -2,10 +2,14 @@
 #ifndef QUILLMARSH_HOST_PLUGINSET_H
 #define QUILLMARSH_HOST_PLUGINSET_H
 
-#include "pluginlibraryfile.h"
+#include <quillmarsh/framework/plugindescriptors.h>
+
+#include <vector>
 
 namespace quillmarsh::host
 {
+
+class PluginLibraryFile;
 
 /// A parameter for a plug-in, by the plug-in's name. A plug-in gets it as a text.
 struct PluginParameter
@@ -24,6 +28,9 @@ public:
         PluginDescriptor *descriptor;
         string fileName;
     };
+
+    PluginSet();
+    ~PluginSet();
 
     /// Loads a library. Throws a KernelException.
     void Load(string const &fileName);
@@ -49,6 +56,14 @@ private:
     std::vector<Entry> entries_;
     std::vector<PluginParameter> parameters_;
 };
+
+/// Full name of the file that a user names. One with a path separator, or a drive, is that file; a name alone is
+/// looked for in the directories, with the system's extension if it has none, and never in the current one. Throws a
+/// KernelException when there is no such file.
+string FindPluginFile(string const &name, std::vector<string> const &directories);
+
+/// Extension of plug-in libraries, with its dot.
+char const *GetPluginExtension();
 
 } // namespace quillmarsh::host
 

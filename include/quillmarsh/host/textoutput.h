@@ -4,7 +4,6 @@
 
 #include <quillmarsh/platform/types.h>
 
-#include <functional>
 #include <string_view>
 
 namespace quillmarsh::host
@@ -23,23 +22,6 @@ void AppendColoured(string &target, std::string_view text, unsigned int type);
 
 /// Whether text on a terminal is to be coloured: unless the environment variable NO_COLOR is set.
 bool WantsColours();
-
-/// Shows the console's text on standard output, in colours where that is a terminal.
-class StandardOutput : public TextOutput, NoCopy
-{
-public:
-    /// `onFailure` hears once of a failed write, with the system's cause; what is written after it is dropped.
-    explicit StandardOutput(std::function<void(string const &)> onFailure);
-    ~StandardOutput() override;
-
-    void Write(std::string_view text, unsigned int type) override;
-
-private:
-    std::function<void(string const &)> onFailure_;
-    bool const coloured_;
-    bool failed_ = false;
-    string colouredText_;
-};
 
 } // namespace quillmarsh::host
 

@@ -1,4 +1,4 @@
-#include "hostconsole.h"
+#include <quillmarsh/host/hostconsole.h>
 
 #include <algorithm>
 

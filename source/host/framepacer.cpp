@@ -1,4 +1,4 @@
-#include "framepacer.h"
+#include <quillmarsh/host/framepacer.h>
 
 namespace quillmarsh::host
 {

@@ -2,8 +2,8 @@
 #ifndef QUILLMARSH_HOST_CONSOLELINES_H
 #define QUILLMARSH_HOST_CONSOLELINES_H
 
-#include "hostkernel.h"
-#include "linesource.h"
+#include <quillmarsh/host/hostkernel.h>
+#include <quillmarsh/host/linesource.h>
 
 namespace quillmarsh::host
 {

@@ -1,4 +1,4 @@
-#include "applicationwalk.h"
+#include <quillmarsh/host/applicationwalk.h>
 
 #include <quillmarsh/basetools/exception.h>
 #include <quillmarsh/framework/commands/frameworkcommands.h>

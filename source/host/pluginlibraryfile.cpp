@@ -6,6 +6,7 @@
 #include <quillmarsh/basetools/filesystem.h>
 #include <quillmarsh/basetools/libraryinfo.h>
 #include <quillmarsh/basetools/texttools.h>
+#include <quillmarsh/host/pluginset.h>
 
 #include <algorithm>
 #include <iterator>
@@ -122,7 +123,7 @@ string FindPluginFile(string const &name, std::vector<string> const &directories
     for (string directory : directories)
     {
         file_system::ForceTrailingPathSeparator(directory);
-        for (string const &file : {directory + name, directory + name + system::GetPluginExtension()})
+        for (string const &file : {directory + name, directory + name + GetPluginExtension()})
         {
             if (!name.empty() && file_system::FileExists(file))
                 return file;

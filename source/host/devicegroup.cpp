@@ -1,6 +1,6 @@
-#include "devicegroup.h"
+#include <quillmarsh/host/devicegroup.h>
 
-#include "hostkernel.h"
+#include <quillmarsh/host/hostkernel.h>
 
 #include <quillmarsh/basetools/exception.h>
 #include <quillmarsh/devices/keyboard.h>

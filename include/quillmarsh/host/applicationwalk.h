@@ -2,7 +2,7 @@
 #ifndef QUILLMARSH_HOST_APPLICATIONWALK_H
 #define QUILLMARSH_HOST_APPLICATIONWALK_H
 
-#include "hostkernel.h"
+#include <quillmarsh/host/hostkernel.h>
 
 #include <functional>
 

@@ -1,0 +1,19 @@
+// Every public header of the library for hosts, which programs link as quillmarsh::host.
+#ifndef QUILLMARSH_HOST_HOST_H
+#define QUILLMARSH_HOST_HOST_H
+
+#include <quillmarsh/host/applicationwalk.h>
+#include <quillmarsh/host/consolelines.h>
+#include <quillmarsh/host/devicegroup.h>
+#include <quillmarsh/host/failures.h>
+#include <quillmarsh/host/framepacer.h>
+#include <quillmarsh/host/hostconsole.h>
+#include <quillmarsh/host/hostkernel.h>
+#include <quillmarsh/host/linesource.h>
+#include <quillmarsh/host/observerlist.h>
+#include <quillmarsh/host/pluginset.h>
+#include <quillmarsh/host/sharedstream.h>
+#include <quillmarsh/host/textoutput.h>
+#include <quillmarsh/host/waitcmd.h>
+
+#endif

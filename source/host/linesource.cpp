@@ -1,0 +1,10 @@
+#include <quillmarsh/host/linesource.h>
+
+namespace quillmarsh::host
+{
+
+LineSource::~LineSource() = default;
+
+void LineSource::Serve(std_command_interpreter::Interpreter &, ostream &) {}
+
+} // namespace quillmarsh::host

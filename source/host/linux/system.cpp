@@ -1,0 +1,69 @@
+#include "../system.h"
+
+#include <quillmarsh/host/pluginset.h>
+
+#include <cstdint>
+#include <cstring>
+#include <fstream>
+
+#include <elf.h>
+#include <link.h>
+#include <sys/resource.h>
+#include <sys/syscall.h>
+#include <unistd.h>
+
+namespace quillmarsh::host
+{
+
+char const *GetPluginExtension()
+{
+    return ".so";
+}
+
+namespace system
+{
+
+bool IsLibraryFile(string const &fileName)
+{
+    std::ifstream file(fileName, std::ios::binary);
+    char head[4] = {};
+    file.read(head, sizeof(head));
+    return file && std::memcmp(head, ELFMAG, SELFMAG) == 0;
+}
+
+bool IsCompleteLibraryFile(string const &fileName)
+{
+    std::ifstream file(fileName, std::ios::binary | std::ios::ate);
+    auto const fileSize = static_cast<std::uint64_t>(file.tellg());
+    ElfW(Ehdr) header{};
+    file.seekg(0);
+    file.read(reinterpret_cast<char *>(&header), sizeof(header));
+    // What this machine cannot load is told by the loader, which looks at no more than the header then.
+    if (file && header.e_phentsize != sizeof(ElfW(Phdr)))
+        return true;
+    for (unsigned int i = 0; file && i < header.e_phnum; ++i)
+    {
+        ElfW(Phdr) segment{};
+        file.seekg(static_cast<std::streamoff>(header.e_phoff + i * sizeof(segment)));
+        file.read(reinterpret_cast<char *>(&segment), sizeof(segment));
+        bool const isCutOff = segment.p_type == PT_LOAD &&
+                              (segment.p_offset > fileSize || segment.p_filesz > fileSize - segment.p_offset);
+        if (isCutOff)
+            return false;
+    }
+    return static_cast<bool>(file);
+}
+
+unsigned int GetThisThreadID()
+{
+    return static_cast<unsigned int>(syscall(SYS_gettid));
+}
+
+bool SetThisThreadPriority(int steps)
+{
+    return setpriority(PRIO_PROCESS, GetThisThreadID(), -5 * steps) == 0;
+}
+
+} // namespace system
+
+} // namespace quillmarsh::host

@@ -1,0 +1,48 @@
+#include "../system.h"
+
+#include <quillmarsh/basetools/filesystem.h>
+#include <quillmarsh/host/pluginset.h>
+
+#include <cstring>
+#include <fstream>
+
+#include <windows.h>
+
+namespace quillmarsh::host
+{
+
+char const *GetPluginExtension()
+{
+    return ".dll";
+}
+
+namespace system
+{
+
+bool IsLibraryFile(string const &fileName)
+{
+    std::ifstream file(file_system::GetStreamPath(fileName), std::ios::binary);
+    char head[2] = {};
+    file.read(head, sizeof(head));
+    return std::memcmp(head, "MZ", sizeof(head)) == 0;
+}
+
+bool IsCompleteLibraryFile(string const &)
+{
+    // The system's loader looks by itself, and tells.
+    return true;
+}
+
+unsigned int GetThisThreadID()
+{
+    return GetCurrentThreadId();
+}
+
+bool SetThisThreadPriority(int steps)
+{
+    return SetThreadPriority(GetCurrentThread(), steps) != 0;
+}
+
+} // namespace system
+
+} // namespace quillmarsh::host
