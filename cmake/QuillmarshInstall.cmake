@@ -9,7 +9,8 @@ install(TARGETS quillmarsh quillmarsh-host-library EXPORT quillmarshTargets
   ARCHIVE DESTINATION "${CMAKE_INSTALL_LIBDIR}"
   INCLUDES DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}")
 install(DIRECTORY "${PROJECT_SOURCE_DIR}/include/quillmarsh" "${PROJECT_BINARY_DIR}/include/quillmarsh"
-  DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}" FILES_MATCHING PATTERN "*.h")
+  DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}"
+  FILES_MATCHING PATTERN "*.h" PATTERN "platform/${quillmarsh_other_system}" EXCLUDE)
 install(EXPORT quillmarshTargets NAMESPACE quillmarsh:: DESTINATION "${quillmarsh_cmake_dir}")
 
 configure_package_config_file("${PROJECT_SOURCE_DIR}/cmake/quillmarshConfig.cmake.in"

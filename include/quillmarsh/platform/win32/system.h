@@ -1,0 +1,37 @@
+// What the public headers need of Windows. Included by config.h; nobody else includes it.
+#ifndef QUILLMARSH_PLATFORM_WIN32_SYSTEM_H
+#define QUILLMARSH_PLATFORM_WIN32_SYSTEM_H
+
+#if defined(QUILLMARSH_STATIC)
+#define QUILLMARSH_API
+#elif defined(quillmarsh_EXPORTS)
+#define QUILLMARSH_API __declspec(dllexport)
+#else
+#define QUILLMARSH_API __declspec(dllimport)
+#endif
+#define QUILLMARSH_API_TEMPLATE
+#define QUILLMARSH_PLUGIN_EXPORT extern "C" __declspec(dllexport)
+
+// Records that the operating system publishes, declared as its own headers declare them.
+/// @cond
+#ifndef GUID_DEFINED
+#define GUID_DEFINED
+/// Globally unique identifier.
+struct _GUID
+{
+    unsigned long Data1;
+    unsigned short Data2;
+    unsigned short Data3;
+    unsigned char Data4[8];
+};
+using GUID = _GUID;
+#endif
+
+union _LARGE_INTEGER;
+struct _devicemodeA;
+struct DIDEVICEINSTANCEA;
+struct IUnknown;
+using LARGE_INTEGER = _LARGE_INTEGER;
+/// @endcond
+
+#endif

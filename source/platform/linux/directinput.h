@@ -1,0 +1,7 @@
+// The public headers have the record complete.
+#ifndef QUILLMARSH_SOURCE_PLATFORM_LINUX_DIRECTINPUT_H
+#define QUILLMARSH_SOURCE_PLATFORM_LINUX_DIRECTINPUT_H
+
+#include <quillmarsh/platform/types.h>
+
+#endif
