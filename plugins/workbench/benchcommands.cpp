@@ -1,14 +1,11 @@
 #include "benchcommands.h"
 
-#include <quillmarsh/basetools/commandlineparser.h>
-#include <quillmarsh/framework/commandtable.h>
-
 #include <ostream>
 
 namespace workbench
 {
 
-using quillmarsh::CommandLineParser;
+using quillmarsh::CommandArguments;
 using quillmarsh::CommandWord;
 using quillmarsh::ostream;
 using quillmarsh::string;
@@ -32,9 +29,9 @@ BenchCmd::BenchCmd(Balls &balls) : balls_(balls)
     SetShortDesc("Print state of the workbench's balls");
 }
 
-bool BenchCmd::ParseAndExecute(ostream &out, CommandLineParser const &parser, string const &)
+bool BenchCmd::Execute(ostream &out, CommandArguments const &arguments)
 {
-    if (parser.GetOption(s_szOptionReset))
+    if (arguments.HasOption(s_szOptionReset))
         balls_.Reset();
     out << "Balls..: " << balls_.GetNumBalls() << '\n';
     out << "Time...: " << balls_.GetTime() << '\n';
@@ -43,9 +40,14 @@ bool BenchCmd::ParseAndExecute(ostream &out, CommandLineParser const &parser, st
     return true;
 }
 
-void BenchCmd::DumpHelp(ostream &out, CommandLineParser const &parser)
+std::span<CommandWord const> BenchCmd::GetWords() const
 {
-    DumpCommandWords(out, parser, s_benchWords, "print state");
+    return s_benchWords;
+}
+
+string BenchCmd::GetDefaultBehavior() const
+{
+    return "print state";
 }
 
 GreetCmd::GreetCmd(BallSettings const &settings) : settings_(settings)
@@ -54,19 +56,23 @@ GreetCmd::GreetCmd(BallSettings const &settings) : settings_(settings)
     SetShortDesc("Say the greeting");
 }
 
-bool GreetCmd::ParseAndExecute(ostream &out, CommandLineParser const &parser, string const &)
+bool GreetCmd::Execute(ostream &out, CommandArguments const &arguments)
 {
-    string name;
-    if (parser.GetAssignment(s_szAssignTo, name))
-        out << settings_.greeting << ", " << name << '!' << std::endl;
+    if (string const *const name = arguments.FindAssignment(s_szAssignTo))
+        out << settings_.greeting << ", " << *name << '!' << std::endl;
     else
         out << settings_.greeting << '!' << std::endl;
     return true;
 }
 
-void GreetCmd::DumpHelp(ostream &out, CommandLineParser const &parser)
+std::span<CommandWord const> GreetCmd::GetWords() const
 {
-    DumpCommandWords(out, parser, s_greetWords, "say the greeting to nobody in particular");
+    return s_greetWords;
+}
+
+string GreetCmd::GetDefaultBehavior() const
+{
+    return "say the greeting to nobody in particular";
 }
 
 } // namespace workbench

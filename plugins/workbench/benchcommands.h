@@ -4,13 +4,13 @@
 
 #include "balls.h"
 
-#include <quillmarsh/basetools/command.h>
+#include <quillmarsh/framework/commandtable.h>
 
 namespace workbench
 {
 
 /// "bench": prints how the balls are, and resets them.
-class BenchCmd : public quillmarsh::Command
+class BenchCmd : public quillmarsh::TableCommand
 {
 public:
     static constexpr char const *s_szDefaultName = "bench";
@@ -19,16 +19,18 @@ public:
     /// The balls are borrowed.
     explicit BenchCmd(Balls &balls);
 
-    bool ParseAndExecute(quillmarsh::ostream &out, quillmarsh::CommandLineParser const &parser,
-                         quillmarsh::string const &commandLine) override;
-    void DumpHelp(quillmarsh::ostream &out, quillmarsh::CommandLineParser const &parser) override;
+    std::span<quillmarsh::CommandWord const> GetWords() const override;
+
+protected:
+    bool Execute(quillmarsh::ostream &out, quillmarsh::CommandArguments const &arguments) override;
+    quillmarsh::string GetDefaultBehavior() const override;
 
 private:
     Balls &balls_;
 };
 
 /// "greet": says the greeting, to somebody if a name is given.
-class GreetCmd : public quillmarsh::Command
+class GreetCmd : public quillmarsh::TableCommand
 {
 public:
     static constexpr char const *s_szDefaultName = "greet";
@@ -38,9 +40,11 @@ public:
     /// The settings are borrowed.
     explicit GreetCmd(BallSettings const &settings);
 
-    bool ParseAndExecute(quillmarsh::ostream &out, quillmarsh::CommandLineParser const &parser,
-                         quillmarsh::string const &commandLine) override;
-    void DumpHelp(quillmarsh::ostream &out, quillmarsh::CommandLineParser const &parser) override;
+    std::span<quillmarsh::CommandWord const> GetWords() const override;
+
+protected:
+    bool Execute(quillmarsh::ostream &out, quillmarsh::CommandArguments const &arguments) override;
+    quillmarsh::string GetDefaultBehavior() const override;
 
 private:
     BallSettings const &settings_;

@@ -2,8 +2,6 @@
 
 #include <quillmarsh/dataobjects/sampleddataoperations.h>
 
-#include <quillmarsh/basetools/command.h>
-#include <quillmarsh/basetools/commandlineparser.h>
 #include <quillmarsh/basetools/texttools.h>
 #include <quillmarsh/framework/commandtable.h>
 
@@ -25,11 +23,11 @@ struct DataCommand
     char const *shortDesc;
     std::span<CommandWord const> words;
     char const *defaultBehavior;
-    void (*run)(DataBench &bench, ostream &out, CommandLineParser const &parser);
+    void (*run)(DataBench &bench, ostream &out, CommandArguments const &arguments);
 };
 
 /// Runs an entry of the table of commands.
-class DataCmd : public Command
+class DataCmd : public TableCommand
 {
 public:
     DataCmd(DataCommand const &command, DataBench &bench) : command_(command), bench_(bench)
@@ -38,11 +36,14 @@ public:
         SetShortDesc(command.shortDesc);
     }
 
-    bool ParseAndExecute(ostream &out, CommandLineParser const &parser, string const &) override
+    std::span<CommandWord const> GetWords() const override { return command_.words; }
+
+protected:
+    bool Execute(ostream &out, CommandArguments const &arguments) override
     {
         try
         {
-            command_.run(bench_, out, parser);
+            command_.run(bench_, out, arguments);
             return true;
         }
         catch (DataException const &thrown)
@@ -56,22 +57,18 @@ public:
         return false;
     }
 
-    void DumpHelp(ostream &out, CommandLineParser const &parser) override
-    {
-        DumpCommandWords(out, parser, command_.words, command_.defaultBehavior);
-    }
+    string GetDefaultBehavior() const override { return command_.defaultBehavior; }
 
 private:
     DataCommand const &command_;
     DataBench &bench_;
 };
 
-/// The first argument, which is a string.
-string const &RequireString(CommandLineParser const &parser, char const *what)
+string const &RequireArgument(CommandArguments const &arguments, char const *what)
 {
-    if (parser.GetNumArguments() == 0 || parser.GetArgument(0) != CommandLineParser::e_string)
-        throw DataException(string(what) + " is wanted");
-    return parser.GetArgument(0).String();
+    if (string const *const argument = arguments.FindArgument(0))
+        return *argument;
+    throw DataException(string(what) + " is wanted");
 }
 
 sampled_data::FileType const &RequireFileType(string const &fileName)
@@ -97,26 +94,27 @@ void PrintInfo(ostream &out, SampledData const &data)
         << "Bytes........: " << data.GetSamples().GetTotalByteSize() << std::endl;
 }
 
-void Load(DataBench &bench, ostream &out, CommandLineParser const &parser)
+void Load(DataBench &bench, ostream &out, CommandArguments const &arguments)
 {
-    string const &fileName = RequireString(parser, "the name of a file");
+    string const &fileName = RequireArgument(arguments, "the name of a file");
     bench.SetData(sampled_data::LoadFile(fileName, RequireFileType(fileName)));
     PrintInfo(out, bench.GetData());
 }
 
-void Info(DataBench &bench, ostream &out, CommandLineParser const &)
+void Info(DataBench &bench, ostream &out, CommandArguments const &)
 {
     PrintInfo(out, bench.GetData());
 }
 
-void Convert(DataBench &bench, ostream &, CommandLineParser const &parser)
+void Convert(DataBench &bench, ostream &, CommandArguments const &arguments)
 {
-    sampled_data::ChangeFormat(bench.GetData(), RequireFormat(RequireString(parser, "the name of a sample format")));
+    sampled_data::ChangeFormat(bench.GetData(),
+                               RequireFormat(RequireArgument(arguments, "the name of a sample format")));
 }
 
-void Resample(DataBench &bench, ostream &, CommandLineParser const &parser)
+void Resample(DataBench &bench, ostream &, CommandArguments const &arguments)
 {
-    string const &text = RequireString(parser, "a size");
+    string const &text = RequireArgument(arguments, "a size");
     std::optional<eResampleFilter> const filter = sampled_data::FindFilter(bench.filter);
     if (!filter)
         throw DataException("data.filter is neither nearest nor linear: " + bench.filter);
@@ -129,19 +127,19 @@ void Resample(DataBench &bench, ostream &, CommandLineParser const &parser)
 
 constexpr eSampleAxis s_axes[] = {eSampleAxis::e_rows, eSampleAxis::e_columns, eSampleAxis::e_layers};
 
-void Flip(DataBench &bench, ostream &, CommandLineParser const &parser)
+void Flip(DataBench &bench, ostream &, CommandArguments const &arguments)
 {
     SampledData &data = bench.GetData();
     std::size_t const numDimensions = data.GetDimensions().size();
     for (eSampleAxis const axis : s_axes)
     {
-        if (parser.GetOption(sampled_data::GetAxisName(axis)) && !sampled_data::HasAxis(numDimensions, axis))
+        if (arguments.HasOption(sampled_data::GetAxisName(axis)) && !sampled_data::HasAxis(numDimensions, axis))
             throw DataException(sampled_data::GetKindPhrase(numDimensions) + " has no " +
                                 sampled_data::GetAxisName(axis));
     }
     for (eSampleAxis const axis : s_axes)
     {
-        if (parser.GetOption(sampled_data::GetAxisName(axis)))
+        if (arguments.HasOption(sampled_data::GetAxisName(axis)))
             sampled_data::Flip(data, axis);
     }
 }
@@ -158,51 +156,47 @@ constexpr Channel s_channels[] = {{"luminance", &Fill_Luminance},
                                   {"green", &Fill_Green},
                                   {"blue", &Fill_Blue}};
 
-void FillChannels(SampledData const &data, CommandLineParser const &parser)
+void FillChannels(SampledData const &data, CommandArguments const &arguments)
 {
     for (Channel const &channel : s_channels)
     {
-        string text;
-        if (!parser.GetAssignment(channel.name, text))
-            continue;
         unsigned int value = 0;
-        if (!ToValue(text, value) || value > 255)
-            throw DataException(string(channel.name) + " wants a number from 0 to 255, not " + text);
+        if (!arguments.ReadAssignment(channel.name, value))
+            continue;
         if (!channel.fill(data.GetSamples(), static_cast<unsigned char>(value)))
             throw DataException("the sample format " + sampled_data::GetFormatName(data.GetFormat()) + " has no " +
                                 channel.name);
     }
 }
 
-void Fill(DataBench &bench, ostream &, CommandLineParser const &parser)
+void Fill(DataBench &bench, ostream &, CommandArguments const &arguments)
 {
     SampledData const &data = bench.GetData();
     // One sample first, so that a channel that is not there leaves the data as they are.
-    FillChannels(SampledData(data.GetFormat(), {1}), parser);
-    FillChannels(data, parser);
+    FillChannels(SampledData(data.GetFormat(), {1}), arguments);
+    FillChannels(data, arguments);
 }
 
-void Mipmaps(DataBench &bench, ostream &out, CommandLineParser const &parser)
+void Mipmaps(DataBench &bench, ostream &out, CommandArguments const &arguments)
 {
-    string const &prefix = RequireString(parser, "the prefix of the files' names");
+    string const &prefix = RequireArgument(arguments, "the prefix of the files' names");
     SampledData const &data = bench.GetData();
-    string name;
-    bool const hasFormat = parser.GetAssignment("format", name);
+    string const *const format = arguments.FindAssignment("format");
     std::vector<SampledData> const levels =
-        sampled_data::BuildMipmaps(data, hasFormat ? RequireFormat(name) : data.GetFormat());
+        sampled_data::BuildMipmaps(data, format != nullptr ? RequireFormat(*format) : data.GetFormat());
     sampled_data::SaveLevels(levels, prefix, bench.save);
     out << levels.size() << " levels saved" << std::endl;
 }
 
-void Save(DataBench &bench, ostream &out, CommandLineParser const &parser)
+void Save(DataBench &bench, ostream &out, CommandArguments const &arguments)
 {
-    string const &fileName = RequireString(parser, "the name of a file");
+    string const &fileName = RequireArgument(arguments, "the name of a file");
     sampled_data::SaveFile(bench.GetData(), fileName, RequireFileType(fileName), bench.save);
     out << fileName << " saved" << std::endl;
 }
 
 /// Each format with those that it can be converted to, and what files there are.
-void Formats(DataBench &, ostream &out, CommandLineParser const &)
+void Formats(DataBench &, ostream &out, CommandArguments const &)
 {
     std::vector<eSampleFormat> const formats = sampled_data::GetNamedFormats();
     for (eSampleFormat const source : formats)
@@ -228,11 +222,16 @@ constexpr CommandWord s_flipWords[] = {
     CommandWord::Option("rows", "reverse the order of the rows\n"),
     CommandWord::Option("columns", "reverse the order of the columns, or of a signal's samples\n"),
     CommandWord::Option("layers", "reverse the order of the layers\n")};
-constexpr CommandWord s_fillWords[] = {CommandWord::Assignment("luminance", "0..255", "set the luminance\n"),
-                                       CommandWord::Assignment("alpha", "0..255", "set the alpha\n"),
-                                       CommandWord::Assignment("red", "0..255", "set the red\n"),
-                                       CommandWord::Assignment("green", "0..255", "set the green\n"),
-                                       CommandWord::Assignment("blue", "0..255", "set the blue\n")};
+constexpr CommandValue s_byte{"a number from 0 to 255", [](CommandArguments const &, string const &text)
+                              {
+                                  unsigned int value = 0;
+                                  return command_values::IsUnsigned(text) && ToValue(text, value) && value <= 255;
+                              }};
+constexpr CommandWord s_fillWords[] = {CommandWord::Assignment("luminance", "0..255", "set the luminance\n", s_byte),
+                                       CommandWord::Assignment("alpha", "0..255", "set the alpha\n", s_byte),
+                                       CommandWord::Assignment("red", "0..255", "set the red\n", s_byte),
+                                       CommandWord::Assignment("green", "0..255", "set the green\n", s_byte),
+                                       CommandWord::Assignment("blue", "0..255", "set the blue\n", s_byte)};
 constexpr CommandWord s_mipmapsWords[] = {
     CommandWord::Assignment("format", "format-name", "sample format of the levels\n"),
     CommandWord::Argument("0) prefix", "of the packages' names, prefix.0.qmdp.image and so on\n")};
