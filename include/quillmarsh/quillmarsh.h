@@ -20,6 +20,7 @@
 #include <quillmarsh/basetools/memory.h>
 #include <quillmarsh/basetools/messageloop.h>
 #include <quillmarsh/basetools/namedparameter.h>
+#include <quillmarsh/basetools/observerlist.h>
 #include <quillmarsh/basetools/outputstream.h>
 #include <quillmarsh/basetools/platforminfo.h>
 #include <quillmarsh/basetools/profiler.h>

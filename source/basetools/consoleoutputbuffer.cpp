@@ -39,15 +39,14 @@ void ConsoleOutputBuffer::Unlock() const
 void ConsoleOutputBuffer::AddObserver(Observer &observer)
 {
     CriticalSectionSentry const lock(criticalSection_);
-    if (std::find(observers_.begin(), observers_.end(), &observer) == observers_.end())
-        observers_.push_back(&observer);
+    observers_.Add(&observer);
     NotifyObservers();
 }
 
 void ConsoleOutputBuffer::RemoveObserver(Observer &observer)
 {
     CriticalSectionSentry const lock(criticalSection_);
-    std::erase(observers_, &observer);
+    observers_.Remove(&observer);
 }
 
 void ConsoleOutputBuffer::SetLineLimit(unsigned int limit)
@@ -212,16 +211,9 @@ void ConsoleOutputBuffer::RefreshMaxColumns()
     maxColumns_ = widthCounts_.rbegin()->first;
 }
 
-/// An observer may remove itself, or another, while it is called.
-void ConsoleOutputBuffer::NotifyObservers() const
+void ConsoleOutputBuffer::NotifyObservers()
 {
-    for (std::size_t i = 0; i < observers_.size();)
-    {
-        Observer *const observer = observers_[i];
-        observer->OnChanged(*this);
-        if (i < observers_.size() && observers_[i] == observer)
-            ++i;
-    }
+    observers_.ForEach([this](Observer &observer) { observer.OnChanged(*this); });
 }
 
 } // namespace quillmarsh

@@ -43,8 +43,7 @@ void Profiler::Enable(bool enable)
     isEnabled_ = enable;
     ResetStack();
     isSkipping_ = true;
-    for (std::size_t i = 0; i < observers_.size(); ++i)
-        observers_[i]->OnProfilerEnabled(enable);
+    observers_.ForEach([enable](Observer &observer) { observer.OnProfilerEnabled(enable); });
 }
 
 void Profiler::EnableRecursionHandler(bool enable)
@@ -65,13 +64,12 @@ void Profiler::SetAutoResetThreshold(unsigned int numIterations)
 
 void Profiler::RegisterObserver(Observer &observer)
 {
-    if (std::find(observers_.begin(), observers_.end(), &observer) == observers_.end())
-        observers_.push_back(&observer);
+    observers_.Add(&observer);
 }
 
 void Profiler::UnregisterObserver(Observer &observer)
 {
-    std::erase(observers_, &observer);
+    observers_.Remove(&observer);
 }
 
 void Profiler::EnterRootNode()
@@ -169,7 +167,7 @@ void Profiler::DumpStatistics(ostream &out, ProfilerDumpDesc const &desc) const
     double avg = 0;
     double max = 0;
     CalcIterationRate(min, avg, max);
-    out << "RecursionHandlerEnabled.........: " << MakeString(isRecursionHandlerEnabled_) << nl
+    out << IndentEffector(0) << "RecursionHandlerEnabled.........: " << MakeString(isRecursionHandlerEnabled_) << nl
         << "AutoResetThreshold..............: " << autoResetThreshold_ << nl
         << "IterationCount..................: " << GetIterationCount() << nl
         << "ElapsedSeconds..................: " << elapsedSeconds_ << nl

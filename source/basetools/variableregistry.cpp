@@ -12,10 +12,10 @@ template<typename Proxies>
 auto FindByName(Proxies &proxies, string const &name)
 {
     return std::find_if(proxies.begin(), proxies.end(),
-                        [&name](AutoPtr<VariableProxy> const &proxy) { return proxy->GetName() == name; });
+                        [&name](std::shared_ptr<VariableProxy> const &proxy) { return proxy->GetName() == name; });
 }
 
-void SortByName(std::vector<AutoPtr<VariableProxy>> &proxies)
+void SortByName(std::vector<std::shared_ptr<VariableProxy>> &proxies)
 {
     std::stable_sort(proxies.begin(), proxies.end(),
                      [](auto const &a, auto const &b) { return a->GetName() < b->GetName(); });
@@ -31,7 +31,7 @@ bool VariableRegistry::RegisterVariable(VariableProxy const &proxy)
 {
     if (GetVariable(proxy.GetName()) != nullptr)
         return false;
-    AutoPtr<VariableProxy> clone(proxy.Clone());
+    std::shared_ptr<VariableProxy> clone(proxy.Clone());
     if (clone == nullptr)
         return false;
     proxies_.push_back(std::move(clone));
@@ -42,7 +42,7 @@ bool VariableRegistry::RegisterVariable(VariableProxy const &proxy)
 void VariableRegistry::UnregisterVariable(string const &name)
 {
     // By value: the name may be that of the proxy itself.
-    std::erase_if(proxies_, [name](AutoPtr<VariableProxy> const &proxy) { return proxy->GetName() == name; });
+    std::erase_if(proxies_, [name](std::shared_ptr<VariableProxy> const &proxy) { return proxy->GetName() == name; });
     SortByName(proxies_);
 }
 
@@ -69,8 +69,10 @@ VariableProxy const *VariableRegistry::GetVariable(string const &name) const
 
 VariableProxy &VariableRegistry::GetVariable(unsigned int index)
 {
-    QUILLMARSH_ASSERT(index < proxies_.size(), "Index out of range.");
-    return *proxies_[index];
+    static VariableProxyVoidPointer s_none;
+    bool const isThere = index < proxies_.size();
+    QUILLMARSH_ASSERT(isThere, "Index out of range.");
+    return isThere ? *proxies_[index] : s_none;
 }
 
 VariableProxy const &VariableRegistry::GetVariable(unsigned int index) const
@@ -80,9 +82,12 @@ VariableProxy const &VariableRegistry::GetVariable(unsigned int index) const
 
 void VariableRegistry::ForceValueRanges()
 {
-    // By index: an observer may register a variable.
-    for (std::size_t i = 0; i < proxies_.size(); ++i)
-        proxies_[i]->SetValueFromString(proxies_[i]->GetValueString());
+    std::vector<std::shared_ptr<VariableProxy>> const proxies = proxies_;
+    for (std::shared_ptr<VariableProxy> const &proxy : proxies)
+    {
+        if (std::find(proxies_.begin(), proxies_.end(), proxy) != proxies_.end())
+            proxy->SetValueFromString(proxy->GetValueString());
+    }
 }
 
 } // namespace quillmarsh

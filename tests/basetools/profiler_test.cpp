@@ -162,11 +162,19 @@ TEST(Profiler, ChangesWithinAnIterationDropIt)
     class Observer : public Profiler::Observer
     {
     public:
-        void OnProfilerEnabled(bool enabled) override { calls += enabled ? '+' : '-'; }
+        void OnProfilerEnabled(bool enabled) override
+        {
+            calls += enabled ? '+' : '-';
+            if (leaves != nullptr)
+                leaves->UnregisterObserver(*this);
+        }
         string calls;
+        Profiler *leaves = nullptr;
     };
     Profiler profiler;
-    Observer observer;
+    Observer leaving, observer;
+    leaving.leaves = &profiler;
+    profiler.RegisterObserver(leaving);
     profiler.RegisterObserver(observer);
     profiler.RegisterObserver(observer);
     constexpr std::pair<char const *, void (*)(Profiler &)> changes[] = {
@@ -191,6 +199,7 @@ TEST(Profiler, ChangesWithinAnIterationDropIt)
         RunIteration(profiler);
         EXPECT_EQ(profiler.GetIterationCount(), numIterations + 1) << name;
     }
+    EXPECT_EQ(leaving.calls, "+");
     EXPECT_EQ(observer.calls, "+-");
     profiler.UnregisterObserver(observer);
     profiler.Enable(true);

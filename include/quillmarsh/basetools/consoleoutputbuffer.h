@@ -2,13 +2,13 @@
 #ifndef QUILLMARSH_BASETOOLS_CONSOLEOUTPUTBUFFER_H
 #define QUILLMARSH_BASETOOLS_CONSOLEOUTPUTBUFFER_H
 
+#include <quillmarsh/basetools/observerlist.h>
 #include <quillmarsh/basetools/syncprimitives.h>
 
 #include <atomic>
 #include <deque>
 #include <map>
 #include <string_view>
-#include <vector>
 
 namespace quillmarsh
 {
@@ -40,7 +40,7 @@ public:
     ~ConsoleOutputBuffer();
 
     /// @name Lock
-    /// A thread that holds it may take it again.
+    /// A thread that holds it may take it again. ConsoleOutputBufferSentry holds it for a scope.
     /// @{
     void Lock() const;
     void Unlock() const;
@@ -110,10 +110,10 @@ private:
     void CountLength(std::size_t length);
     void UncountLength(std::size_t length);
     void RefreshMaxColumns();
-    void NotifyObservers() const;
+    void NotifyObservers();
 
     mutable CriticalSection criticalSection_;
-    std::vector<Observer *> observers_;
+    ObserverList<Observer> observers_;
     std::atomic<unsigned int> lineLimit_;
     std::atomic<unsigned int> tabWidth_{4};
     std::deque<Line> lines_;
@@ -122,6 +122,18 @@ private:
     WidthCounts widthCounts_;
     /// A node that the map gave up, kept for the next length that is new to it.
     WidthCounts::node_type spareCount_;
+};
+
+/// Holds the lock of a console's output buffer for a scope.
+class ConsoleOutputBufferSentry : NoCopy
+{
+public:
+    /// The buffer is borrowed and outlives the sentry.
+    explicit ConsoleOutputBufferSentry(ConsoleOutputBuffer const &buffer) : buffer_(buffer) { buffer_.Lock(); }
+    ~ConsoleOutputBufferSentry() { buffer_.Unlock(); }
+
+private:
+    ConsoleOutputBuffer const &buffer_;
 };
 
 } // namespace quillmarsh

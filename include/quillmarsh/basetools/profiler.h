@@ -2,6 +2,7 @@
 #ifndef QUILLMARSH_BASETOOLS_PROFILER_H
 #define QUILLMARSH_BASETOOLS_PROFILER_H
 
+#include <quillmarsh/basetools/observerlist.h>
 #include <quillmarsh/basetools/profilernode.h>
 #include <quillmarsh/basetools/time.h>
 
@@ -49,9 +50,9 @@ public:
     void SetAutoResetThreshold(unsigned int numIterations);
     unsigned int GetAutoResetThreshold() const { return autoResetThreshold_; }
 
-    /// Observers are borrowed. One that is there already is not added again.
+    /// Adds the observer unless it is there already. It is borrowed.
     void RegisterObserver(Observer &observer);
-    /// Removes the observer if it is there.
+    /// Removes the observer; harmless if it was never added. An observer may do so while it is called.
     void UnregisterObserver(Observer &observer);
 
     /// @}
@@ -102,7 +103,7 @@ private:
     ProfilerNode *TraceStackForRecursion() const;
     void ResetStack();
 
-    std::vector<Observer *> observers_;
+    ObserverList<Observer> observers_;
     bool isEnabled_ = false;
     bool isRecursionHandlerEnabled_ = false;
     unsigned int autoResetThreshold_ = 10;

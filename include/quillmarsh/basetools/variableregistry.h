@@ -4,6 +4,7 @@
 
 #include <quillmarsh/basetools/variableproxy.h>
 
+#include <memory>
 #include <vector>
 
 namespace quillmarsh
@@ -20,7 +21,7 @@ public:
 
     /// Keeps a clone of the proxy, which stays the caller's. False when the name is taken.
     bool RegisterVariable(VariableProxy const &proxy);
-    /// Deletes the entry of that name, if there is one.
+    /// Deletes the entry of that name, if there is one. An observer may do so while it is called.
     void UnregisterVariable(string const &name);
     /// Deletes all entries.
     void UnregisterAllVariables();
@@ -29,16 +30,19 @@ public:
     /// By exact name; null when there is none. Good until the variable is unregistered.
     VariableProxy *GetVariable(string const &name);
     VariableProxy const *GetVariable(string const &name) const;
-    /// By index in the order of names. Asserts "Index out of range." past the end.
+    /// By index in the order of names. Asserts "Index out of range." past the end, and gives a proxy without a variable
+    /// then.
     VariableProxy &GetVariable(unsigned int index);
     VariableProxy const &GetVariable(unsigned int index) const;
 
     /// Sets each variable from its own text: what was changed behind the back of a range-checked proxy comes back into
-    /// its range, and every observer is told. A real number is rounded to the digits of its text.
+    /// its range, and every observer is told once. A real number is rounded to the digits of its text. Observers may
+    /// register and unregister variables meanwhile: one that has gone is not set any more, a new one is left alone.
     void ForceValueRanges();
 
 private:
-    std::vector<AutoPtr<VariableProxy>> proxies_;
+    /// Shared with ForceValueRanges() only, which keeps a proxy alive while it is at work.
+    std::vector<std::shared_ptr<VariableProxy>> proxies_;
     string name_;
 };
 
