@@ -2,20 +2,6 @@
 
 namespace quillmarsh
 {
-namespace
-{
-
-class BufferLock : NoCopy
-{
-public:
-    explicit BufferLock(ConsoleOutputBuffer const &buffer) : buffer_(buffer) { buffer_.Lock(); }
-    ~BufferLock() { buffer_.Unlock(); }
-
-private:
-    ConsoleOutputBuffer const &buffer_;
-};
-
-} // namespace
 
 ConsoleOutputStream::ConsoleOutputStreamBuffer::ConsoleOutputStreamBuffer(ConsoleOutputBuffer &buffer,
                                                                           unsigned int type)
@@ -34,7 +20,7 @@ int ConsoleOutputStream::ConsoleOutputStreamBuffer::sync()
     static string const noText;
     text_.assign(view());
     str(noText);
-    BufferLock const lock(buffer_);
+    ConsoleOutputBufferSentry const lock(buffer_);
     buffer_.Append(text_, type_);
     return 0;
 }

@@ -83,12 +83,10 @@ void AlarmTimer::CallHandler()
     bool const wantsStop = handler->OnAlarm();
     if (!wantsStop && !isOneShot_)
         return;
-    // Who holds the lock stops the timer and waits for this very call.
-    if (stopLock_.TryEnter())
-    {
+    // A thread that holds the lock stops the timer, and waits for this very call.
+    CriticalSectionTrySentry const stopSentry(stopLock_);
+    if (stopSentry.IsInside())
         Deactivate(false);
-        stopLock_.Leave();
-    }
 }
 
 WindowAlarmHandler::~WindowAlarmHandler() = default;

@@ -41,7 +41,7 @@ public:
     /// @name Command history
     /// @{
 
-    /// The lock of the history. A thread that holds it may take it again.
+    /// The lock of the history. A thread that holds it may take it again. CommandHistorySentry holds it for a scope.
     void LockCommandHistory() const;
     void UnlockCommandHistory() const;
     /// Greatest number of commands kept; 0 keeps none. Drops the oldest that are too many.
@@ -66,6 +66,18 @@ private:
     mutable CriticalSection historyCriticalSection_;
     std::deque<string> commandHistory_;
     std::atomic<unsigned int> maxCommandsInHistory_{50};
+};
+
+/// Holds the lock of a console's command history for a scope.
+class CommandHistorySentry : NoCopy
+{
+public:
+    /// The buffers are borrowed and outlive the sentry.
+    explicit CommandHistorySentry(ConsoleBuffers const &buffers) : buffers_(buffers) { buffers_.LockCommandHistory(); }
+    ~CommandHistorySentry() { buffers_.UnlockCommandHistory(); }
+
+private:
+    ConsoleBuffers const &buffers_;
 };
 
 } // namespace quillmarsh

@@ -40,6 +40,29 @@ private:
     CriticalSection &criticalSection_;
 };
 
+/// Stays in a critical section for the length of a scope if no other thread is inside at its begin.
+class CriticalSectionTrySentry : NoCopy
+{
+public:
+    explicit CriticalSectionTrySentry(CriticalSection &criticalSection)
+        : criticalSection_(criticalSection),
+          isInside_(criticalSection.TryEnter())
+    {
+    }
+    ~CriticalSectionTrySentry()
+    {
+        if (isInside_)
+            criticalSection_.Leave();
+    }
+
+    /// True when the sentry holds the critical section.
+    bool IsInside() const { return isInside_; }
+
+private:
+    CriticalSection &criticalSection_;
+    bool isInside_;
+};
+
 /// A signal that threads wait for. Any thread.
 ///
 /// With automatic reset a signal lets one waiting thread through and is gone; with manual reset it stays until Reset().

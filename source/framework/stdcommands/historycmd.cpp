@@ -18,16 +18,6 @@ constexpr CommandWord s_words[] = {
     CommandWord::LeadingArgument("0) uinteger", "set (default) number of commands printed\n", s_uinteger),
 };
 
-class HistoryLock : NoCopy
-{
-public:
-    explicit HistoryLock(ConsoleBuffers const &buffers) : buffers_(buffers) { buffers_.LockCommandHistory(); }
-    ~HistoryLock() { buffers_.UnlockCommandHistory(); }
-
-private:
-    ConsoleBuffers const &buffers_;
-};
-
 } // namespace
 
 HistoryCmd::HistoryCmd(Interpreter &interpreter) : InternalCommand(interpreter)
@@ -61,7 +51,7 @@ bool HistoryCmd::ParseAndExecute(ostream &out, CommandLineParser const &parser, 
     // Gathered first, as the stream may write into the same buffers.
     string lines;
     {
-        HistoryLock const lock(*buffers);
+        CommandHistorySentry const lock(*buffers);
         unsigned int const numHeld = buffers->GetNumCommandsInHistory();
         unsigned int const numPrinted =
             arguments.HasOption(s_szOptionAll) ? numHeld : std::min(defaultNumPrinted_, numHeld);
