@@ -29,8 +29,8 @@ HIDController *OpenTrackDevice::GetController(unsigned int index)
 
 void OpenTrackDevice::DumpDeviceCaps(ostream &out, unsigned int tabs) const
 {
-    out << TabEffector(tabs) << "Datagrams: " << numPoses_ << nl;
-    out << TabEffector(tabs) << "Dropped..: " << numDropped_ << nl;
+    out << IndentEffector(tabs) << "Datagrams: " << numPoses_ << nl;
+    out << IndentEffector(tabs) << "Dropped..: " << numDropped_ << nl;
 }
 
 void OpenTrackDevice::ConnectDevice(HWND)

@@ -32,9 +32,9 @@ HIDController *PlayedDevice::GetController(unsigned int index)
 
 void PlayedDevice::DumpDeviceCaps(ostream &out, unsigned int tabs) const
 {
-    out << TabEffector(tabs) << "Length: " << MakeString(playback_.recording->length) << nl;
-    out << TabEffector(tabs) << "Speed.: " << MakeString(playback_.speed) << nl;
-    out << TabEffector(tabs) << "Looped: " << MakeString(playback_.isLooped) << nl;
+    out << IndentEffector(tabs) << "Length: " << MakeString(playback_.recording->length) << nl;
+    out << IndentEffector(tabs) << "Speed.: " << MakeString(playback_.speed) << nl;
+    out << IndentEffector(tabs) << "Looped: " << MakeString(playback_.isLooped) << nl;
 }
 
 void PlayedDevice::ConnectDevice(HWND)

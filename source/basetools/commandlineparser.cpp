@@ -234,6 +234,8 @@ bool CommandLineParser::ExtractPackedUIntegers(string const &name, std::vector<u
 
 void CommandLineParser::DumpLastResults(ostream &out) const
 {
+    // The labels are fixed texts: a width that was left on the stream is not for them.
+    out.width(0);
     if (!singleTokenCommand_)
     {
         out << "Object-chain: ";

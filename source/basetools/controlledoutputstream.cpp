@@ -1,10 +1,32 @@
 #include <quillmarsh/basetools/controlledoutputstream.h>
 
 #include <algorithm>
-#include <exception>
 
 namespace quillmarsh
 {
+namespace
+{
+
+/// Calls `call` with each target, and goes on with the next when one throws: an exception would leave the stream bad,
+/// and the others without all that follows.
+template<typename Call>
+void ForEachTarget(std::vector<ostream *> const &targets, Call const &call)
+{
+    // By index, as a target may be one that adds or removes targets.
+    for (std::size_t i = 0; i < targets.size(); ++i)
+    {
+        try
+        {
+            call(*targets[i]);
+        }
+        catch (...)
+        {
+            // The state of the target tells.
+        }
+    }
+}
+
+} // namespace
 
 ControlledOutputStream::StreamBuffer::StreamBuffer(std::vector<ostream *> const &targets)
     : std::stringbuf(std::ios_base::out),
@@ -16,32 +38,14 @@ ControlledOutputStream::StreamBuffer::~StreamBuffer() = default;
 
 int ControlledOutputStream::StreamBuffer::sync()
 {
-    std::exception_ptr firstFailure;
-    if (!targets_.empty())
-    {
-        string const text = std::move(*this).str();
-        // By index, as a target may be one that adds or removes targets.
-        for (std::size_t i = 0; i < targets_.size(); ++i)
-        {
-            try
-            {
-                if (!text.empty())
-                    *targets_[i] << text;
-                targets_[i]->flush();
-            }
-            catch (...)
-            {
-                if (!firstFailure)
-                    firstFailure = std::current_exception();
-            }
-        }
-    }
-    else
-    {
-        str(string());
-    }
-    if (firstFailure)
-        std::rethrow_exception(firstFailure);
+    string const text = std::move(*this).str();
+    ForEachTarget(targets_,
+                  [&text](ostream &target)
+                  {
+                      if (!text.empty())
+                          target << text;
+                      target.flush();
+                  });
     return 0;
 }
 
@@ -63,11 +67,12 @@ void ControlledOutputStream::SetCurrentOutputType(unsigned int type)
     if (targets_.empty())
         return;
     flush();
-    for (ostream *const target : targets_)
-    {
-        if (auto *const typed = dynamic_cast<OutputStream *>(target))
-            typed->SetCurrentOutputType(type);
-    }
+    ForEachTarget(targets_,
+                  [type](ostream &target)
+                  {
+                      if (auto *const typed = dynamic_cast<OutputStream *>(&target))
+                          typed->SetCurrentOutputType(type);
+                  });
 }
 
 void ControlledOutputStream::AddOutputTarget(ostream &target)

@@ -72,6 +72,8 @@ void LogFileStream::OutputBlockPE(bool opening, time::DateTimeSeparators const &
                         platform_info::GetMachineName() + "/" + platform_info::GetUserNameA();
 
     SeparatorLineEffector const separator(static_cast<unsigned int>(line.size()), '-');
+    // The block is a fixed text: a width that was left on the stream is not for it.
+    width(0);
     *this << separator << line << nl << separator;
 }
 

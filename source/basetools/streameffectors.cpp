@@ -41,6 +41,12 @@ void FillEffector::DoEffect(ostream &out) const
     Fill(out, count_, fill_);
 }
 
+void IndentEffector::DoEffect(ostream &out) const
+{
+    TabEffector::DoEffect(out);
+    out.width(0);
+}
+
 void SeparatorLineEffector::DoEffect(ostream &out) const
 {
     Fill(out, count_, fill_);
@@ -65,6 +71,7 @@ TitleEffector &TitleEffector::operator()(string const &title)
 
 void TitleEffector::DoEffect(ostream &out) const
 {
+    out.width(0);
     Fill(out, width_, fill_);
     out << nl;
     if (center_ && title_.size() < width_)
@@ -92,6 +99,7 @@ CaptionEffector &CaptionEffector::operator()(string const &title)
 
 void CaptionEffector::DoEffect(ostream &out) const
 {
+    out.width(0);
     Fill(out, fillCount_, fill_);
     Fill(out, spacing_, ' ');
     out << title_;

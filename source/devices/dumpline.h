@@ -12,7 +12,7 @@ namespace quillmarsh
 template<typename T>
 void DumpLine(ostream &out, unsigned int tabs, string const &label, T const &value)
 {
-    out << TabEffector(tabs) << label << MakeString(value) << nl;
+    out << IndentEffector(tabs) << label << MakeString(value) << nl;
 }
 
 } // namespace quillmarsh

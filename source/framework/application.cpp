@@ -12,7 +12,7 @@ namespace
 
 void DumpPath(ostream &out, unsigned int tabs, char const *label, string const &path)
 {
-    out << TabEffector(tabs) << label << path << std::endl;
+    out << IndentEffector(tabs) << label << path << std::endl;
 }
 
 } // namespace

@@ -22,7 +22,7 @@ bool DirectInputConfig::IsLogicallyEqual(DirectInputConfig const &other) const
 
 void DirectInputConfig::Dump(ostream &out, unsigned int tabs) const
 {
-    TabEffector const indent(tabs);
+    IndentEffector const indent(tabs);
     out << indent << "EnableDirectInput............: " << MakeString(EnableDirectInput) << std::endl;
     out << indent << "UseLastVersion...............: " << MakeString(UseLastVersion) << std::endl;
     out << indent << "DirectInputVersion...........: " << MakeString(DirectInputVersion) << std::endl;

@@ -112,7 +112,7 @@ DirectInputDeviceInstanceInfo::DirectInputDeviceInstanceInfo(win_utils::Guid con
 
 void DirectInputDeviceInstanceInfo::DumpInfo(ostream &out, unsigned int tabs) const
 {
-    TabEffector const indent(tabs);
+    IndentEffector const indent(tabs);
     out << indent << "InstanceGUID: " << InstanceGUID << std::endl;
     out << indent << "InstanceName: " << InstanceName << std::endl;
     out << indent << "ProductGUID.: " << ProductGUID << std::endl;
@@ -168,7 +168,7 @@ void DirectInputDeviceInstanceInfo8::DumpInfo(ostream &out, unsigned int tabs) c
     string subTypeText;
     FormatDeviceType(instance_->dwDevType & 0xff, (instance_->dwDevType >> 8) & 0xff, typeText, subTypeText);
 
-    TabEffector const indent(tabs);
+    IndentEffector const indent(tabs);
     out << indent << "InstanceGUID.: " << win_utils::Guid(instance_->guidInstance) << std::endl;
     out << indent << "InstanceName.: " << GetFieldText(instance_->tszInstanceName) << std::endl;
     out << indent << "ProductGUID..: " << win_utils::Guid(instance_->guidProduct) << std::endl;

@@ -26,7 +26,7 @@ string HumanInterfaceDeviceInfo::MakeShortDesc() const
 
 void HumanInterfaceDeviceInfo::Dump(ostream &out, unsigned int tabs) const
 {
-    TabEffector const indent(tabs);
+    IndentEffector const indent(tabs);
     out << indent << "CreationID........: " << MakeString(creationID_) << std::endl;
     out << indent << "CreatorPluginName.: " << creatorPluginName_ << std::endl;
     out << indent << "DeviceDescription.: " << deviceDescription_ << std::endl;

@@ -67,7 +67,7 @@ void KernelExecutionParams::Dump(ostream &out, unsigned int tabs) const
         {"DeveloperMode................: ", DeveloperMode},
     };
     for (Line const &line : lines)
-        out << TabEffector(tabs) << line.label << MakeString(line.value) << std::endl;
+        out << IndentEffector(tabs) << line.label << MakeString(line.value) << std::endl;
 }
 
 } // namespace quillmarsh

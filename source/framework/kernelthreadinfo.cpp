@@ -10,7 +10,7 @@ namespace quillmarsh
 
 void KernelThreadInfo::Dump(ostream &out, unsigned int tabs) const
 {
-    TabEffector const indent(tabs);
+    IndentEffector const indent(tabs);
     out << indent << "ThreadHandle.......: " << MakeString(ThreadHandle) << std::endl;
     out << indent << "ThreadID...........: " << MakeString(ThreadID) << std::endl;
     out << indent << "Priority...........: " << MakeString(Priority) << std::endl;

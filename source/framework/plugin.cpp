@@ -53,7 +53,7 @@ bool PluginInfo::operator==(PluginInfo const &other) const
 
 void PluginInfo::Dump(ostream &out, unsigned int tabs) const
 {
-    TabEffector const indent(tabs);
+    IndentEffector const indent(tabs);
     out << indent << "LibraryVersion: " << libraryVersion_.MakeString() << std::endl;
     out << indent << "PluginType....: " << FormatPluginType(pluginType_) << std::endl;
     out << indent << "PluginName....: " << pluginName_ << std::endl;

@@ -86,6 +86,8 @@ string Interpreter::GetInterpreterDesc() const
 
 bool Interpreter::InterpretCommandLine(string const &line, ostream &out)
 {
+    // A width that was left on the stream is not for what the command prints first.
+    out.width(0);
     lastCompletionInput_.clear();
     string trimmed;
     TrimWhitespace(line, trimmed);

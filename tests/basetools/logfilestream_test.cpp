@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <iomanip>
 #include <regex>
 #include <sstream>
 
@@ -43,7 +44,7 @@ TEST(LogFileStream, WrapsTheTextInItsBlocks)
         EXPECT_TRUE(log.good());
         EXPECT_EQ(log.GetLogName(), "Game");
         EXPECT_EQ(log.GetFileName(), file.name);
-        log << "text" << std::endl;
+        log << "text" << std::endl << std::setw(100);
     }
 
     string const text = ReadFile(file.path);

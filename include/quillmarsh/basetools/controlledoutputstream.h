@@ -12,8 +12,10 @@ namespace quillmarsh
 
 /// Collects text, and passes it on to each of its targets when it is flushed.
 ///
-/// Targets are borrowed: whoever destroys one removes it first. Text that is flushed while there are no targets is
-/// lost. One thread at a time may use the stream, unless its owner guards it.
+/// Targets are borrowed: the owner of a target removes it before it destroys it. Text that is flushed while there are no
+/// targets is lost. A target that throws is passed over: the other targets get this text and all that follows, the
+/// exception goes no further, and the state of the target itself tells of the failure. One thread at a time may use the
+/// stream, unless its owner guards it.
 class QUILLMARSH_API ControlledOutputStream : public OutputStream
 {
 public:
@@ -26,8 +28,7 @@ public:
         ~StreamBuffer() override;
 
     protected:
-        /// Writes the collected text to each target in order, flushing each, and empties itself. When a target throws,
-        /// the others get the text all the same, and the first exception goes on afterwards.
+        /// Writes the collected text to each target in order, flushes each, and empties the buffer. Returns 0.
         int sync() override;
 
     private:

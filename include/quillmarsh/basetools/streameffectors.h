@@ -31,7 +31,7 @@ protected:
 /// Same as OStreamEffector::ApplyTo.
 QUILLMARSH_API ostream &operator<<(ostream &out, OStreamEffector const &effector);
 
-/// Writes a fill character a number of times.
+/// Writes a fill character a number of times. A field width that is set on the stream stays for what follows.
 class QUILLMARSH_API FillEffector : public OStreamEffector
 {
 public:
@@ -45,14 +45,25 @@ private:
     char fill_;
 };
 
-/// Writes a number of tab characters. The dumps of records indent with it.
+/// Writes a number of tab characters.
 class QUILLMARSH_API TabEffector : public FillEffector
 {
 public:
     constexpr explicit TabEffector(unsigned int count) : FillEffector(count, '\t') {}
 };
 
-/// Writes a line of `count` fill characters, and flushes.
+/// Begins a line of a dump: writes a number of tab characters, and drops a field width that was left on the stream, so
+/// that the label behind it has its own width.
+class QUILLMARSH_API IndentEffector : public TabEffector
+{
+public:
+    constexpr explicit IndentEffector(unsigned int count) : TabEffector(count) {}
+
+protected:
+    void DoEffect(ostream &out) const override;
+};
+
+/// Writes a line of `count` fill characters, and flushes. Ignores a field width that is set on the stream.
 class QUILLMARSH_API SeparatorLineEffector : public OStreamEffector
 {
 public:
@@ -67,7 +78,7 @@ private:
 };
 
 /// Writes a title between two lines of `width` fill characters, and flushes. A centred title that is as wide as the
-/// lines, or wider, is not indented.
+/// lines, or wider, is not indented. Drops a field width that was left on the stream.
 class QUILLMARSH_API TitleEffector : public OStreamEffector
 {
 public:
@@ -88,7 +99,7 @@ private:
 };
 
 /// Writes a title in its line, with `fillCount` fill characters at both ends and `spacing` blanks next to the title,
-/// and flushes.
+/// and flushes. Drops a field width that was left on the stream.
 class QUILLMARSH_API CaptionEffector : public OStreamEffector
 {
 public:

@@ -94,7 +94,7 @@ void DumpControllers(ostream &out, HumanInterfaceDevice &device, unsigned int ta
     for (unsigned int index = 0; index < count; index++)
     {
         HIDController &controller = *device.GetController(index);
-        out << TabEffector(tabs) << "Controller " << index << ": " << controller.GetControllerInterfaceName() << nl;
+        out << IndentEffector(tabs) << "Controller " << index << ": " << controller.GetControllerInterfaceName() << nl;
         if (withInfo)
             controller.DumpControllerInfo(out, tabs + 1);
     }
