@@ -30,6 +30,7 @@
 #include <quillmarsh/basetools/serializable.h>
 #include <quillmarsh/basetools/serializer.h>
 #include <quillmarsh/basetools/serializer_parameters.h>
+#include <quillmarsh/basetools/sharedoutputstream.h>
 #include <quillmarsh/basetools/streameffectors.h>
 #include <quillmarsh/basetools/streamsentries.h>
 #include <quillmarsh/basetools/syncprimitives.h>

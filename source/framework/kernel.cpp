@@ -1,6 +1,7 @@
 #include <quillmarsh/framework/kernel.h>
 
 #include <quillmarsh/basetools/diagnostics.h>
+#include <quillmarsh/basetools/sharedoutputstream.h>
 #include <quillmarsh/framework/directinputconfig.h>
 #include <quillmarsh/framework/humaninterfacedevice.h>
 
@@ -13,6 +14,15 @@ namespace
 string MakeKernelName()
 {
     return FormatClassName(GetTypeName(typeid(Kernel)));
+}
+
+/// The streams of the kernel once more, where they are shared ones; set with them.
+constinit SharedOutputStream *s_pSharedConOut = nullptr;
+constinit SharedOutputStream *s_pSharedLogOut = nullptr;
+
+ostream &GetStreamOfThread(SharedOutputStream *shared, ostream *stream)
+{
+    return shared != nullptr ? shared->GetThreadStream() : *stream;
 }
 
 } // namespace
@@ -89,6 +99,8 @@ void Kernel::SetOutputStreams(ostream &conOut, ostream &logOut)
 {
     s_pConOut = &conOut;
     s_pLogOut = &logOut;
+    s_pSharedConOut = dynamic_cast<SharedOutputStream *>(&conOut);
+    s_pSharedLogOut = dynamic_cast<SharedOutputStream *>(&logOut);
 }
 
 HumanInterfaceDeviceInfo &Kernel::HumanInterfaceDevice_DeviceInfo(HumanInterfaceDevice &device)
@@ -98,12 +110,12 @@ HumanInterfaceDeviceInfo &Kernel::HumanInterfaceDevice_DeviceInfo(HumanInterface
 
 ostream &GetConOut()
 {
-    return *Kernel::s_pConOut;
+    return GetStreamOfThread(s_pSharedConOut, Kernel::s_pConOut);
 }
 
 ostream &GetLogOut()
 {
-    return *Kernel::s_pLogOut;
+    return GetStreamOfThread(s_pSharedLogOut, Kernel::s_pLogOut);
 }
 
 } // namespace quillmarsh

@@ -99,14 +99,8 @@ bool HumanInterfaceDevice::SamplingLoop::Sample()
 
 void HumanInterfaceDevice::SamplingLoop::Fail(string const &reason)
 {
-    // Into the buffer, which a host makes fit for several threads; the state of the stream is the frame thread's.
-    string const line =
-        "Async-sampling failed on hid: " + device_.GetDeviceInfo().MakeShortDesc() + ": " + reason + "\n";
-    if (std::streambuf *const buffer = GetLogOut().rdbuf())
-    {
-        buffer->sputn(line.data(), static_cast<std::streamsize>(line.size()));
-        buffer->pubsync();
-    }
+    GetLogOut() << "Async-sampling failed on hid: " << device_.GetDeviceInfo().MakeShortDesc() << ": " << reason
+                << std::endl;
     CriticalSectionSentry const sentry(device_.sampledDataLock_);
     unsigned int const count = device_.GetNumControllers();
     for (unsigned int index = 0; index < count; index++)

@@ -1,10 +1,17 @@
 #include <quillmarsh/basetools/controlledoutputstream.h>
 #include <quillmarsh/basetools/outputstream.h>
+#include <quillmarsh/basetools/sharedoutputstream.h>
 #include <quillmarsh/basetools/streamsentries.h>
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <atomic>
+#include <iomanip>
+#include <mutex>
 #include <sstream>
+#include <thread>
+#include <vector>
 
 namespace quillmarsh
 {
@@ -55,6 +62,16 @@ TEST(StreamEffectors, WriteTheirShapes)
 
     CaptionEffector caption("one", 1, '-', 0);
     EXPECT_EQ(Print(caption("two")), "-two-\n");
+}
+
+TEST(StreamEffectors, FixedTextsTakeNoWidth)
+{
+    std::ostringstream out;
+    out << std::setw(9) << TitleEffector("t", 2, '=') << std::setw(9) << CaptionEffector("c", 1, '-', 0) << std::setw(9)
+        << SeparatorLineEffector(2) << IndentEffector(1) << "label: " << 1 << nl;
+    EXPECT_EQ(out.str(), "==\nt\n==\n-c-\n--\n\tlabel: 1\n");
+    out << std::setw(3) << FillEffector(1, '.') << 1;
+    EXPECT_TRUE(out.str().ends_with("\n.  1"));
 }
 
 TEST(StreamEffectors, SelectTheTypeOfTypedStreamsOnly)
@@ -129,27 +146,96 @@ TEST(ControlledOutputStream, PassesTheTypeOnBetweenTextsAndFlushesAtItsEnd)
     EXPECT_EQ(plain.str(), "ab");
 }
 
-TEST(ControlledOutputStream, TargetThatThrowsKeepsNothingFromTheOthers)
+TEST(ControlledOutputStream, TargetThatThrowsLeavesTheOthersWorking)
 {
     ThrowingBuffer buffer;
-    ostream broken(&buffer);
+    /// Throws at texts and at types, as long as its buffer does.
+    class Broken : public OutputStream
+    {
+    public:
+        using OutputStream::OutputStream;
+        void SetCurrentOutputType(unsigned int) override { throw 8; }
+    };
+    Broken broken(&buffer);
     broken.exceptions(std::ios_base::badbit);
-    std::ostringstream sound;
+    TypeRecorder sound;
     ControlledOutputStream out;
+    out.exceptions(std::ios_base::badbit);
     out.AddOutputTarget(broken);
     out.AddOutputTarget(sound);
-    out << "text" << std::flush;
-    EXPECT_TRUE(out.bad());
-    EXPECT_EQ(sound.str(), "text");
+    out << "text" << std::endl << e_error << "more" << std::flush << "last" << std::flush;
+    EXPECT_TRUE(out.good());
+    EXPECT_TRUE(broken.bad());
+    EXPECT_EQ(sound.GetText(), "text\n<2>morelast");
+    out.RemoveOutputTarget(broken);
+}
 
-    broken.clear();
-    out.clear();
-    out.exceptions(std::ios_base::badbit);
-    out << "more";
-    EXPECT_THROW(out.flush(), int);
-    EXPECT_EQ(sound.str(), "textmore");
-    out.clear();
-    out << "last";
+/// Keeps the lines of each thread apart by their first word.
+class CountingSink : public TextSink
+{
+public:
+    void OnText(std::string_view text, unsigned int type) override
+    {
+        std::scoped_lock const lock(lock_);
+        texts_.push_back(std::to_string(type) + ":" + string(text));
+    }
+    std::vector<string> Take()
+    {
+        std::scoped_lock const lock(lock_);
+        std::sort(texts_.begin(), texts_.end());
+        return std::exchange(texts_, {});
+    }
+
+private:
+    std::mutex lock_;
+    std::vector<string> texts_;
+};
+
+TEST(SharedOutputStream, EachThreadHasItsFormatAndItsType)
+{
+    CountingSink sink;
+    auto shared = std::make_unique<SharedOutputStream>(sink);
+    EXPECT_EQ(&shared->GetThreadStream(), shared.get());
+    shared->width(20);
+    *shared << std::hex;
+    std::vector<std::thread> threads;
+    std::atomic<int> numPrinting{0};
+    std::atomic<bool> isGone{false};
+    for (int i = 0; i < 4; ++i)
+    {
+        threads.emplace_back(
+            [&, i]
+            {
+                OutputStream &out = shared->GetThreadStream();
+                EXPECT_NE(&out, shared.get());
+                EXPECT_EQ(&out, &shared->GetThreadStream());
+                for (int line = 0; line < 100; ++line)
+                    out << SetOutputTypeEffector(static_cast<unsigned int>(i)) << std::setw(i + 3) << 31 << ' '
+                        << (i % 2 == 0 ? std::hex : std::dec) << 31 << std::dec << '\n';
+                out << "no end";
+                ++numPrinting;
+                while (!isGone)
+                    std::this_thread::yield();
+            });
+    }
+    for (int line = 0; line < 100; ++line)
+        *shared << std::setw(2) << 31 << '\n';
+    while (numPrinting < 4)
+        std::this_thread::yield();
+    std::vector<string> expected(100, "0: 31 1f\n");
+    expected.insert(expected.end(), 100, "0:1f\n");
+    expected.insert(expected.end(), 100, "1:  31 31\n");
+    expected.insert(expected.end(), 100, "2:   31 1f\n");
+    expected.insert(expected.end(), 100, "3:    31 31\n");
+    EXPECT_EQ(sink.Take(), expected);
+
+    *shared << "rest";
+    shared.reset();
+    EXPECT_EQ(sink.Take(), std::vector<string>{"0:rest"});
+    // The streams of these threads end after the one that they belonged to.
+    isGone = true;
+    for (std::thread &thread : threads)
+        thread.join();
 }
 
 } // namespace

@@ -175,7 +175,8 @@ protected:
     /// Asserts "Destructing non-existent Kernel singleton." when there is none.
     virtual ~Kernel();
 
-    /// Sets the streams that GetConOut and GetLogOut give. They are borrowed.
+    /// Sets the streams that GetConOut() and GetLogOut() give. They are borrowed, set before other threads print, and
+    /// outlive all printing. A program whose threads print gives streams of class SharedOutputStream.
     static void SetOutputStreams(ostream &conOut, ostream &logOut);
 
     /// What is known of a device, for the kernel to fill in creation id and creator.
@@ -190,10 +191,10 @@ private:
     static ostream *s_pLogOut;
 };
 
-/// The console's stream. To be called once a host has set the streams, from the frame thread.
+/// The console's stream, once a host has set it. A SharedOutputStream gives each thread a stream of its own, so that any
+/// thread may print; any other stream is returned as it was set, and belongs to the frame thread.
 QUILLMARSH_API ostream &GetConOut();
-/// The log's stream, likewise. A device that fails on its sampling thread writes there to the stream's buffer, which
-/// has to take that.
+/// The log's stream, likewise. A device that fails on its sampling thread prints there.
 QUILLMARSH_API ostream &GetLogOut();
 
 } // namespace quillmarsh
