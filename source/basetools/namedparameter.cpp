@@ -213,8 +213,10 @@ unsigned int NamedParameterList::GetNumParameters() const
 
 NamedParameter const &NamedParameterList::GetParameter(unsigned int index) const
 {
-    QUILLMARSH_ASSERT(index < parameters_.size(), "Index out of range.");
-    return parameters_[index];
+    static NamedParameter const s_none;
+    bool const isThere = index < parameters_.size();
+    QUILLMARSH_ASSERT(isThere, "Index out of range.");
+    return isThere ? parameters_[index] : s_none;
 }
 
 NamedParameter const *NamedParameterList::GetParameter(string const &name) const

@@ -1,5 +1,6 @@
 #include <quillmarsh/devices/gamecontroller.h>
 
+#include "source/basetools/clamping.h"
 #include "source/devices/dumpline.h"
 
 #include <quillmarsh/framework/humaninterfacedevice.h>
@@ -16,6 +17,9 @@ namespace
 constexpr char const *s_axisLabels[] = {
     "AxisX.....: ", "AxisY.....: ", "AxisZ.....: ", "AxisRX....: ", "AxisRY....: ", "AxisRZ....: "};
 
+constexpr float s_defaultDeadZone = 0.0f;
+constexpr float s_defaultSaturation = 1.0f;
+
 template<std::size_t Count>
 void Fill(float (&values)[Count], float value)
 {
@@ -24,8 +28,8 @@ void Fill(float (&values)[Count], float value)
 
 void SetProperties(float &storedDeadZone, float &storedSaturation, float deadZone, float saturation)
 {
-    storedDeadZone = std::clamp(deadZone, 0.0f, 1.0f);
-    storedSaturation = std::clamp(saturation, storedDeadZone, 1.0f);
+    storedDeadZone = ClampSetting(deadZone, 0.0f, 1.0f, s_defaultDeadZone);
+    storedSaturation = ClampSetting(saturation, storedDeadZone, 1.0f, s_defaultSaturation);
 }
 
 } // namespace
@@ -64,7 +68,7 @@ void GameController::ResetInputReadings()
 
 void GameController::PreSampleUpdate()
 {
-    if (GetParentHID().IsAsyncSamplingActive())
+    if (IsSampledAsync())
         ClearCurrentButtonStates();
     else
         ShiftButtonStates();
@@ -94,13 +98,13 @@ void GameController::SetSliderProperties(unsigned int slider, float deadZone, fl
 void GameController::ResetAxisProperties()
 {
     for (unsigned int axis = 0; axis < s_numAxes; ++axis)
-        SetAxisProperties(static_cast<eAxis>(axis), 0.0f, 1.0f);
+        SetAxisProperties(static_cast<eAxis>(axis), s_defaultDeadZone, s_defaultSaturation);
 }
 
 void GameController::ResetSliderProperties()
 {
     for (unsigned int slider = 0; slider < numSliders_; ++slider)
-        SetSliderProperties(slider, 0.0f, 1.0f);
+        SetSliderProperties(slider, s_defaultDeadZone, s_defaultSaturation);
 }
 
 void GameController::ReportHardwareCaps_Axes(bool x, bool y, bool z, bool rx, bool ry, bool rz)
@@ -120,10 +124,10 @@ void GameController::InitOperationModifiers()
 {
     Fill(axisSigns_, 1.0f);
     Fill(sliderSigns_, 1.0f);
-    Fill(axisDeadZones_, 0.0f);
-    Fill(sliderDeadZones_, 0.0f);
-    Fill(axisSaturations_, 1.0f);
-    Fill(sliderSaturations_, 1.0f);
+    Fill(axisDeadZones_, s_defaultDeadZone);
+    Fill(sliderDeadZones_, s_defaultDeadZone);
+    Fill(axisSaturations_, s_defaultSaturation);
+    Fill(sliderSaturations_, s_defaultSaturation);
 }
 
 void GameController::ResetAxisStates()

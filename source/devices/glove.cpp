@@ -3,6 +3,7 @@
 #include "source/devices/dumpline.h"
 
 #include <algorithm>
+#include <cmath>
 #include <iterator>
 
 namespace quillmarsh
@@ -45,6 +46,11 @@ struct AngleMap
 
 constexpr AngleMap s_defaultAngleMaps[] = {
     {WristYaw, 180.0f, -90.0f}, {AbductionThumbIndex, 40.0f, 0.0f}, {ThumbRoll, 80.0f, 0.0f}};
+
+/// The ends of an empty range stand crosswise, so that the first reading sets both.
+constexpr float s_startMinFlexure = 1.0f;
+constexpr float s_startMaxFlexure = 0.0f;
+constexpr float s_defaultEqualValueNormalization = 0.5f;
 
 template<typename T, std::size_t Count>
 void Fill(T (&values)[Count], T value)
@@ -126,27 +132,31 @@ void Glove::ActivateFlexureAutoCalibration(bool activate, bool reset)
 
 void Glove::ResetFlexureAutoCalibration()
 {
-    // The ends of the range stand crosswise, so that the first reading sets both.
-    Fill(minFlexures_, 1.0f);
-    Fill(maxFlexures_, 0.0f);
+    Fill(minFlexures_, s_startMinFlexure);
+    Fill(maxFlexures_, s_startMaxFlexure);
     Fill(flexureNormalizers_, 1.0f);
 }
 
 void Glove::SetMinFlexure(eGloveSensor sensor, float flexure)
 {
-    minFlexures_[sensor] = flexure;
+    minFlexures_[sensor] = std::isnan(flexure) ? s_startMinFlexure : flexure;
     UpdateFlexureNormalizer(sensor);
 }
 
 void Glove::SetMaxFlexure(eGloveSensor sensor, float flexure)
 {
-    maxFlexures_[sensor] = flexure;
+    maxFlexures_[sensor] = std::isnan(flexure) ? s_startMaxFlexure : flexure;
     UpdateFlexureNormalizer(sensor);
+}
+
+void Glove::SetEqualValueFlexureNormalization(eGloveSensor sensor, float value)
+{
+    equalValueNormalizations_[sensor] = std::isnan(value) ? s_defaultEqualValueNormalization : value;
 }
 
 void Glove::SetDefaultEqualValueFlexureNormalizations()
 {
-    Fill(equalValueNormalizations_, 0.5f);
+    Fill(equalValueNormalizations_, s_defaultEqualValueNormalization);
 }
 
 void Glove::SetDefaultFlexureToAngleMaps()

@@ -70,7 +70,7 @@ void Keyboard::ResetInputReadings()
 
 void Keyboard::PreSampleUpdate()
 {
-    if (GetParentHID().IsAsyncSamplingActive())
+    if (IsSampledAsync())
         ClearCurrentKeyStates();
     else
         ShiftKeyStates();
@@ -78,7 +78,7 @@ void Keyboard::PreSampleUpdate()
 
 void Keyboard::PostSampleUpdate()
 {
-    if (GetParentHID().IsAsyncSamplingActive())
+    if (IsSampledAsync())
         return;
     UpdateKeyModifierCache();
     UpdateNumKeysCache();

@@ -1,5 +1,6 @@
 #include <quillmarsh/devices/mouse.h>
 
+#include "source/basetools/clamping.h"
 #include "source/devices/dumpline.h"
 
 #include <quillmarsh/framework/humaninterfacedevice.h>
@@ -12,6 +13,9 @@ namespace quillmarsh
 
 namespace
 {
+
+constexpr float s_defaultSpeed = 1.0f;
+constexpr float s_defaultThresholds[] = {64.0f, 256.0f};
 
 /// `sum` plus `delta`, or minus it. A device that nobody reads adds up without end, and may wrap.
 int AddSigned(int sum, int delta, int sign)
@@ -28,8 +32,8 @@ Mouse::Mouse(bool isSystemMouse) : isSystemMouse_(isSystemMouse)
     SetReverseDeltaY(false);
     SetReverseDeltaWheel(false);
     SetRelativeModeSensitivity(1.0f, 1.0f);
-    SetAbsoluteModeSpeed(1.0f);
-    SetAbsoluteModeAccelerationThresholds(64.0f, 256.0f);
+    SetAbsoluteModeSpeed(s_defaultSpeed);
+    SetAbsoluteModeAccelerationThresholds(s_defaultThresholds[0], s_defaultThresholds[1]);
     SetAbsoluteModeAccelerationLevel(0);
     Mouse::ResetInputReadings();
 }
@@ -55,7 +59,7 @@ void Mouse::ResetInputReadings()
 
 void Mouse::PreSampleUpdate()
 {
-    if (GetParentHID().IsAsyncSamplingActive())
+    if (IsSampledAsync())
     {
         ClearCurrentButtonStates();
         return;
@@ -67,7 +71,7 @@ void Mouse::PreSampleUpdate()
 
 void Mouse::PostSampleUpdate()
 {
-    if (!GetParentHID().IsAsyncSamplingActive())
+    if (!IsSampledAsync())
         UpdateNumButtonsCache();
 }
 
@@ -110,13 +114,14 @@ void Mouse::GetRelativeModeSensitivity(float &x, float &y) const
 
 void Mouse::SetAbsoluteModeSpeed(float speed)
 {
-    absoluteModeSpeed_ = std::max(0.0f, speed);
+    absoluteModeSpeed_ = RaiseSetting(speed, 0.0f, s_defaultSpeed);
 }
 
 void Mouse::SetAbsoluteModeAccelerationThresholds(float first, float second)
 {
-    absoluteModeAccelerationThresholds_[0] = std::max(0.0f, first);
-    absoluteModeAccelerationThresholds_[1] = std::max(absoluteModeAccelerationThresholds_[0], second);
+    absoluteModeAccelerationThresholds_[0] = RaiseSetting(first, 0.0f, s_defaultThresholds[0]);
+    absoluteModeAccelerationThresholds_[1] =
+        RaiseSetting(second, absoluteModeAccelerationThresholds_[0], s_defaultThresholds[1]);
 }
 
 void Mouse::GetAbsoluteModeAccelerationThresholds(float &first, float &second) const

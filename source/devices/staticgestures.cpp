@@ -1,5 +1,9 @@
 #include <quillmarsh/devices/staticgestures.h>
 
+#include <quillmarsh/basetools/diagnostics.h>
+
+#include "source/basetools/clamping.h"
+
 #include <algorithm>
 
 namespace quillmarsh::static_gestures
@@ -7,6 +11,10 @@ namespace quillmarsh::static_gestures
 
 namespace
 {
+
+constexpr float s_defaultUnflexed = 0.4f;
+constexpr float s_defaultFlexed = 0.6f;
+constexpr float s_defaultCenter = 0.5f;
 
 template<typename Predicate>
 Gesture const *FindIf(std::vector<Gesture> const &gestures, Predicate const &predicate)
@@ -43,17 +51,25 @@ Thresholds::Thresholds()
 void Thresholds::ResetDefaultValues()
 {
     for (unsigned int sensor = 0; sensor < Glove::s_numSensors; ++sensor)
-        SetValues(static_cast<eGloveSensor>(sensor), 0.4f, 0.6f, 0.5f);
+        SetValues(static_cast<eGloveSensor>(sensor), s_defaultUnflexed, s_defaultFlexed, s_defaultCenter);
 }
 
 void Thresholds::SetValues(eGloveSensor sensor, float unflexed, float flexed, float center)
 {
-    unflexed_[sensor] = std::clamp(unflexed, 0.0f, 1.0f);
-    flexed_[sensor] = std::clamp(flexed, unflexed_[sensor], 1.0f);
-    center_[sensor] = std::clamp(center, 0.0f, 1.0f);
+    unflexed_[sensor] = ClampSetting(unflexed, 0.0f, 1.0f, s_defaultUnflexed);
+    flexed_[sensor] = ClampSetting(flexed, unflexed_[sensor], 1.0f, s_defaultFlexed);
+    center_[sensor] = ClampSetting(center, 0.0f, 1.0f, s_defaultCenter);
 }
 
 Gesture::Gesture(unsigned int id, string const &name) : id_(id), name_(name) {}
+
+Condition const &Gesture::GetCondition(unsigned int index) const
+{
+    static Condition const s_none;
+    bool const isThere = index < conditions_.size();
+    QUILLMARSH_ASSERT(isThere, "Index out of range.");
+    return isThere ? conditions_[index] : s_none;
+}
 
 void Gesture::AddCondition(eGloveSensor sensor, eFlexure flexure)
 {

@@ -2,6 +2,8 @@
 
 #include <quillmarsh/framework/kernel.h>
 
+#include "source/basetools/clamping.h"
+
 #include <algorithm>
 #include <limits>
 
@@ -12,6 +14,8 @@ namespace
 
 constexpr double s_minInterval = 0.001;
 constexpr double s_maxInterval = 10;
+constexpr double s_defaultInterval = 1;
+constexpr double s_defaultStabilizationPeriod = 2;
 
 /// Where minima start. The largest float, which no rate reaches.
 constexpr double s_startMin = static_cast<double>(std::numeric_limits<float>::max());
@@ -25,9 +29,9 @@ double GetMinOrZero(double min)
 
 FrameStatisticsCollector::FrameStatisticsCollector()
 {
-    SetMinMaxStabilizationPeriod(2);
-    SetHistoryInterval(1);
-    SetSmoothingInterval(1);
+    SetMinMaxStabilizationPeriod(s_defaultStabilizationPeriod);
+    SetHistoryInterval(s_defaultInterval);
+    SetSmoothingInterval(s_defaultInterval);
     EnableHistoryEvaluation(true);
     Reset();
     Kernel::Instance().AddFrameObserver(this);
@@ -38,17 +42,17 @@ FrameStatisticsCollector::~FrameStatisticsCollector() = default;
 
 void FrameStatisticsCollector::SetMinMaxStabilizationPeriod(double seconds)
 {
-    minMaxStabilizationPeriod_ = std::max(0.0, seconds);
+    minMaxStabilizationPeriod_ = RaiseSetting(seconds, 0.0, s_defaultStabilizationPeriod);
 }
 
 void FrameStatisticsCollector::SetHistoryInterval(double seconds)
 {
-    historyInterval_ = std::clamp(seconds, s_minInterval, s_maxInterval);
+    historyInterval_ = ClampSetting(seconds, s_minInterval, s_maxInterval, s_defaultInterval);
 }
 
 void FrameStatisticsCollector::SetSmoothingInterval(double seconds)
 {
-    smoothingInterval_ = std::clamp(seconds, s_minInterval, s_maxInterval);
+    smoothingInterval_ = ClampSetting(seconds, s_minInterval, s_maxInterval, s_defaultInterval);
 }
 
 void FrameStatisticsCollector::EnableHistoryEvaluation(bool enable)

@@ -1,7 +1,6 @@
 #include <quillmarsh/basetools/commandlineparser.h>
 
 #include "tests/support/failures.h"
-#include "tests/support/scripted_dialogs.h"
 
 #include <gtest/gtest.h>
 
@@ -170,16 +169,6 @@ TEST(CommandLineParser, FindsTheFirstArgumentOfTypeAndExactName)
     parser.Parse("foo a -o -n='b c'");
     parser.DumpLastResults(dump);
     EXPECT_EQ(dump.str(), "Command: foo\nArgument 0: string: a\nArgument 1: option: o\nArgument 2: assign: n = b c\n");
-}
-
-TEST(CommandLineParser, IndexPastTheEndAsserts)
-{
-    CommandLineParser parser;
-    parser.Parse("foo a b");
-    parser.Parse("foo");
-    tests::ScriptedDialogs dialogs;
-    EXPECT_EQ(parser.GetArgument(0).String(), "");
-    EXPECT_EQ(dialogs.TakeTexts(), std::vector<string>{"Index out of range."});
 }
 
 TEST(CommandLineParser, ConvertsValuesOrTakesTheDefault)

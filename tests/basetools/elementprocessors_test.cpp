@@ -1,7 +1,5 @@
 #include <quillmarsh/basetools/elementprocessors.h>
 
-#include "tests/support/scripted_dialogs.h"
-
 #include <gtest/gtest.h>
 
 #include <array>
@@ -62,15 +60,6 @@ TEST(ElementLoops, BracketEveryTraversalAndFollowTheStrides)
                       ProcessElementsInplace3D(p, 2, 2, 2, dst, {4, 2, 1});
                   }),
               "(0(1(2 A  B 2)(2 C  D 2)1)(1(2 E  F 2)(2 G  H 2)1)0)");
-}
-
-TEST(ElementLoops, NullAsserts)
-{
-    Copy_1<Byte> copy;
-    Byte byte = 0;
-    tests::ScriptedDialogs dialogs;
-    ProcessElements(copy, 0, &byte, 1, static_cast<Byte const *>(nullptr), 1);
-    EXPECT_EQ(dialogs.TakeTexts(), std::vector<string>{"Invalid argument."});
 }
 
 Bytes Inplace(ElementProcessorInplace<Byte> &&processor)

@@ -3,8 +3,6 @@
 #include <quillmarsh/basetools/serializer_parameters.h>
 #include <quillmarsh/basetools/winutils.h>
 
-#include "tests/support/scripted_dialogs.h"
-
 #include <gtest/gtest.h>
 
 #include <sstream>
@@ -62,16 +60,6 @@ TEST(UID, GuidKeepsItsBlockOfBytesInEitherOrder)
     bytes <= win_utils::Guid(UID(0x01020304, 0x05060708, 0x090a0b0c, 0x0d0e0f10));
     EXPECT_EQ(bytes.str(), "\x04\x03\x02\x01\x06\x05\x08\x07\x09\x0a\x0b\x0c\x0d\x0e\x0f\x10");
 }
-
-#if QUILLMARSH_ASSERTIONS
-TEST(UID, IndexPastTheWordsAsserts)
-{
-    tests::ScriptedDialogs dialogs;
-    UID const uid(7, 0, 0, 0);
-    EXPECT_EQ(uid[4], 7u);
-    EXPECT_EQ(dialogs.TakeTexts(), std::vector<string>{"Index out of range."});
-}
-#endif
 
 } // namespace
 } // namespace quillmarsh

@@ -130,6 +130,15 @@ TEST_F(VariableProxyTest, RangeHoldsForTextAndValue)
     float real = std::numeric_limits<float>::infinity();
     VariableProxyRangeCheckedFloat(&real, -1, 1).SetValue(real);
     EXPECT_EQ(real, 1);
+
+    constexpr float notANumber = std::numeric_limits<float>::quiet_NaN();
+    VariableProxyRangeCheckedFloat(&real, -1, 1).SetValue(notANumber);
+    EXPECT_EQ(real, -1);
+    VariableProxyRangeCheckedFloat open(&real, notANumber, 2);
+    open.SetValue(-1e30f);
+    EXPECT_EQ(real, -1e30f);
+    open.SetValue(3);
+    EXPECT_EQ(real, 2);
 }
 
 TEST_F(VariableProxyTest, RegistryKeepsClonesInOrderOfNames)
@@ -173,6 +182,37 @@ TEST_F(VariableProxyTest, ForcingRangesTellsEveryObserver)
     EXPECT_EQ(ranged, 10);
     EXPECT_EQ(own_.Take(), "r=10;");
     EXPECT_EQ(global_.Take(), "t=as it is ;");
+}
+
+TEST_F(VariableProxyTest, VariablesMayComeAndGoWhileRangesAreForced)
+{
+    /// Registers one variable, and unregisters others, its own among them.
+    class Gardener : public Listener
+    {
+    public:
+        explicit Gardener(VariableRegistry &registry) : registry_(registry) {}
+        void OnValueChanged(VariableProxy const &proxy) override
+        {
+            Listener::OnValueChanged(proxy);
+            registry_.RegisterVariable(VariableProxyInt(nullptr, "a new one"));
+            registry_.UnregisterVariable("c gone");
+            registry_.UnregisterVariable(proxy.GetName());
+        }
+
+    private:
+        VariableRegistry &registry_;
+    };
+    int values[4] = {1, 2, 3, 4};
+    VariableRegistry registry;
+    Gardener gardener(registry);
+    registry.RegisterVariable(VariableProxyInt(&values[0], "a first", "", false, &own_));
+    registry.RegisterVariable(VariableProxyInt(&values[1], "b leaving", "", false, &gardener));
+    registry.RegisterVariable(VariableProxyInt(&values[2], "c gone", "", false, &own_));
+    registry.RegisterVariable(VariableProxyInt(&values[3], "d last", "", false, &own_));
+    registry.ForceValueRanges();
+    EXPECT_EQ(gardener.Take(), "b leaving=2;");
+    EXPECT_EQ(own_.Take(), "a first=1;d last=4;");
+    EXPECT_EQ(registry.GetNumVariables(), 3u);
 }
 
 } // namespace

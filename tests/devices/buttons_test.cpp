@@ -16,6 +16,8 @@ namespace quillmarsh::tests
 namespace
 {
 
+constexpr float s_notANumber = std::numeric_limits<float>::quiet_NaN();
+
 class TestKeyboard : public AttachedController<Keyboard>
 {
 public:
@@ -304,6 +306,11 @@ TEST(Mouse, AcceleratesByLevel)
     mouse.SetAbsoluteModeAccelerationThresholds(-1.0f, -2.0f);
     mouse.GetAbsoluteModeAccelerationThresholds(first, second);
     EXPECT_TRUE(first == 0.0f && second == 0.0f);
+    mouse.SetAbsoluteModeAccelerationThresholds(s_notANumber, s_notANumber);
+    mouse.GetAbsoluteModeAccelerationThresholds(first, second);
+    EXPECT_TRUE(first == 64.0f && second == 256.0f);
+    mouse.SetAbsoluteModeSpeed(s_notANumber);
+    EXPECT_EQ(mouse.GetAbsoluteModeSpeed(), 1.0f);
 
     mouse.SetRelativeModeSensitivity(2.0f, -1.0f);
     mouse.ApplyRelativeModeModifiers(3.0f, 4.0f, first, second);
@@ -325,7 +332,10 @@ TEST(GameController, KeepsPropertiesInRangeAndTellsOfEach)
     controller.SetSliderProperties(7, -1.0f, 2.0f);
     EXPECT_EQ(controller.GetSliderDeadZone(7), 0.0f);
     EXPECT_EQ(controller.GetSliderSaturation(7), 1.0f);
-    EXPECT_EQ(controller.numModifierChanges, 2);
+    controller.SetAxisProperties(Axis::AxisX, s_notANumber, s_notANumber);
+    EXPECT_EQ(controller.GetAxisDeadZone(Axis::AxisX), 0.0f);
+    EXPECT_EQ(controller.GetAxisSaturation(Axis::AxisX), 1.0f);
+    EXPECT_EQ(controller.numModifierChanges, 3);
 
     controller.ReportHardwareCaps_Gadgets(3, 0, 0);
     controller.SetSliderProperties(3, 0.5f, 0.75f);

@@ -5,12 +5,16 @@
 
 #include <gtest/gtest.h>
 
+#include <limits>
+
 namespace quillmarsh::tests
 {
 namespace
 {
 
 using namespace static_gestures;
+
+constexpr float s_notANumber = std::numeric_limits<float>::quiet_NaN();
 
 class TestGlove : public AttachedController<Glove>
 {
@@ -77,6 +81,14 @@ TEST(Glove, KeepsASetRangeWithoutAutoCalibration)
     glove.ActivateFlexureAutoCalibration(true, true);
     EXPECT_EQ(glove.GetMinFlexure(ThumbRoll), 1.0f);
     EXPECT_EQ(glove.GetMaxFlexure(ThumbRoll), 0.0f);
+
+    glove.SetFlexure(ThumbRoll, 0.25f);
+    glove.SetMinFlexure(ThumbRoll, s_notANumber);
+    glove.SetMaxFlexure(ThumbRoll, s_notANumber);
+    glove.SetEqualValueFlexureNormalization(ThumbRoll, s_notANumber);
+    EXPECT_EQ(glove.GetMinFlexure(ThumbRoll), 0.25f);
+    EXPECT_EQ(glove.GetMaxFlexure(ThumbRoll), 0.25f);
+    EXPECT_EQ(glove.Show(ThumbRoll, 0.25f), 0.5f);
 }
 
 TEST(Glove, MapsFlexuresToAngles)
@@ -183,7 +195,10 @@ TEST(GestureAnalyzer, DividesFlexuresIntoBands)
     EXPECT_EQ(thresholds.GetFlexed(MiddleJointOuter), 0.7f);
     EXPECT_EQ(thresholds.GetCenter(MiddleJointOuter), 1.0f);
     EXPECT_EQ(holds(0.7f), "101100");
-    EXPECT_EQ(Thresholds().GetFlexed(MiddleJointOuter), 0.6f);
+    thresholds.SetValues(MiddleJointOuter, s_notANumber, s_notANumber, s_notANumber);
+    EXPECT_EQ(thresholds.GetUnflexed(MiddleJointOuter), 0.4f);
+    EXPECT_EQ(thresholds.GetFlexed(MiddleJointOuter), 0.6f);
+    EXPECT_EQ(thresholds.GetCenter(MiddleJointOuter), 0.5f);
 }
 
 TEST(Gesture, HoldsOneConditionForEachSensor)

@@ -4,6 +4,8 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
+
 namespace quillmarsh
 {
 namespace
@@ -92,6 +94,14 @@ TEST_F(FrameStatistics, SettingsAreClamped)
     EXPECT_EQ(stats.GetSmoothingInterval(), 10);
     EXPECT_EQ(stats.GetHistoryInterval(), 0.001);
     EXPECT_EQ(stats.GetMinMaxStabilizationPeriod(), 0);
+
+    double const notANumber = std::nan("");
+    stats.SetSmoothingInterval(notANumber);
+    stats.SetHistoryInterval(notANumber);
+    stats.SetMinMaxStabilizationPeriod(notANumber);
+    EXPECT_EQ(stats.GetSmoothingInterval(), 1);
+    EXPECT_EQ(stats.GetHistoryInterval(), 1);
+    EXPECT_EQ(stats.GetMinMaxStabilizationPeriod(), 2);
 }
 
 TEST_F(FrameStatistics, RegistersItself)

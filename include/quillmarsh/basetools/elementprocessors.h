@@ -136,7 +136,7 @@ void Traverse(Processor &processor, unsigned int dimension, std::size_t count, u
 /// @name Loops
 /// BeginDimension and EndDimension of the processor bracket every traversal of a dimension, also one without elements.
 /// A loop ends where its running destination equals the end, so strides may be negative. All assert "Invalid argument."
-/// for a pointer that is null.
+/// for a pointer that is null, and process nothing then.
 /// @{
 
 template<typename T>
@@ -144,6 +144,8 @@ void ProcessElementsInplace(ElementProcessorInplace<T> &processor, std::size_t c
                             std::ptrdiff_t stride, unsigned int dimension = 0)
 {
     QUILLMARSH_ASSERT(element, "Invalid argument.");
+    if (element == nullptr)
+        count = 0;
     loops::Traverse(processor, dimension, count, element, stride,
                     [&](unsigned char *at) { processor.Process(reinterpret_cast<T *>(at)); });
 }
@@ -153,6 +155,8 @@ void ProcessElements(ElementProcessorDstSrc<D, S> &processor, std::size_t count,
                      std::ptrdiff_t dstStride, ByteOf<S> *src, std::ptrdiff_t srcStride, unsigned int dimension = 0)
 {
     QUILLMARSH_ASSERT(dst && src, "Invalid argument.");
+    if (dst == nullptr || src == nullptr)
+        count = 0;
     loops::Traverse(processor, dimension, count, dst, dstStride,
                     [&](unsigned char *at)
                     {
@@ -166,6 +170,8 @@ void ProcessElementsInplace2D(ElementProcessorInplace<T> &processor, std::size_t
                               unsigned char *element, Strides2D strides, unsigned int dimension = 0)
 {
     QUILLMARSH_ASSERT(element, "Invalid argument.");
+    if (element == nullptr)
+        outerCount = 0;
     loops::Traverse(processor, dimension, outerCount, element, strides.outer,
                     [&](unsigned char *at)
                     { ProcessElementsInplace(processor, innerCount, at, strides.inner, dimension + 1); });
@@ -177,6 +183,8 @@ void ProcessElements2D(ElementProcessorDstSrc<D, S> &processor, std::size_t oute
                        unsigned int dimension = 0)
 {
     QUILLMARSH_ASSERT(dst && src, "Invalid argument.");
+    if (dst == nullptr || src == nullptr)
+        outerCount = 0;
     loops::Traverse(processor, dimension, outerCount, dst, dstStrides.outer,
                     [&](unsigned char *at)
                     {
@@ -191,6 +199,8 @@ void ProcessElementsInplace3D(ElementProcessorInplace<T> &processor, std::size_t
                               std::size_t innerCount, unsigned char *element, Strides3D strides)
 {
     QUILLMARSH_ASSERT(element, "Invalid argument.");
+    if (element == nullptr)
+        outerCount = 0;
     loops::Traverse(
         processor, 0, outerCount, element, strides.outer,
         [&](unsigned char *at) {
@@ -204,6 +214,8 @@ void ProcessElements3D(ElementProcessorDstSrc<D, S> &processor, std::size_t oute
                        Strides3D srcStrides)
 {
     QUILLMARSH_ASSERT(dst && src, "Invalid argument.");
+    if (dst == nullptr || src == nullptr)
+        outerCount = 0;
     loops::Traverse(processor, 0, outerCount, dst, dstStrides.outer,
                     [&](unsigned char *at)
                     {

@@ -6,6 +6,9 @@
 #include <quillmarsh/basetools/texttools.h>
 #include <quillmarsh/platform/types.h>
 
+#include <cmath>
+#include <limits>
+#include <type_traits>
 #include <typeinfo>
 
 namespace quillmarsh
@@ -121,17 +124,17 @@ private:
     T *target_;
 };
 
-/// Proxy of a variable that stays in a range, both ends included.
+/// Proxy of a variable that stays in a range, both ends included. An end that is NaN is no limit.
 template<typename T>
 class QUILLMARSH_API_TEMPLATE TVariableProxyRangeChecked : public TVariableProxy<T>
 {
 public:
     /// Sets the variable, pulled into the range, and tells the observer. With a minimum above the maximum, a value at
-    /// or above the maximum gives the maximum.
+    /// or above the maximum gives the maximum. NaN gives the minimum.
     void SetValue(T value)
     {
         T inRange = value;
-        if (value <= minimum_)
+        if (!(value > minimum_))
             inRange = minimum_;
         if (value >= maximum_)
             inRange = maximum_;
@@ -164,6 +167,13 @@ protected:
           minimum_(minimum),
           maximum_(maximum)
     {
+        if constexpr (std::is_floating_point_v<T>)
+        {
+            if (std::isnan(minimum_))
+                minimum_ = -std::numeric_limits<T>::infinity();
+            if (std::isnan(maximum_))
+                maximum_ = std::numeric_limits<T>::infinity();
+        }
     }
 
 private:

@@ -67,7 +67,7 @@ public:
 
     /// @name Dead zones and saturations
     /// Parts of the way from the centre to the end: up to the dead zone, from 0 to 1, a position counts as the centre;
-    /// from the saturation, which is at least the dead zone and at most 1, as the end.
+    /// from the saturation, which is at least the dead zone and at most 1, as the end. NaN counts as the default, 0 and 1.
     /// @{
     void SetAxisProperties(eAxis axis, float deadZone, float saturation);
     void SetSliderProperties(unsigned int slider, float deadZone, float saturation);

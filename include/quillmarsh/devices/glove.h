@@ -90,17 +90,15 @@ public:
     bool IsActiveFlexureAutoCalibration() const { return isFlexureAutoCalibrationActive_; }
     /// Forgets the ranges of all sensors; the next sample opens them anew.
     void ResetFlexureAutoCalibration();
-    /// A range is at once widened to the present flexure.
+    /// Sets the lower end of a sensor's range, and widens the range to the present flexure at once. NaN opens this end
+    /// anew, as a reset does.
     void SetMinFlexure(eGloveSensor sensor, float flexure);
-    /// See SetMinFlexure().
+    /// Sets the upper end, likewise.
     void SetMaxFlexure(eGloveSensor sensor, float flexure);
     float GetMinFlexure(eGloveSensor sensor) const { return minFlexures_[sensor]; }
     float GetMaxFlexure(eGloveSensor sensor) const { return maxFlexures_[sensor]; }
-    /// The normalized flexure of a sensor that has shown no range at all; 0.5 by default.
-    void SetEqualValueFlexureNormalization(eGloveSensor sensor, float value)
-    {
-        equalValueNormalizations_[sensor] = value;
-    }
+    /// Sets the normalized flexure of a sensor that has shown no range at all; 0.5 by default, and for NaN.
+    void SetEqualValueFlexureNormalization(eGloveSensor sensor, float value);
     float GetEqualValueFlexureNormalization(eGloveSensor sensor) const { return equalValueNormalizations_[sensor]; }
     void SetDefaultEqualValueFlexureNormalizations();
 

@@ -72,10 +72,10 @@ public:
     /// Each level of acceleration doubles movements that are above its threshold in either direction.
     /// @{
 
-    /// Factor of movements, at least 0.
+    /// Factor of movements, at least 0. NaN counts as the default, 1.
     void SetAbsoluteModeSpeed(float speed);
     float GetAbsoluteModeSpeed() const { return absoluteModeSpeed_; }
-    /// The first is at least 0, the second at least the first.
+    /// The first is at least 0, the second at least the first. NaN counts as the default, 64 and 256.
     void SetAbsoluteModeAccelerationThresholds(float first, float second);
     void GetAbsoluteModeAccelerationThresholds(float &first, float &second) const;
     /// From 0, which is none, to 2.

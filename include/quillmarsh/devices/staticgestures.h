@@ -29,7 +29,7 @@ public:
 
     /// 0.4, 0.6 and 0.5 for every sensor.
     void ResetDefaultValues();
-    /// Each value is kept between 0 and 1, and `flexed` at `unflexed` or above.
+    /// Each value is kept between 0 and 1, and `flexed` at `unflexed` or above. NaN counts as the default.
     void SetValues(eGloveSensor sensor, float unflexed, float flexed, float center);
 
     /// @name Values of a sensor
@@ -75,8 +75,8 @@ public:
     /// @name Conditions
     /// @{
     unsigned int GetNumConditions() const { return static_cast<unsigned int>(conditions_.size()); }
-    /// `index` is below the number of conditions.
-    Condition const &GetCondition(unsigned int index) const { return conditions_[index]; }
+    /// Condition by index. Asserts "Index out of range." past the end, and gives a default one then.
+    Condition const &GetCondition(unsigned int index) const;
     void ClearConditions() { conditions_.clear(); }
     void AddCondition(eGloveSensor sensor, eFlexure flexure);
     /// Appends the condition, and drops an earlier one on the same sensor.

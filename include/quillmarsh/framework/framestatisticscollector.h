@@ -22,6 +22,7 @@ public:
     ~FrameStatisticsCollector() override;
 
     /// @name Settings
+    /// NaN counts as the default.
     /// @{
 
     /// Time after a reset that does not count for minima and maxima; 2 by default, at least 0.

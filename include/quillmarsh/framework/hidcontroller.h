@@ -37,8 +37,11 @@ public:
     /// The reader is about to let the device go.
     virtual void OnEndAsyncSampleRead() = 0;
 
-    /// The device. Asserts "Parent-HID not set for HIDController: " with the name of the class when there is none.
-    HumanInterfaceDevice &GetParentHID();
+    /// The device, which owns the controller. Asserts "Parent-HID not set for HIDController: " with the name of the class
+    /// when there is none.
+    HumanInterfaceDevice &GetParentHID() { return *GetParentHIDPtr(); }
+    /// The device, with the same assertion; null when there is none.
+    HumanInterfaceDevice *GetParentHIDPtr();
     /// The device, without that test.
     HumanInterfaceDevice const &GetParentHID() const { return *parentHID_; }
 
@@ -47,6 +50,9 @@ protected:
 
     /// For the device, as soon as it has the controller. Borrowed.
     void SetParentHID(HumanInterfaceDevice &device) { parentHID_ = &device; }
+
+    /// True when a thread samples the device. Asserts as GetParentHID() does, and is false then.
+    bool IsSampledAsync();
 
 private:
     HumanInterfaceDevice *parentHID_ = nullptr;

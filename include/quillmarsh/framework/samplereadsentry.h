@@ -15,52 +15,64 @@ namespace quillmarsh
 class AsyncSampleReadSentry : NoCopy
 {
 public:
-    AsyncSampleReadSentry(HumanInterfaceDevice &device, bool unlockAtEnd) : device_(device), unlockAtEnd_(unlockAtEnd)
+    /// The device is borrowed and outlives the sentry.
+    AsyncSampleReadSentry(HumanInterfaceDevice &device, bool unlockAtEnd) : AsyncSampleReadSentry(&device, unlockAtEnd)
     {
-        if (device_.IsAsyncSamplingActive())
-            device_.LockSampledData();
     }
-    /// Asserts when the controller has no device.
+    /// Reads the controller's device. Asserts when the controller has none, and does nothing then.
     AsyncSampleReadSentry(HIDController &controller, bool unlockAtEnd)
-        : AsyncSampleReadSentry(controller.GetParentHID(), unlockAtEnd)
+        : AsyncSampleReadSentry(controller.GetParentHIDPtr(), unlockAtEnd)
     {
     }
     ~AsyncSampleReadSentry()
     {
-        if (unlockAtEnd_ && device_.IsAsyncSamplingActive())
-            device_.UnlockSampledData();
+        if (unlockAtEnd_ && device_ != nullptr && device_->IsAsyncSamplingActive())
+            device_->UnlockSampledData();
     }
 
 private:
-    HumanInterfaceDevice &device_;
+    AsyncSampleReadSentry(HumanInterfaceDevice *device, bool unlockAtEnd) : device_(device), unlockAtEnd_(unlockAtEnd)
+    {
+        if (device_ != nullptr && device_->IsAsyncSamplingActive())
+            device_->LockSampledData();
+    }
+
+    HumanInterfaceDevice *device_;
     bool unlockAtEnd_;
 };
 
-/// Stands around code that wants present readings of a device: it samples a device that no thread samples, once, on the
-/// spot. What SampleDevice() throws then passes through. Else as AsyncSampleReadSentry. Reading thread only.
+/// Stands around code that wants present readings of a device. Reading thread only.
+///
+/// It samples a device that no thread samples once, on the spot; what SampleDevice() throws passes through. For any
+/// other device it does what AsyncSampleReadSentry does.
 class SampleReadSentry : NoCopy
 {
 public:
-    SampleReadSentry(HumanInterfaceDevice &device, bool unlockAtEnd) : device_(device), unlockAtEnd_(unlockAtEnd)
-    {
-        if (device_.IsAsyncSamplingActive())
-            device_.LockSampledData();
-        else
-            device_.SampleDevice();
-    }
-    /// Asserts when the controller has no device.
+    /// The device is borrowed and outlives the sentry.
+    SampleReadSentry(HumanInterfaceDevice &device, bool unlockAtEnd) : SampleReadSentry(&device, unlockAtEnd) {}
+    /// Reads the controller's device. Asserts when the controller has none, and does nothing then.
     SampleReadSentry(HIDController &controller, bool unlockAtEnd)
-        : SampleReadSentry(controller.GetParentHID(), unlockAtEnd)
+        : SampleReadSentry(controller.GetParentHIDPtr(), unlockAtEnd)
     {
     }
     ~SampleReadSentry()
     {
-        if (unlockAtEnd_ && device_.IsAsyncSamplingActive())
-            device_.UnlockSampledData();
+        if (unlockAtEnd_ && device_ != nullptr && device_->IsAsyncSamplingActive())
+            device_->UnlockSampledData();
     }
 
 private:
-    HumanInterfaceDevice &device_;
+    SampleReadSentry(HumanInterfaceDevice *device, bool unlockAtEnd) : device_(device), unlockAtEnd_(unlockAtEnd)
+    {
+        if (device_ == nullptr)
+            return;
+        if (device_->IsAsyncSamplingActive())
+            device_->LockSampledData();
+        else
+            device_->SampleDevice();
+    }
+
+    HumanInterfaceDevice *device_;
     bool unlockAtEnd_;
 };
 
