@@ -3,6 +3,7 @@
 
 #include <quillmarsh/basetools/libraryinfo.h>
 #include <quillmarsh/basetools/memory.h>
+#include <quillmarsh/platform/program.h>
 
 #include <exception>
 
@@ -14,7 +15,7 @@ namespace
 int PrintText(string const &text)
 {
     string error;
-    if (system::WriteStandardOutput(text, error))
+    if (platform::WriteStandardStream(platform::eStandardStream::e_output, text, error))
         return e_exit_ok;
     PrintMessage("cannot write to standard output: " + error);
     return e_exit_failed;
@@ -22,7 +23,7 @@ int PrintText(string const &text)
 
 int Main(std::vector<string> const &words)
 {
-    system::PrepareStandardStreams();
+    platform::PrepareStandardStreams();
     Arguments arguments;
     try
     {
@@ -46,7 +47,7 @@ int Main(std::vector<string> const &words)
 int main(int argc, char **argv)
 {
     quillmarsh::NewThrowsExceptionSentry const sentry;
-    std::vector<std::string> words = quillmarsh::host::system::GetArguments(argc, argv);
+    std::vector<std::string> words = quillmarsh::platform::GetProgramArguments(argc, argv);
     if (words.empty())
         words.emplace_back("quillmarsh-host");
     return quillmarsh::host::Main(words);

@@ -18,6 +18,8 @@
 namespace quillmarsh::host
 {
 
+using platform::eStandardStream;
+
 namespace
 {
 
@@ -54,12 +56,13 @@ void PrintMessage(string const &message)
 Program::Program(Arguments const &arguments, std::vector<string> const &words)
     : arguments_(arguments),
       commandLine_(JoinWords(words)),
-      programFile_(system::GetProgramFile(words.front())),
-      interactive_(!arguments.script && system::IsInputTerminal() && system::IsOutputTerminal()),
+      programFile_(platform::GetProgramFileName(words.front())),
+      interactive_(!arguments.script && platform::IsTerminal(eStandardStream::e_input) &&
+                   platform::IsTerminal(eStandardStream::e_output)),
       console_(log_.GetStream()),
       failures_([this](string const &message) { Report(message); }),
       kernel_(console_, log_.GetStream(), failures_, arguments.developerMode),
-      signals_([this](system::eSignal signal) { OnSignal(signal); }),
+      signals_([this](platform::eSignal signal) { OnSignal(signal); }),
       standardOutput_(
           [this](string const &error)
           {
@@ -311,21 +314,20 @@ void Program::Report(string const &message)
 {
     log_.GetStream() << message << std::endl;
     // Where the terminal shows the prompt, its thread is the only one that writes there.
-    if (terminal_ != nullptr && system::IsErrorTerminal())
+    if (terminal_ != nullptr && platform::IsTerminal(eStandardStream::e_error))
         terminal_->Write("quillmarsh-host: " + message + "\n", OutputStream::e_typeError);
     else
         PrintMessage(message);
 }
 
-void Program::OnSignal(system::eSignal signal)
+void Program::OnSignal(platform::eSignal signal)
 {
     std::lock_guard const lock(terminalMutex_);
-    if (signal == system::eSignal::e_terminate || (signal == system::eSignal::e_interrupt && terminal_ == nullptr))
+    bool const isForTerminal = signal == platform::eSignal::e_interrupt || signal == platform::eSignal::e_resize;
+    if (isForTerminal && terminal_ != nullptr)
+        signal == platform::eSignal::e_resize ? terminal_->OnResize() : terminal_->OnInterrupt();
+    else if (signal != platform::eSignal::e_resize)
         kernel_.RequestExit();
-    else if (signal == system::eSignal::e_interrupt)
-        terminal_->OnInterrupt();
-    else if (terminal_ != nullptr)
-        terminal_->OnResize();
 }
 
 } // namespace quillmarsh::host

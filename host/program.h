@@ -5,10 +5,10 @@
 #include "arguments.h"
 #include "hostlog.h"
 #include "standardoutput.h"
-#include "system.h"
 #include "terminal.h"
 #include <quillmarsh/host/applicationwalk.h>
 #include <quillmarsh/host/consolelines.h>
+#include <quillmarsh/platform/program.h>
 
 namespace quillmarsh::host
 {
@@ -49,7 +49,7 @@ private:
     bool IsFrameLimitReached();
     void LogSummary();
     void Report(string const &message);
-    void OnSignal(system::eSignal signal);
+    void OnSignal(platform::eSignal signal);
     int GetExitStatus() const;
 
     Arguments const &arguments_;
@@ -68,7 +68,7 @@ private:
     std::mutex terminalMutex_;
     AutoPtr<Terminal> terminal_;
     /// Before the first thread, which the terminal or the script starts.
-    system::SignalWatch signals_;
+    platform::SignalWatch signals_;
     StandardOutput standardOutput_;
     AutoPtr<LineSource> script_;
     AutoPtr<ConsoleLines> lines_;

@@ -1,13 +1,13 @@
 #include "standardoutput.h"
 
-#include "system.h"
+#include <quillmarsh/platform/program.h>
 
 namespace quillmarsh::host
 {
 
 StandardOutput::StandardOutput(std::function<void(string const &)> onFailure)
     : onFailure_(std::move(onFailure)),
-      coloured_(system::IsOutputTerminal() && WantsColours())
+      coloured_(platform::TakesEscapeSequences(platform::eStandardStream::e_output) && WantsColours())
 {
 }
 
@@ -24,7 +24,7 @@ void StandardOutput::Write(std::string_view text, unsigned int type)
         text = colouredText_;
     }
     string error;
-    if (system::WriteStandardOutput(text, error))
+    if (platform::WriteStandardStream(platform::eStandardStream::e_output, text, error))
         return;
     failed_ = true;
     onFailure_(error);

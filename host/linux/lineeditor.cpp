@@ -2,6 +2,7 @@
 
 #include "../dialogtext.h"
 #include <quillmarsh/host/textoutput.h>
+#include <quillmarsh/platform/program.h>
 
 #include <algorithm>
 #include <cerrno>
@@ -13,7 +14,6 @@
 
 #include <fcntl.h>
 #include <poll.h>
-#include <sys/ioctl.h>
 #include <unistd.h>
 
 namespace quillmarsh::host
@@ -35,9 +35,8 @@ std::size_t GetWidth(wchar_t const *begin, wchar_t const *end)
 
 std::size_t GetTerminalColumns()
 {
-    winsize size{};
-    bool const known = ioctl(STDOUT_FILENO, TIOCGWINSZ, &size) == 0 && size.ws_col > 0;
-    return known ? size.ws_col : 80;
+    unsigned int const width = platform::GetTerminalWidth(platform::eStandardStream::e_output);
+    return width > 0 ? width : 80;
 }
 
 /// Whether the terminal understands the common escape sequences.

@@ -1,8 +1,8 @@
 #include "../terminal.h"
 
 #include "../dialogtext.h"
-#include "../system.h"
 #include "consoleinput.h"
+#include <quillmarsh/platform/program.h>
 
 #include <condition_variable>
 #include <deque>
@@ -51,7 +51,7 @@ struct Terminal::State
     void Put(string const &text)
     {
         string error;
-        system::WriteStandardOutput(text, error);
+        platform::WriteStandardStream(platform::eStandardStream::e_output, text, error);
         if (!text.empty())
             atLineStart = text.back() == '\n';
     }

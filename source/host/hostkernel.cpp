@@ -1,8 +1,7 @@
 #include <quillmarsh/host/hostkernel.h>
 
-#include "system.h"
-
 #include <quillmarsh/framework/kernelthreadinfo.h>
+#include <quillmarsh/platform/program.h>
 
 #include <algorithm>
 #include <ostream>
@@ -63,7 +62,7 @@ void HostKernel::GetExecutionParams(KernelExecutionParams &params)
 
 void HostKernel::SetThreadInfo(KernelThreadInfo const &info)
 {
-    if (system::SetThisThreadPriority(info.Priority))
+    if (platform::SetThisThreadPriority(info.Priority))
         threadPriority_ = info.Priority;
     threadPriorityBoost_ = info.EnablePriorityBoost;
 }
@@ -71,7 +70,7 @@ void HostKernel::SetThreadInfo(KernelThreadInfo const &info)
 void HostKernel::GetThreadInfo(KernelThreadInfo &info)
 {
     info = KernelThreadInfo();
-    info.ThreadID = system::GetThisThreadID();
+    info.ThreadID = platform::GetThisThreadNumber();
     info.Priority = threadPriority_;
     info.EnablePriorityBoost = threadPriorityBoost_;
 }

@@ -1,4 +1,4 @@
-// What a host needs from the system beyond the library: files of plug-in libraries, and the thread that runs frames.
+// What a host needs from the system beyond the library: a look into files of plug-in libraries.
 #ifndef QUILLMARSH_SOURCE_HOST_SYSTEM_H
 #define QUILLMARSH_SOURCE_HOST_SYSTEM_H
 
@@ -13,11 +13,6 @@ bool IsLibraryFile(string const &fileName);
 /// False when a library is cut off: what it loads lies behind the end of the file, where a loader that maps it without
 /// a look would end the process.
 bool IsCompleteLibraryFile(string const &fileName);
-
-unsigned int GetThisThreadID();
-
-/// Moves the calling thread `steps` steps above (or below) the normal priority. False when the system refuses.
-bool SetThisThreadPriority(int steps);
 
 } // namespace quillmarsh::host::system
 

@@ -8,9 +8,6 @@
 
 #include <elf.h>
 #include <link.h>
-#include <sys/resource.h>
-#include <sys/syscall.h>
-#include <unistd.h>
 
 namespace quillmarsh::host
 {
@@ -52,16 +49,6 @@ bool IsCompleteLibraryFile(string const &fileName)
             return false;
     }
     return static_cast<bool>(file);
-}
-
-unsigned int GetThisThreadID()
-{
-    return static_cast<unsigned int>(syscall(SYS_gettid));
-}
-
-bool SetThisThreadPriority(int steps)
-{
-    return setpriority(PRIO_PROCESS, GetThisThreadID(), -5 * steps) == 0;
 }
 
 } // namespace system

@@ -33,16 +33,6 @@ bool IsCompleteLibraryFile(string const &)
     return true;
 }
 
-unsigned int GetThisThreadID()
-{
-    return GetCurrentThreadId();
-}
-
-bool SetThisThreadPriority(int steps)
-{
-    return SetThreadPriority(GetCurrentThread(), steps) != 0;
-}
-
 } // namespace system
 
 } // namespace quillmarsh::host
