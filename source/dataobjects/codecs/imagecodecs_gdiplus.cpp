@@ -71,11 +71,6 @@ eSampleFormat FindPixelForm(eSampleFormat source)
     return e_format_none;
 }
 
-int ToPixelFormat(eSampleFormat form)
-{
-    return form == e_format_A8R8G8B8 ? PixelFormat32bppARGB : PixelFormat32bppRGB;
-}
-
 bool IsOriginBottom(NamedParameterList const &params)
 {
     return params.GetValueBool(Param_OriginBottom, Value_OriginBottom_Default);
@@ -116,35 +111,35 @@ platform::ImageFileOptions ReadOptions(NamedParameterList const &params)
             params.GetValueUInteger(Param_Quality, Value_Quality_Default)};
 }
 
+platform::PixelRows ToPixelRows(ImageBase &image)
+{
+    return {image.GetSamplesB(), static_cast<std::ptrdiff_t>(image.GetRowByteSize()), image.GetNumRows(),
+            image.GetNumColumns(), image.GetSampleFormat() == e_format_A8R8G8B8};
+}
+
 bool SavePixels(ImageBase const &pixels, string const &path, char const *mimeType,
                 platform::ImageFileOptions const &options)
 {
-    Gdiplus::BitmapData data;
-    GdiplusFillBitmapData(data, ToPixelFormat(pixels.GetSampleFormat()), pixels);
-    Gdiplus::Bitmap bitmap(static_cast<int>(data.Width), static_cast<int>(data.Height), data.Stride, data.PixelFormat,
-                           static_cast<unsigned char *>(data.Scan0));
-    if (!GdiplusTransferBitmapPixels(bitmap, data, false))
-        return false;
     FileReplacement replacement(path);
+    // Writers only read what they are given.
     return !replacement.GetPath().empty() &&
-           platform::SaveImageFile(bitmap, replacement.GetPath(), mimeType, options) && replacement.Commit();
+           platform::SaveImageFile(ToPixelRows(const_cast<ImageBase &>(pixels)), replacement.GetPath(), mimeType,
+                                   options) &&
+           replacement.Commit();
 }
 
-eSampleFormat FormatOf(Gdiplus::Bitmap &bitmap)
+eSampleFormat FormatOf(platform::ImageFileReader const &reader)
 {
-    bool const hasAlpha = (bitmap.GetFlags() & Gdiplus::ImageFlagsHasAlpha) != 0;
-    return hasAlpha ? e_format_A8R8G8B8 : e_format_X8R8G8B8;
+    return reader.HasAlpha() ? e_format_A8R8G8B8 : e_format_X8R8G8B8;
 }
 
 AutoPtr<ImageBase> LoadPixels(std::filesystem::path const &path, bool turnedOver)
 {
-    AutoPtr<Gdiplus::Bitmap> const bitmap = platform::OpenImageFile(path);
-    if (!bitmap)
+    AutoPtr<platform::ImageFileReader> const reader = platform::OpenImageFile(path);
+    if (!reader)
         return nullptr;
-    auto image = std::make_unique<Image<Sample32>>(FormatOf(*bitmap), bitmap->GetHeight(), bitmap->GetWidth());
-    Gdiplus::BitmapData data;
-    GdiplusFillBitmapData(data, ToPixelFormat(image->GetSampleFormat()), *image);
-    if (!GdiplusTransferBitmapPixels(*bitmap, data, true))
+    auto image = std::make_unique<Image<Sample32>>(FormatOf(*reader), reader->GetNumRows(), reader->GetNumColumns());
+    if (!reader->Read(ToPixelRows(*image)))
         return nullptr;
     if (turnedOver)
         FlipRows(*image);
@@ -206,12 +201,12 @@ bool ImageDecoderGdiplus::QueryImage(string const &fileName, eSampleFormat &form
     if (path.empty())
         return false;
     win_utils::GdiplusGuard const guard;
-    AutoPtr<Gdiplus::Bitmap> const bitmap = CallWithMemory([&] { return platform::OpenImageFile(path); });
-    if (!bitmap)
+    AutoPtr<platform::ImageFileReader> const reader = CallWithMemory([&] { return platform::OpenImageFile(path); });
+    if (!reader)
         return false;
-    format = FormatOf(*bitmap);
-    numRows = bitmap->GetHeight();
-    numColumns = bitmap->GetWidth();
+    format = FormatOf(*reader);
+    numRows = reader->GetNumRows();
+    numColumns = reader->GetNumColumns();
     return true;
 }
 

@@ -15,41 +15,6 @@ struct FileCloser
 };
 using FilePtr = std::unique_ptr<std::FILE, FileCloser>;
 
-/// Pixels of blue, green, red and a byte that is alpha or unused.
-struct PixelRows
-{
-    unsigned char *first;
-    std::ptrdiff_t stride;
-    unsigned int numRows;
-    unsigned int numColumns;
-    bool hasAlpha;
-
-    unsigned char *GetRow(std::size_t row) const { return first + stride * static_cast<std::ptrdiff_t>(row); }
-};
-
-/// Picture in a file, its header read and its pixels still to come. One thread at a time.
-class ImageFileReader : NoCopy
-{
-public:
-    virtual ~ImageFileReader() = default;
-
-    unsigned int GetNumRows() const { return numRows_; }
-    unsigned int GetNumColumns() const { return numColumns_; }
-    bool HasAlpha() const { return hasAlpha_; }
-
-    /// Decodes all of it, once, into rows of this size; unused bytes become 255. False if the picture is damaged.
-    virtual bool Read(PixelRows const &rows) = 0;
-
-protected:
-    /// False for a size that no bitmap has.
-    bool SetSize(std::uint64_t numRows, std::uint64_t numColumns, bool hasAlpha);
-
-private:
-    unsigned int numRows_ = 0;
-    unsigned int numColumns_ = 0;
-    bool hasAlpha_ = false;
-};
-
 /// @name Readers, by the format
 /// Null if the file, which stands at its beginning, is none of that format.
 /// @{

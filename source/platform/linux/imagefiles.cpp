@@ -66,23 +66,12 @@ FilePtr OpenPlainFile(std::filesystem::path const &name, std::uint64_t &size)
 
 } // namespace
 
-bool ImageFileReader::SetSize(std::uint64_t numRows, std::uint64_t numColumns, bool hasAlpha)
-{
-    constexpr std::uint64_t largest = std::numeric_limits<int>::max();
-    if (numRows == 0 || numColumns == 0 || numRows > largest || numColumns > largest / 4)
-        return false;
-    numRows_ = static_cast<unsigned int>(numRows);
-    numColumns_ = static_cast<unsigned int>(numColumns);
-    hasAlpha_ = hasAlpha;
-    return true;
-}
-
 int ToDeflateLevel(unsigned int level)
 {
     return static_cast<int>((std::min(level, 100u) * 9 + 50) / 100);
 }
 
-AutoPtr<Gdiplus::Bitmap> OpenImageFile(std::filesystem::path const &name)
+AutoPtr<ImageFileReader> OpenImageFile(std::filesystem::path const &name)
 {
     std::uint64_t size = 0;
     FilePtr file = OpenPlainFile(name, size);
@@ -94,24 +83,19 @@ AutoPtr<Gdiplus::Bitmap> OpenImageFile(std::filesystem::path const &name)
     for (Magic const &magic : s_magics)
     {
         if (found.starts_with(magic.bytes))
-        {
-            AutoPtr<ImageFileReader> reader = magic.open(std::move(file), size);
-            return reader ? std::make_unique<Gdiplus::Bitmap>(std::move(reader)) : nullptr;
-        }
+            return magic.open(std::move(file), size);
     }
     return nullptr;
 }
 
-bool SaveImageFile(Gdiplus::Bitmap &bitmap, std::filesystem::path const &name, char const *mimeType,
+bool SaveImageFile(PixelRows const &rows, std::filesystem::path const &name, char const *mimeType,
                    ImageFileOptions const &options)
 {
-    PixelRows const rows = {bitmap.GetRow(0), bitmap.GetStride(), bitmap.GetHeight(), bitmap.GetWidth(),
-                            bitmap.GetFlags() == Gdiplus::ImageFlagsHasAlpha};
     for (ImageFormat const &format : s_formats)
     {
         if (std::strcmp(format.mimeType, mimeType) != 0)
             continue;
-        FilePtr file(rows.first ? std::fopen(name.c_str(), "w+be") : nullptr);
+        FilePtr file(std::fopen(name.c_str(), "w+be"));
         bool const written = file && format.write(file.get(), rows, options) && std::ferror(file.get()) == 0;
         // The last bytes are written when the file is closed, and can fail as well.
         return written && std::fclose(file.release()) == 0;

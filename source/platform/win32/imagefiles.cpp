@@ -1,5 +1,7 @@
 #include "source/platform/imagefiles.h"
 
+#include "source/platform/win32/gdiplus.h"
+
 #include <algorithm>
 #include <cstdio>
 #include <cstring>
@@ -86,23 +88,57 @@ StreamPtr ReadIntoStream(std::filesystem::path const &name, std::uint64_t &fileS
     return StreamPtr(SHCreateMemStream(bytes.data(), static_cast<UINT>(bytes.size())));
 }
 
+Gdiplus::PixelFormat ToPixelFormat(PixelRows const &rows)
+{
+    return rows.hasAlpha ? PixelFormat32bppARGB : PixelFormat32bppRGB;
+}
+
+/// Picture that the drawing library decodes when its pixels are wanted.
+class BitmapReader final : public ImageFileReader
+{
+public:
+    /// False for what the drawing library does not take, and for a size that the file cannot stand for.
+    bool Open(IStream *stream, std::uint64_t fileSize)
+    {
+        bitmap_ = std::make_unique<Gdiplus::Bitmap>(stream);
+        if (bitmap_->GetLastStatus() != Gdiplus::Ok)
+            return false;
+        std::uint64_t const width = bitmap_->GetWidth();
+        std::uint64_t const numPixels = width * bitmap_->GetHeight();
+        if (!SetSize(bitmap_->GetHeight(), width, (bitmap_->GetFlags() & Gdiplus::ImageFlagsHasAlpha) != 0))
+            return false;
+        return numPixels / std::max(s_pixelsPerByte, 8 * width) <= fileSize;
+    }
+
+    bool Read(PixelRows const &rows) override
+    {
+        Gdiplus::BitmapData data = {};
+        data.Width = rows.numColumns;
+        data.Height = rows.numRows;
+        data.Stride = static_cast<INT>(rows.stride);
+        data.PixelFormat = ToPixelFormat(rows);
+        data.Scan0 = rows.first;
+        Gdiplus::Rect const all(0, 0, static_cast<INT>(rows.numColumns), static_cast<INT>(rows.numRows));
+        UINT const mode = Gdiplus::ImageLockModeRead | Gdiplus::ImageLockModeUserInputBuf;
+        return bitmap_->LockBits(&all, mode, data.PixelFormat, &data) == Gdiplus::Ok &&
+               bitmap_->UnlockBits(&data) == Gdiplus::Ok;
+    }
+
+private:
+    AutoPtr<Gdiplus::Bitmap> bitmap_;
+};
+
 } // namespace
 
-AutoPtr<Gdiplus::Bitmap> OpenImageFile(std::filesystem::path const &name)
+AutoPtr<ImageFileReader> OpenImageFile(std::filesystem::path const &name)
 {
     std::uint64_t fileSize = 0;
     StreamPtr const stream = ReadIntoStream(name, fileSize);
-    if (!stream)
-        return nullptr;
-    auto bitmap = std::make_unique<Gdiplus::Bitmap>(stream.get());
-    if (bitmap->GetLastStatus() != Gdiplus::Ok)
-        return nullptr;
-    std::uint64_t const width = bitmap->GetWidth();
-    std::uint64_t const numPixels = width * bitmap->GetHeight();
-    return numPixels != 0 && numPixels / std::max(s_pixelsPerByte, 8 * width) <= fileSize ? std::move(bitmap) : nullptr;
+    auto reader = std::make_unique<BitmapReader>();
+    return stream && reader->Open(stream.get(), fileSize) ? std::move(reader) : nullptr;
 }
 
-bool SaveImageFile(Gdiplus::Bitmap &bitmap, std::filesystem::path const &name, char const *mimeType,
+bool SaveImageFile(PixelRows const &rows, std::filesystem::path const &name, char const *mimeType,
                    ImageFileOptions const &options)
 {
     CLSID encoder = {};
@@ -125,6 +161,8 @@ bool SaveImageFile(Gdiplus::Bitmap &bitmap, std::filesystem::path const &name, c
         parameters.Parameter[0].Guid = s_compression;
         value = options.useCompression ? Gdiplus::EncoderValueCompressionLZW : Gdiplus::EncoderValueCompressionNone;
     }
+    Gdiplus::Bitmap bitmap(static_cast<INT>(rows.numColumns), static_cast<INT>(rows.numRows),
+                           static_cast<INT>(rows.stride), ToPixelFormat(rows), rows.first);
     return bitmap.Save(name.c_str(), &encoder, parameters.Count > 0 ? &parameters : nullptr) == Gdiplus::Ok;
 }
 
