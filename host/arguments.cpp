@@ -50,8 +50,7 @@ void TakeParameter(Arguments &arguments, string const &value)
     std::size_t const dot = value.find('.');
     if (equals == string::npos || dot == 0 || dot + 1 >= equals)
         ThrowWrongArgument("--parameter wants PLUGIN.NAME=VALUE, not '" + value + "'");
-    arguments.parameters.push_back(
-        {value.substr(0, dot), value.substr(dot + 1, equals - dot - 1), value.substr(equals + 1)});
+    arguments.parameters.push_back({value.substr(0, equals), value.substr(equals + 1)});
 }
 
 constexpr Option s_options[] = {

@@ -20,8 +20,7 @@ bool ApplicationWalk::Up(PluginDescriptor &descriptor, Application::StartupInfo 
     bool const created = kernel_.GetFailures().Guard(
         [&]
         {
-            // The descriptor's type says what is behind the pointer.
-            application_.reset(static_cast<Application *>(kernel_.GetPlugins().Create(descriptor).release()));
+            application_ = kernel_.GetPlugins().CreateAs<Application>(descriptor);
             if (application_ == nullptr)
                 QUILLMARSH_THROW(KernelException, "The plug-in gave no application.");
         });
@@ -104,8 +103,7 @@ void ApplicationWalk::OpenGenericExtensions()
         if (info.GetPluginType() != e_plugin_generic_extension)
             continue;
         kernel_.GetFailures().SetPlace("the creation of a generic extension");
-        AutoPtr<GenericExtension> extension(
-            static_cast<GenericExtension *>(kernel_.GetPlugins().Create(*entry.descriptor).release()));
+        auto extension = kernel_.GetPlugins().CreateAs<GenericExtension>(*entry.descriptor);
         if (extension == nullptr)
             continue;
         string const interfaceName = extension->GetGenericExtensionInterfaceName();

@@ -1,11 +1,12 @@
 #include "pluginlibraryfile.h"
 
+#include "catching.h"
 #include "system.h"
 
-#include <quillmarsh/basetools/exception.h>
 #include <quillmarsh/basetools/filesystem.h>
 #include <quillmarsh/basetools/libraryinfo.h>
 #include <quillmarsh/basetools/texttools.h>
+#include <quillmarsh/framework/plugindescriptors.h>
 #include <quillmarsh/host/pluginset.h>
 
 #include <algorithm>
@@ -17,12 +18,31 @@ namespace quillmarsh::host
 namespace
 {
 
-[[noreturn]] void RefusePlugin(string const &file, string const &reason)
+/// True when the descriptor is of the class that its type stands for.
+bool HasClassOfItsType(PluginDescriptor const &descriptor)
 {
-    QUILLMARSH_THROW(KernelException, "The plug-in '" + file + "' cannot be used: " + reason);
+    using Test = bool (*)(PluginDescriptor const &);
+    static constexpr auto s_isA = []<typename Class>(Class *) -> Test
+    { return [](PluginDescriptor const &tested) { return dynamic_cast<Class const *>(&tested) != nullptr; }; };
+    // By type.
+    static constexpr Test s_tests[] = {
+        s_isA(static_cast<GenericExtensionPluginDescriptor *>(nullptr)),
+        s_isA(static_cast<ApplicationPluginDescriptor *>(nullptr)),
+        s_isA(static_cast<DirectInputProxyPluginDescriptor *>(nullptr)),
+        s_isA(static_cast<HIDDriverPluginDescriptor *>(nullptr)),
+        s_isA(static_cast<VideoSubsystemPluginDescriptor *>(nullptr)),
+        s_isA(static_cast<VideoRendererPluginDescriptor *>(nullptr)),
+    };
+    unsigned int const type = descriptor.GetPluginInfo().GetPluginType();
+    return type < std::size(s_tests) && s_tests[type](descriptor);
 }
 
 } // namespace
+
+void RefusePluginFile(string const &file, string const &reason)
+{
+    QUILLMARSH_THROW(KernelException, "The plug-in '" + file + "' cannot be used: " + reason);
+}
 
 PluginLibraryFile::PluginLibraryFile(string const &fileName) : DynamicLinkLibrary(fileName)
 {
@@ -35,7 +55,14 @@ PluginLibraryFile::~PluginLibraryFile() = default;
 
 void PluginLibraryFile::Refuse(string const &reason) const
 {
-    RefusePlugin(GetFileName(), reason);
+    RefusePluginFile(GetFileName(), reason);
+}
+
+template<typename Call>
+void PluginLibraryFile::CallLibrary(char const *what, Call &&call) const
+{
+    if (std::optional<string> const reason = Catch(call))
+        Refuse(what + *reason);
 }
 
 void PluginLibraryFile::FillImportTable(DLLImportTable &table)
@@ -55,7 +82,8 @@ PluginLibraryRecord const &PluginLibraryFile::Open()
     }
     if (!ImportSymbols(nullptr))
         Refuse(string("it is not a plug-in library, since it does not export ") + s_szPluginLibraryEntry + ".");
-    PluginLibraryRecord const *const record = entry_();
+    PluginLibraryRecord const *record = nullptr;
+    CallLibrary("its entry failed: ", [&] { record = entry_(); });
     if (record == nullptr || record->Magic != s_pluginLibraryMagic)
         Refuse(string("what its ") + s_szPluginLibraryEntry + " gives is not the record of a plug-in library.");
     return *record;
@@ -94,16 +122,29 @@ void PluginLibraryFile::CheckRecord(PluginLibraryRecord const &record) const
 
 void PluginLibraryFile::CollectDescriptors(PluginLibraryRecord const &record)
 {
-    unsigned int const count = record.GetNumDescriptors();
+    unsigned int count = 0;
+    CallLibrary("it cannot say what it offers: ", [&] { count = record.GetNumDescriptors(); });
     if (count == 0)
         Refuse("it offers no plug-in.");
     for (unsigned int i = 0; i < count; ++i)
     {
-        PluginDescriptor *const descriptor = record.GetDescriptor(i);
+        PluginDescriptor *descriptor = nullptr;
+        CallLibrary("its descriptors cannot be made: ", [&] { descriptor = record.GetDescriptor(i); });
         if (descriptor == nullptr)
             Refuse("its descriptor " + MakeString(i) + " is missing.");
-        CheckVersion(descriptor->GetPluginInfo().GetLibraryVersion());
+        CheckDescriptor(*descriptor);
         descriptors_.push_back(descriptor);
+    }
+}
+
+void PluginLibraryFile::CheckDescriptor(PluginDescriptor const &descriptor) const
+{
+    PluginInfo const &info = descriptor.GetPluginInfo();
+    CheckVersion(info.GetLibraryVersion());
+    if (!HasClassOfItsType(descriptor))
+    {
+        Refuse("the descriptor of '" + info.GetPluginName() + "' is of another class than its type " +
+               PluginInfo::FormatPluginType(info.GetPluginType()) + " says.");
     }
 }
 
@@ -116,7 +157,7 @@ string FindPluginFile(string const &name, std::vector<string> const &directories
     if (!path.empty() || file_system::IsAbsolutePathName(name))
     {
         if (!file_system::FileExists(name))
-            RefusePlugin(name, "there is no such file.");
+            RefusePluginFile(name, "there is no such file.");
         return file_system::GetFullPathNameA(name, false);
     }
     string searched;
@@ -130,7 +171,7 @@ string FindPluginFile(string const &name, std::vector<string> const &directories
         }
         searched += (searched.empty() ? "" : ", ") + directory;
     }
-    RefusePlugin(name, "there is no such file in " + searched + "; a file elsewhere needs its path.");
+    RefusePluginFile(name, "there is no such file in " + searched + "; a file elsewhere needs its path.");
 }
 
 } // namespace quillmarsh::host

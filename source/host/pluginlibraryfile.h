@@ -29,14 +29,21 @@ private:
     void FillImportTable(DLLImportTable &table) override;
 
     PluginLibraryRecord const &Open();
+    /// Calls code of the library; refuses it when it throws. `what` begins the reason.
+    template<typename Call>
+    void CallLibrary(char const *what, Call &&call) const;
     void CheckRecord(PluginLibraryRecord const &record) const;
     void CheckVersion(library_info::LibraryVersion const &version) const;
     void CollectDescriptors(PluginLibraryRecord const &record);
+    void CheckDescriptor(PluginDescriptor const &descriptor) const;
     [[noreturn]] void Refuse(string const &reason) const;
 
     PluginLibraryEntry entry_ = nullptr;
     std::vector<PluginDescriptor *> descriptors_;
 };
+
+/// Throws a KernelException: the file of a plug-in library, and why it cannot be used.
+[[noreturn]] void RefusePluginFile(string const &file, string const &reason);
 
 } // namespace quillmarsh::host
 

@@ -1,8 +1,8 @@
 #include <quillmarsh/host/pluginset.h>
 
+#include "catching.h"
 #include "pluginlibraryfile.h"
 
-#include <quillmarsh/basetools/exception.h>
 #include <quillmarsh/basetools/namedparameter.h>
 
 #include <algorithm>
@@ -52,27 +52,51 @@ PluginDescriptor *PluginSet::FindApplication() const
     return found != nullptr ? found->descriptor : nullptr;
 }
 
+void PluginSet::Refuse(PluginDescriptor const &descriptor, string const &reason) const
+{
+    auto const isMeant = [&descriptor](Entry const &entry) { return entry.descriptor == &descriptor; };
+    auto const found = std::find_if(entries_.begin(), entries_.end(), isMeant);
+    RefusePluginFile(found != entries_.end() ? found->fileName : descriptor.GetPluginInfo().GetPluginName(), reason);
+}
+
+PluginSet::Parameter PluginSet::Resolve(PluginParameter const &parameter) const
+{
+    Parameter resolved{nullptr, "", parameter.value};
+    std::size_t longest = 0;
+    for (Entry const &entry : entries_)
+    {
+        string const &plugin = entry.descriptor->GetPluginInfo().GetPluginName();
+        bool const fits = parameter.path.starts_with(plugin + '.') && parameter.path.size() > plugin.size() + 1;
+        if (!fits || plugin.size() < longest)
+            continue;
+        longest = plugin.size();
+        resolved.descriptor = entry.descriptor;
+        resolved.name = parameter.path.substr(plugin.size() + 1);
+    }
+    return resolved;
+}
+
 void PluginSet::SetParameters(std::vector<PluginParameter> const &parameters)
 {
+    std::vector<Parameter> resolved;
     for (PluginParameter const &parameter : parameters)
     {
-        auto const isMeant = [&parameter](Entry const &entry)
-        { return entry.descriptor->GetPluginInfo().GetPluginName() == parameter.plugin; };
-        if (std::none_of(entries_.begin(), entries_.end(), isMeant))
-        {
-            QUILLMARSH_THROW(KernelException, "There is no plug-in '" + parameter.plugin +
-                                                  "' to be given the parameter '" + parameter.name + "'.");
-        }
+        resolved.push_back(Resolve(parameter));
+        if (resolved.back().descriptor == nullptr)
+            QUILLMARSH_THROW(KernelException,
+                             "There is no plug-in to be given the parameter '" + parameter.path + "'.");
     }
-    parameters_ = parameters;
+    parameters_ = std::move(resolved);
 }
 
 AutoPtr<Plugin> PluginSet::Create(PluginDescriptor &descriptor) const
 {
-    AutoPtr<Plugin> plugin(descriptor.CreateAndSetupPlugin());
-    for (PluginParameter const &parameter : parameters_)
+    AutoPtr<Plugin> plugin;
+    if (std::optional<string> const reason = Catch([&] { plugin.reset(descriptor.CreateAndSetupPlugin()); }))
+        Refuse(descriptor, "its constructor failed: " + *reason);
+    for (Parameter const &parameter : parameters_)
     {
-        if (plugin == nullptr || parameter.plugin != descriptor.GetPluginInfo().GetPluginName())
+        if (plugin == nullptr || parameter.descriptor != &descriptor)
             continue;
         if (!plugin->SetPluginParameter(NamedParameter(parameter.name, parameter.value)))
         {

@@ -24,7 +24,7 @@ TEST(Arguments, AreReadInBothForms)
     EXPECT_TRUE(arguments.stopOnError && arguments.developerMode);
     EXPECT_EQ("l", arguments.log);
     PluginParameter const &parameter = arguments.parameters.at(0);
-    EXPECT_EQ("a/b.c/d.e=f", parameter.plugin + "/" + parameter.name + "/" + parameter.value);
+    EXPECT_EQ("a.b.c/d.e=f", parameter.path + "/" + parameter.value);
 }
 
 TEST(Arguments, WrongOnesAreNamed)

@@ -141,6 +141,10 @@ TEST(Host, RefusesMisfitPlugins)
         {TestPlugin("other-layout"), "its record has layout 2 and "},
         {TestPlugin("other-size"), "its PluginInfo has "},
         {TestPlugin("empty"), "it offers no plug-in."},
+        {TestPlugin("failing-entry"), "its entry failed: asked to fail"},
+        {TestPlugin("failing-descriptor"), "its descriptors cannot be made: asked to fail"},
+        {TestPlugin("failing-constructor"), "its constructor failed: asked to fail"},
+        {TestPlugin("other-class"), "is of another class than its type Application says."},
     };
     for (auto const &[file, reason] : cases)
     {

@@ -11,11 +11,12 @@ namespace quillmarsh::host
 
 class PluginLibraryFile;
 
-/// A parameter for a plug-in, by the plug-in's name. A plug-in gets it as a text.
+/// A parameter for a plug-in, which gets it as a text.
 struct PluginParameter
 {
-    string plugin;
-    string name;
+    /// Name of the plug-in and name of the parameter, joined by a dot. Either may have dots of its own: the longest name
+    /// of a plug-in that fits is meant.
+    string path;
     string value;
 };
 
@@ -45,16 +46,38 @@ public:
 
     /// What Create() gives to plug-ins. Throws a KernelException when one of them is for a plug-in that is not loaded.
     void SetParameters(std::vector<PluginParameter> const &parameters);
-    /// A new plug-in of a descriptor, null when it gives none. Throws a KernelException when the plug-in refuses a
-    /// parameter.
+    /// A new plug-in of a descriptor, null when it gives none. Throws a KernelException that names the plug-in's file
+    /// when its constructor throws, and when it refuses a parameter.
     AutoPtr<Plugin> Create(PluginDescriptor &descriptor) const;
+    /// The same, as the class that the descriptor's type stands for. Throws a KernelException when it is of another.
+    template<typename Class>
+    AutoPtr<Class> CreateAs(PluginDescriptor &descriptor) const
+    {
+        AutoPtr<Plugin> plugin = Create(descriptor);
+        auto *const wanted = dynamic_cast<Class *>(plugin.get());
+        if (plugin != nullptr && wanted == nullptr)
+            Refuse(descriptor, "its plug-in is of another class than its type says.");
+        static_cast<void>(plugin.release());
+        return AutoPtr<Class>(wanted);
+    }
 
     void Dump(ostream &out) const;
 
 private:
+    struct Parameter
+    {
+        PluginDescriptor *descriptor;
+        string name;
+        string value;
+    };
+
+    [[noreturn]] void Refuse(PluginDescriptor const &descriptor, string const &reason) const;
+    /// Splits the path; the descriptor is null when no plug-in has the name.
+    Parameter Resolve(PluginParameter const &parameter) const;
+
     std::vector<AutoPtr<PluginLibraryFile>> libraries_;
     std::vector<Entry> entries_;
-    std::vector<PluginParameter> parameters_;
+    std::vector<Parameter> parameters_;
 };
 
 /// Full name of the file that a user names. One with a path separator, or a drive, is that file; a name alone is
