@@ -53,11 +53,14 @@ void ConsoleLines::Run()
 
 void ConsoleLines::RunQueuedLines()
 {
-    while (!kernel_.IsExitRequested() && kernel_.TakeQueuedLine(queuedLine_))
+    kernel_.TakeQueuedLines(queuedLines_);
+    for (string const &line : queuedLines_)
     {
+        if (kernel_.IsExitRequested())
+            return;
         kernel_.GetFailures().SetPlace("a queued console line");
         SharedStream &out = kernel_.GetConsole().GetStream();
-        kernel_.GetCommandInterpreter()->InterpretScript(out, queuedLine_, false);
+        kernel_.GetCommandInterpreter()->InterpretScript(out, line, false);
         out.flush();
     }
 }

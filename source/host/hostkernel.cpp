@@ -143,19 +143,14 @@ void HostKernel::QueueCommandLine(string const &line)
     pacer_.WakeUp();
 }
 
-bool HostKernel::TakeQueuedLine(string &line)
+void HostKernel::TakeQueuedLines(std::vector<string> &lines)
 {
+    lines.clear();
     if (!hasRequests_ || !autoInit_.InterpretQueuedLines)
-        return false;
+        return;
     std::lock_guard const lock(requestMutex_);
-    if (queuedLines_.empty())
-    {
-        hasRequests_ = !requests_.empty();
-        return false;
-    }
-    line = std::move(queuedLines_.front());
-    queuedLines_.erase(queuedLines_.begin());
-    return true;
+    lines.swap(queuedLines_);
+    hasRequests_ = !requests_.empty();
 }
 
 void HostKernel::WakeUp()

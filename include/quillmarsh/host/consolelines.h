@@ -17,7 +17,7 @@ public:
     /// `source` is borrowed, null for none; `report` tells the user of a failed line of a script.
     ConsoleLines(HostKernel &kernel, LineSource *source, bool stopOnError, std::function<void(string const &)> report);
 
-    /// To be called after each frame.
+    /// To be called after each frame. Lines that are queued meanwhile run after the next frame.
     void Run();
     /// Lets frames pass before the next line.
     void Wait(unsigned int numFrames) { framesToWait_ = numFrames; }
@@ -40,7 +40,7 @@ private:
     std::function<void(string const &)> report_;
     LineSource::eNext next_ = LineSource::eNext::e_none;
     SourceLine line_;
-    string queuedLine_;
+    std::vector<string> queuedLines_;
     /// Place of a failure while a line runs.
     string place_;
     bool lineIsOpen_ = false;

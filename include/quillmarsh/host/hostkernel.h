@@ -69,8 +69,8 @@ public:
     void RunFrame();
     /// Does what was asked for since the last call.
     void CarryOutRequests();
-    /// Takes a line that waits to be interpreted; false without one.
-    bool TakeQueuedLine(string &line);
+    /// Replaces `lines` by those that wait to be interpreted.
+    void TakeQueuedLines(std::vector<string> &lines);
     /// What the parameters in force say for the end.
     bool GetConfirmsClose() const { return params_.WaitCloseConfirmationOnExit; }
     bool GetRethrowsHard() const { return params_.EnableHardRethrowExit; }
