@@ -121,12 +121,8 @@ void ApplicationWalk::OpenDevices()
 {
     DeviceGroup &devices = kernel_.GetDevices();
     undo_.push_back({climbed_.back(), [&devices] { devices.Release(); }});
+    undo_.push_back({climbed_.back(), [&devices] { devices.Disconnect(); }});
     devices.Open(DirectInputConfig(), 0, 0);
-    undo_.push_back({climbed_.back(), [this]
-                     {
-                         kernel_.CallHook("DisconnectHumanInterfaceDevices", [](Application &application)
-                                          { application.DisconnectHumanInterfaceDevices(); });
-                     }});
 }
 
 // There is no renderer and no window yet.

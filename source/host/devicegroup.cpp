@@ -1,13 +1,13 @@
 #include <quillmarsh/host/devicegroup.h>
 
+#include "catching.h"
+
 #include <quillmarsh/host/hostkernel.h>
 
-#include <quillmarsh/basetools/exception.h>
 #include <quillmarsh/devices/keyboard.h>
 #include <quillmarsh/devices/mouse.h>
 #include <quillmarsh/framework/samplereadsentry.h>
 
-#include <optional>
 #include <ostream>
 
 namespace quillmarsh::host
@@ -23,29 +23,6 @@ template<typename Controller>
 Controller *Find(HumanInterfaceDevice &device, char const *interfaceName)
 {
     return dynamic_cast<Controller *>(device.FindController(interfaceName));
-}
-
-/// Calls what may fail without ending the run; why it failed, or nothing.
-template<typename Call>
-std::optional<string> Catch(Call &&call)
-{
-    try
-    {
-        call();
-        return std::nullopt;
-    }
-    catch (Exception const &failure)
-    {
-        return failure.GetClassName() + ": " + failure.GetMessage();
-    }
-    catch (exception const &failure)
-    {
-        return failure.what();
-    }
-    catch (...)
-    {
-        return "an object of unknown class was thrown.";
-    }
 }
 
 } // namespace
@@ -241,6 +218,7 @@ void DeviceGroup::ConnectDevices()
 {
     kernel_.CallHook("BeginConnectHumanInterfaceDevices",
                      [&](Application &application) { application.BeginConnectHumanInterfaceDevices(config_); });
+    applicationHasDevices_ = true;
     for (AutoPtr<HumanInterfaceDevice> &candidate : candidates_)
         ConnectDevice(std::move(candidate));
     candidates_.clear();
@@ -265,6 +243,14 @@ void DeviceGroup::ConnectDevice(AutoPtr<HumanInterfaceDevice> owned)
                         mouse != nullptr && mouse->IsSystemMouse()});
     kernel_.CallHook("ConnectHumanInterfaceDevice",
                      [&](Application &application) { application.ConnectHumanInterfaceDevice(device); });
+}
+
+void DeviceGroup::Disconnect()
+{
+    if (!std::exchange(applicationHasDevices_, false))
+        return;
+    kernel_.CallHook("DisconnectHumanInterfaceDevices",
+                     [](Application &application) { application.DisconnectHumanInterfaceDevices(); });
 }
 
 void DeviceGroup::Release()

@@ -144,8 +144,7 @@ void HostKernel::ReconfigureDevices(Request const &request)
 {
     if (!autoInit_.OpenDevices)
         return;
-    CallHook("DisconnectHumanInterfaceDevices",
-             [](Application &application) { application.DisconnectHumanInterfaceDevices(); });
+    devices_.Disconnect();
     devices_.Release();
     devices_.Open(request.config, request.code, request.subcode);
 }

@@ -87,7 +87,8 @@ TEST(Host, FailuresAreWalkedDownFromWhereTheyHappen)
         {"Initialize!", "level 7;Cleanup failed 1 standard number 1"},
         {"ConnectGenericExtensions", "~TracerExtension;level 7;Cleanup failed 2 application number 1"},
         {"level 3", "level 2;~TracerExtension;level 7;Cleanup failed 3 application number 1"},
-        {"SetupAsyncHIDSampling", "level 2;~TracerExtension;level 7;Cleanup failed 3 application number 1"},
+        {"SetupAsyncHIDSampling",
+         "DisconnectHumanInterfaceDevices;level 2;~TracerExtension;level 7;Cleanup failed 3 application number 1"},
         {"InitializeSubsystems",
          "DisconnectSubsystemsFromAppWindow;level 4;level 3;DisconnectHumanInterfaceDevices;level 2;~TracerExtension;"
          "level 7;Cleanup failed 5 application number 1"},

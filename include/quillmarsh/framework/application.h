@@ -34,6 +34,17 @@ class InterleavedRenderArea;
 /// application overrides those that it needs. What a hook throws ends the run: the kernel walks everything down that was
 /// up, and hands Cleanup() a description of the failure.
 ///
+/// What is called when a hook throws:
+///
+/// - A hook that undoes another one is called exactly once for each call of the other one that returned, whatever threw
+///   since, and in a reconfiguration that fails too. It is not called when the other one threw, and not again when it
+///   threw itself. DisconnectHumanInterfaceDevices() undoes BeginConnectHumanInterfaceDevices() and all that follows it,
+///   before the devices are deleted; DisconnectSubsystemsFromAppWindow() undoes ConnectSubsystemsToAppWindow();
+///   CleanupSubsystems() undoes InitializeSubsystems(). The hooks of video follow the same rule.
+/// - A hook that ends what another one began is called only when nothing threw in between: EndStartup(),
+///   EndConfirmHumanInterfaceDevices(), EndConnectHumanInterfaceDevices(), FrameEnd().
+/// - Cleanup() is called once for every application.
+///
 /// The pairs of codes that some hooks take come from whoever asked for a reconfiguration; both are 0 at start-up.
 class QUILLMARSH_API Application : public Plugin
 {
@@ -136,8 +147,8 @@ public:
     /// The place to register commands and export variables.
     virtual void Initialize();
     virtual void EndStartup();
-    /// Last hook, called whenever BeginStartup() was. `failed` says whether a failure ended the run, which `failure`
-    /// then describes.
+    /// Last hook, called for every application. `failed` says whether a failure ended the run, which `failure` then
+    /// describes.
     virtual void Cleanup(bool failed, FailureDesc const &failure);
     /// @}
 
@@ -172,7 +183,8 @@ public:
     virtual void EndConnectHumanInterfaceDevices();
     /// The place to start sampling threads.
     virtual void SetupAsyncHIDSampling();
-    /// Devices go away; nothing may refer to them any more.
+    /// Devices go away; nothing may refer to them any more. Called once for each BeginConnectHumanInterfaceDevices()
+    /// that returned, before the devices are deleted.
     virtual void DisconnectHumanInterfaceDevices();
     /// @}
 

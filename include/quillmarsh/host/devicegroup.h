@@ -27,7 +27,10 @@ public:
 
     /// Walks the application up through its hooks of the group. `code` and `subcode` reach it unchanged.
     void Open(DirectInputConfig const &config, unsigned int code, unsigned int subcode);
-    /// Stops, disconnects and deletes the devices, then the drivers. The application has let them go.
+    /// Tells the application to let the devices go, once for each time that it was given devices: that is, since
+    /// BeginConnectHumanInterfaceDevices() returned. Passes on what the hook throws; it is not called a second time then.
+    void Disconnect();
+    /// Stops, disconnects and deletes the devices, then the drivers. To be called after Disconnect().
     void Release();
 
     /// The configuration in force.
@@ -94,6 +97,7 @@ private:
     std::vector<AutoPtr<HumanInterfaceDevice>> candidates_;
     /// Connected.
     std::vector<Device> devices_;
+    bool applicationHasDevices_ = false;
 };
 
 } // namespace quillmarsh::host
