@@ -2,9 +2,10 @@
 #ifndef QUILLMARSH_HOST_HOSTLOG_H
 #define QUILLMARSH_HOST_HOSTLOG_H
 
-#include <quillmarsh/host/sharedstream.h>
-
 #include <quillmarsh/basetools/logfilestream.h>
+#include <quillmarsh/basetools/sharedoutputstream.h>
+
+#include <mutex>
 
 namespace quillmarsh::host
 {
@@ -29,7 +30,7 @@ public:
 private:
     std::mutex mutex_;
     AutoPtr<LogFileStream> file_;
-    SharedStream stream_;
+    SharedOutputStream stream_;
 };
 
 } // namespace quillmarsh::host

@@ -483,7 +483,7 @@ unsigned char LineEditor::Complete()
 /// What the editor asks of a history: index 0 is its newest entry.
 int LineEditor::ServeHistory(HistEvent *event, int operation)
 {
-    buffers_.LockCommandHistory();
+    CommandHistorySentry const lock(buffers_);
     unsigned int const count = buffers_.GetNumCommandsInHistory();
     unsigned int wanted = count;
     switch (operation)
@@ -506,12 +506,9 @@ int LineEditor::ServeHistory(HistEvent *event, int operation)
     default:
         break;
     }
-    bool const found = wanted < count;
-    if (found)
-        historyText_ = buffers_.GetCommandFromHistory(count - 1 - wanted);
-    buffers_.UnlockCommandHistory();
-    if (!found)
+    if (wanted >= count)
         return -1;
+    historyText_ = buffers_.GetCommandFromHistory(count - 1 - wanted);
     historyIndex_ = wanted;
     event->num = static_cast<int>(count - wanted);
     event->str = historyText_.c_str();

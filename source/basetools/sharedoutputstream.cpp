@@ -70,6 +70,12 @@ OutputStream &SharedOutputStream::GetThreadStream()
     return *record.stream;
 }
 
+ostream &SharedOutputStream::GetThreadStream(ostream &stream)
+{
+    auto *const shared = dynamic_cast<SharedOutputStream *>(&stream);
+    return shared != nullptr ? shared->GetThreadStream() : stream;
+}
+
 void SharedOutputStream::SetCurrentOutputType(unsigned int type)
 {
     buffer_.SetType(type);

@@ -59,7 +59,7 @@ void ConsoleLines::RunQueuedLines()
         if (kernel_.IsExitRequested())
             return;
         kernel_.GetFailures().SetPlace("a queued console line");
-        SharedStream &out = kernel_.GetConsole().GetStream();
+        SharedOutputStream &out = kernel_.GetConsole().GetStream();
         kernel_.GetCommandInterpreter()->InterpretScript(out, line, false);
         out.flush();
     }
@@ -72,7 +72,7 @@ void ConsoleLines::RunLine(SourceLine const &line)
     place_ = source_->IsTyped() ? "a console line" : "line " + MakeString(line.number) + " of " + source_->GetName();
     kernel_.GetFailures().SetPlace(place_.c_str());
 
-    SharedStream &out = kernel_.GetConsole().GetStream();
+    SharedOutputStream &out = kernel_.GetConsole().GetStream();
     std_command_interpreter::Interpreter &interpreter = *kernel_.GetCommandInterpreter();
     bool succeeded = false;
     if (source_->IsTyped())

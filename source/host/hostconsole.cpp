@@ -5,22 +5,6 @@
 namespace quillmarsh::host
 {
 
-namespace
-{
-
-/// Holds the lock of an output buffer for a scope.
-class BufferLock : NoCopy
-{
-public:
-    explicit BufferLock(ConsoleOutputBuffer const &buffer) : buffer_(buffer) { buffer_.Lock(); }
-    ~BufferLock() { buffer_.Unlock(); }
-
-private:
-    ConsoleOutputBuffer const &buffer_;
-};
-
-} // namespace
-
 HostConsole::HostConsole(ostream &log) : log_(log), stream_(*this)
 {
     buffers_.GetOutputBuffer().AddObserver(*this);
@@ -34,19 +18,19 @@ HostConsole::~HostConsole()
 void HostConsole::SetOutput(TextOutput *output)
 {
     stream_.flush();
-    BufferLock const lock(buffers_.GetOutputBuffer());
+    ConsoleOutputBufferSentry const lock(buffers_.GetOutputBuffer());
     output_ = output;
 }
 
 void HostConsole::EnterTypedLine(string const &line)
 {
-    BufferLock const lock(buffers_.GetOutputBuffer());
+    ConsoleOutputBufferSentry const lock(buffers_.GetOutputBuffer());
     Append(line + '\n', OutputStream::e_typeEcho);
 }
 
 void HostConsole::OnText(std::string_view text, unsigned int type)
 {
-    BufferLock const lock(buffers_.GetOutputBuffer());
+    ConsoleOutputBufferSentry const lock(buffers_.GetOutputBuffer());
     if (output_ != nullptr)
         output_->Write(text, type);
     Append(text, type);
@@ -55,7 +39,7 @@ void HostConsole::OnText(std::string_view text, unsigned int type)
 void HostConsole::Append(std::string_view text, unsigned int type)
 {
     if (logging_)
-        log_ << text << std::flush;
+        SharedOutputStream::GetThreadStream(log_) << text << std::flush;
     appending_ = true;
     appended_ = text;
     buffers_.GetOutputBuffer().Append(appended_, type);
@@ -92,7 +76,7 @@ void HostConsole::Show(std::string_view text, unsigned int type)
     if (output_ != nullptr)
         output_->Write(text, type);
     if (logging_)
-        log_ << text << std::flush;
+        SharedOutputStream::GetThreadStream(log_) << text << std::flush;
 }
 
 } // namespace quillmarsh::host

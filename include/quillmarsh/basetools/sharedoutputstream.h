@@ -43,6 +43,8 @@ public:
     /// The stream that the calling thread prints to. It belongs to the shared stream, starts with the standard's format,
     /// and is good until either the thread or the shared stream ends. Any thread.
     OutputStream &GetThreadStream();
+    /// The same for a stream that may be a shared one: any other stream is returned as it is.
+    static ostream &GetThreadStream(ostream &stream);
 
     /// Selects the type of what the calling thread writes from now on. Any thread.
     void SetCurrentOutputType(unsigned int type) override;

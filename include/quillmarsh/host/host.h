@@ -10,9 +10,7 @@
 #include <quillmarsh/host/hostconsole.h>
 #include <quillmarsh/host/hostkernel.h>
 #include <quillmarsh/host/linesource.h>
-#include <quillmarsh/host/observerlist.h>
 #include <quillmarsh/host/pluginset.h>
-#include <quillmarsh/host/sharedstream.h>
 #include <quillmarsh/host/textoutput.h>
 #include <quillmarsh/host/waitcmd.h>
 

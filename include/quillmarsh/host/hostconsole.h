@@ -2,10 +2,10 @@
 #ifndef QUILLMARSH_HOST_HOSTCONSOLE_H
 #define QUILLMARSH_HOST_HOSTCONSOLE_H
 
-#include <quillmarsh/host/sharedstream.h>
 #include <quillmarsh/host/textoutput.h>
 
 #include <quillmarsh/basetools/consolebuffers.h>
+#include <quillmarsh/basetools/sharedoutputstream.h>
 
 namespace quillmarsh::host
 {
@@ -18,11 +18,12 @@ namespace quillmarsh::host
 class HostConsole : public TextSink, private ConsoleOutputBuffer::Observer
 {
 public:
+    /// The log is borrowed. Where several threads print, it is a SharedOutputStream.
     explicit HostConsole(ostream &log);
     ~HostConsole() override;
 
     /// The console's stream.
-    SharedStream &GetStream() { return stream_; }
+    SharedOutputStream &GetStream() { return stream_; }
     ConsoleBuffers &GetBuffers() { return buffers_; }
 
     /// Output that shows the text from now on, borrowed; null for none.
@@ -42,7 +43,7 @@ private:
     ConsoleBuffers buffers_;
     ostream &log_;
     std::atomic<bool> logging_{true};
-    SharedStream stream_;
+    SharedOutputStream stream_;
 
     /// @name Under the lock of the output buffer
     /// @{

@@ -6,9 +6,9 @@
 #include <quillmarsh/host/failures.h>
 #include <quillmarsh/host/framepacer.h>
 #include <quillmarsh/host/hostconsole.h>
-#include <quillmarsh/host/observerlist.h>
 #include <quillmarsh/host/pluginset.h>
 
+#include <quillmarsh/basetools/observerlist.h>
 #include <quillmarsh/basetools/variableregistry.h>
 #include <quillmarsh/dataobjects/datacodecmanager.h>
 #include <quillmarsh/dataobjects/sampletransfer.h>
@@ -30,6 +30,7 @@ namespace quillmarsh::host
 class HostKernel final : public Kernel
 {
 public:
+    /// All are borrowed. Where several threads print, the log is a SharedOutputStream.
     HostKernel(HostConsole &console, ostream &log, Failures &failures, bool developerMode);
     ~HostKernel() override;
 
