@@ -127,9 +127,13 @@
 #include <quillmarsh/mathtools/vector3.h>
 #include <quillmarsh/mathtools/vector4.h>
 #include <quillmarsh/platform/api.h>
+#include <quillmarsh/platform/clipboard.h>
+#include <quillmarsh/platform/desktopevents.h>
 #include <quillmarsh/platform/dialogs.h>
+#include <quillmarsh/platform/inputcodes.h>
 #include <quillmarsh/platform/program.h>
 #include <quillmarsh/platform/types.h>
 #include <quillmarsh/platform/widechartraits.h>
+#include <quillmarsh/platform/window.h>
 
 #endif

@@ -15,12 +15,6 @@ using Guard = CriticalSectionSentry;
 
 } // namespace
 
-KeyModifiers KeySample::GetModifiers() const
-{
-    return {keys[e_key_l_shift] || keys[e_key_r_shift], keys[e_key_l_control] || keys[e_key_r_control],
-            keys[e_key_r_alt], isCapsLockOn, isNumLockOn};
-}
-
 void Desktop::OnKey(eKey key, bool isDown)
 {
     if (key >= e_key_none)
@@ -105,12 +99,6 @@ void Desktop::TakePointer(PointerSample &sample)
     wheel_ -= static_cast<float>(sample.wheel);
     tappedButtons_ = 0;
     pointer_.moveX = pointer_.moveY = 0;
-}
-
-KeyModifiers Desktop::GetModifiers() const
-{
-    Guard const guard(lock_);
-    return keys_.GetModifiers();
 }
 
 void Desktop::ForgetThePast()

@@ -11,23 +11,11 @@
 namespace input_desktop
 {
 
-/// What the character of a key depends on.
-struct KeyModifiers
-{
-    bool isShiftDown = false;
-    bool isControlDown = false;
-    bool isAltGrDown = false;
-    bool isCapsLockOn = false;
-    bool isNumLockOn = false;
-};
-
 struct KeySample
 {
     std::bitset<quillmarsh::e_key_none> keys;
     bool isCapsLockOn = false;
     bool isNumLockOn = false;
-
-    KeyModifiers GetModifiers() const;
 };
 
 struct PointerSample
@@ -83,8 +71,6 @@ public:
     /// @{
     void TakeKeys(KeySample &sample);
     void TakePointer(PointerSample &sample);
-    /// Without taking anything.
-    KeyModifiers GetModifiers() const;
     /// Forgets taps, movements and wheel.
     void ForgetThePast();
     /// @}

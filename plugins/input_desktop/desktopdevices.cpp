@@ -1,5 +1,7 @@
 #include "desktopdevices.h"
 
+#include <quillmarsh/platform/desktopevents.h>
+
 #include <algorithm>
 
 namespace input_desktop
@@ -9,6 +11,8 @@ using namespace quillmarsh;
 
 namespace
 {
+
+constexpr char32_t s_lastLatin1 = 0xff;
 
 /// The whole pixels of a movement; the rest stays for the next one.
 int TakeWhole(float movement, float &rest)
@@ -22,10 +26,7 @@ int TakeWhole(float movement, float &rest)
 
 } // namespace
 
-DesktopKeyboard::DesktopKeyboard(HumanInterfaceDevice &device, Desktop &desktop, InputSystem &system)
-    : Keyboard(true),
-      desktop_(desktop),
-      system_(system)
+DesktopKeyboard::DesktopKeyboard(HumanInterfaceDevice &device, Desktop &desktop) : Keyboard(true), desktop_(desktop)
 {
     SetParentHID(device);
 }
@@ -34,11 +35,18 @@ bool DesktopKeyboard::MapKeyToCharacter(eKey key, char &character)
 {
     if (key >= e_key_none)
         return false;
-    bool const isShiftDown = KeyPressed(e_key_l_shift) != 0 || KeyPressed(e_key_r_shift) != 0;
-    bool const isControlDown = KeyPressed(e_key_l_control) != 0 || KeyPressed(e_key_r_control) != 0;
-    KeyModifiers const modifiers = {isShiftDown, isControlDown, KeyPressed(e_key_r_alt) != 0, isCapsLockOn_,
-                                    isNumLockOn_};
-    return system_.MapKeyToCharacter(key, modifiers, character);
+    platform::KeyModifiers modifiers;
+    modifiers.isShiftDown = KeyPressed(e_key_l_shift) != 0 || KeyPressed(e_key_r_shift) != 0;
+    modifiers.isControlDown = KeyPressed(e_key_l_control) != 0 || KeyPressed(e_key_r_control) != 0;
+    modifiers.isAltDown = KeyPressed(e_key_l_alt) != 0;
+    modifiers.isAltGrDown = KeyPressed(e_key_r_alt) != 0;
+    modifiers.isCapsLockOn = isCapsLockOn_;
+    modifiers.isNumLockOn = isNumLockOn_;
+    char32_t found = 0;
+    bool const isLatin1 = platform::FindKeyCharacter(key, modifiers, found) && found <= s_lastLatin1;
+    if (isLatin1)
+        character = static_cast<char>(found);
+    return isLatin1;
 }
 
 void DesktopKeyboard::Sample()
@@ -56,9 +64,7 @@ void DesktopKeyboard::Sample()
     PostSampleUpdate();
 }
 
-DesktopMouse::DesktopMouse(HumanInterfaceDevice &device, Desktop &desktop, InputSystem &)
-    : Mouse(true),
-      desktop_(desktop)
+DesktopMouse::DesktopMouse(HumanInterfaceDevice &device, Desktop &desktop) : Mouse(true), desktop_(desktop)
 {
     SetParentHID(device);
     SetCanDisplaySystemCursor(true);

@@ -2,7 +2,7 @@
 #ifndef QUILLMARSH_PLUGINS_INPUT_DESKTOP_DESKTOPDEVICES_H
 #define QUILLMARSH_PLUGINS_INPUT_DESKTOP_DESKTOPDEVICES_H
 
-#include "inputsystem.h"
+#include "desktop.h"
 
 #include <quillmarsh/framework/humaninterfacedevice.h>
 
@@ -14,7 +14,7 @@ namespace input_desktop
 class DesktopKeyboard final : public quillmarsh::Keyboard
 {
 public:
-    DesktopKeyboard(quillmarsh::HumanInterfaceDevice &device, Desktop &desktop, InputSystem &system);
+    DesktopKeyboard(quillmarsh::HumanInterfaceDevice &device, Desktop &desktop);
 
     /// By the keys and locks of the last sample. Frame thread only.
     bool MapKeyToCharacter(quillmarsh::eKey key, char &character) override;
@@ -24,7 +24,6 @@ public:
 
 private:
     Desktop &desktop_;
-    InputSystem &system_;
     std::atomic<bool> isCapsLockOn_{false};
     std::atomic<bool> isNumLockOn_{false};
 };
@@ -35,7 +34,7 @@ private:
 class DesktopMouse final : public quillmarsh::Mouse
 {
 public:
-    DesktopMouse(quillmarsh::HumanInterfaceDevice &device, Desktop &desktop, InputSystem &system);
+    DesktopMouse(quillmarsh::HumanInterfaceDevice &device, Desktop &desktop);
 
     void OnRelativeModeChanged() override;
     void OnSyncWithSystemCursorChanged() override;
@@ -61,9 +60,9 @@ template<typename Controller>
 class DesktopDevice final : public quillmarsh::HumanInterfaceDevice
 {
 public:
-    DesktopDevice(Desktop &desktop, InputSystem &system, string const &description)
+    DesktopDevice(Desktop &desktop, quillmarsh::string const &description)
         : desktop_(desktop),
-          controller_(*this, desktop, system)
+          controller_(*this, desktop)
     {
         DeviceInfo().SetDeviceDescription(description);
         DeviceInfo().SetModelType(controller_.GetControllerInterfaceName());

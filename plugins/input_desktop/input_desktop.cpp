@@ -1,5 +1,6 @@
-// Driver of game controllers, and of keyboard and mouse of the window that has the focus.
+// Driver of game controllers, and of keyboard and mouse of the windows of the program.
 #include "desktopdevices.h"
+#include "desktopinput.h"
 #include "paddevice.h"
 
 #include <quillmarsh/framework/directinputconfig.h>
@@ -10,6 +11,7 @@
 
 #include <algorithm>
 #include <ostream>
+#include <utility>
 
 namespace input_desktop
 {
@@ -25,7 +27,8 @@ constexpr unsigned int s_flagNoWindow = 1;
 struct Session
 {
     Desktop desktop;
-    AutoPtr<InputSystem> system;
+    DesktopInput input{desktop};
+    AutoPtr<PadSystem> pads;
 };
 
 class Driver : public HIDDriver0
@@ -35,49 +38,44 @@ public:
 
     void OpenDriver(DirectInputConfig const &, unsigned int flags) override
     {
-        bool const wantsWindow = (flags & s_flagNoWindow) == 0;
-        if (session_.system == nullptr || session_.system->HasWindow() != wantsWindow)
-        {
-            session_.system.reset();
-            session_.desktop.OnFocusLost();
-            session_.system = StartInputSystem(session_.desktop, wantsWindow);
-        }
+        if (session_.pads == nullptr)
+            session_.pads = StartPadSystem();
+        session_.input.SetWantsWindow((flags & s_flagNoWindow) == 0);
     }
 
     void CloseDriver() override {}
 
     unsigned int EnumerateDevices() override
     {
-        session_.system->Pump();
-        session_.system->ListPads(pads_);
+        session_.pads->ListPads(pads_);
         names_.clear();
         for (unsigned int const id : pads_)
-            names_.push_back(session_.system->GetPadName(id));
-        return GetNumDesktopDevices() + static_cast<unsigned int>(pads_.size());
+            names_.push_back(session_.pads->GetPadName(id));
+        numDesktopDevices_ = GetNumDesktopDevices();
+        return numDesktopDevices_ + static_cast<unsigned int>(pads_.size());
     }
 
     HumanInterfaceDevice *CreateDevice(unsigned int index) override
     {
         Desktop &desktop = session_.desktop;
-        InputSystem &system = *session_.system;
-        unsigned int const numDesktopDevices = GetNumDesktopDevices();
-        if (index < numDesktopDevices)
+        if (index < numDesktopDevices_)
         {
             if (index == 0)
-                return new DesktopDevice<DesktopKeyboard>(desktop, system, "Keyboard");
-            return new DesktopDevice<DesktopMouse>(desktop, system, "Mouse");
+                return new DesktopDevice<DesktopKeyboard>(desktop, "Keyboard");
+            return new DesktopDevice<DesktopMouse>(desktop, "Mouse");
         }
-        index -= numDesktopDevices;
-        AutoPtr<Pad> pad = index < pads_.size() ? system.OpenPad(pads_[index]) : nullptr;
+        index -= numDesktopDevices_;
+        AutoPtr<Pad> pad = index < pads_.size() ? session_.pads->OpenPad(pads_[index]) : nullptr;
         return pad != nullptr ? new PadDevice(std::move(pad)) : nullptr;
     }
 
     bool PollDeviceChanges() override
     {
-        session_.system->Pump();
-        session_.system->ListPads(found_);
+        session_.input.Update();
+        session_.pads->ListPads(found_);
+        unsigned int const numBefore = std::exchange(numDesktopDevices_, GetNumDesktopDevices());
         if (found_ == pads_)
-            return false;
+            return numBefore != numDesktopDevices_;
         for (unsigned int i = 0; i < names_.size(); ++i)
         {
             if (!std::binary_search(found_.begin(), found_.end(), pads_[i]))
@@ -90,9 +88,10 @@ public:
     }
 
 private:
-    unsigned int GetNumDesktopDevices() const { return session_.system->HasWindow() ? 2 : 0; }
+    unsigned int GetNumDesktopDevices() const { return session_.input.HasWindow() ? 2 : 0; }
 
     Session &session_;
+    unsigned int numDesktopDevices_ = 0;
     /// Game controllers that are known, and their names as of the last enumeration.
     std::vector<unsigned int> pads_;
     std::vector<string> names_;

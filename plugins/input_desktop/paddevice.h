@@ -2,7 +2,7 @@
 #ifndef QUILLMARSH_PLUGINS_INPUT_DESKTOP_PADDEVICE_H
 #define QUILLMARSH_PLUGINS_INPUT_DESKTOP_PADDEVICE_H
 
-#include "inputsystem.h"
+#include "padsystem.h"
 
 #include <quillmarsh/framework/humaninterfacedevice.h>
 

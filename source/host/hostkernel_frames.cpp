@@ -1,5 +1,7 @@
 #include <quillmarsh/host/hostkernel.h>
 
+#include <quillmarsh/platform/desktopevents.h>
+
 #include <ostream>
 
 namespace quillmarsh::host
@@ -72,6 +74,7 @@ void HostKernel::CallFrameHooks(Profiler *profiler)
 
 void HostKernel::SampleDevices(Profiler *profiler)
 {
+    platform::PumpDesktop();
     if (devices_.PollDeviceChanges())
         RequestHIDReconfig(0);
     if (devices_.GetNumDevices() == 0)

@@ -26,9 +26,10 @@ struct ThreadMessage
 bool PostMessageToThread(unsigned int threadId, ThreadMessage const &message);
 
 /// Looks for the next message of the calling thread without waiting, and takes it with `remove`. Posted messages come
-/// in their order, and a timer's message when nothing else is there, one for any number of periods that went by.
+/// in their order, and a timer's message when nothing else is there, one for any number of periods that went by. On the
+/// desktop's thread, events of windows are told meanwhile, or when their message is dispatched.
 bool PeekThreadMessage(ThreadMessage &message, bool remove);
-/// Waits until the queue of the calling thread holds a message.
+/// Waits until the queue of the calling thread holds a message, or until there are events of its windows.
 void WaitThreadMessage();
 /// Brings a message to its window or its timer.
 void DispatchThreadMessage(ThreadMessage const &message);

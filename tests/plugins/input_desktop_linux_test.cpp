@@ -15,6 +15,8 @@
 #include <quillmarsh/framework/plugindescriptors.h>
 #include <quillmarsh/framework/pluginlibrary.h>
 #include <quillmarsh/framework/samplereadsentry.h>
+#include <quillmarsh/platform/desktopevents.h>
+#include <quillmarsh/platform/window.h>
 
 #include <gtest/gtest.h>
 
@@ -81,6 +83,7 @@ protected:
     /// The next frame, as far as devices go.
     bool Frame()
     {
+        platform::PumpDesktop();
         bool const changed = driver_->PollDeviceChanges();
         for (auto const &device : devices)
             SampleReadSentry const sample(*device, true);
@@ -289,8 +292,12 @@ protected:
         event.motion = {SDL_MOUSEMOTION, 0, 0, 0, 0, x, y, moveX, moveY};
         SDL_PushEvent(&event);
     }
-    static void Window(SDL_WindowEventID id, Uint32 window = 0)
+    /// To the driver's window, which is the only one.
+    static void Window(SDL_WindowEventID id)
     {
+        Uint32 window = 1;
+        while (SDL_GetWindowFromID(window) == nullptr)
+            ++window;
         SDL_Event event = {};
         event.window = {SDL_WINDOWEVENT, 0, window, static_cast<Uint8>(id), 0, 0, 0, 0, 0};
         SDL_PushEvent(&event);
@@ -323,17 +330,17 @@ TEST_F(InputDesktopKeys, CharactersAreThoseThatTheLayoutTyped)
         SDL_Scancode scancode;
         eKey key;
         SDL_Scancode modifier;
-        Uint16 locks;
+        Uint16 modifiers;
         char const *text;
         int character;
     } const cases[] = {
         {SDL_SCANCODE_A, e_key_a, SDL_SCANCODE_UNKNOWN, 0, "a", 'a'},
-        {SDL_SCANCODE_A, e_key_a, SDL_SCANCODE_RSHIFT, 0, "A", 'A'},
+        {SDL_SCANCODE_A, e_key_a, SDL_SCANCODE_RSHIFT, KMOD_RSHIFT, "A", 'A'},
         {SDL_SCANCODE_A, e_key_a, SDL_SCANCODE_UNKNOWN, KMOD_CAPS, "A", 'A'},
-        {SDL_SCANCODE_A, e_key_a, SDL_SCANCODE_LCTRL, 0, "", 0},
-        {SDL_SCANCODE_2, e_key_2, SDL_SCANCODE_LSHIFT, 0, "\"", '"'},
-        {SDL_SCANCODE_Q, e_key_q, SDL_SCANCODE_RALT, 0, "@", '@'},
-        {SDL_SCANCODE_E, e_key_e, SDL_SCANCODE_RALT, 0, "\xe2\x82\xac", 0},
+        {SDL_SCANCODE_A, e_key_a, SDL_SCANCODE_LCTRL, KMOD_LCTRL, "", 0},
+        {SDL_SCANCODE_2, e_key_2, SDL_SCANCODE_LSHIFT, KMOD_LSHIFT, "\"", '"'},
+        {SDL_SCANCODE_Q, e_key_q, SDL_SCANCODE_RALT, KMOD_RALT, "@", '@'},
+        {SDL_SCANCODE_E, e_key_e, SDL_SCANCODE_RALT, KMOD_RALT, "\xe2\x82\xac", 0},
         {SDL_SCANCODE_LEFTBRACKET, e_key_l_bracket, SDL_SCANCODE_UNKNOWN, 0, "\xc3\xbc", 0xfc},
         {SDL_SCANCODE_KP_7, e_key_num_7, SDL_SCANCODE_UNKNOWN, KMOD_NUM, "7", '7'},
         {SDL_SCANCODE_EQUALS, e_key_equals, SDL_SCANCODE_UNKNOWN, 0, "", 0},
@@ -348,8 +355,8 @@ TEST_F(InputDesktopKeys, CharactersAreThoseThatTheLayoutTyped)
         for (bool const isDown : {true, false})
         {
             if (c.modifier != SDL_SCANCODE_UNKNOWN)
-                Key(c.modifier, isDown, "", c.locks);
-            Key(c.scancode, isDown, isDown ? c.text : "", c.locks);
+                Key(c.modifier, isDown, "", c.modifiers);
+            Key(c.scancode, isDown, isDown ? c.text : "", c.modifiers);
         }
         // All of it came between two frames.
         Frame();
@@ -440,6 +447,7 @@ TEST_F(InputDesktopKeys, WheelAndButtonsAreCountedAndOnlyFromTheConnectionOn)
     turn(1, SDL_MOUSEWHEEL_NORMAL);
     Key(SDL_SCANCODE_A, true);
     Key(SDL_SCANCODE_A, false);
+    platform::PumpDesktop();
     Release();
     Make();
     Frame();
@@ -449,13 +457,54 @@ TEST_F(InputDesktopKeys, WheelAndButtonsAreCountedAndOnlyFromTheConnectionOn)
 
 TEST_F(InputDesktopKeys, ClosingTheWindowEndsTheHostAndAFlagForbidsIt)
 {
-    Window(SDL_WINDOWEVENT_CLOSE, 1);
+    Window(SDL_WINDOWEVENT_CLOSE);
     Frame();
     EXPECT_EQ(1u, kernel.numExitRequests);
-    EXPECT_FALSE(SDL_HasEvents(SDL_FIRSTEVENT, SDL_LASTEVENT));
     Release();
     Open("dummy", nullptr, 1);
     EXPECT_EQ(0u, devices.size());
+}
+
+TEST_F(InputDesktopKeys, AProgramsWindowTakesThePlaceOfTheDriversOwn)
+{
+    auto const openMain = []
+    {
+        string reason;
+        AutoPtr<platform::Window> window = platform::Window::Open({.width = 500, .height = 400}, reason);
+        EXPECT_NE(nullptr, window) << reason;
+        return window;
+    };
+    auto &mouse = Get<Mouse>(1);
+    mouse.ActivateRelativeMode(true);
+    Frame();
+    AutoPtr<platform::Window> window = openMain();
+    EXPECT_EQ(1u, platform::Window::GetNumOpen());
+    Key(SDL_SCANCODE_A, true);
+    // The devices stay, and the cursor is held on.
+    EXPECT_FALSE(Frame());
+    EXPECT_TRUE(SDL_GetRelativeMouseMode());
+    EXPECT_TRUE(Get<Keyboard>(0).KeyDown(e_key_a));
+    mouse.ActivateRelativeMode(false);
+    mouse.ActivateSyncWithSystemCursor(false);
+    Frame();
+    Move(0, 0, 2000, 2000);
+    Frame();
+    EXPECT_EQ(499, mouse.GetPositionX());
+    EXPECT_EQ(399, mouse.GetPositionY());
+    // No key stays down in a window that is gone.
+    window.reset();
+    EXPECT_FALSE(Frame());
+    EXPECT_EQ(1u, platform::Window::GetNumOpen());
+    EXPECT_EQ(0u, Get<Keyboard>(0).NumKeysPressed());
+
+    // Without a window of its own the driver has keyboard and mouse from the program's on.
+    Release();
+    Open("dummy", nullptr, 1);
+    EXPECT_FALSE(Frame());
+    window = openMain();
+    EXPECT_TRUE(Frame());
+    Make();
+    EXPECT_EQ(2u, devices.size());
 }
 
 TEST_F(InputDesktop, TakesKeysAndPointerOfARealWindow)

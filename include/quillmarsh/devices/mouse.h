@@ -4,21 +4,10 @@
 
 #include <quillmarsh/devices/buttonstates.h>
 #include <quillmarsh/framework/hidcontroller.h>
+#include <quillmarsh/platform/inputcodes.h>
 
 namespace quillmarsh
 {
-
-/// Button of a mouse. The GUI acts on the first by default; a concrete mouse assigns its buttons to the others.
-enum eMouseButton : unsigned int
-{
-    e_mouse_button_left = 0,
-    e_mouse_button_right,
-    e_mouse_button_middle,
-    e_mouse_button_extra1,
-    e_mouse_button_extra2,
-    /// The GUI takes this one for none.
-    e_mouse_button_extra3
-};
 
 /// Position, movement, wheel and buttons of a mouse.
 ///

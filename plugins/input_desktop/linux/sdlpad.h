@@ -2,7 +2,7 @@
 #ifndef QUILLMARSH_PLUGINS_INPUT_DESKTOP_LINUX_SDLPAD_H
 #define QUILLMARSH_PLUGINS_INPUT_DESKTOP_LINUX_SDLPAD_H
 
-#include "../inputsystem.h"
+#include "../padsystem.h"
 
 #include <SDL.h>
 

@@ -2,7 +2,7 @@
 #ifndef QUILLMARSH_PLUGINS_INPUT_DESKTOP_WIN32_WINPAD_H
 #define QUILLMARSH_PLUGINS_INPUT_DESKTOP_WIN32_WINPAD_H
 
-#include "../inputsystem.h"
+#include "../padsystem.h"
 
 namespace input_desktop
 {

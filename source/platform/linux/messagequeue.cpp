@@ -1,6 +1,8 @@
-#include "source/platform/messagequeue.h"
+#include "source/platform/linux/messagequeue.h"
 
+#include "source/platform/desktopevents.h"
 #include "source/platform/linux/futex.h"
+#include "source/platform/linux/sdl/sdlevents.h"
 #include "source/platform/linux/waitableobject.h"
 
 #include <algorithm>
@@ -56,30 +58,44 @@ public:
                 posted_.pop_front();
             return true;
         }
+        return PeekTimer(message, remove);
+    }
 
-        auto const first = FindFirstDue();
-        Clock::time_point const now = Clock::now();
-        if (first == timers_.end() || first->due > now)
-            return false;
-        message = {first->window, s_messageTimer, reinterpret_cast<std::uintptr_t>(first->object),
-                   reinterpret_cast<std::intptr_t>(first->callback)};
-        // A late timer has missed what went by.
-        Clock::time_point const next = first->due + first->period;
-        if (remove)
-            first->due = next > now ? next : now + first->period;
-        return true;
+    /// Takes the message of the timer that is due first; false when none is due.
+    bool TakeTimer(ThreadMessage &message)
+    {
+        SuspensionDeferral const deferral;
+        std::lock_guard const lock(mutex_);
+        return PeekTimer(message, true);
+    }
+
+    std::size_t GetNumTimers()
+    {
+        SuspensionDeferral const deferral;
+        std::lock_guard const lock(mutex_);
+        return timers_.size();
     }
 
     void Wait()
     {
+        bool const waitsForDesktop = IsDesktopThread();
         for (;;)
         {
             std::uint32_t const seen = numChanges_;
+            waitsForDesktop_ = waitsForDesktop;
             std::optional<unsigned int> const wait = GetWaitMilliseconds();
             if (wait == 0u)
                 return;
-            timespec const deadline = MakeDeadline(wait.value_or(0));
-            WaitForChange(numChanges_, seen, wait ? &deadline : nullptr);
+            if (!waitsForDesktop)
+            {
+                timespec const deadline = MakeDeadline(wait.value_or(0));
+                WaitForChange(numChanges_, seen, wait ? &deadline : nullptr);
+            }
+            else if (WaitForDesktopEvent(wait))
+            {
+                // Events are there; they are told when the thread looks for messages.
+                return;
+            }
         }
     }
 
@@ -115,6 +131,22 @@ public:
     }
 
 private:
+    /// Under the lock.
+    bool PeekTimer(ThreadMessage &message, bool remove)
+    {
+        auto const first = FindFirstDue();
+        Clock::time_point const now = Clock::now();
+        if (first == timers_.end() || first->due > now)
+            return false;
+        message = {first->window, s_messageTimer, reinterpret_cast<std::uintptr_t>(first->object),
+                   reinterpret_cast<std::intptr_t>(first->callback)};
+        // A late timer has missed what went by.
+        Clock::time_point const next = first->due + first->period;
+        if (remove)
+            first->due = next > now ? next : now + first->period;
+        return true;
+    }
+
     std::vector<WindowTimer>::iterator FindTimer(HWND window, void *object)
     {
         return std::find_if(timers_.begin(), timers_.end(),
@@ -146,9 +178,13 @@ private:
     {
         ++numChanges_;
         NotifyChange(numChanges_);
+        if (waitsForDesktop_.exchange(false))
+            WakeDesktop();
     }
 
     FutexWord numChanges_{0};
+    /// The thread waits, or is about to wait, for events of windows as well.
+    std::atomic<bool> waitsForDesktop_{false};
     std::mutex mutex_;
     std::deque<ThreadMessage> posted_;
     std::vector<WindowTimer> timers_;
@@ -216,6 +252,7 @@ bool PostMessageToThread(unsigned int threadId, ThreadMessage const &message)
 
 bool PeekThreadMessage(ThreadMessage &message, bool remove)
 {
+    TakeDesktopEvents();
     return GetOwnQueue().Peek(message, remove);
 }
 
@@ -232,6 +269,15 @@ void DispatchThreadMessage(ThreadMessage const &message)
     void *const object = reinterpret_cast<void *>(message.wParam);
     if (WindowTimerCallback const callback = GetOwnQueue().GetTimerCallback(message.window, object))
         callback(object);
+}
+
+void DispatchWindowTimers()
+{
+    MessageQueue &queue = GetOwnQueue();
+    ThreadMessage message;
+    // Each timer has its turn at most once, so that none keeps the thread.
+    for (std::size_t rest = queue.GetNumTimers(); rest > 0 && queue.TakeTimer(message); --rest)
+        DispatchThreadMessage(message);
 }
 
 std::uintptr_t SetWindowTimer(HWND window, void *object, unsigned int periodMilliseconds, WindowTimerCallback callback)

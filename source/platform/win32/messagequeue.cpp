@@ -1,6 +1,6 @@
 #include "source/platform/messagequeue.h"
 
-#include "source/platform/win32/windows.h"
+#include "source/platform/win32/winwindow.h"
 
 #include <map>
 #include <mutex>
@@ -47,7 +47,8 @@ bool PostMessageToThread(unsigned int threadId, ThreadMessage const &message)
 bool PeekThreadMessage(ThreadMessage &message, bool remove)
 {
     MSG next;
-    if (!PeekMessageA(&next, nullptr, 0, 0, remove ? PM_REMOVE : PM_NOREMOVE))
+    // The wide calls: windows have their text in UTF-16.
+    if (!PeekMessageW(&next, nullptr, 0, 0, remove ? PM_REMOVE : PM_NOREMOVE))
         return false;
     message = {next.hwnd, next.message, next.wParam, next.lParam};
     return true;
@@ -55,7 +56,8 @@ bool PeekThreadMessage(ThreadMessage &message, bool remove)
 
 void WaitThreadMessage()
 {
-    WaitMessage();
+    // Messages that are there are enough, also when somebody has looked at them already.
+    MsgWaitForMultipleObjectsEx(0, nullptr, INFINITE, QS_ALLINPUT, MWMO_INPUTAVAILABLE);
 }
 
 void DispatchThreadMessage(ThreadMessage const &message)
@@ -66,7 +68,8 @@ void DispatchThreadMessage(ThreadMessage const &message)
     next.wParam = message.wParam;
     next.lParam = message.lParam;
     TranslateMessage(&next);
-    DispatchMessageA(&next);
+    DispatchMessageW(&next);
+    RethrowFromCallbacks();
 }
 
 std::uintptr_t SetWindowTimer(HWND window, void *object, unsigned int periodMilliseconds, WindowTimerCallback callback)

@@ -1,6 +1,6 @@
 #include "source/platform/desktop.h"
 
-#include "source/platform/linux/sdlvideo.h"
+#include "source/platform/linux/sdl/sdlvideo.h"
 
 #include <SDL.h>
 #include <fontconfig/fontconfig.h>

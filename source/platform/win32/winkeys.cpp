@@ -1,14 +1,13 @@
-#include "winkeys.h"
+#include "source/platform/win32/winkeys.h"
+
+#include <quillmarsh/platform/desktopevents.h>
+
+#include "source/platform/win32/windows.h"
 
 #include <iterator>
 
-#include <windows.h>
-
-namespace input_desktop
+namespace quillmarsh::platform
 {
-
-using namespace quillmarsh;
-
 namespace
 {
 
@@ -105,7 +104,7 @@ eKey FindKey(unsigned int scanCode, bool isExtended)
     return e_key_none;
 }
 
-bool FindCharacter(eKey key, KeyModifiers const &modifiers, char &character)
+bool FindKeyCharacter(eKey key, KeyModifiers const &modifiers, char32_t &character)
 {
     constexpr unsigned int keepSystemState = 4;
     constexpr BYTE isDown = 0x80;
@@ -122,11 +121,11 @@ bool FindCharacter(eKey key, KeyModifiers const &modifiers, char &character)
     state[VK_CAPITAL] = modifiers.isCapsLockOn ? 1 : 0;
     wchar_t text[8];
     int const length = ToUnicodeEx(virtualKey, 0, state, text, std::size(text), keepSystemState, layout);
-    bool const isPrintable = (text[0] >= 0x20 && text[0] < 0x7f) || (text[0] >= 0xa0 && text[0] <= 0xff);
-    if (length != 1 || !isPrintable)
+    bool const isControl = text[0] < 0x20 || (text[0] >= 0x7f && text[0] < 0xa0);
+    if (length != 1 || isControl)
         return false;
-    character = static_cast<char>(text[0]);
+    character = text[0];
     return true;
 }
 
-} // namespace input_desktop
+} // namespace quillmarsh::platform

@@ -1,8 +1,6 @@
-// What the driver takes from the system that it runs on. The build picks the side: linux/ or win32/.
-#ifndef QUILLMARSH_PLUGINS_INPUT_DESKTOP_INPUTSYSTEM_H
-#define QUILLMARSH_PLUGINS_INPUT_DESKTOP_INPUTSYSTEM_H
-
-#include "desktop.h"
+// Game controllers, as the system has them. The build picks the side: linux/ or win32/.
+#ifndef QUILLMARSH_PLUGINS_INPUT_DESKTOP_PADSYSTEM_H
+#define QUILLMARSH_PLUGINS_INPUT_DESKTOP_PADSYSTEM_H
 
 #include <quillmarsh/devices/gamecontroller.h>
 
@@ -53,35 +51,21 @@ protected:
     PadDesc desc_;
 };
 
-/// The system's side of the driver. Frame thread only.
-class InputSystem : quillmarsh::NoCopy
+/// The system's game controllers. Each has a number for as long as it is plugged in. Frame thread only.
+class PadSystem : quillmarsh::NoCopy
 {
 public:
-    virtual ~InputSystem() = default;
+    virtual ~PadSystem() = default;
 
-    /// Whether there is a window that keyboard and mouse belong to.
-    virtual bool HasWindow() const = 0;
-    /// Brings the new events into the desktop, and the desktop's wishes to the cursor.
-    virtual void Pump() = 0;
-
-    /// @name Game controllers
-    /// Each has a number for as long as it is plugged in.
-    /// @{
-
-    /// Those that are plugged in, in ascending order.
+    /// Lists those that are plugged in, in ascending order.
     virtual void ListPads(std::vector<unsigned int> &ids) = 0;
     virtual string GetPadName(unsigned int id) = 0;
     /// Null when it has been unplugged, or cannot be opened.
     virtual quillmarsh::AutoPtr<Pad> OpenPad(unsigned int id) = 0;
-    /// @}
-
-    /// Character of a key under the present layout, in Latin-1; false if the key has none.
-    virtual bool MapKeyToCharacter(quillmarsh::eKey key, KeyModifiers const &modifiers, char &character) = 0;
 };
 
-/// Starts the side that the driver was built with. Events go to the desktop until the end of the system. A window is
-/// opened if it is wanted and can be had. Throws HIDDriverException when nothing can be had at all.
-quillmarsh::AutoPtr<InputSystem> StartInputSystem(Desktop &desktop, bool wantsWindow);
+/// Starts the side that the driver was built with. Throws HIDDriverException when nothing can be had at all.
+quillmarsh::AutoPtr<PadSystem> StartPadSystem();
 
 } // namespace input_desktop
 

@@ -1,10 +1,11 @@
-#include "sdlkeys.h"
+#include "source/platform/linux/sdl/sdlkeys.h"
 
-namespace input_desktop
+#include <quillmarsh/basetools/texttools.h>
+
+#include <array>
+
+namespace quillmarsh::platform
 {
-
-using namespace quillmarsh;
-
 namespace
 {
 
@@ -108,6 +109,9 @@ SDL_Scancode FindScancode(eKey key)
     return SDL_SCANCODE_UNKNOWN;
 }
 
+constexpr char32_t s_noCharacter = 0;
+constexpr char32_t s_notKnown = 0xffffffff;
+
 std::size_t GetIndex(KeyModifiers const &modifiers)
 {
     return static_cast<std::size_t>(modifiers.isShiftDown) | static_cast<std::size_t>(modifiers.isControlDown) << 1 |
@@ -115,41 +119,55 @@ std::size_t GetIndex(KeyModifiers const &modifiers)
            static_cast<std::size_t>(modifiers.isCapsLockOn) << 3 | static_cast<std::size_t>(modifiers.isNumLockOn) << 4;
 }
 
+/// What was learned, by modifiers and key.
+struct Characters
+{
+    std::array<std::array<char32_t, e_key_none>, 32> table;
+    char32_t *last = nullptr;
+
+    Characters() { Forget(); }
+    void Forget()
+    {
+        for (auto &row : table)
+            row.fill(s_notKnown);
+        last = nullptr;
+    }
+};
+
+Characters &GetCharacters()
+{
+    static Characters s_characters;
+    return s_characters;
+}
+
 bool IsPrintable(int code)
 {
     return (code >= 0x20 && code < 0x7f) || (code >= 0xa0 && code <= 0xff);
 }
 
-/// The one Latin-1 character that the text is, or 0.
-short DecodeLatin1(char const *text)
+/// The one character that a text in UTF-8 is, or none.
+char32_t DecodeCharacter(char const *text)
 {
-    auto const *const bytes = reinterpret_cast<unsigned char const *>(text);
-    int code = bytes[0];
-    if (code == 0)
-        return 0;
-    bool isAlone = bytes[1] == 0;
-    if (code == 0xc2 || code == 0xc3)
-    {
-        code = (code & 3) << 6 | (bytes[1] & 0x3f);
-        isAlone = bytes[1] != 0 && bytes[2] == 0;
-    }
-    else if (code >= 0x80)
-    {
-        return 0;
-    }
-    return static_cast<short>(isAlone && IsPrintable(code) ? code : 0);
+    wstring units;
+    if (!AsciiToUnicode(text, units))
+        return s_noCharacter;
+    if (units.size() == 1)
+        return units[0];
+    bool const isPair = units.size() == 2 && (units[0] & 0xfc00) == 0xd800;
+    return isPair ? 0x10000u + ((units[0] & 0x3ffu) << 10) + (units[1] & 0x3ffu) : s_noCharacter;
 }
 
-/// What a key means by itself, or with its letter made large. 0 if that takes more than SDL tells.
-short Guess(eKey key, KeyModifiers const &modifiers)
+/// What a key means by itself, or with its letter made large. None if that takes more than SDL tells.
+char32_t Guess(eKey key, KeyModifiers const &modifiers)
 {
     if (modifiers.isControlDown || modifiers.isAltGrDown)
-        return 0;
+        return s_noCharacter;
     int const code = SDL_GetKeyFromScancode(FindScancode(key));
     bool const isLetter = (code >= 'a' && code <= 'z') || (code >= 0xe0 && code <= 0xfe && code != 0xf7);
     if (isLetter && modifiers.isShiftDown != modifiers.isCapsLockOn)
-        return static_cast<short>(code - 0x20);
-    return static_cast<short>(IsPrintable(code) && (isLetter || !modifiers.isShiftDown) ? code : 0);
+        return static_cast<char32_t>(code - 0x20);
+    bool const isKnown = IsPrintable(code) && (isLetter || !modifiers.isShiftDown);
+    return isKnown ? static_cast<char32_t>(code) : s_noCharacter;
 }
 
 } // namespace
@@ -159,37 +177,40 @@ eKey FindKey(SDL_Scancode scancode)
     return scancode >= 0 && scancode < SDL_NUM_SCANCODES ? static_cast<eKey>(s_keys[scancode]) : e_key_none;
 }
 
-void CharacterMap::Forget()
+KeyModifiers MakeModifiers(unsigned int sdlModifiers)
 {
-    CriticalSectionSentry const guard(lock_);
-    for (auto &row : characters_)
-        row.fill(s_notKnown);
+    auto const has = [sdlModifiers](unsigned int mask) { return (sdlModifiers & mask) != 0; };
+    return {has(KMOD_SHIFT), has(KMOD_CTRL), has(KMOD_LALT), has(KMOD_RALT | KMOD_MODE), has(KMOD_CAPS), has(KMOD_NUM)};
 }
 
-void CharacterMap::OnKeyDown(eKey key, KeyModifiers const &modifiers)
+void LearnKeyDown(eKey key, KeyModifiers const &modifiers)
 {
-    CriticalSectionSentry const guard(lock_);
-    last_ = key < e_key_none ? &characters_[GetIndex(modifiers)][key] : nullptr;
-    if (last_ != nullptr)
-        *last_ = 0;
+    Characters &characters = GetCharacters();
+    characters.last = key < e_key_none ? &characters.table[GetIndex(modifiers)][key] : nullptr;
+    if (characters.last)
+        *characters.last = s_noCharacter;
 }
 
-void CharacterMap::OnText(char const *text)
+void LearnText(char const *text)
 {
-    CriticalSectionSentry const guard(lock_);
-    if (last_ != nullptr)
-        *last_ = DecodeLatin1(text);
+    if (char32_t *const last = GetCharacters().last)
+        *last = DecodeCharacter(text);
 }
 
-bool CharacterMap::Find(eKey key, KeyModifiers const &modifiers, char &character) const
+void ForgetCharacters()
 {
-    CriticalSectionSentry const guard(lock_);
-    short const known = characters_[GetIndex(modifiers)][key];
-    short const code = known != s_notKnown ? known : Guess(key, modifiers);
-    if (code == 0)
+    GetCharacters().Forget();
+}
+
+bool FindKeyCharacter(eKey key, KeyModifiers const &modifiers, char32_t &character)
+{
+    if (key >= e_key_none)
         return false;
-    character = static_cast<char>(code);
-    return true;
+    char32_t const known = GetCharacters().table[GetIndex(modifiers)][key];
+    char32_t const found = known != s_notKnown ? known : Guess(key, modifiers);
+    if (found != s_noCharacter)
+        character = found;
+    return found != s_noCharacter;
 }
 
-} // namespace input_desktop
+} // namespace quillmarsh::platform

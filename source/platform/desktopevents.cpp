@@ -1,0 +1,36 @@
+#include "source/platform/desktopevents.h"
+
+#include <quillmarsh/basetools/observerlist.h>
+
+namespace quillmarsh::platform
+{
+namespace
+{
+
+ObserverList<DesktopListener> &GetListeners()
+{
+    // Outlasts the listeners of plug-ins that stay loaded.
+    static ObserverList<DesktopListener> &s_listeners = *new ObserverList<DesktopListener>;
+    return s_listeners;
+}
+
+} // namespace
+
+DesktopListener::~DesktopListener() = default;
+
+DesktopSubscription::DesktopSubscription(DesktopListener &listener) : listener_(listener)
+{
+    GetListeners().Add(&listener);
+}
+
+DesktopSubscription::~DesktopSubscription()
+{
+    GetListeners().Remove(&listener_);
+}
+
+void TellDesktop(DesktopEvent const &event)
+{
+    GetListeners().ForEach([&event](DesktopListener &listener) { listener.OnDesktopEvent(event); });
+}
+
+} // namespace quillmarsh::platform

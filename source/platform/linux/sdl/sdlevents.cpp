@@ -1,0 +1,198 @@
+#include "source/platform/linux/sdl/sdlevents.h"
+
+#include "source/platform/desktopevents.h"
+#include "source/platform/linux/messagequeue.h"
+#include "source/platform/linux/sdl/sdlkeys.h"
+#include "source/platform/linux/sdl/sdlwindow.h"
+
+#include <algorithm>
+#include <iterator>
+
+namespace quillmarsh::platform
+{
+namespace
+{
+
+struct WindowEventRow
+{
+    SDL_WindowEventID id;
+    eDesktopEvent kind;
+    bool isOn = false;
+};
+
+constexpr WindowEventRow s_windowEvents[] = {
+    {SDL_WINDOWEVENT_CLOSE, eDesktopEvent::e_windowCloseWish},
+    {SDL_WINDOWEVENT_FOCUS_GAINED, eDesktopEvent::e_windowActive, true},
+    {SDL_WINDOWEVENT_FOCUS_LOST, eDesktopEvent::e_windowActive, false},
+    {SDL_WINDOWEVENT_SHOWN, eDesktopEvent::e_windowGeometry},
+    {SDL_WINDOWEVENT_HIDDEN, eDesktopEvent::e_windowGeometry},
+    {SDL_WINDOWEVENT_MOVED, eDesktopEvent::e_windowGeometry},
+    {SDL_WINDOWEVENT_SIZE_CHANGED, eDesktopEvent::e_windowGeometry},
+    {SDL_WINDOWEVENT_MINIMIZED, eDesktopEvent::e_windowGeometry},
+    {SDL_WINDOWEVENT_MAXIMIZED, eDesktopEvent::e_windowGeometry},
+    {SDL_WINDOWEVENT_RESTORED, eDesktopEvent::e_windowGeometry},
+    {SDL_WINDOWEVENT_EXPOSED, eDesktopEvent::e_windowExposed},
+    {SDL_WINDOWEVENT_ENTER, eDesktopEvent::e_mouseInside, true},
+    {SDL_WINDOWEVENT_LEAVE, eDesktopEvent::e_mouseInside, false},
+};
+
+struct PlainEventRow
+{
+    SDL_EventType type;
+    eDesktopEvent kind;
+};
+
+/// Those that concern no window.
+constexpr PlainEventRow s_plainEvents[] = {
+    {SDL_QUIT, eDesktopEvent::e_exitWish},
+    {SDL_CLIPBOARDUPDATE, eDesktopEvent::e_clipboard},
+    {SDL_DISPLAYEVENT, eDesktopEvent::e_displays},
+    {SDL_KEYMAPCHANGED, eDesktopEvent::e_keyboardLayout},
+};
+
+DesktopEvent MakeEvent(eDesktopEvent kind, Uint32 windowID)
+{
+    DesktopEvent event = {kind};
+    if (SDL_Window *const window = SDL_GetWindowFromID(windowID))
+        event.window = Window::Find(reinterpret_cast<HWND>(window));
+    return event;
+}
+
+void OnWindowEvent(SDL_WindowEvent const &event)
+{
+    auto const row = std::find_if(std::begin(s_windowEvents), std::end(s_windowEvents),
+                                  [&event](WindowEventRow const &each) { return each.id == event.event; });
+    if (row == std::end(s_windowEvents))
+        return;
+    DesktopEvent told = MakeEvent(row->kind, event.windowID);
+    // The window may be gone since.
+    if (!told.window)
+        return;
+    told.isOn = row->isOn;
+    Window::System &system = told.window->GetSystem();
+    if (event.event == SDL_WINDOWEVENT_ENTER)
+        system.ApplyCursor();
+    if (event.event == SDL_WINDOWEVENT_EXPOSED && system.isFilled)
+        system.Fill();
+    TellDesktop(told);
+}
+
+void OnKey(SDL_KeyboardEvent const &event)
+{
+    DesktopEvent told = MakeEvent(eDesktopEvent::e_key, event.windowID);
+    told.key = FindKey(event.keysym.scancode);
+    told.isOn = event.state == SDL_PRESSED;
+    told.isRepeat = event.repeat != 0;
+    told.modifiers = MakeModifiers(event.keysym.mod);
+    if (told.isOn)
+        LearnKeyDown(told.key, told.modifiers);
+    TellDesktop(told);
+}
+
+void OnText(SDL_TextInputEvent const &event)
+{
+    LearnText(event.text);
+    DesktopEvent told = MakeEvent(eDesktopEvent::e_text, event.windowID);
+    static_assert(sizeof(told.text) == sizeof(event.text));
+    std::copy(std::begin(event.text), std::end(event.text), told.text);
+    TellDesktop(told);
+}
+
+void OnMouseMove(SDL_MouseMotionEvent const &event)
+{
+    DesktopEvent told = MakeEvent(eDesktopEvent::e_mouseMove, event.windowID);
+    told.x = event.x;
+    told.y = event.y;
+    told.moveX = static_cast<float>(event.xrel);
+    told.moveY = static_cast<float>(event.yrel);
+    TellDesktop(told);
+}
+
+void OnMouseButton(SDL_MouseButtonEvent const &event)
+{
+    constexpr eMouseButton buttons[] = {e_mouse_button_extra3, e_mouse_button_left,   e_mouse_button_middle,
+                                        e_mouse_button_right,  e_mouse_button_extra1, e_mouse_button_extra2};
+    DesktopEvent told = MakeEvent(eDesktopEvent::e_mouseButton, event.windowID);
+    told.button = buttons[event.button < std::size(buttons) ? event.button : 0];
+    told.isOn = event.state == SDL_PRESSED;
+    told.x = event.x;
+    told.y = event.y;
+    TellDesktop(told);
+}
+
+void OnMouseWheel(SDL_MouseWheelEvent const &event)
+{
+    DesktopEvent told = MakeEvent(eDesktopEvent::e_mouseWheel, event.windowID);
+    told.wheel = event.direction == SDL_MOUSEWHEEL_FLIPPED ? -event.preciseY : event.preciseY;
+    TellDesktop(told);
+}
+
+void OnPlainEvent(SDL_Event const &event)
+{
+    if (event.type == SDL_KEYMAPCHANGED)
+        ForgetCharacters();
+    for (PlainEventRow const &row : s_plainEvents)
+    {
+        if (row.type == event.type)
+            TellDesktop({row.kind});
+    }
+}
+
+void OnEvent(SDL_Event const &event)
+{
+    switch (event.type)
+    {
+    case SDL_WINDOWEVENT:
+        return OnWindowEvent(event.window);
+    case SDL_KEYDOWN:
+    case SDL_KEYUP:
+        return OnKey(event.key);
+    case SDL_TEXTINPUT:
+        return OnText(event.text);
+    case SDL_MOUSEMOTION:
+        return OnMouseMove(event.motion);
+    case SDL_MOUSEBUTTONDOWN:
+    case SDL_MOUSEBUTTONUP:
+        return OnMouseButton(event.button);
+    case SDL_MOUSEWHEEL:
+        return OnMouseWheel(event.wheel);
+    case SDL_DROPFILE:
+    case SDL_DROPTEXT:
+        return SDL_free(event.drop.file);
+    default:
+        return OnPlainEvent(event);
+    }
+}
+
+} // namespace
+
+void TakeDesktopEvents()
+{
+    SDL_Event event;
+    // A listener may destroy the last window, and SDL's video part with it.
+    while (IsDesktopThread() && SDL_PollEvent(&event))
+        OnEvent(event);
+}
+
+void PumpDesktop()
+{
+    if (!IsDesktopThread())
+        return;
+    TakeDesktopEvents();
+    DispatchWindowTimers();
+}
+
+bool WaitForDesktopEvent(std::optional<unsigned int> milliseconds)
+{
+    constexpr unsigned int longest = 1000000;
+    return SDL_WaitEventTimeout(nullptr, milliseconds ? static_cast<int>(std::min(*milliseconds, longest)) : -1) != 0;
+}
+
+void WakeDesktop()
+{
+    SDL_Event event = {};
+    event.type = SDL_USEREVENT;
+    SDL_PushEvent(&event);
+}
+
+} // namespace quillmarsh::platform

@@ -1,0 +1,113 @@
+#include "source/platform/linux/sdl/sdlvideo.h"
+
+#include <quillmarsh/platform/window.h>
+
+#include <SDL.h>
+
+#include <algorithm>
+#include <cstdlib>
+#include <iterator>
+
+namespace quillmarsh::platform
+{
+namespace
+{
+
+constexpr char const *s_displayVariables[] = {"DISPLAY", "WAYLAND_DISPLAY", "SDL_VIDEODRIVER"};
+
+struct Hint
+{
+    char const *name;
+    char const *value;
+};
+
+constexpr Hint s_hints[] = {
+    {SDL_HINT_NO_SIGNAL_HANDLERS, "1"},
+    {SDL_HINT_VIDEO_ALLOW_SCREENSAVER, "1"},
+    // A window is no game that fills the screen: no graphics card for a filled one, and the desktop stays as it is.
+    {SDL_HINT_FRAMEBUFFER_ACCELERATION, "0"},
+    {SDL_HINT_VIDEO_X11_NET_WM_BYPASS_COMPOSITOR, "0"},
+    // Closing the last window is a wish like closing another one.
+    {SDL_HINT_QUIT_ON_LAST_WINDOW_CLOSE, "0"},
+};
+
+/// The hints that the program has not set, while somebody uses the video part.
+struct HintSetting
+{
+    std::mutex mutex;
+    unsigned int numUses = 0;
+    bool areOurs[std::size(s_hints)] = {};
+
+    void Begin()
+    {
+        std::lock_guard const lock(mutex);
+        if (numUses++ > 0)
+            return;
+        for (std::size_t i = 0; i < std::size(s_hints); ++i)
+        {
+            areOurs[i] = SDL_GetHint(s_hints[i].name) == nullptr;
+            if (areOurs[i])
+                SDL_SetHint(s_hints[i].name, s_hints[i].value);
+        }
+    }
+
+    void End()
+    {
+        std::lock_guard const lock(mutex);
+        if (--numUses > 0)
+            return;
+        for (std::size_t i = 0; i < std::size(s_hints); ++i)
+        {
+            if (areOurs[i])
+                SDL_ResetHint(s_hints[i].name);
+        }
+    }
+};
+
+constinit HintSetting s_hintSetting;
+std::mutex s_startMutex;
+std::mutex s_queryMutex;
+
+bool StartVideo()
+{
+    s_hintSetting.Begin();
+    std::lock_guard const lock(s_startMutex);
+    bool const canStart = SDL_WasInit(SDL_INIT_VIDEO) != 0 || HasDisplay();
+    return canStart && SDL_InitSubSystem(SDL_INIT_VIDEO) == 0;
+}
+
+} // namespace
+
+// Without one of them SDL would take the screen of a text console.
+bool HasDisplay()
+{
+    return std::any_of(std::begin(s_displayVariables), std::end(s_displayVariables),
+                       [](char const *name)
+                       {
+                           char const *const value = std::getenv(name);
+                           return value && *value;
+                       });
+}
+
+SdlVideoUse::SdlVideoUse() : isStarted_(StartVideo()) {}
+
+SdlVideoUse::~SdlVideoUse()
+{
+    if (isStarted_ && !isKept_)
+    {
+        std::lock_guard const lock(s_startMutex);
+        SDL_QuitSubSystem(SDL_INIT_VIDEO);
+    }
+    s_hintSetting.End();
+}
+
+string SdlVideoUse::GetReason()
+{
+    if (!HasDisplay())
+        return "The environment names no display: DISPLAY and WAYLAND_DISPLAY are not set.";
+    return string("The display cannot be used: ") + SDL_GetError() + ".";
+}
+
+SdlVideoSentry::SdlVideoSentry() : lock_(s_queryMutex) {}
+
+} // namespace quillmarsh::platform

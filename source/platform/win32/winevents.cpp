@@ -1,0 +1,342 @@
+// The messages of windows, as events.
+#include "source/platform/desktopevents.h"
+#include "source/platform/win32/winkeys.h"
+#include "source/platform/win32/winwindow.h"
+
+#include <quillmarsh/basetools/texttools.h>
+
+#include <algorithm>
+#include <exception>
+#include <utility>
+
+#include <windowsx.h>
+
+namespace quillmarsh::platform
+{
+namespace
+{
+
+constexpr wchar_t s_szWindowClass[] = L"QuillmarshWindow";
+
+/// Thrown by a listener while Windows called back.
+std::exception_ptr s_thrown;
+
+/// A message of a mouse button, for up and down alike.
+struct ButtonMessage
+{
+    UINT down;
+    UINT up;
+    eMouseButton button;
+};
+
+constexpr ButtonMessage s_buttonMessages[] = {
+    {WM_LBUTTONDOWN, WM_LBUTTONUP, e_mouse_button_left},
+    {WM_RBUTTONDOWN, WM_RBUTTONUP, e_mouse_button_right},
+    {WM_MBUTTONDOWN, WM_MBUTTONUP, e_mouse_button_middle},
+    {WM_XBUTTONDOWN, WM_XBUTTONUP, e_mouse_button_extra1},
+};
+
+struct PlainMessage
+{
+    UINT message;
+    eDesktopEvent kind;
+    /// Every window gets it: the first one that is open tells it.
+    bool isOfAll = false;
+};
+
+constexpr PlainMessage s_plainMessages[] = {
+    {WM_CLOSE, eDesktopEvent::e_windowCloseWish},
+    {WM_MOVE, eDesktopEvent::e_windowGeometry},
+    {WM_SIZE, eDesktopEvent::e_windowGeometry},
+    {WM_SHOWWINDOW, eDesktopEvent::e_windowGeometry},
+    {WM_INPUTLANGCHANGE, eDesktopEvent::e_keyboardLayout, true},
+    {WM_CLIPBOARDUPDATE, eDesktopEvent::e_clipboard, true},
+    {WM_DISPLAYCHANGE, eDesktopEvent::e_displays, true},
+    {WM_DEVICECHANGE, eDesktopEvent::e_hardware, true},
+    {WM_QUERYENDSESSION, eDesktopEvent::e_exitWish, true},
+};
+
+DesktopEvent MakeEvent(eDesktopEvent kind, Window::System &system)
+{
+    DesktopEvent event = {kind};
+    event.window = &system.owner;
+    return event;
+}
+
+KeyModifiers ReadModifiers()
+{
+    auto const isDown = [](int key) { return GetKeyState(key) < 0; };
+    auto const isOn = [](int key) { return (GetKeyState(key) & 1) != 0; };
+    return {isDown(VK_SHIFT), isDown(VK_CONTROL), isDown(VK_LMENU),
+            isDown(VK_RMENU), isOn(VK_CAPITAL),   isOn(VK_NUMLOCK)};
+}
+
+void OnKey(Window::System &system, LPARAM lParam, bool isDown)
+{
+    DesktopEvent event = MakeEvent(eDesktopEvent::e_key, system);
+    event.key = FindKey(static_cast<unsigned int>(lParam >> 16) & 0xff, (lParam & 1 << 24) != 0);
+    event.modifiers = ReadModifiers();
+    event.isOn = isDown;
+    event.isRepeat = isDown && (lParam & 1 << 30) != 0;
+    // This key is told of when it goes up only.
+    if (event.key == e_key_print_screen && !isDown)
+    {
+        event.isOn = true;
+        TellDesktop(event);
+        event.isOn = false;
+    }
+    TellDesktop(event);
+}
+
+void OnCharacter(Window::System &system, wchar_t unit)
+{
+    bool const isHigh = (unit & 0xfc00) == 0xd800;
+    wchar_t const high = std::exchange(system.highSurrogate, isHigh ? unit : L'\0');
+    bool const isControl = unit < 0x20 || (unit >= 0x7f && unit < 0xa0);
+    if (isHigh || isControl)
+        return;
+    wstring units;
+    if ((unit & 0xfc00) == 0xdc00)
+        units += high;
+    units += unit;
+    string text;
+    DesktopEvent event = MakeEvent(eDesktopEvent::e_text, system);
+    if (!UnicodeToAscii(units, text))
+        return;
+    std::copy(text.begin(), text.end(), event.text);
+    TellDesktop(event);
+}
+
+void OnInside(Window::System &system, bool isInside)
+{
+    system.isMouseInside = isInside;
+    DesktopEvent event = MakeEvent(eDesktopEvent::e_mouseInside, system);
+    event.isOn = isInside;
+    TellDesktop(event);
+}
+
+void OnMouseMove(Window::System &system, POINT position)
+{
+    if (!system.isMouseInside)
+    {
+        TRACKMOUSEEVENT track = {sizeof(track), TME_LEAVE, system.window, 0};
+        TrackMouseEvent(&track);
+        system.lastPosition = position;
+        OnInside(system, true);
+    }
+    DesktopEvent event = MakeEvent(eDesktopEvent::e_mouseMove, system);
+    event.x = static_cast<int>(position.x);
+    event.y = static_cast<int>(position.y);
+    if (!IsCursorHeld())
+    {
+        event.moveX = static_cast<float>(position.x - system.lastPosition.x);
+        event.moveY = static_cast<float>(position.y - system.lastPosition.y);
+    }
+    system.lastPosition = position;
+    TellDesktop(event);
+}
+
+void OnRawInput(Window::System &system, LPARAM lParam)
+{
+    RAWINPUT input;
+    UINT size = sizeof(input);
+    UINT const got =
+        GetRawInputData(reinterpret_cast<HRAWINPUT>(lParam), RID_INPUT, &input, &size, sizeof(RAWINPUTHEADER));
+    bool const isMovement = got != static_cast<UINT>(-1) && input.header.dwType == RIM_TYPEMOUSE &&
+                            (input.data.mouse.usFlags & MOUSE_MOVE_ABSOLUTE) == 0;
+    if (!isMovement || !IsCursorHeld())
+        return;
+    DesktopEvent event = MakeEvent(eDesktopEvent::e_mouseMove, system);
+    event.x = static_cast<int>(system.lastPosition.x);
+    event.y = static_cast<int>(system.lastPosition.y);
+    event.moveX = static_cast<float>(input.data.mouse.lLastX);
+    event.moveY = static_cast<float>(input.data.mouse.lLastY);
+    TellDesktop(event);
+}
+
+bool OnButton(Window::System &system, UINT message, WPARAM wParam, LPARAM lParam)
+{
+    for (ButtonMessage const &known : s_buttonMessages)
+    {
+        bool const isDown = message == known.down;
+        if (!isDown && message != known.up)
+            continue;
+        bool const isSecond = known.down == WM_XBUTTONDOWN && HIWORD(wParam) == XBUTTON2;
+        // A drag out of the window is told of to its end.
+        if (isDown)
+            SetCapture(system.window);
+        else if ((wParam & (MK_LBUTTON | MK_RBUTTON | MK_MBUTTON | MK_XBUTTON1 | MK_XBUTTON2)) == 0)
+            ReleaseCapture();
+        DesktopEvent event = MakeEvent(eDesktopEvent::e_mouseButton, system);
+        event.button = isSecond ? e_mouse_button_extra2 : known.button;
+        event.isOn = isDown;
+        event.x = GET_X_LPARAM(lParam);
+        event.y = GET_Y_LPARAM(lParam);
+        TellDesktop(event);
+        return true;
+    }
+    return false;
+}
+
+void OnWheel(Window::System &system, WPARAM wParam)
+{
+    DesktopEvent event = MakeEvent(eDesktopEvent::e_mouseWheel, system);
+    event.wheel = static_cast<float>(GET_WHEEL_DELTA_WPARAM(wParam)) / WHEEL_DELTA;
+    TellDesktop(event);
+}
+
+void OnFocus(Window::System &system, bool isActive)
+{
+    UpdateCursorHold();
+    DesktopEvent event = MakeEvent(eDesktopEvent::e_windowActive, system);
+    event.isOn = isActive;
+    TellDesktop(event);
+}
+
+void OnPaint(Window::System &system)
+{
+    PAINTSTRUCT paint;
+    HDC const context = BeginPaint(system.window, &paint);
+    if (system.isFilled)
+        FillRect(context, &paint.rcPaint, static_cast<HBRUSH>(GetStockObject(DKGRAY_BRUSH)));
+    EndPaint(system.window, &paint);
+    TellDesktop(MakeEvent(eDesktopEvent::e_windowExposed, system));
+}
+
+void OnPlainMessage(Window::System &system, UINT message)
+{
+    for (PlainMessage const &row : s_plainMessages)
+    {
+        if (row.message != message)
+            continue;
+        if (!row.isOfAll)
+            TellDesktop(MakeEvent(row.kind, system));
+        else if (!GetOpenWindows().empty() && GetOpenWindows().front() == &system.owner)
+            TellDesktop({row.kind});
+    }
+}
+
+void Tell(Window::System &system, UINT message, WPARAM wParam, LPARAM lParam)
+{
+    switch (message)
+    {
+    case WM_KEYDOWN:
+    case WM_SYSKEYDOWN:
+    case WM_KEYUP:
+    case WM_SYSKEYUP:
+        return OnKey(system, lParam, message == WM_KEYDOWN || message == WM_SYSKEYDOWN);
+    case WM_CHAR:
+    case WM_SYSCHAR:
+        return OnCharacter(system, static_cast<wchar_t>(wParam));
+    case WM_MOUSEMOVE:
+        return OnMouseMove(system, {GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)});
+    case WM_MOUSELEAVE:
+        return OnInside(system, false);
+    case WM_MOUSEWHEEL:
+        return OnWheel(system, wParam);
+    case WM_INPUT:
+        return OnRawInput(system, lParam);
+    case WM_SETFOCUS:
+    case WM_KILLFOCUS:
+        return OnFocus(system, message == WM_SETFOCUS);
+    case WM_PAINT:
+        return OnPaint(system);
+    default:
+        if (!OnButton(system, message, wParam, lParam))
+            OnPlainMessage(system, message);
+    }
+}
+
+/// True for what the system is to do nothing about.
+bool IsDone(Window::System &system, UINT message, WPARAM wParam, LPARAM lParam)
+{
+    switch (message)
+    {
+    case WM_CLOSE:
+    case WM_PAINT:
+        return true;
+    case WM_ERASEBKGND:
+        return system.isFilled;
+    case WM_SYSCOMMAND:
+        // The menu key is a key like others here.
+        return (wParam & 0xfff0) == SC_KEYMENU;
+    case WM_SETCURSOR:
+        if (LOWORD(lParam) != HTCLIENT || !system.cursor)
+            return false;
+        SetCursor(*system.cursor);
+        return true;
+    default:
+        return false;
+    }
+}
+
+LRESULT CALLBACK OnMessage(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
+{
+    auto *const system = reinterpret_cast<Window::System *>(GetWindowLongPtrW(window, GWLP_USERDATA));
+    // A window that is being destroyed has told of that.
+    if (!system || Window::Find(window) == nullptr)
+        return DefWindowProcW(window, message, wParam, lParam);
+    try
+    {
+        // A listener may destroy the window.
+        bool const isDone = IsDone(*system, message, wParam, lParam);
+        Tell(*system, message, wParam, lParam);
+        if (isDone)
+            return message == WM_SETCURSOR || message == WM_ERASEBKGND ? TRUE : 0;
+    }
+    catch (...)
+    {
+        s_thrown = std::current_exception();
+    }
+    return IsWindow(window) ? DefWindowProcW(window, message, wParam, lParam) : 0;
+}
+
+} // namespace
+
+wchar_t const *GetWindowClass()
+{
+    WNDCLASSEXW description = {};
+    description.cbSize = sizeof(description);
+    description.lpfnWndProc = &OnMessage;
+    description.hInstance = GetModuleHandleW(nullptr);
+    description.hCursor = static_cast<HCURSOR>(
+        LoadImageW(nullptr, MAKEINTRESOURCEW(32512), IMAGE_CURSOR, 0, 0, LR_DEFAULTSIZE | LR_SHARED));
+    description.lpszClassName = s_szWindowClass;
+    // Nothing happens when it is there already.
+    RegisterClassExW(&description);
+    return s_szWindowClass;
+}
+
+void RethrowFromCallbacks()
+{
+    if (std::exception_ptr const thrown = std::exchange(s_thrown, nullptr))
+        std::rethrow_exception(thrown);
+}
+
+void TakeDesktopEvents()
+{
+    if (!IsDesktopThread())
+        return;
+    // Listeners may open and destroy windows.
+    std::vector<Window *> const windows = GetOpenWindows();
+    for (Window *const window : windows)
+    {
+        auto const &open = GetOpenWindows();
+        MSG message;
+        while (std::find(open.begin(), open.end(), window) != open.end() &&
+               PeekMessageW(&message, window->GetHandle(), 0, 0, PM_REMOVE))
+        {
+            TranslateMessage(&message);
+            DispatchMessageW(&message);
+        }
+    }
+    RethrowFromCallbacks();
+}
+
+void PumpDesktop()
+{
+    // The timers of a window are among its messages.
+    TakeDesktopEvents();
+}
+
+} // namespace quillmarsh::platform

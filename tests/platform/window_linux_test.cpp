@@ -1,0 +1,187 @@
+// A window that a hand works with, on a display without a screen.
+#include <quillmarsh/basetools/messageloop.h>
+#include <quillmarsh/platform/clipboard.h>
+#include <quillmarsh/platform/desktopevents.h>
+#include <quillmarsh/platform/window.h>
+
+#include "source/platform/messagequeue.h"
+#include "source/platform/threads.h"
+#include "tests/support/environment_variable.h"
+#include "tests/support/virtual_display.h"
+#include "tests/support/waiting.h"
+
+#include <gtest/gtest.h>
+
+#include <SDL.h>
+#include <SDL_syswm.h>
+#include <X11/Xlib.h>
+#include <future>
+#undef None
+#undef Bool
+
+namespace quillmarsh::platform
+{
+namespace
+{
+
+template<typename Condition>
+bool PumpUntil(Condition condition)
+{
+    auto const holdsNow = [&condition]
+    {
+        PumpDesktop();
+        return condition();
+    };
+    return tests::WaitUntil(holdsNow);
+}
+
+/// Keeps what was told since the last look.
+class RecordingListener : public DesktopListener
+{
+public:
+    void OnDesktopEvent(DesktopEvent const &event) override { events.push_back(event); }
+    /// Pumps until an event for which the condition holds comes.
+    template<typename Condition>
+    bool Await(Condition condition)
+    {
+        return PumpUntil([&] { return std::any_of(events.begin(), events.end(), condition); });
+    }
+    bool Await(eDesktopEvent kind, bool isOn)
+    {
+        return Await([=](DesktopEvent const &event) { return event.kind == kind && event.isOn == isOn; });
+    }
+
+    std::vector<DesktopEvent> events;
+};
+
+/// What the close button of a window manager sends.
+void PressCloseButton(Window const &window)
+{
+    SDL_SysWMinfo info;
+    SDL_VERSION(&info.version);
+    ASSERT_TRUE(SDL_GetWindowWMInfo(reinterpret_cast<SDL_Window *>(window.GetHandle()), &info));
+    Display *const display = info.info.x11.display;
+    XEvent event = {};
+    event.xclient.type = ClientMessage;
+    event.xclient.window = info.info.x11.window;
+    event.xclient.message_type = XInternAtom(display, "WM_PROTOCOLS", False);
+    event.xclient.format = 32;
+    event.xclient.data.l[0] = static_cast<long>(XInternAtom(display, "WM_DELETE_WINDOW", False));
+    XSendEvent(display, info.info.x11.window, False, NoEventMask, &event);
+    XFlush(display);
+}
+
+/// Copies as another program does.
+void TakeClipboard(tests::VirtualDisplay const &virtualDisplay)
+{
+    Display *const display = XOpenDisplay(virtualDisplay.GetName().c_str());
+    ::Window const window = XCreateSimpleWindow(display, DefaultRootWindow(display), 0, 0, 1, 1, 0, 0, 0);
+    XSetSelectionOwner(display, XInternAtom(display, "CLIPBOARD", False), window, CurrentTime);
+    XCloseDisplay(display);
+}
+
+TEST(WindowOnADisplay, TellsWhatAHandDoes)
+{
+    tests::VirtualDisplay const display;
+    if (display.GetName().empty())
+        GTEST_SKIP() << "Xvfb or xdotool is not installed.";
+    tests::EnvironmentVariable const name("DISPLAY", display.GetName().c_str());
+    tests::EnvironmentVariable const noDriver("SDL_VIDEODRIVER", nullptr);
+    tests::EnvironmentVariable const noWayland("WAYLAND_DISPLAY", nullptr);
+    string reason;
+    AutoPtr<Window> window = Window::Open({.title = "Quillmarsh test", .width = 200, .height = 100}, reason);
+    ASSERT_NE(nullptr, window) << reason;
+    RecordingListener listener;
+    DesktopSubscription const subscription(listener);
+    window->Show();
+    ASSERT_TRUE(listener.Await(eDesktopEvent::e_windowExposed, false));
+    ASSERT_TRUE(
+        display.Do("search --sync --name '^Quillmarsh test$' windowmove --sync 100 120 windowsize --sync 240 180"));
+    ASSERT_TRUE(PumpUntil(
+        [&] {
+            return window->GetPosition().x == 100 && window->GetPosition().y == 120 && window->GetSize().width == 240;
+        }));
+    ASSERT_TRUE(display.Do("search --name '^Quillmarsh test$' windowfocus --sync"));
+    EXPECT_TRUE(listener.Await(eDesktopEvent::e_windowActive, true));
+    EXPECT_EQ(window.get(), Window::GetActive());
+    EXPECT_TRUE(
+        listener.Await([](DesktopEvent const &event) { return event.kind == eDesktopEvent::e_windowGeometry; }));
+
+    ASSERT_TRUE(display.Do("mousemove 150 170 click 3 click 4"));
+    EXPECT_TRUE(listener.Await(eDesktopEvent::e_mouseInside, true));
+    EXPECT_TRUE(listener.Await([](DesktopEvent const &event)
+                               { return event.kind == eDesktopEvent::e_mouseMove && event.x == 50 && event.y == 50; }));
+    EXPECT_TRUE(listener.Await(
+        [&](DesktopEvent const &event)
+        {
+            return event.kind == eDesktopEvent::e_mouseButton && event.button == e_mouse_button_right && !event.isOn &&
+                   event.x == 50 && event.window == window.get();
+        }));
+    EXPECT_TRUE(listener.Await([](DesktopEvent const &event)
+                               { return event.kind == eDesktopEvent::e_mouseWheel && event.wheel == 1; }));
+    ASSERT_TRUE(display.Do("key shift+a"));
+    EXPECT_TRUE(listener.Await(
+        [](DesktopEvent const &event) {
+            return event.kind == eDesktopEvent::e_key && event.key == e_key_a && event.modifiers.isShiftDown &&
+                   event.isOn;
+        }));
+    EXPECT_TRUE(listener.Await([](DesktopEvent const &event)
+                               { return event.kind == eDesktopEvent::e_text && string(event.text) == "A"; }));
+    char32_t character = 0;
+    EXPECT_TRUE(FindKeyCharacter(e_key_a, {.isShiftDown = true}, character));
+    EXPECT_EQ(U'A', character);
+
+    EXPECT_TRUE(WriteClipboardText("text"));
+    EXPECT_EQ("text", ReadClipboardText());
+    TakeClipboard(display);
+    EXPECT_TRUE(listener.Await(eDesktopEvent::e_clipboard, false));
+
+    window->SetFullscreen();
+    EXPECT_TRUE(PumpUntil([&] { return window->GetSize().width == 800 && window->GetPosition().y == 0; }));
+    EXPECT_EQ(eWindowState::e_fullscreen, window->GetState());
+    window->Restore();
+    EXPECT_TRUE(PumpUntil([&] { return window->GetSize().width == 240 && window->GetPosition().y == 120; }));
+    window->Hide();
+    EXPECT_EQ(eWindowState::e_hidden, window->GetState());
+}
+
+TEST(WindowOnADisplay, EndsAMessageLoopAndClosesByItsButtonOnlyIfSomebodyWants)
+{
+    tests::VirtualDisplay const display;
+    if (display.GetName().empty())
+        GTEST_SKIP() << "Xvfb or xdotool is not installed.";
+    tests::EnvironmentVariable const name("DISPLAY", display.GetName().c_str());
+    tests::EnvironmentVariable const noDriver("SDL_VIDEODRIVER", nullptr);
+    tests::EnvironmentVariable const noWayland("WAYLAND_DISPLAY", nullptr);
+    string reason;
+    AutoPtr<Window> window = Window::Open({.title = "Quillmarsh test"}, reason);
+    ASSERT_NE(nullptr, window) << reason;
+    window->Show();
+    RecordingListener listener;
+    DesktopSubscription const subscription(listener);
+    PressCloseButton(*window);
+    EXPECT_TRUE(listener.Await(eDesktopEvent::e_windowCloseWish, false));
+    PumpDesktop();
+    for (DesktopEvent const &event : listener.events)
+        EXPECT_NE(eDesktopEvent::e_exitWish, event.kind);
+
+    // The loop sleeps until the window's event comes; its listener ends the loop.
+    class : public DesktopListener
+    {
+    public:
+        void OnDesktopEvent(DesktopEvent const &event) override
+        {
+            if (event.kind == eDesktopEvent::e_mouseMove)
+                PostMessageToThread(GetCurrentThreadNumber(), {nullptr, s_messageQuit});
+        }
+    } ends;
+    DesktopSubscription const second(ends);
+    std::future<bool> const hand =
+        std::async(std::launch::async, [&] { return display.Do("mousemove 1 1 mousemove --sync 60 60"); });
+    win_utils::RunStandardMessageLoop();
+    window.reset();
+    EXPECT_EQ(eDesktopEvent::e_windowClosing, listener.events.back().kind);
+}
+
+} // namespace
+} // namespace quillmarsh::platform
