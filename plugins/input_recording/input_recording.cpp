@@ -30,7 +30,7 @@ public:
         if (std_command_interpreter::Interpreter *const interpreter = Kernel::Instance().GetCommandInterpreter())
         {
             interpreter->RegisterExternalCommand(new PlayCmd(list_));
-            interpreter->RegisterExternalCommand(new RecordCmd(recorder_));
+            interpreter->RegisterExternalCommand(new RecordCmd(recorder_, list_));
         }
     }
 

@@ -140,7 +140,12 @@ public:
         SetParentHID(device);
         ReportHandedness(recorded.isLeftHanded);
         for (unsigned int sensor = 0; sensor < s_numSensors; ++sensor)
+        {
             ReportHardwareCaps_Sensor(static_cast<eGloveSensor>(sensor), recorded.counts[sensor] != 0);
+            if (recorded.ranges[sensor].IsKnown())
+                SetRange(static_cast<eGloveSensor>(sensor), recorded.ranges[sensor]);
+        }
+        ResetInputReadings();
     }
 
     HIDController &GetController() override { return *this; }
@@ -154,6 +159,15 @@ protected:
             SetFlexure(static_cast<eGloveSensor>(sensor), state[sensor]);
         }
         DeriveAnglesFromFlexures();
+    }
+
+private:
+    /// A glove widens a range to where its sensor stands.
+    void SetRange(eGloveSensor sensor, Range const &range)
+    {
+        SetFlexure(sensor, range.min);
+        SetMinFlexure(sensor, range.min);
+        SetMaxFlexure(sensor, range.max);
     }
 };
 

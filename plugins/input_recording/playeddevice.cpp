@@ -47,7 +47,12 @@ void PlayedDevice::DisconnectDevice() {}
 
 void PlayedDevice::SampleDevice()
 {
-    player_.AdvanceTo(timer_.GetElapsedSeconds() * playback_.speed);
+    SampleAt(timer_.GetElapsedSeconds());
+}
+
+void PlayedDevice::SampleAt(double seconds)
+{
+    player_.AdvanceTo(seconds * playback_.speed);
     for (unsigned int i = 0; i < controllers_.size(); ++i)
         controllers_[i]->Sample(player_.GetState(i));
     player_.ClearMovements();

@@ -36,6 +36,9 @@ public:
     void DisconnectDevice() override;
     void SampleDevice() override;
 
+    /// Samples the state at a time in seconds from the connection; times do not go backwards.
+    void SampleAt(double seconds);
+
 protected:
     void ApplyUseDirectInput(bool use) override;
 

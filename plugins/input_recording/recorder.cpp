@@ -83,7 +83,11 @@ void Describe(Glove const &glove, RecordedController &recorded)
     recorded.isLeftHanded = glove.IsLeftHanded();
     std::vector<unsigned int> counts(Glove::s_numSensors);
     for (unsigned int sensor = 0; sensor < Glove::s_numSensors; ++sensor)
-        counts[sensor] = glove.IsSupportedSensor(static_cast<eGloveSensor>(sensor)) ? 1 : 0;
+    {
+        auto const id = static_cast<eGloveSensor>(sensor);
+        counts[sensor] = glove.IsSupportedSensor(id) ? 1 : 0;
+        recorded.ranges[sensor] = {glove.GetMinFlexure(id), glove.GetMaxFlexure(id)};
+    }
     recorded.counts = counts;
 }
 
@@ -166,7 +170,9 @@ void CaptureState(HIDController const &controller, RecordedController const &rec
     s_hands[recorded.kind].capture(controller, recorded, state.data());
 }
 
-Recorder::Recorder(string const &fileName, std::vector<HumanInterfaceDevice *> const &devices) : fileName_(fileName)
+Recorder::Recorder(string const &fileName, std::vector<HumanInterfaceDevice *> const &devices, eStart start)
+    : fileName_(fileName),
+      hasBegun_(start == eStart::e_now)
 {
     Collect(devices);
     if (sources_.empty())
@@ -181,6 +187,8 @@ Recorder::Recorder(string const &fileName, std::vector<HumanInterfaceDevice *> c
         description +=
             (&source == &sources_.front() ? " from " : ", ") + source.controller->GetControllerInterfaceName();
     writer_.emplace(file_, description, recorded_);
+    if (hasBegun_)
+        WriteStates(false);
     if (!file_)
         Fail(fileName_ + ": the file cannot be written");
     Kernel::Instance().AddFrameObserver(this);
@@ -217,22 +225,33 @@ void Recorder::Collect(std::vector<HumanInterfaceDevice *> const &devices)
 
 void Recorder::OnFrame(bool &removeObserver, unsigned int, double frameTime)
 {
-    time_ += frameTime;
+    if (hasBegun_)
+        time_ += frameTime;
+    hasBegun_ = true;
+    WriteStates(true);
+    if (!file_)
+    {
+        GetLogOut() << "Recording ended, the file cannot be written: " << fileName_ << std::endl;
+        removeObserver = true;
+    }
+}
+
+/// What moved before time 0 is no part of the recording.
+void Recorder::WriteStates(bool withMovements)
+{
     for (unsigned int i = 0; i < sources_.size(); ++i)
     {
         HumanInterfaceDevice &device = *sources_[i].device;
-        std::span<float> const state = std::span(state_).first(recorded_[i].GetDesc().rest.size());
+        KindDesc const &desc = recorded_[i].GetDesc();
+        std::span<float> const state = std::span(state_).first(desc.rest.size());
         {
             // A lock that the application still holds is the application's.
             AsyncSampleReadSentry const sentry(device, !device.IsSampledDataLocked());
             CaptureState(*sources_[i].controller, recorded_[i], state);
         }
+        if (!withMovements)
+            std::fill_n(state.begin(), desc.numMovements, 0.0f);
         writer_->Write(time_, i, state);
-    }
-    if (!file_)
-    {
-        GetLogOut() << "Recording ended, the file cannot be written: " << fileName_ << std::endl;
-        removeObserver = true;
     }
 }
 

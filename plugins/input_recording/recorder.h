@@ -25,7 +25,8 @@ std::optional<RecordedController> DescribeController(quillmarsh::HIDController c
 void CaptureState(quillmarsh::HIDController const &controller, RecordedController const &recorded,
                   std::span<float> state);
 
-/// Writes to a file what devices show at the end of each frame, from its construction to its end.
+/// Writes to a file what devices show, from its construction to its end: at time 0 their state, and what changes by the
+/// end of each frame.
 ///
 /// Of each kind the first controller counts. A device that a thread samples is read once more in each frame, so that
 /// edges and movements between the application's read and the end of the frame are the recorder's. Frame thread only;
@@ -33,8 +34,17 @@ void CaptureState(quillmarsh::HIDController const &controller, RecordedControlle
 class Recorder : public quillmarsh::FrameObserver
 {
 public:
+    /// When time 0 is.
+    enum class eStart
+    {
+        /// At once: the devices have been sampled.
+        e_now,
+        /// At the end of the next frame, which samples the devices for the first time.
+        e_nextFrame
+    };
+
     /// Throws RecordingException when there is nothing to record, or the file cannot be written.
-    Recorder(string const &fileName, std::vector<quillmarsh::HumanInterfaceDevice *> const &devices);
+    Recorder(string const &fileName, std::vector<quillmarsh::HumanInterfaceDevice *> const &devices, eStart start);
     ~Recorder() override;
 
     void OnFrame(bool &removeObserver, unsigned int frameNumber, double frameTime) override;
@@ -51,6 +61,7 @@ private:
     };
 
     void Collect(std::vector<quillmarsh::HumanInterfaceDevice *> const &devices);
+    void WriteStates(bool withMovements);
 
     string const fileName_;
     std::vector<Source> sources_;
@@ -59,6 +70,7 @@ private:
     std::ofstream file_;
     std::optional<RecordingWriter> writer_;
     double time_ = 0;
+    bool hasBegun_;
 };
 
 } // namespace input_recording

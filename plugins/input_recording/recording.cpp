@@ -46,7 +46,7 @@ KindDesc MakeMouse()
     Add(desc, "move", eFieldType::e_movement, {0, 0});
     Add(desc, "wheel", eFieldType::e_movement, {0});
     Add(desc, "position", eFieldType::e_integers, {0, 0});
-    Add(desc, "inside", eFieldType::e_integers, {0});
+    Add(desc, "inside", eFieldType::e_flag, {0});
     Add(desc, "buttons", eFieldType::e_set, std::vector<float>(6));
     return desc;
 }
@@ -107,6 +107,7 @@ RecordedController::RecordedController(eKind newKind, bool withFields) : kind(ne
 {
     for (Field const &field : GetDesc().fields)
         counts.push_back(withFields ? field.count : 0);
+    ranges.resize(kind == e_kind_glove ? counts.size() : 0);
 }
 
 } // namespace input_recording

@@ -36,6 +36,8 @@ enum class eFieldType
     e_numbers,
     /// Whole numbers, which hold likewise.
     e_integers,
+    /// 0 or 1, which holds likewise.
+    e_flag,
     /// Whole numbers that tell how far something moved since the sample before.
     e_movement,
     /// The names of those things that are pressed.
@@ -72,6 +74,15 @@ struct KindDesc
 /// Description of a kind. Any thread.
 KindDesc const &GetKindDesc(eKind kind);
 
+/// Flexures between which a sensor of a glove had moved when its recording began; none while `min` is above `max`.
+struct Range
+{
+    float min = 1.0f;
+    float max = 0.0f;
+
+    bool IsKnown() const { return min <= max; }
+};
+
 /// A controller that was recorded.
 struct RecordedController
 {
@@ -79,6 +90,8 @@ struct RecordedController
     bool isLeftHanded = false;
     /// By field of the kind: how many of its values the controller has, 0 for none.
     std::vector<unsigned int> counts;
+    /// By field, for gloves.
+    std::vector<Range> ranges;
 
     /// With all fields, or without any.
     RecordedController(eKind newKind, bool withFields);

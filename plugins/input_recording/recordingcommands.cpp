@@ -2,11 +2,12 @@
 
 #include "recordingreader.h"
 
-#include <quillmarsh/basetools/commandlineparser.h>
+#include <quillmarsh/basetools/filesystem.h>
 #include <quillmarsh/basetools/streameffectors.h>
 #include <quillmarsh/basetools/texttools.h>
-#include <quillmarsh/framework/commandtable.h>
 #include <quillmarsh/framework/kernel.h>
+
+#include <utility>
 
 namespace input_recording
 {
@@ -16,34 +17,40 @@ using namespace quillmarsh;
 namespace
 {
 
+constexpr CommandValue s_speed{"a speed from 0.01 to 100", [](CommandArguments const &, string const &text)
+                               {
+                                   double speed = 0;
+                                   return ToValue(text, speed) && speed >= 0.01 && speed <= 100;
+                               }};
+
 constexpr CommandWord s_playWords[] = {
     CommandWord::Option(PlayCmd::s_szOptionOnce, "play once, and stay at the end\n"),
     CommandWord::Option(PlayCmd::s_szOptionStop, "end all that is played\n"),
     CommandWord::Assignment(PlayCmd::s_szAssignSpeed, PlayCmd::s_szValueSpeed,
-                            "play at a multiple of the true speed, from 0.01 to 100\n"),
+                            "play at a multiple of the true speed, from 0.01 to 100\n", s_speed),
     CommandWord::Argument("0) string", "file of the recording, which becomes a device\n"),
 };
 
 constexpr CommandWord s_recordWords[] = {
     CommandWord::Option(RecordCmd::s_szOptionStop, "end the recording\n"),
+    CommandWord::Option(RecordCmd::s_szOptionOverwrite, "replace the file if there is one\n"),
     CommandWord::Assignment(RecordCmd::s_szAssignDevice, RecordCmd::s_szValueDevice,
-                            "record only the device with this creation-id\n"),
+                            "record only the device with this creation-id\n", command_values::s_device),
     CommandWord::Argument("0) string", "file to write\n"),
 };
 
-constexpr double s_minSpeed = 0.01;
-constexpr double s_maxSpeed = 100.0;
-
-/// The file that the line names; empty when it names none.
-string GetFileName(CommandLineParser const &parser)
+/// False, behind a message, for a line whose words are about a file that it does not name.
+bool HasFileForItsWords(ostream &out, string const *fileName, bool hasWords)
 {
-    for (unsigned int i = 0; i < parser.GetNumArguments(); ++i)
-    {
-        CommandLineParser::Argument const &argument = parser.GetArgument(i);
-        if (argument == CommandLineParser::e_string)
-            return argument.String();
-    }
-    return "";
+    if (fileName == nullptr && hasWords)
+        out << "The name of the file is missing." << std::endl;
+    return fileName != nullptr || !hasWords;
+}
+
+string CountControllers(Recorder const &recorder)
+{
+    unsigned int const count = recorder.GetNumControllers();
+    return MakeString(count) + (count == 1 ? " controller" : " controllers");
 }
 
 } // namespace
@@ -54,36 +61,50 @@ PlayCmd::PlayCmd(PlaybackList &list) : list_(list)
     SetShortDesc("Play recorded input");
 }
 
-bool PlayCmd::ParseAndExecute(ostream &out, CommandLineParser const &parser, string const &)
+std::span<CommandWord const> PlayCmd::GetWords() const
 {
-    if (parser.GetOption(s_szOptionStop))
-    {
-        list_.hasChanged = list_.hasChanged || !list_.playbacks.empty();
-        list_.playbacks.clear();
-    }
-    if (!GetFileName(parser).empty())
-        return Play(out, parser);
-    for (Playback const &playback : list_.playbacks)
-        out << "Playing " << playback.fileName << ", " << playback.recording->length << " s" << nl;
-    if (list_.playbacks.empty())
-        out << "Nothing is played." << std::endl;
-    return true;
+    return s_playWords;
 }
 
-bool PlayCmd::Play(ostream &out, CommandLineParser const &parser)
+string PlayCmd::GetDefaultBehavior() const
+{
+    return "list what is played";
+}
+
+bool PlayCmd::Execute(ostream &out, CommandArguments const &arguments)
+{
+    string const *const fileName = arguments.FindArgument(0);
+    if (!HasFileForItsWords(out, fileName,
+                            arguments.HasOption(s_szOptionOnce) || arguments.FindAssignment(s_szAssignSpeed)))
+        return false;
+    if (arguments.HasOption(s_szOptionStop))
+        Stop(out);
+    else if (fileName == nullptr)
+    {
+        for (Playback const &playback : list_.playbacks)
+            out << "Playing " << playback.fileName << ", " << playback.recording->length << " s" << nl;
+        if (list_.playbacks.empty())
+            out << "Nothing is played." << std::endl;
+    }
+    return fileName == nullptr || Play(out, arguments, *fileName);
+}
+
+void PlayCmd::Stop(ostream &out)
+{
+    list_.hasChanged = list_.hasChanged || !list_.playbacks.empty();
+    for (Playback const &playback : list_.playbacks)
+        out << "Stopped " << playback.fileName << nl;
+    if (list_.playbacks.empty())
+        out << "Nothing is played." << std::endl;
+    list_.playbacks.clear();
+}
+
+bool PlayCmd::Play(ostream &out, CommandArguments const &arguments, string const &fileName)
 {
     Playback playback;
-    playback.fileName = GetFileName(parser);
-    playback.isLooped = !parser.GetOption(s_szOptionOnce);
-    string speed;
-    bool const isSpeedValid =
-        !parser.GetAssignment(s_szAssignSpeed, speed) ||
-        (ToValue(speed, playback.speed) && playback.speed >= s_minSpeed && playback.speed <= s_maxSpeed);
-    if (!isSpeedValid)
-    {
-        out << "Not a speed from 0.01 to 100: " << speed << std::endl;
-        return false;
-    }
+    playback.fileName = fileName;
+    playback.isLooped = !arguments.HasOption(s_szOptionOnce);
+    arguments.ReadAssignment(s_szAssignSpeed, playback.speed);
     try
     {
         playback.recording = std::make_shared<Recording const>(LoadRecording(playback.fileName));
@@ -99,46 +120,58 @@ bool PlayCmd::Play(ostream &out, CommandLineParser const &parser)
     return true;
 }
 
-void PlayCmd::DumpHelp(ostream &out, CommandLineParser const &parser)
-{
-    DumpCommandWords(out, parser, s_playWords, "list what is played");
-}
-
-RecordCmd::RecordCmd(AutoPtr<Recorder> &recorder) : recorder_(recorder)
+RecordCmd::RecordCmd(AutoPtr<Recorder> &recorder, PlaybackList const &list)
+    : recorder_(recorder),
+      list_(list),
+      firstFrame_(Kernel::Instance().GetFrameNumber())
 {
     SetDefaultName(s_szDefaultName);
     SetShortDesc("Record input");
 }
 
-bool RecordCmd::ParseAndExecute(ostream &out, CommandLineParser const &parser, string const &)
+std::span<CommandWord const> RecordCmd::GetWords() const
 {
-    if (parser.GetOption(s_szOptionStop))
-    {
-        if (recorder_)
-            out << "Recorded " << recorder_->GetFileName() << ", " << recorder_->GetTime() << " s" << std::endl;
-        recorder_.reset();
-        return true;
-    }
-    if (!GetFileName(parser).empty())
-        return Start(out, parser);
-    if (recorder_)
-        out << "Recording " << recorder_->GetNumControllers() << " controllers to " << recorder_->GetFileName() << ", "
-            << recorder_->GetTime() << " s" << std::endl;
-    else
-        out << "Nothing is recorded." << std::endl;
-    return true;
+    return s_recordWords;
 }
 
-bool RecordCmd::Start(ostream &out, CommandLineParser const &parser)
+string RecordCmd::GetDefaultBehavior() const
 {
-    string idText;
-    unsigned int id = 0;
-    bool const hasID = parser.GetAssignment(s_szAssignDevice, idText);
-    if (hasID && !ToValue(idText, id))
+    return "tell what is recorded";
+}
+
+bool RecordCmd::Execute(ostream &out, CommandArguments const &arguments)
+{
+    string const *const fileName = arguments.FindArgument(0);
+    if (!HasFileForItsWords(out, fileName,
+                            arguments.HasOption(s_szOptionOverwrite) || arguments.FindAssignment(s_szAssignDevice)))
+        return false;
+    if (arguments.HasOption(s_szOptionStop))
+        Stop(out);
+    else if (fileName == nullptr && recorder_)
+        out << "Recording " << CountControllers(*recorder_) << " to " << recorder_->GetFileName() << ", "
+            << recorder_->GetTime() << " s" << std::endl;
+    else if (fileName == nullptr)
+        out << "Nothing is recorded." << std::endl;
+    return fileName == nullptr || Start(out, arguments, *fileName);
+}
+
+void RecordCmd::Stop(ostream &out)
+{
+    if (recorder_)
+        out << "Recorded " << recorder_->GetFileName() << ", " << recorder_->GetTime() << " s" << std::endl;
+    recorder_.reset();
+}
+
+bool RecordCmd::Start(ostream &out, CommandArguments const &arguments, string const &fileName)
+{
+    string const obstacle = FindObstacle(arguments, fileName);
+    if (!obstacle.empty())
     {
-        out << "Not a creation-id: " << idText << std::endl;
+        out << obstacle << std::endl;
         return false;
     }
+    unsigned int id = 0;
+    bool const hasID = arguments.ReadAssignment(s_szAssignDevice, id);
     std::vector<HumanInterfaceDevice *> devices;
     Kernel &kernel = Kernel::Instance();
     for (unsigned int i = 0; i < kernel.GetNumHumanInterfaceDevices(); ++i)
@@ -147,24 +180,34 @@ bool RecordCmd::Start(ostream &out, CommandLineParser const &parser)
         if (!hasID || device->GetDeviceInfo().GetCreationID() == id)
             devices.push_back(device);
     }
+    bool const areSampled = kernel.GetFrameNumber() > firstFrame_;
     try
     {
-        recorder_.reset();
-        recorder_ = std::make_unique<Recorder>(GetFileName(parser), devices);
+        auto recorder = std::make_unique<Recorder>(
+            fileName, devices, areSampled ? Recorder::eStart::e_now : Recorder::eStart::e_nextFrame);
+        if (recorder_)
+            Stop(out);
+        recorder_ = std::move(recorder);
     }
     catch (RecordingException const &failure)
     {
         out << failure.GetMessage() << std::endl;
         return false;
     }
-    out << "Recording " << recorder_->GetNumControllers() << " controllers to " << recorder_->GetFileName()
-        << std::endl;
+    out << "Recording " << CountControllers(*recorder_) << " to " << fileName << std::endl;
     return true;
 }
 
-void RecordCmd::DumpHelp(ostream &out, CommandLineParser const &parser)
+/// Why the file cannot be recorded now; empty when it can.
+string RecordCmd::FindObstacle(CommandArguments const &arguments, string const &fileName) const
 {
-    DumpCommandWords(out, parser, s_recordWords, "tell what is recorded");
+    if (list_.hasChanged)
+        return "The devices change with the next frame: let it pass first (wait).";
+    if (recorder_ && recorder_->GetFileName() == fileName)
+        return fileName + ": is being recorded, end that first (record -stop)";
+    if (!arguments.HasOption(s_szOptionOverwrite) && file_system::FileExists(fileName))
+        return fileName + ": there is such a file already, replace it by -overwrite";
+    return "";
 }
 
 } // namespace input_recording

@@ -5,7 +5,7 @@
 #include "playeddevice.h"
 #include "recorder.h"
 
-#include <quillmarsh/basetools/command.h>
+#include <quillmarsh/framework/commandtable.h>
 
 namespace input_recording
 {
@@ -19,7 +19,7 @@ struct PlaybackList
 };
 
 /// Plays recordings, each as a device of its own.
-class PlayCmd : public quillmarsh::Command
+class PlayCmd : public quillmarsh::TableCommand
 {
 public:
     static constexpr char s_szDefaultName[] = "play";
@@ -30,36 +30,47 @@ public:
 
     explicit PlayCmd(PlaybackList &list);
 
-    bool ParseAndExecute(quillmarsh::ostream &out, quillmarsh::CommandLineParser const &parser,
-                         string const &commandLine) override;
-    void DumpHelp(quillmarsh::ostream &out, quillmarsh::CommandLineParser const &parser) override;
+    std::span<quillmarsh::CommandWord const> GetWords() const override;
+
+protected:
+    bool Execute(quillmarsh::ostream &out, quillmarsh::CommandArguments const &arguments) override;
+    string GetDefaultBehavior() const override;
 
 private:
-    bool Play(quillmarsh::ostream &out, quillmarsh::CommandLineParser const &parser);
+    void Stop(quillmarsh::ostream &out);
+    bool Play(quillmarsh::ostream &out, quillmarsh::CommandArguments const &arguments, string const &fileName);
 
     PlaybackList &list_;
 };
 
 /// Records live devices.
-class RecordCmd : public quillmarsh::Command
+class RecordCmd : public quillmarsh::TableCommand
 {
 public:
     static constexpr char s_szDefaultName[] = "record";
     static constexpr char s_szOptionStop[] = "stop";
+    static constexpr char s_szOptionOverwrite[] = "overwrite";
     static constexpr char s_szAssignDevice[] = "d";
     static constexpr char s_szValueDevice[] = "uinteger";
 
-    /// The recorder is the driver's: it must not outlive the devices.
-    explicit RecordCmd(quillmarsh::AutoPtr<Recorder> &recorder);
+    /// The recorder is the driver's: it must not outlive the devices. The command belongs to the devices that are there.
+    RecordCmd(quillmarsh::AutoPtr<Recorder> &recorder, PlaybackList const &list);
 
-    bool ParseAndExecute(quillmarsh::ostream &out, quillmarsh::CommandLineParser const &parser,
-                         string const &commandLine) override;
-    void DumpHelp(quillmarsh::ostream &out, quillmarsh::CommandLineParser const &parser) override;
+    std::span<quillmarsh::CommandWord const> GetWords() const override;
+
+protected:
+    bool Execute(quillmarsh::ostream &out, quillmarsh::CommandArguments const &arguments) override;
+    string GetDefaultBehavior() const override;
 
 private:
-    bool Start(quillmarsh::ostream &out, quillmarsh::CommandLineParser const &parser);
+    void Stop(quillmarsh::ostream &out);
+    bool Start(quillmarsh::ostream &out, quillmarsh::CommandArguments const &arguments, string const &fileName);
+    string FindObstacle(quillmarsh::CommandArguments const &arguments, string const &fileName) const;
 
     quillmarsh::AutoPtr<Recorder> &recorder_;
+    PlaybackList const &list_;
+    /// Frames before the devices came.
+    unsigned int const firstFrame_;
 };
 
 } // namespace input_recording

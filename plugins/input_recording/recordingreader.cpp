@@ -155,12 +155,28 @@ private:
         count = field.count;
         if (parts.size() == 1)
             return;
+        if (controller.kind == e_kind_glove)
+        {
+            controller.ranges[field.first] = ReadRange(word, parts);
+            return;
+        }
         float const number = ReadNumber(parts[1], true);
         bool const fits = field.type == eFieldType::e_set && parts.size() == 2 && number >= 1.0f &&
                           number <= static_cast<float>(field.count);
         if (!fits)
             Fail("\"" + word + "\" is no number of things from 1 to " + MakeString(field.count));
         count = static_cast<unsigned int>(number);
+    }
+
+    Range ReadRange(string const &word, std::vector<string> const &parts) const
+    {
+        std::vector<string> const ends = Split(parts[1], ',');
+        if (parts.size() != 2 || ends.size() != 2)
+            Fail("\"" + word + "\" has no range MIN,MAX");
+        Range const range{ReadNumber(ends[0], false), ReadNumber(ends[1], false)};
+        if (!range.IsKnown())
+            Fail("\"" + word + "\" has a range whose begin is above its end");
+        return range;
     }
 
     Field const &GetField(RecordedController const &controller, string const &name) const
@@ -229,7 +245,12 @@ private:
             Fail("it has " + MakeString(field.count) + (field.count == 1 ? " value" : " values"));
         bool const isWhole = field.type != eFieldType::e_numbers;
         for (unsigned int i = 0; i < field.count; ++i)
-            AddChange(controller, field.first + i, ReadNumber(values[i], isWhole));
+        {
+            float const value = ReadNumber(values[i], isWhole);
+            if (field.type == eFieldType::e_flag && value != 0.0f && value != 1.0f)
+                Fail("\"" + values[i] + "\" is neither 0 nor 1");
+            AddChange(controller, field.first + i, value);
+        }
     }
 
     void ReadSet(unsigned int controller, Field const &field, unsigned int count, string const &text)

@@ -1,5 +1,7 @@
 #include "recordingwriter.h"
 
+#include <quillmarsh/basetools/texttools.h>
+
 #include <algorithm>
 #include <charconv>
 #include <cmath>
@@ -17,6 +19,7 @@ RecordingWriter::RecordingWriter(ostream &out, string const &description,
     out_ << s_szSignature << ' ' << s_szVersion << '\n';
     if (!description.empty())
         out_ << "description " << description << '\n';
+    hasWritten_.resize(controllers_.size());
     for (RecordedController const &controller : controllers_)
     {
         WriteHead(controller);
@@ -27,19 +30,30 @@ RecordingWriter::RecordingWriter(ostream &out, string const &description,
 void RecordingWriter::WriteHead(RecordedController const &controller)
 {
     KindDesc const &desc = controller.GetDesc();
-    out_ << "controller " << desc.name;
+    line_ = string("controller ") + desc.name;
     if (controller.kind == e_kind_glove)
-        out_ << (controller.isLeftHanded ? " left" : " right");
+        line_ += controller.isLeftHanded ? " left" : " right";
     for (std::size_t i = 0; i < desc.fields.size(); ++i)
     {
-        unsigned int const count = controller.counts[i];
-        if (count == 0)
-            continue;
-        out_ << ' ' << desc.fields[i].name;
-        if (count != desc.fields[i].count)
-            out_ << ':' << count;
+        if (controller.counts[i] != 0)
+            AppendHead(controller, i);
     }
-    out_ << '\n';
+    out_ << line_ << '\n';
+}
+
+void RecordingWriter::AppendHead(RecordedController const &controller, std::size_t field)
+{
+    Field const &desc = controller.GetDesc().fields[field];
+    line_ += ' ' + desc.name;
+    if (controller.counts[field] != desc.count)
+        line_ += ':' + MakeString(controller.counts[field]);
+    Range const range = controller.kind == e_kind_glove ? controller.ranges[field] : Range();
+    if (range.min >= range.max)
+        return;
+    line_ += ':';
+    AppendNumber(range.min, 0);
+    line_ += ',';
+    AppendNumber(range.max, 0);
 }
 
 void RecordingWriter::Write(double time, unsigned int controller, std::span<float const> state)
@@ -55,13 +69,16 @@ void RecordingWriter::Write(double time, unsigned int controller, std::span<floa
         auto const last = written.begin() + field.first;
         // What is no number is not recorded either.
         bool const isFinite = std::all_of(begin, begin + field.count, [](float value) { return std::isfinite(value); });
-        if (recorded.counts[i] == 0 || !isFinite || std::equal(begin, begin + field.count, last))
+        bool const isMovement = field.type == eFieldType::e_movement;
+        bool const isFirst = !hasWritten_[controller] && !isMovement;
+        if (recorded.counts[i] == 0 || !isFinite || (!isFirst && std::equal(begin, begin + field.count, last)))
             continue;
         AppendField(field, recorded, state);
         // A movement is over with its sample.
-        if (field.type != eFieldType::e_movement)
+        if (!isMovement)
             std::copy(begin, begin + field.count, last);
     }
+    hasWritten_[controller] = true;
     if (line_.empty())
         return;
     string fields;

@@ -19,14 +19,15 @@ public:
     RecordingWriter(quillmarsh::ostream &out, string const &description,
                     std::vector<RecordedController> const &controllers);
 
-    /// Writes a sample with the fields that differ from the sample before, if there are any. `state` is the controller's
-    /// whole state. Times in seconds do not go backwards.
+    /// Writes a sample with the fields that differ from the sample before, if there are any; the first sample of a
+    /// controller has all fields but those of movements that rest. `state` is the controller's whole state. Times in seconds do not go backwards.
     void Write(double time, unsigned int controller, std::span<float const> state);
     /// Writes the last line.
     void WriteEnd(double time);
 
 private:
     void WriteHead(RecordedController const &controller);
+    void AppendHead(RecordedController const &controller, std::size_t field);
     void AppendNumber(double value, int precision);
     void AppendField(Field const &field, RecordedController const &controller, std::span<float const> state);
 
@@ -34,6 +35,7 @@ private:
     std::vector<RecordedController> controllers_;
     /// By controller, as it was written last.
     std::vector<std::vector<float>> states_;
+    std::vector<bool> hasWritten_;
     string line_;
 };
 

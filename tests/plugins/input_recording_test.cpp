@@ -4,6 +4,7 @@
 #include "plugins/input_recording/recordingreader.h"
 
 #include "tests/support/failures.h"
+#include "tests/support/host_process.h"
 #include "tests/support/scratch_directory.h"
 #include "tests/support/test_kernel.h"
 
@@ -16,6 +17,9 @@
 #include <quillmarsh/mathtools/vector3.h>
 
 #include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstring>
 
 namespace quillmarsh::tests
 {
@@ -83,6 +87,10 @@ TEST(Recording, RefusesFaultsWithTheirPlace)
         {pad + "1 game-controller X=\n", "r.txt:3: field \"X\": \"\" is not a finite number"},
         {pad + "1 game-controller buttons=3\n", "r.txt:3: field \"buttons\": \"3\" is not one of its things"},
         {pad + "1 game-controller buttons=\n", "r.txt:3: field \"buttons\": \"\" is not one of its things"},
+        {"controller mouse\n0 mouse inside=2\n", "r.txt:3: field \"inside\": \"2\" is neither 0 nor 1"},
+        {"controller glove WristYaw:1\n", "r.txt:2: field \"WristYaw\": \"WristYaw:1\" has no range MIN,MAX"},
+        {"controller glove WristYaw:1,0.5\n",
+         "r.txt:2: field \"WristYaw\": \"WristYaw:1,0.5\" has a range whose begin is above its end"},
         {"controller mouse\n0 mouse wheel=0.5\n",
          "r.txt:3: field \"wheel\": \"0.5\" is not a whole number within a million"},
         {"controller mouse\n0 mouse move=1,2000000\n",
@@ -167,13 +175,11 @@ TEST(Recorder, WritesWhatWasPlayed)
     string const file = directory / "recorded.txt";
     TestKernel kernel;
     PlayedDevice device({"r.txt", std::make_shared<Recording const>(Parse(s_szAllKinds)), 1, false});
-    device.ConnectDevice(nullptr);
     {
-        Recorder const recorder(file, {&device});
-        kernel.RunFrame(0);
-        device.SampleDevice();
+        Recorder const recorder(file, {&device}, Recorder::eStart::e_nextFrame);
+        device.SampleAt(0);
         kernel.RunFrame(0.25);
-        device.SampleDevice();
+        device.SampleAt(0.25);
         kernel.RunFrame(0.25);
     }
     EXPECT_TRUE(kernel.frameObservers.empty());
@@ -186,16 +192,134 @@ TEST(Recorder, WritesWhatWasPlayed)
                               "controller position-tracker position\n"
                               "controller glove left WristRoll IndexJointInner\n"
                               "controller game-controller X RZ slider0 hat0 hat1 buttons:12\n"
-                              "0.250000 keyboard keys=A,L-Shift\n"
-                              "0.250000 mouse move=3,-4 wheel=120 position=10,20 inside=1 buttons=0,5\n"
-                              "0.250000 orientation-tracker quaternion=0,0.6,0,0.8\n"
-                              "0.250000 position-tracker position=1,-2,0.035\n"
-                              "0.250000 glove WristRoll=0.25 IndexJointInner=1\n"
-                              "0.250000 game-controller X=-0.75 RZ=0.25 slider0=1 hat1=90 buttons=0,11\n"
-                              "0.500000 end\n");
+                              "0.000000 keyboard keys=A,L-Shift\n"
+                              "0.000000 mouse move=3,-4 wheel=120 position=10,20 inside=1 buttons=0,5\n"
+                              "0.000000 orientation-tracker quaternion=0,0.6,0,0.8\n"
+                              "0.000000 position-tracker position=1,-2,0.035\n"
+                              "0.000000 glove WristRoll=0.25 IndexJointInner=1\n"
+                              "0.000000 game-controller X=-0.75 RZ=0.25 slider0=1 hat0=-1 hat1=90 "
+                              "buttons=0,11\n"
+                              "0.250000 end\n");
     EXPECT_EQ(LoadRecording(file).samples.size(), 6u);
-    EXPECT_THROW(Recorder(file, {}), RecordingException);
-    EXPECT_THROW(Recorder(directory / "no/such/folder", {&device}), RecordingException);
+    EXPECT_THROW(Recorder(file, {}, Recorder::eStart::e_now), RecordingException);
+    EXPECT_THROW(Recorder(directory / "no/such/folder", {&device}, Recorder::eStart::e_now), RecordingException);
+}
+
+TEST(RecordingCommands, SayWhatTheyDoAndWhatIsInTheWay)
+{
+    ScratchDirectory const directory;
+    string const file = directory / "recorded.txt";
+    string const play = "play '" QUILLMARSH_TEST_SOURCES "examples/recordings/gestures.txt'",
+                 record = "record '" + file + "'";
+    std::pair<string, string> const lines[] = {
+        {play, "Playing "},
+        {record, "The devices change with the next frame: let it pass first (wait).\n"},
+        {"wait", ""},
+        {record, "Recording 1 controller to " + file + "\n"},
+        {record, file + ": is being recorded, end that first (record -stop)\n"},
+        {"record -stop", "Recorded " + file},
+        {record, file + ": there is such a file already, replace it by -overwrite\n"},
+        {record + " -overwrite -d=77", "record: -d=77: '77' is not the creation-id of a device (see 'help record')\n"},
+        {"record -overwrite", "The name of the file is missing.\n"},
+        {play + " -once -speed=0", "play: -speed=0: '0' is not a speed from 0.01 to 100 (see 'help play')\n"},
+        {record + " -overwrite", "Recording 1 controller to "},
+        {"wait 2", ""},
+        {"play -stop", "Stopped " QUILLMARSH_TEST_SOURCES "examples/recordings/gestures.txt\n"},
+    };
+    string script;
+    for (auto const &[line, answer] : lines)
+        script += line + '\n';
+    string const out = RunHost({}, script).out;
+    for (auto const &[line, answer] : lines)
+        EXPECT_NE(out.find(line + '\n' + answer), string::npos) << line << '\n' << out;
+    EXPECT_EQ(LoadRecording(file).samples.at(0).time, 0);
+}
+
+/// Ids of the gestures that the device's glove makes.
+std::vector<unsigned int> FindGestures(PlayedDevice &device)
+{
+    static static_gestures::GestureAnalyzer const analyzer;
+    auto &glove = dynamic_cast<Glove &>(*device.FindController("Glove"));
+    std::vector<unsigned int> ids;
+    for (static_gestures::Gesture const *gesture = analyzer.GetFirstActiveGesture(glove); gesture;
+         gesture = analyzer.GetNextActiveGesture(glove))
+        ids.push_back(gesture->GetID());
+    return ids;
+}
+
+constexpr double s_frame = 1 / 60.0;
+
+/// Gestures in each frame from one to the next.
+std::vector<std::vector<unsigned int>> FindGestures(TestKernel &kernel, PlayedDevice &device, unsigned int begin,
+                                                    unsigned int end)
+{
+    std::vector<std::vector<unsigned int>> gestures;
+    for (unsigned int frame = begin; frame < end; ++frame)
+    {
+        // Times in a file are rounded.
+        device.SampleAt(frame * s_frame + 1e-6);
+        kernel.RunFrame(s_frame);
+        gestures.push_back(FindGestures(device));
+    }
+    return gestures;
+}
+
+/// A hand that moves its pinky from 0.25 to 0.5 only, recorded from the begin, and again when it has shown its range.
+TEST(Recorder, HandMakesTheSameGesturesWhenItIsReplayed)
+{
+    string text = ReadFile(QUILLMARSH_TEST_SOURCES "examples/recordings/gestures.txt");
+    for (std::size_t at = 0; (at = text.find("PinkyJointInner=", at)) != string::npos;)
+    {
+        at += std::strlen("PinkyJointInner=");
+        std::size_t const length = text.find_first_of(" \n", at) - at;
+        text.replace(at, length, std::to_string(0.25 + std::stod(text.substr(at, length)) / 4));
+    }
+    auto const recording = std::make_shared<Recording const>(ParseRecording(text, "pinky"));
+    auto const numFrames = static_cast<unsigned int>(recording->length / s_frame);
+    ScratchDirectory const directory;
+    string const file = directory / "hand.txt";
+    for (unsigned int const first : {0u, 60u})
+    {
+        TestKernel kernel;
+        PlayedDevice hand({"pinky", recording, 1, false});
+        FindGestures(kernel, hand, 0, first + 1);
+        std::vector<std::vector<unsigned int>> recorded;
+        {
+            Recorder const recorder(file, {&hand}, Recorder::eStart::e_now);
+            recorded = FindGestures(kernel, hand, first + 1, numFrames);
+        }
+        PlayedDevice replayed({"", std::make_shared<Recording const>(LoadRecording(file)), 1, false});
+        replayed.SampleAt(0);
+        EXPECT_EQ(FindGestures(kernel, replayed, 1, numFrames - first), recorded) << first;
+    }
+}
+
+TEST(PlayedDevice, GoesRoundAndOnBehindAPause)
+{
+    TestKernel const kernel;
+    auto const recording = std::make_shared<Recording const>(Parse("controller mouse\n"
+                                                                   "0.5 mouse wheel=1 position=1,0\n"
+                                                                   "1.5 mouse wheel=2 position=2,0\n"
+                                                                   "2 end\n"));
+    struct
+    {
+        double time;
+        int wheel, x;
+    } const looped[] = {{0, 0, 0}, {0.25, 1, 1}, {0.75, 2, 2}, {1, 0, 0}, {1.3, 1, 1}, {100.1, 2, 0}, {100.3, 1, 1}},
+            once[] = {{0.25, 1, 1}, {100, 2, 2}, {200, 0, 2}};
+    auto const play = [&](auto const &steps, bool isLooped)
+    {
+        PlayedDevice device({"r.txt", recording, 2, isLooped});
+        auto const &mouse = dynamic_cast<Mouse &>(*device.FindController("Mouse"));
+        for (auto const &step : steps)
+        {
+            device.SampleAt(step.time);
+            EXPECT_EQ(std::pair(mouse.GetDeltaWheel(), mouse.GetPositionX()), std::pair(step.wheel, step.x))
+                << step.time;
+        }
+    };
+    play(looped, true);
+    play(once, false);
 }
 
 TEST(ShippedRecordings, AreReadAndGoThroughWhatTheyPromise)
@@ -204,28 +328,21 @@ TEST(ShippedRecordings, AreReadAndGoThroughWhatTheyPromise)
     for (char const *const name : {"head.txt", "mouse_and_keys.txt"})
         EXPECT_NO_THROW(LoadRecording(folder + name)) << name;
 
-    TestKernel const kernel;
+    TestKernel kernel;
     auto const recording = std::make_shared<Recording const>(LoadRecording(folder + "gestures.txt"));
     PlayedDevice device({"gestures.txt", recording, 1, false});
-    AutoPtr<PlayedController> const controller = MakePlayedController(device, recording->controllers[0]);
-    auto const &glove = dynamic_cast<Glove &>(controller->GetController());
 
     // Each gesture begins behind the one ahead of it in the order of ids.
-    static_gestures::GestureAnalyzer const analyzer;
-    RecordingPlayer player(*recording, false);
-    std::vector<bool> wasActive(21);
+    std::vector<unsigned int> before;
     unsigned int next = 0;
-    for (double time = 0; time < recording->length; time += 1 / 60.0)
+    auto const numFrames = static_cast<unsigned int>(recording->length / s_frame);
+    for (std::vector<unsigned int> const &gestures : FindGestures(kernel, device, 0, numFrames))
     {
-        player.AdvanceTo(time);
-        controller->Sample(player.GetState(0));
-        std::vector<bool> isActive(21);
-        for (static_gestures::Gesture const *gesture = analyzer.GetFirstActiveGesture(glove); gesture;
-             gesture = analyzer.GetNextActiveGesture(glove))
-            isActive[gesture->GetID()] = true;
-        while (next < 21 && isActive[next] && !wasActive[next])
+        auto const has = [](std::vector<unsigned int> const &ids, unsigned int id)
+        { return std::find(ids.begin(), ids.end(), id) != ids.end(); };
+        while (has(gestures, next) && !has(before, next))
             ++next;
-        wasActive = isActive;
+        before = gestures;
     }
     EXPECT_EQ(next, 21u);
 }
