@@ -52,7 +52,7 @@ QUILLMARSH_API void GenerateFontGlyphsAscii(ImageBase &dst, unsigned int firstGl
 QUILLMARSH_API bool CanGenerateFont(string const &family, bool bold, bool italic);
 
 /// @name Pixels of the drawing service's bitmaps
-/// On Linux the two types are the library's own and not published.
+/// The types are those of Windows' drawing service; on Linux they stand in platform/linux/gdiplus.h.
 /// @{
 
 /// Describes the samples of an image, as they are, to the drawing service.

@@ -2,7 +2,6 @@
 
 #include <quillmarsh/basetools/diagnostics.h>
 #include <quillmarsh/basetools/exception.h>
-#include <quillmarsh/basetools/texttools.h>
 #include <quillmarsh/basetools/winutils.h>
 #include <quillmarsh/dataobjects/signaloperations.h>
 
@@ -12,7 +11,6 @@
 #include <algorithm>
 #include <limits>
 #include <numeric>
-#include <optional>
 #include <vector>
 
 namespace quillmarsh
@@ -20,96 +18,37 @@ namespace quillmarsh
 namespace
 {
 
-using Gdiplus::Color;
-using Gdiplus::FontFamily;
+namespace drawing = platform::drawing;
+using drawing::Color;
+using drawing::FontFace;
 using win_utils::GdiplusGuard;
 
-constexpr unsigned char s_opaque = 255;
+constexpr Color s_white = {255, 255, 255};
+constexpr Color s_black = {0, 0, 0};
 
-Color GetWhite()
+platform::PixelRows ToPixelRows(Image<Sample32> &image)
 {
-    return {s_opaque, 255, 255, 255};
+    return {image.GetSamplesB(), static_cast<std::ptrdiff_t>(image.GetRowByteSize()), image.GetNumRows(),
+            image.GetNumColumns(), true};
 }
 
-/// Image that can be drawn on.
-class Canvas : NoCopy
+/// The face, or that of equal widths where the system has it not.
+FontFace ChooseFace(FontFace const &wanted)
 {
-public:
-    Canvas(unsigned int numRows, unsigned int numColumns)
-        : image_(e_format_A8R8G8B8, numRows, numColumns),
-          bitmap_(static_cast<int>(numColumns), static_cast<int>(numRows), static_cast<int>(image_.GetRowByteSize()),
-                  PixelFormat32bppARGB, image_.GetSamplesB())
-    {
-    }
-
-    Image<Sample32> &GetImage() { return image_; }
-    Gdiplus::Bitmap &GetBitmap() { return bitmap_; }
-
-private:
-    Image<Sample32> image_;
-    Gdiplus::Bitmap bitmap_;
-};
-
-/// A family, and the style that it is used in.
-class ChosenFamily : NoCopy
-{
-public:
-    ChosenFamily(string const &name, bool bold, bool italic)
-    {
-        wstring wide;
-        AsciiToUnicode(name, wide);
-        own_.emplace(platform::ToDrawingText(wide.c_str()));
-        if (bold)
-            style_ |= Gdiplus::FontStyleBold;
-        if (italic)
-            style_ |= Gdiplus::FontStyleItalic;
-    }
-
-    FontFamily const &Get() const { return generic_ ? *generic_ : *own_; }
-    int GetStyle() const { return style_; }
-    bool IsAvailable() const { return Get().IsAvailable() && Get().IsStyleAvailable(style_); }
-
-    void FallBack()
-    {
-        generic_ = FontFamily::GenericMonospace();
-        style_ = Gdiplus::FontStyleRegular;
-    }
-
-    /// Size of the em in pixels at which a line is as high as this.
-    float GetSizeOfLine(float height) const
-    {
-        auto const line = static_cast<float>(Get().GetCellAscent(style_) + Get().GetCellDescent(style_));
-        return line > 0 ? height * static_cast<float>(Get().GetEmHeight(style_)) / line : height;
-    }
-
-private:
-    std::optional<FontFamily> own_;
-    FontFamily const *generic_ = nullptr;
-    int style_ = Gdiplus::FontStyleRegular;
-};
-
-void ChooseFamily(ChosenFamily &family)
-{
-    if (!family.IsAvailable())
-        family.FallBack();
-    if (!family.Get().IsAvailable())
+    if (drawing::HasFace(wanted))
+        return wanted;
+    FontFace face = drawing::GetMonospaceFace();
+    if (face.family.empty())
         QUILLMARSH_THROW(SystemResourceException, "Internal error, failed to create font-family.");
+    return face;
 }
 
-void SetFormat(Gdiplus::StringFormat &format, bool centered)
+/// Size of the em in pixels at which a line is as high as this.
+float GetSizeOfLine(FontFace const &face, float height)
 {
-    // Nothing but the clipping region cuts a text off.
-    format.SetFormatFlags(Gdiplus::StringFormatFlagsNoWrap | Gdiplus::StringFormatFlagsNoClip |
-                          Gdiplus::StringFormatFlagsNoFitBlackBox);
-    format.SetAlignment(centered ? Gdiplus::StringAlignmentCenter : Gdiplus::StringAlignmentNear);
-    format.SetLineAlignment(Gdiplus::StringAlignmentCenter);
-}
-
-Gdiplus::TextRenderingHint ChooseHint(bool antiAliased, bool hinted)
-{
-    if (antiAliased)
-        return hinted ? Gdiplus::TextRenderingHintAntiAliasGridFit : Gdiplus::TextRenderingHintAntiAlias;
-    return hinted ? Gdiplus::TextRenderingHintSingleBitPerPixelGridFit : Gdiplus::TextRenderingHintSingleBitPerPixel;
+    drawing::FaceHeights const heights = drawing::MeasureFace(face);
+    auto const line = static_cast<float>(heights.ascent + heights.descent);
+    return line > 0 ? height * static_cast<float>(heights.em) / line : height;
 }
 
 /// Additions to the edges of a rectangle, as they are passed.
@@ -121,11 +60,11 @@ struct EdgeOffsets
     float bottom;
 };
 
-Gdiplus::RectF MoveEdges(Gdiplus::Rect const &rect, EdgeOffsets const &offsets)
+drawing::RectF MoveEdges(drawing::Rect const &rect, EdgeOffsets const &offsets)
 {
-    return {static_cast<float>(rect.X) + offsets.left, static_cast<float>(rect.Y) + offsets.top,
-            static_cast<float>(rect.Width) + offsets.right - offsets.left,
-            static_cast<float>(rect.Height) + offsets.bottom - offsets.top};
+    return {static_cast<float>(rect.x) + offsets.left, static_cast<float>(rect.y) + offsets.top,
+            static_cast<float>(rect.width) + offsets.right - offsets.left,
+            static_cast<float>(rect.height) + offsets.bottom - offsets.top};
 }
 
 /// Rows of tiles and their size; throws NoMemoryException if the sheet is one that no image holds.
@@ -142,7 +81,7 @@ struct SheetLayout
             ThrowNoMemory(byteSize);
     }
 
-    Gdiplus::Rect GetTile(unsigned int glyph) const
+    drawing::Rect GetTile(unsigned int glyph) const
     {
         auto const width = static_cast<int>(tileWidth);
         return {static_cast<int>(glyph % numColumns) * width, static_cast<int>(glyph / numColumns) * width, width,
@@ -165,20 +104,18 @@ struct Quadrant
 {
     bool right;
     bool bottom;
-    unsigned char red;
-    unsigned char green;
-    unsigned char blue;
+    Color color;
     unsigned short label;
 };
 
 constexpr Quadrant s_quadrants[] = {
-    {false, false, 255, 0, 0, 'R'},
-    {true, false, 0, 255, 0, 'G'},
-    {false, true, 0, 0, 255, 'B'},
-    {true, true, 0, 0, 0, 'A'},
+    {false, false, {255, 0, 0}, 'R'},
+    {true, false, {0, 255, 0}, 'G'},
+    {false, true, {0, 0, 255}, 'B'},
+    {true, true, s_black, 'A'},
 };
 
-Gdiplus::Rect GetQuadrant(Quadrant const &quadrant, int width, int height)
+drawing::Rect GetQuadrant(Quadrant const &quadrant, int width, int height)
 {
     int const halfWidth = width / 2;
     int const halfHeight = height / 2;
@@ -193,30 +130,23 @@ void GenerateRGBATest(ImageBase &image)
     if (image.GetNumSamples() == 0)
         return;
     GdiplusGuard const guard;
-    Canvas canvas(image.GetNumRows(), image.GetNumColumns());
+    Image<Sample32> drawn(e_format_A8R8G8B8, image.GetNumRows(), image.GetNumColumns());
     {
         auto const width = static_cast<int>(image.GetNumColumns());
         auto const height = static_cast<int>(image.GetNumRows());
-        ChosenFamily family("Tahoma", true, false);
-        ChooseFamily(family);
-        Gdiplus::Font const font(&family.Get(), static_cast<float>(std::max(height / 4, 1)), family.GetStyle(),
-                                 Gdiplus::UnitPixel);
-        Gdiplus::StringFormat format(Gdiplus::StringFormat::GenericTypographic());
-        SetFormat(format, true);
-        Gdiplus::SolidBrush const white(GetWhite());
-        Gdiplus::Graphics graphics(&canvas.GetBitmap());
-        graphics.SetTextRenderingHint(Gdiplus::TextRenderingHintAntiAlias);
+        drawing::Font font(ChooseFace({"Tahoma", true, false}), static_cast<float>(std::max(height / 4, 1)),
+                           {true, false});
+        drawing::Canvas canvas(ToPixelRows(drawn));
         for (Quadrant const &quadrant : s_quadrants)
         {
-            Gdiplus::Rect const rect = GetQuadrant(quadrant, width, height);
-            Gdiplus::SolidBrush const brush(Color(s_opaque, quadrant.red, quadrant.green, quadrant.blue));
-            graphics.SetClip(rect);
-            graphics.FillRectangle(&brush, rect.X, rect.Y, rect.Width, rect.Height);
-            graphics.DrawString(platform::ToDrawingText(&quadrant.label), 1, &font, MoveEdges(rect, {}), &format,
-                                &white);
+            drawing::Rect const rect = GetQuadrant(quadrant, width, height);
+            canvas.SetClip(rect);
+            canvas.FillRectangle(rect, quadrant.color);
+            if (font.IsValid())
+                canvas.DrawText(wstring(1, quadrant.label), font, MoveEdges(rect, {}), true, s_white);
         }
     }
-    TransferSamples2D(image, canvas.GetImage(), true);
+    TransferSamples2D(image, drawn, true);
 }
 
 void GenerateFontGlyphs(ImageBase &dst, unsigned int numGlyphs, unsigned short const *glyphs, string const &family,
@@ -230,35 +160,26 @@ void GenerateFontGlyphs(ImageBase &dst, unsigned int numGlyphs, unsigned short c
         return;
     SheetLayout const sheet(numGlyphs, numColumns, tileWidth);
     GdiplusGuard const guard;
-    ChosenFamily chosen(family, bold, italic);
-    ChooseFamily(chosen);
-    float const fontSize = chosen.GetSizeOfLine(static_cast<float>(sheet.tileWidth)) * sizeScale;
-    Gdiplus::Font const font(&chosen.Get(), fontSize, chosen.GetStyle(), Gdiplus::UnitPixel);
-    // Not every version of the drawing library looks at the size.
-    if (!(fontSize > 0) || font.GetLastStatus() != Gdiplus::Ok)
+    FontFace const face = ChooseFace({family, bold, italic});
+    drawing::Font font(face, GetSizeOfLine(face, static_cast<float>(sheet.tileWidth)) * sizeScale,
+                       {antiAliased, hinted});
+    if (!font.IsValid())
         QUILLMARSH_THROW(SystemResourceException, "Failed to create gdiplus-font.");
 
-    Canvas canvas(sheet.numRows * sheet.tileWidth, sheet.numColumns * sheet.tileWidth);
+    Image<Sample32> drawn(e_format_A8R8G8B8, sheet.numRows * sheet.tileWidth, sheet.numColumns * sheet.tileWidth);
     {
-        Gdiplus::StringFormat format(Gdiplus::StringFormat::GenericTypographic());
-        SetFormat(format, centered);
-        Gdiplus::SolidBrush const white(GetWhite());
-        Gdiplus::Graphics graphics(&canvas.GetBitmap());
-        graphics.SetTextRenderingHint(ChooseHint(antiAliased, hinted));
-        graphics.Clear(Color(s_opaque, 0, 0, 0));
+        drawing::Canvas canvas(ToPixelRows(drawn));
+        canvas.Clear(s_black);
         for (unsigned int i = 0; i < numGlyphs; ++i)
         {
-            Gdiplus::Rect const tile = sheet.GetTile(i);
-            graphics.SetClip(tile);
-            graphics.DrawString(platform::ToDrawingText(&glyphs[i]), 1, &font,
-                                MoveEdges(tile, {addLeft, addTop, addRight, addBottom}), &format, &white);
+            drawing::Rect const tile = sheet.GetTile(i);
+            canvas.SetClip(tile);
+            canvas.DrawText(wstring(1, glyphs[i]), font, MoveEdges(tile, {addLeft, addTop, addRight, addBottom}),
+                            centered, s_white);
         }
     }
-    Gdiplus::BitmapData data;
-    GdiplusFillBitmapData(data, PixelFormat32bppARGB, canvas.GetImage());
-    GdiplusTransferBitmapPixels(canvas.GetBitmap(), data, true);
-    TurnCoverageIntoAlpha(canvas.GetImage());
-    TransferSamples2D(dst, canvas.GetImage(), true);
+    TurnCoverageIntoAlpha(drawn);
+    TransferSamples2D(dst, drawn, true);
 }
 
 void GenerateFontGlyphsAscii(ImageBase &dst, unsigned int firstGlyph, unsigned int lastGlyph, string const &family,
@@ -275,27 +196,7 @@ void GenerateFontGlyphsAscii(ImageBase &dst, unsigned int firstGlyph, unsigned i
 bool CanGenerateFont(string const &family, bool bold, bool italic)
 {
     GdiplusGuard const guard;
-    return ChosenFamily(family, bold, italic).IsAvailable();
-}
-
-void GdiplusFillBitmapData(Gdiplus::BitmapData &data, int pixelFormat, ImageBase const &image)
-{
-    data.Width = image.GetNumColumns();
-    data.Height = image.GetNumRows();
-    data.Stride = static_cast<int>(image.GetRowByteSize());
-    data.PixelFormat = pixelFormat;
-    data.Scan0 = const_cast<unsigned char *>(image.GetSamplesB());
-    data.Reserved = 0;
-}
-
-bool GdiplusTransferBitmapPixels(Gdiplus::Bitmap &bitmap, Gdiplus::BitmapData &data, bool read)
-{
-    if (data.Width == 0 || data.Height == 0)
-        return false;
-    Gdiplus::Rect const rect(0, 0, static_cast<int>(data.Width), static_cast<int>(data.Height));
-    unsigned int const mode = read ? Gdiplus::ImageLockModeRead : Gdiplus::ImageLockModeWrite;
-    return bitmap.LockBits(&rect, Gdiplus::ImageLockModeUserInputBuf | mode, data.PixelFormat, &data) == Gdiplus::Ok &&
-           bitmap.UnlockBits(&data) == Gdiplus::Ok;
+    return drawing::HasFace({family, bold, italic});
 }
 
 } // namespace quillmarsh

@@ -1,0 +1,106 @@
+#include "source/platform/linux/fontfaces.h"
+
+#include <algorithm>
+#include <array>
+#include <fontconfig/fontconfig.h>
+#include <memory>
+
+namespace quillmarsh::platform::drawing
+{
+namespace
+{
+
+struct Releaser
+{
+    void operator()(FcPattern *pattern) const { FcPatternDestroy(pattern); }
+    void operator()(FcObjectSet *objects) const { FcObjectSetDestroy(objects); }
+    void operator()(FcFontSet *fonts) const { FcFontSetDestroy(fonts); }
+};
+template<typename T>
+using Holder = std::unique_ptr<T, Releaser>;
+
+/// Families that programs ask for by their names elsewhere, and fonts that look alike and are free to install.
+struct StandIn
+{
+    char const *family;
+    std::array<char const *, 2> standIns;
+};
+
+constexpr StandIn s_standIns[] = {
+    {"Tahoma", {"DejaVu Sans", "Liberation Sans"}},
+    {"Arial", {"Liberation Sans", "DejaVu Sans"}},
+    {"Courier New", {"Liberation Mono", "DejaVu Sans Mono"}},
+    {"Lucida Console", {"DejaVu Sans Mono", "Liberation Mono"}},
+};
+
+constexpr std::array<char const *, 2> s_monospace = {"DejaVu Sans Mono", "Liberation Mono"};
+
+FcChar8 const *ToFontText(string const &text)
+{
+    return reinterpret_cast<FcChar8 const *>(text.c_str());
+}
+
+/// Whether there is a font with outlines of that very family, in upper or lower case.
+bool IsInstalled(string const &family)
+{
+    if (family.empty())
+        return false;
+    Holder<FcPattern> const pattern(FcPatternCreate());
+    Holder<FcObjectSet> const objects(FcObjectSetBuild(FC_FAMILY, static_cast<char *>(nullptr)));
+    if (!pattern || !objects)
+        return false;
+    FcPatternAddString(pattern.get(), FC_FAMILY, ToFontText(family));
+    FcPatternAddBool(pattern.get(), FC_OUTLINE, FcTrue);
+    Holder<FcFontSet> const fonts(FcFontList(nullptr, pattern.get(), objects.get()));
+    return fonts && fonts->nfont > 0;
+}
+
+/// Family that the system takes for another one; empty if it has no fonts at all.
+string MatchFamily(char const *family)
+{
+    Holder<FcPattern> const wanted(FcNameParse(ToFontText(family)));
+    if (!wanted)
+        return {};
+    FcConfigSubstitute(nullptr, wanted.get(), FcMatchPattern);
+    FcDefaultSubstitute(wanted.get());
+    FcResult result = FcResultNoMatch;
+    Holder<FcPattern> const found(FcFontMatch(nullptr, wanted.get(), &result));
+    FcChar8 *name = nullptr;
+    if (!found || FcPatternGetString(found.get(), FC_FAMILY, 0, &name) != FcResultMatch)
+        return {};
+    return reinterpret_cast<char const *>(name);
+}
+
+string FindInstalled(std::array<char const *, 2> const &families)
+{
+    auto const found = std::find_if(families.begin(), families.end(), &IsInstalled);
+    return found == families.end() ? string() : *found;
+}
+
+string FindMonospaceFamily()
+{
+    string const usual = FindInstalled(s_monospace);
+    return usual.empty() ? MatchFamily("monospace") : usual;
+}
+
+} // namespace
+
+string FindFamily(string const &family)
+{
+    if (IsInstalled(family))
+        return family;
+    for (StandIn const &row : s_standIns)
+    {
+        if (FcStrCmpIgnoreCase(ToFontText(row.family), ToFontText(family)) == 0)
+            return FindInstalled(row.standIns);
+    }
+    return {};
+}
+
+string const &GetMonospaceFamily()
+{
+    static string const s_family = FindMonospaceFamily();
+    return s_family;
+}
+
+} // namespace quillmarsh::platform::drawing

@@ -1,0 +1,197 @@
+#include "source/platform/drawing.h"
+
+#include <quillmarsh/basetools/texttools.h>
+
+#include "source/platform/win32/gdiplus.h"
+#include "source/platform/win32/widetext.h"
+
+#include <map>
+#include <memory>
+#include <utility>
+
+namespace quillmarsh::platform::drawing
+{
+namespace
+{
+
+/// Nothing but the clipping rectangle cuts a text off.
+constexpr INT s_formatFlags =
+    Gdiplus::StringFormatFlagsNoWrap | Gdiplus::StringFormatFlagsNoClip | Gdiplus::StringFormatFlagsNoFitBlackBox;
+
+/// The service's own object of a family; not available when the name is none.
+AutoPtr<Gdiplus::FontFamily> MakeFamily(FontFace const &face)
+{
+    wstring name;
+    AsciiToUnicode(face.family, name);
+    return std::make_unique<Gdiplus::FontFamily>(ToSystem(std::as_const(name)));
+}
+
+INT GetStyle(FontFace const &face)
+{
+    return (face.bold ? Gdiplus::FontStyleBold : 0) | (face.italic ? Gdiplus::FontStyleItalic : 0);
+}
+
+bool IsAvailable(Gdiplus::FontFamily const &family, INT style)
+{
+    return family.IsAvailable() && family.IsStyleAvailable(style);
+}
+
+Gdiplus::TextRenderingHint ToHint(GlyphEdges edges)
+{
+    if (edges.antiAliased)
+        return edges.hinted ? Gdiplus::TextRenderingHintAntiAliasGridFit : Gdiplus::TextRenderingHintAntiAlias;
+    return edges.hinted ? Gdiplus::TextRenderingHintSingleBitPerPixelGridFit
+                        : Gdiplus::TextRenderingHintSingleBitPerPixel;
+}
+
+Gdiplus::Color ToSystem(Color color)
+{
+    return {255, color.red, color.green, color.blue};
+}
+
+} // namespace
+
+bool HasFace(FontFace const &face)
+{
+    return IsAvailable(*MakeFamily(face), GetStyle(face));
+}
+
+FontFace GetMonospaceFace()
+{
+    wchar_t name[LF_FACESIZE] = {};
+    Gdiplus::FontFamily const *const family = Gdiplus::FontFamily::GenericMonospace();
+    return {family->GetFamilyName(name) == Gdiplus::Ok ? FromSystem(name) : string()};
+}
+
+FaceHeights MeasureFace(FontFace const &face)
+{
+    AutoPtr<Gdiplus::FontFamily> const family = MakeFamily(face);
+    INT const style = GetStyle(face);
+    if (!IsAvailable(*family, style))
+        return {};
+    return {family->GetEmHeight(style), family->GetCellAscent(style), family->GetCellDescent(style)};
+}
+
+struct Font::State
+{
+    State(FontFace const &face, float size, GlyphEdges edges)
+        : family(MakeFamily(face)),
+          style(GetStyle(face)),
+          emSize(size),
+          hint(ToHint(edges)),
+          font(family.get(), size, style, Gdiplus::UnitPixel),
+          format(Gdiplus::StringFormat::GenericTypographic()),
+          pixel(1, 1, PixelFormat32bppARGB),
+          measuring(&pixel)
+    {
+        format.SetFormatFlags(s_formatFlags | Gdiplus::StringFormatFlagsMeasureTrailingSpaces);
+        measuring.SetTextRenderingHint(hint);
+    }
+
+    /// Length in pixels of one in units of the em.
+    float Scale(UINT16 units) const
+    {
+        return static_cast<float>(units) * emSize / static_cast<float>(family->GetEmHeight(style));
+    }
+
+    AutoPtr<Gdiplus::FontFamily> family;
+    INT style;
+    float emSize;
+    Gdiplus::TextRenderingHint hint;
+    Gdiplus::Font font;
+    Gdiplus::StringFormat format;
+    Gdiplus::Bitmap pixel;
+    Gdiplus::Graphics measuring;
+    std::map<unsigned short, float> advances;
+};
+
+Font::Font(FontFace const &face, float size, GlyphEdges edges)
+{
+    // Not every version of the drawing library looks at the size.
+    if (!(size > 0))
+        return;
+    state_ = std::make_unique<State>(face, size, edges);
+    if (!IsAvailable(*state_->family, state_->style) || state_->font.GetLastStatus() != Gdiplus::Ok)
+        state_.reset();
+}
+
+Font::~Font() = default;
+
+float Font::GetAscent() const
+{
+    return state_->Scale(state_->family->GetCellAscent(state_->style));
+}
+
+float Font::GetDescent() const
+{
+    return state_->Scale(state_->family->GetCellDescent(state_->style));
+}
+
+float Font::GetLineHeight() const
+{
+    return state_->Scale(state_->family->GetLineSpacing(state_->style));
+}
+
+float Font::GetAdvance(unsigned short character)
+{
+    auto const [entry, isNew] = state_->advances.try_emplace(character);
+    if (isNew)
+        entry->second = MeasureText(wstring(1, character));
+    return entry->second;
+}
+
+float Font::MeasureText(wstring const &text)
+{
+    Gdiplus::RectF box;
+    bool const isMeasured =
+        state_->measuring.MeasureString(platform::ToSystem(text), static_cast<INT>(text.size()), &state_->font,
+                                        Gdiplus::PointF(0, 0), &state_->format, &box) == Gdiplus::Ok;
+    return isMeasured ? box.Width : 0;
+}
+
+struct Canvas::State
+{
+    explicit State(PixelRows const &pixels)
+        : bitmap(static_cast<INT>(pixels.numColumns), static_cast<INT>(pixels.numRows), static_cast<INT>(pixels.stride),
+                 pixels.hasAlpha ? PixelFormat32bppARGB : PixelFormat32bppRGB, pixels.first),
+          graphics(&bitmap)
+    {
+    }
+
+    Gdiplus::Bitmap bitmap;
+    Gdiplus::Graphics graphics;
+};
+
+Canvas::Canvas(PixelRows const &pixels) : state_(std::make_unique<State>(pixels)) {}
+
+Canvas::~Canvas() = default;
+
+void Canvas::SetClip(Rect const &rect)
+{
+    state_->graphics.SetClip(Gdiplus::Rect(rect.x, rect.y, rect.width, rect.height));
+}
+
+void Canvas::Clear(Color color)
+{
+    state_->graphics.Clear(ToSystem(color));
+}
+
+void Canvas::FillRectangle(Rect const &rect, Color color)
+{
+    Gdiplus::SolidBrush const brush(ToSystem(color));
+    state_->graphics.FillRectangle(&brush, rect.x, rect.y, rect.width, rect.height);
+}
+
+void Canvas::DrawText(wstring const &text, Font &font, RectF const &layout, bool centered, Color color)
+{
+    Gdiplus::StringFormat format(Gdiplus::StringFormat::GenericTypographic());
+    format.SetFormatFlags(s_formatFlags);
+    format.SetAlignment(centered ? Gdiplus::StringAlignmentCenter : Gdiplus::StringAlignmentNear);
+    format.SetLineAlignment(Gdiplus::StringAlignmentCenter);
+    Gdiplus::SolidBrush const brush(ToSystem(color));
+    state_->graphics.SetTextRenderingHint(font.state_->hint);
+    state_->graphics.DrawString(platform::ToSystem(text), static_cast<INT>(text.size()), &font.state_->font,
+                                Gdiplus::RectF(layout.x, layout.y, layout.width, layout.height), &format, &brush);
+}
+
+} // namespace quillmarsh::platform::drawing
