@@ -21,6 +21,7 @@ install_licence(compiler-runtime.txt
   "${documents}/gcc-mingw-w64-i686-posix-runtime/copyright")
 install_licence(system-runtime.txt "${documents}/mingw-w64-common/copyright")
 install_licence(vector-library.txt "${documents}/libhwy-dev/copyright")
+install_licence(utf8-library.txt "${documents}/libutfcpp-dev/copyright")
 install_licence(GPL-3.txt /usr/share/common-licenses/GPL-3)
 
 if(CMAKE_SIZEOF_VOID_P EQUAL 4)

@@ -3,7 +3,9 @@
 #include <algorithm>
 #include <cstdint>
 #include <iomanip>
+#include <iterator>
 #include <sstream>
+#include <utf8cpp/utf8.h>
 
 namespace quillmarsh
 {
@@ -77,66 +79,6 @@ bool IsIdentifierPart(char c)
     return IsIdentifierStart(c) || IsDigit(c);
 }
 
-/// Reads one code point of UTF-8 at `at` and steps behind it. False for a sequence that is cut short, overlong, a
-/// surrogate, or beyond the last code point.
-bool ReadCodePoint(string const &text, std::size_t &at, std::uint32_t &codePoint)
-{
-    auto const first = static_cast<unsigned char>(text[at++]);
-    if (first < 0x80)
-    {
-        codePoint = first;
-        return true;
-    }
-
-    struct Form
-    {
-        unsigned char mask, mark;
-        unsigned int numFollowing;
-        std::uint32_t least;
-    };
-    constexpr Form forms[] = {{0xe0, 0xc0, 1, 0x80}, {0xf0, 0xe0, 2, 0x800}, {0xf8, 0xf0, 3, 0x10000}};
-    auto const form =
-        std::find_if(std::begin(forms), std::end(forms),
-                     [first](Form const &candidate) { return (first & candidate.mask) == candidate.mark; });
-    if (form == std::end(forms) || text.size() - at < form->numFollowing)
-        return false;
-
-    codePoint = first & static_cast<unsigned char>(~form->mask);
-    for (unsigned int i = 0; i < form->numFollowing; ++i)
-    {
-        auto const next = static_cast<unsigned char>(text[at++]);
-        if ((next & 0xc0) != 0x80)
-            return false;
-        codePoint = codePoint << 6 | (next & 0x3fu);
-    }
-    bool const isSurrogate = codePoint >= 0xd800 && codePoint < 0xe000;
-    return codePoint >= form->least && codePoint < 0x110000 && !isSurrogate;
-}
-
-void AppendCodePoint(string &text, std::uint32_t codePoint)
-{
-    auto const append = [&text](std::uint32_t byte) { text += static_cast<char>(static_cast<unsigned char>(byte)); };
-    if (codePoint < 0x80)
-    {
-        append(codePoint);
-        return;
-    }
-    if (codePoint < 0x800)
-        append(0xc0 | codePoint >> 6);
-    else
-    {
-        if (codePoint < 0x10000)
-            append(0xe0 | codePoint >> 12);
-        else
-        {
-            append(0xf0 | codePoint >> 18);
-            append(0x80 | (codePoint >> 12 & 0x3f));
-        }
-        append(0x80 | (codePoint >> 6 & 0x3f));
-    }
-    append(0x80 | (codePoint & 0x3f));
-}
-
 /// True for a character that a terminal obeys instead of showing it.
 bool IsTerminalControl(std::uint32_t codePoint)
 {
@@ -150,13 +92,14 @@ bool IsTerminalControl(std::uint32_t codePoint)
                        [codePoint](Range const &range) { return codePoint >= range.first && codePoint <= range.last; });
 }
 
-void AppendEscaped(string &text, unsigned char byte)
+void AppendEscaped(string &text, char byte)
 {
     constexpr char digits[] = "0123456789abcdef";
+    auto const value = static_cast<unsigned char>(byte);
     if (byte == '\n' || byte == '\t')
         text += byte == '\n' ? "\\n" : "\\t";
     else
-        text += {'\\', 'x', digits[byte >> 4], digits[byte & 0xf]};
+        text += {'\\', 'x', digits[value >> 4], digits[value & 0xf]};
 }
 
 } // namespace
@@ -311,42 +254,23 @@ void ToString(string &text, string const &value)
 bool AsciiToUnicode(string const &text, wstring &wide)
 {
     wide.clear();
-    for (std::size_t at = 0; at < text.size();)
-    {
-        std::uint32_t codePoint = 0;
-        if (!ReadCodePoint(text, at, codePoint))
-        {
-            wide.clear();
-            return false;
-        }
-        if (codePoint >= 0x10000)
-        {
-            codePoint -= 0x10000;
-            wide += static_cast<unsigned short>(0xd800 | codePoint >> 10);
-            codePoint = 0xdc00 | (codePoint & 0x3ff);
-        }
-        wide += static_cast<unsigned short>(codePoint);
-    }
+    if (!utf8::is_valid(text.begin(), text.end()))
+        return false;
+    utf8::unchecked::utf8to16(text.begin(), text.end(), std::back_inserter(wide));
     return true;
 }
 
 bool UnicodeToAscii(wstring const &wide, string &text)
 {
     text.clear();
-    for (std::size_t at = 0; at < wide.size();)
+    try
     {
-        std::uint32_t codePoint = wide[at++];
-        bool const isHigh = codePoint >= 0xd800 && codePoint < 0xdc00;
-        bool const isLow = codePoint >= 0xdc00 && codePoint < 0xe000;
-        bool const hasLow = isHigh && at < wide.size() && wide[at] >= 0xdc00 && wide[at] < 0xe000;
-        if (isLow || (isHigh && !hasLow))
-        {
-            text.clear();
-            return false;
-        }
-        if (isHigh)
-            codePoint = 0x10000 + ((codePoint & 0x3ff) << 10 | (wide[at++] & 0x3ffu));
-        AppendCodePoint(text, codePoint);
+        utf8::utf16to8(wide.begin(), wide.end(), std::back_inserter(text));
+    }
+    catch (utf8::invalid_utf16 const &)
+    {
+        text.clear();
+        return false;
     }
     return true;
 }
@@ -462,22 +386,24 @@ void ForceStandardIdentifier(string &text)
 string MakePrintable(string const &text, bool keepLayout)
 {
     string printable;
-    for (std::size_t at = 0; at < text.size();)
+    auto at = text.begin();
+    while (at != text.end())
     {
-        std::size_t end = at;
-        std::uint32_t codePoint = 0;
-        bool const isCharacter = ReadCodePoint(text, end, codePoint);
-        bool const isLayout = codePoint == '\n' || codePoint == '\t';
-        if (isCharacter && (isLayout ? keepLayout : !IsTerminalControl(codePoint)))
+        auto const validEnd = utf8::find_invalid(at, text.end());
+        while (at != validEnd)
         {
-            printable.append(text, at, end - at);
-            at = end;
-            continue;
+            auto next = at;
+            std::uint32_t const codePoint = utf8::unchecked::next(next);
+            bool const isLayout = codePoint == '\n' || codePoint == '\t';
+            if (isLayout ? keepLayout : !IsTerminalControl(codePoint))
+                printable.append(at, next);
+            else
+                std::for_each(at, next, [&printable](char byte) { AppendEscaped(printable, byte); });
+            at = next;
         }
-        // Where the sequence breaks off, a character may begin: only the first byte is surely not part of one.
-        end = isCharacter ? end : at + 1;
-        for (; at < end; ++at)
-            AppendEscaped(printable, static_cast<unsigned char>(text[at]));
+        // Where a sequence breaks off, a character may begin: only the first byte is surely not part of one.
+        if (at != text.end())
+            AppendEscaped(printable, *at++);
     }
     return printable;
 }
