@@ -229,14 +229,21 @@ void DeviceGroup::ConnectDevices()
 void DeviceGroup::ConnectDevice(AutoPtr<HumanInterfaceDevice> owned)
 {
     HumanInterfaceDevice &device = *owned;
-    auto const connect = [&device]
+    auto const connect = [this, &device]
     {
         if (HumanInterfaceDevice::GetUseDirectInputAtInit())
             device.SetUseDirectInput(true);
-        device.ConnectDevice(nullptr);
+        device.SetAppWindow(appWindow_);
+        device.ConnectDevice(appWindow_);
     };
     if (!Try("The input device " + device.GetDeviceInfo().MakeShortDesc() + " is left out", connect))
         return;
+    if (appWindow_ != nullptr)
+    {
+        TellOfWindow(device, [](HumanInterfaceDevice &told) { told.OnAppWindowGeometryChanged(); });
+        if (isAppWindowActive_)
+            TellOfWindow(device, [](HumanInterfaceDevice &told) { told.OnAppWindowActive(true); });
+    }
     auto const *const keyboard = Find<Keyboard>(device, "Keyboard");
     auto const *const mouse = Find<Mouse>(device, "Mouse");
     devices_.push_back({std::move(owned), keyboard != nullptr && keyboard->IsSystemKeyboard(),
@@ -273,6 +280,40 @@ void DeviceGroup::Release()
     if (std::exchange(isProxyOpen_, false))
         failures.Guard([&] { proxy_->CloseProxy(); });
     proxy_.reset();
+}
+
+template<typename Call>
+void DeviceGroup::TellOfWindow(HumanInterfaceDevice &device, Call &&call)
+{
+    Try("The input device " + device.GetDeviceInfo().MakeShortDesc() + " could not be told of the window",
+        [&] { call(device); });
+}
+
+template<typename Call>
+void DeviceGroup::TellAllOfWindow(Call &&call)
+{
+    for (Device &device : devices_)
+        TellOfWindow(*device.device, call);
+}
+
+void DeviceGroup::SetAppWindow(HWND window)
+{
+    SetAppWindowActive(false);
+    appWindow_ = window;
+    for (Device &device : devices_)
+        device.device->SetAppWindow(window);
+    OnAppWindowGeometryChanged();
+}
+
+void DeviceGroup::SetAppWindowActive(bool active)
+{
+    if (std::exchange(isAppWindowActive_, active) != active)
+        TellAllOfWindow([active](HumanInterfaceDevice &device) { device.OnAppWindowActive(active); });
+}
+
+void DeviceGroup::OnAppWindowGeometryChanged()
+{
+    TellAllOfWindow([](HumanInterfaceDevice &device) { device.OnAppWindowGeometryChanged(); });
 }
 
 // What runs in each frame makes no message unless something failed.

@@ -1,8 +1,11 @@
 #include "tests/support/host_process.h"
+#include "tests/support/virtual_display.h"
+#include "tests/support/x11_client_linux.h"
 
 #include <gtest/gtest.h>
 
 #include <cstring>
+#include <future>
 #include <sstream>
 
 namespace quillmarsh::tests
@@ -102,6 +105,66 @@ TEST(HostDevices, ThatFailAreLeftOutWithAWordAboutIt)
         EXPECT_EQ(*numSamples != 0, trace.find(string("DisconnectDevice ball") + numSamples) != string::npos) << trace;
         EXPECT_NE(string::npos, trace.find("~TestDriver;")) << trace;
     }
+}
+
+/// Without the geometry that was told before, which a display may tell any number of times, and the number of samples.
+string Tidy(string const &trace)
+{
+    static constexpr char s_szGeometry[] = "OnAppWindowGeometryChanged";
+    string tidy, geometry;
+    std::istringstream lines(trace);
+    for (string line; std::getline(lines, line, ';');)
+    {
+        bool const isAgain = line.starts_with(s_szGeometry) && line == geometry;
+        if (line.starts_with(s_szGeometry) || line.starts_with("ConnectDevice"))
+            geometry = line;
+        if (line.starts_with("DisconnectDevice"))
+            line.erase(line.rfind(' '));
+        tidy += isAgain ? "" : line + ";";
+    }
+    return tidy;
+}
+
+TEST(HostDevices, HearOfAWindowFromWhenItStandsUntilItGoes)
+{
+    VirtualDisplay const display;
+    if (display.GetName().empty())
+        GTEST_SKIP() << "Xvfb or xdotool is not installed.";
+    HostResult result;
+    string const trace =
+        RunWithDriver({{"DISPLAY", display.GetName()}, {"WAYLAND_DISPLAY", ""}, {"SDL_VIDEODRIVER", ""}}, result,
+                      "window open\nwindow widen\nhid-config -version=8\nwait 2\nwindow close\nwindow open\n", {});
+    EXPECT_EQ("", result.err);
+    string const withWindow = "OnAppWindowGeometryChanged ball 300;OnAppWindowActive ball 1;";
+    string again = MakeUp("8");
+    again.insert(again.find("ConnectDevice ball;") + 18, " to a window;" + withWindow.substr(0, withWindow.size() - 1));
+    EXPECT_EQ(Tidy(MakeUp("0") +
+                   "OnAppWindowGeometryChanged ball 200;OnAppWindowActive ball 1;window open;"
+                   "OnAppWindowGeometryChanged ball 300;window widen;" +
+                   MakeDown("0") + again +
+                   "OnHIDReconfig;OnAppWindowActive ball 0;OnAppWindowGeometryChanged ball 0;window close;"
+                   "OnAppWindowGeometryChanged ball 200;OnAppWindowActive ball 1;window open;"
+                   "OnAppWindowActive ball 0;OnAppWindowGeometryChanged ball 0;" +
+                   MakeDown("0")),
+              Tidy(trace));
+}
+
+TEST(HostDevices, CloseButtonOfTheWindowEndsTheProgram)
+{
+    VirtualDisplay const display;
+    if (display.GetName().empty())
+        GTEST_SKIP() << "Xvfb or xdotool is not installed.";
+    ScratchFile const trace;
+    EnvironmentVariable const file("TRACER_FILE", trace.GetName().c_str());
+    EnvironmentVariable const name("DISPLAY", display.GetName().c_str());
+    EnvironmentVariable const noWayland("WAYLAND_DISPLAY", nullptr);
+    std::future<bool> hand =
+        std::async(std::launch::async, [&] { return X11Client(display.GetName()).PressCloseButton("Tracer"); });
+    HostResult const result = RunHost({"--plugin", TestPlugin("tracer")}, "window open\nwait 5000\ntrace late\n");
+    EXPECT_TRUE(hand.get());
+    EXPECT_EQ(0, result.status) << result.err;
+    EXPECT_EQ(string::npos, trace.Read().find("late"));
+    EXPECT_NE(string::npos, trace.Read().find("Cleanup well"));
 }
 
 TEST(HostDevices, HookThatFailsLeavesNothingOpen)

@@ -9,15 +9,11 @@
 #include "tests/support/environment_variable.h"
 #include "tests/support/virtual_display.h"
 #include "tests/support/waiting.h"
+#include "tests/support/x11_client_linux.h"
 
 #include <gtest/gtest.h>
 
-#include <SDL.h>
-#include <SDL_syswm.h>
-#include <X11/Xlib.h>
 #include <future>
-#undef None
-#undef Bool
 
 namespace quillmarsh::platform
 {
@@ -53,32 +49,6 @@ public:
 
     std::vector<DesktopEvent> events;
 };
-
-/// What the close button of a window manager sends.
-void PressCloseButton(Window const &window)
-{
-    SDL_SysWMinfo info;
-    SDL_VERSION(&info.version);
-    ASSERT_TRUE(SDL_GetWindowWMInfo(reinterpret_cast<SDL_Window *>(window.GetHandle()), &info));
-    Display *const display = info.info.x11.display;
-    XEvent event = {};
-    event.xclient.type = ClientMessage;
-    event.xclient.window = info.info.x11.window;
-    event.xclient.message_type = XInternAtom(display, "WM_PROTOCOLS", False);
-    event.xclient.format = 32;
-    event.xclient.data.l[0] = static_cast<long>(XInternAtom(display, "WM_DELETE_WINDOW", False));
-    XSendEvent(display, info.info.x11.window, False, NoEventMask, &event);
-    XFlush(display);
-}
-
-/// Copies as another program does.
-void TakeClipboard(tests::VirtualDisplay const &virtualDisplay)
-{
-    Display *const display = XOpenDisplay(virtualDisplay.GetName().c_str());
-    ::Window const window = XCreateSimpleWindow(display, DefaultRootWindow(display), 0, 0, 1, 1, 0, 0, 0);
-    XSetSelectionOwner(display, XInternAtom(display, "CLIPBOARD", False), window, CurrentTime);
-    XCloseDisplay(display);
-}
 
 TEST(WindowOnADisplay, TellsWhatAHandDoes)
 {
@@ -133,7 +103,7 @@ TEST(WindowOnADisplay, TellsWhatAHandDoes)
 
     EXPECT_TRUE(WriteClipboardText("text"));
     EXPECT_EQ("text", ReadClipboardText());
-    TakeClipboard(display);
+    tests::X11Client(display.GetName()).TakeClipboard();
     EXPECT_TRUE(listener.Await(eDesktopEvent::e_clipboard, false));
 
     window->SetFullscreen();
@@ -159,7 +129,7 @@ TEST(WindowOnADisplay, EndsAMessageLoopAndClosesByItsButtonOnlyIfSomebodyWants)
     window->Show();
     RecordingListener listener;
     DesktopSubscription const subscription(listener);
-    PressCloseButton(*window);
+    EXPECT_TRUE(tests::X11Client(display.GetName()).PressCloseButton("Quillmarsh test"));
     EXPECT_TRUE(listener.Await(eDesktopEvent::e_windowCloseWish, false));
     PumpDesktop();
     for (DesktopEvent const &event : listener.events)

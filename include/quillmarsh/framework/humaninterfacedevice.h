@@ -56,18 +56,34 @@ public:
     /// @}
 
     /// @name For the kernel
+    /// The application has its devices before there is a window, and the kernel tells each connected device of the
+    /// window: when it stands, SetAppWindow() and OnAppWindowGeometryChanged(), and OnAppWindowActive() when it is
+    /// active; then each change of the two. Before the window goes, OnAppWindowActive(false) if it was active,
+    /// SetAppWindow(nullptr) and OnAppWindowGeometryChanged(), where the device lets go of it. A device that is connected
+    /// while there is a window hears the first three behind ConnectDevice(). Windows may come and go any number of times.
+    ///
+    /// A hook that throws is reported, and nothing more comes of it.
     /// @{
 
-    /// Opens the hardware: from now on the device is sampled. `appWindow` is the window whose input is meant; null where
-    /// there is none. Throws HIDException when the hardware cannot be had; the kernel then leaves the device out.
+    /// Opens the hardware: from now on the device is sampled. `appWindow` is the window whose input is meant, and
+    /// GetAppWindow(); null where there is none yet. Throws HIDException when the hardware cannot be had; the kernel then
+    /// leaves the device out.
     virtual void ConnectDevice(HWND appWindow) = 0;
     /// Closes the hardware; called once for each ConnectDevice() that succeeded, when nobody samples any more.
     virtual void DisconnectDevice() = 0;
-    /// The application's window became the active one, or is it no longer. Also called while a thread samples.
+    /// Called when the application's window got the keyboard focus, or lost it. Also called while a thread samples.
     virtual void OnAppWindowActive(bool active);
-    /// The application's window was moved or resized. Also called while a thread samples.
+    /// Called when the application's window was moved or resized, and when GetAppWindow() has changed. Also called while
+    /// a thread samples.
     virtual void OnAppWindowGeometryChanged();
+
+    /// Sets the application's window, and calls nothing.
+    void SetAppWindow(HWND appWindow) { appWindow_ = appWindow; }
     /// @}
+
+    /// The application's window; null while there is none. platform::Window::Find() gives its geometry. Any thread may
+    /// ask, but only the frame thread may use the window.
+    HWND GetAppWindow() const { return appWindow_; }
 
     /// @name Hooks of the sampling thread
     /// Called on that thread, before its first sample and after its last one: the place to give it another priority.
@@ -166,6 +182,7 @@ private:
         HumanInterfaceDevice *device_ = nullptr;
     };
 
+    std::atomic<HWND> appWindow_{nullptr};
     bool isUsingDirectInput_ = false;
     HumanInterfaceDeviceInfo info_;
     SamplingThread samplingThread_;

@@ -44,6 +44,17 @@ public:
     /// Samples the devices that are wanted, and that no thread samples.
     void Sample(HIDAutoSamplingConfig const &wanted);
 
+    /// @name The application's window
+    /// Each connected device is told, in the order of HumanInterfaceDevice; a device that throws is reported.
+    /// @{
+
+    /// Tells of a window that stands, or by null that the window is about to go.
+    void SetAppWindow(HWND window);
+    HWND GetAppWindow() const { return appWindow_; }
+    void SetAppWindowActive(bool active);
+    void OnAppWindowGeometryChanged();
+    /// @}
+
 private:
     struct Driver
     {
@@ -82,12 +93,19 @@ private:
     void ConnectDevices();
     void ConnectDevice(AutoPtr<HumanInterfaceDevice> device);
     void OnSampleFailed(Device &device, string const &reason);
+    /// Tells one device, or all, of the window by a call that takes the device.
+    template<typename Call>
+    void TellOfWindow(HumanInterfaceDevice &device, Call &&call);
+    template<typename Call>
+    void TellAllOfWindow(Call &&call);
 
     /// Calls what may fail without ending the run. False, with a message that begins with `what`, when it failed.
     template<typename Call>
     bool Try(string const &what, Call &&call);
 
     HostKernel &kernel_;
+    HWND appWindow_ = nullptr;
+    bool isAppWindowActive_ = false;
     DirectInputConfig config_;
     AutoPtr<DirectInputProxy8> proxy_;
     bool isProxyOpen_ = false;

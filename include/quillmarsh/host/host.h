@@ -3,6 +3,7 @@
 #define QUILLMARSH_HOST_HOST_H
 
 #include <quillmarsh/host/applicationwalk.h>
+#include <quillmarsh/host/appwindow.h>
 #include <quillmarsh/host/consolelines.h>
 #include <quillmarsh/host/devicegroup.h>
 #include <quillmarsh/host/failures.h>

@@ -2,6 +2,7 @@
 #ifndef QUILLMARSH_HOST_HOSTKERNEL_H
 #define QUILLMARSH_HOST_HOSTKERNEL_H
 
+#include <quillmarsh/host/appwindow.h>
 #include <quillmarsh/host/devicegroup.h>
 #include <quillmarsh/host/failures.h>
 #include <quillmarsh/host/framepacer.h>
@@ -166,6 +167,7 @@ private:
     PluginSet plugins_;
     std::vector<AutoPtr<GenericExtension>> genericExtensions_;
     DeviceGroup devices_{*this};
+    AppWindow appWindow_{*this};
 
     unsigned int frameNumber_ = 0;
     FramePacer::Clock::time_point loopStart_;

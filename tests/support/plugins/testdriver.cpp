@@ -8,6 +8,7 @@
 #include <quillmarsh/framework/humaninterfacedevice.h>
 #include <quillmarsh/framework/plugindescriptors.h>
 #include <quillmarsh/framework/pluginlibrary.h>
+#include <quillmarsh/platform/window.h>
 
 namespace
 {
@@ -39,10 +40,19 @@ public:
 
     unsigned int GetNumControllers() override { return 1; }
     HIDController *GetController(unsigned int index) override { return index == 0 ? &mouse_ : nullptr; }
-    void ConnectDevice(HWND) override { Trace("ConnectDevice", name_); }
+    void ConnectDevice(HWND window) override
+    {
+        Trace("ConnectDevice", name_ + (window == GetAppWindow() && window != nullptr ? " to a window" : ""));
+    }
     void DisconnectDevice() override
     {
         Trace("DisconnectDevice", name_, IsAsyncSamplingActive() ? "too early" : MakeString(numSamples_));
+    }
+    void OnAppWindowActive(bool active) override { Trace("OnAppWindowActive", name_, active); }
+    void OnAppWindowGeometryChanged() override
+    {
+        platform::Window const *const window = platform::Window::Find(GetAppWindow());
+        Trace("OnAppWindowGeometryChanged", name_, window != nullptr ? window->GetSize().width : 0);
     }
     void SampleDevice() override
     {

@@ -1,4 +1,5 @@
 // Application that writes down which hooks are called, and fails in one of them when it is asked to.
+#include "../waiting.h"
 #include "trace.h"
 
 #include <quillmarsh/basetools/commandlineparser.h>
@@ -13,6 +14,8 @@
 #include <quillmarsh/framework/pluginlibrary.h>
 #include <quillmarsh/framework/reconfigobserver.h>
 #include <quillmarsh/framework/stdcommandinterpreter.h>
+#include <quillmarsh/platform/desktopevents.h>
+#include <quillmarsh/platform/window.h>
 
 #include <functional>
 #include <thread>
@@ -106,6 +109,7 @@ class TracerApplication : public Application
         std::pair<char const *, std::function<void(CommandLineParser const &)>> const commands[] = {
             {"talk", [this](CommandLineParser const &parser) { Talk(talker_, parser); }},
             {"ask", &AskKernel},
+            {"window", [this](CommandLineParser const &parser) { Work(parser.GetArgument(0).String()); }},
             {"trace", [](CommandLineParser const &parser) { Trace("trace", parser.GetArgument(0).String()); }}};
         for (auto const &[name, call] : commands)
             Kernel::Instance().GetCommandInterpreter()->RegisterExternalCommand(new FunctionCmd(name, call));
@@ -168,7 +172,11 @@ class TracerApplication : public Application
     void InitializeSubsystems(unsigned int, unsigned int) override { Trace("InitializeSubsystems"); }
     void CleanupSubsystems(unsigned int, unsigned int) override { Trace("CleanupSubsystems"); }
     void ConnectSubsystemsToAppWindow(HWND, bool) override { Trace("ConnectSubsystemsToAppWindow"); }
-    void DisconnectSubsystemsFromAppWindow() override { Trace("DisconnectSubsystemsFromAppWindow"); }
+    void DisconnectSubsystemsFromAppWindow() override
+    {
+        Trace("DisconnectSubsystemsFromAppWindow");
+        window_.reset();
+    }
     bool CheckSubsystems() override
     {
         Trace("CheckSubsystems");
@@ -184,7 +192,27 @@ class TracerApplication : public Application
     void FramePostRenderVideo() override { Trace("FramePostRenderVideo"); }
     void FrameEnd() override { Trace("FrameEnd"); }
 
+    /// Works with the window: "open", "widen", "close".
+    void Work(string const &way)
+    {
+        string reason;
+        if (way == "open")
+            window_ = platform::Window::Open({.title = "Tracer", .width = 200, .height = 100}, reason);
+        if (way == "close" || window_ == nullptr)
+            window_.reset();
+        else
+            way == "open" ? window_->Show() : window_->SetSize({300, 100});
+        auto const isDone = [this]
+        {
+            platform::PumpDesktop();
+            return window_ == nullptr || window_->IsActive();
+        };
+        tests::WaitUntil(isDone);
+        Trace("window", way + reason);
+    }
+
     Observer observer_;
+    AutoPtr<platform::Window> window_;
     std::thread talker_;
     int number_ = 1;
 };

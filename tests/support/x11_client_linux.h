@@ -1,0 +1,76 @@
+// What a window manager and other programs do to windows on a display. The macros of its headers want a file of their own
+// in front of everything else that they would not fit.
+#ifndef QUILLMARSH_TESTS_SUPPORT_X11_CLIENT_LINUX_H
+#define QUILLMARSH_TESTS_SUPPORT_X11_CLIENT_LINUX_H
+
+#include "tests/support/waiting.h"
+
+#include <X11/Xlib.h>
+#include <memory>
+#include <string>
+#undef Bool
+#undef None
+#undef Status
+
+namespace quillmarsh::tests
+{
+
+/// A program of its own on the display.
+class X11Client
+{
+public:
+    explicit X11Client(std::string const &displayName) : display_(XOpenDisplay(displayName.c_str()), &XCloseDisplay) {}
+
+    /// Presses the close button of the window with the title, once it is there.
+    bool PressCloseButton(std::string const &title)
+    {
+        Window window = 0;
+        bool const isThere = WaitUntil([&] { return (window = FindWindow(title)) != 0; });
+        XEvent event = {};
+        event.xclient.type = ClientMessage;
+        event.xclient.window = window;
+        event.xclient.message_type = GetAtom("WM_PROTOCOLS");
+        event.xclient.format = 32;
+        event.xclient.data.l[0] = static_cast<long>(GetAtom("WM_DELETE_WINDOW"));
+        if (isThere)
+            XSendEvent(display_.get(), window, False, NoEventMask, &event);
+        XSync(display_.get(), False);
+        return isThere;
+    }
+
+    /// Copies something.
+    void TakeClipboard()
+    {
+        Window const window = XCreateSimpleWindow(display_.get(), GetRoot(), 0, 0, 1, 1, 0, 0, 0);
+        XSetSelectionOwner(display_.get(), GetAtom("CLIPBOARD"), window, CurrentTime);
+        XSync(display_.get(), False);
+    }
+
+private:
+    Window GetRoot() const { return DefaultRootWindow(display_.get()); }
+    Atom GetAtom(char const *name) const { return XInternAtom(display_.get(), name, False); }
+
+    /// No window manager is there to put frames around the windows.
+    Window FindWindow(std::string const &title) const
+    {
+        Window root, parent, *children = nullptr;
+        unsigned int count = 0;
+        XQueryTree(display_.get(), GetRoot(), &root, &parent, &children, &count);
+        Window found = 0;
+        for (unsigned int i = 0; i < count; ++i)
+        {
+            char *name = nullptr;
+            if (XFetchName(display_.get(), children[i], &name) != 0 && name == title)
+                found = children[i];
+            XFree(name);
+        }
+        XFree(children);
+        return found;
+    }
+
+    std::unique_ptr<Display, decltype(&XCloseDisplay)> display_;
+};
+
+} // namespace quillmarsh::tests
+
+#endif
