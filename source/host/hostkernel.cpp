@@ -62,7 +62,7 @@ void HostKernel::GetExecutionParams(KernelExecutionParams &params)
 
 void HostKernel::SetThreadInfo(KernelThreadInfo const &info)
 {
-    if (platform::SetThisThreadPriority(info.Priority))
+    if (platform::SetCurrentThreadPriority(info.Priority))
         threadPriority_ = info.Priority;
     threadPriorityBoost_ = info.EnablePriorityBoost;
 }
@@ -70,7 +70,7 @@ void HostKernel::SetThreadInfo(KernelThreadInfo const &info)
 void HostKernel::GetThreadInfo(KernelThreadInfo &info)
 {
     info = KernelThreadInfo();
-    info.ThreadID = platform::GetThisThreadNumber();
+    info.ThreadID = platform::GetCurrentThreadNumber();
     info.Priority = threadPriority_;
     info.EnablePriorityBoost = threadPriorityBoost_;
 }

@@ -2,7 +2,7 @@
 #ifndef QUILLMARSH_SOURCE_PLATFORM_THREADS_H
 #define QUILLMARSH_SOURCE_PLATFORM_THREADS_H
 
-#include <quillmarsh/platform/types.h>
+#include <quillmarsh/platform/program.h>
 
 #include <cstddef>
 
@@ -57,7 +57,6 @@ using ThreadFunction = unsigned int (*)(void *argument);
 
 /// Starts a thread; null on failure.
 HANDLE StartThread(ThreadFunction function, void *argument, unsigned int &threadId);
-unsigned int GetCurrentThreadNumber();
 void SleepMilliseconds(unsigned int milliseconds);
 /// Between the two, sleeps of the calling thread end as close to their time as the system can do it.
 void BeginPreciseSleep();

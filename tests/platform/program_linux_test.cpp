@@ -76,10 +76,10 @@ TEST(Program, RefusesPrioritiesThatThreadsDoNotHave)
     std::thread(
         []
         {
-            int const before = getpriority(PRIO_PROCESS, GetThisThreadNumber());
-            EXPECT_FALSE(SetThisThreadPriority(-3));
-            EXPECT_TRUE(SetThisThreadPriority(-1));
-            EXPECT_EQ(getpriority(PRIO_PROCESS, GetThisThreadNumber()), std::min(before + 5, 19));
+            int const before = getpriority(PRIO_PROCESS, GetCurrentThreadNumber());
+            EXPECT_FALSE(SetCurrentThreadPriority(-3));
+            EXPECT_TRUE(SetCurrentThreadPriority(-1));
+            EXPECT_EQ(getpriority(PRIO_PROCESS, GetCurrentThreadNumber()), std::min(before + 5, 19));
         })
         .join();
 }

@@ -94,11 +94,11 @@ private:
 /// @{
 
 /// The system's number of the thread.
-QUILLMARSH_API unsigned int GetThisThreadNumber();
+QUILLMARSH_API unsigned int GetCurrentThreadNumber();
 
 /// Sets the priority: -15 idle, -2 to 2 around the normal 0, 15 time-critical. False for another level, and where the
 /// system refuses.
-QUILLMARSH_API bool SetThisThreadPriority(int level);
+QUILLMARSH_API bool SetCurrentThreadPriority(int level);
 
 /// @}
 

@@ -1,5 +1,3 @@
-#include <quillmarsh/platform/program.h>
-
 #include "source/platform/linux/futex.h"
 #include "source/platform/linux/waitableobject.h"
 
@@ -349,12 +347,7 @@ int GetThreadPriorityLevel(HANDLE thread)
     return object ? object->GetPriority() : 0;
 }
 
-unsigned int GetThisThreadNumber()
-{
-    return GetCurrentThreadNumber();
-}
-
-bool SetThisThreadPriority(int level)
+bool SetCurrentThreadPriority(int level)
 {
     return ApplyLevel(GetCurrentThreadNumber(), level);
 }

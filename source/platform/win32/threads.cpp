@@ -1,9 +1,7 @@
 #include "source/platform/threads.h"
 
-#include <quillmarsh/basetools/texttools.h>
-#include <quillmarsh/platform/program.h>
-
 #include "source/platform/win32/windows.h"
+#include <quillmarsh/basetools/texttools.h>
 
 #include <process.h>
 
@@ -143,12 +141,7 @@ int GetThreadPriorityLevel(HANDLE thread)
     return GetThreadPriority(thread);
 }
 
-unsigned int GetThisThreadNumber()
-{
-    return GetCurrentThreadId();
-}
-
-bool SetThisThreadPriority(int level)
+bool SetCurrentThreadPriority(int level)
 {
     return SetThreadPriority(GetCurrentThread(), level) != FALSE;
 }
