@@ -42,6 +42,7 @@
 #include <quillmarsh/basetools/variableproxy.h>
 #include <quillmarsh/basetools/variableregistry.h>
 #include <quillmarsh/basetools/winutils.h>
+#include <quillmarsh/dataobjects/codecfailure.h>
 #include <quillmarsh/dataobjects/datacodecmanager.h>
 #include <quillmarsh/dataobjects/datacodecparameters.h>
 #include <quillmarsh/dataobjects/datacodecs.h>
@@ -52,7 +53,9 @@
 #include <quillmarsh/dataobjects/imagebase.h>
 #include <quillmarsh/dataobjects/imagecodecs_gdiplus.h>
 #include <quillmarsh/dataobjects/imageio.h>
+#include <quillmarsh/dataobjects/imagelimits.h>
 #include <quillmarsh/dataobjects/imageoperations.h>
+#include <quillmarsh/dataobjects/inputfile.h>
 #include <quillmarsh/dataobjects/mipmapchains.h>
 #include <quillmarsh/dataobjects/packageinspection.h>
 #include <quillmarsh/dataobjects/sampleddata.h>

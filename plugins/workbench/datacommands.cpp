@@ -71,9 +71,9 @@ string const &RequireArgument(CommandArguments const &arguments, char const *wha
     throw DataException(string(what) + " is wanted");
 }
 
-sampled_data::FileType const &RequireFileType(string const &fileName)
+sampled_data::FileType RequireFileType(string const &fileName)
 {
-    if (sampled_data::FileType const *const type = sampled_data::FindFileType(fileName))
+    if (std::optional<sampled_data::FileType> const type = sampled_data::FindFileType(fileName))
         return *type;
     throw DataException(fileName + ": ends in none of " + sampled_data::GetExtensions());
 }

@@ -102,25 +102,34 @@ TEST_F(DataFiles, PipesAreNoDataFiles)
     EXPECT_EQ(tests::ReadFile(name), s_package);
 }
 
-TEST_F(DataFiles, PackagesAreSavedThroughLinksAndCodecsReplaceThem)
+TEST_F(DataFiles, LinksAreFollowedAndLeadToWholeFiles)
 {
     string const name = directory_.Write("file", "old");
-    string const link = directory_ / "link";
+    string const link = directory_ / "link", dangling = directory_ / "dangling";
     std::filesystem::create_symlink("file", link);
-    DataPackageSignal package;
-    package.SetPayload(&signal_);
-    EXPECT_TRUE(package.SaveToFile(link, false));
-    EXPECT_TRUE(std::filesystem::is_symlink(link));
-    EXPECT_EQ(tests::ReadFile(name), s_package);
-
-    signal_.GetSamplesB()[0] = 'b';
-    EXPECT_TRUE(Overwrite(link));
-    EXPECT_FALSE(std::filesystem::is_symlink(link));
-    EXPECT_EQ(tests::ReadFile(name), s_package);
-
-    std::filesystem::create_symlink("nowhere", directory_ / "dangling");
-    EXPECT_TRUE(package.SaveToFile(directory_ / "dangling", false));
-    EXPECT_EQ(tests::ReadFile(directory_ / "nowhere"), tests::ReadFile(link));
+    std::filesystem::create_symlink("nowhere", directory_ / "between");
+    std::filesystem::create_symlink("between", dangling);
+    Image<Sample32> const image(e_format_X8R8G8B8, 1, 1);
+    auto const save = [&](string const &file, string const &format)
+    { return format == "QMDP" ? Overwrite(file) : SaveImage(image, file, format, &overwrite_); };
+    for (string const format : {"QMDP", "PNG", "BMP"})
+    {
+        {
+            FileSizeLimit const limit(10);
+            EXPECT_FALSE(save(link, format) || save(dangling, format));
+        }
+        EXPECT_EQ(tests::ReadFile(name), "old");
+        EXPECT_FALSE(std::filesystem::exists(dangling));
+        EXPECT_TRUE(save(link, format) && save(dangling, format));
+        EXPECT_TRUE(std::filesystem::is_symlink(link) && std::filesystem::is_symlink(dangling));
+        EXPECT_EQ(tests::ReadFile(name), tests::ReadFile(directory_ / "nowhere"));
+        EXPECT_NE(tests::ReadFile(name), "old");
+        EXPECT_FALSE(SaveSignal(signal_, link, "QMDP") || SaveImage(image, dangling, "PNG"));
+        std::filesystem::remove(directory_ / "nowhere");
+        EXPECT_FALSE(SaveSignal(signal_, dangling, "QMDP"));
+        directory_.Write("file", "old");
+    }
+    EXPECT_EQ(CountFiles(), 4u);
 }
 
 } // namespace

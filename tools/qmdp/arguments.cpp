@@ -178,9 +178,9 @@ Arguments ParseArguments(std::vector<string> const &words, Command const *comman
     return arguments;
 }
 
-FileType const &RequireFileType(string const &fileName)
+FileType RequireFileType(string const &fileName)
 {
-    if (FileType const *const type = FindFileType(fileName))
+    if (std::optional<FileType> const type = FindFileType(fileName))
         return *type;
     throw WrongArgumentException("'" + fileName + "' ends in none of " + GetExtensions());
 }

@@ -49,7 +49,7 @@ struct Command
 Arguments ParseArguments(std::vector<string> const &words, Command const *command);
 
 /// Type of a file that is to be loaded or saved. Throws a WrongArgumentException for a name that tells none.
-FileType const &RequireFileType(string const &fileName);
+FileType RequireFileType(string const &fileName);
 
 /// Text of `--help`; of the whole program without a command.
 string GetUsage(Command const *command);

@@ -111,8 +111,8 @@ bool Convert(Arguments const &arguments)
 {
     string const &in = arguments.operands[0];
     string const &out = arguments.operands[1];
-    FileType const &inType = RequireFileType(in);
-    FileType const &outType = RequireFileType(out);
+    FileType const inType = RequireFileType(in);
+    FileType const outType = RequireFileType(out);
     Progress progress;
     progress.Begin("Loading");
     SampledData data = LoadFile(in, inType);
@@ -126,7 +126,7 @@ bool Convert(Arguments const &arguments)
 bool Mipmaps(Arguments const &arguments)
 {
     string const &in = arguments.operands[0];
-    FileType const &inType = RequireFileType(in);
+    FileType const inType = RequireFileType(in);
     Progress progress;
     progress.Begin("Loading");
     SampledData const data = LoadFile(in, inType);
@@ -142,17 +142,17 @@ bool BuildVolume(Arguments const &arguments)
 {
     std::vector<string> const slices(arguments.operands.begin(), arguments.operands.end() - 1);
     string const &out = arguments.operands.back();
-    FileType const &outType = RequireFileType(out);
-    std::vector<FileType const *> types;
+    FileType const outType = RequireFileType(out);
+    std::vector<FileType> types;
     types.reserve(slices.size());
     for (string const &slice : slices)
-        types.push_back(&RequireFileType(slice));
+        types.push_back(RequireFileType(slice));
     Progress progress;
     progress.Begin("Loading");
     std::optional<SampledData> volume;
     for (std::size_t i = 0; i < slices.size(); ++i)
     {
-        SampledData const slice = LoadSlice(slices[i], *types[i]);
+        SampledData const slice = LoadSlice(slices[i], types[i]);
         if (!volume)
             volume = NameFile(out, [&] { return MakeVolumeFor(slice, slices.size()); });
         CheckSlice(*volume, slice, slices[i]);
@@ -169,8 +169,8 @@ bool Slice(Arguments const &arguments)
     string const &in = arguments.operands[0];
     string const &number = arguments.operands[1];
     string const &out = arguments.operands[2];
-    FileType const &inType = RequireFileType(in);
-    FileType const &outType = RequireFileType(out);
+    FileType const inType = RequireFileType(in);
+    FileType const outType = RequireFileType(out);
     unsigned int layer = 0;
     auto const [end, error] = std::from_chars(number.data(), number.data() + number.size(), layer);
     if (error != std::errc() || end != number.data() + number.size())

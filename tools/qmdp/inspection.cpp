@@ -14,44 +14,6 @@ namespace quillmarsh::tools
 namespace
 {
 
-/// What is told of a file.
-struct FileDesc
-{
-    string fileName;
-    string container;
-    Dimensions dimensions;
-    eSampleFormat format = e_format_none;
-    /// Of a package.
-    std::optional<PackageDesc> package;
-};
-
-FileDesc Inspect(string const &fileName)
-{
-    FileDesc desc;
-    desc.fileName = fileName;
-    InputFile file(fileName);
-    char const *const container = RecogniseContainer(file.GetStream());
-    if (!container)
-        throw DataException(fileName + ": byte 0: opening magic-sequence: neither that of a package nor of a picture");
-    desc.container = container;
-    if (desc.container != s_szPackageContainer)
-    {
-        QueryPicture(fileName, desc.format, desc.dimensions);
-        return desc;
-    }
-    try
-    {
-        desc.package = InspectPackage(file.GetStream(), file.GetByteSize());
-    }
-    catch (DataException const &thrown)
-    {
-        throw DataException(fileName + ": " + thrown.GetMessage());
-    }
-    desc.dimensions = desc.package->dimensions;
-    desc.format = static_cast<eSampleFormat>(desc.package->format);
-    return desc;
-}
-
 string Hexadecimal(unsigned int value)
 {
     std::ostringstream text;
@@ -59,12 +21,12 @@ string Hexadecimal(unsigned int value)
     return text.str();
 }
 
-void PrintJSON(FileDesc const &desc)
+void PrintJSON(string const &fileName, DataFileDesc const &desc)
 {
     string dimensions;
     for (unsigned int const dimension : desc.dimensions)
         dimensions += (dimensions.empty() ? "" : ", ") + MakeString(dimension);
-    std::cout << "{\"file\": " << MakeJSONText(desc.fileName)                        //
+    std::cout << "{\"file\": " << MakeJSONText(fileName)                             //
               << ", \"kind\": " << MakeJSONText(GetKindName(desc.dimensions.size())) //
               << ", \"container\": " << MakeJSONText(desc.container)                 //
               << ", \"format\": " << MakeJSONText(GetFormatName(desc.format))        //
@@ -76,9 +38,9 @@ void PrintJSON(FileDesc const &desc)
     std::cout << "}\n";
 }
 
-void Print(FileDesc const &desc)
+void Print(string const &fileName, DataFileDesc const &desc)
 {
-    std::cout << desc.fileName << '\n'
+    std::cout << fileName << '\n'
               << "    Kind.........: " << GetKindName(desc.dimensions.size()) << '\n'
               << "    Container....: " << desc.container << '\n'
               << "    Sample format: " << GetFormatName(desc.format) << " (" << Hexadecimal(desc.format) << ")\n"
@@ -94,22 +56,8 @@ void VerifyFile(string const &fileName)
 {
     Progress progress;
     progress.Begin("Reading");
-    FileDesc const desc = Inspect(fileName);
-    if (!desc.package)
-    {
-        static_cast<void>(LoadPicture(fileName));
-        return;
-    }
-    InputFile file(fileName);
-    try
-    {
-        ReadWholePackage(file.GetStream(), file.GetByteSize(), *desc.package,
-                         [&](std::uint64_t done) { progress.Update(done, desc.package->byteSize); });
-    }
-    catch (DataException const &thrown)
-    {
-        throw DataException(fileName + ": " + thrown.GetMessage());
-    }
+    DataFile file(fileName);
+    file.Verify([&](std::uint64_t done) { progress.Update(done, file.GetDesc().package->byteSize); });
 }
 
 /// Goes through all files, whatever is wrong with some.
@@ -139,7 +87,10 @@ bool Info(Arguments const &arguments)
 {
     return ForEachFile(arguments, &PrintError,
                        [&](string const &fileName)
-                       { arguments.json ? PrintJSON(Inspect(fileName)) : Print(Inspect(fileName)); });
+                       {
+                           DataFileDesc const desc = DataFile(fileName).GetDesc();
+                           arguments.json ? PrintJSON(fileName, desc) : Print(fileName, desc);
+                       });
 }
 
 bool Verify(Arguments const &arguments)

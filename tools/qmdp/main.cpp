@@ -3,6 +3,7 @@
 
 #include <quillmarsh/basetools/libraryinfo.h>
 #include <quillmarsh/basetools/memory.h>
+#include <quillmarsh/dataobjects/datacodecmanager.h>
 #include <quillmarsh/platform/program.h>
 
 #include <cerrno>
@@ -75,6 +76,8 @@ eExit RunGuarded(std::vector<string> const &words)
 eExit Main(std::vector<string> const &words)
 {
     SignalOperationsManager const operations;
+    DataCodecManager const codecs;
+    RegisterDefaultDataCodecs();
     eExit const exit = RunGuarded(words);
     errno = 0;
     if (std::cout.flush())

@@ -15,8 +15,7 @@ namespace quillmarsh
 /// that accepts it wins.
 ///
 /// A singleton: the host makes it, registers the categories and the codecs that it wants, and destroys it with them.
-/// Nothing is registered by itself. Registration belongs to start-up; afterwards any thread may save and load as far as
-/// the codecs allow it, and those of packages are used by one thread at a time.
+/// Nothing is registered by itself. Registration belongs to start-up; afterwards any thread may save and load.
 class QUILLMARSH_API DataCodecManager : NoCopy
 {
 public:
@@ -99,6 +98,8 @@ public:
     /// False, with the fallback as the extension, when none is known for the format.
     bool GetDefaultFileFormatExtension(unsigned int category, string const &format, string &extension,
                                        string const &fallback) const;
+    /// Formats of the category with their extensions; empty when there are none.
+    std::map<string, string> GetDefaultFileFormatExtensions(unsigned int category) const;
     void ClearDefaultFileFormatExtensions(unsigned int category);
     void ClearDefaultFileFormatExtensions();
     /// @}
@@ -128,6 +129,11 @@ public:
     NamedParameterList const &GetDecoderInitialParamList() const { return decoderInitialParams_; }
     /// @}
 
+    /// @name Saving and loading
+    /// A call that returns false or null tells why (see CodecFailureSentry): of what the codecs have told, the first that
+    /// is more than eCodecFailure::e_otherFormat.
+    /// @{
+
     /// Saves an object of the category (see DataEncoder::SaveData). Null parameters stand for the category's default.
     /// False when no encoder takes it. Throws InvalidUsageException for a category that is not registered, and whatever
     /// a codec throws.
@@ -136,6 +142,12 @@ public:
     /// Loads an object of the category (see DataDecoder::LoadData), which the caller owns; null when there is no file
     /// or no decoder takes it. Throws as SaveData does, if there is a file.
     void *LoadData(unsigned int category, string const &fileName, NamedParameterList const *params);
+    /// The same from a file that is open. Codecs that are no OpenFileDecoder get its name.
+    void *LoadData(unsigned int category, sampled_data::InputFile &file, NamedParameterList const *params);
+    /// Asks the decoders of the category, in their order, what they would load. Those that are no OpenFileDecoder are
+    /// passed over. False when none knows the file.
+    bool QueryData(unsigned int category, sampled_data::InputFile &file, DataFileHead &head) const;
+    /// @}
 
 private:
     std::map<unsigned int, std::vector<DataEncoder *>> encoders_;

@@ -45,6 +45,12 @@ inline constexpr unsigned int Value_Quality_Max = 100;
 inline constexpr unsigned int Value_Quality_Default = 100;
 /// @}
 
+/// @name unsigned int: id of a data package
+/// @{
+inline constexpr char Param_PackageID[] = "PackageID";
+inline constexpr unsigned int Value_PackageID_Default = 0;
+/// @}
+
 } // namespace data_codec_parameters
 
 /// Parameters of signals, images and volumes.

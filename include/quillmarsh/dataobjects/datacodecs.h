@@ -4,12 +4,22 @@
 
 #include <quillmarsh/basetools/heaptracked.h>
 #include <quillmarsh/basetools/namedparameter.h>
+#include <quillmarsh/dataobjects/codecfailure.h>
 #include <quillmarsh/dataobjects/imagebase.h>
 #include <quillmarsh/dataobjects/signalbase.h>
 #include <quillmarsh/dataobjects/volumebase.h>
 
+#include <vector>
+
 namespace quillmarsh
 {
+
+namespace sampled_data
+{
+
+class InputFile;
+
+} // namespace sampled_data
 
 /// @name Categories of data
 /// A program numbers its own from DataCategory_UserDefined.
@@ -22,8 +32,8 @@ inline constexpr unsigned int DataCategory_UserDefined = 0x10000000;
 
 /// What encoders and decoders have in common: category, name, and the formats that they know.
 ///
-/// Codecs are made with `new` and belong to the DataCodecManager once they are registered. They are used by one thread
-/// at a time unless a codec says otherwise.
+/// Codecs are made with `new` and belong to the DataCodecManager once they are registered. Any number of threads may
+/// call a codec at a time. A codec that fails tells why (see TellCodecFailure) before it returns.
 class QUILLMARSH_API DataCodecBase : public HeapTracked, NoCopy
 {
 public:
@@ -75,6 +85,32 @@ public:
 protected:
     /// As DataCodecBase.
     DataDecoder(unsigned int dataCategory, string const &codecName, string const &formatList);
+};
+
+/// What a decoder tells of a file that it has not loaded.
+struct DataFileHead
+{
+    /// Format of the file, such as "TIFF".
+    string container;
+    eSampleFormat format = e_format_none;
+    /// Number of samples; of rows and columns; or of layers, rows and columns.
+    std::vector<unsigned int> dimensions;
+};
+
+/// Further base of a decoder that can read a file which is open already, so that the file that was inspected is the one
+/// that is loaded. A decoder without this base gets the name of the file.
+///
+/// Both operations start reading at the beginning of the file, and tell why they fail (see TellCodecFailure).
+class QUILLMARSH_API OpenFileDecoder
+{
+public:
+    virtual ~OpenFileDecoder();
+
+    /// Tells what LoadOpened gives, as far as that is known without loading. False if the file is none of this codec's,
+    /// or one that it cannot load.
+    virtual bool QueryOpened(sampled_data::InputFile &file, DataFileHead &head) = 0;
+    /// As DataDecoder::LoadData.
+    virtual void *LoadOpened(sampled_data::InputFile &file, NamedParameterList const &params) = 0;
 };
 
 /// Encoder of signals. Its codec name is "SignalEncoder/" and the given name.

@@ -1,8 +1,9 @@
-// Failure of work on a data file.
+// Failure of work on sampled data.
 #ifndef QUILLMARSH_DATAOBJECTS_DATAEXCEPTION_H
 #define QUILLMARSH_DATAOBJECTS_DATAEXCEPTION_H
 
 #include <quillmarsh/basetools/exception.h>
+#include <quillmarsh/dataobjects/codecfailure.h>
 
 namespace quillmarsh::sampled_data
 {
@@ -11,7 +12,19 @@ namespace quillmarsh::sampled_data
 class QUILLMARSH_API DataException : public Exception
 {
 public:
+    /// A failure of work on data that are loaded.
     explicit DataException(string const &message) { SetMessage(message); }
+    /// A failure of loading or saving; the message is the name of the file, ": ", and the text of the failure.
+    DataException(string const &fileName, CodecFailure const &failure) : failure_(failure)
+    {
+        SetMessage(fileName + ": " + failure.text);
+    }
+
+    /// The failure of loading or saving; none for other work.
+    CodecFailure const &GetFailure() const { return failure_; }
+
+private:
+    CodecFailure failure_;
 };
 
 } // namespace quillmarsh::sampled_data

@@ -34,13 +34,15 @@ public:
 /// are not carried out.
 ///
 /// Reads the parameter "OriginBottom". Any number of threads may use decoders of their own.
-class QUILLMARSH_API ImageDecoderGdiplus : public ImageDecoder
+class QUILLMARSH_API ImageDecoderGdiplus : public ImageDecoder, public OpenFileDecoder
 {
 public:
     ImageDecoderGdiplus();
 
     /// Null also for a picture that is cut short, damaged, or larger than its file can hold.
     ImageBase *LoadImageA(string const &fileName, NamedParameterList const &params) override;
+    bool QueryOpened(sampled_data::InputFile &file, DataFileHead &head) override;
+    void *LoadOpened(sampled_data::InputFile &file, NamedParameterList const &params) override;
 
     /// Tells what LoadImageA gives without decoding the picture, which may prove to be damaged. False if there is none,
     /// or one that is larger than its file can hold.

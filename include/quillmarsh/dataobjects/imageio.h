@@ -6,6 +6,9 @@
 #include <quillmarsh/dataobjects/datapackage.h>
 #include <quillmarsh/dataobjects/imagebase.h>
 
+#include <cstdint>
+#include <limits>
+
 namespace quillmarsh
 {
 
@@ -26,6 +29,10 @@ public:
     void SetRowOrderOnRead(bool lastFirst) { rowOrderOnRead_ = lastFirst; }
     /// @}
 
+    /// Sets the largest number of pixels that is read; no limit at first. A package with more throws a
+    /// DeserializationException "Too many pixels." behind the class name.
+    void SetMaxPixelsOnRead(std::uint64_t maxPixels) { maxPixelsOnRead_ = maxPixels; }
+
 protected:
     void QueryPayloadByteSize(unsigned int &byteSize) const override;
     void SerializePayload(ostream &out) const override;
@@ -34,10 +41,11 @@ protected:
 private:
     bool rowOrderOnWrite_ = false;
     bool rowOrderOnRead_ = false;
+    std::uint64_t maxPixelsOnRead_ = std::numeric_limits<std::uint64_t>::max();
 };
 
-/// Saves images as packages, in the format "QMDP". Reads the parameters "FileOverwrite", "ByteOrderBigEndian" and
-/// "OriginBottom".
+/// Saves images as packages, in the format "QMDP". Reads the parameters "FileOverwrite", "ByteOrderBigEndian",
+/// "PackageID" and "OriginBottom".
 class QUILLMARSH_API ImageEncoderQMDP : public ImageEncoder
 {
 public:
@@ -47,13 +55,15 @@ public:
                    NamedParameterList const &params) override;
 };
 
-/// Loads images from packages. Reads the parameter "OriginBottom".
-class QUILLMARSH_API ImageDecoderQMDP : public ImageDecoder
+/// Loads images of up to image_limits::GetMaxPixels() pixels from packages. Reads the parameter "OriginBottom".
+class QUILLMARSH_API ImageDecoderQMDP : public ImageDecoder, public OpenFileDecoder
 {
 public:
     ImageDecoderQMDP();
 
     ImageBase *LoadImageA(string const &fileName, NamedParameterList const &params) override;
+    bool QueryOpened(sampled_data::InputFile &file, DataFileHead &head) override;
+    void *LoadOpened(sampled_data::InputFile &file, NamedParameterList const &params) override;
 };
 
 } // namespace quillmarsh

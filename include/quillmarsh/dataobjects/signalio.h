@@ -24,7 +24,8 @@ protected:
     void DeserializePayload(istream &in, unsigned int payloadByteSize) override;
 };
 
-/// Saves signals as packages, in the format "QMDP". Reads the parameters "FileOverwrite" and "ByteOrderBigEndian".
+/// Saves signals as packages, in the format "QMDP". Reads the parameters "FileOverwrite",
+/// "ByteOrderBigEndian" and "PackageID".
 class QUILLMARSH_API SignalEncoderQMDP : public SignalEncoder
 {
 public:
@@ -35,12 +36,14 @@ public:
 };
 
 /// Loads signals from packages, and knows no parameters.
-class QUILLMARSH_API SignalDecoderQMDP : public SignalDecoder
+class QUILLMARSH_API SignalDecoderQMDP : public SignalDecoder, public OpenFileDecoder
 {
 public:
     SignalDecoderQMDP();
 
     SignalBase *LoadSignal(string const &fileName, NamedParameterList const &params) override;
+    bool QueryOpened(sampled_data::InputFile &file, DataFileHead &head) override;
+    void *LoadOpened(sampled_data::InputFile &file, NamedParameterList const &params) override;
 };
 
 } // namespace quillmarsh

@@ -40,7 +40,7 @@ private:
 };
 
 /// Saves volumes as packages, in the format "QMDP". Reads the parameters "FileOverwrite", "ByteOrderBigEndian",
-/// "OriginBack" and "OriginBottom".
+/// "PackageID", "OriginBack" and "OriginBottom".
 class QUILLMARSH_API VolumeEncoderQMDP : public VolumeEncoder
 {
 public:
@@ -51,12 +51,14 @@ public:
 };
 
 /// Loads volumes from packages. Reads the parameters "OriginBack" and "OriginBottom".
-class QUILLMARSH_API VolumeDecoderQMDP : public VolumeDecoder
+class QUILLMARSH_API VolumeDecoderQMDP : public VolumeDecoder, public OpenFileDecoder
 {
 public:
     VolumeDecoderQMDP();
 
     VolumeBase *LoadVolume(string const &fileName, NamedParameterList const &params) override;
+    bool QueryOpened(sampled_data::InputFile &file, DataFileHead &head) override;
+    void *LoadOpened(sampled_data::InputFile &file, NamedParameterList const &params) override;
 };
 
 } // namespace quillmarsh

@@ -5,6 +5,7 @@
 #include <quillmarsh/basetools/diagnostics.h>
 #include <quillmarsh/basetools/exception.h>
 #include <quillmarsh/basetools/streameffectors.h>
+#include <quillmarsh/dataobjects/codecfailure.h>
 #include <quillmarsh/dataobjects/datacodecs.h>
 
 #include <algorithm>
@@ -133,6 +134,13 @@ void Dump(Registry<Codec> const &registry, unsigned int category, ostream &out, 
         for (Codec const *const codec : *codecs)
             out << TabEffector(indent) << codec->GetCodecName() << ": " << codec->GetFormatList() << std::endl;
     }
+}
+
+/// Keeps the failure that says more: the first that is more than that the file or format is none of the codec's.
+inline void KeepBetter(CodecFailure &kept, CodecFailure const &told)
+{
+    if (kept.kind <= eCodecFailure::e_otherFormat && told.kind > eCodecFailure::e_otherFormat)
+        kept = told;
 }
 
 } // namespace quillmarsh::codec_registry

@@ -1,6 +1,7 @@
 #include <quillmarsh/dataobjects/datacodecmanager.h>
 
 #include <quillmarsh/basetools/filesystem.h>
+#include <quillmarsh/dataobjects/inputfile.h>
 
 #include "source/dataobjects/codecs/codecregistry.h"
 
@@ -26,6 +27,34 @@ void SetParams(std::map<unsigned int, NamedParameterList> &lists, unsigned int c
 {
     if (NamedParameterList *const params = registry::FindCategory(lists, category))
         *params = list;
+}
+
+constexpr char s_szUnknownFile[] = "no codec knows this kind of file";
+
+std::vector<DataDecoder *> const &RequireDecoders(registry::Registry<DataDecoder> const &decoders,
+                                                  unsigned int category)
+{
+    auto const *const found = registry::FindCategory(decoders, category);
+    if (!found)
+        QUILLMARSH_THROW(InvalidUsageException, "Loading unregistered data-category data.");
+    return *found;
+}
+
+/// What `call` gives with the first codec that succeeds. After the last one it tells the failure that says most, or
+/// `passed` when all have passed the request on.
+template<typename Codec, typename Call>
+auto TryEach(std::vector<Codec *> const &codecs, string const &passed, Call const &call)
+{
+    CodecFailure failure = {eCodecFailure::e_otherFormat, passed};
+    for (Codec *const codec : codecs)
+    {
+        CodecFailureSentry told;
+        if (auto const result = call(*codec))
+            return result;
+        registry::KeepBetter(failure, told.GetFailure());
+    }
+    TellCodecFailure(failure.kind, failure.text);
+    return decltype(call(*codecs.front())){};
 }
 
 } // namespace
@@ -215,6 +244,12 @@ bool DataCodecManager::GetDefaultFileFormatExtension(unsigned int category, stri
     return true;
 }
 
+std::map<string, string> DataCodecManager::GetDefaultFileFormatExtensions(unsigned int category) const
+{
+    auto const *const extensions = registry::FindCategory(fileFormatExtensions_, category);
+    return extensions ? *extensions : std::map<string, string>();
+}
+
 void DataCodecManager::ClearDefaultFileFormatExtensions(unsigned int category)
 {
     fileFormatExtensions_.erase(category);
@@ -292,33 +327,49 @@ bool DataCodecManager::SaveData(unsigned int category, void const *data, string 
                                 NamedParameterList const *params)
 {
     if (!data || fileName.empty() || format.empty())
+    {
+        TellCodecFailure(eCodecFailure::e_otherFormat, "data, name of the file or format are missing");
         return false;
+    }
     auto const *const encoders = FindEncoders(category);
     if (!encoders)
         QUILLMARSH_THROW(InvalidUsageException, "Saving unregistered data-category data.");
     NamedParameterList const &used = params ? *params : GetEncoderDefaultParamList(category);
-    for (DataEncoder *const encoder : *encoders)
-    {
-        if (encoder->SaveData(data, fileName, format, used))
-            return true;
-    }
-    return false;
+    return TryEach(*encoders, "no codec saves such data in the format " + format,
+                   [&](DataEncoder &encoder) { return encoder.SaveData(data, fileName, format, used); });
 }
 
 void *DataCodecManager::LoadData(unsigned int category, string const &fileName, NamedParameterList const *params)
 {
     if (fileName.empty() || !file_system::FileExists(file_system::GetFullPathNameA(fileName, false)))
-        return nullptr;
-    auto const *const decoders = FindDecoders(category);
-    if (!decoders)
-        QUILLMARSH_THROW(InvalidUsageException, "Loading unregistered data-category data.");
-    NamedParameterList const &used = params ? *params : GetDecoderDefaultParamList(category);
-    for (DataDecoder *const decoder : *decoders)
     {
-        if (void *const data = decoder->LoadData(fileName, used))
-            return data;
+        TellCodecFailure(eCodecFailure::e_notFound, "there is no such file");
+        return nullptr;
     }
-    return nullptr;
+    NamedParameterList const &used = params ? *params : GetDecoderDefaultParamList(category);
+    return TryEach(RequireDecoders(decoders_, category), s_szUnknownFile,
+                   [&](DataDecoder &decoder) { return decoder.LoadData(fileName, used); });
+}
+
+void *DataCodecManager::LoadData(unsigned int category, sampled_data::InputFile &file, NamedParameterList const *params)
+{
+    NamedParameterList const &used = params ? *params : GetDecoderDefaultParamList(category);
+    return TryEach(RequireDecoders(decoders_, category), s_szUnknownFile,
+                   [&](DataDecoder &decoder)
+                   {
+                       auto *const opened = dynamic_cast<OpenFileDecoder *>(&decoder);
+                       return opened ? opened->LoadOpened(file, used) : decoder.LoadData(file.GetName(), used);
+                   });
+}
+
+bool DataCodecManager::QueryData(unsigned int category, sampled_data::InputFile &file, DataFileHead &head) const
+{
+    return TryEach(RequireDecoders(decoders_, category), s_szUnknownFile,
+                   [&](DataDecoder &decoder)
+                   {
+                       auto *const opened = dynamic_cast<OpenFileDecoder *>(&decoder);
+                       return opened && opened->QueryOpened(file, head);
+                   });
 }
 
 } // namespace quillmarsh

@@ -26,6 +26,8 @@ DataDecoder::DataDecoder(unsigned int dataCategory, string const &codecName, str
 
 DataDecoder::~DataDecoder() = default;
 
+OpenFileDecoder::~OpenFileDecoder() = default;
+
 SignalEncoder::SignalEncoder(string const &name, string const &formatList)
     : DataEncoder(DataCategory_Signal, "SignalEncoder/" + name, formatList)
 {

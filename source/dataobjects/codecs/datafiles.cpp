@@ -1,26 +1,30 @@
 #include <quillmarsh/dataobjects/datafiles.h>
 
-#include <quillmarsh/basetools/filesystem.h>
 #include <quillmarsh/basetools/texttools.h>
-#include <quillmarsh/dataobjects/imagecodecs_gdiplus.h>
-#include <quillmarsh/dataobjects/imageio.h>
-#include <quillmarsh/dataobjects/signalio.h>
-#include <quillmarsh/dataobjects/volumeio.h>
+#include <quillmarsh/dataobjects/datacodecmanager.h>
 
-#include <cerrno>
-#include <random>
+#include "source/dataobjects/codecs/codecregistry.h"
+#include "source/dataobjects/codecs/openfailures.h"
+
+#include <algorithm>
+#include <iterator>
 #include <string_view>
+#include <utility>
 
 namespace quillmarsh::sampled_data
 {
 namespace
 {
 
-using std::filesystem::file_type;
-using std::filesystem::path;
+struct KnownFileType
+{
+    char const *extension;
+    char const *container;
+    std::size_t numDimensions;
+};
 
 // The packages of single kinds come first, by the number of dimensions.
-constexpr FileType s_fileTypes[] = {
+constexpr KnownFileType s_fileTypes[] = {
     {".qmdp.signal", s_szPackageContainer, 1},
     {".qmdp.image", s_szPackageContainer, 2},
     {".qmdp.volume", s_szPackageContainer, 3},
@@ -32,6 +36,11 @@ constexpr FileType s_fileTypes[] = {
     {".png", "PNG", 2},
     {".bmp", "BMP", 2},
 };
+
+/// Categories of the codecs, by the number of dimensions of their data less one.
+constexpr unsigned int s_categories[] = {DataCategory_Signal, DataCategory_Image, DataCategory_Volume};
+/// Images first: a file whose kind is not known is a picture more often than not.
+constexpr std::size_t s_dimensionsTried[] = {2, 1, 3};
 
 struct FirstBytes
 {
@@ -46,36 +55,41 @@ constexpr FirstBytes s_firstBytes[] = {
     {"\x89PNG\r\n\x1A\n", "PNG"},           {"BM", "BMP"},
 };
 
-[[noreturn]] void FailFile(string const &fileName, string const &what)
+DataCodecManager &RequireManager()
 {
-    throw DataException(fileName + ": " + what);
+    if (DataCodecManager *const manager = DataCodecManager::InstancePtr())
+        return *manager;
+    throw DataException("no codecs are registered");
 }
 
-path MakePath(string const &fileName)
+bool HasExtension(FileType const &type, string const &extension)
 {
-    path name = file_system::GetStreamPath(fileName);
-    if (name.empty())
-        FailFile(fileName, "no name of a file");
-    return name;
+    string known = type.extension;
+    UpperCase(known);
+    return known == extension;
 }
 
-/// What stands under a name and is no file to read from or to replace; null for a file or a device.
-char const *NameOddity(file_type type)
+/// The types of the library, then those that others have entered into the manager.
+std::vector<FileType> ListFileTypes()
 {
-    switch (type)
+    std::vector<FileType> types;
+    for (KnownFileType const &known : s_fileTypes)
+        types.push_back({known.extension, known.container, known.numDimensions});
+    for (std::size_t i = 0; i < std::size(s_categories); ++i)
     {
-    case file_type::directory:
-        return "is a directory";
-    case file_type::fifo:
-        return "is a pipe";
-    case file_type::socket:
-        return "is a socket";
-    default:
-        return nullptr;
+        for (auto const &[format, extension] : RequireManager().GetDefaultFileFormatExtensions(s_categories[i]))
+        {
+            FileType type = {'.' + extension, format, i + 1};
+            string upper = type.extension;
+            UpperCase(upper);
+            if (std::none_of(types.begin(), types.end(), [&](FileType const &t) { return HasExtension(t, upper); }))
+                types.push_back(std::move(type));
+        }
     }
+    return types;
 }
 
-/// Does work on a file. What it throws is told with the file's name.
+/// Does work on a file. A failure is told with the file's name.
 template<typename Work>
 auto NameFile(string const &fileName, Work const &work)
 {
@@ -83,166 +97,88 @@ auto NameFile(string const &fileName, Work const &work)
     {
         return work();
     }
-    catch (Exception const &thrown)
+    catch (NoMemoryException const &thrown)
     {
-        FailFile(fileName, thrown.GetMessage());
+        throw DataException(fileName, {eCodecFailure::e_noMemory, thrown.GetMessage()});
     }
-    catch (std::ios_base::failure const &failure)
+    catch (DataException const &thrown)
     {
-        FailFile(fileName, failure.what());
+        if (thrown.GetFailure())
+            throw;
+        throw DataException(fileName, {eCodecFailure::e_damaged, thrown.GetMessage()});
     }
 }
 
-/// Loads a package that was found to be whole.
-template<typename Package, typename Container>
-SampledData LoadPackageAs(string const &fileName)
+bool StartsAsPackage(InputFile &file)
 {
-    Package package;
-    package.LoadFromFile(fileName, true);
-    return SampledData(AutoPtr<Container>(package.GetPayload(true)));
+    char const *const container = RecogniseContainer(file.GetStream());
+    return container && container == std::string_view(s_szPackageContainer);
 }
 
-SampledData LoadPackage(string const &fileName, std::size_t wantedDimensions)
+SampledData AdoptData(std::size_t numDimensions, void *data)
 {
-    InputFile file(fileName);
-    return NameFile(fileName,
-                    [&]
-                    {
-                        PackageDesc const desc = InspectPackage(file.GetStream(), file.GetByteSize());
-                        std::size_t const numDimensions = desc.dimensions.size();
-                        if (wantedDimensions != 0 && numDimensions != wantedDimensions)
-                            throw DataException("payload type: " + GetKindPhrase(numDimensions) +
-                                                ", and the name tells of " + GetKindPhrase(wantedDimensions));
-                        if (numDimensions == 1)
-                            return LoadPackageAs<DataPackageSignal, SignalBase>(fileName);
-                        return numDimensions == 2 ? LoadPackageAs<DataPackageImage, ImageBase>(fileName)
-                                                  : LoadPackageAs<DataPackageVolume, VolumeBase>(fileName);
-                    });
-}
-
-void SetUp(DataPackageSignal &, SaveSettings const &) {}
-
-void SetUp(DataPackageImage &package, SaveSettings const &settings)
-{
-    package.SetRowOrderOnWrite(settings.originBottom);
-}
-
-void SetUp(DataPackageVolume &package, SaveSettings const &settings)
-{
-    package.SetLayerOrderOnWrite(settings.originBack);
-    package.SetRowOrderOnWrite(settings.originBottom);
-}
-
-template<typename Package, typename Container>
-void WritePackageAs(Container const &data, string const &fileName, SaveSettings const &settings)
-{
-    Package package;
-    SetUp(package, settings);
-    package.SetPackageByteOrderOnWrite(settings.bigEndian);
-    package.SetPackageID(settings.id);
-    package.SetPayload(&data);
-    package.SaveToFile(fileName, true);
-}
-
-void WritePackage(SampledData const &data, string const &fileName, SaveSettings const &settings)
-{
-    if (auto const *const image = data.Get<ImageBase>())
-        WritePackageAs<DataPackageImage>(*image, fileName, settings);
-    else if (auto const *const volume = data.Get<VolumeBase>())
-        WritePackageAs<DataPackageVolume>(*volume, fileName, settings);
-    else
-        WritePackageAs<DataPackageSignal>(data.GetSamples(), fileName, settings);
+    if (numDimensions == 1)
+        return SampledData(AutoPtr<SignalBase>(static_cast<SignalBase *>(data)));
+    return numDimensions == 2 ? SampledData(AutoPtr<ImageBase>(static_cast<ImageBase *>(data)))
+                              : SampledData(AutoPtr<VolumeBase>(static_cast<VolumeBase *>(data)));
 }
 
 NamedParameterList MakeParameters(SaveSettings const &settings)
 {
     using namespace data_codec_parameters;
+    using namespace signal_codec_parameters;
     NamedParameterList list;
     list.Insert(NamedParameter(Param_FileOverwrite, settings.overwrite), true);
+    list.Insert(NamedParameter(Param_ByteOrderBigEndian, settings.bigEndian), true);
+    list.Insert(NamedParameter(Param_PackageID, settings.id), true);
     list.Insert(NamedParameter(Param_UseCompression, settings.useCompression), true);
     list.Insert(NamedParameter(Param_CompressionLevel, settings.compressionLevel), true);
     list.Insert(NamedParameter(Param_Quality, settings.quality), true);
-    list.Insert(NamedParameter(signal_codec_parameters::Param_OriginBottom, settings.originBottom), true);
+    list.Insert(NamedParameter(Param_OriginBottom, settings.originBottom), true);
+    list.Insert(NamedParameter(Param_OriginBack, settings.originBack), true);
     return list;
 }
 
-/// Whether the container takes the data, which may depend on its limits and on the system.
-bool Write(SampledData const &data, string const &fileName, FileType const &type, SaveSettings const &settings)
+/// True for failures of the system that do not name the attempt themselves.
+bool IsOfWriting(eCodecFailure kind)
 {
-    if (!IsPackage(type))
-        return ImageEncoderGdiplus().SaveImage(*data.Get<ImageBase>(), fileName, type.container,
-                                               MakeParameters(settings));
-    try
-    {
-        WritePackage(data, fileName, settings);
-        return true;
-    }
-    catch (SerializationException const &)
-    {
-        return false;
-    }
-    catch (std::ios_base::failure const &)
-    {
-        return false;
-    }
+    return kind == eCodecFailure::e_notFound || kind == eCodecFailure::e_noPermission ||
+           kind == eCodecFailure::e_noMemory || kind == eCodecFailure::e_system;
 }
 
-string HiddenNameBeside(string const &fileName)
+/// The container as the codecs take it: a pointer to exactly the type of its category.
+void const *ToCodecData(SampledData const &data)
 {
-    std::random_device random;
-    path const name =
-        MakePath(fileName).parent_path() / (".qmdp-" + MakeString(random()) + '-' + MakeString(random()) + ".tmp");
-    std::u8string const text = name.u8string();
-    return string(text.begin(), text.end());
+    return data.Visit([](auto &container) -> void const * { return &container; });
 }
-
-/// Removes a file at the end, if it is still there.
-class FileRemover : NoCopy
-{
-public:
-    explicit FileRemover(string const &name) : name_(name) {}
-    ~FileRemover() { file_system::DeleteFileA(name_); }
-
-private:
-    string const name_;
-};
-
-[[noreturn]] void FailWritten(string const &fileName, FileType const &type)
-{
-    FailFile(fileName, "cannot be written as " + string(type.container) +
-                           (errno != 0 ? ": " + file_system::GetLastFailureReason() : string()));
-}
-
-constexpr char s_szNoPicture[] = "no picture that can be read, or one that is cut short or damaged";
-constexpr char s_szExists[] = "is there already, and overwriting has to be asked for";
 
 } // namespace
 
-FileType const *FindFileType(string const &fileName)
+std::optional<FileType> FindFileType(string const &fileName)
 {
     string name = fileName;
     UpperCase(name);
-    for (FileType const &type : s_fileTypes)
+    for (FileType const &type : ListFileTypes())
     {
         string extension = type.extension;
         UpperCase(extension);
         if (name.ends_with(extension))
-            return &type;
+            return type;
     }
-    return nullptr;
+    return std::nullopt;
 }
 
 string GetExtensions()
 {
     string extensions;
-    for (FileType const &type : s_fileTypes)
-        extensions += (extensions.empty() ? "" : " ") + string(type.extension);
+    for (FileType const &type : ListFileTypes())
+        extensions += (extensions.empty() ? "" : " ") + type.extension;
     return extensions;
 }
 
 bool IsPackage(FileType const &type)
 {
-    return type.container == string(s_szPackageContainer);
+    return type.container == s_szPackageContainer;
 }
 
 char const *RecogniseContainer(istream &in)
@@ -260,44 +196,112 @@ char const *RecogniseContainer(istream &in)
     return nullptr;
 }
 
-InputFile::InputFile(string const &fileName)
+DataFile::DataFile(string const &fileName) : file_(fileName)
 {
-    path const name = MakePath(fileName);
-    file_type const type = file_system::GetFileType(fileName, true);
-    if (char const *const oddity = NameOddity(type))
-        FailFile(fileName, oddity);
-    if (type == file_type::character || type == file_type::block)
-        FailFile(fileName, "is a device");
-    errno = 0;
-    stream_.open(name, std::ios_base::in | std::ios_base::binary);
-    stream_.seekg(0, std::ios_base::end);
-    std::streamoff const size = stream_.tellg();
-    stream_.seekg(0);
-    if (!stream_)
-        FailFile(fileName, "cannot be opened: " + file_system::GetLastFailureReason());
-    byteSize_ = static_cast<std::uint64_t>(size);
+    NameFile(fileName, [&] { Inspect(nullptr); });
 }
 
-AutoPtr<ImageBase> LoadPicture(string const &fileName)
+DataFile::DataFile(string const &fileName, FileType const &type) : file_(fileName)
 {
-    InputFile const file(fileName);
-    AutoPtr<ImageBase> image(ImageDecoderGdiplus().LoadImageA(fileName, {}));
-    if (!image)
-        FailFile(fileName, s_szNoPicture);
-    return image;
+    NameFile(fileName, [&] { Inspect(&type); });
 }
 
-void QueryPicture(string const &fileName, eSampleFormat &format, Dimensions &dimensions)
+DataFile::~DataFile() = default;
+
+void DataFile::Inspect(FileType const *type)
 {
-    InputFile const file(fileName);
-    dimensions.resize(2);
-    if (!ImageDecoderGdiplus::QueryImage(fileName, format, dimensions[0], dimensions[1]))
-        FailFile(fileName, s_szNoPicture);
+    bool const wantsPackage = type && IsPackage(*type);
+    if (wantsPackage || StartsAsPackage(file_))
+        return InspectPackageFile(wantsPackage ? type->numDimensions : 0);
+    CodecFailure failure = {eCodecFailure::e_otherFormat,
+                            "byte 0: opening magic-sequence: neither that of a package nor of a picture"};
+    if (!QueryCodecs(failure) && !TryCodecsWithNames(failure))
+        throw DataException(GetName(), failure);
+}
+
+void DataFile::InspectPackageFile(std::size_t wantedDimensions)
+{
+    desc_.package = InspectPackage(file_.GetStream(), file_.GetByteSize());
+    desc_.container = s_szPackageContainer;
+    desc_.dimensions = desc_.package->dimensions;
+    desc_.format = static_cast<eSampleFormat>(desc_.package->format);
+    std::size_t const numDimensions = desc_.dimensions.size();
+    if (wantedDimensions != 0 && numDimensions != wantedDimensions)
+        throw DataException("payload type: " + GetKindPhrase(numDimensions) + ", and the name tells of " +
+                            GetKindPhrase(wantedDimensions));
+}
+
+bool DataFile::QueryCodecs(CodecFailure &failure)
+{
+    DataCodecManager const &manager = RequireManager();
+    for (std::size_t const numDimensions : s_dimensionsTried)
+    {
+        unsigned int const category = s_categories[numDimensions - 1];
+        CodecFailureSentry told;
+        DataFileHead head;
+        if (manager.IsDataCategoryRegistered(category) && manager.QueryData(category, file_, head))
+        {
+            desc_ = {head.container, head.dimensions, head.format, {}};
+            return true;
+        }
+        codec_registry::KeepBetter(failure, told.GetFailure());
+    }
+    return false;
+}
+
+bool DataFile::TryCodecsWithNames(CodecFailure &failure)
+{
+    DataCodecManager const &manager = RequireManager();
+    for (std::size_t const numDimensions : s_dimensionsTried)
+    {
+        unsigned int const category = s_categories[numDimensions - 1];
+        for (unsigned int i = 0; i < manager.GetNumDecoders(category); ++i)
+        {
+            DataDecoder &decoder = *manager.GetDecoder(category, i);
+            CodecFailureSentry told;
+            void *const data = dynamic_cast<OpenFileDecoder *>(&decoder)
+                                   ? nullptr
+                                   : decoder.LoadData(GetName(), manager.GetDecoderDefaultParamList(category));
+            if (data)
+            {
+                loaded_ = AdoptData(numDimensions, data);
+                string const &name = decoder.GetCodecName();
+                desc_ = {name.substr(name.rfind('/') + 1), loaded_->GetDimensions(), loaded_->GetFormat(), {}};
+                return true;
+            }
+            codec_registry::KeepBetter(failure, told.GetFailure());
+        }
+    }
+    return false;
+}
+
+SampledData DataFile::Load()
+{
+    if (std::optional<SampledData> loaded = std::exchange(loaded_, std::nullopt))
+        return std::move(*loaded);
+    return NameFile(GetName(),
+                    [&]
+                    {
+                        CodecFailureSentry const reason;
+                        std::size_t const numDimensions = desc_.dimensions.size();
+                        void *const data = RequireManager().LoadData(s_categories[numDimensions - 1], file_, nullptr);
+                        if (!data)
+                            throw DataException(GetName(), reason.GetFailure());
+                        return AdoptData(numDimensions, data);
+                    });
+}
+
+void DataFile::Verify(std::function<void(std::uint64_t)> const &onRead)
+{
+    if (desc_.package)
+        NameFile(GetName(), [&] { ReadWholePackage(file_.GetStream(), file_.GetByteSize(), *desc_.package, onRead); });
+    else
+        static_cast<void>(Load());
 }
 
 SampledData LoadFile(string const &fileName, FileType const &type)
 {
-    return IsPackage(type) ? LoadPackage(fileName, type.numDimensions) : SampledData(LoadPicture(fileName));
+    return DataFile(fileName, type).Load();
 }
 
 void RequireSaveable(SampledData const &data, string const &fileName, FileType const &type,
@@ -305,38 +309,24 @@ void RequireSaveable(SampledData const &data, string const &fileName, FileType c
 {
     std::size_t const numDimensions = data.GetDimensions().size();
     if (type.numDimensions != 0 && type.numDimensions != numDimensions)
-        FailFile(fileName, "takes " + GetKindPhrase(type.numDimensions) + ", and no " + GetKindName(numDimensions));
-    bool const isNamed = sample_formats::MapNameToSampleFormat(GetFormatName(data.GetFormat())) != e_format_none;
-    if (!IsPackage(type) && !isNamed)
-        FailFile(fileName,
-                 string(type.container) + " takes no samples of the format " + GetFormatName(data.GetFormat()));
-    static_cast<void>(MakePath(fileName));
-    if (char const *const oddity = NameOddity(file_system::GetFileType(fileName, true)))
-        FailFile(fileName, oddity);
-    file_type const entry = file_system::GetFileType(fileName, false);
-    if (!settings.overwrite && entry != file_type::not_found && entry != file_type::none)
-        FailFile(fileName, s_szExists);
+        throw DataException(fileName, {eCodecFailure::e_unsupported, "takes " + GetKindPhrase(type.numDimensions) +
+                                                                         ", and no " + GetKindName(numDimensions)});
+    if (CodecFailure const obstacle = FindWritingObstacle(fileName, settings.overwrite))
+        throw DataException(fileName, obstacle);
 }
 
 void SaveFile(SampledData const &data, string const &fileName, FileType const &type, SaveSettings const &settings)
 {
     RequireSaveable(data, fileName, type, settings);
-    if (settings.overwrite)
-    {
-        errno = 0;
-        if (!Write(data, fileName, type, settings))
-            FailWritten(fileName, type);
+    NamedParameterList const params = MakeParameters(settings);
+    unsigned int const category = s_categories[data.GetDimensions().size() - 1];
+    CodecFailureSentry const reason;
+    if (RequireManager().SaveData(category, ToCodecData(data), fileName, type.container, &params))
         return;
-    }
-    // Another process may save under the same name meanwhile: the file gets its name only where there is none.
-    string const beside = HiddenNameBeside(fileName);
-    FileRemover const remover(beside);
-    errno = 0;
-    if (!Write(data, beside, type, settings))
-        FailWritten(fileName, type);
-    errno = 0;
-    if (!file_system::MoveFileA(beside, fileName, false))
-        errno == EEXIST ? FailFile(fileName, s_szExists) : FailWritten(fileName, type);
+    CodecFailure failure = reason.GetFailure();
+    if (IsOfWriting(failure.kind))
+        failure.text = "cannot be written as " + type.container + ": " + failure.text;
+    throw DataException(fileName, failure);
 }
 
 void SaveLevels(std::vector<SampledData> const &levels, string const &prefix, SaveSettings const &settings)
@@ -345,7 +335,8 @@ void SaveLevels(std::vector<SampledData> const &levels, string const &prefix, Sa
     {
         for (std::size_t i = 0; i < levels.size(); ++i)
         {
-            FileType const &type = s_fileTypes[levels[i].GetDimensions().size() - 1];
+            KnownFileType const &known = s_fileTypes[levels[i].GetDimensions().size() - 1];
+            FileType const type = {known.extension, known.container, known.numDimensions};
             work(levels[i], prefix + '.' + MakeString(i) + type.extension, type, settings);
         }
     }

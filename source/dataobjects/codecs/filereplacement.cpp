@@ -1,13 +1,20 @@
 #include "source/dataobjects/codecs/filereplacement.h"
 
 #include <quillmarsh/basetools/filesystem.h>
+#include <quillmarsh/dataobjects/datafiles.h>
 
+#include "source/dataobjects/codecs/openfailures.h"
 #include "source/platform/files.h"
+#include "source/platform/plainfiles.h"
 
+#include <algorithm>
+#include <cerrno>
 #include <cstdint>
 #include <fstream>
+#include <mutex>
 #include <random>
 #include <system_error>
+#include <vector>
 
 namespace quillmarsh
 {
@@ -18,6 +25,39 @@ using std::filesystem::file_type;
 using std::filesystem::path;
 using std::filesystem::perms;
 
+/// The files that are being written beside others, in all threads.
+class UnfinishedFiles
+{
+public:
+    static UnfinishedFiles &Instance()
+    {
+        static UnfinishedFiles instance;
+        return instance;
+    }
+
+    void Add(path const &file)
+    {
+        std::lock_guard const lock(mutex_);
+        files_.push_back(file);
+    }
+    void Drop(path const &file)
+    {
+        std::lock_guard const lock(mutex_);
+        files_.erase(std::remove(files_.begin(), files_.end(), file), files_.end());
+    }
+    void RemoveAll()
+    {
+        std::lock_guard const lock(mutex_);
+        std::error_code error;
+        for (path const &file : files_)
+            std::filesystem::remove(file, error);
+    }
+
+private:
+    std::mutex mutex_;
+    std::vector<path> files_;
+};
+
 /// The name of a path in the library's text.
 string ToName(path const &file)
 {
@@ -25,7 +65,7 @@ string ToName(path const &file)
     return string(text.begin(), text.end());
 }
 
-/// Nobody can guess it, and nobody else gets it.
+/// Nobody can guess it.
 string MakeHiddenName()
 {
     constexpr char digits[] = "0123456789abcdef";
@@ -37,59 +77,66 @@ string MakeHiddenName()
     return name + ".tmp";
 }
 
-bool CanOpen(path const &name, std::ios_base::openmode mode)
+bool CanWrite(path const &name)
 {
-    return std::ofstream(name, mode | std::ios_base::binary).is_open();
+    return std::ofstream(name, std::ios_base::app | std::ios_base::binary).is_open();
+}
+
+bool IsPipe(string const &fileName)
+{
+    file_type const type = file_system::GetFileType(fileName, true);
+    return type == file_type::fifo || type == file_type::socket;
+}
+
+/// Where a chain of links ends; the name itself where the system does not tell.
+path FollowEachLink(path name)
+{
+    constexpr int mostLinks = 40;
+    std::error_code error;
+    for (int i = 0; i < mostLinks && std::filesystem::symlink_status(name, error).type() == file_type::symlink; ++i)
+    {
+        path const next = std::filesystem::read_symlink(name, error);
+        if (error)
+            break;
+        name = name.parent_path() / next;
+    }
+    return name;
 }
 
 } // namespace
 
-path FindDataFile(string const &fileName)
+FileReplacement::FileReplacement(string const &fileName, bool overwrite) : overwrite_(overwrite)
 {
-    bool const isFile = file_system::GetFileType(fileName, true) == file_type::regular;
-    return isFile ? file_system::GetStreamPath(fileName) : path();
-}
-
-bool MayReplaceFile(string const &fileName, bool overwrite)
-{
-    // Looked up as it is: a name that FileExists takes for a pattern can be that of a file.
-    switch (file_system::GetFileType(fileName, false))
+    CodecFailure failure = overwrite && IsPipe(fileName) ? CodecFailure() : FindWritingObstacle(fileName, overwrite);
+    if (!failure)
     {
-    case file_type::none:
-    case file_type::not_found:
-        return true;
-    case file_type::regular:
-    case file_type::character:
-    case file_type::block:
-        return overwrite;
-    default:
-        return overwrite && file_system::DeleteFileA(fileName);
+        errno = 0;
+        ReplaceFile(fileName);
+        if (path_.empty())
+            failure = DescribeWriteFailure();
     }
+    if (failure)
+        Tell(failure);
 }
 
-FileReplacement::FileReplacement(string const &fileName)
+void FileReplacement::ReplaceFile(string const &fileName)
 {
     path const name = file_system::GetStreamPath(fileName);
-    if (name.empty())
-        return;
     std::error_code error;
     switch (file_system::GetFileType(fileName, true))
     {
-    case file_type::directory:
-    case file_type::fifo:
-    case file_type::socket:
-        return;
     case file_type::regular:
-        if (!CanOpen(name, std::ios_base::app))
+        if (!CanWrite(name))
             return;
         permissions_ = std::filesystem::status(name, error).permissions();
         if (!CreateBeside(file_system::GetStreamPath(platform::FollowLinks(fileName))))
             path_ = name;
         return;
+    case file_type::fifo:
+    case file_type::socket:
     case file_type::not_found:
-        // A link that leads nowhere is there all the same.
-        if (file_system::GetFileType(fileName, false) != file_type::not_found || !CreateBeside(name))
-            path_ = name;
+        // A new file in a directory that takes no further one cannot be written in place either.
+        CreateBeside(FollowEachLink(name));
         return;
     default:
         path_ = name;
@@ -98,8 +145,12 @@ FileReplacement::FileReplacement(string const &fileName)
 
 FileReplacement::~FileReplacement()
 {
-    if (!target_.empty())
-        file_system::DeleteFileA(ToName(path_));
+    if (target_.empty())
+        return;
+    int const reason = errno;
+    file_system::DeleteFileA(ToName(path_));
+    UnfinishedFiles::Instance().Drop(path_);
+    errno = reason;
 }
 
 bool FileReplacement::Commit()
@@ -109,8 +160,14 @@ bool FileReplacement::Commit()
     std::error_code error;
     if (permissions_ != perms::unknown)
         std::filesystem::permissions(path_, permissions_, error);
-    if (!file_system::MoveFileA(ToName(path_), ToName(target_), true))
+    errno = 0;
+    if (!file_system::MoveFileA(ToName(path_), ToName(target_), overwrite_))
+    {
+        bool const isTaken = errno == EEXIST && !overwrite_;
+        Tell(isTaken ? DescribeTakenName() : DescribeWriteFailure());
         return false;
+    }
+    UnfinishedFiles::Instance().Drop(path_);
     target_.clear();
     return true;
 }
@@ -118,11 +175,26 @@ bool FileReplacement::Commit()
 bool FileReplacement::CreateBeside(path const &target)
 {
     path const beside = target.parent_path() / MakeHiddenName();
-    if (!CanOpen(beside, std::ios_base::out))
+    // Known before it is there: whoever removes what is unfinished may come at any moment.
+    UnfinishedFiles::Instance().Add(beside);
+    if (!platform::CreateNewFile(beside))
+    {
+        UnfinishedFiles::Instance().Drop(beside);
         return false;
+    }
     path_ = beside;
     target_ = target;
     return true;
 }
+
+namespace sampled_data
+{
+
+void RemoveUnfinishedFiles()
+{
+    UnfinishedFiles::Instance().RemoveAll();
+}
+
+} // namespace sampled_data
 
 } // namespace quillmarsh

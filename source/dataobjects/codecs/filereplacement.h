@@ -1,4 +1,4 @@
-// Files that hold data: opened only when they are plain ones, and replaced only by whole ones.
+// Files that data are saved in: replaced only when that is allowed, and only by whole ones.
 #ifndef QUILLMARSH_SOURCE_DATAOBJECTS_CODECS_FILEREPLACEMENT_H
 #define QUILLMARSH_SOURCE_DATAOBJECTS_CODECS_FILEREPLACEMENT_H
 
@@ -9,39 +9,36 @@
 namespace quillmarsh
 {
 
-/// Path of a plain file that can be read from; empty when there is none of that name. Whatever else bears the name is
-/// no data file: a directory has nothing to read, and a pipe would keep the reader waiting.
-std::filesystem::path FindDataFile(string const &fileName);
-
-/// Whether a codec may save under a name: it is free, or `overwrite` is set. A link or a pipe goes at once, while a
-/// plain file stays until a FileReplacement takes its place.
-bool MayReplaceFile(string const &fileName, bool overwrite);
-
-/// New contents for a file, which keeps its old ones until the new ones are complete.
+/// Contents for a file, which is there whole or not at all, and keeps its old contents until the new ones are complete.
 ///
-/// They are written to a file beside it, and that takes its place at the end. A link stays and leads to the new
-/// contents; permissions stay. What is no file (a device), or stands in a directory that takes no further file, is
-/// written in place.
+/// They are written to a file beside it, which nobody else makes or opens, and that takes its place at the end. A
+/// symbolic link stays and leads to the new contents, also one that led nowhere; permissions stay. A
+/// pipe or a socket gives way to a file. What is a device, or stands in a directory that takes no further file, is written in place.
+///
+/// Tells a codec's failure (see CodecFailureSentry) where it refuses or fails.
 /// @code
-/// FileReplacement replacement(fileName);
-/// bool const succeeded = Write(replacement.GetPath()) && replacement.Commit();
+/// FileReplacement replacement(fileName, overwrite);
+/// bool const succeeded = !replacement.GetPath().empty() && Write(replacement.GetPath()) && replacement.Commit();
 /// @endcode
 class FileReplacement : NoCopy
 {
 public:
-    explicit FileReplacement(string const &fileName);
+    /// With `overwrite` false, the name must be free now and when the new contents are complete.
+    FileReplacement(string const &fileName, bool overwrite);
     /// Removes what was not committed.
     ~FileReplacement();
 
-    /// Where to write; empty when the name is that of a directory or a pipe, or of a file that cannot be written.
+    /// Where to write; empty when the name is taken, or that of a directory, or of a file that cannot be written.
     std::filesystem::path const &GetPath() const { return path_; }
 
     /// Puts the new contents, which are written and closed, in the place of the old ones. False if that fails.
     bool Commit();
 
 private:
+    void ReplaceFile(string const &fileName);
     bool CreateBeside(std::filesystem::path const &target);
 
+    bool overwrite_;
     std::filesystem::path path_;
     /// Name that the file at path_ gets in the end; empty when it is written in place.
     std::filesystem::path target_;

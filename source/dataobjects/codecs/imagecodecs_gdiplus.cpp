@@ -4,9 +4,11 @@
 #include <quillmarsh/basetools/filesystem.h>
 #include <quillmarsh/basetools/winutils.h>
 #include <quillmarsh/dataobjects/datacodecparameters.h>
+#include <quillmarsh/dataobjects/datafiles.h>
 #include <quillmarsh/dataobjects/imageoperations.h>
 
 #include "source/dataobjects/codecs/filereplacement.h"
+#include "source/dataobjects/codecs/openfailures.h"
 #include "source/platform/imagefiles.h"
 
 #include <algorithm>
@@ -21,6 +23,7 @@ namespace
 using namespace data_codec_parameters;
 using namespace signal_codec_parameters;
 
+constexpr char s_szNoPicture[] = "no picture that can be read, or one that is cut short or damaged";
 constexpr char s_szCodec[] = "GDI+";
 constexpr char s_szFormatList[] = "tiff jpeg png bmp";
 
@@ -117,10 +120,10 @@ platform::PixelRows ToPixelRows(ImageBase &image)
             image.GetNumColumns(), image.GetSampleFormat() == e_format_A8R8G8B8};
 }
 
-bool SavePixels(ImageBase const &pixels, string const &path, char const *mimeType,
+bool SavePixels(ImageBase const &pixels, string const &path, bool overwrite, char const *mimeType,
                 platform::ImageFileOptions const &options)
 {
-    FileReplacement replacement(path);
+    FileReplacement replacement(path, overwrite);
     // Writers only read what they are given.
     return !replacement.GetPath().empty() &&
            platform::SaveImageFile(ToPixelRows(const_cast<ImageBase &>(pixels)), replacement.GetPath(), mimeType,
@@ -171,6 +174,9 @@ bool ImageEncoderGdiplus::SaveImage(ImageBase const &image, string const &fileNa
                                     NamedParameterList const &params)
 {
     char const *const mimeType = FindMimeType(format);
+    if (mimeType && FindPixelForm(image.GetSampleFormat()) == e_format_none)
+        TellCodecFailure(eCodecFailure::e_unsupported, format + " takes no samples of the format " +
+                                                           sampled_data::GetFormatName(image.GetSampleFormat()));
     if (!mimeType || fileName.empty() || image.GetNumSamples() == 0)
         return false;
     eSampleFormat const form = FindPixelForm(image.GetSampleFormat());
@@ -179,8 +185,15 @@ bool ImageEncoderGdiplus::SaveImage(ImageBase const &image, string const &fileNa
         return false;
     win_utils::GdiplusGuard const guard;
     string const path = file_system::GetFullPathNameA(fileName, false);
-    return MayReplaceFile(path, params.GetValueBool(Param_FileOverwrite, Value_FileOverwrite_Default)) &&
-           CallWithMemory([&] { return SavePixels(source.Get(), path, mimeType, ReadOptions(params)); });
+    bool const overwrite = params.GetValueBool(Param_FileOverwrite, Value_FileOverwrite_Default);
+    return CallWithMemory([&] { return SavePixels(source.Get(), path, overwrite, mimeType, ReadOptions(params)); });
+}
+
+/// Path of a plain file that can be read from; empty, with the failure told, when there is none of that name.
+static std::filesystem::path FindDataFile(string const &fileName)
+{
+    bool const isFile = OpenInputFile(fileName) != nullptr;
+    return isFile ? file_system::GetStreamPath(fileName) : std::filesystem::path();
 }
 
 ImageDecoderGdiplus::ImageDecoderGdiplus() : ImageDecoder(s_szCodec, s_szFormatList) {}
@@ -208,6 +221,25 @@ bool ImageDecoderGdiplus::QueryImage(string const &fileName, eSampleFormat &form
     numRows = reader->GetNumRows();
     numColumns = reader->GetNumColumns();
     return true;
+}
+
+bool ImageDecoderGdiplus::QueryOpened(sampled_data::InputFile &file, DataFileHead &head)
+{
+    char const *const container = sampled_data::RecogniseContainer(file.GetStream());
+    head.container = container ? container : "";
+    head.dimensions.resize(2);
+    if (container && QueryImage(file.GetName(), head.format, head.dimensions[0], head.dimensions[1]))
+        return true;
+    TellCodecFailure(container ? eCodecFailure::e_damaged : eCodecFailure::e_otherFormat, s_szNoPicture);
+    return false;
+}
+
+void *ImageDecoderGdiplus::LoadOpened(sampled_data::InputFile &file, NamedParameterList const &params)
+{
+    void *const image = LoadImageA(file.GetName(), params);
+    if (!image)
+        TellCodecFailure(eCodecFailure::e_damaged, s_szNoPicture);
+    return image;
 }
 
 } // namespace quillmarsh

@@ -3,11 +3,16 @@
 #include <quillmarsh/basetools/exception.h>
 #include <quillmarsh/basetools/serializer.h>
 #include <quillmarsh/basetools/streamsentries.h>
+#include <quillmarsh/dataobjects/codecfailure.h>
+#include <quillmarsh/dataobjects/inputfile.h>
 
-#include "source/dataobjects/codecs/filereplacement.h"
+#include "source/dataobjects/codecs/openfailures.h"
 #include "source/dataobjects/packages/packagefields.h"
+#include "source/dataobjects/packages/packagefiles.h"
 
+#include <cerrno>
 #include <fstream>
+#include <iterator>
 #include <string_view>
 
 namespace quillmarsh
@@ -69,26 +74,96 @@ unsigned int Distance(std::streampos begin, std::streampos end)
     return static_cast<unsigned int>(end - begin);
 }
 
-/// True when the action throws nothing. What it throws as a failure is thrown on when asked for.
+constexpr char const *s_payloadNames[] = {"nothing known", "a signal", "an image", "a volume"};
+
+char const *NameOfPayload(unsigned int type)
+{
+    return s_payloadNames[type < std::size(s_payloadNames) ? type : 0];
+}
+
+/// Failure of what was thrown. What was told before it was thrown says more.
+CodecFailure ChooseFailure(CodecFailureSentry const &told, CodecFailure const &thrown)
+{
+    return told.GetFailure() ? told.GetFailure() : thrown;
+}
+
+CodecFailure DescribeReadFailure(ios_base::failure const &failure)
+{
+    return {eCodecFailure::e_damaged, string("is cut short, or cannot be read: ") + failure.what()};
+}
+
+/// True when the action throws nothing. Tells the failure of what it throws, and throws it on when asked for.
 template<typename Action>
 bool Succeeds(bool rethrow, Action const &action)
 {
+    CodecFailure failure;
     try
     {
-        action();
-        return true;
+        CodecFailureSentry const told;
+        try
+        {
+            action();
+            return true;
+        }
+        catch (ios_base::failure const &thrown)
+        {
+            failure = ChooseFailure(told, DescribeReadFailure(thrown));
+            throw;
+        }
+        catch (NoMemoryException const &thrown)
+        {
+            failure = {eCodecFailure::e_noMemory, thrown.GetMessage()};
+            throw;
+        }
+        catch (Exception const &thrown)
+        {
+            failure = ChooseFailure(told, {eCodecFailure::e_damaged, thrown.GetMessage()});
+            throw;
+        }
     }
     catch (ios_base::failure const &)
     {
+        Tell(failure);
         if (rethrow)
             throw;
     }
     catch (Exception const &)
     {
+        Tell(failure);
         if (rethrow)
             throw;
     }
     return false;
+}
+
+/// Writes the package to the file of a replacement. Throws as DataPackage::SaveToFile.
+void WriteTo(DataPackage const &package, string const &fileName, FileReplacement &replacement)
+{
+    std::ofstream file;
+    errno = 0;
+    // An attempt without a path would take the place of the reason why there is none.
+    if (!replacement.GetPath().empty())
+    {
+        file.open(replacement.GetPath(), ios_base::out | ios_base::trunc | ios_base::binary);
+        if (!file.is_open())
+            Tell(DescribeOpenFailure());
+    }
+    if (!file.is_open())
+        QUILLMARSH_THROW(SerializationException, "Cannot open file: " + fileName);
+    try
+    {
+        package.Serialize(file);
+        // The last bytes reach the disk only now.
+        file.exceptions(ios_base::failbit | ios_base::badbit);
+        file.close();
+    }
+    catch (ios_base::failure const &failure)
+    {
+        Tell(DescribeWriteFailure());
+        throw ios_base::failure("Cannot write file: " + fileName, failure.code());
+    }
+    if (!replacement.Commit())
+        throw ios_base::failure("Cannot write file: " + fileName);
 }
 
 } // namespace
@@ -108,7 +183,10 @@ void DataPackageHeader::Serialize(ostream &out) const
 
 void DataPackageHeader::Deserialize(istream &in)
 {
+    // The reason, unless the sequence is there.
+    TellCodecFailure(eCodecFailure::e_otherFormat, "no data package");
     ReadOpeningMagic(*this, in, s_headerOpening);
+    TellCodecFailure(eCodecFailure::e_none, "");
     unsigned int specifier = 1; // neither of the two, for a stream that ends and does not throw
     ReadNumber(*this, in, "byte-order specifier", specifier);
     if (specifier != s_bigEndian && specifier != s_littleEndian)
@@ -185,7 +263,12 @@ void DataPackage::Deserialize(istream &in)
 
     InputStreamByteOrderSentry const order(header.IsPackageByteOrderBigEndian());
     if (header.GetPayloadType() != payloadType_)
+    {
+        TellCodecFailure(eCodecFailure::e_unsupported, string("the package holds ") +
+                                                           NameOfPayload(header.GetPayloadType()) + ", not " +
+                                                           NameOfPayload(payloadType_));
         QUILLMARSH_THROW(DeserializationException, PackageMessage(*this, "Payload-type mismatch."));
+    }
     packageID_ = header.GetPackageID();
 
     std::streampos const begin = in.tellg();
@@ -205,26 +288,13 @@ bool DataPackage::SaveToFile(string const &fileName, bool rethrow)
     return Succeeds(rethrow,
                     [&]
                     {
-                        FileReplacement replacement(fileName);
-                        std::ofstream file;
-                        // An attempt without a path would take the place of the reason why there is none.
-                        if (!replacement.GetPath().empty())
-                            file.open(replacement.GetPath(), ios_base::out | ios_base::trunc | ios_base::binary);
-                        if (!file.is_open())
+                        if (CodecFailure const obstacle = FindWritingObstacle(fileName, true))
+                        {
+                            Tell(obstacle);
                             QUILLMARSH_THROW(SerializationException, "Cannot open file: " + fileName);
-                        try
-                        {
-                            Serialize(file);
-                            // The last bytes reach the disk only now.
-                            file.exceptions(ios_base::failbit | ios_base::badbit);
-                            file.close();
-                            if (!replacement.Commit())
-                                throw ios_base::failure("Cannot replace the file.");
                         }
-                        catch (ios_base::failure const &failure)
-                        {
-                            throw ios_base::failure("Cannot write file: " + fileName, failure.code());
-                        }
+                        FileReplacement replacement(fileName, true);
+                        WriteTo(*this, fileName, replacement);
                     });
 }
 
@@ -233,11 +303,21 @@ bool DataPackage::LoadFromFile(string const &fileName, bool rethrow)
     return Succeeds(rethrow,
                     [&]
                     {
-                        std::ifstream file(FindDataFile(fileName), ios_base::in | ios_base::binary);
+                        AutoPtr<sampled_data::InputFile> const file = OpenInputFile(fileName);
                         if (!file)
                             QUILLMARSH_THROW(DeserializationException, "Cannot open file: " + fileName);
-                        Deserialize(file);
+                        Deserialize(file->GetStream());
                     });
+}
+
+bool WritePackageFile(DataPackage const &package, string const &fileName, FileReplacement &replacement)
+{
+    return Succeeds(false, [&] { WriteTo(package, fileName, replacement); });
+}
+
+bool ReadPackageFile(DataPackage &package, istream &in)
+{
+    return Succeeds(false, [&] { package.Deserialize(in); });
 }
 
 } // namespace quillmarsh

@@ -1,5 +1,7 @@
 #include <quillmarsh/dataobjects/imageio.h>
 
+#include <quillmarsh/dataobjects/imagelimits.h>
+
 #include "source/dataobjects/packages/packagecodecs.h"
 #include "source/dataobjects/packages/packagepayload.h"
 
@@ -37,6 +39,12 @@ void DataPackageImage::DeserializePayload(istream &in, unsigned int payloadByteS
 {
     SetPayload(nullptr);
     PayloadDesc const desc = ReadPayloadDesc(*this, in, 2, s_rowsLastFirst, payloadByteSize);
+    if (std::uint64_t{desc.dimensions[0]} * desc.dimensions[1] > maxPixelsOnRead_)
+    {
+        TellCodecFailure(eCodecFailure::e_tooLarge,
+                         image_limits::DescribeExcess(desc.dimensions[0], desc.dimensions[1]));
+        QUILLMARSH_THROW(DeserializationException, PackageMessage(*this, "Too many pixels."));
+    }
     AutoPtr<ImageBase> image(
         ManufactureImage(static_cast<eSampleFormat>(desc.format), desc.dimensions[0], desc.dimensions[1]));
     ReadSamples(*this, in, *image, desc, desc.flags ^ (rowOrderOnRead_ ? s_rowsLastFirst : 0));
@@ -59,7 +67,21 @@ ImageBase *ImageDecoderQMDP::LoadImageA(string const &fileName, NamedParameterLi
 {
     DataPackageImage package;
     package.SetRowOrderOnRead(IsOriginBottom(params));
+    package.SetMaxPixelsOnRead(image_limits::GetMaxPixels());
     return LoadPackage(package, fileName);
+}
+
+bool ImageDecoderQMDP::QueryOpened(sampled_data::InputFile &file, DataFileHead &head)
+{
+    return QueryPackage(file, 2, head);
+}
+
+void *ImageDecoderQMDP::LoadOpened(sampled_data::InputFile &file, NamedParameterList const &params)
+{
+    DataPackageImage package;
+    package.SetRowOrderOnRead(IsOriginBottom(params));
+    package.SetMaxPixelsOnRead(image_limits::GetMaxPixels());
+    return LoadPackage(package, file);
 }
 
 } // namespace quillmarsh

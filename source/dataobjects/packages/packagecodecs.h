@@ -4,29 +4,40 @@
 
 #include <quillmarsh/basetools/filesystem.h>
 #include <quillmarsh/dataobjects/datacodecparameters.h>
+#include <quillmarsh/dataobjects/datacodecs.h>
+#include <quillmarsh/dataobjects/inputfile.h>
 
-#include "source/dataobjects/codecs/filereplacement.h"
+#include "source/dataobjects/packages/packagefiles.h"
 
 namespace quillmarsh
 {
 
 inline constexpr char s_szPackageCodec[] = "QMDP";
 
-/// Saves data in a package that is set up but for its payload and byte order. False for another format.
+/// Saves data in a package that is set up but for its payload, byte order and id. False for another format.
 template<typename Package, typename Container>
 bool SavePackage(Package &package, Container const &data, string const &fileName, string const &format,
                  NamedParameterList const &params)
 {
     using namespace data_codec_parameters;
 
-    if (format != s_szPackageCodec || fileName.empty() || data.GetNumSamples() == 0)
+    if (format != s_szPackageCodec)
+    {
+        TellCodecFailure(eCodecFailure::e_otherFormat, "no format of packages");
         return false;
-    string const path = file_system::GetFullPathNameA(fileName, false);
-    if (!MayReplaceFile(path, params.GetValueBool(Param_FileOverwrite, Value_FileOverwrite_Default)))
+    }
+    if (fileName.empty() || data.GetNumSamples() == 0)
+    {
+        TellCodecFailure(eCodecFailure::e_unsupported,
+                         fileName.empty() ? "a name of a file is missing" : "there are no samples to save");
         return false;
+    }
     package.SetPackageByteOrderOnWrite(params.GetValueBool(Param_ByteOrderBigEndian, Value_ByteOrderBigEndian_Default));
+    package.SetPackageID(params.GetValueUInteger(Param_PackageID, Value_PackageID_Default));
     package.SetPayload(&data);
-    return package.SaveToFile(path, false);
+    string const path = file_system::GetFullPathNameA(fileName, false);
+    FileReplacement replacement(path, params.GetValueBool(Param_FileOverwrite, Value_FileOverwrite_Default));
+    return !replacement.GetPath().empty() && WritePackageFile(package, path, replacement);
 }
 
 /// Loads a package that is set up, and hands out its payload; null on failure.
@@ -36,6 +47,16 @@ auto LoadPackage(Package &package, string const &fileName) -> decltype(package.G
     bool const loaded = package.LoadFromFile(file_system::GetFullPathNameA(fileName, false), false);
     return loaded ? package.GetPayload(true) : nullptr;
 }
+
+/// The same from a file that is open.
+template<typename Package>
+auto LoadPackage(Package &package, sampled_data::InputFile &file) -> decltype(package.GetPayload(true))
+{
+    return ReadPackageFile(package, file.GetStream()) ? package.GetPayload(true) : nullptr;
+}
+
+/// Reads what a package of so many dimensions holds. False, with the failure told, for anything else.
+bool QueryPackage(sampled_data::InputFile &file, std::size_t numDimensions, DataFileHead &head);
 
 inline bool IsOriginBottom(NamedParameterList const &params)
 {

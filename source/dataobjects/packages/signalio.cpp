@@ -55,4 +55,15 @@ SignalBase *SignalDecoderQMDP::LoadSignal(string const &fileName, NamedParameter
     return LoadPackage(package, fileName);
 }
 
+bool SignalDecoderQMDP::QueryOpened(sampled_data::InputFile &file, DataFileHead &head)
+{
+    return QueryPackage(file, 1, head);
+}
+
+void *SignalDecoderQMDP::LoadOpened(sampled_data::InputFile &file, NamedParameterList const &)
+{
+    DataPackageSignal package;
+    return LoadPackage(package, file);
+}
+
 } // namespace quillmarsh

@@ -69,4 +69,17 @@ VolumeBase *VolumeDecoderQMDP::LoadVolume(string const &fileName, NamedParameter
     return LoadPackage(package, fileName);
 }
 
+bool VolumeDecoderQMDP::QueryOpened(sampled_data::InputFile &file, DataFileHead &head)
+{
+    return QueryPackage(file, 3, head);
+}
+
+void *VolumeDecoderQMDP::LoadOpened(sampled_data::InputFile &file, NamedParameterList const &params)
+{
+    DataPackageVolume package;
+    package.SetLayerOrderOnRead(IsOriginBack(params));
+    package.SetRowOrderOnRead(IsOriginBottom(params));
+    return LoadPackage(package, file);
+}
+
 } // namespace quillmarsh
