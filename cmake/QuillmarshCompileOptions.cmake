@@ -7,6 +7,8 @@ add_library(quillmarsh-options INTERFACE)
 target_compile_features(quillmarsh-options INTERFACE cxx_std_20)
 target_compile_options(quillmarsh-options INTERFACE
   -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wnon-virtual-dtor
+  # As GCC has it for C++.
+  $<$<CXX_COMPILER_ID:Clang>:-Wno-sign-conversion>
   # Results are the same bits on every build; source locations are relative to the repository root.
   -ffp-contract=off
   "-fmacro-prefix-map=${PROJECT_SOURCE_DIR}/="
@@ -26,10 +28,6 @@ if(QUILLMARSH_SANITIZE)
   add_compile_options(-fsanitize=${QUILLMARSH_SANITIZE} -fno-omit-frame-pointer -fno-sanitize-recover=all)
   add_link_options(-fsanitize=${QUILLMARSH_SANITIZE})
 endif()
-if(QUILLMARSH_BUILD_FUZZERS)
-  add_compile_options(-fsanitize=fuzzer-no-link)
-endif()
-
 if(MINGW)
   # The time of linking stays out of the programs.
   add_link_options(-Wl,--no-insert-timestamp)

@@ -41,7 +41,7 @@ case $way in
     host=$work/build/small-host plugin=$work/build/greeter.so
     ;;
   subproject)
-    configure_and_build -DQUILLMARSH_SOURCE_DIR="$source" -DCMAKE_CXX_FLAGS=-O0
+    configure_and_build -DQUILLMARSH_SOURCE_DIR="$source" -DCMAKE_CXX_FLAGS=-O0 -DQUILLMARSH_PRECOMPILE_HEADERS=ON
     host=$work/build/small-host plugin=$work/build/greeter.so
     ;;
 esac
