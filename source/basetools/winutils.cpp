@@ -4,6 +4,7 @@
 #include <quillmarsh/basetools/serializer.h>
 
 #include "source/platform/desktop.h"
+#include "source/platform/drawing.h"
 
 #include <algorithm>
 #include <ostream>
@@ -86,13 +87,13 @@ istream &operator>=(istream &in, Guid &guid)
 
 GdiplusGuard::GdiplusGuard()
 {
-    if (!platform::StartDrawing(token_))
+    if (!platform::drawing::Start(token_))
         QUILLMARSH_THROW(SystemResourceException, "Gdiplus startup failed.");
 }
 
 GdiplusGuard::~GdiplusGuard()
 {
-    platform::StopDrawing(token_);
+    platform::drawing::Stop(token_);
 }
 
 COMGuard::COMGuard() : initialized_(platform::StartComponents()) {}
@@ -124,7 +125,7 @@ color4b GdiplusConvertColor(unsigned int argb)
 bool GdiplusGetFontFamilyNames(std::vector<string> &names)
 {
     names.clear();
-    if (!platform::ReadFontFamilyNames(names))
+    if (!platform::drawing::ReadFamilyNames(names))
     {
         names.clear();
         return false;

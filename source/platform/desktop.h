@@ -1,10 +1,8 @@
-// Seam: displays, system colours, system cursors, installed fonts.
+// Seam: displays, system colours, system cursors, components.
 #ifndef QUILLMARSH_SOURCE_PLATFORM_DESKTOP_H
 #define QUILLMARSH_SOURCE_PLATFORM_DESKTOP_H
 
 #include <quillmarsh/basetools/winutils.h>
-
-#include <vector>
 
 namespace quillmarsh::platform
 {
@@ -35,12 +33,9 @@ bool ReadDisplayMode(_devicemodeA &mode);
 
 color4b ReadSystemColor(win_utils::eSystemColor color);
 HCURSOR LoadSystemCursor(win_utils::eStockCursor cursor);
-bool ReadFontFamilyNames(std::vector<string> &names);
 
-/// @name Services that may need a start
+/// @name Components, a service that may need a start
 /// @{
-bool StartDrawing(std::uintptr_t &token);
-void StopDrawing(std::uintptr_t token);
 bool StartComponents();
 void StopComponents();
 void ReleaseComponent(IUnknown &component);

@@ -6,9 +6,19 @@
 
 #include "source/platform/pixelrows.h"
 
-// The program holds a win_utils::GdiplusGuard while anything of this is in use.
+#include <cstdint>
+#include <vector>
+
 namespace quillmarsh::platform::drawing
 {
+
+/// @name The service
+/// Between Start() and Stop(), which nest, everything here can be used. Start() is false when the service cannot be had.
+/// Any thread.
+/// @{
+bool Start(std::uintptr_t &token);
+void Stop(std::uintptr_t token);
+/// @}
 
 /// Opaque colour.
 struct Color
@@ -44,6 +54,9 @@ struct FontFace
 
 /// True when the system has the family, or one that stands in for it, in that style.
 bool HasFace(FontFace const &face);
+
+/// Adds the names of all installed families, in no order, some more than once. False on failure. Needs no Start().
+bool ReadFamilyNames(std::vector<string> &names);
 
 /// Face of equal widths, neither bold nor italic. Its family is empty when the system has no fonts at all.
 FontFace GetMonospaceFace();

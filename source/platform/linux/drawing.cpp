@@ -121,6 +121,13 @@ Rect Intersect(Rect const &a, Rect const &b)
 
 } // namespace
 
+bool Start(std::uintptr_t &)
+{
+    return true;
+}
+
+void Stop(std::uintptr_t) {}
+
 bool HasFace(FontFace const &face)
 {
     // Every style can be had of a family that has the regular one.

@@ -1,5 +1,7 @@
 #include "source/platform/linux/fontfaces.h"
 
+#include "source/platform/drawing.h"
+
 #include <algorithm>
 #include <array>
 #include <fontconfig/fontconfig.h>
@@ -12,6 +14,7 @@ namespace
 
 struct Releaser
 {
+    void operator()(FcConfig *config) const { FcConfigDestroy(config); }
     void operator()(FcPattern *pattern) const { FcPatternDestroy(pattern); }
     void operator()(FcObjectSet *objects) const { FcObjectSetDestroy(objects); }
     void operator()(FcFontSet *fonts) const { FcFontSetDestroy(fonts); }
@@ -95,6 +98,26 @@ string FindFamily(string const &family)
             return FindInstalled(row.standIns);
     }
     return {};
+}
+
+bool ReadFamilyNames(std::vector<string> &names)
+{
+    // A configuration of our own: the one that the program may be using stays as it is.
+    Holder<FcConfig> const config(FcInitLoadConfigAndFonts());
+    Holder<FcPattern> const pattern(FcPatternCreate());
+    Holder<FcObjectSet> const objects(FcObjectSetBuild(FC_FAMILY, static_cast<char *>(nullptr)));
+    if (!config || !pattern || !objects)
+        return false;
+    Holder<FcFontSet> const fonts(FcFontList(config.get(), pattern.get(), objects.get()));
+    if (!fonts)
+        return false;
+    for (int i = 0; i < fonts->nfont; ++i)
+    {
+        FcChar8 *family = nullptr;
+        if (FcPatternGetString(fonts->fonts[i], FC_FAMILY, 0, &family) == FcResultMatch && family)
+            names.emplace_back(reinterpret_cast<char const *>(family));
+    }
+    return true;
 }
 
 string const &GetMonospaceFamily()

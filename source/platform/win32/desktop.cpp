@@ -1,11 +1,8 @@
 #include "source/platform/desktop.h"
 
-#include "source/platform/win32/gdiplus.h"
-#include "source/platform/win32/widetext.h"
+#include "source/platform/win32/windows.h"
 
-#include <algorithm>
-#include <iterator>
-#include <mutex>
+#include <objbase.h>
 
 namespace quillmarsh::platform
 {
@@ -47,27 +44,6 @@ struct CursorRow
     eStockCursor cursor;
     char const *resource;
 };
-
-std::mutex s_drawingMutex;
-unsigned int s_numDrawingStarts = 0;
-
-/// Frees what the service's headers made around an object that is the service's own.
-template<typename Object>
-void Forget(Object *&generic)
-{
-    Gdiplus::DllExports::GdipFree(generic);
-    generic = nullptr;
-}
-
-/// The headers keep what the service has for everybody once they have asked for it, and that ends with the service.
-void ForgetGenericObjects()
-{
-    Forget(Gdiplus::_GdipFontFamilyCachedGenericMonospace);
-    Forget(Gdiplus::_GdipFontFamilyCachedGenericSansSerif);
-    Forget(Gdiplus::_GdipFontFamilyCachedGenericSerif);
-    Forget(Gdiplus::_GdipStringFormatCachedGenericDefault);
-    Forget(Gdiplus::_GdipStringFormatCachedGenericTypographic);
-}
 
 } // namespace
 
@@ -138,50 +114,6 @@ HCURSOR LoadSystemCursor(eStockCursor cursor)
                 LoadImageA(nullptr, row.resource, IMAGE_CURSOR, 0, 0, LR_DEFAULTSIZE | LR_SHARED));
     }
     return nullptr;
-}
-
-bool ReadFontFamilyNames(std::vector<string> &names)
-{
-    std::uintptr_t token = 0;
-    if (!StartDrawing(token))
-        return false;
-    struct DrawingStopper
-    {
-        std::uintptr_t token;
-        ~DrawingStopper() { StopDrawing(token); }
-    } const stopper{token};
-    Gdiplus::InstalledFontCollection const fonts;
-    std::vector<Gdiplus::FontFamily> families(static_cast<std::size_t>(std::max(fonts.GetFamilyCount(), 0)));
-    int numFound = 0;
-    if (fonts.GetFamilies(static_cast<int>(families.size()), families.data(), &numFound) != Gdiplus::Ok)
-        return false;
-    for (int i = 0; i < numFound; ++i)
-    {
-        wchar_t name[LF_FACESIZE] = {};
-        if (families[static_cast<std::size_t>(i)].GetFamilyName(name) == Gdiplus::Ok)
-            names.push_back(FromSystem(name));
-    }
-    return true;
-}
-
-bool StartDrawing(std::uintptr_t &token)
-{
-    Gdiplus::GdiplusStartupInput const input;
-    ULONG_PTR systemToken = 0;
-    std::lock_guard const lock(s_drawingMutex);
-    if (Gdiplus::GdiplusStartup(&systemToken, &input, nullptr) != Gdiplus::Ok)
-        return false;
-    ++s_numDrawingStarts;
-    token = systemToken;
-    return true;
-}
-
-void StopDrawing(std::uintptr_t token)
-{
-    std::lock_guard const lock(s_drawingMutex);
-    if (--s_numDrawingStarts == 0)
-        ForgetGenericObjects();
-    Gdiplus::GdiplusShutdown(token);
 }
 
 bool StartComponents()

@@ -5,8 +5,10 @@
 #include "source/platform/win32/gdiplus.h"
 #include "source/platform/win32/widetext.h"
 
+#include <algorithm>
 #include <map>
 #include <memory>
+#include <mutex>
 #include <utility>
 
 namespace quillmarsh::platform::drawing
@@ -17,6 +19,27 @@ namespace
 /// Nothing but the clipping rectangle cuts a text off.
 constexpr INT s_formatFlags =
     Gdiplus::StringFormatFlagsNoWrap | Gdiplus::StringFormatFlagsNoClip | Gdiplus::StringFormatFlagsNoFitBlackBox;
+
+std::mutex s_startMutex;
+unsigned int s_numStarts = 0;
+
+/// Frees what the service's headers made around an object that is the service's own.
+template<typename Object>
+void Forget(Object *&generic)
+{
+    Gdiplus::DllExports::GdipFree(generic);
+    generic = nullptr;
+}
+
+/// The headers keep what the service has for everybody once they have asked for it, and that ends with the service.
+void ForgetGenericObjects()
+{
+    Forget(Gdiplus::_GdipFontFamilyCachedGenericMonospace);
+    Forget(Gdiplus::_GdipFontFamilyCachedGenericSansSerif);
+    Forget(Gdiplus::_GdipFontFamilyCachedGenericSerif);
+    Forget(Gdiplus::_GdipStringFormatCachedGenericDefault);
+    Forget(Gdiplus::_GdipStringFormatCachedGenericTypographic);
+}
 
 /// The service's own object of a family; not available when the name is none.
 AutoPtr<Gdiplus::FontFamily> MakeFamily(FontFace const &face)
@@ -50,6 +73,50 @@ Gdiplus::Color ToSystem(Color color)
 }
 
 } // namespace
+
+bool ReadFamilyNames(std::vector<string> &names)
+{
+    std::uintptr_t token = 0;
+    if (!Start(token))
+        return false;
+    struct Stopper
+    {
+        std::uintptr_t token;
+        ~Stopper() { Stop(token); }
+    } const stopper{token};
+    Gdiplus::InstalledFontCollection const fonts;
+    std::vector<Gdiplus::FontFamily> families(static_cast<std::size_t>(std::max(fonts.GetFamilyCount(), 0)));
+    int numFound = 0;
+    if (fonts.GetFamilies(static_cast<int>(families.size()), families.data(), &numFound) != Gdiplus::Ok)
+        return false;
+    for (int i = 0; i < numFound; ++i)
+    {
+        wchar_t name[LF_FACESIZE] = {};
+        if (families[static_cast<std::size_t>(i)].GetFamilyName(name) == Gdiplus::Ok)
+            names.push_back(FromSystem(name));
+    }
+    return true;
+}
+
+bool Start(std::uintptr_t &token)
+{
+    Gdiplus::GdiplusStartupInput const input;
+    ULONG_PTR systemToken = 0;
+    std::lock_guard const lock(s_startMutex);
+    if (Gdiplus::GdiplusStartup(&systemToken, &input, nullptr) != Gdiplus::Ok)
+        return false;
+    ++s_numStarts;
+    token = systemToken;
+    return true;
+}
+
+void Stop(std::uintptr_t token)
+{
+    std::lock_guard const lock(s_startMutex);
+    if (--s_numStarts == 0)
+        ForgetGenericObjects();
+    Gdiplus::GdiplusShutdown(token);
+}
 
 bool HasFace(FontFace const &face)
 {

@@ -3,7 +3,6 @@
 #include "source/platform/linux/sdl/sdlvideo.h"
 
 #include <SDL.h>
-#include <fontconfig/fontconfig.h>
 
 #include <iterator>
 #include <map>
@@ -152,35 +151,6 @@ HCURSOR LoadSystemCursor(eStockCursor cursor)
     }
     return nullptr;
 }
-
-bool ReadFontFamilyNames(std::vector<string> &names)
-{
-    // A configuration of our own: the one that the program may be using stays as it is.
-    std::unique_ptr<FcConfig, decltype(&FcConfigDestroy)> const config(FcInitLoadConfigAndFonts(), &FcConfigDestroy);
-    std::unique_ptr<FcPattern, decltype(&FcPatternDestroy)> const pattern(FcPatternCreate(), &FcPatternDestroy);
-    std::unique_ptr<FcObjectSet, decltype(&FcObjectSetDestroy)> const objects(
-        FcObjectSetBuild(FC_FAMILY, static_cast<char *>(nullptr)), &FcObjectSetDestroy);
-    if (!config || !pattern || !objects)
-        return false;
-    std::unique_ptr<FcFontSet, decltype(&FcFontSetDestroy)> const fonts(
-        FcFontList(config.get(), pattern.get(), objects.get()), &FcFontSetDestroy);
-    if (!fonts)
-        return false;
-    for (int i = 0; i < fonts->nfont; ++i)
-    {
-        FcChar8 *family = nullptr;
-        if (FcPatternGetString(fonts->fonts[i], FC_FAMILY, 0, &family) == FcResultMatch && family)
-            names.emplace_back(reinterpret_cast<char const *>(family));
-    }
-    return true;
-}
-
-bool StartDrawing(std::uintptr_t &)
-{
-    return true;
-}
-
-void StopDrawing(std::uintptr_t) {}
 
 bool StartComponents()
 {
