@@ -51,7 +51,9 @@ std::vector<Window *> const &GetOpenWindows()
 
 bool IsDesktopThread()
 {
-    return s_desktopThread == GetCurrentThreadNumber();
+    // A program without windows is not asked for its thread in each frame.
+    unsigned int const owner = s_desktopThread;
+    return owner != s_noThread && owner == GetCurrentThreadNumber();
 }
 
 AutoPtr<Window> Window::Open(WindowDesc const &desc, string &reason)

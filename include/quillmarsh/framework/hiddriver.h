@@ -46,7 +46,7 @@ public:
     virtual void OpenDriver(DirectInputConfig const &config, unsigned int flags) = 0;
     /// Gives back what OpenDriver() took. No device of the driver exists any more.
     virtual void CloseDriver() = 0;
-    /// Called once in each frame, before devices are sampled. True when devices came or went since the last
+    /// Called once in each frame, after the desktop has been pumped and before devices are sampled. True when devices came or went since the last
     /// enumeration: the kernel then reconfigures the devices before the next frame.
     virtual bool PollDeviceChanges() = 0;
 

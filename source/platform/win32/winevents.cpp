@@ -317,14 +317,16 @@ void TakeDesktopEvents()
 {
     if (!IsDesktopThread())
         return;
-    // Listeners may open and destroy windows.
-    std::vector<Window *> const windows = GetOpenWindows();
-    for (Window *const window : windows)
+    std::vector<Window *> const &windows = GetOpenWindows();
+    // Listeners may open and destroy windows: one that is missed for that has its turn next time.
+    for (std::size_t i = 0; i < windows.size();)
     {
-        auto const &open = GetOpenWindows();
         MSG message;
-        while (std::find(open.begin(), open.end(), window) != open.end() &&
-               PeekMessageW(&message, window->GetHandle(), 0, 0, PM_REMOVE))
+        bool const isThere = PeekMessageW(&message, windows[i]->GetHandle(), 0, 0, PM_REMOVE) != FALSE;
+        // Drawing is what the system asks for last, and it may be asked for anew by the one who draws.
+        if (!isThere || message.message == WM_PAINT)
+            ++i;
+        if (isThere)
         {
             TranslateMessage(&message);
             DispatchMessageW(&message);
