@@ -134,7 +134,7 @@ QUILLMARSH_API bool CreateTempFile(string &result, string const &directory, stri
 ///
 /// Derive, override what is of interest, and call Walk:
 /// @code
-/// class Lister : public FileSystemWalker
+/// class Lister : public file_system::FileSystemWalker
 /// {
 ///     void OnFile(unsigned int, unsigned int, string const &path, string const &name) override
 ///     {

@@ -1,0 +1,36 @@
+// What the examples in the documentation comments take for granted. scripts/check examples compiles them behind it.
+#ifndef QUILLMARSH_DOCS_EXAMPLE_CONTEXT_H
+#define QUILLMARSH_DOCS_EXAMPLE_CONTEXT_H
+
+#include <quillmarsh/quillmarsh.h>
+
+#include <iostream>
+
+using namespace quillmarsh;
+
+void Sample();
+
+class MyApplicationDescriptor : public ApplicationPluginDescriptor
+{
+public:
+    MyApplicationDescriptor();
+    Application *CreateApplication() override;
+};
+
+/// Each example that is made of statements is a member function of a class derived from this one.
+struct ExampleContext
+{
+    struct Listener
+    {
+        void OnChanged(ExampleContext &);
+    };
+
+    Mouse &mouse;
+    float x;
+    SharedOutputStream &shared;
+    void const *address;
+    string fileName;
+    ObserverList<Listener> listeners_;
+};
+
+#endif
