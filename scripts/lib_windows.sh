@@ -8,8 +8,9 @@ use_wine() {
   say "Setting up Wine for $1."
   mkdir -p "$WINEPREFIX"
   local log=$WINEPREFIX/setup.log
-  # A program that crashes ends at once, and shows no window.
+  # A program that crashes ends at once, and shows no window. Windows need no display: nobody looks at them.
   if ! { wineboot -i && wineserver -w &&
+    wine reg add 'HKCU\Software\Wine\Drivers' /v Graphics /d null /f &&
     wine reg add 'HKCU\Software\Wine\WineDbg' /v ShowCrashDialog /t REG_DWORD /d 0 /f; } >"$log" 2>&1 </dev/null; then
     cat "$log" >&2
     rm -rf "$WINEPREFIX"

@@ -32,7 +32,8 @@ TEST(Host, TellsWhyAFileCannotBeUsed)
         EXPECT_TRUE(TellsWhy(script.err, "cannot read the script '" + name + "': ")) << script.err;
 
         string const driver = Preferred(QUILLMARSH_TEST_PLUGINS "driftmouse.dll");
-        HostResult const commands = RunHost({"--plugin", driver}, "record '" + name + "'\nplay '" + name + "'\n");
+        HostResult const commands =
+            RunHost({"--plugin", driver}, "record '" + name + "' -overwrite\nplay '" + name + "'\n");
         EXPECT_EQ(1, commands.status) << name;
         EXPECT_TRUE(TellsWhy(commands.out, name + ": the file cannot be written: ")) << commands.out;
         EXPECT_TRUE(TellsWhy(commands.out, name + ": the file cannot be opened: ")) << commands.out;
