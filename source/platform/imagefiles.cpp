@@ -1,6 +1,7 @@
 #include "source/platform/imagefiles.h"
 
 #include <limits>
+#include <string>
 
 namespace quillmarsh::platform
 {
@@ -9,11 +10,24 @@ bool ImageFileReader::SetSize(std::uint64_t numRows, std::uint64_t numColumns, b
 {
     constexpr std::uint64_t largest = std::numeric_limits<int>::max();
     if (numRows == 0 || numColumns == 0 || numRows > largest || numColumns > largest / 4)
-        return false;
+        return Fail(eImageFailure::e_unsupported,
+                    "a picture of " + std::to_string(numRows) + " rows of " + std::to_string(numColumns) + " pixels");
     numRows_ = static_cast<unsigned int>(numRows);
     numColumns_ = static_cast<unsigned int>(numColumns);
     hasAlpha_ = hasAlpha;
     return true;
+}
+
+bool ImageFileReader::Fail(eImageFailure kind, string const &text)
+{
+    if (failure_.kind == eImageFailure::e_none)
+        failure_ = {kind, text};
+    return false;
+}
+
+bool ImageFileReader::FailImplausible()
+{
+    return Fail(eImageFailure::e_damaged, "claims to be larger than its file can hold");
 }
 
 } // namespace quillmarsh::platform

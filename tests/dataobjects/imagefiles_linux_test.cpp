@@ -1,9 +1,10 @@
 // Files that the image libraries themselves write, in all their kinds of pixels, and files that are damaged.
 #include <quillmarsh/dataobjects/datacodecparameters.h>
 #include <quillmarsh/dataobjects/imagecodecs_gdiplus.h>
+#include <quillmarsh/dataobjects/imagelimits.h>
 #include <quillmarsh/dataobjects/sampletransfer.h>
 
-#include "source/platform/imagefiles.h"
+#include "source/platform/plainfiles.h"
 #include "tests/support/package_bytes.h"
 #include "tests/support/scratch_directory.h"
 
@@ -11,6 +12,7 @@
 
 #include <array>
 #include <cmath>
+#include <map>
 #include <random>
 #include <vector>
 
@@ -49,6 +51,14 @@ protected:
         AutoPtr<ImageBase> image = Load(name);
         std::filesystem::remove(name);
         return image;
+    }
+
+    /// Why a file of these bytes is not loaded.
+    string TellWhyNotLoaded(string const &bytes)
+    {
+        CodecFailureSentry const reason;
+        EXPECT_EQ(LoadBytes(bytes), nullptr);
+        return reason.GetText();
     }
 
     /// Holds what is loaded of the file against the picture.
@@ -466,7 +476,7 @@ TEST_F(ImageFiles, HugeClaimsAreRefusedBeforePixelsAreReadInto)
     string bmp = MakeBmp(40, 8, 1, "", string(1024, 'x'), string(2, '\1'));
     bmp.replace(18, 8, tests::NumberBytes(0x7000) + tests::NumberBytes(0x7000));
     for (string const &bytes : {jpeg, png, bmp})
-        EXPECT_EQ(platform::OpenImageFile(directory_.Write("huge", bytes)), nullptr);
+        EXPECT_EQ("claims to be larger than its file can hold", TellWhyNotLoaded(bytes));
 }
 
 TEST_F(ImageFiles, FullDisksAndPipesFail)
@@ -480,7 +490,48 @@ TEST_F(ImageFiles, FullDisksAndPipesFail)
     string const pipe = directory_ / "pipe";
     ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
     EXPECT_EQ(Load(pipe), nullptr);
-    EXPECT_EQ(platform::OpenImageFile(pipe), nullptr);
+    std::uint64_t size = 0;
+    EXPECT_EQ(platform::OpenPlainFile(pipe, size), nullptr);
+}
+
+TEST_F(ImageFiles, FailuresTellTheirReason)
+{
+    string const tiff = directory_ / "float.tif";
+    TIFF *const file = TIFFOpen(tiff.c_str(), "w");
+    for (auto const &[tag, value] : {std::pair<std::uint32_t, int>{TIFFTAG_IMAGEWIDTH, 1},
+                                     {TIFFTAG_IMAGELENGTH, 1},
+                                     {TIFFTAG_BITSPERSAMPLE, 32},
+                                     {TIFFTAG_SAMPLESPERPIXEL, 1},
+                                     {TIFFTAG_PHOTOMETRIC, PHOTOMETRIC_MINISBLACK},
+                                     {TIFFTAG_SAMPLEFORMAT, SAMPLEFORMAT_IEEEFP}})
+        TIFFSetField(file, tag, value);
+    float sample = 0.5f;
+    TIFFWriteScanline(file, &sample, 0, 0);
+    TIFFClose(file);
+    EXPECT_EQ("floating-point TIFF is not supported", TellWhyNotLoaded(tests::ReadFile(tiff)));
+
+    Image<Sample32> const image(e_format_X8R8G8B8, 40, 50);
+    std::map<string, string> files;
+    for (string const format : {"PNG", "JPEG", "BMP", "TIFF"})
+    {
+        ASSERT_TRUE(ImageEncoderGdiplus().SaveImage(image, directory_ / format, format, NamedParameterList()));
+        files[format] = tests::ReadFile(directory_ / format);
+    }
+    std::pair<char const *, char const *> const cut[] = {
+        {"PNG", "libpng: "}, {"JPEG", "libjpeg-turbo: "}, {"TIFF", "libtiff: "}, {"BMP", "claims to be larger"}};
+    for (auto const &[format, begin] : cut)
+    {
+        string const &bytes = files[format];
+        EXPECT_EQ(0u, TellWhyNotLoaded(bytes.substr(0, bytes.size() * 3 / 4)).find(begin)) << format;
+    }
+    EXPECT_EQ("neither TIFF nor JPEG nor PNG nor BMP", TellWhyNotLoaded("GIF89a"));
+
+    image_limits::SetMaxPixels(1999);
+    for (auto const &[format, bytes] : files)
+        EXPECT_EQ("40 rows of 50 pixels are more than the limit of 1999 pixels", TellWhyNotLoaded(bytes)) << format;
+    image_limits::SetMaxPixels(image_limits::s_defaultMaxPixels);
+    for (auto const &[format, bytes] : files)
+        EXPECT_NE(nullptr, LoadBytes(bytes)) << format;
 }
 
 } // namespace

@@ -5,6 +5,7 @@
 #include <quillmarsh/basetools/winutils.h>
 #include <quillmarsh/dataobjects/datacodecparameters.h>
 #include <quillmarsh/dataobjects/datafiles.h>
+#include <quillmarsh/dataobjects/imagelimits.h>
 #include <quillmarsh/dataobjects/imageoperations.h>
 
 #include "source/dataobjects/codecs/filereplacement.h"
@@ -23,7 +24,6 @@ namespace
 using namespace data_codec_parameters;
 using namespace signal_codec_parameters;
 
-constexpr char s_szNoPicture[] = "no picture that can be read, or one that is cut short or damaged";
 constexpr char s_szCodec[] = "GDI+";
 constexpr char s_szFormatList[] = "tiff jpeg png bmp";
 
@@ -120,15 +120,42 @@ platform::PixelRows ToPixelRows(ImageBase &image)
             image.GetNumColumns(), image.GetSampleFormat() == e_format_A8R8G8B8};
 }
 
+eCodecFailure ToCodecFailure(platform::eImageFailure kind)
+{
+    switch (kind)
+    {
+    case platform::eImageFailure::e_otherFormat:
+        return eCodecFailure::e_otherFormat;
+    case platform::eImageFailure::e_unsupported:
+        return eCodecFailure::e_unsupported;
+    case platform::eImageFailure::e_system:
+        return eCodecFailure::e_system;
+    default:
+        return eCodecFailure::e_damaged;
+    }
+}
+
+/// False, with the failure told.
+bool Fail(platform::ImageFailure const &failure)
+{
+    TellCodecFailure(ToCodecFailure(failure.kind), failure.text);
+    return false;
+}
+
 bool SavePixels(ImageBase const &pixels, string const &path, bool overwrite, char const *mimeType,
                 platform::ImageFileOptions const &options)
 {
     FileReplacement replacement(path, overwrite);
+    if (replacement.GetPath().empty())
+        return false;
+    platform::ImageFailure failure;
     // Writers only read what they are given.
-    return !replacement.GetPath().empty() &&
-           platform::SaveImageFile(ToPixelRows(const_cast<ImageBase &>(pixels)), replacement.GetPath(), mimeType,
-                                   options) &&
-           replacement.Commit();
+    if (!platform::SaveImageFile(ToPixelRows(const_cast<ImageBase &>(pixels)), replacement.GetPath(), mimeType, options,
+                                 failure))
+        return Fail(failure.kind != platform::eImageFailure::e_none
+                        ? failure
+                        : platform::ImageFailure{platform::eImageFailure::e_system, "writing failed"});
+    return replacement.Commit();
 }
 
 eSampleFormat FormatOf(platform::ImageFileReader const &reader)
@@ -136,20 +163,38 @@ eSampleFormat FormatOf(platform::ImageFileReader const &reader)
     return reader.HasAlpha() ? e_format_A8R8G8B8 : e_format_X8R8G8B8;
 }
 
-AutoPtr<ImageBase> LoadPixels(std::filesystem::path const &path, bool turnedOver)
+/// Null, with the failure told, also for a picture of more pixels than the limit.
+AutoPtr<platform::ImageFileReader> OpenPicture(sampled_data::InputFile &file)
 {
-    AutoPtr<platform::ImageFileReader> const reader = platform::OpenImageFile(path);
+    platform::ImageFailure failure;
+    AutoPtr<platform::ImageFileReader> reader = platform::OpenImageFile(file.GetFile(), file.GetByteSize(), failure);
+    if (!reader)
+        Fail(failure);
+    else if (std::uint64_t{reader->GetNumRows()} * reader->GetNumColumns() <= image_limits::GetMaxPixels())
+        return reader;
+    else
+        TellCodecFailure(eCodecFailure::e_tooLarge,
+                         image_limits::DescribeExcess(reader->GetNumRows(), reader->GetNumColumns()));
+    return nullptr;
+}
+
+AutoPtr<ImageBase> LoadPixels(sampled_data::InputFile &file, bool turnedOver)
+{
+    AutoPtr<platform::ImageFileReader> const reader = OpenPicture(file);
     if (!reader)
         return nullptr;
     auto image = std::make_unique<Image<Sample32>>(FormatOf(*reader), reader->GetNumRows(), reader->GetNumColumns());
     if (!reader->Read(ToPixelRows(*image)))
+    {
+        Fail(reader->GetFailure());
         return nullptr;
+    }
     if (turnedOver)
         FlipRows(*image);
     return image;
 }
 
-/// What the call gives; false or null when it finds no memory. A picture that cannot be held fails as a damaged one.
+/// What the call gives; false or null, with the failure told, when it finds no memory.
 template<typename Call>
 auto CallWithMemory(Call const &call) -> decltype(call())
 {
@@ -157,13 +202,31 @@ auto CallWithMemory(Call const &call) -> decltype(call())
     {
         return call();
     }
-    catch (NoMemoryException const &)
+    catch (NoMemoryException const &thrown)
     {
+        TellCodecFailure(eCodecFailure::e_noMemory, "not enough memory: " + thrown.GetMessage());
     }
     catch (std::bad_alloc const &)
     {
+        TellCodecFailure(eCodecFailure::e_noMemory, "not enough memory");
     }
     return {};
+}
+
+/// False, with the failure told, for what cannot be saved whatever the file.
+bool CanSave(ImageBase const &image, string const &fileName, string const &format)
+{
+    if (!FindMimeType(format))
+        TellCodecFailure(eCodecFailure::e_otherFormat, "no format of pictures: " + format);
+    else if (fileName.empty() || image.GetNumSamples() == 0)
+        TellCodecFailure(eCodecFailure::e_unsupported,
+                         fileName.empty() ? "a name of a file is missing" : "there are no pixels to save");
+    else if (FindPixelForm(image.GetSampleFormat()) == e_format_none)
+        TellCodecFailure(eCodecFailure::e_unsupported, format + " takes no samples of the format " +
+                                                           sampled_data::GetFormatName(image.GetSampleFormat()));
+    else
+        return true;
+    return false;
 }
 
 } // namespace
@@ -173,73 +236,56 @@ ImageEncoderGdiplus::ImageEncoderGdiplus() : ImageEncoder(s_szCodec, s_szFormatL
 bool ImageEncoderGdiplus::SaveImage(ImageBase const &image, string const &fileName, string const &format,
                                     NamedParameterList const &params)
 {
-    char const *const mimeType = FindMimeType(format);
-    if (mimeType && FindPixelForm(image.GetSampleFormat()) == e_format_none)
-        TellCodecFailure(eCodecFailure::e_unsupported, format + " takes no samples of the format " +
-                                                           sampled_data::GetFormatName(image.GetSampleFormat()));
-    if (!mimeType || fileName.empty() || image.GetNumSamples() == 0)
+    if (!CanSave(image, fileName, format))
         return false;
     eSampleFormat const form = FindPixelForm(image.GetSampleFormat());
     PixelSource source;
-    if (form == e_format_none || !CallWithMemory([&] { return source.Prepare(image, form, IsOriginBottom(params)); }))
+    if (!CallWithMemory([&] { return source.Prepare(image, form, IsOriginBottom(params)); }))
         return false;
     win_utils::GdiplusGuard const guard;
     string const path = file_system::GetFullPathNameA(fileName, false);
     bool const overwrite = params.GetValueBool(Param_FileOverwrite, Value_FileOverwrite_Default);
-    return CallWithMemory([&] { return SavePixels(source.Get(), path, overwrite, mimeType, ReadOptions(params)); });
-}
-
-/// Path of a plain file that can be read from; empty, with the failure told, when there is none of that name.
-static std::filesystem::path FindDataFile(string const &fileName)
-{
-    bool const isFile = OpenInputFile(fileName) != nullptr;
-    return isFile ? file_system::GetStreamPath(fileName) : std::filesystem::path();
+    return CallWithMemory(
+        [&] { return SavePixels(source.Get(), path, overwrite, FindMimeType(format), ReadOptions(params)); });
 }
 
 ImageDecoderGdiplus::ImageDecoderGdiplus() : ImageDecoder(s_szCodec, s_szFormatList) {}
 
 ImageBase *ImageDecoderGdiplus::LoadImageA(string const &fileName, NamedParameterList const &params)
 {
-    std::filesystem::path const path = FindDataFile(file_system::GetFullPathNameA(fileName, false));
-    if (path.empty())
-        return nullptr;
-    win_utils::GdiplusGuard const guard;
-    return CallWithMemory([&] { return LoadPixels(path, IsOriginBottom(params)); }).release();
+    AutoPtr<sampled_data::InputFile> const file = OpenInputFile(file_system::GetFullPathNameA(fileName, false));
+    return file ? static_cast<ImageBase *>(LoadOpened(*file, params)) : nullptr;
 }
 
 bool ImageDecoderGdiplus::QueryImage(string const &fileName, eSampleFormat &format, unsigned int &numRows,
                                      unsigned int &numColumns)
 {
-    std::filesystem::path const path = FindDataFile(file_system::GetFullPathNameA(fileName, false));
-    if (path.empty())
+    AutoPtr<sampled_data::InputFile> const file = OpenInputFile(file_system::GetFullPathNameA(fileName, false));
+    DataFileHead head;
+    if (!file || !ImageDecoderGdiplus().QueryOpened(*file, head))
         return false;
-    win_utils::GdiplusGuard const guard;
-    AutoPtr<platform::ImageFileReader> const reader = CallWithMemory([&] { return platform::OpenImageFile(path); });
-    if (!reader)
-        return false;
-    format = FormatOf(*reader);
-    numRows = reader->GetNumRows();
-    numColumns = reader->GetNumColumns();
+    format = head.format;
+    numRows = head.dimensions[0];
+    numColumns = head.dimensions[1];
     return true;
 }
 
 bool ImageDecoderGdiplus::QueryOpened(sampled_data::InputFile &file, DataFileHead &head)
 {
-    char const *const container = sampled_data::RecogniseContainer(file.GetStream());
-    head.container = container ? container : "";
-    head.dimensions.resize(2);
-    if (container && QueryImage(file.GetName(), head.format, head.dimensions[0], head.dimensions[1]))
-        return true;
-    TellCodecFailure(container ? eCodecFailure::e_damaged : eCodecFailure::e_otherFormat, s_szNoPicture);
-    return false;
+    win_utils::GdiplusGuard const guard;
+    AutoPtr<platform::ImageFileReader> const reader = CallWithMemory([&] { return OpenPicture(file); });
+    if (!reader)
+        return false;
+    head = {"", FormatOf(*reader), {reader->GetNumRows(), reader->GetNumColumns()}};
+    if (char const *const container = sampled_data::RecogniseContainer(file.GetStream()))
+        head.container = container;
+    return true;
 }
 
 void *ImageDecoderGdiplus::LoadOpened(sampled_data::InputFile &file, NamedParameterList const &params)
 {
-    void *const image = LoadImageA(file.GetName(), params);
-    if (!image)
-        TellCodecFailure(eCodecFailure::e_damaged, s_szNoPicture);
-    return image;
+    win_utils::GdiplusGuard const guard;
+    return CallWithMemory([&] { return LoadPixels(file, IsOriginBottom(params)); }).release();
 }
 
 } // namespace quillmarsh

@@ -40,23 +40,29 @@ private:
 class BmpReader final : public ImageFileReader
 {
 public:
-    BmpReader(FilePtr file, std::uint64_t fileSize) : file_(std::move(file)), fileSize_(fileSize) {}
+    BmpReader(std::FILE *file, std::uint64_t fileSize) : file_(file), fileSize_(fileSize) {}
 
     bool ReadHeader()
     {
-        if (!ReadBmpHeader(file_.get(), header_) || header_.pixelOffset > fileSize_ || header_.numRows == 0 ||
-            header_.numColumns == 0)
-            return false;
+        if (!ReadBmpHeader(file_, header_))
+            return Fail(eImageFailure::e_unsupported, "a kind of BMP that is not supported, or a damaged header");
+        if (header_.pixelOffset > fileSize_)
+            return FailImplausible();
+        if (header_.numRows == 0 || header_.numColumns == 0)
+            return Fail(eImageFailure::e_damaged, "a BMP without pixels");
         std::uint64_t const size = fileSize_ - header_.pixelOffset;
         bool const isPlausible = header_.HasRuns() ? header_.numColumns <= size * s_pixelsPerByte / header_.numRows
                                                    : header_.GetRowByteSize() <= size / header_.numRows;
-        return isPlausible && SetSize(header_.numRows, header_.numColumns, header_.masks[3] != 0);
+        return isPlausible ? SetSize(header_.numRows, header_.numColumns, header_.masks[3] != 0) : FailImplausible();
     }
 
     bool Read(PixelRows const &rows) override
     {
-        return std::fseek(file_.get(), static_cast<long>(header_.pixelOffset), SEEK_SET) == 0 &&
-               (header_.HasRuns() ? ReadRuns(rows) : ReadRows(rows));
+        bool const isRead = std::fseek(file_, static_cast<long>(header_.pixelOffset), SEEK_SET) == 0 &&
+                            (header_.HasRuns() ? ReadRuns(rows) : ReadRows(rows));
+        return isRead || Fail(eImageFailure::e_damaged, std::feof(file_) != 0
+                                                            ? "a BMP that is cut short"
+                                                            : "a BMP with pixels outside of its palette or size");
     }
 
 private:
@@ -66,7 +72,7 @@ private:
     void ConvertPacked(unsigned char const *bytes, unsigned char *pixel, unsigned int count) const;
     bool ReadRuns(PixelRows const &rows);
 
-    FilePtr file_;
+    std::FILE *file_;
     std::uint64_t fileSize_;
     BmpHeader header_;
 };
@@ -77,7 +83,7 @@ bool BmpReader::ReadRows(PixelRows const &rows)
     auto const bytes = std::make_unique_for_overwrite<unsigned char[]>(rowSize);
     for (unsigned int row = 0; row < rows.numRows; ++row)
     {
-        if (std::fread(bytes.get(), 1, rowSize, file_.get()) != rowSize ||
+        if (std::fread(bytes.get(), 1, rowSize, file_) != rowSize ||
             !ConvertRow(bytes.get(), rows.GetRow(header_.isTopDown ? row : rows.numRows - 1 - row), rows.numColumns))
             return false;
     }
@@ -242,21 +248,25 @@ bool BmpReader::ReadRuns(PixelRows const &rows)
         for (unsigned int column = 0; column < rows.numColumns; ++column)
             std::memcpy(rows.GetRow(row) + std::size_t{column} * 4, header_.palette[0].data(), 4);
     }
-    return RunDecoder(file_.get(), header_, rows).Decode();
+    return RunDecoder(file_, header_, rows).Decode();
 }
 
 } // namespace
 
-AutoPtr<ImageFileReader> OpenBmpFile(FilePtr file, std::uint64_t fileSize)
+AutoPtr<ImageFileReader> OpenBmpFile(std::FILE *file, std::uint64_t fileSize, ImageFailure &failure)
 {
-    auto reader = std::make_unique<BmpReader>(std::move(file), fileSize);
-    return reader->ReadHeader() ? std::move(reader) : nullptr;
+    auto reader = std::make_unique<BmpReader>(file, fileSize);
+    bool const isOpen = reader->ReadHeader();
+    return HandOut(std::move(reader), isOpen, failure);
 }
 
-bool WriteBmpFile(std::FILE *file, PixelRows const &rows, ImageFileOptions const &)
+bool WriteBmpFile(std::FILE *file, PixelRows const &rows, ImageFileOptions const &, ImageFailure &failure)
 {
     if (!WriteBmpHeader(file, rows.numRows, rows.numColumns, rows.hasAlpha))
+    {
+        failure = {eImageFailure::e_unsupported, "too large for a BMP"};
         return false;
+    }
     std::vector<unsigned char> bytes((std::size_t{rows.numColumns} * (rows.hasAlpha ? 4 : 3) + 3) / 4 * 4);
     for (unsigned int row = rows.numRows; row-- > 0;)
     {

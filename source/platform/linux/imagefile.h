@@ -9,28 +9,34 @@
 namespace quillmarsh::platform
 {
 
-struct FileCloser
-{
-    void operator()(std::FILE *file) const { std::fclose(file); }
-};
-using FilePtr = std::unique_ptr<std::FILE, FileCloser>;
-
 /// @name Readers, by the format
-/// Null if the file, which stands at its beginning, is none of that format.
+/// Null, with the failure, if the file, which stands at its beginning, is none of that format. The file outlives the
+/// reader.
 /// @{
-AutoPtr<ImageFileReader> OpenTiffFile(FilePtr file, std::uint64_t fileSize);
-AutoPtr<ImageFileReader> OpenJpegFile(FilePtr file, std::uint64_t fileSize);
-AutoPtr<ImageFileReader> OpenPngFile(FilePtr file, std::uint64_t fileSize);
-AutoPtr<ImageFileReader> OpenBmpFile(FilePtr file, std::uint64_t fileSize);
+AutoPtr<ImageFileReader> OpenTiffFile(std::FILE *file, std::uint64_t fileSize, ImageFailure &failure);
+AutoPtr<ImageFileReader> OpenJpegFile(std::FILE *file, std::uint64_t fileSize, ImageFailure &failure);
+AutoPtr<ImageFileReader> OpenPngFile(std::FILE *file, std::uint64_t fileSize, ImageFailure &failure);
+AutoPtr<ImageFileReader> OpenBmpFile(std::FILE *file, std::uint64_t fileSize, ImageFailure &failure);
 /// @}
 
 /// @name Writers, by the format
+/// A failure is filled in where it is not one of the file.
 /// @{
-bool WriteTiffFile(std::FILE *file, PixelRows const &rows, ImageFileOptions const &options);
-bool WriteJpegFile(std::FILE *file, PixelRows const &rows, ImageFileOptions const &options);
-bool WritePngFile(std::FILE *file, PixelRows const &rows, ImageFileOptions const &options);
-bool WriteBmpFile(std::FILE *file, PixelRows const &rows, ImageFileOptions const &options);
+bool WriteTiffFile(std::FILE *file, PixelRows const &rows, ImageFileOptions const &options, ImageFailure &failure);
+bool WriteJpegFile(std::FILE *file, PixelRows const &rows, ImageFileOptions const &options, ImageFailure &failure);
+bool WritePngFile(std::FILE *file, PixelRows const &rows, ImageFileOptions const &options, ImageFailure &failure);
+bool WriteBmpFile(std::FILE *file, PixelRows const &rows, ImageFileOptions const &options, ImageFailure &failure);
 /// @}
+
+/// What an OpenXFile gives: the reader, or its failure.
+template<typename Reader>
+AutoPtr<ImageFileReader> HandOut(AutoPtr<Reader> reader, bool isOpen, ImageFailure &failure)
+{
+    if (isOpen)
+        return reader;
+    failure = reader->GetFailure();
+    return nullptr;
+}
 
 /// Level that zlib has for one from 0 to 100.
 int ToDeflateLevel(unsigned int level);

@@ -1,16 +1,13 @@
 #include "source/platform/imagefiles.h"
 
 #include "source/platform/linux/imagefile.h"
+#include "source/platform/plainfiles.h"
 
 #include <cerrno>
 #include <cstring>
 #include <iterator>
-#include <limits>
 #include <string_view>
-
-#include <fcntl.h>
-#include <sys/stat.h>
-#include <unistd.h>
+#include <system_error>
 
 namespace quillmarsh::platform
 {
@@ -22,7 +19,7 @@ using namespace std::literals;
 struct ImageFormat
 {
     char const *mimeType;
-    bool (*write)(std::FILE *file, PixelRows const &rows, ImageFileOptions const &options);
+    bool (*write)(std::FILE *file, PixelRows const &rows, ImageFileOptions const &options, ImageFailure &failure);
 };
 
 constexpr ImageFormat s_formats[] = {
@@ -35,7 +32,7 @@ constexpr ImageFormat s_formats[] = {
 struct Magic
 {
     std::string_view bytes;
-    AutoPtr<ImageFileReader> (*open)(FilePtr file, std::uint64_t fileSize);
+    AutoPtr<ImageFileReader> (*open)(std::FILE *file, std::uint64_t fileSize, ImageFailure &failure);
 };
 
 constexpr Magic s_magics[] = {
@@ -48,20 +45,11 @@ constexpr Magic s_magics[] = {
     {"MM\0+"sv, &OpenTiffFile},
 };
 
-/// Null for what is no plain file: a pipe would keep its reader waiting.
-FilePtr OpenPlainFile(std::filesystem::path const &name, std::uint64_t &size)
+/// Failure of a file that could not be opened, written or closed.
+bool FailBySystem(ImageFailure &failure)
 {
-    int const descriptor = open(name.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
-    if (descriptor < 0)
-        return nullptr;
-    struct stat info = {};
-    FilePtr file;
-    if (fstat(descriptor, &info) == 0 && S_ISREG(info.st_mode))
-        file.reset(fdopen(descriptor, "rb"));
-    if (!file)
-        close(descriptor);
-    size = static_cast<std::uint64_t>(info.st_size);
-    return file;
+    failure = {eImageFailure::e_system, errno != 0 ? std::generic_category().message(errno) : "writing failed"};
+    return false;
 }
 
 } // namespace
@@ -71,35 +59,39 @@ int ToDeflateLevel(unsigned int level)
     return static_cast<int>((std::min(level, 100u) * 9 + 50) / 100);
 }
 
-AutoPtr<ImageFileReader> OpenImageFile(std::filesystem::path const &name)
+AutoPtr<ImageFileReader> OpenImageFile(std::FILE *file, std::uint64_t fileSize, ImageFailure &failure)
 {
-    std::uint64_t size = 0;
-    FilePtr file = OpenPlainFile(name, size);
-    if (!file)
-        return nullptr;
     char start[8] = {};
-    std::string_view const found(start, std::fread(start, 1, std::size(start), file.get()));
-    std::rewind(file.get());
+    std::string_view const found(start, std::fread(start, 1, std::size(start), file));
+    std::rewind(file);
     for (Magic const &magic : s_magics)
     {
         if (found.starts_with(magic.bytes))
-            return magic.open(std::move(file), size);
+            return magic.open(file, fileSize, failure);
     }
+    failure = {eImageFailure::e_otherFormat, "neither TIFF nor JPEG nor PNG nor BMP"};
     return nullptr;
 }
 
 bool SaveImageFile(PixelRows const &rows, std::filesystem::path const &name, char const *mimeType,
-                   ImageFileOptions const &options)
+                   ImageFileOptions const &options, ImageFailure &failure)
 {
     for (ImageFormat const &format : s_formats)
     {
         if (std::strcmp(format.mimeType, mimeType) != 0)
             continue;
+        errno = 0;
         FilePtr file(std::fopen(name.c_str(), "w+be"));
-        bool const written = file && format.write(file.get(), rows, options) && std::ferror(file.get()) == 0;
+        if (!file)
+            return FailBySystem(failure);
+        bool const written = format.write(file.get(), rows, options, failure);
+        // What the system says goes before what a library makes of it.
+        if (std::ferror(file.get()) != 0)
+            return FailBySystem(failure);
         // The last bytes are written when the file is closed, and can fail as well.
-        return written && std::fclose(file.release()) == 0;
+        return written && (std::fclose(file.release()) == 0 || FailBySystem(failure));
     }
+    failure = {eImageFailure::e_otherFormat, string("no picture is written as ") + mimeType};
     return false;
 }
 

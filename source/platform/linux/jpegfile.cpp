@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <array>
-#include <limits>
 
 #include <turbojpeg.h>
 
@@ -66,24 +65,34 @@ void ConvertInks(PixelRows const &rows, bool inverted)
     }
 }
 
+/// Failure of the last call on a handle.
+ImageFailure DescribeFailure(void *handle)
+{
+    string const text = tjGetErrorStr2(handle);
+    bool const isUnsupported = text.starts_with("Unsupported") || text.starts_with("Maximum supported");
+    return {isUnsupported ? eImageFailure::e_unsupported : eImageFailure::e_damaged, "libjpeg-turbo: " + text};
+}
+
 class JpegReader final : public ImageFileReader
 {
 public:
     bool ReadHeader(std::FILE *file, std::uint64_t fileSize)
     {
-        if (!handle_ || fileSize > std::numeric_limits<unsigned long>::max())
-            return false;
+        if (!handle_)
+            return Fail(eImageFailure::e_system, "libjpeg-turbo: cannot start");
         size_ = static_cast<unsigned long>(fileSize);
         bytes_ = std::make_unique_for_overwrite<unsigned char[]>(size_);
         int width = 0;
         int height = 0;
         int subsampling = 0;
-        if (std::fread(bytes_.get(), 1, size_, file) != size_ ||
-            tjDecompressHeader3(handle_.get(), bytes_.get(), size_, &width, &height, &subsampling, &colorspace_) != 0)
-            return false;
+        if (std::fread(bytes_.get(), 1, size_, file) != size_)
+            return Fail(eImageFailure::e_system, "cannot be read to its end");
+        if (tjDecompressHeader3(handle_.get(), bytes_.get(), size_, &width, &height, &subsampling, &colorspace_) != 0)
+            return FailByLibrary();
         auto const numRows = static_cast<std::uint64_t>(height);
         auto const numColumns = static_cast<std::uint64_t>(width);
-        return numRows * numColumns <= fileSize * s_pixelsPerByte && SetSize(numRows, numColumns, false);
+        return numRows * numColumns <= fileSize * s_pixelsPerByte ? SetSize(numRows, numColumns, false)
+                                                                  : FailImplausible();
     }
 
     bool Read(PixelRows const &rows) override
@@ -93,13 +102,19 @@ public:
         if (tjDecompress2(handle_.get(), bytes_.get(), size_, rows.first, static_cast<int>(rows.numColumns),
                           static_cast<int>(rows.stride), static_cast<int>(rows.numRows),
                           hasInks ? TJPF_CMYK : TJPF_BGRX, TJFLAG_STOPONWARNING | TJFLAG_LIMITSCANS) != 0)
-            return false;
+            return FailByLibrary();
         if (hasInks)
             ConvertInks(rows, HasInvertedInks(bytes_.get(), size_));
         return true;
     }
 
 private:
+    bool FailByLibrary()
+    {
+        ImageFailure const failure = DescribeFailure(handle_.get());
+        return Fail(failure.kind, failure.text);
+    }
+
     Handle handle_{tjInitDecompress()};
     Bytes bytes_;
     unsigned long size_ = 0;
@@ -113,13 +128,14 @@ struct BufferCloser
 
 } // namespace
 
-AutoPtr<ImageFileReader> OpenJpegFile(FilePtr file, std::uint64_t fileSize)
+AutoPtr<ImageFileReader> OpenJpegFile(std::FILE *file, std::uint64_t fileSize, ImageFailure &failure)
 {
     auto reader = std::make_unique<JpegReader>();
-    return reader->ReadHeader(file.get(), fileSize) ? std::move(reader) : nullptr;
+    bool const isOpen = reader->ReadHeader(file, fileSize);
+    return HandOut(std::move(reader), isOpen, failure);
 }
 
-bool WriteJpegFile(std::FILE *file, PixelRows const &rows, ImageFileOptions const &options)
+bool WriteJpegFile(std::FILE *file, PixelRows const &rows, ImageFileOptions const &options, ImageFailure &failure)
 {
     Handle const handle(tjInitCompress());
     if (!handle)
@@ -131,6 +147,8 @@ bool WriteJpegFile(std::FILE *file, PixelRows const &rows, ImageFileOptions cons
                                    static_cast<int>(rows.stride), static_cast<int>(rows.numRows), TJPF_BGRX, &bytes,
                                    &size, options.quality >= s_fineQuality ? TJSAMP_444 : TJSAMP_420, quality, 0);
     std::unique_ptr<unsigned char, BufferCloser> const buffer(bytes);
+    if (result != 0)
+        failure = DescribeFailure(handle.get());
     return result == 0 && std::fwrite(bytes, 1, size, file) == size;
 }
 

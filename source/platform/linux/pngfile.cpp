@@ -11,8 +11,9 @@ namespace
 
 // The library reports a failure by a jump back to setjmp: functions between the two own nothing.
 
-[[noreturn]] void OnError(png_structp png, png_const_charp)
+[[noreturn]] void OnError(png_structp png, png_const_charp message)
 {
+    *static_cast<ImageFailure *>(png_get_error_ptr(png)) = {eImageFailure::e_damaged, string("libpng: ") + message};
     png_longjmp(png, 1);
 }
 
@@ -21,9 +22,9 @@ void OnWarning(png_structp, png_const_charp) {}
 class PngReader final : public ImageFileReader
 {
 public:
-    explicit PngReader(FilePtr file)
-        : file_(std::move(file)),
-          png_(png_create_read_struct(PNG_LIBPNG_VER_STRING, nullptr, &OnError, &OnWarning)),
+    explicit PngReader(std::FILE *file)
+        : file_(file),
+          png_(png_create_read_struct(PNG_LIBPNG_VER_STRING, &GetFailureToFill(), &OnError, &OnWarning)),
           info_(png_ ? png_create_info_struct(png_) : nullptr)
     {
     }
@@ -36,7 +37,7 @@ private:
     /// Turns every kind of pixel into four bytes.
     void SetTransformations(bool hasAlpha);
 
-    FilePtr file_;
+    std::FILE *file_;
     png_structp png_;
     png_infop info_;
     int numPasses_ = 1;
@@ -44,9 +45,11 @@ private:
 
 bool PngReader::ReadHeader(std::uint64_t fileSize)
 {
-    if (!info_ || setjmp(png_jmpbuf(png_)) != 0)
+    if (!info_)
+        return Fail(eImageFailure::e_system, "libpng: cannot start");
+    if (setjmp(png_jmpbuf(png_)) != 0)
         return false;
-    png_init_io(png_, file_.get());
+    png_init_io(png_, file_);
     png_set_user_limits(png_, PNG_UINT_31_MAX, PNG_UINT_31_MAX);
     png_read_info(png_, info_);
 
@@ -55,13 +58,14 @@ bool PngReader::ReadHeader(std::uint64_t fileSize)
     std::uint64_t const pixelBits = std::uint64_t{png_get_bit_depth(png_, info_)} * png_get_channels(png_, info_);
     // Every row has a byte in front.
     if (numColumns * pixelBits / 8 + 1 > fileSize * s_largestDeflateRatio / numRows)
-        return false;
+        return FailImplausible();
     bool const hasAlpha =
         (png_get_color_type(png_, info_) & PNG_COLOR_MASK_ALPHA) != 0 || png_get_valid(png_, info_, PNG_INFO_tRNS) != 0;
     if (!SetSize(numRows, numColumns, hasAlpha))
         return false;
     SetTransformations(hasAlpha);
-    return png_get_rowbytes(png_, info_) == numColumns * 4;
+    return png_get_rowbytes(png_, info_) == numColumns * 4 ||
+           Fail(eImageFailure::e_unsupported, "a kind of PNG that is not supported");
 }
 
 void PngReader::SetTransformations(bool hasAlpha)
@@ -93,8 +97,8 @@ bool PngReader::Read(PixelRows const &rows)
 class PngWriter : NoCopy
 {
 public:
-    PngWriter()
-        : png_(png_create_write_struct(PNG_LIBPNG_VER_STRING, nullptr, &OnError, &OnWarning)),
+    explicit PngWriter(ImageFailure &failure)
+        : png_(png_create_write_struct(PNG_LIBPNG_VER_STRING, &failure, &OnError, &OnWarning)),
           info_(png_ ? png_create_info_struct(png_) : nullptr)
     {
     }
@@ -129,15 +133,16 @@ private:
 
 } // namespace
 
-AutoPtr<ImageFileReader> OpenPngFile(FilePtr file, std::uint64_t fileSize)
+AutoPtr<ImageFileReader> OpenPngFile(std::FILE *file, std::uint64_t fileSize, ImageFailure &failure)
 {
-    auto reader = std::make_unique<PngReader>(std::move(file));
-    return reader->ReadHeader(fileSize) ? std::move(reader) : nullptr;
+    auto reader = std::make_unique<PngReader>(file);
+    bool const isOpen = reader->ReadHeader(fileSize);
+    return HandOut(std::move(reader), isOpen, failure);
 }
 
-bool WritePngFile(std::FILE *file, PixelRows const &rows, ImageFileOptions const &options)
+bool WritePngFile(std::FILE *file, PixelRows const &rows, ImageFileOptions const &options, ImageFailure &failure)
 {
-    return PngWriter().Write(file, rows, options);
+    return PngWriter(failure).Write(file, rows, options);
 }
 
 } // namespace quillmarsh::platform

@@ -55,8 +55,24 @@ toff_t GetSize(thandle_t handle)
     return static_cast<toff_t>(size);
 }
 
-int Ignore(TIFF *, void *, char const *, char const *, va_list)
+int IgnoreMessage(TIFF *, void *, char const *, char const *, va_list)
 {
+    return 1;
+}
+
+/// Keeps the first message of a file; what follows comes of it.
+int KeepMessage(TIFF *, void *failure, char const *module, char const *format, va_list arguments)
+{
+    auto &kept = *static_cast<ImageFailure *>(failure);
+    if (kept.kind != eImageFailure::e_none)
+        return 1;
+    char message[512];
+    std::vsnprintf(message, sizeof(message), format, arguments);
+    string const text(message);
+    // A codec that the library was built without, for instance.
+    bool const isUnsupported = text.find("not support") != string::npos || text.find("not configured") != string::npos;
+    kept = {isUnsupported ? eImageFailure::e_unsupported : eImageFailure::e_damaged,
+            "libtiff: " + (module && *module ? string(module) + ": " : string()) + text};
     return 1;
 }
 
@@ -66,14 +82,15 @@ struct TiffCloser
 };
 using TiffPtr = std::unique_ptr<TIFF, TiffCloser>;
 
-/// `largestBlock` is the most memory that the library may take at once; 0 for no limit.
-TiffPtr OpenTiff(std::FILE *file, char const *mode, std::uint64_t largestBlock)
+/// `largestBlock` is the most memory that the library may take at once; 0 for no limit. `failure` gets the library's
+/// messages for as long as the file is open.
+TiffPtr OpenTiff(std::FILE *file, char const *mode, std::uint64_t largestBlock, ImageFailure &failure)
 {
     TIFFOpenOptions *const options = TIFFOpenOptionsAlloc();
     if (!options)
         return nullptr;
-    TIFFOpenOptionsSetErrorHandlerExtR(options, &Ignore, nullptr);
-    TIFFOpenOptionsSetWarningHandlerExtR(options, &Ignore, nullptr);
+    TIFFOpenOptionsSetErrorHandlerExtR(options, &KeepMessage, &failure);
+    TIFFOpenOptionsSetWarningHandlerExtR(options, &IgnoreMessage, nullptr);
     constexpr std::uint64_t limit = std::numeric_limits<tmsize_t>::max();
     TIFFOpenOptionsSetMaxSingleMemAlloc(options, static_cast<tmsize_t>(std::min(largestBlock, limit)));
     TiffPtr tiff(TIFFClientOpenExt("", mode, file, &ReadBytes, &WriteBytes, &Seek, &LeaveOpen, &GetSize, nullptr,
@@ -144,7 +161,7 @@ void DivideByAlpha(unsigned char *pixel, std::size_t count)
 class TiffReader final : public ImageFileReader
 {
 public:
-    explicit TiffReader(FilePtr file) : file_(std::move(file)) {}
+    explicit TiffReader(std::FILE *file) : file_(file) {}
 
     bool ReadHeader(std::uint64_t fileSize);
     bool Read(PixelRows const &rows) override;
@@ -161,6 +178,9 @@ private:
     void ReadLayout();
     void ReadAlpha();
     bool IsPlausible(std::uint64_t fileSize);
+    /// Fails for pixels that the library does not convert to bytes of colours.
+    bool CanConvert();
+    bool ReadPixels(PixelRows const &rows);
     bool ReadStrips(PixelRows const &rows);
     bool ReadTiles(PixelRows const &rows);
     bool ReadConverted(PixelRows const &rows);
@@ -168,7 +188,7 @@ private:
     void Copy(unsigned char *pixels, unsigned char const *components, std::size_t count, std::uint16_t plane) const;
     std::uint16_t GetNumPlanes() const { return layout_.isPlanar ? layout_.numComponents : std::uint16_t{1}; }
 
-    FilePtr file_;
+    std::FILE *file_;
     TiffPtr tiff_;
     TiffLayout layout_;
     std::uint64_t largestBlock_ = 0;
@@ -178,11 +198,15 @@ bool TiffReader::ReadHeader(std::uint64_t fileSize)
 {
     largestBlock_ = std::min<std::uint64_t>(fileSize, std::uint64_t{1} << 40) * s_largestRatio;
     // Not mapped: a file that becomes shorter meanwhile is an error and no more.
-    tiff_ = OpenTiff(file_.get(), "rm", largestBlock_);
+    tiff_ = OpenTiff(file_, "rm", largestBlock_, GetFailureToFill());
     if (!tiff_)
-        return false;
+        return Fail(eImageFailure::e_damaged, "libtiff: cannot open the file");
     ReadLayout();
-    if (layout_.numRows == 0 || layout_.numColumns == 0 || !IsPlausible(fileSize))
+    if (layout_.numRows == 0 || layout_.numColumns == 0)
+        return Fail(eImageFailure::e_damaged, "a TIFF without pixels");
+    if (!IsPlausible(fileSize))
+        return FailImplausible();
+    if (!layout_.isPlain && !CanConvert())
         return false;
     return SetSize(layout_.numRows, layout_.numColumns, layout_.alpha != eAlpha::e_none);
 }
@@ -238,7 +262,21 @@ bool TiffReader::IsPlausible(std::uint64_t fileSize)
     return rowBytes <= fileSize * ratio / layout_.numRows && TIFFScanlineSize64(tiff_.get()) != 0;
 }
 
+bool TiffReader::CanConvert()
+{
+    if (GetField<std::uint16_t>(TIFFTAG_SAMPLEFORMAT) == SAMPLEFORMAT_IEEEFP)
+        return Fail(eImageFailure::e_unsupported, "floating-point TIFF is not supported");
+    char message[1024] = {};
+    return TIFFRGBAImageOK(tiff_.get(), message) != 0 ||
+           Fail(eImageFailure::e_unsupported, string("libtiff: ") + message);
+}
+
 bool TiffReader::Read(PixelRows const &rows)
+{
+    return ReadPixels(rows) || Fail(eImageFailure::e_damaged, "libtiff: cannot read the pixels");
+}
+
+bool TiffReader::ReadPixels(PixelRows const &rows)
 {
     if (!layout_.isPlain)
         return ReadConverted(rows);
@@ -324,7 +362,7 @@ bool TiffReader::ReadConverted(PixelRows const &rows)
     char message[1024] = {};
     if (rows.stride != static_cast<std::ptrdiff_t>(rows.numColumns) * 4 ||
         TIFFRGBAImageBegin(&image, tiff_.get(), 1, message) == 0)
-        return false;
+        return Fail(eImageFailure::e_damaged, string("libtiff: ") + message);
     // Rows as the file has them.
     image.req_orientation = image.orientation;
     bool const succeeded =
@@ -364,15 +402,16 @@ void SetFields(TIFF *tiff, PixelRows const &rows, std::uint32_t rowsPerStrip, Im
 
 } // namespace
 
-AutoPtr<ImageFileReader> OpenTiffFile(FilePtr file, std::uint64_t fileSize)
+AutoPtr<ImageFileReader> OpenTiffFile(std::FILE *file, std::uint64_t fileSize, ImageFailure &failure)
 {
-    auto reader = std::make_unique<TiffReader>(std::move(file));
-    return reader->ReadHeader(fileSize) ? std::move(reader) : nullptr;
+    auto reader = std::make_unique<TiffReader>(file);
+    bool const isOpen = reader->ReadHeader(fileSize);
+    return HandOut(std::move(reader), isOpen, failure);
 }
 
-bool WriteTiffFile(std::FILE *file, PixelRows const &rows, ImageFileOptions const &options)
+bool WriteTiffFile(std::FILE *file, PixelRows const &rows, ImageFileOptions const &options, ImageFailure &failure)
 {
-    TiffPtr const tiff = OpenTiff(file, "w", 0);
+    TiffPtr const tiff = OpenTiff(file, "w", 0, failure);
     if (!tiff)
         return false;
     std::size_t const numComponents = rows.hasAlpha ? 4 : 3;

@@ -9,6 +9,7 @@
 #include <limits>
 #include <memory>
 #include <shlwapi.h>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -58,12 +59,6 @@ struct StreamReleaser
 };
 using StreamPtr = std::unique_ptr<IStream, StreamReleaser>;
 
-struct FileCloser
-{
-    void operator()(std::FILE *file) const { std::fclose(file); }
-};
-using FilePtr = std::unique_ptr<std::FILE, FileCloser>;
-
 bool IsImageFile(std::vector<BYTE> const &bytes)
 {
     std::string_view const text(reinterpret_cast<char const *>(bytes.data()), bytes.size());
@@ -71,21 +66,50 @@ bool IsImageFile(std::vector<BYTE> const &bytes)
                        [text](std::string_view magic) { return text.starts_with(magic); });
 }
 
-/// The bytes of an image file. The drawing library keeps a file open for as long as there is a bitmap of it, and sometimes
-/// beyond; nobody waits for these.
-StreamPtr ReadIntoStream(std::filesystem::path const &name, std::uint64_t &fileSize)
+struct StatusText
 {
-    WIN32_FILE_ATTRIBUTE_DATA found;
-    if (GetFileAttributesExW(name.c_str(), GetFileExInfoStandard, &found) == 0)
+    Gdiplus::Status status;
+    eImageFailure kind;
+    char const *text;
+};
+
+constexpr StatusText s_statusTexts[] = {
+    {Gdiplus::OutOfMemory, eImageFailure::e_damaged, "GDI+: not enough memory, or a damaged picture"},
+    {Gdiplus::InvalidParameter, eImageFailure::e_damaged, "GDI+: a damaged picture"},
+    {Gdiplus::UnknownImageFormat, eImageFailure::e_unsupported, "GDI+: a kind of picture that is not supported"},
+    {Gdiplus::NotImplemented, eImageFailure::e_unsupported, "GDI+: a kind of picture that is not supported"},
+    {Gdiplus::AccessDenied, eImageFailure::e_system, "GDI+: access denied"},
+    {Gdiplus::FileNotFound, eImageFailure::e_system, "GDI+: the file cannot be written"},
+    {Gdiplus::Win32Error, eImageFailure::e_system, "GDI+: the system failed to read or write"},
+};
+
+ImageFailure DescribeStatus(Gdiplus::Status status)
+{
+    for (StatusText const &row : s_statusTexts)
+    {
+        if (row.status == status)
+            return {row.kind, row.text};
+    }
+    return {eImageFailure::e_damaged, "GDI+: failed with status " + std::to_string(status)};
+}
+
+/// The bytes of an image file. The drawing library keeps a file open for as long as there is a bitmap of it, and sometimes
+/// beyond; nobody waits for these. Null, with the failure, for a file that is none.
+StreamPtr ReadIntoStream(std::FILE *file, std::uint64_t fileSize, ImageFailure &failure)
+{
+    if (fileSize > std::numeric_limits<LONG>::max())
+    {
+        failure = {eImageFailure::e_unsupported, "a file of more than 2 gigabytes"};
         return nullptr;
-    fileSize = std::uint64_t{found.nFileSizeHigh} << 32 | found.nFileSizeLow;
-    FilePtr const file(_wfopen(name.c_str(), L"rb"));
-    if (!file || fileSize > std::numeric_limits<LONG>::max())
-        return nullptr;
+    }
     std::vector<BYTE> bytes(static_cast<std::size_t>(fileSize));
-    if (std::fread(bytes.data(), 1, bytes.size(), file.get()) != bytes.size() || !IsImageFile(bytes))
-        return nullptr;
-    return StreamPtr(SHCreateMemStream(bytes.data(), static_cast<UINT>(bytes.size())));
+    if (std::fread(bytes.data(), 1, bytes.size(), file) != bytes.size())
+        failure = {eImageFailure::e_system, "cannot be read to its end"};
+    else if (!IsImageFile(bytes))
+        failure = {eImageFailure::e_otherFormat, "neither TIFF nor JPEG nor PNG nor BMP"};
+    else
+        return StreamPtr(SHCreateMemStream(bytes.data(), static_cast<UINT>(bytes.size())));
+    return nullptr;
 }
 
 Gdiplus::PixelFormat ToPixelFormat(PixelRows const &rows)
@@ -101,13 +125,13 @@ public:
     bool Open(IStream *stream, std::uint64_t fileSize)
     {
         bitmap_ = std::make_unique<Gdiplus::Bitmap>(stream);
-        if (bitmap_->GetLastStatus() != Gdiplus::Ok)
-            return false;
+        if (Gdiplus::Status const status = bitmap_->GetLastStatus(); status != Gdiplus::Ok)
+            return FailByStatus(status);
         std::uint64_t const width = bitmap_->GetWidth();
         std::uint64_t const numPixels = width * bitmap_->GetHeight();
         if (!SetSize(bitmap_->GetHeight(), width, (bitmap_->GetFlags() & Gdiplus::ImageFlagsHasAlpha) != 0))
             return false;
-        return numPixels / std::max(s_pixelsPerByte, 8 * width) <= fileSize;
+        return numPixels / std::max(s_pixelsPerByte, 8 * width) <= fileSize || FailImplausible();
     }
 
     bool Read(PixelRows const &rows) override
@@ -120,30 +144,45 @@ public:
         data.Scan0 = rows.first;
         Gdiplus::Rect const all(0, 0, static_cast<INT>(rows.numColumns), static_cast<INT>(rows.numRows));
         UINT const mode = Gdiplus::ImageLockModeRead | Gdiplus::ImageLockModeUserInputBuf;
-        return bitmap_->LockBits(&all, mode, data.PixelFormat, &data) == Gdiplus::Ok &&
-               bitmap_->UnlockBits(&data) == Gdiplus::Ok;
+        Gdiplus::Status status = bitmap_->LockBits(&all, mode, data.PixelFormat, &data);
+        if (status == Gdiplus::Ok)
+            status = bitmap_->UnlockBits(&data);
+        return status == Gdiplus::Ok || FailByStatus(status);
     }
 
 private:
+    bool FailByStatus(Gdiplus::Status status)
+    {
+        ImageFailure const failure = DescribeStatus(status);
+        return Fail(failure.kind, failure.text);
+    }
+
     AutoPtr<Gdiplus::Bitmap> bitmap_;
 };
 
 } // namespace
 
-AutoPtr<ImageFileReader> OpenImageFile(std::filesystem::path const &name)
+AutoPtr<ImageFileReader> OpenImageFile(std::FILE *file, std::uint64_t fileSize, ImageFailure &failure)
 {
-    std::uint64_t fileSize = 0;
-    StreamPtr const stream = ReadIntoStream(name, fileSize);
+    StreamPtr const stream = ReadIntoStream(file, fileSize, failure);
+    if (!stream)
+        return nullptr;
     auto reader = std::make_unique<BitmapReader>();
-    return stream && reader->Open(stream.get(), fileSize) ? std::move(reader) : nullptr;
+    if (reader->Open(stream.get(), fileSize))
+        return reader;
+    failure = reader->GetFailure();
+    return nullptr;
 }
 
 bool SaveImageFile(PixelRows const &rows, std::filesystem::path const &name, char const *mimeType,
-                   ImageFileOptions const &options)
+                   ImageFileOptions const &options, ImageFailure &failure)
 {
     CLSID encoder = {};
     if (!FindEncoder(mimeType, encoder))
+    {
+        failure = {eImageFailure::e_otherFormat, string("no picture is written as ") + mimeType};
         return false;
+    }
     ULONG value = 0;
     Gdiplus::EncoderParameters parameters = {};
     parameters.Parameter[0].NumberOfValues = 1;
@@ -163,7 +202,10 @@ bool SaveImageFile(PixelRows const &rows, std::filesystem::path const &name, cha
     }
     Gdiplus::Bitmap bitmap(static_cast<INT>(rows.numColumns), static_cast<INT>(rows.numRows),
                            static_cast<INT>(rows.stride), ToPixelFormat(rows), rows.first);
-    return bitmap.Save(name.c_str(), &encoder, parameters.Count > 0 ? &parameters : nullptr) == Gdiplus::Ok;
+    Gdiplus::Status const status = bitmap.Save(name.c_str(), &encoder, parameters.Count > 0 ? &parameters : nullptr);
+    if (status != Gdiplus::Ok)
+        failure = DescribeStatus(status);
+    return status == Gdiplus::Ok;
 }
 
 } // namespace quillmarsh::platform
