@@ -8,7 +8,6 @@
 #include "source/platform/threads.h"
 #include "tests/support/environment_variable.h"
 #include "tests/support/waiting.h"
-#include "tests/support/wine.h"
 
 #include <gtest/gtest.h>
 
@@ -33,13 +32,6 @@ private:
 class Windows : public testing::Test
 {
 protected:
-    void SetUp() override
-    {
-        string reason;
-        if (tests::IsWine() && Window::Open({}, reason) == nullptr)
-            GTEST_SKIP() << "Wine has no display here: " << reason;
-    }
-
     AutoPtr<Window> Open(WindowDesc const &desc = {})
     {
         string reason;
