@@ -32,6 +32,14 @@ foreach(module quillmarsh quillmarsh-host)
   install(FILES "${PROJECT_BINARY_DIR}/cmake/${module}.pc" DESTINATION "${CMAKE_INSTALL_LIBDIR}/pkgconfig")
 endforeach()
 
+if(NOT WIN32)
+  # GDB loads what has the library's whole path below its folder for scripts, which is known when it is installed.
+  set(quillmarsh_gdb_dir
+    "\${CMAKE_INSTALL_PREFIX}/${CMAKE_INSTALL_DATADIR}/gdb/auto-load\${CMAKE_INSTALL_PREFIX}/${CMAKE_INSTALL_LIBDIR}")
+  install(CODE "file(INSTALL \"${PROJECT_SOURCE_DIR}/debugger/gdb_printers.py\"
+    DESTINATION \"${quillmarsh_gdb_dir}\" RENAME $<TARGET_FILE_NAME:quillmarsh>-gdb.py)")
+endif()
+
 if(MINGW AND PROJECT_IS_TOP_LEVEL)
   include(QuillmarshWindowsPackage)
 endif()
