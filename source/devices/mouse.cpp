@@ -14,6 +14,7 @@ namespace quillmarsh
 namespace
 {
 
+constexpr float s_defaultSensitivity = 1.0f;
 constexpr float s_defaultSpeed = 1.0f;
 constexpr float s_defaultThresholds[] = {64.0f, 256.0f};
 
@@ -31,7 +32,7 @@ Mouse::Mouse(bool isSystemMouse) : isSystemMouse_(isSystemMouse)
     SetReverseDeltaX(false);
     SetReverseDeltaY(false);
     SetReverseDeltaWheel(false);
-    SetRelativeModeSensitivity(1.0f, 1.0f);
+    SetRelativeModeSensitivity(s_defaultSensitivity, s_defaultSensitivity);
     SetAbsoluteModeSpeed(s_defaultSpeed);
     SetAbsoluteModeAccelerationThresholds(s_defaultThresholds[0], s_defaultThresholds[1]);
     SetAbsoluteModeAccelerationLevel(0);
@@ -102,8 +103,8 @@ void Mouse::ActivateRelativeMode(bool activate)
 
 void Mouse::SetRelativeModeSensitivity(float x, float y)
 {
-    relativeModeSensitivityX_ = x;
-    relativeModeSensitivityY_ = y;
+    relativeModeSensitivityX_ = std::isnan(x) ? s_defaultSensitivity : x;
+    relativeModeSensitivityY_ = std::isnan(y) ? s_defaultSensitivity : y;
 }
 
 void Mouse::GetRelativeModeSensitivity(float &x, float &y) const

@@ -82,7 +82,8 @@ eKernelLevel HostKernel::GetKernelLevel()
 
 void HostKernel::SetFrameRateLimit(double framesPerSecond)
 {
-    frameRateLimit_ = std::max(framesPerSecond, 0.0);
+    // In this order, NaN counts as 0.
+    frameRateLimit_ = std::max(0.0, framesPerSecond);
 }
 
 double HostKernel::GetFrameRateLimit()

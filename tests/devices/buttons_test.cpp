@@ -315,6 +315,9 @@ TEST(Mouse, AcceleratesByLevel)
     mouse.SetRelativeModeSensitivity(2.0f, -1.0f);
     mouse.ApplyRelativeModeModifiers(3.0f, 4.0f, first, second);
     EXPECT_TRUE(first == 6.0f && second == -4.0f);
+    mouse.SetRelativeModeSensitivity(s_notANumber, 2.0f);
+    mouse.ApplyRelativeModeModifiers(3.0f, 4.0f, first, second);
+    EXPECT_TRUE(first == 3.0f && second == 8.0f);
 }
 
 TEST(GameController, KeepsPropertiesInRangeAndTellsOfEach)
