@@ -7,7 +7,7 @@
 namespace quillmarsh
 {
 
-/// Interprets lines and scripts of a console. By itself it is a null interpreter, which knows no command.
+/// Interprets lines and scripts of a console. This class itself is a null interpreter, which knows no command.
 /// An interpreter is used from the console's thread.
 class QUILLMARSH_API CommandInterpreter
 {
@@ -17,17 +17,18 @@ public:
     CommandInterpreter &operator=(CommandInterpreter const &);
     virtual ~CommandInterpreter();
 
-    /// Runs the lines of a script in order; each is echoed to `out` first. Returns the count of lines that failed or,
-    /// with `stopOnError`, the number of the line that failed and stopped it, from 1. 0 is always success.
+    /// Runs the lines of a script in order, and echoes each line to `out` first. Returns the number of lines that
+    /// failed or, with `stopOnError`, the number of the line that failed and ended the script, counted from 1. The
+    /// result 0 always means success.
     virtual unsigned int InterpretScript(ostream &out, string const &script, bool stopOnError);
 
-    /// Name of the interpreter for a reader.
+    /// Name of the interpreter, as it is shown to users.
     virtual string GetInterpreterDesc() const;
 
-    /// Runs one line. True when there was a command that did its work.
+    /// Runs one line. Returns true when the line named a command and that command did its work.
     virtual bool InterpretCommandLine(string const &line, ostream &out);
 
-    /// Completes what is typed so far. True when there is a completion, which `completed` then holds; several
+    /// Completes the line that is typed so far. Returns true and sets `completed` when there is a completion; several
     /// candidates may be listed on `out`.
     virtual bool CompleteCommandLine(string const &line, string &completed, ostream &out);
 };

@@ -12,13 +12,13 @@ namespace quillmarsh
 
 /// Cuts a console line into a command and an ordered list of options, assignments and strings.
 ///
-/// It knows nothing of what commands there are. With the characters that it starts with,
+/// The parser does not know which commands exist. With the special characters that are set at first,
 ///
 ///     screenshot -overwrite -format=png 'my pictures/today'
 ///
-/// is the command "screenshot" with an option, an assignment and a string. Blank and tab are the only whitespace; a
-/// quoted string may hold them, and holds a quote or escape character behind an escape character. A parser keeps its
-/// storage between lines. It belongs to one thread at a time.
+/// is the command "screenshot" with an option, an assignment and a string. Blank and tab are the only whitespace. A
+/// quoted string may hold whitespace; a quote or an escape character in it is written behind an escape character. A
+/// parser keeps its storage between lines. It belongs to one thread at a time.
 class QUILLMARSH_API CommandLineParser
 {
 public:
@@ -52,7 +52,7 @@ public:
     public:
         /// Place among the arguments of the line, from 0.
         unsigned int GetCmdLinePosition() const { return cmdLinePosition_; }
-        /// Kind of the argument, which says which of the texts is meant.
+        /// Kind of the argument. It says which of the texts below is meant.
         eArgumentType Type() const { return type_; }
         /// Name of an option.
         string const &Option() const { return first_; }
@@ -61,10 +61,13 @@ public:
         /// Text of a string, without the quotes and escapes that it was written with.
         string const &String() const { return first_; }
 
+        /// True when the argument is of that kind.
         bool operator==(eArgumentType type) const { return type_ == type; }
+        /// True when the argument is of another kind.
         bool operator!=(eArgumentType type) const { return type_ != type; }
 
-        /// Name of an option, text of a string, "name=value" of an assignment, whatever the special characters are.
+        /// Name of an option, text of a string, or "name=value" of an assignment; "=" stands there with every set of
+        /// special characters.
         string MakeFullString() const;
 
     private:
@@ -76,7 +79,7 @@ public:
         string second_;
     };
 
-    /// Separators that the values of packed assignments are usually cut at.
+    /// Separators at which the values of packed assignments are usually cut.
     static constexpr char const *s_szDefaultPackedArgumentSeparators = ".,:;";
 
     CommandLineParser();
@@ -87,57 +90,71 @@ public:
     /// @name Grammar
     /// @{
 
-    /// By default `'`, `$`, `.`, `-` and `=`.
+    /// Sets the special characters. By default they are `'`, `$`, `.`, `-` and `=`.
     void SetSpecialCharacters(char quote, char escape, char scope, char option, char assign);
+    /// Hands out the special characters.
     void GetSpecialCharacters(char &quote, char &escape, char &scope, char &option, char &assign) const;
-    /// Both on by default. `singleTokenCommand`: the command is one word or quoted string; otherwise it is an object
-    /// chain, "object.object.command". `trimQuotes`: a command that is a single token loses a pair of equal quotes
-    /// around it, single or double.
+    /// Sets two rules, which are on by default. With `singleTokenCommand` the command is one word or one quoted string;
+    /// without it, an object chain such as "object.object.command". With `trimQuotes` a command that is a single token
+    /// loses a pair of equal quotes around it, single or double.
     void SetParseFlags(bool singleTokenCommand, bool trimQuotes);
 
     /// @}
     /// @name Parsing
     /// @{
 
-    /// Cuts a line; replaces all former results, and on failure there are none. A line that is not well-formed is
-    /// false or, with `throwOnError`, a CommandLineErrorException that tells what was left of the line.
+    /// Cuts a line, and replaces all former results. For a line that is not well-formed there are no results, and the
+    /// operation returns false or, with `throwOnError`, throws a CommandLineErrorException that tells what was left of
+    /// the line.
     bool Parse(string const &line, bool throwOnError = false);
-    /// The same for the words of a program's own command line, joined with a blank behind each.
+    /// Parses the words of a program's own command line, with a blank behind each word.
     bool Parse(int argc, char const **argv, bool throwOnError = false);
+    /// Parses the words of a program's own command line, with a blank behind each word.
     bool Parse(int argc, char **argv, bool throwOnError = false);
 
+    /// Clears the line; the results stay.
     void ClearLastCommandLine();
+    /// Clears the results; the line stays.
     void ClearLastResults();
     /// Clears the line and the results.
     void ClearAll();
 
     /// @}
     /// @name Results
-    /// Names and texts are compared exactly, with case, and the first argument that fits counts.
+    /// Names and texts are compared exactly, case included. If several arguments fit, the first one counts.
     /// @{
 
+    /// The line that was parsed last.
     string const &GetLastCommandLine() const { return lastCommandLine_; }
+    /// The command, without its object chain; empty when there are no results.
     string const &GetCommand() const { return command_; }
-    /// The object chain, which is empty for a single token, and the command.
+    /// Hands out the object chain, which is empty for a single token, and the command.
     void GetCommand(std::vector<string> &chain, string &command) const;
 
+    /// Number of arguments.
     unsigned int GetNumArguments() const { return numArguments_; }
-    /// Asserts "Index out of range." for an index past the end.
+    /// Argument by index, in the order of the line. Asserts "Index out of range." past the end, and gives an empty
+    /// option then.
     Argument const &GetArgument(unsigned int index) const;
-    /// True when there is such an argument, which is then copied out.
+    /// Copies out the option of that name. Returns false, and leaves `argument` alone, when there is none.
     bool GetOptionArgument(string const &name, Argument &argument) const;
+    /// Copies out the assignment of that name, likewise.
     bool GetAssignmentArgument(string const &name, Argument &argument) const;
+    /// Copies out the string of that text, likewise.
     bool GetStringArgument(string const &text, Argument &argument) const;
 
+    /// True when there is an option of that name.
     bool GetOption(string const &name) const;
+    /// True when there is a string of that text.
     bool GetString(string const &text) const;
-    /// Leaves `value` alone when there is no such assignment.
+    /// Copies out the value of the assignment of that name. Returns false, and leaves `value` alone, when there is
+    /// none.
     bool GetAssignment(string const &name, string &value) const;
 
     /// @}
     /// @name Values of assignments
-    /// True when there is an assignment of that name and its value converts (ToValue); the output is the default
-    /// otherwise.
+    /// Each returns true when there is an assignment of that name and its value converts (see ToValue()). Otherwise the
+    /// output is the default.
     /// @{
 
     bool ExtractArgumentPointer(string const &name, void *&value, void *defaultValue = nullptr) const;
@@ -146,11 +163,12 @@ public:
     bool ExtractArgumentDouble(string const &name, double &value, double defaultValue = 0) const;
     bool ExtractArgumentBool(string const &name, bool &value, bool defaultValue = false) const;
 
-    /// Cuts the value at every character of `separators`; pieces without a character are dropped. False, and no
-    /// pieces, when there is no such assignment.
+    /// Cuts the value at every character of `separators`, and drops empty pieces. Returns false, and gives no pieces,
+    /// when there is no such assignment.
     bool GetPackedAssignment(string const &name, std::vector<string> &pieces,
                              string const &separators = s_szDefaultPackedArgumentSeparators) const;
-    /// The same pieces as numbers. False at the first that does not convert; those before it are in `values`.
+    /// Gives the same pieces as numbers. Returns false at the first piece that does not convert; `values` then holds
+    /// the numbers before it.
     bool ExtractPackedUIntegers(string const &name, std::vector<unsigned int> &values,
                                 string const &separators = s_szDefaultPackedArgumentSeparators) const;
 
@@ -158,20 +176,22 @@ public:
     /// @name Text
     /// @{
 
-    /// Writes the object chain (unless commands are single tokens), the command and the arguments, a line each.
+    /// Writes the object chain (unless commands are single tokens), the command and the arguments, each on a line.
     void DumpLastResults(ostream &out) const;
 
-    /// Line of a help text, with the special characters in force and without an end of line: `tabs` tabs, what the
-    /// user types, and, unless it is empty, ", " and the description.
+    /// Line of a help text on an option, with the special characters that are set and without a line end: `tabs` tabs,
+    /// what the user types, and ", " with the description unless that is empty.
     string FormatOptionHelp(string const &name, string const &desc, unsigned int tabs = 1) const;
+    /// Line of a help text on an assignment, likewise.
     string FormatAssignmentHelp(string const &name, string const &value, string const &desc,
                                 unsigned int tabs = 1) const;
+    /// Line of a help text on a string, likewise.
     string FormatStringHelp(string const &text, string const &desc, unsigned int tabs = 1) const;
 
     /// @}
 
 private:
-    // The steps of a parse work on the last command line and advance `at`, the index of what is left of it.
+    // The steps of a parse work on the last command line, and advance `at`, the index where the rest of it begins.
     bool ExtractIdentifier(std::size_t &at, string &out, bool allowLeadingDigit, bool allowLeadingUnderscore,
                            bool allowLeadingDash) const;
     bool ExtractOption(std::size_t &at, string &name) const;
@@ -203,7 +223,7 @@ private:
     string lastCommandLine_;
     std::vector<string> objectChain_;
     string command_;
-    // Only the first numArguments_ are results; those behind keep their storage for the next line.
+    // Only the first numArguments_ are results; the others keep their storage for the next line.
     std::vector<Argument> arguments_;
     unsigned int numArguments_ = 0;
 };

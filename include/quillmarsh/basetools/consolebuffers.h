@@ -11,9 +11,9 @@
 namespace quillmarsh
 {
 
-/// What a console keeps in memory: one output buffer and the history of its commands.
+/// The memory of a console: one output buffer and the history of its commands.
 ///
-/// Any thread may use it. The history has a lock of its own, which a reader holds around what it reads; nothing here
+/// Any thread may use it. The history has a lock of its own, which a reader holds while it reads; no operation here
 /// holds both locks at once.
 class QUILLMARSH_API ConsoleBuffers : NoCopy
 {
@@ -26,6 +26,7 @@ public:
     virtual ~ConsoleBuffers();
 
     /// @name Output
+    /// These pass on to the output buffer, which takes its own lock.
     /// @{
     void SetMaxOutputLines(unsigned int maxLines);
     unsigned int GetMaxOutputLines() const;
@@ -34,30 +35,38 @@ public:
     void ClearOutput();
     ConsoleOutputBuffer &GetOutputBuffer() { return outputBuffer_; }
     ConsoleOutputBuffer const &GetOutputBuffer() const { return outputBuffer_; }
-    /// A new stream on the output buffer with the default type. The caller owns it, and destroys it before this object.
+    /// Makes a stream on the output buffer, with the default type. The caller owns it, and destroys it before this
+    /// object.
     ConsoleOutputStream *CreateOutputStream();
     /// @}
 
     /// @name Command history
     /// @{
 
-    /// The lock of the history. A thread that holds it may take it again. CommandHistorySentry holds it for a scope.
+    /// Takes the lock of the history. A thread that holds it may take it again. CommandHistorySentry holds it for a
+    /// scope.
     void LockCommandHistory() const;
+    /// Releases the lock, once for each LockCommandHistory().
     void UnlockCommandHistory() const;
-    /// Greatest number of commands kept; 0 keeps none. Drops the oldest that are too many.
+    /// Sets the greatest number of commands that are kept, and drops the oldest ones above it; 0 keeps none.
     void SetMaxCommandsInHistory(unsigned int maxCommands);
+    /// Greatest number of commands that are kept; 50 at first.
     unsigned int GetMaxCommandsInHistory() const;
+    /// Drops all commands.
     void ClearCommandHistory();
-    /// Adds a command behind the latest, and drops the oldest one past the maximum. An empty text is ignored.
+    /// Adds a command as the latest, and drops the oldest one above the maximum. Ignores an empty text.
     void PushCommandInHistory(string const &command);
     /// @}
 
     /// @name Reading the history, under its lock
     /// @{
+
+    /// Number of commands that are kept now.
     unsigned int GetNumCommandsInHistory() const;
-    /// Command by index, 0 the oldest. Asserts "Input-command index out of range." past the end, and gives an empty text
-    /// then.
+    /// Command by index, 0 the oldest. Asserts "Input-command index out of range." past the end, and gives an empty
+    /// text then.
     string const &GetCommandFromHistory(unsigned int index) const;
+
     /// @}
 
 private:

@@ -13,18 +13,18 @@
 namespace quillmarsh
 {
 
-/// What a console shows, kept apart from any window.
+/// The text that a console shows. It does not depend on any window.
 ///
-/// There is always an open last line, to which text is added; the oldest lines fall off at the limit. Each line is of
-/// one output type (OutputStream::eOutputType).
+/// The last line is always open: text is added to it. The oldest lines are dropped at the limit. Each line has one
+/// output type (OutputStream::eOutputType).
 ///
-/// Any thread may write, through a ConsoleOutputStream of its own; a reader holds the lock around what it reads. The
+/// Any thread may write, through a ConsoleOutputStream of its own; a reader holds the lock while it reads. The
 /// operations that change the buffer take the lock themselves, except Append().
 class QUILLMARSH_API ConsoleOutputBuffer : NoCopy
 {
 public:
-    /// Hears of each change. It is called on the thread that makes the change, with the buffer locked: it may read the
-    /// buffer, add and remove observers, and must not wait for another thread that wants the lock.
+    /// Is told of each change, on the thread that makes the change and with the buffer locked. It may read the buffer,
+    /// add and remove observers; it must not wait for another thread that wants the lock.
     class QUILLMARSH_API Observer
     {
     public:
@@ -49,20 +49,23 @@ public:
     /// @name Observers, borrowed
     /// @{
 
-    /// Adds the observer unless it is there already, and then notifies all of them, so that a new one hears at once.
+    /// Adds the observer unless it is there already, and then notifies all observers, so that a new one knows the state
+    /// at once.
     void AddObserver(Observer &observer);
-    /// Removes the observer if it is there; notifies nobody.
+    /// Removes the observer; harmless if it was never added. Notifies nobody.
     void RemoveObserver(Observer &observer);
 
     /// @}
     /// @name Settings
     /// @{
 
-    /// Greatest number of lines, at least 1. Drops the oldest lines that are too many, and notifies.
+    /// Sets the greatest number of lines, at least 1, drops the oldest lines above it, and notifies.
     void SetLineLimit(unsigned int limit);
+    /// Greatest number of lines. Any thread, without the lock.
     unsigned int GetLineLimit() const;
-    /// Number of blanks that a tab becomes, at least 1. Lines that are stored stay as they are.
+    /// Sets the number of blanks that a tab becomes, at least 1. Lines that are stored stay as they are.
     void SetTabWidth(unsigned int width);
+    /// Number of blanks that a tab becomes; 4 at first. Any thread, without the lock.
     unsigned int GetTabWidth() const;
 
     /// @}
@@ -74,24 +77,25 @@ public:
 
     /// Adds text at the end, and notifies. The caller holds the lock.
     ///
-    /// A line feed opens a new line, a tab becomes blanks, every other character is kept. A type other than that of the
-    /// open line opens a new line too, unless the open line is still empty. An empty text that opens no line notifies
-    /// nobody.
+    /// A line feed opens a new line, a tab becomes blanks, and every other character is kept. If the type is not that
+    /// of the open line, a new line is opened too, unless the open line is still empty. An empty text that opens no
+    /// line notifies nobody.
     void Append(string const &text, unsigned int type);
 
     /// @}
     /// @name Reading, under the lock
     /// @{
 
+    /// Number of lines, at least 1.
     unsigned int GetNumLines() const;
-    /// Lines that fell off or were cleared since the beginning: the number, from 0, of the line with index 0. An
-    /// observer finds by it what is new to it.
+    /// Number of lines that were dropped or cleared since the buffer was made. It is also the number, from 0, of the
+    /// line with index 0, so that an observer can find the lines that are new to it.
     unsigned long long GetNumDroppedLines() const;
     /// Line by index, 0 the oldest. Asserts "Index out of range." past the end, and gives an empty text then.
     string const &GetLine(unsigned int index) const;
-    /// The same, with the line's type.
+    /// The same line with its type.
     string const &GetLine(unsigned int index, unsigned int &type) const;
-    /// Length in characters of the longest line held; constant time.
+    /// Length in characters of the longest line that is held. Takes constant time.
     unsigned int GetMaxColumns() const;
 
     /// @}
@@ -120,7 +124,7 @@ private:
     unsigned long long numDroppedLines_ = 0;
     unsigned int maxColumns_ = 0;
     WidthCounts widthCounts_;
-    /// A node that the map gave up, kept for the next length that is new to it.
+    /// A node that was taken out of the map, kept for the next length that is new to the map.
     WidthCounts::node_type spareCount_;
 };
 

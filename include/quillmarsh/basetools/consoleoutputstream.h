@@ -10,17 +10,18 @@
 namespace quillmarsh
 {
 
-/// Collects text, and appends it to a ConsoleOutputBuffer when it is flushed.
+/// Collects text, and appends it to a ConsoleOutputBuffer at each flush.
 ///
-/// Each thread writes through a stream of its own; what is flushed at once stays together in the buffer.
+/// Each thread writes through a stream of its own. Text that is flushed in one go stays together in the buffer.
 class QUILLMARSH_API ConsoleOutputStream : public OutputStream
 {
 public:
-    /// The buffer is borrowed and outlives the stream. `type` is the output type to begin with.
+    /// The buffer is borrowed and outlives the stream. `type` is the output type at first.
     ConsoleOutputStream(ConsoleOutputBuffer &buffer, unsigned int type);
     ~ConsoleOutputStream() override;
 
-    /// If the type differs from the current one: flushes, so that the text so far keeps its type, and changes it.
+    /// Changes the output type. If the new type is another one, the stream is flushed first, so that the text so far
+    /// keeps its type.
     void SetCurrentOutputType(unsigned int type) override;
 
 private:
@@ -39,7 +40,7 @@ private:
     private:
         ConsoleOutputBuffer &buffer_;
         unsigned int type_;
-        /// The text under way to the buffer; keeps its storage from one sync to the next.
+        /// The text on its way to the buffer; keeps its storage from one flush to the next.
         string text_;
     };
 

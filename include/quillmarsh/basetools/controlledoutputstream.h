@@ -12,18 +12,18 @@ namespace quillmarsh
 
 /// Collects text, and passes it on to each of its targets when it is flushed.
 ///
-/// Targets are borrowed: the owner of a target removes it before it destroys it. Text that is flushed while there are no
-/// targets is lost. A target that throws is passed over: the other targets get this text and all that follows, the
+/// Targets are borrowed: the owner of a target removes it before it destroys it. Text that is flushed while there are
+/// no targets is lost. A target that throws is passed over: the other targets get this text and all that follows, the
 /// exception goes no further, and the state of the target itself tells of the failure. One thread at a time may use the
 /// stream, unless its owner guards it.
 class QUILLMARSH_API ControlledOutputStream : public OutputStream
 {
 public:
-    /// Buffer that hands the collected text to the targets at each sync.
+    /// Buffer that hands the collected text to the targets at each flush.
     class QUILLMARSH_API StreamBuffer : public std::stringbuf
     {
     public:
-        /// The vector is the one of the stream; it is borrowed.
+        /// `targets` belongs to the stream, and is borrowed.
         explicit StreamBuffer(std::vector<ostream *> const &targets);
         ~StreamBuffer() override;
 
@@ -38,12 +38,13 @@ public:
     ControlledOutputStream();
     ~ControlledOutputStream() override;
 
-    /// Flushes, so that the text so far keeps its type, and passes the type to each target that is an OutputStream.
+    /// Flushes, so that the text so far keeps its type, and passes the new type to each target that is an OutputStream.
+    /// Does nothing without targets.
     void SetCurrentOutputType(unsigned int type) override;
 
     /// Flushes, and adds the target unless it is there already.
     virtual void AddOutputTarget(ostream &target);
-    /// Flushes, and removes the target if it is there.
+    /// Flushes, and removes the target; harmless if it was never added.
     virtual void RemoveOutputTarget(ostream &target);
     /// Flushes, and removes all targets.
     virtual void RemoveAllOutputTargets();

@@ -16,13 +16,14 @@ namespace quillmarsh
 /// Readable name of a type, the same on every compiler: with namespaces, without the leading `quillmarsh::`.
 QUILLMARSH_API string GetTypeName(std::type_info const &type);
 
-/// Type name without a leading "struct " or "class ". A name that is nothing else stays.
+/// Type name without a leading "struct " or "class ". A name that consists of that prefix alone stays.
 QUILLMARSH_API string FormatClassName(string const &typeName);
 
 /// Class name, "@" and the object's address with one "0x" in front.
 QUILLMARSH_API string FormatObjectName(string const &typeName, void const *object);
 
-/// "file(line)". With `forceKernelName`, made usable as the name of a system object (ForceWinKernelName).
+/// "file(line)". With `forceKernelName` the text goes through ForceWinKernelName(), so that it can name a system
+/// object.
 QUILLMARSH_API string FormatSourceCodeLocation(string const &file, unsigned int line, bool forceKernelName = false);
 
 /// @}
@@ -31,32 +32,35 @@ QUILLMARSH_API string FormatSourceCodeLocation(string const &file, unsigned int 
 /// through platform::DialogPresenter.
 /// @{
 
-/// Asks what to do about a failed assertion. True means: break into the debugger.
-/// Nothing is shown, and false returned, when `ignoreAlways` is set; the answer Ignore sets it.
-/// `defaultButton` 2 makes Retry the default, 3 Ignore, and anything else Abort.
+/// Asks what to do about a failed assertion. Returns true when the program is to break into the debugger. Shows nothing
+/// and returns false when `ignoreAlways` is set; the answer Ignore sets it. `defaultButton` 2 makes Retry the default
+/// answer, 3 makes it Ignore, and every other value makes it Abort.
 QUILLMARSH_API bool ShowDialogAbortRetryIgnore(bool &ignoreAlways, unsigned int defaultButton, string const &title,
                                                string const &message, string const &file, unsigned int line);
 
-/// Error dialog with OK and Cancel; true when Cancel was pressed. `defaultButton` 2 makes Cancel the default.
+/// Shows an error dialog with OK and Cancel; returns true when Cancel was pressed. `defaultButton` 2 makes Cancel the
+/// default.
 QUILLMARSH_API bool ShowDialogCancelOk(unsigned int defaultButton, string const &title, string const &text);
 
-/// Error dialog with OK.
+/// Shows an error dialog with OK.
 QUILLMARSH_API void ShowDialogOk(string const &title, string const &text);
 
 /// @}
 
-/// Compares the sizes of the built-in types with those that the binary formats rely on; one line for each mismatch.
-/// True when all fit. Where `long` is wider than four bytes it says so; streams still move four (see serializer.h).
+/// Compares the sizes of the built-in types with those that the binary formats rely on, and writes one line for each
+/// mismatch. Returns true when all fit. A `long` of more than four bytes is a mismatch, though streams move four bytes
+/// of it (see serializer.h).
 QUILLMARSH_API bool CheckBuiltInTypeSizes(ostream &out);
 
-/// One place that asserts. Remembers, constant-initialised, whether the user wants to hear of it again. Any thread.
+/// One place that asserts. It remembers whether the user chose to ignore the place, and is initialised before any code
+/// runs. Any thread.
 class QUILLMARSH_API AssertionSite
 {
 public:
-    /// The place in the source; the text has to stay.
+    /// `file` and `line` are the place in the source. `file` is borrowed and outlives the site.
     constexpr AssertionSite(char const *file, unsigned int line) : file_(file), line_(line) {}
 
-    /// Shows the dialog, unless Ignore silenced this place before. True means: trap.
+    /// Shows the dialog, unless the user chose to ignore this place before. Returns true when the program is to trap.
     bool Report(char const *title, string const &message);
 
 private:
@@ -82,10 +86,10 @@ private:
             QUILLMARSH_TRAP();                                                                                         \
     } while (false)
 
-/// QUILLMARSH_ASSERT(condition, message): a mistake of the program when the condition does not hold. A pure test, left
-/// out of builds without assertions. The program goes on past it after Retry and Ignore.
+/// QUILLMARSH_ASSERT(condition, message): reports a mistake of the program when the condition does not hold. The
+/// condition is a pure test, which builds without assertions leave out. After Retry and Ignore the program goes on.
 ///
-/// QUILLMARSH_VERIFY(action, message): the same for an action that has to happen in every build and that gives true on
+/// QUILLMARSH_VERIFY(action, message): the same for an action that has to happen in every build, and that gives true on
 /// success.
 #if QUILLMARSH_ASSERTIONS
 #define QUILLMARSH_ASSERT(condition, message)                                                                          \

@@ -12,38 +12,38 @@
 namespace quillmarsh
 {
 
-/// Processors are small objects on the stack of one thread. They know nothing of containers: who calls a loop gives it
-/// pointers and strides in bytes. The element type is a unit of addressing only; where the next element lies is decided
-/// by the stride alone, so elements need no alignment.
+/// Processors are small objects on the stack of one thread. They know nothing of containers: the caller of a loop gives
+/// it pointers and strides in bytes. The element type is a unit of addressing only. The stride alone decides where the
+/// next element lies, so elements need no alignment.
 namespace element_processors
 {
 
-/// Works on a destination and a source element at a time. Everything does nothing here.
+/// Works on one destination element and one source element at a time. All operations do nothing here.
 template<typename D, typename S>
 class ElementProcessorDstSrc
 {
 public:
-    /// Comes before each traversal of a dimension; 0 is the outermost.
+    /// Called before each traversal of a dimension; 0 is the outermost.
     virtual void BeginDimension(unsigned int dimension);
-    /// Comes for each pair of elements.
+    /// Called for each pair of elements.
     virtual void Process(D *dst, S *src);
-    /// Comes after each traversal of a dimension.
+    /// Called after each traversal of a dimension.
     virtual void EndDimension(unsigned int dimension);
 
 protected:
     ~ElementProcessorDstSrc() = default;
 };
 
-/// Works on one element at a time, in place. Everything does nothing here.
+/// Works on one element at a time, in place. All operations do nothing here.
 template<typename T>
 class ElementProcessorInplace
 {
 public:
-    /// Comes before each traversal of a dimension; 0 is the outermost.
+    /// Called before each traversal of a dimension; 0 is the outermost.
     virtual void BeginDimension(unsigned int dimension);
-    /// Comes for each element.
+    /// Called for each element.
     virtual void Process(T *element);
-    /// Comes after each traversal of a dimension.
+    /// Called after each traversal of a dimension.
     virtual void EndDimension(unsigned int dimension);
 
 protected:
@@ -80,7 +80,7 @@ void ElementProcessorInplace<T>::EndDimension(unsigned int)
 {
 }
 
-/// A byte that is constant where the element is.
+/// A byte, constant if the element is constant.
 template<typename T>
 using ByteOf = std::conditional_t<std::is_const_v<T>, unsigned char const, unsigned char>;
 
@@ -119,7 +119,7 @@ struct Strides3D
 namespace loops
 {
 
-/// Traverses one dimension, and calls `step` with each of its places.
+/// Traverses one dimension, and calls `step` with the address of each of its elements.
 template<typename Processor, typename Step>
 void Traverse(Processor &processor, unsigned int dimension, std::size_t count, unsigned char *dst,
               std::ptrdiff_t dstStride, Step step)
@@ -134,9 +134,9 @@ void Traverse(Processor &processor, unsigned int dimension, std::size_t count, u
 } // namespace loops
 
 /// @name Loops
-/// BeginDimension and EndDimension of the processor bracket every traversal of a dimension, also one without elements.
-/// A loop ends where its running destination equals the end, so strides may be negative. All assert "Invalid argument."
-/// for a pointer that is null, and process nothing then.
+/// BeginDimension() and EndDimension() of the processor are called around every traversal of a dimension, also around
+/// one without elements. A loop ends when its destination reaches the end, so strides may be negative. All loops assert
+/// "Invalid argument." for a pointer that is null, and process nothing then.
 /// @{
 
 template<typename T>
@@ -242,7 +242,7 @@ template<typename T>
 class Copy_N final : public ElementProcessorDstSrc<T, T const>
 {
 public:
-    /// Copies so many.
+    /// Copies `n` units.
     explicit Copy_N(unsigned int n) : n_(n) {}
     void Process(T *dst, T const *src) override
     {
@@ -259,7 +259,7 @@ template<typename T>
 class Swap_N final : public ElementProcessorDstSrc<T, T>
 {
 public:
-    /// Exchanges so many.
+    /// Exchanges `n` units.
     explicit Swap_N(unsigned int n) : n_(n) {}
     void Process(T *dst, T *src) override
     {
@@ -316,7 +316,7 @@ template<typename T>
 class Process_FlipOrderN final : public ElementProcessorInplace<T>
 {
 public:
-    /// Reverses so many.
+    /// Reverses `n` units.
     explicit Process_FlipOrderN(unsigned int n) : n_(n) {}
     void Process(T *element) override
     {
@@ -333,7 +333,7 @@ template<typename T>
 class Process_Swap1 final : public ElementProcessorInplace<T>
 {
 public:
-    /// In units from the element.
+    /// `offset` is in units from the element.
     explicit Process_Swap1(unsigned int offset) : offset_(offset) {}
     void Process(T *element) override { std::swap(element[0], element[offset_]); }
 
@@ -376,7 +376,7 @@ template<typename T>
 class Process_FillN final : public ElementProcessorInplace<T>
 {
 public:
-    /// Sets so many to this value.
+    /// Sets `n` units to `value`.
     Process_FillN(unsigned int n, T value) : n_(n), value_(value) {}
     void Process(T *element) override
     {
@@ -393,12 +393,12 @@ private:
 /// @name Thresholds
 /// @{
 
-/// Replaces what is below a threshold, and what equals it; the rest stays.
+/// Replaces values below a threshold and values equal to it; others stay.
 template<typename T>
 class Process_HighPassFilter final : public ElementProcessorInplace<T>
 {
 public:
-    /// Takes the threshold, and what is put in place.
+    /// Takes the threshold and the two replacements.
     Process_HighPassFilter(T threshold, T onEqual, T onBelow)
         : threshold_(threshold),
           onEqual_(onEqual),
@@ -415,12 +415,12 @@ private:
     T threshold_, onEqual_, onBelow_;
 };
 
-/// Replaces what is above a threshold, and what equals it; the rest stays.
+/// Replaces values above a threshold and values equal to it; others stay.
 template<typename T>
 class Process_LowPassFilter final : public ElementProcessorInplace<T>
 {
 public:
-    /// Takes the threshold, and what is put in place.
+    /// Takes the threshold and the two replacements.
     Process_LowPassFilter(T threshold, T onEqual, T onAbove)
         : threshold_(threshold),
           onEqual_(onEqual),
@@ -442,7 +442,7 @@ template<typename T>
 class Process_ThresholdSegmentation final : public ElementProcessorInplace<T>
 {
 public:
-    /// Takes the threshold, and the three values.
+    /// Takes the threshold and the three values.
     Process_ThresholdSegmentation(T threshold, T onBelow, T onEqual, T onAbove)
         : threshold_(threshold),
           onBelow_(onBelow),

@@ -7,15 +7,15 @@
 namespace quillmarsh
 {
 
-/// Failure that a running program has to survive.
+/// A failure that a running program has to survive.
 ///
-/// It carries an optional message and an optional source location, and is thrown by value. It is not related to the
-/// standard library's exception class: who wants to catch everything catches both.
+/// It carries an optional message and an optional source location, and is thrown by value. It is not derived from the
+/// standard library's exception class: code that wants to catch every failure catches both.
 class QUILLMARSH_API Exception
 {
 public:
     /// @name Life
-    /// Neither message nor location is present at first; a copy takes over all of it.
+    /// Neither a message nor a location is present at first. A copy has the same content.
     /// @{
     Exception();
     Exception(Exception const &);
@@ -28,8 +28,8 @@ public:
     /// Stores the source location, which counts as present from then on.
     void SetFileLine(string const &file, unsigned int line);
 
-    /// @name What it carries
-    /// Texts are empty, and the line 0, when they are not present. References hold as long as the exception.
+    /// @name Content
+    /// A text that is not present is empty, and the line is then 0. References are good as long as the exception.
     /// @{
     bool ContainsMessage() const { return containsMessage_; }
     string const &GetMessage() const { return message_; }
@@ -38,11 +38,11 @@ public:
     unsigned int GetLine() const { return line_; }
     /// @}
 
-    /// Plain name of the object's class, by its run-time type.
+    /// Plain name of the object's class, taken from its run-time type.
     string GetClassName() const;
 
     /// Text of up to three lines: the class name, "@ " with file and line, "! " with the message. A part that is not
-    /// asked for, or not present, is left out together with its line.
+    /// asked for or not present is left out together with its line.
     string const MakeDescription(bool withClass = true, bool withFileLine = true, bool withMessage = true) const;
 
 private:
@@ -66,43 +66,43 @@ private:
 /// @endcond
 
 // Thrown by the library.
-/// A command line that does not follow the grammar: CommandLineParser.
+/// A command line does not follow the grammar; thrown by CommandLineParser.
 QUILLMARSH_DECLARE_EXCEPTION(CommandLineErrorException);
-/// A failed allocation, under a NewThrowsExceptionSentry.
+/// An allocation failed while there was a NewThrowsExceptionSentry.
 QUILLMARSH_DECLARE_EXCEPTION(NoMemoryException);
 /// The system refused a thread, an event, a timer, a window or another resource.
 QUILLMARSH_DECLARE_EXCEPTION(SystemResourceException);
-/// Inversion of a singular matrix.
+/// A singular matrix was to be inverted.
 QUILLMARSH_DECLARE_EXCEPTION(MatrixNotInvertibleException);
-/// An operation that the state or the kind of an object rules out.
+/// An operation was called that the state or the kind of an object does not allow.
 QUILLMARSH_DECLARE_EXCEPTION(InvalidUsageException);
-/// A data package that cannot be written.
+/// A data package could not be written.
 QUILLMARSH_DECLARE_EXCEPTION(SerializationException);
-/// A data package that cannot be read.
+/// A data package could not be read.
 QUILLMARSH_DECLARE_EXCEPTION(DeserializationException);
-/// The GUI toolkit.
+/// The GUI toolkit failed.
 QUILLMARSH_DECLARE_EXCEPTION(GUIException);
-/// An application, or the command that forces a failure.
+/// An application failed, or a failure was forced by command.
 QUILLMARSH_DECLARE_EXCEPTION(ApplicationException);
 
 // Thrown by hosts and plug-ins.
-/// The kernel of a host.
+/// The kernel of a host failed.
 QUILLMARSH_DECLARE_EXCEPTION(KernelException);
-/// A subsystem of an application.
+/// A subsystem of an application failed.
 QUILLMARSH_DECLARE_EXCEPTION(GenericSubsystemException);
-/// A video renderer.
+/// A video renderer failed.
 QUILLMARSH_DECLARE_EXCEPTION(VideoRendererException);
-/// A video subsystem.
+/// A video subsystem failed.
 QUILLMARSH_DECLARE_EXCEPTION(VideoSubsystemException);
-/// A video subsystem that works again after a reconfiguration.
+/// A video subsystem failed, and will work again after a reconfiguration.
 QUILLMARSH_DECLARE_EXCEPTION(VideoSubsystemRecoverableException);
-/// An input device.
+/// An input device failed.
 QUILLMARSH_DECLARE_EXCEPTION(HIDException);
-/// A driver of input devices.
+/// A driver of input devices failed.
 QUILLMARSH_DECLARE_EXCEPTION(HIDDriverException);
-/// The proxy of the DirectInput library.
+/// The proxy of the DirectInput library failed.
 QUILLMARSH_DECLARE_EXCEPTION(DirectInputProxyException);
-/// A generic extension.
+/// A generic extension failed.
 QUILLMARSH_DECLARE_EXCEPTION(GenericExtensionException);
 
 #undef QUILLMARSH_DECLARE_EXCEPTION

@@ -4,7 +4,7 @@
 
 #include <quillmarsh/platform/types.h>
 
-/// What is to be known about the library itself. Any thread.
+/// Facts about the library itself. Any thread.
 namespace quillmarsh::library_info
 {
 
@@ -21,16 +21,21 @@ public:
     {
     }
 
+    /// @name Parts of the version
+    /// As they were given to the constructor.
+    /// @{
     constexpr unsigned int GetMajorNumber() const { return major_; }
     constexpr unsigned int GetMinorNumber() const { return minor_; }
     constexpr unsigned int GetBuildNumber() const { return build_; }
     constexpr unsigned int GetBuildType() const { return buildType_; }
     constexpr bool IsBuildTypeDebug() const { return buildType_ == 1; }
     constexpr bool IsBuildTypeRelease() const { return buildType_ == 0; }
+    /// @}
 
+    /// True when all four parts are equal.
     constexpr bool operator==(LibraryVersion const &) const = default;
 
-    /// Whether modules of the two versions work together: all but the third number are equal.
+    /// True when modules of the two versions work together: all but the third number are equal.
     constexpr bool IsCompatibleWith(LibraryVersion const &other) const
     {
         return major_ == other.major_ && minor_ == other.minor_ && buildType_ == other.buildType_;
@@ -49,8 +54,8 @@ private:
 /// Version of the library that is loaded.
 QUILLMARSH_API LibraryVersion GetLibraryVersion();
 
-/// Version of the headers that the calling module was compiled with; constant in that module. A host compares it with
-/// GetLibraryVersion(), and tells by it whether a plug-in fits.
+/// Version of the headers that the calling module was compiled with; a constant of that module. A host compares it with
+/// GetLibraryVersion() to find out whether a plug-in fits.
 constexpr LibraryVersion GetHeaderVersion()
 {
     return LibraryVersion(QUILLMARSH_VERSION_MAJOR, QUILLMARSH_VERSION_MINOR, QUILLMARSH_VERSION_BUILD,
@@ -60,14 +65,14 @@ constexpr LibraryVersion GetHeaderVersion()
 /// Returns the time of the sources that the library was built from, as "2026-01-31 23:59:59 UTC": SOURCE_DATE_EPOCH, or
 /// else their last commit.
 QUILLMARSH_API string GetBuildTimestamp();
-/// "quillmarsh".
+/// Name of the library, "quillmarsh".
 QUILLMARSH_API string GetLibraryName();
-/// One line with year and holder.
+/// Copyright notice: one line with year and holder.
 QUILLMARSH_API string GetCopyrightNotice();
 
-/// Number of texts that GetDeveloperInfo has.
+/// Number of texts of GetDeveloperInfo().
 QUILLMARSH_API unsigned int GetNumDevelopers();
-/// Who made it, by index from 0; an empty text for an index out of range.
+/// Text about a developer of the library, by index from 0; empty for an index out of range.
 QUILLMARSH_API string GetDeveloperInfo(unsigned int index);
 
 } // namespace quillmarsh::library_info

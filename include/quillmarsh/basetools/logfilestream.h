@@ -12,24 +12,31 @@ namespace quillmarsh
 
 /// Output stream on a log file.
 ///
-/// It never throws by itself: a file that cannot be opened or written sets the stream's failure bits, and what is
-/// written from then on is swallowed. Who cares tests the stream. One thread at a time.
+/// It never throws by itself. A file that cannot be opened or written sets the stream's failure bits, and all text from
+/// then on is lost; a caller that wants to know tests the stream. One thread at a time.
 class QUILLMARSH_API LogFileStream : public ostream, NoCopy
 {
 public:
-    /// Opens the file, whose name is UTF-8, and empties it. An empty name, or a file that cannot be opened, sets the
-    /// fail bit; otherwise OnOpen() runs, this class's own, as the object is still being made.
+    /// Opens the file, whose name is UTF-8, empties it, and calls OnOpen(). That is OnOpen() of this class, since a
+    /// derived class does not exist yet. For an empty name, and when the file cannot be opened, it sets the fail bit
+    /// instead.
     LogFileStream(string const &logName, string const &fileName);
-    /// Closes the file; OnClose() is this class's own by then, so that a derived class calls Close() itself.
+    /// Calls Close(). That reaches OnClose() of this class only: a derived class that overrides it calls Close() in its
+    /// own destructor.
     ~LogFileStream() override;
 
-    /// If the file is open: OnClose(), and closes it. Sets the fail bit when closing fails.
+    /// Calls OnClose() and closes the file, if it is open. Sets the fail bit when closing fails.
     void Close();
 
+    /// @name Names
+    /// As they were given to the constructor.
+    /// @{
     string const &GetLogName() const { return logName_; }
     string const &GetFileName() const { return fileName_; }
+    /// @}
 
-    /// Writes log name, date and time, machine and user between two separator lines.
+    /// Writes log name, date and time, machine and user between two separator lines, as the block of an opening or of a
+    /// closing.
     void OutputBlockPE(bool opening, time::DateTimeSeparators const &separators);
 
 protected:

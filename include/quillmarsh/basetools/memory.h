@@ -22,7 +22,7 @@ class QUILLMARSH_API NewThrowsExceptionSentry : NoCopy
 {
 public:
     NewThrowsExceptionSentry();
-    /// Puts the previous handler back. Fails a verification when somebody has put another handler in the place of ours.
+    /// Puts the previous handler back. Fails a verification when other code has replaced our handler meanwhile.
     ~NewThrowsExceptionSentry();
 
     /// Throws a NoMemoryException that names the size.
@@ -34,39 +34,40 @@ private:
 
 /// Capacity of a working buffer that grows at once, and shrinks only after a run of equal demands.
 ///
-/// It lives by cycles, say frames: BeginReserveCycle, any number of ReserveSpace, EndReserveCycle. A demand at or below
-/// the minimum size never shrinks the buffer: after a spike it keeps the size of the spike until a demand above the
-/// minimum settles. A derived class holds the storage, asserts "Buffer-index out of range." when an element at or
-/// behind its size is reached, and frees in its destructor. One thread at a time.
+/// It is used in cycles, usually frames: BeginReserveCycle(), any number of ReserveSpace(), EndReserveCycle(). A demand
+/// at or below the minimum size never shrinks the buffer: after one large demand the buffer keeps that size until a
+/// demand above the minimum stays the same. A derived class holds the storage, asserts "Buffer-index out of range." for
+/// an index that is not below its size, and frees the storage in its destructor. One thread at a time.
 class QUILLMARSH_API AdaptiveBufferBase
 {
 public:
     AdaptiveBufferBase();
-    /// Copies the numbers; the storage is the derived class's matter, and never shared.
+    /// Copies the numbers. The derived class copies the storage, which is never shared.
     AdaptiveBufferBase(AdaptiveBufferBase const &);
     AdaptiveBufferBase &operator=(AdaptiveBufferBase const &);
     virtual ~AdaptiveBufferBase();
 
+    /// Size that the buffer keeps at least; 0 at first.
     unsigned int GetMinSize() const { return minSize_; }
-    /// The capacity that is now reserved.
+    /// Capacity that is reserved now.
     unsigned int GetSize() const { return size_; }
 
-    /// Grows the buffer at once if it is smaller.
+    /// Sets the minimum size, and grows the buffer at once if it is smaller.
     void SetMinSize(unsigned int size);
-    /// How many cycles in a row have to have the same demand as the one before before the buffer shrinks to it.
+    /// Sets how many cycles in a row must repeat the demand of the cycle before them until the buffer shrinks to it.
     void SetMinStableCycles(unsigned int numCycles);
-    /// Makes the buffer as large as the minimum at once.
+    /// Gives the buffer the minimum size at once. Its content is lost.
     void ForceMinSize();
 
-    /// Begins a cycle, a frame as a rule: the demand starts at 0.
+    /// Begins a cycle, usually a frame: the demand starts at 0.
     void BeginReserveCycle();
-    /// Makes sure that the buffer has at least this size. When it has to grow, its content is lost.
+    /// Makes sure that the buffer has at least this size. If it has to grow, its content is lost.
     void ReserveSpace(unsigned int size);
-    /// Ends a cycle; shrinks to its demand when that has been the same for long enough.
+    /// Ends a cycle, and shrinks the buffer to its demand when that has been the same for long enough.
     void EndReserveCycle();
 
 protected:
-    /// Allocates storage of a size that is not 0; there is none at that time.
+    /// Allocates storage of a size that is not 0. It is called while there is no storage.
     virtual void AllocateBuffer(unsigned int size) = 0;
     /// Frees the storage, if there is any.
     virtual void FreeBuffer() = 0;

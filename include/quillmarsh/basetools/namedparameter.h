@@ -9,7 +9,7 @@
 namespace quillmarsh
 {
 
-/// A name and a typed value, for optional settings that cross an interface whose signatures stay.
+/// A name and a typed value, for optional settings that cross an interface whose signatures must not change.
 ///
 /// A plain value type: any thread, one at a time.
 class QUILLMARSH_API NamedParameter
@@ -27,22 +27,30 @@ public:
         e_string = 6
     };
 
-    /// Without a name and a value.
+    /// Makes a parameter without a name and without a value.
     NamedParameter();
+    /// @name Parameters with a value
+    /// Each takes the name, and the value with its type.
+    /// @{
     NamedParameter(string const &name, void *const &value);
     NamedParameter(string const &name, bool const &value);
     NamedParameter(string const &name, int const &value);
     NamedParameter(string const &name, unsigned int const &value);
     NamedParameter(string const &name, double const &value);
     NamedParameter(string const &name, string const &value);
-    /// A text, which would be taken for a bool otherwise.
+    /// Stores a text; without this form, a literal would count as a bool.
     NamedParameter(string const &name, char const *value);
+    /// @}
 
+    /// Sets the name; the value stays.
     void SetName(string const &name);
+    /// Name of the parameter.
     string const &GetName() const { return name_; }
+    /// Type of the value; e_none at first.
     eValueType GetValueType() const { return type_; }
 
-    /// @name Storing a value, and its type with it
+    /// @name Storing a value
+    /// Each stores the value and its type.
     /// @{
     void SetValuePointer(void *value);
     void SetValueBool(bool value);
@@ -60,9 +68,9 @@ public:
     void SetValue(char const *value) { SetValueString(value); }
     /// @}
 
-    /// @name Taking the value
-    /// Asserts when the stored type is another one. The bits of the stored value are then read as the wanted type; a
-    /// text and the other values do not share storage.
+    /// @name Reading the value
+    /// Each asserts when the stored type is another one, and then reads the bits of the stored value as the wanted
+    /// type, without a conversion. A text has storage of its own.
     /// @{
     void *GetValuePointer() const;
     bool GetValueBool() const;
@@ -103,22 +111,25 @@ class QUILLMARSH_API NamedParameterList
 public:
     NamedParameterList();
 
-    /// False, and no change, when the name is taken and `replace` is not set.
+    /// Stores a copy of the parameter in the place of its name. Returns false, and changes nothing, when the name is
+    /// taken and `replace` is not set.
     bool Insert(NamedParameter const &parameter, bool replace);
     /// Removes the parameter of that name, if there is one.
     void Remove(string const &name);
     /// Empties the list.
     void Clear();
 
+    /// Number of parameters.
     unsigned int GetNumParameters() const;
-    /// By index in the order of names. Asserts "Index out of range." past the end.
+    /// Parameter by index, in the order of names. Asserts "Index out of range." past the end, and gives a parameter
+    /// without a name then. Good until the list changes.
     NamedParameter const &GetParameter(unsigned int index) const;
-    /// By name; null when there is none.
+    /// Parameter by name; null when there is none. Good until the list changes.
     NamedParameter const *GetParameter(string const &name) const;
 
     /// @name Values by name
-    /// True when there is such a parameter and its type is exactly that of the output, which is left alone otherwise.
-    /// Nothing is converted: an integer is no unsigned integer.
+    /// Each returns true when there is such a parameter and its type is exactly that of the output; otherwise the
+    /// output is left alone. Nothing is converted: an integer is no unsigned integer.
     /// @{
     bool GetValue(string const &name, void *&value) const;
     bool GetValue(string const &name, bool &value) const;
@@ -128,7 +139,8 @@ public:
     bool GetValue(string const &name, string &value) const;
     /// @}
 
-    /// @name Values by name, with a default for when GetValue is false
+    /// @name Values by name, with a default
+    /// Each returns the default where GetValue() would return false.
     /// @{
     void *GetValuePointer(string const &name, void *defaultValue) const;
     bool GetValueBool(string const &name, bool defaultValue) const;

@@ -11,12 +11,13 @@ namespace quillmarsh
 
 /// Standard output stream with a current message type.
 ///
-/// The type is selected in the insertion chain, `out << e_error << "No device" << e_info << endl`; what it means to the
-/// text is a matter of the derived class, as this one ignores it. A stream belongs to one thread at a time.
+/// The type is selected in the insertion chain: `out << e_error << "No device" << e_info << endl`. The derived class
+/// decides what it means to the text; this class ignores it. A stream belongs to one thread at a time; see
+/// SharedOutputStream for more.
 class QUILLMARSH_API OutputStream : public ostream, NoCopy
 {
 public:
-    /// What a text is, for whoever shows it. Types of a program's own can follow.
+    /// Kind of a text, for the code that shows it. A program may add types of its own behind these.
     enum eOutputType : unsigned int
     {
         e_typeInfo = 0,
@@ -28,9 +29,9 @@ public:
         e_typeDebug = 6
     };
 
-    /// The buffer is borrowed, and outlives the stream unless the derived class takes it away by `rdbuf(nullptr)`.
+    /// The buffer is borrowed. It outlives the stream, unless the derived class removes it by `rdbuf(nullptr)`.
     explicit OutputStream(std::streambuf *buffer);
-    /// Flushes. A failure to do so, thrown by the stream's own rules, stays inside.
+    /// Flushes. Throws nothing, whatever the stream's exception mask is.
     ~OutputStream() override;
 
     /// Selects the type of the text that follows. Does nothing by default.
@@ -38,7 +39,7 @@ public:
 };
 
 /// @name Selection of a message type
-/// Inserted into an OutputStream they select one of OutputStream::eOutputType; other streams ignore them.
+/// Inserted into an OutputStream, each selects one of OutputStream::eOutputType; other streams ignore them.
 /// @{
 extern QUILLMARSH_API SetOutputTypeEffector const e_info;
 extern QUILLMARSH_API SetOutputTypeEffector const e_warning;

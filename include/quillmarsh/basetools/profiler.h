@@ -13,20 +13,20 @@ namespace quillmarsh
 
 /// Profiler of a loop.
 ///
-/// An iteration, as a rule a frame, is bracketed by EnterRootNode() and ExitRootNode(), and named blocks in it by
-/// EnterNode() and ExitNode(). These do not test whether the profiler is enabled: that is for the sentries and the macro
-/// of framework/frameworkprofiler.h, which callers use instead.
+/// An iteration, usually a frame, lies between EnterRootNode() and ExitRootNode(), and a named block in it between
+/// EnterNode() and ExitNode(). These operations do not test whether the profiler is enabled. Callers use the sentries
+/// and the macro of framework/frameworkprofiler.h instead, which do.
 ///
-/// Enabling, clearing and the like are safe within an iteration: what is left of it is ignored. Once the tree has
-/// settled, a block allocates nothing. A profiler belongs to one thread.
+/// Enabling, clearing and the like are safe within an iteration: the rest of that iteration is ignored. A block
+/// allocates nothing unless its path is entered for the first time. A profiler belongs to one thread.
 class QUILLMARSH_API Profiler : NoCopy
 {
 public:
-    /// Hears when the profiler is switched on and off.
+    /// Is told when the profiler is switched on and off.
     struct QUILLMARSH_API Observer
     {
         virtual ~Observer();
-        /// Called at each Enable(), also when the state stays the same.
+        /// Called by each Enable(), also when the state stays the same.
         virtual void OnProfilerEnabled(bool enabled) = 0;
     };
 
@@ -36,18 +36,24 @@ public:
     /// @name Settings
     /// @{
 
-    /// Switches on or off, drops the running iteration, and tells the observers. Statistics stay.
+    /// Switches on or off, drops the running iteration, and tells the observers. The statistics stay.
     void Enable(bool enable);
+    /// True when the profiler is switched on; off at first.
     bool IsEnabled() const { return isEnabled_; }
-    /// Folds a recursive block into one node, for a longer search at each entry. Clears all nodes.
+    /// Sets whether a recursive block is folded into one node, which makes the search at each entry longer. Clears all
+    /// nodes.
     void EnableRecursionHandler(bool enable);
+    /// True when recursive blocks are folded; off at first.
     bool IsEnabledRecursionHandler() const { return isRecursionHandlerEnabled_; }
-    /// Depth, the root's included, past which a recursion is suspected when its handler is off; at least 2.
+    /// Sets the depth, including the root, above which a block without the recursion handler is reported as a
+    /// recursion; at least 2.
     void SetMaxExpectedStackDepth(unsigned int depth);
+    /// Depth above which a recursion is reported; 20 at first.
     unsigned int GetMaxExpectedStackDepth() const { return maxExpectedStackDepth_; }
-    /// Number of iterations after which the statistics are reset once, as the first ones are distorted by the building
-    /// of the tree; 0 for never. Counts from the next reset on.
+    /// Sets the number of iterations after which the statistics are reset once, since the first iterations also build
+    /// the tree; 0 for never. Takes effect with the next reset.
     void SetAutoResetThreshold(unsigned int numIterations);
+    /// Number of iterations after which the statistics are reset once; 10 at first.
     unsigned int GetAutoResetThreshold() const { return autoResetThreshold_; }
 
     /// Adds the observer unless it is there already. It is borrowed.
@@ -61,12 +67,12 @@ public:
 
     /// Begins an iteration. Asserts "Profile-stack recursive root-entry." within one.
     void EnterRootNode();
-    /// Ends an iteration, and takes it into the statistics.
+    /// Ends an iteration, and adds it to the statistics.
     void ExitRootNode();
-    /// Enters a block. Asserts "Passing empty block-name to profiler." for a null or empty name, and the block has
-    /// none then.
+    /// Enters a block. Asserts "Passing empty block-name to profiler." for a null or empty name, and enters a block
+    /// without a name then.
     void EnterNode(char const *blockName);
-    /// Leaves the block that was entered last. Without one, does nothing.
+    /// Leaves the block that was entered last. Does nothing without a block.
     void ExitNode();
 
     /// @}
@@ -79,15 +85,18 @@ public:
     void ResetStatistics();
     /// Calculates averages and branch times. Does nothing when no iteration was counted.
     void ProcessStatistics();
-    /// Prints settings and rates, and the table as of the last ProcessStatistics() if an iteration was counted.
+    /// Prints settings and rates and, if an iteration was counted, the table of the last ProcessStatistics().
     void DumpStatistics(ostream &out, ProfilerDumpDesc const &desc) const;
 
+    /// Root of the tree; good until ClearNodes().
     ProfilerNode const &GetRootNode() const { return *root_; }
+    /// Root of the tree; good until ClearNodes().
     ProfilerNode &GetRootNode() { return *root_; }
+    /// Number of iterations that were counted since the last reset.
     unsigned int GetIterationCount() const { return root_->GetTotalEntries(); }
-    /// Time spent in the iterations that were counted.
+    /// Seconds that the counted iterations took.
     double GetElapsedSeconds() const { return elapsedSeconds_; }
-    /// Iterations per second, as of the last ProcessStatistics().
+    /// Gives the iterations per second as of the last ProcessStatistics(); zeros when no iteration was counted.
     void CalcIterationRate(double &min, double &avg, double &max) const;
 
     /// @}

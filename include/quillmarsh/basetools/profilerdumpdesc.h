@@ -1,4 +1,4 @@
-// What a dump of the profiler's statistics shows, and how.
+// Layout of a dump of the profiler's statistics.
 #ifndef QUILLMARSH_BASETOOLS_PROFILERDUMPDESC_H
 #define QUILLMARSH_BASETOOLS_PROFILERDUMPDESC_H
 
@@ -9,10 +9,11 @@
 namespace quillmarsh
 {
 
-/// Layout of the table that Profiler::DumpStatistics prints. The header lines follow the other members only when
-/// ConstructHeaderLines() is called.
+/// Layout of the table that Profiler::DumpStatistics() prints. After a change of other members, ConstructHeaderLines()
+/// adapts the header lines.
 struct QUILLMARSH_API ProfilerDumpDesc
 {
+    /// Sets the defaults, and builds the header lines for them.
     ProfilerDumpDesc();
 
     /// Builds the two header lines of the columns that are shown.
@@ -23,7 +24,7 @@ struct QUILLMARSH_API ProfilerDumpDesc
     string groupSeparator = " | ";
     string columnSeparator = "  ";
     unsigned int indentPerDepth = 2;
-    /// Number of lines of one output type, before the other follows; 0 for no bands.
+    /// Number of lines with the same output type, before lines with the other type follow; 0 for no such bands.
     unsigned int linesPerColorBand = 3;
     bool showEntryCounts = true;
     bool showNodeTimes = true;

@@ -10,40 +10,47 @@
 namespace quillmarsh
 {
 
-/// Node of the profiler's tree: a named block, in the place where it was entered.
+/// Node of the profiler's tree: a named block together with the path of blocks through which it was entered.
 ///
-/// Times are in seconds. A node's time is its own, without its children's; a branch's time includes all descendants.
-/// Averages and branch times are those of the last Profiler::ProcessStatistics. A node belongs to its profiler, and
-/// with it to one thread.
+/// Times are in seconds. The time of a node does not include its children; the time of a branch includes all
+/// descendants. Averages and branch times are those of the last Profiler::ProcessStatistics(). A node belongs to its
+/// profiler, and with it to one thread.
 class QUILLMARSH_API ProfilerNode : NoCopy
 {
 public:
-    /// The parent is borrowed, and null for a root.
+    /// The parent is borrowed; it is null for a root.
     ProfilerNode(string const &blockName, ProfilerNode *parent);
     ~ProfilerNode();
 
     /// @name The tree
     /// @{
+
+    /// Name of the block.
     string const &GetBlockName() const { return blockName_; }
+    /// Parent; null for a root.
     ProfilerNode const *GetParent() const { return parent_; }
+    /// Parent; null for a root.
     ProfilerNode *GetParent() { return parent_; }
+    /// Number of children.
     unsigned int GetNumChildren() const { return static_cast<unsigned int>(children_.size()); }
-    /// Child by index, in the order in which the paths were first taken. Asserts "Index out of range." past the end,
-    /// and gives null then.
+    /// Child by index, in the order of the first entries. Asserts "Index out of range." past the end, and gives null
+    /// then.
     ProfilerNode const *GetChild(unsigned int index) const;
     /// Child of that name, or null.
     ProfilerNode const *FindChild(string const &blockName) const;
-    /// The same, beginning behind the child that was found last: blocks come in the same order in each iteration.
+    /// Child of that name, or null. The search begins behind the child that was found last, since blocks usually have
+    /// the same order in each iteration.
     ProfilerNode *FindChild(string const &blockName);
-    /// First descendant of that name, a child's descendants before the next child; or null.
+    /// First descendant of that name, or null. The descendants of a child come before the next child.
     ProfilerNode const *FindDescendant(string const &blockName) const;
+    /// First descendant of that name, likewise.
     ProfilerNode *FindDescendant(string const &blockName);
     /// @}
 
     /// @name Statistics
     /// @{
 
-    /// Number of entries since the last reset. Iterations, for a root.
+    /// Number of entries since the last reset; for a root, number of iterations.
     unsigned int GetTotalEntries() const { return stats_.totalEntries; }
 
     /// Hands out the statistics of an iteration: entries, node time, branch time and percentage of the iteration.
@@ -55,7 +62,7 @@ public:
     string FormatStatistics(ProfilerDumpDesc const &desc, unsigned int depth) const;
 
     /// Prints the lines of the node and of its descendants, in bands of alternating output types. `lineCounter` is the
-    /// number of lines so far, and grows.
+    /// number of lines that were printed before, and is advanced.
     void DumpStatistics(ostream &out, unsigned int &lineCounter, ProfilerDumpDesc const &desc,
                         unsigned int depth) const;
 
@@ -64,7 +71,7 @@ public:
 private:
     friend class Profiler;
 
-    /// Those of the iteration under way first, which its end takes into the others.
+    /// First the numbers of the running iteration, which ExitRootNode() adds to the others.
     struct Statistics
     {
         unsigned int entriesThisIteration = 0;

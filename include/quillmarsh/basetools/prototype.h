@@ -7,16 +7,21 @@
 namespace quillmarsh
 {
 
-/// Something that is copied without knowing its class. A base for programs; threads are the derived class's matter.
+/// An object that can be copied by code that does not know its class. A base for programs; the derived class says which
+/// threads may use it.
 class QUILLMARSH_API Prototype
 {
 public:
+    /// @name Life
+    /// The class has no data, so that copying copies nothing.
+    /// @{
     Prototype();
     Prototype(Prototype const &);
     Prototype &operator=(Prototype const &);
     virtual ~Prototype();
+    /// @}
 
-    /// A new object of the same class and value.
+    /// Makes a new object of the same class and value. The caller owns it.
     virtual AutoPtr<Prototype> Clone() const = 0;
 };
 

@@ -1,4 +1,4 @@
-// Interface of what can be written to and read from a binary stream.
+// Interface of objects that can be written to and read from a binary stream.
 #ifndef QUILLMARSH_BASETOOLS_SERIALIZABLE_H
 #define QUILLMARSH_BASETOOLS_SERIALIZABLE_H
 
@@ -7,18 +7,22 @@
 namespace quillmarsh
 {
 
-/// Something with a binary form. It has no data of its own; threads are the derived class's matter.
+/// An object with a binary form. This class has no data; the derived class says which threads may use it.
 class QUILLMARSH_API Serializable
 {
 public:
+    /// @name Life
+    /// The class has no data, so that copying copies nothing.
+    /// @{
     Serializable();
     Serializable(Serializable const &);
     Serializable &operator=(Serializable const &);
     virtual ~Serializable();
+    /// @}
 
-    /// Writes the object in the present byte order of output.
+    /// Writes the object in the calling thread's byte order of output.
     virtual void Serialize(std::ostream &out) const = 0;
-    /// Replaces the object by what is read in the present byte order of input.
+    /// Reads the object in the calling thread's byte order of input, and replaces the present value.
     virtual void Deserialize(std::istream &in) = 0;
 };
 

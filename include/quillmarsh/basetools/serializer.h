@@ -14,6 +14,7 @@ namespace quillmarsh
 // it to throw.
 
 /// @name Byte order
+/// Each reverses the bytes of a value in place.
 /// @{
 QUILLMARSH_API void FlipByteOrder(unsigned short &value);
 QUILLMARSH_API void FlipByteOrder(short &value);
@@ -28,8 +29,8 @@ QUILLMARSH_API void FlipByteOrderN(unsigned char *data, unsigned int byteSize);
 /// @}
 
 /// @name Bytes
-/// A block is written and read as it is. Of an array of blocks each is reversed when the byte order asks for it, so
-/// the block size is the width of one number, not that of a structure of them.
+/// A block is written and read as it is. In an array of blocks, each block is reversed when the byte order is not the
+/// machine's: the block size is therefore the width of one number, and not of a structure of several numbers.
 /// @{
 QUILLMARSH_API void WriteByteBlock(ostream &out, char const *data, unsigned int byteSize);
 QUILLMARSH_API void WriteByteBlock(ostream &out, unsigned char const *data, unsigned int byteSize);
@@ -44,8 +45,9 @@ QUILLMARSH_API void ReadByteBlocks(istream &in, unsigned char *data, unsigned in
 /// @}
 
 /// @name Writing
-/// A bool is a byte, 0 or 1. A `long` is four bytes, whatever its width in memory; a value that does not fit asserts,
-/// and its low four bytes are written. A string is its length as an unsigned int, and its bytes.
+/// A bool is written as a byte, 0 or 1. A `long` is written as four bytes, whatever its width in memory is; a value
+/// that does not fit asserts, and its low four bytes are written. A string is written as its length, an unsigned int,
+/// and its bytes.
 /// @{
 QUILLMARSH_API ostream &operator<=(ostream &out, unsigned char value);
 QUILLMARSH_API ostream &operator<=(ostream &out, char value);
@@ -62,9 +64,9 @@ QUILLMARSH_API ostream &operator<=(ostream &out, string const &value);
 /// @}
 
 /// @name Reading
-/// Any byte but 0 is true. The `int` operator reads in the machine's order whatever the stream's is, so counts and
-/// sizes are `unsigned int`. A string takes in no more memory than its characters that arrive, whatever length stands
-/// before them.
+/// A bool is true for every byte except 0. The `int` operator always reads in the machine's byte order; counts and
+/// sizes are therefore `unsigned int`. A string takes no more memory than for the characters that arrive, whatever
+/// length stands in front of them.
 /// @{
 QUILLMARSH_API istream &operator>=(istream &in, unsigned char &value);
 QUILLMARSH_API istream &operator>=(istream &in, char &value);

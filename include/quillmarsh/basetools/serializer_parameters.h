@@ -8,8 +8,8 @@
 
 /// Two switches for the whole process, one for output and one for input. Both start with the order of the machine.
 ///
-/// A sentry sets an order for its own thread and leaves the switches alone, so that threads can serialise at one time in
-/// different orders. Any thread may call everything here.
+/// A sentry sets an order for its own thread and leaves the switches alone, so that threads can serialise at one time
+/// in different orders. Any thread may call everything here.
 namespace quillmarsh::serializer_parameters
 {
 

@@ -23,9 +23,9 @@ public:
 
 /// Output stream that several threads print to at once.
 ///
-/// A standard stream keeps format flags, width and state in itself, and every `<<` touches them. So each thread prints to
-/// a stream of its own, which GetThreadStream() gives: the shared stream itself on the thread that made it, another one
-/// on each other thread. GetConOut() and GetLogOut() of framework/kernel.h give that stream by themselves.
+/// A standard stream keeps format flags, width and state in itself, and every `<<` touches them. So each thread prints
+/// to a stream of its own, which GetThreadStream() gives: the shared stream itself on the thread that made it, another
+/// one on each other thread. GetConOut() and GetLogOut() of framework/kernel.h give that stream by themselves.
 /// \code
 /// shared.GetThreadStream() << std::hex << address << std::endl;
 /// \endcode
@@ -40,8 +40,8 @@ public:
     /// Flushes what the calling thread has written.
     ~SharedOutputStream() override;
 
-    /// The stream that the calling thread prints to. It belongs to the shared stream, starts with the standard's format,
-    /// and is good until either the thread or the shared stream ends. Any thread.
+    /// The stream that the calling thread prints to. It belongs to the shared stream, starts with the standard's
+    /// format, and is good until either the thread or the shared stream ends. Any thread.
     OutputStream &GetThreadStream();
     /// The same for a stream that may be a shared one: any other stream is returned as it is.
     static ostream &GetThreadStream(ostream &stream);
@@ -53,8 +53,8 @@ private:
     class ThreadStream;
     struct ThreadRecord;
 
-    /// Has no memory of its own, so that the streams of all threads can share it: the text of a thread stands in the
-    /// thread's record.
+    /// Has no text of its own, so that the streams of all threads can share it: the text of a thread is kept in the
+    /// record of that thread.
     class Buffer : public std::streambuf
     {
     public:

@@ -9,9 +9,10 @@
 namespace quillmarsh
 {
 
-/// Object that stands in an insertion chain like a manipulator: `out << TabEffector(2) << "text"`.
+/// Object that is inserted into a stream like a manipulator: `out << TabEffector(2) << "text"`.
 ///
-/// An effector keeps no stream; one object may serve several streams, and several threads while nobody changes it.
+/// An effector stores no stream. One object may serve several streams, and several threads as long as it is not
+/// changed.
 class QUILLMARSH_API OStreamEffector
 {
 public:
@@ -20,21 +21,22 @@ public:
     OStreamEffector &operator=(OStreamEffector const &) = default;
     virtual ~OStreamEffector() = default;
 
-    /// Does the effect to the stream, and returns the stream.
+    /// Applies the effect to the stream, and returns the stream.
     ostream &ApplyTo(ostream &out) const;
 
 protected:
-    /// What the effector does. Follows the stream's own rules of failure.
+    /// Applies the effect. Fails as an insertion into the stream fails.
     virtual void DoEffect(ostream &out) const = 0;
 };
 
-/// Same as OStreamEffector::ApplyTo.
+/// Applies the effector; the same as OStreamEffector::ApplyTo().
 QUILLMARSH_API ostream &operator<<(ostream &out, OStreamEffector const &effector);
 
 /// Writes a fill character a number of times. A field width that is set on the stream stays for what follows.
 class QUILLMARSH_API FillEffector : public OStreamEffector
 {
 public:
+    /// Writes `count` times `fill`.
     constexpr explicit FillEffector(unsigned int count, char fill = ' ') : count_(count), fill_(fill) {}
 
 protected:
@@ -49,6 +51,7 @@ private:
 class QUILLMARSH_API TabEffector : public FillEffector
 {
 public:
+    /// Writes `count` tabs.
     constexpr explicit TabEffector(unsigned int count) : FillEffector(count, '\t') {}
 };
 
@@ -57,6 +60,7 @@ public:
 class QUILLMARSH_API IndentEffector : public TabEffector
 {
 public:
+    /// Writes `count` tabs.
     constexpr explicit IndentEffector(unsigned int count) : TabEffector(count) {}
 
 protected:
@@ -67,6 +71,7 @@ protected:
 class QUILLMARSH_API SeparatorLineEffector : public OStreamEffector
 {
 public:
+    /// Writes a line of `count` times `fill`.
     constexpr explicit SeparatorLineEffector(unsigned int count, char fill = '-') : count_(count), fill_(fill) {}
 
 protected:
@@ -82,6 +87,7 @@ private:
 class QUILLMARSH_API TitleEffector : public OStreamEffector
 {
 public:
+    /// `width` is the length of the lines, `fill` their character; `center` centres the title.
     explicit TitleEffector(string const &title, unsigned int width = 80, char fill = '-', bool center = false);
     ~TitleEffector() override;
 
@@ -103,6 +109,7 @@ private:
 class QUILLMARSH_API CaptionEffector : public OStreamEffector
 {
 public:
+    /// `fillCount`, `fill` and `spacing` are as told above.
     explicit CaptionEffector(string const &title, unsigned int fillCount = 5, char fill = '-',
                              unsigned int spacing = 1);
     ~CaptionEffector() override;
@@ -124,6 +131,7 @@ private:
 class QUILLMARSH_API SetOutputTypeEffector : public OStreamEffector
 {
 public:
+    /// Selects this type.
     constexpr explicit SetOutputTypeEffector(unsigned int type) : type_(type) {}
 
 protected:
@@ -133,8 +141,8 @@ private:
     unsigned int type_;
 };
 
-/// Manipulator that writes a line feed without flushing. Dumps use it between lines, and `endl` only where the text
-/// must be seen at once.
+/// Manipulator that writes a line feed without flushing. Dumps use it between lines, and `endl` only when the text must
+/// be seen at once.
 QUILLMARSH_API ostream &nl(ostream &out);
 
 } // namespace quillmarsh

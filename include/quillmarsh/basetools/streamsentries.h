@@ -11,8 +11,8 @@ namespace quillmarsh
 
 /// Sets a stream's exception mask for a scope.
 ///
-/// Setting a mask throws `std::ios_base::failure` when the stream is in one of the states of the mask already. The
-/// destructor never throws: where the old mask would, it stands all the same.
+/// The constructor throws `std::ios_base::failure` when the stream is already in one of the states of the mask. The
+/// destructor never throws, and sets the old mask in any case.
 class QUILLMARSH_API StreamExceptionSentry : NoCopy
 {
 public:

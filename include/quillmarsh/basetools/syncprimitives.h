@@ -7,7 +7,8 @@
 namespace quillmarsh
 {
 
-/// Mutual exclusion between the threads of one process. Any thread; its owner may enter again, and leaves as often.
+/// Mutual exclusion between the threads of one process. Any thread. A thread that is inside may enter again, and leaves
+/// as often as it has entered.
 class QUILLMARSH_API CriticalSection : NoCopy
 {
 public:
@@ -16,13 +17,13 @@ public:
 
     /// Waits until no other thread is inside.
     void Enter();
-    /// Enters when no other thread is inside; false otherwise.
+    /// Enters and returns true when no other thread is inside; returns false otherwise.
     bool TryEnter();
-    /// Leaves; only for the thread that is inside.
+    /// Leaves. Only the thread that is inside may call it.
     void Leave();
 
 private:
-    /// Room for the system's own record.
+    /// Storage for the record of the system.
     alignas(void *) unsigned char section_[48];
 };
 
@@ -66,31 +67,32 @@ private:
 /// A signal that threads wait for. Any thread.
 ///
 /// With automatic reset a signal lets one waiting thread through and is gone; with manual reset it stays until Reset().
-/// An event with a name is shared by everyone who makes one of that name, in this process and in others; the first
-/// decides how it resets and whether it is signalled, and it is gone when the last of them is. A name that begins with
-/// "Global\" is shared by all users, any other by the processes of one user.
+/// Objects with the same name share one event, in this process and in others. The first object decides how the event
+/// resets and whether it is signalled; the event exists until the last object is destroyed. A name that begins with
+/// "Global\" is shared by all users, any other name by the processes of one user.
 class QUILLMARSH_API Event : NoCopy
 {
 public:
-    /// An empty name makes an event of its own. With `forceKernelName` the name goes through ForceWinKernelName().
-    /// Throws SystemResourceException, with "CreateEvent() failed.".
+    /// Makes an event, or shares the one of that name; an empty name shares nothing. With `forceKernelName` the name
+    /// goes through ForceWinKernelName(). Throws SystemResourceException, "CreateEvent() failed.".
     explicit Event(bool initiallySignaled = false, bool manualReset = false, string const &name = string(),
                    bool forceKernelName = true);
     ~Event();
 
-    /// The system's handle, good as long as the object.
+    /// The system's handle; good as long as the object.
     HANDLE GetHandle() const { return handle_; }
     /// The name as it was given to the system.
     string const &GetName() const { return name_; }
 
-    /// Signals; true on success.
+    /// Signals the event. Returns true on success.
     bool Set();
-    /// Takes the signal back; true on success.
+    /// Removes the signal. Returns true on success.
     bool Reset();
 
-    /// Waits without limit; true when signalled, false on failure.
+    /// Waits without limit. Returns true when the event is signalled, false on failure.
     bool WaitInfinite();
-    /// Waits for at most `milliseconds`. True on signal and on time-out, which alone sets `timedOut`; false on failure.
+    /// Waits for at most `milliseconds`. Returns true on a signal and on a time-out, and sets `timedOut` accordingly;
+    /// false on failure.
     bool Wait(unsigned int milliseconds, bool &timedOut);
 
 private:
@@ -98,19 +100,19 @@ private:
     string name_;
 };
 
-/// Holds a flag that only one object at a time can hold, over all processes. Any thread.
+/// Holds a flag that only one object of all processes can hold at a time. Any thread.
 ///
-/// The flag is free again when its holder is destroyed or its process ends in whatever way. Names are shared as those
-/// of events, which live in the same name space.
+/// The flag is free again when its holder is destroyed or the holder's process ends, in whatever way. Names are shared
+/// like those of events; flags and events have one name space.
 class QUILLMARSH_API SingleInstanceFlagSentry : NoCopy
 {
 public:
-    /// Tries to get the flag of this name; none with an empty one. With `forceKernelName` the name goes through
+    /// Tries to take the flag of this name; an empty name takes none. With `forceKernelName` the name goes through
     /// ForceWinKernelName().
     explicit SingleInstanceFlagSentry(string const &name, bool forceKernelName = true);
     ~SingleInstanceFlagSentry();
 
-    /// Whether this object holds the flag.
+    /// True when this object holds the flag.
     bool IsAcquired() const { return handle_ != nullptr; }
     /// The name as it was given to the system.
     string const &GetName() const { return name_; }
@@ -120,8 +122,8 @@ private:
     string name_;
 };
 
-/// Prepares a name for the system's name space of kernel objects: cut to 260 characters, and without a backslash but
-/// for one of the prefixes "Local\", "Global\", "Session\"; other backslashes become "/".
+/// Makes a name fit for a named object of the system: cuts it to 260 characters, and replaces each backslash by "/",
+/// except the one of a prefix "Local\", "Global\" or "Session\".
 QUILLMARSH_API void ForceWinKernelName(string &name);
 
 } // namespace quillmarsh

@@ -10,11 +10,12 @@ namespace quillmarsh
 {
 
 /// @name Text to value
-/// True on success; the output changes only then. Any thread, as everything in this header.
+/// Each returns true on success, and changes the output only then. Any thread, like everything in this header.
 ///
-/// A bool is one of "0", "false", "no", "off", "1", "true", "yes", "on", in either case, with nothing around it.
-/// Everything else may have blanks and tabs around it, and is read whole as a standard stream reads it: a number that
-/// is followed by a letter fails, and a minus before an unsigned number wraps. Characters read as characters.
+/// A bool is one of "0", "false", "no", "off", "1", "true", "yes", "on", in upper or lower case, with nothing around
+/// it. Other values may have blanks and tabs around them, and are read as a standard stream reads them, to the last
+/// character: a number with a letter behind it fails, and a minus before an unsigned number wraps. A `char` of either
+/// kind is read as a character, not as a number.
 /// @{
 QUILLMARSH_API bool ToValue(string const &text, bool &value);
 QUILLMARSH_API bool ToValue(string const &text, char &value);
@@ -26,12 +27,12 @@ QUILLMARSH_API bool ToValue(string const &text, unsigned int &value);
 QUILLMARSH_API bool ToValue(string const &text, float &value);
 QUILLMARSH_API bool ToValue(string const &text, double &value);
 QUILLMARSH_API bool ToValue(string const &text, void *&value);
-/// A text converts to itself, untrimmed.
+/// Copies the text, with the blanks and tabs around it.
 QUILLMARSH_API bool ToValue(string const &text, string &value);
 /// @}
 
 /// @name Value to text
-/// The output is replaced. Widths and precisions are those of a standard stream.
+/// Each replaces the output. Widths and precisions are those of a standard stream.
 /// @{
 
 /// "true" or "false".
@@ -41,7 +42,7 @@ QUILLMARSH_API void ToString(string &text, unsigned int value);
 QUILLMARSH_API void ToString(string &text, long value);
 QUILLMARSH_API void ToString(string &text, unsigned long value);
 QUILLMARSH_API void ToString(string &text, long long value);
-/// Sizes have this type on 64-bit Windows.
+/// For sizes too, which have this type on 64-bit Windows.
 QUILLMARSH_API void ToString(string &text, unsigned long long value);
 /// Lower-case hexadecimal, filled with "0" to `width`.
 QUILLMARSH_API void ToStringHex(string &text, unsigned int value, unsigned int width = 0);
@@ -56,10 +57,10 @@ QUILLMARSH_API void ToStringSci(string &text, double value, unsigned int width =
                                 bool showPositive = false, bool internalAdjust = false);
 /// "0x" and the address in hexadecimal.
 QUILLMARSH_API void ToString(string &text, void *value);
-/// A text is its own text form.
+/// Copies the text.
 QUILLMARSH_API void ToString(string &text, string const &value);
 
-/// The text form of a value as a result, where no output is at hand.
+/// Returns the text form of a value.
 template<typename T>
 string MakeString(T const &value)
 {
@@ -69,13 +70,14 @@ string MakeString(T const &value)
 }
 
 /// @}
-/// From UTF-8 to UTF-16, in spite of its name. False when the input is not well-formed; the output is then empty.
+/// Converts from UTF-8 to UTF-16, in spite of its name. Returns false, and an empty output, when the input is not
+/// well-formed.
 QUILLMARSH_API bool AsciiToUnicode(string const &text, wstring &wide);
-/// From UTF-16 to UTF-8. False when the input is not well-formed; the output is then empty.
+/// Converts from UTF-16 to UTF-8. Returns false, and an empty output, when the input is not well-formed.
 QUILLMARSH_API bool UnicodeToAscii(wstring const &wide, string &text);
 
 /// @name Characters
-/// The console language knows ASCII letters only, whatever the locale.
+/// The letters of the console language are those of ASCII, in every locale.
 /// @{
 constexpr bool IsLetter(char c)
 {
@@ -85,7 +87,7 @@ constexpr bool IsDigit(char c)
 {
     return c >= '0' && c <= '9';
 }
-/// Blank or tab, the only whitespace of the console language.
+/// True for blank and tab, the only whitespace of the console language.
 constexpr bool IsBlank(char c)
 {
     return c == ' ' || c == '\t';
@@ -94,24 +96,27 @@ constexpr bool IsBlank(char c)
 
 /// @name Shaping
 /// @{
+/// Makes the ASCII letters lower case.
 QUILLMARSH_API void LowerCase(string &text);
+/// Makes the ASCII letters upper case.
 QUILLMARSH_API void UpperCase(string &text);
 /// Removes blanks and tabs at both ends.
 QUILLMARSH_API void TrimWhitespace(string &text);
+/// Gives the text without blanks and tabs at both ends.
 QUILLMARSH_API void TrimWhitespace(string const &text, string &trimmed);
 /// Removes a pair of equal quotes, single or double, around a text of at least two characters.
 QUILLMARSH_API void TrimQuotes(string &text);
-/// Appends `fill` until the text has `length` characters. Never shortens.
+/// Appends `fill` until the text has `length` characters. Leaves a longer text alone.
 QUILLMARSH_API void PadToLength(string &text, unsigned int length, char fill = ' ');
-/// Puts `prefix` in front of every line; an empty text is one line, and nothing follows a line feed at the end.
+/// Puts `prefix` in front of every line. An empty text is one line; a line feed at the end opens no line.
 QUILLMARSH_API void AddLinePrefix(string &text, string const &prefix);
-/// Lays the words of the text out in lines of at most `lineLength` characters; a longer word stands alone.
+/// Arranges the words of the text in lines of at most `lineLength` characters. A longer word has a line of its own.
 QUILLMARSH_API void FitToLineLengthBreakAtWhitespaceOnly(string &text, unsigned int lineLength);
-/// Cuts the text at each delimiter. Empty pieces count, but a delimiter at the very end opens none.
+/// Cuts the text at each delimiter. Empty pieces count, but a delimiter at the end of the text opens none.
 QUILLMARSH_API void BreakIntoLines(string const &text, std::vector<string> &lines, char delimiter = '\n');
-/// A letter or "_", then letters, digits and "_". An empty text counts.
+/// True for a letter or "_" with letters, digits and "_" behind it, and for an empty text.
 QUILLMARSH_API bool IsStandardIdentifier(string const &text);
-/// Keeps those characters that make a standard identifier in their place.
+/// Removes every character that a standard identifier cannot have at its place.
 QUILLMARSH_API void ForceStandardIdentifier(string &text);
 /// Makes a text safe for a terminal: writes "\x" and two hexadecimal digits for each byte of a control character, of a
 /// character that changes the direction of writing, and of what is not well-formed UTF-8. Line feed and tab become "\n"
@@ -120,18 +125,23 @@ QUILLMARSH_API string MakePrintable(string const &text, bool keepLayout = false)
 /// @}
 
 /// @name Scanning
-/// Steps of hand-written parsers, which shorten a text from its front.
+/// Steps of hand-written parsers, which shorten a text from its front. "Match" tests, "Eat" removes.
 /// @{
+
+/// True when the first character is one of `set`; false for an empty text.
 QUILLMARSH_API bool MatchNext(string const &text, string const &set);
+/// True when the first character is the wanted one; false for an empty text.
 QUILLMARSH_API bool MatchNext(string const &text, char wanted);
-/// Removes the longest head made of characters of `set`; returns its length.
+/// Removes all characters of `set` from the front, up to the first other one. Returns how many were removed.
 QUILLMARSH_API unsigned int EatLeading(string &text, string const &set);
-/// Removes one character when it is the wanted one; returns 1 or 0.
+/// Removes the first character if it is the wanted one. Returns how many were removed, 1 or 0.
 QUILLMARSH_API unsigned int EatNext(string &text, char wanted);
+/// True when the text begins with `prefix`.
 QUILLMARSH_API bool MatchPrefix(string const &text, string const &prefix);
+/// Removes `prefix` from the front. Returns false, and leaves the text alone, when the text does not begin with it.
 QUILLMARSH_API bool EatPrefix(string &text, string const &prefix);
-/// Removes everything in front of the first character of `set`, which stays. Without one: false, and the text goes only
-/// if `eatAllIfNoDelimiter`.
+/// Removes everything in front of the first character of `set`. Returns false when the text has no such character; the
+/// whole text is then removed with `eatAllIfNoDelimiter`, and otherwise stays.
 QUILLMARSH_API bool EatToDelimiter(string &text, string const &set, bool eatAllIfNoDelimiter);
 /// @}
 

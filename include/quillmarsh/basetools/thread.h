@@ -1,4 +1,4 @@
-// A thread that is told to stop, and stops by itself.
+// A thread that ends by itself when it is asked to.
 #ifndef QUILLMARSH_BASETOOLS_THREAD_H
 #define QUILLMARSH_BASETOOLS_THREAD_H
 
@@ -9,10 +9,10 @@
 namespace quillmarsh
 {
 
-/// A thread of execution, whose work a derived class brings.
+/// A thread of execution; a derived class supplies its work.
 ///
-/// One controlling thread calls the public operations. The derived class looks whether it should go on, by
-/// QueryContinue() or IsExitSignaled(), and must be stopped (SignalExit(), WaitExit()) before it is destroyed:
+/// One controlling thread calls the public operations. The work asks QueryContinue() or IsExitSignaled() whether it is
+/// to go on. The thread must be stopped, by SignalExit() and WaitExit(), before the object is destroyed:
 /// \code
 /// class Sampler : public Thread
 /// {
@@ -32,10 +32,10 @@ public:
     /// Verifies that the thread does not run: "Destroying thread-object while thread is still executing: ThreadID = ".
     virtual ~Thread();
 
-    /// Starts the thread. Verifies "Thread is already running."; throws SystemResourceException when an event or the
-    /// thread cannot be had. The priority is applied when the thread has already started.
+    /// Starts the thread. Verifies "Thread is already running."; throws SystemResourceException when the system refuses
+    /// an event or the thread. The priority is applied when the thread has already started.
     void Run();
-    /// From Run() until the work has ended.
+    /// True from Run() until the work has ended.
     bool IsRunning() const { return handle_.load() != nullptr; }
 
     /// @name State
@@ -45,62 +45,67 @@ public:
     HANDLE GetThreadHandle() const { return handle_.load(); }
     /// The system's number of a running thread, 0 otherwise.
     unsigned int GetThreadID() const { return threadID_.load(); }
+    /// Priority of the thread; 0 at first.
     int GetPriority() const { return priority_; }
+    /// True when the system may raise the priority for a while; true at first.
     bool IsEnabledPriorityBoost() const { return priorityBoostEnabled_; }
-    /// Result of the work that ended last.
+    /// Result of DoWork() of the last run that ended.
     unsigned int GetLastExitCode() const { return lastExitCode_.load(); }
-    /// Signalled by SignalExit().
+    /// Event that SignalExit() signals.
     Event &GetExitEvent() { return exitEvent_; }
-    /// Signalled by the thread's own SignalReady().
+    /// Event that SignalReady() signals on the thread itself.
     Event &GetReadyEvent() { return readyEvent_; }
 
     /// @}
     /// @name Scheduling
-    /// Applied at once when the thread runs, and else by Run(). What the system makes of it is stored back.
+    /// A setting takes effect at once when the thread runs, and otherwise with Run(). The value that the system has
+    /// chosen is stored.
     /// @{
 
-    /// -15 idle, -2 to 2 around the normal 0, 15 time-critical.
+    /// Sets the priority: -15 idle, -2 to 2 around the normal 0, 15 time-critical.
     void SetPriority(int priority);
-    /// Whether the system may raise the priority for a while when a wait ends.
+    /// Sets whether the system may raise the priority for a while when a wait ends.
     void EnablePriorityBoost(bool enable);
 
     /// @}
     /// @name Stopping and waiting
     /// @{
 
-    /// Asks a running thread to end: clears what QueryContinue() gives, then signals the exit event.
+    /// Asks a running thread to end: QueryContinue() is false from now on, and the exit event is signalled.
     void SignalExit();
-    /// Waits without limit until the thread has ended. With `closeHandle` the handle is closed, and otherwise can be
-    /// waited for again. Does nothing on a thread that was never started.
+    /// Waits without limit until the thread has ended. With `closeHandle` the handle is closed; without it the end can
+    /// be waited for again. Does nothing for a thread that was never started.
     void WaitExit(bool closeHandle = true);
-    /// Waits without limit for SignalReady().
+    /// Waits without limit until the thread calls SignalReady().
     void WaitReady();
 
-    /// Stops the thread where it stands; calls nest with Resume(). Verifies "Thread is not running.". True on success.
-    /// The thread keeps what it holds: locks of the memory allocator too.
+    /// Halts the thread at once. Returns true on success. Verifies "Thread is not running.". Each call needs a
+    /// Resume(). The halted thread keeps all locks that it holds, also those of the memory allocator.
     bool Suspend();
-    /// Takes one Suspend() back. Verifies "Thread is not running.". True on success.
+    /// Undoes one Suspend(). Returns true on success. Verifies "Thread is not running.".
     bool Resume();
 
     /// @}
     /// @name Messages
-    /// To the message queue of the thread, which it has from its first look at it (see RunStandardMessageLoop()).
+    /// These post to the message queue of the thread. The thread has a queue once it has asked for a message (see
+    /// RunStandardMessageLoop()).
     /// @{
 
-    /// False when the thread does not run, has no queue, or its queue is full.
+    /// Posts a message. Returns false when the thread does not run, has no queue, or its queue is full.
     bool PostStandardMessage(unsigned int message, unsigned int wParam, long lParam);
-    /// Posts message 0, which nobody minds.
+    /// Posts message 0, which has no effect.
     bool PostStandardNullMessage();
     /// Posts message 18, which ends a message loop.
     bool PostStandardQuitMessage();
-    /// Posts null messages until one arrives, `sleepMilliseconds` apart. False when the thread does not run, or after
-    /// `retries` tries, 0 being without limit.
+    /// Posts null messages, `sleepMilliseconds` apart, until the queue takes one. Returns false when the thread does
+    /// not run, or after `retries` tries; 0 means no limit.
     bool WaitMessageQueueReady(unsigned int retries, unsigned int sleepMilliseconds);
 
     /// @}
 
 protected:
-    /// The work, on the new thread. An exception that leaves it ends the program.
+    /// The work. It runs on the new thread, and its result becomes the exit code. An exception that leaves it ends the
+    /// program.
     virtual unsigned int DoWork() = 0;
 
     /// @name For the work, on its own thread
@@ -108,11 +113,11 @@ protected:
 
     /// False once SignalExit() was called.
     bool QueryContinue() const { return continue_.load(std::memory_order_acquire); }
-    /// Whether the exit event is signalled, which takes the signal. Does not wait.
+    /// True when the exit event is signalled; removes the signal. Does not wait.
     bool IsExitSignaled();
-    /// Waits without limit for SignalExit().
+    /// Waits without limit until SignalExit() is called.
     void WaitExitSignal();
-    /// Lets WaitReady() return.
+    /// Signals the ready event, so that WaitReady() returns.
     void SignalReady();
 
     /// @}
@@ -120,7 +125,7 @@ protected:
 private:
     static unsigned int WorkFunctionMapper(void *object);
 
-    // What the world sees; the work's end clears handle and number.
+    // What other threads see. The end of the work clears handle and number.
     std::atomic<HANDLE> handle_{nullptr};
     std::atomic<unsigned int> threadID_{0};
     int priority_ = 0;
@@ -130,9 +135,9 @@ private:
     Event readyEvent_;
     std::atomic<bool> continue_{false};
 
-    // The controlling thread's own: it stays good for waiting after the work has ended.
+    // Belongs to the controlling thread, which can wait for it after the work has ended.
     HANDLE ownedHandle_ = nullptr;
-    // Keeps the work from ending before Run() has stored the handle.
+    // Prevents that the work ends before Run() has stored the handle.
     std::atomic<bool> isHandleStored_{false};
 
     void CloseOwnedHandle();

@@ -1,4 +1,4 @@
-// Local date and time with their text forms, and clocks for intervals and for a thread's processor time.
+// Local date and time with their text forms, and clocks for intervals and for the processor time of a thread.
 #ifndef QUILLMARSH_BASETOOLS_TIME_H
 #define QUILLMARSH_BASETOOLS_TIME_H
 
@@ -39,26 +39,28 @@ private:
 };
 
 /// @name Values
-/// Month and day count from 1, the day of the week from Sunday, which is 0.
+/// Month and day count from 1. The day of the week counts from 0, which is Sunday.
 /// @{
 QUILLMARSH_API void GetSystemDate(unsigned int &year, unsigned int &month, unsigned int &day, unsigned int &dayOfWeek);
 QUILLMARSH_API void GetSystemTime(unsigned int &hour, unsigned int &minute, unsigned int &second,
                                   unsigned int &millisecond);
-/// All of one moment.
+/// Gives date and time of the same moment.
 QUILLMARSH_API void GetSystemDateTime(unsigned int &year, unsigned int &month, unsigned int &day,
                                       unsigned int &dayOfWeek, unsigned int &hour, unsigned int &minute,
                                       unsigned int &second, unsigned int &millisecond);
 /// @}
 
 /// @name Text
-/// The output is replaced. With everything in it a text reads 2002-07-04-thu/09:05:03:007.
+/// Each replaces the output. A text with all options reads 2002-07-04-thu/09:05:03:007.
 /// @{
 
-/// `shortYear` writes the last two digits of the year, `withDayName` appends the day of the week.
+/// Gives the date. `shortYear` writes the last two digits of the year, `withDayName` appends the day of the week.
 QUILLMARSH_API void GetFormattedSystemDate(string &text, bool shortYear = false, bool withDayName = false,
                                            DateTimeSeparators const &separators = DateTimeSeparators());
+/// Gives the time of day, with `withMilliseconds` to the millisecond.
 QUILLMARSH_API void GetFormattedSystemTime(string &text, bool withMilliseconds = false,
                                            DateTimeSeparators const &separators = DateTimeSeparators());
+/// Gives date and time of the same moment, likewise.
 QUILLMARSH_API void GetFormattedSystemDateTime(string &text, bool shortYear = false, bool withDayName = false,
                                                bool withMilliseconds = false,
                                                DateTimeSeparators const &separators = DateTimeSeparators());
@@ -70,22 +72,23 @@ QUILLMARSH_API void GetFormattedSystemDateTime(string &text, bool shortYear = fa
 class QUILLMARSH_API HighResolutionTimer
 {
 public:
-    /// Starts the timer. Throws SystemResourceException where the system has no such clock.
+    /// Starts the timer. Throws SystemResourceException when the system has no such clock.
     HighResolutionTimer();
 
-    /// Measures from now on.
+    /// Starts again at 0.
     void Start();
 
-    /// Seconds since the start; reading leaves the timer running.
+    /// Seconds since the start. The timer goes on.
     double GetElapsedSeconds() const;
     /// Low 32 bits of the ticks since the start.
     unsigned int GetElapsedTicks() const;
-    /// Ticks since the start, by halves.
+    /// Ticks since the start, as low and high 32 bits.
     void GetElapsedTicks(unsigned int &low, unsigned int &high) const;
-    /// Low 32 bits.
+    /// Low 32 bits of the clock's frequency.
     unsigned int GetTicksPerSecond() const;
 
-    /// The clock's frequency and step, either pointer may be null. False, and both 0, where there is no such clock.
+    /// Gives the clock's frequency and the length of a tick; either pointer may be null. Returns false, and gives
+    /// zeros, when the system has no such clock.
     static bool GetPerformanceCounterInfo(LARGE_INTEGER *ticksPerSecond, double *secondsPerTick);
 
 private:
@@ -94,18 +97,18 @@ private:
     double secondsPerTick_ = 0;
 };
 
-/// Measures the processor time of the thread that started it, which alone may use it.
+/// Measures the processor time of the thread that started it. Only that thread may use it.
 class QUILLMARSH_API ThreadTimer
 {
 public:
     /// Starts the timer.
     ThreadTimer();
 
-    /// Measures from now on.
+    /// Starts again at 0.
     void Start();
 
-    /// Processor seconds since the start, which are the sum of the system's share and the program's own; each is stored
-    /// where its pointer isn't null.
+    /// Seconds of processor time since the start. They are the sum of the time in the system and of the time in the
+    /// program; each of these is stored if its pointer is not null.
     double GetElapsedSeconds(double *kernelSeconds = nullptr, double *userSeconds = nullptr) const;
 
 private:

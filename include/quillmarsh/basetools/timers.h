@@ -18,29 +18,31 @@ class QUILLMARSH_API AlarmHandler
 public:
     virtual ~AlarmHandler();
 
-    /// Whether calls can take long, so that they should get a thread of their own. Asked when a timer starts.
+    /// True when calls can take long, so that they should get a thread of their own. Asked when a timer starts; false
+    /// by default.
     virtual bool QueryHintLongExecution();
-    /// The time has come. True stops the timer. It guards its own data, and leaves stopping to its result: waiting here
-    /// for a thread that stops the timer is a deadlock.
+    /// Called when the time is over. A result of true stops the timer. The handler guards its own data. It must not
+    /// wait here for a thread that stops the timer: that is a deadlock.
     virtual bool OnAlarm() = 0;
 };
 
-/// Calls an AlarmHandler once or periodically. Any thread, but for the handler itself.
+/// Calls an AlarmHandler once or periodically. Any thread may use it, except the handler itself.
 class QUILLMARSH_API AlarmTimer : NoCopy
 {
 public:
     AlarmTimer();
-    /// Stops the timer, and waits for a call that is under way.
+    /// Stops the timer, and waits until a running call has ended.
     ~AlarmTimer();
 
-    /// Calls once, after a delay. False when the timer runs already or cannot be had. The handler is borrowed until the
-    /// timer has stopped.
+    /// Calls the handler once, after a delay. Returns false when the timer runs already or the system refuses it. The
+    /// handler is borrowed until the timer has stopped.
     bool FireOnce(AlarmHandler &handler, unsigned int delayMilliseconds);
-    /// Calls after a delay and then again and again; a period of 0 becomes 1. Otherwise as FireOnce().
+    /// Calls the handler after a delay, and then once in each period; a period of 0 becomes 1. The rest is as for
+    /// FireOnce().
     bool StartPeriodic(AlarmHandler &handler, unsigned int delayMilliseconds, unsigned int periodMilliseconds);
-    /// Stops the timer, of either kind. No call is under way when it returns.
+    /// Stops the timer, also one of FireOnce(). No call of the handler is running when this returns.
     void StopPeriodic();
-    /// False again once a single call has been made.
+    /// True when the timer runs; false after the call of FireOnce() has been made.
     bool IsRunning();
 
 private:
@@ -51,7 +53,7 @@ private:
     void CallHandler();
 
     CriticalSection stateLock_;
-    // Held by who stops the timer. The callback never waits for it: the other waits for the callback.
+    // Held by the thread that stops the timer and waits for the callback. The callback never waits for this lock.
     CriticalSection stopLock_;
     std::atomic<AlarmHandler *> handler_{nullptr};
     HANDLE timer_ = nullptr;
@@ -72,18 +74,20 @@ public:
 class QUILLMARSH_API WindowAlarmTimer : NoCopy
 {
 public:
+    /// `window` is the window of the next start; null for none.
     explicit WindowAlarmTimer(HWND window = nullptr);
     /// Stops the timer.
     ~WindowAlarmTimer();
 
-    /// Window of the next start.
+    /// Sets the window of the next start; a running timer keeps its window.
     void SetHWND(HWND window);
+    /// Window of the next start.
     HWND GetHWND() const { return window_; }
 
-    /// True when the timer came up; false without a window. The handler is borrowed until the timer has stopped. On a
-    /// running timer it sets handler and period anew.
+    /// Starts the timer, or gives a running timer the new handler and period. Returns false without a window and when
+    /// the system refuses the timer. The handler is borrowed until the timer has stopped.
     bool StartPeriodic(WindowAlarmHandler &handler, unsigned int periodMilliseconds);
-    /// Stops the timer; no call comes after it.
+    /// Stops the timer. The handler is not called after it.
     void StopPeriodic();
 
 private:
@@ -92,7 +96,7 @@ private:
     HWND window_;
     std::uintptr_t timerID_ = 0;
     WindowAlarmHandler *handler_ = nullptr;
-    // Where the timer runs, which SetHWND() does not change.
+    // Window of the running timer, which SetHWND() does not change.
     HWND timerWindow_ = nullptr;
 };
 

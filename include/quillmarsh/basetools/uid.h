@@ -13,18 +13,21 @@ class QUILLMARSH_API UID
 public:
     /// Leaves the words unset.
     UID();
+    /// Takes the four words.
     UID(unsigned int word0, unsigned int word1, unsigned int word2, unsigned int word3);
     /// Copies the four words at `words`.
     explicit UID(unsigned int const *words);
 
     /// @name Words
-    /// By index, 0 to 3. Asserts "Index out of range." on another index, which then means word 0.
+    /// By index, 0 to 3. Any other index asserts "Index out of range.", and then means word 0.
     /// @{
     unsigned int &operator[](unsigned int index);
     unsigned int const &operator[](unsigned int index) const;
     /// @}
 
+    /// True when all words are equal.
     bool operator==(UID const &other) const;
+    /// True when a word differs.
     bool operator!=(UID const &other) const { return !(*this == other); }
 
     /// The words as eight upper-case hexadecimal digits each, joined by "-", in square brackets.

@@ -14,47 +14,51 @@
 namespace quillmarsh
 {
 
-/// Refers to a variable that lives elsewhere, reads and writes it as text, and tells an observer of changes.
+/// Refers to a variable of the program, reads and writes it as text, and tells an observer of changes.
 ///
-/// The variable is never owned. Proxies are used from the console's thread; a variable that another thread touches has
-/// to be safe for that itself. Only the global observer may be set and read by any thread.
+/// The variable is borrowed. Proxies are used from the console's thread; a variable that other threads use too must be
+/// safe for that itself. Only the global observer may be set and read by any thread.
 class QUILLMARSH_API VariableProxy
 {
 public:
-    /// Hears of values that were set through a proxy. Called on the thread that sets.
+    /// Is told of values that were set through a proxy, on the thread that sets them.
     class QUILLMARSH_API Observer
     {
     public:
         virtual ~Observer();
-        /// The value was set, to another or to the same one.
+        /// The variable was set, to another value or to the same one.
         virtual void OnValueChanged(VariableProxy const &proxy);
     };
 
     virtual ~VariableProxy();
 
-    /// Sets the variable from a text. One that does not convert leaves the value, and the observer is told all the
-    /// same. Nothing happens without a variable.
+    /// Sets the variable from a text, and tells the observer. A text that does not convert leaves the value alone, and
+    /// the observer is still told. Nothing happens without a variable.
     virtual void SetValueFromString(string const &text) = 0;
-    /// The variable as a text, "Unknown" without one.
+    /// Value of the variable as a text; "Unknown" without a variable.
     virtual string GetValueString() const = 0;
-    /// A new proxy, owned by the caller, of the same kind and for the same variable.
+    /// Makes a proxy of the same kind for the same variable. The caller owns it.
     virtual VariableProxy *Clone() const = 0;
-    /// Plain name of the variable's type.
+    /// Plain name of the type of the variable.
     virtual string GetTargetTypeName() const = 0;
-    /// Values that the variable may take, empty when it may take any.
+    /// Text that describes which values the variable may have; empty when it may have any.
     virtual string GetTargetRestrictions() const;
-    /// Type and address of the variable, "NA" without one.
+    /// Type and address of the variable; "NA" without a variable.
     virtual string GetTargetObjectName() const = 0;
 
+    /// @name Name, description, and who may use the variable
+    /// All three are stored as they are given: empty and false at first.
+    /// @{
     void SetName(string const &name);
     string const &GetName() const { return name_; }
     void SetVarDescription(string const &description);
     string const &GetVarDescription() const { return description_; }
     void SetDeveloperModeOnly(bool developerModeOnly);
     bool IsDeveloperModeOnly() const { return developerModeOnly_; }
+    /// @}
 
     /// @name Observers
-    /// Borrowed, null for none. A proxy with an observer of its own does not reach the global one.
+    /// They are borrowed; null means none. A proxy that has an observer of its own does not tell the global one.
     /// @{
     void SetObserver(Observer *observer);
     Observer *GetObserver() const { return observer_; }
@@ -68,7 +72,7 @@ protected:
     VariableProxy(VariableProxy const &);
     VariableProxy &operator=(VariableProxy const &);
 
-    /// Tells the proxy's own observer or, without one, the global one.
+    /// Tells the observer of the proxy or, if the proxy has none, the global one.
     void NotifyObserverAboutValueChange() const;
 
 private:
@@ -78,7 +82,7 @@ private:
     string description_;
 };
 
-/// Proxy of a variable of a type that ToValue and ToString know.
+/// Proxy of a variable of any type that ToValue() and ToString() know.
 template<typename T>
 class QUILLMARSH_API_TEMPLATE TVariableProxy : public VariableProxy
 {
@@ -92,7 +96,7 @@ public:
         NotifyObserverAboutValueChange();
     }
 
-    /// The variable, null for none.
+    /// The variable; null for none.
     T *GetTarget() const { return target_; }
 
     void SetValueFromString(string const &text) override
@@ -129,8 +133,8 @@ template<typename T>
 class QUILLMARSH_API_TEMPLATE TVariableProxyRangeChecked : public TVariableProxy<T>
 {
 public:
-    /// Sets the variable, pulled into the range, and tells the observer. With a minimum above the maximum, a value at
-    /// or above the maximum gives the maximum. NaN gives the minimum.
+    /// Sets the variable to the value, clamped to the range, and tells the observer. With a minimum above the maximum,
+    /// a value at or above the maximum gives the maximum. NaN gives the minimum.
     void SetValue(T value)
     {
         T inRange = value;
@@ -141,7 +145,9 @@ public:
         TVariableProxy<T>::SetValue(inRange);
     }
 
+    /// Lowest value of the range.
     T GetMinimum() const { return minimum_; }
+    /// Highest value of the range.
     T GetMaximum() const { return maximum_; }
 
     void SetValueFromString(string const &text) override

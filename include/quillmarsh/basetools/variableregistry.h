@@ -14,30 +14,36 @@ namespace quillmarsh
 class QUILLMARSH_API VariableRegistry : NoCopy
 {
 public:
+    /// `name` is for the program's own use.
     explicit VariableRegistry(string const &name = string());
     virtual ~VariableRegistry();
 
+    /// Name of the registry.
     string const &GetName() const { return name_; }
 
-    /// Keeps a clone of the proxy, which stays the caller's. False when the name is taken.
+    /// Stores a clone of the proxy; the caller keeps the proxy itself. Returns false when the name is taken.
     bool RegisterVariable(VariableProxy const &proxy);
     /// Deletes the entry of that name, if there is one. An observer may do so while it is called.
     void UnregisterVariable(string const &name);
     /// Deletes all entries.
     void UnregisterAllVariables();
 
+    /// Number of variables.
     unsigned int GetNumVariables() const;
-    /// By exact name; null when there is none. Good until the variable is unregistered.
+    /// Variable by exact name; null when there is none. Good until the variable is unregistered.
     VariableProxy *GetVariable(string const &name);
+    /// Variable by exact name, likewise.
     VariableProxy const *GetVariable(string const &name) const;
-    /// By index in the order of names. Asserts "Index out of range." past the end, and gives a proxy without a variable
-    /// then.
+    /// Variable by index, in the order of names. Asserts "Index out of range." past the end, and gives a proxy without
+    /// a variable then.
     VariableProxy &GetVariable(unsigned int index);
+    /// Variable by index, likewise.
     VariableProxy const &GetVariable(unsigned int index) const;
 
-    /// Sets each variable from its own text: what was changed behind the back of a range-checked proxy comes back into
-    /// its range, and every observer is told once. A real number is rounded to the digits of its text. Observers may
-    /// register and unregister variables meanwhile: one that has gone is not set any more, a new one is left alone.
+    /// Sets each variable from its own text: a variable that the program has set without its range-checked proxy
+    /// returns to its range, and every observer is told once. A real number is rounded to the digits of its text.
+    /// Observers may register and unregister variables meanwhile: a variable that was unregistered is not set any more,
+    /// and a new one is left alone.
     void ForceValueRanges();
 
 private:

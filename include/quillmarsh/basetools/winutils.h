@@ -1,4 +1,4 @@
-// Values and services of the window system that others hold: GUIDs, points, colours, cursors, guards.
+// Values and services of the window system that other classes use: GUIDs, points, colours, cursors, guards.
 #ifndef QUILLMARSH_BASETOOLS_WINUTILS_H
 #define QUILLMARSH_BASETOOLS_WINUTILS_H
 
@@ -14,7 +14,7 @@
 namespace quillmarsh
 {
 
-/// Thin layer over the window system. Value types and functions: any thread, if they say nothing else.
+/// Thin layer over the window system. Value types and functions are for any thread unless they say otherwise.
 namespace win_utils
 {
 
@@ -27,19 +27,23 @@ class QUILLMARSH_API Guid : public _GUID
 public:
     /// All zeros.
     Guid();
+    /// Copies the platform's record.
     Guid(_GUID const &guid);
+    /// Converts as CopyFrom() does.
     explicit Guid(UID const &uid);
 
-    /// Takes over the words: word 0 as Data1, word 1 as Data2 and Data3, the others as Data4, highest byte first.
+    /// Copies the words: word 0 to Data1, word 1 to Data2 and Data3, the others to Data4, highest byte first.
     void CopyFrom(UID const &uid);
     /// The exact inverse of CopyFrom.
     void CopyTo(UID &uid) const;
 
+    /// True when all bytes are equal.
     bool operator==(Guid const &other) const;
+    /// True when a byte differs.
     bool operator!=(Guid const &other) const { return !(*this == other); }
 };
 
-/// Prints the text of the UID of the same digits.
+/// Prints the text of the UID with the same digits.
 QUILLMARSH_API ostream &operator<<(ostream &out, Guid const &guid);
 
 /// @name Binary form
@@ -70,16 +74,17 @@ struct Point
     /// Negation by coordinates.
     constexpr Point operator-() const { return {-x, -y}; }
 
-    /// Whether the point lies in a rectangle; its left and top edges belong to it, its right and bottom ones do not.
+    /// True when the point lies in a rectangle. The left and top edges belong to the rectangle, the right and bottom
+    /// edges do not.
     constexpr bool HitTestRectangle(long left, long top, long right, long bottom) const
     {
         return x >= left && x < right && y >= top && y < bottom;
     }
 };
 
-/// Holds the system's drawing library started while it lives; guards may be nested.
+/// Keeps the system's drawing library started as long as it exists; guards may be nested.
 ///
-/// On Linux the drawing libraries need no start, and the guard has nothing to do.
+/// On Linux the drawing libraries need no start, and the guard does nothing.
 class QUILLMARSH_API GdiplusGuard : NoCopy
 {
 public:
@@ -91,7 +96,7 @@ private:
     std::uintptr_t token_ = 0;
 };
 
-/// Holds the system's component model started for the calling thread, on which it is made and destroyed.
+/// Keeps the system's component model started for the thread on which it is made and destroyed.
 ///
 /// On Linux there is nothing to start, and the guard reports success.
 class QUILLMARSH_API COMGuard : NoCopy
@@ -100,29 +105,30 @@ public:
     COMGuard();
     ~COMGuard();
 
+    /// True when the component model was started.
     bool IsInitialized() const { return initialized_; }
 
 private:
     bool initialized_;
 };
 
-/// Gives a reference to a component back; null is passed over.
+/// Releases a reference to a component; ignores null.
 struct QUILLMARSH_API CleanupHandlerIUnknown
 {
     /// Releases the object, unless it is null.
     void operator()(IUnknown *object) const;
 };
 
-/// Owns one reference to a component and gives it back at the end of its scope.
+/// Owns one reference to a component, and releases it at the end of its scope.
 using AutoCleanupIUnknown = std::unique_ptr<IUnknown, CleanupHandlerIUnknown>;
 
-/// Colour as the drawing library takes it, a word with alpha in the top byte, then red, green and blue.
+/// Converts a colour to the form of the drawing library: a word with alpha in the top byte, then red, green and blue.
 QUILLMARSH_API unsigned int GdiplusConvertColor(color4b color);
-/// And back.
+/// Converts a colour from that form.
 QUILLMARSH_API color4b GdiplusConvertColor(unsigned int argb);
 
-/// Names of the font families that are installed, sorted and each once. False, and no names, if the system does not
-/// tell.
+/// Gives the names of the installed font families, sorted, each once. Returns false, and no names, if the system does
+/// not tell.
 QUILLMARSH_API bool GdiplusGetFontFamilyNames(std::vector<string> &names);
 
 /// Colours that the user of the desktop has chosen.
@@ -148,11 +154,11 @@ enum class eSystemColor
     e_infoText
 };
 
-/// Opaque colour of the desktop's theme. Linux has no setting of that kind: the colours are those of a plain light
-/// theme. A value that is no enumerator gives opaque black.
+/// Opaque colour of the desktop's theme. Linux has no such setting, and gives the colours of a plain light theme. A
+/// value that is no enumerator gives opaque black.
 QUILLMARSH_API color4b GetSystemColor(eSystemColor color);
 
-/// Mouse cursors that the system brings along.
+/// Mouse cursors that the system supplies.
 enum class eStockCursor
 {
     e_arrow,
@@ -169,9 +175,10 @@ enum class eStockCursor
     e_sizeNorthEastSouthWest
 };
 
-/// Cursor that is shared and never to be destroyed; null if the system has none, or has no display. Main thread.
+/// Loads a cursor that is shared and must not be destroyed. Returns null if the system has no such cursor or no
+/// display. Main thread.
 ///
-/// On Linux it belongs to SDL, whose video part it keeps running, and is good until the program ends that by SDL_Quit.
+/// On Linux the cursor belongs to SDL, and keeps its video part running. It is good until the program calls SDL_Quit.
 QUILLMARSH_API HCURSOR LoadStockCursor(eStockCursor cursor);
 
 } // namespace win_utils
