@@ -1,4 +1,4 @@
-// What the sampling thread of a device does in each pass.
+// Work of the sampling thread of a device in each pass.
 #ifndef QUILLMARSH_SOURCE_FRAMEWORK_SAMPLINGLOOP_H
 #define QUILLMARSH_SOURCE_FRAMEWORK_SAMPLINGLOOP_H
 
@@ -10,17 +10,25 @@ namespace quillmarsh
 
 /// Samples a device and holds its rate, pass by pass. Sampling thread only.
 ///
-/// The rate limit is a feedback loop: each pass sleeps, and the sleep is corrected by how far the averaged length of the
-/// passes is off the wanted one. Sleeps have whole milliseconds, so at high rates it is the correction that makes passes
-/// with a sleep and passes without one add up to the rate. Where that does not get there, a look at the samples of the
-/// last two seconds starts the loop again from the ideal sleep.
+/// The rate limit is a feedback loop: each pass sleeps, and the sleep is corrected by the difference between the wanted
+/// length of a pass and the averaged one. Sleeps have whole milliseconds; at high rates the correction mixes passes
+/// with and without a sleep so that they make up the rate. If that fails, a check of the samples of the last two
+/// seconds starts the loop again from the ideal sleep.
+///
+/// With a limit, the weight of a pass in the average is squared: at 250 samples per second it is 1/62500. This keeps a
+/// settled rate steady, and costs the first two seconds. The average begins with the first pass, whose sleep is always
+/// a little too long, and hardly moves after that; the same error is therefore added to the sleep in every pass, until
+/// passes do not sleep at all. At 250 samples per second the first half second brings 15 to 40 times the wanted
+/// samples, and the next one and a half seconds bring about half of them; at 50 and below the rate is up to a third too
+/// high. The check after two seconds then sets it right.
 class HumanInterfaceDevice::SamplingLoop : NoCopy
 {
 public:
     explicit SamplingLoop(HumanInterfaceDevice &device);
 
-    /// False when the device cannot be sampled any more.
+    /// Samples once, and sleeps. Returns false when the device cannot be sampled any more.
     bool DoPass();
+    /// Sets the averages to 0: no thread samples any more.
     void End();
 
 private:

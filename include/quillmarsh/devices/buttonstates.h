@@ -7,10 +7,10 @@
 namespace quillmarsh
 {
 
-/// Row of state bytes: bit 7 says pressed in the current sample, bit 0 pressed in the previous one.
+/// Row of state bytes. Bit 7 means pressed in the current sample, bit 0 pressed in the previous one.
 ///
-/// Keyboard, Mouse and GameController hold one each. No index is tested. The rules of threads are those of the
-/// controller that holds it.
+/// Keyboard, Mouse and GameController have one each. Indexes are not tested: they are below `Count`. The rules for
+/// threads are those of the controller.
 template<unsigned int Count>
 class ButtonStates
 {
@@ -19,14 +19,15 @@ public:
     static constexpr unsigned char s_previous = 1;
 
     /// @name Reading
-    /// Non-zero for yes: Pressed() gives the raw bit, Down() and Up() give 1.
+    /// Each returns 0 for no. For yes, Pressed() returns the bit of the state, Down() and Up() return 1.
     /// @{
     unsigned char Pressed(unsigned int index) const { return states_[index] & s_current; }
     unsigned char Down(unsigned int index) const { return (states_[index] & (s_current | s_previous)) == s_current; }
     unsigned char Up(unsigned int index) const { return (states_[index] & (s_current | s_previous)) == s_previous; }
     /// @}
 
-    /// @name Counts over all states
+    /// @name Counts
+    /// How many of all states are pressed, have just been pressed, and have just been released.
     /// @{
     unsigned int CountPressed() const { return CountIf(s_current, s_current); }
     unsigned int CountDown() const { return CountIf(s_current | s_previous, s_current); }
@@ -34,6 +35,7 @@ public:
     /// @}
 
     /// @name Writing one state
+    /// Sets or clears the bit of the current sample.
     /// @{
     void SetPressed(unsigned int index) { states_[index] |= s_current; }
     void ResetPressed(unsigned int index) { states_[index] &= s_clearCurrent; }
@@ -42,21 +44,21 @@ public:
     /// @name Writing all states
     /// @{
 
-    /// Nothing is pressed, and nothing was.
+    /// Clears all states: nothing is pressed, and nothing was.
     void Reset() { std::fill_n(states_, Count, static_cast<unsigned char>(0)); }
-    /// The current bit is cleared, the rest stays.
+    /// Clears the current bits; the previous bits stay.
     void ClearCurrent()
     {
         for (unsigned char &state : states_)
             state &= s_clearCurrent;
     }
-    /// The previous bit takes the current one, which is cleared.
+    /// Moves the current bits to the previous ones.
     void Shift()
     {
         for (unsigned char &state : states_)
             state = static_cast<unsigned char>(state >> 7);
     }
-    /// The previous bit takes the current one, which stays.
+    /// Copies the current bits to the previous ones.
     void ShiftCopy()
     {
         for (unsigned char &state : states_)

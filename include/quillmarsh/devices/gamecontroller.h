@@ -10,10 +10,10 @@ namespace quillmarsh
 
 /// Axes, sliders, hats and buttons of a joystick or game pad.
 ///
-/// Buttons behave as the keys of a Keyboard do; the rest are levels. Dead zones and saturations are kept here and
-/// applied by the hardware or the concrete controller. Indexes are not tested against the counts that the hardware
-/// reported: there is room for 8 sliders, 4 hats and 32 buttons at any time. Read it, and change its modifiers, under a
-/// sentry of its device.
+/// Buttons behave like the keys of a Keyboard; all other readings are levels. Dead zones and saturations are stored
+/// here; the hardware or the concrete controller applies them. Indexes are not tested: the counts that the hardware
+/// reported may be exceeded, but not the room for 8 sliders, 4 hats and 32 buttons. Read a game controller, and change
+/// its modifiers, under a sentry of its device.
 class QUILLMARSH_API GameController : public HIDController
 {
 public:
@@ -22,7 +22,7 @@ public:
     static constexpr unsigned int s_maxPOVHats = 4;
     static constexpr unsigned int s_maxButtons = 32;
 
-    /// Axis; the last three are turns about the first three.
+    /// Axis. The last three are rotations about the first three.
     enum eAxis : unsigned int
     {
         AxisX = 0,
@@ -46,10 +46,11 @@ public:
     void OnBeginAsyncSampleRead() override;
     void OnEndAsyncSampleRead() override;
 
-    /// Told of each change of a dead zone and saturation, to pass them on to the hardware.
+    /// Called by each change of a dead zone and saturation, to pass them on to the hardware.
     virtual void OnOperationModifiersChanged() = 0;
 
     /// @name Capabilities
+    /// As the hardware reported them; none at first.
     /// @{
     bool HasAxis(eAxis axis) const { return hasAxis_[axis]; }
     unsigned int GetNumSliders() const { return numSliders_; }
@@ -57,7 +58,8 @@ public:
     unsigned int GetNumButtons() const { return numButtons_; }
     /// @}
 
-    /// @name Reversal; it takes effect with the next reading
+    /// @name Reversal
+    /// Off at first. A change takes effect with the next reading.
     /// @{
     void SetAxisReverse(eAxis axis, bool reverse) { axisSigns_[axis] = reverse ? -1.0f : 1.0f; }
     void SetSliderReverse(unsigned int slider, bool reverse) { sliderSigns_[slider] = reverse ? -1.0f : 1.0f; }
@@ -66,14 +68,15 @@ public:
     /// @}
 
     /// @name Dead zones and saturations
-    /// Parts of the way from the centre to the end: up to the dead zone, from 0 to 1, a position counts as the centre;
-    /// from the saturation, which is at least the dead zone and at most 1, as the end. NaN counts as the default, 0 and 1.
+    /// Both are parts of the way from the centre to the end. Up to the dead zone, which is 0 to 1, a position counts as
+    /// the centre; from the saturation, which is at least the dead zone and at most 1, as the end. NaN counts as the
+    /// default, 0 and 1.
     /// @{
     void SetAxisProperties(eAxis axis, float deadZone, float saturation);
     void SetSliderProperties(unsigned int slider, float deadZone, float saturation);
-    /// To 0 and 1, for all axes.
+    /// Sets 0 and 1 for all axes.
     void ResetAxisProperties();
-    /// To 0 and 1, for the sliders that the hardware reported.
+    /// Sets 0 and 1 for the sliders that the hardware reported.
     void ResetSliderProperties();
     float GetAxisDeadZone(eAxis axis) const { return axisDeadZones_[axis]; }
     float GetAxisSaturation(eAxis axis) const { return axisSaturations_[axis]; }
@@ -82,16 +85,17 @@ public:
     /// @}
 
     /// @name Positions
+    /// As the concrete controller reported them, with the reversal applied.
     /// @{
     float GetAxisPosition(eAxis axis) const { return axisPositions_[axis]; }
     float GetSliderPosition(unsigned int slider) const { return sliderPositions_[slider]; }
-    /// Negative at rest.
+    /// Direction of a hat, as the concrete controller reports it; negative at rest.
     float GetPOVHatPosition(unsigned int hat) const { return povHatPositions_[hat]; }
     bool IsPOVHatCentered(unsigned int hat) const { return povHatPositions_[hat] < 0.0f; }
     /// @}
 
     /// @name Buttons
-    /// Non-zero for yes.
+    /// Each returns 0 for no.
     /// @{
     unsigned char ButtonPressed(unsigned int button) const { return buttonStates_.Pressed(button); }
     /// Pressed now, and not in the previous sample.
@@ -104,9 +108,10 @@ protected:
     GameController();
 
     /// @name Capabilities
+    /// For the concrete controller, before its first sample.
     /// @{
     void ReportHardwareCaps_Axes(bool x, bool y, bool z, bool rx, bool ry, bool rz);
-    /// Counts beyond the room that there is are cut.
+    /// Counts above the room are cut.
     void ReportHardwareCaps_Gadgets(unsigned int sliders, unsigned int hats, unsigned int buttons);
     /// @}
 
@@ -118,12 +123,13 @@ protected:
     {
         sliderPositions_[slider] = position * sliderSigns_[slider];
     }
-    /// Never reversed; negative at rest.
+    /// Sets the direction of a hat, which is never reversed; negative at rest.
     void SetPOVHatPosition(unsigned int hat, float position) { povHatPositions_[hat] = position; }
     void SetButtonPressed(unsigned int button) { buttonStates_.SetPressed(button); }
     /// @}
 
     /// @name Steps of the hooks
+    /// Parts of the operations above; for buttons see ButtonStates.
     /// @{
 
     /// Reversals off, dead zones 0, saturations 1, without OnOperationModifiersChanged().

@@ -7,7 +7,8 @@
 namespace quillmarsh
 {
 
-/// Sensor of a data glove. Joints go from the palm outwards, abduction is between two neighbouring fingers.
+/// Sensor of a data glove. The joints of a finger are counted from the palm outwards; abduction is the angle between
+/// two neighbouring fingers.
 enum eGloveSensor : unsigned int
 {
     WristYaw = 0,
@@ -36,9 +37,9 @@ enum eGloveSensor : unsigned int
 
 /// Readings of a data glove, and their calibration.
 ///
-/// A concrete glove writes raw values and flexures between PreSampleUpdate() and PostSampleUpdate(), and angles where it
-/// measures them. The range of flexures that each sensor has shown maps to normalized flexures from 0 to 1; while
-/// auto-calibration is active the range is learned with each sample. Read it, and calibrate it, under a sentry of its
+/// A concrete glove writes raw values and flexures between PreSampleUpdate() and PostSampleUpdate(), and also angles if
+/// it measures them. The range of flexures that a sensor has shown is mapped to normalized flexures from 0 to 1; while
+/// auto-calibration is active, each sample extends the range. Read a glove, and calibrate it, under a sentry of its
 /// device.
 class QUILLMARSH_API Glove : public HIDController
 {
@@ -61,10 +62,11 @@ public:
     void OnEndAsyncSampleRead() override;
     /// @}
 
-    /// Name of a sensor, or "Unknown". Any thread.
+    /// Name of a sensor; "Unknown" for any other value. Any thread.
     static string GetSensorName(eGloveSensor sensor);
 
     /// @name Capabilities
+    /// As the concrete glove reported them; false at first.
     /// @{
     bool IsLeftHanded() const { return isLeftHanded_; }
     bool IsSupportedAngleMeasurement() const { return isAngleMeasurementSupported_; }
@@ -72,11 +74,12 @@ public:
     /// @}
 
     /// @name Readings
+    /// Of one sensor; all are 0 at first.
     /// @{
 
-    /// In degrees.
+    /// Angle in degrees.
     float GetAngle(eGloveSensor sensor) const { return angles_[sensor]; }
-    /// Outside of 0 to 1 for a flexure outside of the range that was learned or set.
+    /// Flexure, mapped to the range of the sensor: outside of 0 to 1 if the flexure is outside of the range.
     float GetNormalizedFlexure(eGloveSensor sensor) const { return normalizedFlexures_[sensor]; }
     float GetFlexure(eGloveSensor sensor) const { return flexures_[sensor]; }
     float GetRawValue(eGloveSensor sensor) const { return rawValues_[sensor]; }
@@ -85,10 +88,11 @@ public:
     /// @name Calibration of flexures
     /// @{
 
-    /// With `reset` an activation forgets what was learned.
+    /// Switches auto-calibration on or off. With `reset`, switching on forgets the ranges.
     void ActivateFlexureAutoCalibration(bool activate, bool reset);
+    /// True when auto-calibration is active, as it is at first.
     bool IsActiveFlexureAutoCalibration() const { return isFlexureAutoCalibrationActive_; }
-    /// Forgets the ranges of all sensors; the next sample opens them anew.
+    /// Forgets the ranges of all sensors; the next sample begins new ones.
     void ResetFlexureAutoCalibration();
     /// Sets the lower end of a sensor's range, and widens the range to the present flexure at once. NaN opens this end
     /// anew, as a reset does.
@@ -104,12 +108,13 @@ public:
 
     /// @}
     /// @name Map from flexures to angles
+    /// An angle is the flexure times the scale plus the bias.
     /// @{
     void SetFlexureToAngleScale(eGloveSensor sensor, float scale) { flexureToAngleScales_[sensor] = scale; }
     float GetFlexureToAngleScale(eGloveSensor sensor) const { return flexureToAngleScales_[sensor]; }
     void SetFlexureToAngleBias(eGloveSensor sensor, float bias) { flexureToAngleBiases_[sensor] = bias; }
     float GetFlexureToAngleBias(eGloveSensor sensor) const { return flexureToAngleBiases_[sensor]; }
-    /// Half a turn for the wrist, 40 degrees for abduction, 80 for joints.
+    /// Sets a range of 180 degrees for the wrist, of 40 for abduction, and of 80 for joints.
     void SetDefaultFlexureToAngleMaps();
     /// @}
 
@@ -117,6 +122,7 @@ protected:
     Glove();
 
     /// @name Capabilities
+    /// For the concrete glove, before its first sample.
     /// @{
     void ReportHandedness(bool leftHanded) { isLeftHanded_ = leftHanded; }
     void ReportHardwareCaps_Measurement(bool angles) { isAngleMeasurementSupported_ = angles; }
@@ -124,11 +130,12 @@ protected:
     /// @}
 
     /// @name Writing of samples
+    /// Of one sensor, between PreSampleUpdate() and PostSampleUpdate().
     /// @{
     void SetAngle(eGloveSensor sensor, float angle) { angles_[sensor] = angle; }
     void SetFlexure(eGloveSensor sensor, float flexure) { flexures_[sensor] = flexure; }
     void SetRawValue(eGloveSensor sensor, float value) { rawValues_[sensor] = value; }
-    /// For hardware that does not measure angles; called behind the writing of flexures.
+    /// For hardware that does not measure angles: sets them from the flexures, after those were written.
     void DeriveAnglesFromFlexures();
     /// @}
 

@@ -9,7 +9,7 @@
 namespace quillmarsh
 {
 
-/// Key that changes the meaning of others; the left and the right one count as the same.
+/// Key that changes the meaning of other keys. The left and the right one count as the same.
 enum eKeyModifier : unsigned int
 {
     e_key_modifier_shift = 0,
@@ -17,16 +17,16 @@ enum eKeyModifier : unsigned int
     e_key_modifier_alt
 };
 
-/// Name of a key, or "BadKeyCode". Any thread.
+/// Name of a key; "BadKeyCode" for any other value. Any thread.
 QUILLMARSH_API string GetKeyName(eKey key);
-/// Name of a modifier, or an empty text. Any thread.
+/// Name of a modifier; empty for any other value. Any thread.
 QUILLMARSH_API string GetKeyModifierName(eKeyModifier modifier);
 
 /// States of the keys of a keyboard, with their edges and counts.
 ///
-/// A concrete keyboard marks the keys that are down between PreSampleUpdate() and PostSampleUpdate(). In synchronous
-/// mode an edge lasts from one sample to the next; in asynchronous mode it lasts for a whole read, and compares with
-/// the read before. Read it, and enable the mapping to characters, under a sentry of its device.
+/// A concrete keyboard marks the pressed keys between PreSampleUpdate() and PostSampleUpdate(). In synchronous mode an
+/// edge lasts from one sample to the next; in asynchronous mode it lasts for a whole read, and compares with the
+/// previous read. Read a keyboard, and enable the mapping to characters, under a sentry of its device.
 class QUILLMARSH_API Keyboard : public HIDController
 {
 public:
@@ -41,23 +41,23 @@ public:
     void OnBeginAsyncSampleRead() override;
     void OnEndAsyncSampleRead() override;
 
-    /// Writes the character of a key under the present modifiers; false if the key has none.
+    /// Gives the character of a key under the present modifiers. Returns false if the key has none.
     virtual bool MapKeyToCharacter(eKey key, char &character) = 0;
-    /// Told when the mapping to characters was enabled or disabled.
+    /// Called when the mapping to characters was enabled or disabled.
     virtual void OnCharacterMappingChanged() = 0;
 
-    /// Whether this is the keyboard of the system, and not one beside it.
+    /// True for the keyboard of the system, false for any other one.
     bool IsSystemKeyboard() const { return isSystemKeyboard_; }
 
     /// @name Mapping of keys to characters
-    /// A keyboard may save the work while nobody wants characters.
+    /// Disabled at first. A keyboard may save the work while the mapping is disabled.
     /// @{
     void EnableCharacterMapping(bool enable);
     bool IsEnabledCharacterMapping() const { return isCharacterMappingEnabled_; }
     /// @}
 
     /// @name Keys
-    /// Non-zero for yes. `key` is at most e_key_none.
+    /// Each returns 0 for no. `key` is at most e_key_none.
     /// @{
     unsigned char KeyPressed(eKey key) const { return keyStates_.Pressed(key); }
     /// Pressed now, and not in the previous sample.
@@ -67,6 +67,7 @@ public:
     /// @}
 
     /// @name Any key
+    /// Counts of the keys in each of these states, and tests for at least one.
     /// @{
     bool KeyPressed() const { return numKeysPressed_ > 0; }
     bool KeyDown() const { return numKeysDown_ > 0; }
@@ -77,6 +78,7 @@ public:
     /// @}
 
     /// @name Modifiers
+    /// Derived from the keys once per sample or read. The first returns 0 for no.
     /// @{
     unsigned char KeyModifierPressed(eKeyModifier modifier) const
     {
@@ -87,21 +89,24 @@ public:
     /// @}
 
 protected:
+    /// `isSystemKeyboard` is what IsSystemKeyboard() returns.
     explicit Keyboard(bool isSystemKeyboard);
 
     /// @name Writing of samples
+    /// Marks a key as pressed in the current sample, or as not pressed.
     /// @{
     void SetKeyPressed(eKey key) { keyStates_.SetPressed(key); }
     void ResetKeyPressed(eKey key) { keyStates_.ResetPressed(key); }
     /// @}
 
-    /// @name Steps of the hooks, see ButtonStates
+    /// @name Steps of the hooks
+    /// Parts of the operations above; see ButtonStates.
     /// @{
     void ResetKeyStates() { keyStates_.Reset(); }
     void ClearCurrentKeyStates() { keyStates_.ClearCurrent(); }
     void ShiftKeyStates() { keyStates_.Shift(); }
     void ShiftCopyKeyStates() { keyStates_.ShiftCopy(); }
-    /// Clears the modifiers; their count goes with ResetNumKeysCache().
+    /// Clears the modifiers; ResetNumKeysCache() clears their count.
     void ResetKeyModifierCache();
     /// Derives modifiers and their count from the keys.
     void UpdateKeyModifierCache();

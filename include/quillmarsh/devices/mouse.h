@@ -11,10 +11,11 @@ namespace quillmarsh
 
 /// Position, movement, wheel and buttons of a mouse.
 ///
-/// In absolute mode the mouse tracks a position, in relative mode only movements count. Movements and wheel count per
-/// sample in synchronous mode, and add up from read to read in asynchronous mode; buttons behave as the keys of a
-/// Keyboard do. A concrete mouse writes between PreSampleUpdate() and PostSampleUpdate(), and passes movements through
-/// the modifiers of its mode. Read it, and change its modes and modifiers, under a sentry of its device.
+/// In absolute mode the mouse tracks a position, in relative mode only movements count. In synchronous mode movements
+/// and wheel are those of the last sample; in asynchronous mode they add up from read to read. Buttons behave like the
+/// keys of a Keyboard. A concrete mouse writes its samples between PreSampleUpdate() and PostSampleUpdate(), and
+/// applies the modifiers of its mode to movements. Read a mouse, and change its modes and modifiers, under a sentry of
+/// its device.
 class QUILLMARSH_API Mouse : public HIDController
 {
 public:
@@ -29,16 +30,17 @@ public:
     void OnBeginAsyncSampleRead() override;
     void OnEndAsyncSampleRead() override;
 
-    /// Told of each ActivateRelativeMode().
+    /// Called by each ActivateRelativeMode().
     virtual void OnRelativeModeChanged() = 0;
-    /// Told of each ActivateSyncWithSystemCursor().
+    /// Called by each ActivateSyncWithSystemCursor().
     virtual void OnSyncWithSystemCursorChanged() = 0;
 
-    /// Whether this is the mouse of the system, and not one beside it.
+    /// True for the mouse of the system, false for any other one.
     bool IsSystemMouse() const { return isSystemMouse_; }
 
     /// @name Cursor of the system
-    /// While synchronisation is active, a mouse that can do so moves the system's cursor or follows it.
+    /// While synchronisation is active, which it is at first, a mouse that supports it moves the system's cursor or
+    /// follows it.
     /// @{
     bool CanDisplaySystemCursor() const { return canDisplaySystemCursor_; }
     bool CanSyncWithSystemCursor() const { return canSyncWithSystemCursor_; }
@@ -49,30 +51,37 @@ public:
     /// @name Relative mode
     /// @{
 
-    /// Clears position and movements, also when the mode stays the same.
+    /// Switches between relative and absolute mode. Clears position and movements, also when the mode stays the same.
     void ActivateRelativeMode(bool activate);
+    /// True in relative mode; false at first.
     bool IsActiveRelativeMode() const { return isRelativeModeActive_; }
-    /// Factors of movements.
+    /// Sets the factors of movements; 1 at first. NaN counts as 1.
     void SetRelativeModeSensitivity(float x, float y);
+    /// Gives the factors of movements.
     void GetRelativeModeSensitivity(float &x, float &y) const;
 
     /// @}
     /// @name Absolute mode
-    /// Each level of acceleration doubles movements that are above its threshold in either direction.
+    /// Each level of acceleration doubles movements that are above its threshold in x or in y.
     /// @{
 
-    /// Factor of movements, at least 0. NaN counts as the default, 1.
+    /// Sets the factor of movements, at least 0. NaN counts as the default, 1.
     void SetAbsoluteModeSpeed(float speed);
+    /// Factor of movements.
     float GetAbsoluteModeSpeed() const { return absoluteModeSpeed_; }
-    /// The first is at least 0, the second at least the first. NaN counts as the default, 64 and 256.
+    /// Sets the thresholds. The first is at least 0, the second at least the first. NaN counts as the default, 64 and
+    /// 256.
     void SetAbsoluteModeAccelerationThresholds(float first, float second);
+    /// Gives the thresholds.
     void GetAbsoluteModeAccelerationThresholds(float &first, float &second) const;
-    /// From 0, which is none, to 2.
+    /// Sets how many levels are used, from 0, which is the default, to 2.
     void SetAbsoluteModeAccelerationLevel(unsigned int level);
+    /// How many levels are used.
     unsigned int GetAbsoluteModeAccelerationLevel() const { return absoluteModeAccelerationLevel_; }
 
     /// @}
-    /// @name Reversal of movements and wheel; the position stays as it is
+    /// @name Reversal
+    /// Of movements and wheel; off at first. It does not change the position.
     /// @{
     void SetReverseDeltaX(bool reverse) { deltaSignX_ = reverse ? -1 : 1; }
     void SetReverseDeltaY(bool reverse) { deltaSignY_ = reverse ? -1 : 1; }
@@ -82,7 +91,8 @@ public:
     bool IsReversedDeltaWheel() const { return deltaSignWheel_ < 0; }
     /// @}
 
-    /// @name Position, in pixels of the application window's client area
+    /// @name Position
+    /// In pixels of the client area of the application's window.
     /// @{
     bool IsPositionInsideAppWindowClientArea() const { return isPositionInsideClientArea_; }
     int GetPositionX() const { return positionX_; }
@@ -90,6 +100,7 @@ public:
     /// @}
 
     /// @name Movements
+    /// Of the last sample, or since the last read in asynchronous mode.
     /// @{
     int GetDeltaX() const { return deltaX_; }
     int GetDeltaY() const { return deltaY_; }
@@ -97,7 +108,7 @@ public:
     /// @}
 
     /// @name Buttons
-    /// Non-zero for yes.
+    /// Each returns 0 for no.
     /// @{
     unsigned char ButtonPressed(eMouseButton button) const { return buttonStates_.Pressed(button); }
     /// Pressed now, and not in the previous sample.
@@ -107,6 +118,7 @@ public:
     /// @}
 
     /// @name Any button
+    /// Counts of the buttons in each of these states, and tests for at least one.
     /// @{
     bool ButtonPressed() const { return numButtonsPressed_ > 0; }
     bool ButtonDown() const { return numButtonsDown_ > 0; }
@@ -117,16 +129,18 @@ public:
     /// @}
 
 protected:
+    /// `isSystemMouse` is what IsSystemMouse() returns.
     explicit Mouse(bool isSystemMouse);
 
     /// @name Capabilities
+    /// Both are false at first.
     /// @{
     void SetCanDisplaySystemCursor(bool can) { canDisplaySystemCursor_ = can; }
     void SetCanSyncWithSystemCursor(bool can) { canSyncWithSystemCursor_ = can; }
     /// @}
 
     /// @name Writing of samples
-    /// The reversal is applied here.
+    /// Reset...() replaces movements, Accum...() adds to them. The reversal is applied here.
     /// @{
     void SetPosition(int x, int y, bool insideClientArea);
     void ResetDelta(int x, int y);
@@ -136,13 +150,15 @@ protected:
     void SetButtonPressed(eMouseButton button) { buttonStates_.SetPressed(button); }
     /// @}
 
-    /// @name Modifiers, one for each mode
+    /// @name Modifiers
+    /// Each applies the settings of its mode to a movement.
     /// @{
     void ApplyAbsoluteModeModifiers(float deltaX, float deltaY, float &outX, float &outY) const;
     void ApplyRelativeModeModifiers(float deltaX, float deltaY, float &outX, float &outY) const;
     /// @}
 
-    /// @name Steps of the hooks, see ButtonStates
+    /// @name Steps of the hooks
+    /// Parts of the operations above; see ButtonStates.
     /// @{
     void ResetAxisStates();
     void ResetButtonStates() { buttonStates_.Reset(); }

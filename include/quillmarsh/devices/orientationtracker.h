@@ -1,4 +1,4 @@
-// OrientationTracker, the controller of a sensor that tells how it is turned.
+// OrientationTracker, the controller of a sensor that measures its orientation.
 #ifndef QUILLMARSH_DEVICES_ORIENTATIONTRACKER_H
 #define QUILLMARSH_DEVICES_ORIENTATIONTRACKER_H
 
@@ -11,9 +11,9 @@ namespace quillmarsh
 
 /// Raw orientation of a sensor, and the orientation corrected by the application's transform and reversals.
 ///
-/// Angles are in degrees. A concrete tracker reports readings by one of the forms of SetOrientation(); modifiers take
-/// effect with the next reading. Read it, and change its modifiers, under a sentry of its device: they take no lock of
-/// their own.
+/// Angles are in degrees. A concrete tracker reports readings by one of the forms of SetOrientation(). Modifiers take
+/// effect with the next reading. Read a tracker, and change its modifiers, under a sentry of its device: they take no
+/// lock of their own.
 class QUILLMARSH_API OrientationTracker : public HIDController
 {
 public:
@@ -41,7 +41,7 @@ public:
     /// @}
 
     /// @name Zeroing by the hardware
-    /// False when the tracker does not support it, or fails.
+    /// Each returns false when the tracker does not support it, or fails.
     /// @{
     bool ResetOrientation() { return isResetOrientationSupported_ && DoResetOrientation(); }
     bool ResetHead() { return isResetHeadSupported_ && DoResetHead(); }
@@ -56,17 +56,19 @@ public:
     /// @name Sampling mode
     /// @{
 
-    /// Clears the readings in any case. False when the mode is not supported or the tracker refuses; the mode then
-    /// stays.
+    /// Changes the mode, and clears the readings in any case. Returns false when the mode is not supported or the
+    /// tracker refuses it; the old mode then stays.
     bool SetSamplingMode(eSamplingMode mode);
+    /// Present mode; NoSamplingMode at first.
     eSamplingMode GetSamplingMode() const { return samplingMode_; }
+    /// True when the hardware supports the mode.
     bool IsSupportedSamplingMode(eSamplingMode mode) const;
 
     /// @}
     /// @name Modifiers
     /// @{
 
-    /// The reversals by axis, which take the way through Euler angles; enabled at first.
+    /// Sets whether the reversals below are applied. They are computed with Euler angles. Enabled at first.
     void EnableReverseModifiers(bool enable) { areReverseModifiersEnabled_ = enable; }
     bool AreEnabledReverseModifiers() const { return areReverseModifiersEnabled_; }
     void SetReverseHead(bool reverse) { reverseSignHead_ = reverse ? -1.0f : 1.0f; }
@@ -75,20 +77,22 @@ public:
     bool IsReversedHead() const { return reverseSignHead_ < 0.0f; }
     bool IsReversedPitch() const { return reverseSignPitch_ < 0.0f; }
     bool IsReversedRoll() const { return reverseSignRoll_ < 0.0f; }
-    /// For hardware whose angles turn pitch first, then heading, then roll.
+    /// Sets whether the hardware's angles mean pitch first, then heading, then roll; they do not at first.
     void EnableHPRModifier(bool enable) { isHPRModifierEnabled_ = enable; }
+    /// True when they do.
     bool IsEnabledHPRModifier() const { return isHPRModifierEnabled_; }
-    /// Applied in front of the raw orientation, to column vectors.
+    /// Sets a transform that is applied after the raw orientation, to column vectors; the identity at first.
     void SetTransform(mat3 const &transform) { transform_ = transform; }
 
     /// @}
-    /// @name Orientation, as the axes of the turned sensor
+    /// @name Orientation
+    /// As the axes of the sensor: corrected by the modifiers, and raw.
     /// @{
     void GetOrientation(vec3 &xAxis, vec3 &yAxis, vec3 &zAxis) const;
     void GetOrientationRaw(vec3 &xAxis, vec3 &yAxis, vec3 &zAxis) const;
-    /// The last angles that the hardware reported, unchanged.
+    /// Gives the last angles that the hardware reported, unchanged.
     void GetOrientationRaw(float &head, float &pitch, float &roll) const;
-    /// The last quaternion that the hardware reported, unchanged.
+    /// Gives the last quaternion that the hardware reported, unchanged.
     void GetOrientationRaw(quat &orientation) const { orientation = rawQuaternion_; }
     /// @}
 
@@ -96,6 +100,7 @@ protected:
     OrientationTracker();
 
     /// @name Capabilities
+    /// For the concrete tracker, before its first sample. Nothing is supported at first.
     /// @{
     void ReportHardwareCaps_ResetControls(bool orientation, bool head, bool pitch, bool roll);
     void ReportHardwareCaps_SamplingMode(eSamplingMode mode, bool supported);
@@ -104,33 +109,35 @@ protected:
     /// @name Writing of samples
     /// @{
 
-    /// By the axes Y and Z, which are trusted to be at right angles.
+    /// Takes the axes Y and Z. They must be at right angles, which is not tested.
     void SetOrientation(vec3 const &yAxis, vec3 const &zAxis);
-    /// By heading and pitch of a direction, and a roll.
+    /// Takes heading and pitch of a direction, and a roll.
     void SetOrientation(vec3 const &direction, float roll);
+    /// Takes Euler angles.
     void SetOrientation(float head, float pitch, float roll);
+    /// Takes a quaternion of any length.
     void SetOrientation(quat const &orientation);
 
     /// @}
 
-    /// Mode that DoChangeSamplingMode() is asked for; the present mode at any other time.
+    /// Within DoChangeSamplingMode(): the mode to change to. At any other time: the present mode.
     eSamplingMode GetRequestedSamplingMode() const { return requestedSamplingMode_; }
 
-    /// @name What the hardware does
-    /// Called for supported things only; false on failure.
+    /// @name Work of the hardware
+    /// Called only if the hardware supports it. Each returns false on failure.
     /// @{
     virtual bool DoResetOrientation() = 0;
     virtual bool DoResetHead() = 0;
     virtual bool DoResetPitch() = 0;
     virtual bool DoResetRoll() = 0;
-    /// Gets the mode that is left; GetRequestedSamplingMode() tells the one to take.
+    /// Leaves `presentMode`, and takes the mode of GetRequestedSamplingMode().
     virtual bool DoChangeSamplingMode(eSamplingMode presentMode) = 0;
     /// @}
 
 private:
     static constexpr unsigned int s_numSamplingModes = 3;
 
-    /// By a rotation, to column vectors.
+    /// Takes a rotation that is applied to column vectors.
     void SetRotation(mat3 const &rotation);
     /// Derives the corrected axes from the raw ones.
     void CorrectAxes();

@@ -1,4 +1,4 @@
-// PositionTracker, the controller of a sensor that tells where it is.
+// PositionTracker, the controller of a sensor that measures its position.
 #ifndef QUILLMARSH_DEVICES_POSITIONTRACKER_H
 #define QUILLMARSH_DEVICES_POSITIONTRACKER_H
 
@@ -10,8 +10,8 @@ namespace quillmarsh
 
 /// Raw position of a sensor, and the position corrected by reversals and then by the application's transform.
 ///
-/// Modifiers take effect with the next reading. Read it, and change its modifiers, under a sentry of its device: they
-/// take no lock of their own.
+/// Modifiers take effect with the next reading. Read a tracker, and change its modifiers, under a sentry of its device:
+/// they take no lock of their own.
 class QUILLMARSH_API PositionTracker : public HIDController
 {
 public:
@@ -30,7 +30,7 @@ public:
     /// @}
 
     /// @name Zeroing by the hardware
-    /// False when the tracker does not support it, or fails.
+    /// Each returns false when the tracker does not support it, or fails.
     /// @{
     bool ResetPosition() { return isResetPositionSupported_ && DoResetPosition(); }
     bool ResetX() { return isResetXSupported_ && DoResetX(); }
@@ -43,6 +43,7 @@ public:
     /// @}
 
     /// @name Modifiers
+    /// Reversals are off at first.
     /// @{
     void SetReverseX(bool reverse) { reverseSignX_ = reverse ? -1.0f : 1.0f; }
     void SetReverseY(bool reverse) { reverseSignY_ = reverse ? -1.0f : 1.0f; }
@@ -50,11 +51,12 @@ public:
     bool IsReversedX() const { return reverseSignX_ < 0.0f; }
     bool IsReversedY() const { return reverseSignY_ < 0.0f; }
     bool IsReversedZ() const { return reverseSignZ_ < 0.0f; }
-    /// Applied to column vectors, with the homogeneous division.
+    /// Sets a transform that is applied to column vectors, with the homogeneous division; the identity at first.
     void SetTransform(mat4 const &transform) { transform_ = transform; }
     /// @}
 
     /// @name Position
+    /// Corrected by the modifiers, and raw.
     /// @{
     vec3 const &GetPosition() const { return position_; }
     vec3 const &GetPositionRaw() const { return rawPosition_; }
@@ -63,13 +65,13 @@ public:
 protected:
     PositionTracker() = default;
 
-    /// Which resets the hardware supports; none at first.
+    /// Reports which resets the hardware supports; none at first.
     void ReportHardwareCaps(bool resetPosition, bool resetX, bool resetY, bool resetZ);
     /// Writes a sample.
     void SetPosition(vec3 const &position);
 
-    /// @name What the hardware does
-    /// Called for supported things only; false on failure.
+    /// @name Work of the hardware
+    /// Called only if the hardware supports it. Each returns false on failure.
     /// @{
     virtual bool DoResetPosition() = 0;
     virtual bool DoResetX() = 0;

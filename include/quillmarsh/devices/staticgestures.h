@@ -9,8 +9,8 @@
 namespace quillmarsh::static_gestures
 {
 
-/// Band of a sensor's normalized flexure. The thresholds belong to the bands outside of them, the centre to the upper
-/// half.
+/// Band of a sensor's normalized flexure. A flexure equal to a threshold is unflexed or flexed, one equal to the centre
+/// is above the centre.
 enum eFlexure : unsigned int
 {
     Unflexed = 0,
@@ -24,15 +24,17 @@ enum eFlexure : unsigned int
 class QUILLMARSH_API Thresholds
 {
 public:
-    /// With the default values.
+    /// Sets the default values.
     Thresholds();
 
-    /// 0.4, 0.6 and 0.5 for every sensor.
+    /// Sets 0.4, 0.6 and 0.5 for every sensor.
     void ResetDefaultValues();
-    /// Each value is kept between 0 and 1, and `flexed` at `unflexed` or above. NaN counts as the default.
+    /// Sets the values of a sensor. Each is clamped to 0 to 1, and `flexed` is at least `unflexed`. NaN counts as the
+    /// default.
     void SetValues(eGloveSensor sensor, float unflexed, float flexed, float center);
 
     /// @name Values of a sensor
+    /// As SetValues() has stored them.
     /// @{
     float GetUnflexed(eGloveSensor sensor) const { return unflexed_[sensor]; }
     float GetFlexed(eGloveSensor sensor) const { return flexed_[sensor]; }
@@ -45,26 +47,29 @@ private:
     float center_[Glove::s_numSensors];
 };
 
-/// What a gesture wants of one sensor. A value type.
+/// What a gesture requires of one sensor. A value type.
 struct Condition
 {
-    /// Partly flexed wrist, which is no more than a value to begin with.
+    /// Sets a partly flexed wrist, which has no special meaning.
     Condition() = default;
+    /// Takes sensor and flexure.
     Condition(eGloveSensor newSensor, eFlexure newFlexure) : sensor(newSensor), flexure(newFlexure) {}
 
     eGloveSensor sensor = WristYaw;
-    /// A value outside of the enumeration never holds.
+    /// With a value that is no enumerator the condition never holds.
     eFlexure flexure = PartlyFlexed;
 };
 
-/// Named set of conditions, at most one for each sensor, all of which hold while the hand makes the gesture. Without
-/// conditions it is always made. A value type.
+/// Named set of conditions, at most one for each sensor. The hand makes the gesture while all conditions hold. A
+/// gesture without conditions is always made. A value type.
 class QUILLMARSH_API Gesture
 {
 public:
+    /// Makes a gesture without conditions.
     Gesture(unsigned int id, string const &name);
 
     /// @name Identity
+    /// The id is unique in an analyzer; the name is for users.
     /// @{
     unsigned int GetID() const { return id_; }
     void SetID(unsigned int id) { id_ = id; }
@@ -74,15 +79,20 @@ public:
 
     /// @name Conditions
     /// @{
+
+    /// Number of conditions.
     unsigned int GetNumConditions() const { return static_cast<unsigned int>(conditions_.size()); }
     /// Condition by index. Asserts "Index out of range." past the end, and gives a default one then.
     Condition const &GetCondition(unsigned int index) const;
+    /// Removes all conditions.
     void ClearConditions() { conditions_.clear(); }
+    /// Adds a condition, like the form below.
     void AddCondition(eGloveSensor sensor, eFlexure flexure);
-    /// Appends the condition, and drops an earlier one on the same sensor.
+    /// Appends the condition, and removes an earlier one on the same sensor.
     void AddCondition(Condition const &condition);
-    /// Does nothing when there is none on that sensor.
+    /// Removes the condition on that sensor if there is one.
     void RemoveCondition(eGloveSensor sensor);
+
     /// @}
 
 private:
@@ -91,56 +101,57 @@ private:
     string name_;
 };
 
-/// Tells which gestures a hand makes.
+/// Finds the gestures that a hand makes.
 ///
-/// Several gestures can be active at once; who wants one takes the first in the order of registration:
+/// Several gestures can be active at once. They are found in the order of registration:
 ///
 ///     for (Gesture const *gesture = analyzer.GetFirstActiveGesture(glove); gesture;
 ///          gesture = analyzer.GetNextActiveGesture(glove))
 ///         GetConOut() << gesture->GetName() << nl;
 ///
-/// Ids are unique, names need not be. A pointer to a gesture is good until the list changes, and every change starts a
-/// scan anew. One thread at a time, for reading too, under a sentry of the glove's device.
+/// Ids are unique, names need not be. A pointer to a gesture is good until the list changes, and every change restarts
+/// a scan. One thread at a time, also for reading, under a sentry of the glove's device.
 class QUILLMARSH_API GestureAnalyzer
 {
 public:
-    /// With the standard gestures.
+    /// Registers the standard gestures.
     GestureAnalyzer();
 
-    /// The thresholds of all gestures.
+    /// Sets the thresholds of all gestures.
     void SetThresholds(Thresholds const &thresholds) { thresholds_ = thresholds; }
 
     /// @name Registered gestures
     /// @{
 
-    /// Registers the standard gestures behind all others, each in place of the one that has its id.
+    /// Registers the standard gestures behind all others. Each replaces a gesture with the same id.
     void RegisterDefaultGestures();
-    /// Appends a copy, in place of a gesture with the same id.
+    /// Appends a copy of the gesture. It replaces a gesture with the same id.
     void Register(Gesture const &gesture);
     /// Removes the first match, if there is one.
     void Unregister(unsigned int id);
     /// Removes the first match, if there is one.
     void Unregister(string const &name);
+    /// Removes all gestures.
     void UnregisterAll();
-    /// The first match, or null.
+    /// The first match; null without one.
     Gesture const *FindRegisteredGesture(unsigned int id) const;
-    /// The first match, or null; case matters.
+    /// The first match, with the same upper and lower case; null without one.
     Gesture const *FindRegisteredGesture(string const &name) const;
 
     /// @}
     /// @name Recognition
     /// @{
 
-    /// Whether all conditions hold. The gesture need not be registered. A sensor that the glove does not have counts
-    /// with the reading that it shows.
+    /// True when all conditions hold. The gesture need not be registered. A sensor that the glove does not support
+    /// counts with the reading that it shows.
     bool IsGestureActive(Glove const &glove, Gesture const &gesture) const;
-    /// False also when there is no such gesture.
+    /// True when the registered gesture is active; false also when there is no such gesture.
     bool IsGestureActive(Glove const &glove, unsigned int id) const;
-    /// False also when there is no such gesture.
+    /// True when the registered gesture is active; false also when there is no such gesture.
     bool IsGestureActive(Glove const &glove, string const &name) const;
-    /// Starts a scan. Null when no gesture is active.
+    /// Starts a scan. Returns the first active gesture, null without one.
     Gesture const *GetFirstActiveGesture(Glove const &glove) const;
-    /// Goes on with the scan. Null at its end.
+    /// Continues the scan. Returns the next active gesture, null at the end.
     Gesture const *GetNextActiveGesture(Glove const &glove) const;
 
     /// @}
@@ -153,7 +164,7 @@ private:
     mutable unsigned int scanCursor_ = 0;
 };
 
-/// Gestures that every analyzer begins with. They differ from a Gesture in what their constructors fill in only.
+/// Gestures that every analyzer has at first. They differ from a Gesture only in what their constructors set.
 namespace standard_gestures
 {
 
@@ -161,7 +172,7 @@ namespace standard_gestures
 class QUILLMARSH_API Grab : public Gesture
 {
 public:
-    /// Takes the id 0.
+    /// Sets the id 0 and the conditions.
     explicit Grab(string const &name);
 };
 
@@ -169,7 +180,7 @@ public:
 class QUILLMARSH_API Stop : public Gesture
 {
 public:
-    /// Takes the id 1.
+    /// Sets the id 1 and the conditions.
     explicit Stop(string const &name);
 };
 
@@ -177,7 +188,7 @@ public:
 class QUILLMARSH_API ThumbUp : public Gesture
 {
 public:
-    /// Takes the id 2.
+    /// Sets the id 2 and the conditions.
     explicit ThumbUp(string const &name);
 };
 
@@ -185,7 +196,7 @@ public:
 class QUILLMARSH_API Fist : public Gesture
 {
 public:
-    /// Takes the id 3.
+    /// Sets the id 3 and the conditions.
     explicit Fist(string const &name);
 };
 
@@ -193,7 +204,7 @@ public:
 class QUILLMARSH_API FlatHand : public Gesture
 {
 public:
-    /// Takes the id 4.
+    /// Sets the id 4 and the conditions.
     explicit FlatHand(string const &name);
 };
 
@@ -201,7 +212,7 @@ public:
 class QUILLMARSH_API IndexPoint : public Gesture
 {
 public:
-    /// Takes the id 5.
+    /// Sets the id 5 and the conditions.
     explicit IndexPoint(string const &name);
 };
 
@@ -209,7 +220,7 @@ public:
 class QUILLMARSH_API NotIndex : public Gesture
 {
 public:
-    /// Takes the id 6.
+    /// Sets the id 6 and the conditions.
     explicit NotIndex(string const &name);
 };
 
@@ -217,7 +228,7 @@ public:
 class QUILLMARSH_API DoublePoint : public Gesture
 {
 public:
-    /// Takes the id 7.
+    /// Sets the id 7 and the conditions.
     explicit DoublePoint(string const &name);
 };
 
@@ -225,7 +236,7 @@ public:
 class QUILLMARSH_API TriplePoint : public Gesture
 {
 public:
-    /// Takes the id 8.
+    /// Sets the id 8 and the conditions.
     explicit TriplePoint(string const &name);
 };
 
@@ -233,7 +244,7 @@ public:
 class QUILLMARSH_API PinkyPoint : public Gesture
 {
 public:
-    /// Takes the id 9.
+    /// Sets the id 9 and the conditions.
     explicit PinkyPoint(string const &name);
 };
 
@@ -241,7 +252,7 @@ public:
 class QUILLMARSH_API UpYours : public Gesture
 {
 public:
-    /// Takes the id 10.
+    /// Sets the id 10 and the conditions.
     explicit UpYours(string const &name);
 };
 
@@ -249,7 +260,7 @@ public:
 class QUILLMARSH_API NotUpYours : public Gesture
 {
 public:
-    /// Takes the id 11.
+    /// Sets the id 11 and the conditions.
     explicit NotUpYours(string const &name);
 };
 
@@ -257,7 +268,7 @@ public:
 class QUILLMARSH_API Howzit : public Gesture
 {
 public:
-    /// Takes the id 12.
+    /// Sets the id 12 and the conditions.
     explicit Howzit(string const &name);
 };
 
@@ -265,7 +276,7 @@ public:
 class QUILLMARSH_API NotHowzit : public Gesture
 {
 public:
-    /// Takes the id 13.
+    /// Sets the id 13 and the conditions.
     explicit NotHowzit(string const &name);
 };
 
@@ -273,7 +284,7 @@ public:
 class QUILLMARSH_API NotRing : public Gesture
 {
 public:
-    /// Takes the id 14.
+    /// Sets the id 14 and the conditions.
     explicit NotRing(string const &name);
 };
 
@@ -281,7 +292,7 @@ public:
 class QUILLMARSH_API RollNeutral : public Gesture
 {
 public:
-    /// Takes the id 15.
+    /// Sets the id 15 and the conditions.
     explicit RollNeutral(string const &name);
 };
 
@@ -289,7 +300,7 @@ public:
 class QUILLMARSH_API RollLeft : public Gesture
 {
 public:
-    /// Takes the id 16.
+    /// Sets the id 16 and the conditions.
     explicit RollLeft(string const &name);
 };
 
@@ -297,7 +308,7 @@ public:
 class QUILLMARSH_API RollRight : public Gesture
 {
 public:
-    /// Takes the id 17.
+    /// Sets the id 17 and the conditions.
     explicit RollRight(string const &name);
 };
 
@@ -305,7 +316,7 @@ public:
 class QUILLMARSH_API PitchNeutral : public Gesture
 {
 public:
-    /// Takes the id 18.
+    /// Sets the id 18 and the conditions.
     explicit PitchNeutral(string const &name);
 };
 
@@ -313,7 +324,7 @@ public:
 class QUILLMARSH_API PitchUp : public Gesture
 {
 public:
-    /// Takes the id 19.
+    /// Sets the id 19 and the conditions.
     explicit PitchUp(string const &name);
 };
 
@@ -321,7 +332,7 @@ public:
 class QUILLMARSH_API PitchDown : public Gesture
 {
 public:
-    /// Takes the id 20.
+    /// Sets the id 20 and the conditions.
     explicit PitchDown(string const &name);
 };
 

@@ -30,22 +30,22 @@ class InterleavedRenderArea;
 /// Base of the plug-in that is the program.
 ///
 /// The kernel calls the hooks on the frame thread, group by group: start-up, generic extensions, devices, video,
-/// subsystems, then frames, and on the way down what undoes each group, in reverse. Every hook has a default body; an
-/// application overrides those that it needs. What a hook throws ends the run: the kernel walks everything down that was
-/// up, and hands Cleanup() a description of the failure.
+/// subsystems, then frames. At the end it calls the hooks that undo each group, in reverse order. Every hook has a
+/// default body, and an application overrides the hooks that it needs. An exception from a hook ends the run: the
+/// kernel walks down everything that was up, and gives Cleanup() a description of the failure.
 ///
 /// What is called when a hook throws:
 ///
 /// - A hook that undoes another one is called exactly once for each call of the other one that returned, whatever threw
 ///   since, and in a reconfiguration that fails too. It is not called when the other one threw, and not again when it
-///   threw itself. DisconnectHumanInterfaceDevices() undoes BeginConnectHumanInterfaceDevices() and all that follows it,
-///   before the devices are deleted; DisconnectSubsystemsFromAppWindow() undoes ConnectSubsystemsToAppWindow();
-///   CleanupSubsystems() undoes InitializeSubsystems(). The hooks of video follow the same rule.
+/// threw itself. DisconnectHumanInterfaceDevices() undoes BeginConnectHumanInterfaceDevices() and all that follows it,
+/// before the devices are deleted; DisconnectSubsystemsFromAppWindow() undoes ConnectSubsystemsToAppWindow();
+/// CleanupSubsystems() undoes InitializeSubsystems(). The hooks of video follow the same rule.
 /// - A hook that ends what another one began is called only when nothing threw in between: EndStartup(),
 ///   EndConfirmHumanInterfaceDevices(), EndConnectHumanInterfaceDevices(), FrameEnd().
 /// - Cleanup() is called once for every application.
 ///
-/// The pairs of codes that some hooks take come from whoever asked for a reconfiguration; both are 0 at start-up.
+/// Some hooks take a pair of codes. They come from the caller that asked for a reconfiguration; both are 0 at start-up.
 class QUILLMARSH_API Application : public Plugin
 {
 public:
@@ -68,18 +68,18 @@ public:
         void DumpPaths(ostream &out, unsigned int tabs) const;
     };
 
-    /// What the application answers. An empty text leaves what StartupInfo said.
+    /// The application's answer. An empty text leaves the value of StartupInfo as it is.
     struct QUILLMARSH_API StartupResult
     {
         /// Directory to change to.
         string ProcessDirectory;
-        /// Directory of the application's own files; made by the host when it is not there.
+        /// Directory of the application's own files; the host creates it if it does not exist.
         string AppProfileDirectory;
-        /// File of the log, when the user named none.
+        /// File of the log, used if the user has named none.
         string AppLogFilename;
-        /// Name of the program for people: in the window's title, and in front of the console's prompt.
+        /// Name of the program for users: in the window's title, and in front of the console's prompt.
         string AppWindowText;
-        /// Without it the program ends in good order behind EndStartup().
+        /// If false, the program ends in good order after EndStartup().
         bool ContinueStartup = true;
         /// The host offers its console in the terminal when it was started from one.
         bool EnableConsole = true;
@@ -90,7 +90,7 @@ public:
         void DumpPaths(ostream &out, unsigned int tabs) const;
     };
 
-    /// What the host does by itself. An application changes what it wants to have otherwise.
+    /// Work that the host does by itself. An application changes the switches that it wants otherwise.
     struct AutoInitInfo
     {
         /// Start the profiler before the first frame.
@@ -115,9 +115,9 @@ public:
         bool ProfileObservers = false;
         /// Hold the limit of the frame rate.
         bool PaceFrames = true;
-        /// Interpret console lines that were asked for by Kernel::QueueCommandLine.
+        /// Interpret console lines that were queued by Kernel::QueueCommandLine().
         bool InterpretQueuedLines = true;
-        /// Copy what the console shows to the log.
+        /// Copy the console's text to the log.
         bool LogConsole = true;
         /// Log each change of the kernel's level, ...
         bool LogKernelLevels = true;
@@ -135,60 +135,67 @@ public:
 
     ~Application() override;
 
-    /// Identifier of the application; by default one whose words are not set.
+    /// Identifier of the application. By default its words are not set.
     virtual UID GetApplicationUID();
 
     /// @name Start-up
     /// @{
 
-    /// The host tells its paths, the application answers.
+    /// The host tells its paths in `info`, and the application answers in `result`.
     virtual void BeginStartup(StartupInfo const &info, StartupResult &result);
+    /// Asks which work the host is to do by itself. `info` holds the defaults.
     virtual void QueryAutoInit(AutoInitInfo &info);
     /// The place to register commands and export variables.
     virtual void Initialize();
+    /// Start-up is complete.
     virtual void EndStartup();
-    /// Last hook, called for every application. `failed` says whether a failure ended the run, which `failure` then
-    /// describes.
+    /// Last hook, called for every application. `failed` is true when a failure ended the run; `failure` then describes
+    /// it.
     virtual void Cleanup(bool failed, FailureDesc const &failure);
     /// @}
 
     /// @name Generic extensions
     /// @{
 
-    /// Whether to use an extension. By default none is used.
+    /// Returns true to use an extension. By default none is used.
     virtual bool ConfirmGenericExtension(string const &pluginName, string const &interfaceName);
-    /// All confirmed extensions are there: see Kernel::FindGenericExtension. They go when OnKernelLevelChanged() has told
-    /// of their level on the way down.
+    /// All confirmed extensions exist now: see Kernel::FindGenericExtension(). They are deleted after
+    /// OnKernelLevelChanged() has told of their level on the way down.
     virtual void ConnectGenericExtensions();
     /// @}
 
     /// @name Devices
     /// @{
-    /// The group is walked from here on, when it is opened and again for each reconfiguration. Asked for each DirectInput
-    /// proxy; 0x800 is version 8.
+    /// Returns true to use a DirectInput proxy; 0x800 is version 8. Called for each proxy. The group begins here, at
+    /// start-up and again for each reconfiguration. By default each proxy is used.
     virtual bool ConfirmDirectInputVersion(unsigned int version);
-    /// Whether to use a device driver, the `index`-th of all; `flags` goes to the driver. By default each is used.
+    /// Returns true to use a device driver, the `index`-th of all; `flags` goes to the driver. By default each is used.
     virtual bool ConfirmHIDDriver(string const &pluginName, unsigned int index, unsigned int &flags);
-    /// The configuration that is to come, which may be changed. The codes are those of the request, and 0 at start-up.
+    /// Shows the coming configuration, which the application may change.
     virtual void QueryHIDConfig(DirectInputConfig &config, unsigned int code, unsigned int subcode);
-    /// Whether to leave a confirmed driver out under this configuration. By default none is.
+    /// Returns true to leave a confirmed driver out under this configuration. By default none is left out.
     virtual bool QueryIgnoreHIDDriver(string const &pluginName);
     /// The devices that the drivers found follow, one by one.
     virtual void BeginConfirmHumanInterfaceDevices();
+    /// Returns true to use a device. By default each is used.
     virtual bool ConfirmHumanInterfaceDevice(HumanInterfaceDevice &device);
+    /// All devices were shown.
     virtual void EndConfirmHumanInterfaceDevices();
     /// The devices that were confirmed follow, one by one.
     virtual void BeginConnectHumanInterfaceDevices(DirectInputConfig const &config);
+    /// Hands over a device. It is good until DisconnectHumanInterfaceDevices() returns.
     virtual void ConnectHumanInterfaceDevice(HumanInterfaceDevice &device);
+    /// All devices were handed over.
     virtual void EndConnectHumanInterfaceDevices();
     /// The place to start sampling threads.
     virtual void SetupAsyncHIDSampling();
-    /// Devices go away; nothing may refer to them any more. Called once for each BeginConnectHumanInterfaceDevices()
-    /// that returned, before the devices are deleted.
+    /// The devices will be deleted, and nothing may refer to them any more. Called once for each
+    /// BeginConnectHumanInterfaceDevices() that returned, before the devices are deleted.
     virtual void DisconnectHumanInterfaceDevices();
     /// @}
 
     /// @name Video
+    /// The kernel calls these with the video group.
     /// @{
     virtual void FilterVideoProfile(VideoProfile const &profile, VideoProfile &filtered);
     virtual bool ConfirmVideoRenderer(string const &pluginName, string const &interfaceName);
@@ -208,42 +215,52 @@ public:
     /// @name Reconfiguration and subsystems
     /// @{
 
-    /// Somebody asked for it by Kernel::RequestGenericReconfig.
+    /// Carries out a reconfiguration that Kernel::RequestGenericReconfig() has asked for.
     virtual void GenericReconfig(unsigned int code, unsigned int subcode);
+    /// Initialises the application's own subsystems.
     virtual void InitializeSubsystems(unsigned int code, unsigned int subcode);
+    /// Cleans up what InitializeSubsystems() has made.
     virtual void CleanupSubsystems(unsigned int code, unsigned int subcode);
-    /// `window` is null where there is no window.
+    /// Connects the subsystems to the application's window; `window` is null when there is none.
     virtual void ConnectSubsystemsToAppWindow(HWND window, bool fullscreen);
+    /// The window will be destroyed.
     virtual void DisconnectSubsystemsFromAppWindow();
-    /// Asked after a reconfiguration; a false leads to FixSubsystems().
+    /// Returns true when the subsystems work, as by default. Asked after a reconfiguration; false leads to
+    /// FixSubsystems().
     virtual bool CheckSubsystems();
+    /// Repairs the subsystems.
     virtual void FixSubsystems();
     /// @}
 
     /// @name Notices of kernel and window
     /// @{
+
+    /// The kernel has reached another level.
     virtual void OnKernelLevelChanged(eKernelLevel level);
+    /// The application's window has become the active one, or is not active any more.
     virtual void OnWindowActive(bool active);
+    /// The client area of the application's window has a new size, in pixels.
     virtual void OnWindowResize(unsigned int width, unsigned int height);
     /// @}
 
-    /// @name Frame, in this order
+    /// @name Frame
+    /// Called in this order in each frame, except FrameRenderArea().
     /// @{
 
-    /// `timeDelta` is in seconds, as Kernel::GetFrameTimeDelta.
+    /// Begins a frame. `timeDelta` is in seconds, like Kernel::GetFrameTimeDelta().
     virtual void FrameBegin(double timeDelta);
     virtual void FrameSampleInput();
     virtual void FrameUpdateStates(double timeDelta);
     virtual void FramePreRenderVideo();
     virtual void FrameRenderVideo();
-    /// Not part of the order: drawing into an area of the GUI, called while the GUI is drawn.
+    /// Draws into an area of the GUI. Called while the GUI is drawn, and not part of the order.
     virtual void FrameRenderArea(gui::InterleavedRenderArea const &area);
     virtual void FramePostRenderVideo();
     virtual void FrameEnd();
     /// @}
 
     /// @name GUI messages that nobody consumed
-    /// True means handled; by default nothing is. Positions are those of the mouse.
+    /// Each returns true when the message was handled; by default none is. Positions are those of the mouse.
     /// @{
     virtual bool GUIOnCommand(unsigned int commandID);
     virtual bool GUIOnActivate(bool activated, bool byMouse);

@@ -24,7 +24,8 @@ struct CommandValue
 {
     /// Completes the sentence "'x' is not ..."; a literal.
     char const *phrase;
-    /// True when the text is such a value. The line it stands on may be asked for its other words. Null accepts all texts.
+    /// True when the text is such a value. The function may ask the line of the text for its other words. Null accepts
+    /// all texts.
     bool (*accepts)(CommandArguments const &line, string const &text);
 };
 
@@ -49,7 +50,7 @@ QUILLMARSH_API bool IsDeviceID(string const &text);
 
 /// Any text.
 inline constexpr CommandValue s_text{"a text", nullptr};
-/// What a `bool` converts from.
+/// A text that converts to a `bool`.
 inline constexpr CommandValue s_boolean{"a boolean (true or false, yes or no, on or off, 1 or 0)", &Converts<bool>};
 /// A finite number.
 inline constexpr CommandValue s_real{"a number", &Converts<double>};
@@ -200,9 +201,9 @@ bool CommandArguments::ReadAssignment(char const *name, T &value) const
     }
 }
 
-/// Prints the help body of a command: the sections "Options:", "Assignments:" and "Arguments:" that have words, then the
-/// sections with headings of their own in the order of their first words, each word in a line of its own with one tab
-/// ahead of it, and then the default behaviour, unless that is empty.
+/// Prints the help body of a command: the sections "Options:", "Assignments:" and "Arguments:" that have words, then
+/// the sections with headings of their own in the order of their first words, each word in a line of its own with one
+/// tab ahead of it, and then the default behaviour, unless that is empty.
 QUILLMARSH_API void DumpCommandWords(ostream &out, CommandLineParser const &parser, std::span<CommandWord const> words,
                                      string const &defaultBehavior = "");
 

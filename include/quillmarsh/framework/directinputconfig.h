@@ -7,23 +7,23 @@
 namespace quillmarsh
 {
 
-/// Configuration of the device group. A plain record; the kernel holds the one in force.
+/// Configuration of the device group. A plain record; the kernel holds the present one.
 ///
-/// On a system without DirectInput it is kept, printed and compared like anywhere else, and changes nothing but what
-/// drivers read from it.
+/// A system without DirectInput stores, prints and compares it like any other. It has no other effect there than what
+/// drivers make of it.
 struct QUILLMARSH_API DirectInputConfig
 {
     bool EnableDirectInput = true;
-    /// Take the newest version that is there; DirectInputVersion does not count then.
+    /// Take the newest version that exists; DirectInputVersion does not count then.
     bool UseLastVersion = true;
     unsigned int DirectInputVersion = 0;
     bool EnableFullscreenExclusiveMode = true;
     /// Devices begin with DirectInput when they can use it: HumanInterfaceDevice::GetUseDirectInputAtInit.
     bool UseAtDeviceInit = true;
 
-    /// Compares all five.
+    /// Compares all five values.
     bool operator==(DirectInputConfig const &other) const = default;
-    /// Whether both mean the same: values that do not count, because of others, may differ.
+    /// True when both have the same meaning: values that do not count because of other values may differ.
     bool IsLogicallyEqual(DirectInputConfig const &other) const;
 
     /// Prints one line for each value behind `tabs` tabs.

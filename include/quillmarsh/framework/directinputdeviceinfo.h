@@ -15,12 +15,13 @@ struct QUILLMARSH_API DirectInputDeviceInstanceInfo
     string InstanceName;
     string ProductName;
 
-    /// Zero identifiers, and "Unknown" as both names.
+    /// Sets the identifiers to zero and both names to "Unknown".
     DirectInputDeviceInstanceInfo();
+    /// Copies the values.
     DirectInputDeviceInstanceInfo(win_utils::Guid const &instanceGUID, win_utils::Guid const &productGUID,
                                   string const &instanceName, string const &productName);
 
-    /// Compares all four.
+    /// Compares all four values.
     bool operator==(DirectInputDeviceInstanceInfo const &other) const = default;
 
     /// Prints one line for each value behind `tabs` tabs.
@@ -32,7 +33,7 @@ class QUILLMARSH_API DirectInputDeviceInstanceInfo8
 {
 public:
     /// @name Copies
-    /// Of the system's record, or of another object.
+    /// Each copies the system's record, or that of another object.
     /// @{
     explicit DirectInputDeviceInstanceInfo8(DIDEVICEINSTANCEA const &instance);
     DirectInputDeviceInstanceInfo8(DirectInputDeviceInstanceInfo8 const &other);
@@ -41,12 +42,12 @@ public:
     ~DirectInputDeviceInstanceInfo8();
     /// @}
 
-    /// Compares field by field; what stands behind the end of a name does not count.
+    /// Compares field by field; bytes behind the end of a name do not count.
     bool operator==(DirectInputDeviceInstanceInfo8 const &other) const;
 
     /// The system's record.
     DIDEVICEINSTANCEA const &GetInstance() const { return *instance_; }
-    /// Fills the record that is common to all versions.
+    /// Fills the record that all versions have in common.
     void CopyInfo(DirectInputDeviceInstanceInfo &info) const;
 
     /// Prints one line for each value, with readable names of the device's type, behind `tabs` tabs.

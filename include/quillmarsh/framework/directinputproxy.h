@@ -16,16 +16,15 @@ class QUILLMARSH_API DirectInputProxy : public Plugin
 public:
     ~DirectInputProxy() override;
 
-    /// Which version's interface this is.
+    /// Name of the interface; it tells the version.
     virtual string GetDirectInputProxyInterfaceName() = 0;
-    /// Starts DirectInput in the version; 0 is the newest. Throws DirectInputProxyException.
+    /// Starts DirectInput in the version; 0 is the newest. Throws DirectInputProxyException when that fails.
     virtual void OpenProxy(unsigned int version) = 0;
-    /// Ends DirectInput; all devices that used it are gone.
+    /// Ends DirectInput. All devices that used it were deleted before.
     virtual void CloseProxy() = 0;
 
     /// @name Exclusive mode
-    /// Whether drivers may take devices exclusively while the application covers the whole screen; at first they may
-    /// not.
+    /// True when drivers may use devices exclusively while the application covers the whole screen; false at first.
     /// @{
     bool IsAllowedFullscreenExclusiveMode() const { return allowFullscreenExclusiveMode_; }
     void SetAllowFullscreenExclusiveMode(bool allow) { allowFullscreenExclusiveMode_ = allow; }
@@ -46,10 +45,10 @@ public:
 
     /// "DirectInputProxy8".
     string GetDirectInputProxyInterfaceName() override;
-    /// Replaces the list by the devices that are attached.
+    /// Replaces the list by the attached devices.
     virtual void EnumerateInstances(std::vector<DirectInputDeviceInstanceInfo8> &instances) = 0;
-    /// The system's interface IDirectInputDevice8A of a device, with a reference for the caller; null when the device
-    /// cannot be had.
+    /// Gives the system's interface IDirectInputDevice8A of a device, with a reference that the caller owns; null when
+    /// the system refuses the device.
     virtual IUnknown *CreateInstance(win_utils::Guid const &instanceGUID) = 0;
 
     /// Readable form of a combination of the system's cooperative-level flags; empty for 0.

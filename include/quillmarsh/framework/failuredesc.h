@@ -10,8 +10,8 @@ namespace quillmarsh
 
 class Exception;
 
-/// What the kernel hands to Application::Cleanup: the level at which a failure happened, and of which kinds it was.
-/// A plain record.
+/// Description of a failure that the kernel gives to Application::Cleanup(): the kernel's level when it happened, and
+/// its kinds. A plain record.
 struct QUILLMARSH_API FailureDesc
 {
     eKernelLevel KernelLevel;
@@ -30,7 +30,7 @@ struct QUILLMARSH_API FailureDesc
     bool DeviceFailure = false;
     bool GenericSubsystemFailure = false;
 
-    /// Finds the kinds by the run-time types of what was caught; null sets nothing.
+    /// Sets the kinds by the run-time types of the exceptions that were caught; null sets no kind.
     FailureDesc(eKernelLevel level = e_kernel_none, Exception const *libraryException = nullptr,
                 exception const *standardException = nullptr);
 };

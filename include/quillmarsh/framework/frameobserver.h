@@ -7,16 +7,17 @@
 namespace quillmarsh
 {
 
-/// Hears of each finished frame once it was added by Kernel::AddFrameObserver. Frame thread only.
+/// Is told of each finished frame, after Kernel::AddFrameObserver(). Frame thread only.
 ///
 /// The kernel must outlive it.
 class QUILLMARSH_API FrameObserver
 {
 public:
-    /// Takes the observer from the kernel, whether it was added or not.
+    /// Removes the observer from the kernel; harmless if it was never added.
     virtual ~FrameObserver();
 
-    /// A frame has ended. `frameTime` is its duration in seconds. Who sets `removeObserver` is dropped after the call.
+    /// A frame has ended. `frameTime` is its duration in seconds. If the observer sets `removeObserver`, the kernel
+    /// removes it after the call.
     virtual void OnFrame(bool &removeObserver, unsigned int frameNumber, double frameTime) = 0;
 
 protected:

@@ -12,9 +12,9 @@ namespace quillmarsh
 
 /// Measures frame rates in frames per second; times are in seconds.
 ///
-/// It registers itself with the kernel, which has to be there before it and after it. The immediate rate is that of the
-/// last frame. The smooth one comes from a history of time stamps, or, without history evaluation, from periods of the
-/// smoothing interval. Frame thread.
+/// It registers itself with the kernel, which exists before it and outlives it. The immediate rate is that of the last
+/// frame. The smooth rate is computed from a history of time stamps or, without history evaluation, from periods of the
+/// smoothing interval. Frame thread only.
 class QUILLMARSH_API FrameStatisticsCollector : public FrameObserver, public ReconfigObserver, NoCopy
 {
 public:
@@ -22,39 +22,40 @@ public:
     ~FrameStatisticsCollector() override;
 
     /// @name Settings
-    /// NaN counts as the default.
+    /// Each getter returns what its setter has stored. NaN counts as the default.
     /// @{
 
-    /// Time after a reset that does not count for minima and maxima; 2 by default, at least 0.
+    /// Sets the time after a reset that does not count for minima and maxima; 2 by default, at least 0.
     void SetMinMaxStabilizationPeriod(double seconds);
     double GetMinMaxStabilizationPeriod() const { return minMaxStabilizationPeriod_; }
-    /// Length of the history; 1 by default, 0.001 to 10.
+    /// Sets the length of the history; 1 by default, 0.001 to 10.
     void SetHistoryInterval(double seconds);
     double GetHistoryInterval() const { return historyInterval_; }
-    /// Length of a smoothing period; 1 by default, 0.001 to 10.
+    /// Sets the length of a smoothing period; 1 by default, 0.001 to 10.
     void SetSmoothingInterval(double seconds);
     double GetSmoothingInterval() const { return smoothingInterval_; }
-    /// On by default.
+    /// Sets whether the smooth rate is computed from the history; true by default.
     void EnableHistoryEvaluation(bool enable);
     bool IsEnabledHistoryEvaluation() const { return isHistoryEvaluationEnabled_; }
 
     /// @}
-    /// @name Statistics since the last reset
+    /// @name Statistics
+    /// Counted since the last reset. Rates are 0 before the first frame.
     /// @{
     void Reset();
     unsigned int GetTotalFrameCount() const { return totalFrameCount_; }
     double GetTotalFrameTime() const { return totalFrameTime_; }
     double GetFrameRateImmediate() const { return frameRateImmediate_; }
-    /// 0 as long as the stabilization period lasts.
+    /// Lowest rate; 0 during the stabilization period.
     double GetFrameRateImmediateMin() const;
     double GetFrameRateImmediateMax() const { return frameRateImmediateMax_; }
     double GetFrameRateSmooth() const { return frameRateSmooth_; }
-    /// 0 as long as the stabilization period lasts.
+    /// Lowest rate; 0 during the stabilization period.
     double GetFrameRateSmoothMin() const;
     double GetFrameRateSmoothMax() const { return frameRateSmoothMax_; }
     /// @}
 
-    /// Takes in a frame of `frameTime` seconds.
+    /// Adds a frame of `frameTime` seconds.
     void OnFrame(bool &removeObserver, unsigned int frameNumber, double frameTime) override;
     /// Resets: a new configuration makes the old rates meaningless.
     void OnVideoReconfig() override;

@@ -18,9 +18,10 @@ public:
 
     /// The profiler. Asserts "FrameworkProfiler singleton is not created." when there is none.
     static FrameworkProfiler &Instance();
-    /// The same, null when there is none and the assertion is ignored.
+    /// The profiler, with the same assertion; null when there is none.
     static FrameworkProfiler *InstancePtr();
-    /// The profiler if there is one and it is enabled, else null. Never asserts: blocks cost next to nothing then.
+    /// The profiler if it exists and is enabled, null otherwise. Never asserts. Blocks cost almost nothing without a
+    /// profiler.
     static Profiler *GetEnabled()
     {
         return s_pInstanceProfiler && s_pInstanceProfiler->IsEnabled() ? s_pInstanceProfiler : nullptr;
@@ -32,8 +33,8 @@ private:
 
 /// Profiles a scope as a block of a profiler.
 ///
-/// What counts is whether the profiler is there at the beginning: a profiler that is switched off in the scope ignores
-/// its end by itself. Frame thread.
+/// The profiler is asked for at the beginning of the scope only. If it is switched off within the scope, it ignores the
+/// end of the scope by itself. Frame thread.
 class ProfileBlockSentry : NoCopy
 {
 public:
@@ -78,12 +79,12 @@ private:
 #define QUILLMARSH_PROFILE_JOIN_(a, b) a##b
 #define QUILLMARSH_PROFILE_JOIN(a, b) QUILLMARSH_PROFILE_JOIN_(a, b)
 
-/// Profiles the rest of the scope as a block of the framework's profiler, if that is there and enabled.
+/// Profiles the rest of the scope as a block of the framework's profiler, if that exists and is enabled.
 #define QUILLMARSH_PROFILE_BLOCK(blockName)                                                                            \
     ::quillmarsh::ProfileBlockSentry const QUILLMARSH_PROFILE_JOIN(quillmarshProfileBlock, __LINE__)(                  \
         ::quillmarsh::FrameworkProfiler::GetEnabled(), blockName)
 
-/// Profiles the rest of the scope as an iteration of the framework's profiler. One place has it: the frame loop.
+/// Profiles the rest of the scope as an iteration of the framework's profiler. Used once, in the frame loop.
 #define QUILLMARSH_PROFILE_ITERATION()                                                                                 \
     ::quillmarsh::ProfileIterationSentry const QUILLMARSH_PROFILE_JOIN(quillmarshProfileIteration, __LINE__)(          \
         ::quillmarsh::FrameworkProfiler::GetEnabled())

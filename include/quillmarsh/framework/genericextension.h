@@ -9,8 +9,8 @@ namespace quillmarsh
 
 /// Plug-in with an interface that an application knows by name.
 ///
-/// The kernel creates those that Application::ConfirmGenericExtension accepts; who knows the interface casts what
-/// Kernel::FindGenericExtension gives. Frame thread only, unless the interface says otherwise.
+/// The kernel creates the extensions that Application::ConfirmGenericExtension() accepts. Code that knows the interface
+/// casts the result of Kernel::FindGenericExtension(). Frame thread only, unless the interface says otherwise.
 class QUILLMARSH_API GenericExtension : public Plugin
 {
 public:

@@ -14,19 +14,19 @@ struct DirectInputConfig;
 /// Plug-in that finds and drives input devices of one kind. Frame thread only.
 ///
 /// The kernel opens a driver (see HIDDriver0 and HIDDriver8), lets it enumerate, creates the devices one by one, asks
-/// the application about each and connects those that it confirms. Before it closes the driver it has deleted the
-/// devices. All of this happens again for each reconfiguration.
+/// the application about each, and connects the devices that the application confirms. It deletes the devices before it
+/// closes the driver. All of this happens again for each reconfiguration.
 class QUILLMARSH_API HIDDriver : public Plugin
 {
 public:
     ~HIDDriver() override;
 
-    /// Which of the two driver interfaces this is.
+    /// Name of the driver interface; it tells which of the two it is.
     virtual string GetHIDDriverInterfaceName() = 0;
-    /// Looks which devices are there now, and gives their number.
+    /// Finds the present devices, and returns their number.
     virtual unsigned int EnumerateDevices() = 0;
-    /// A new device for an index of the last enumeration, owned by the caller, or null when that device has gone. Its
-    /// HumanInterfaceDeviceInfo says all but creation id and creator, which the kernel fills in.
+    /// Makes the device of an index of the last enumeration; null when that device has gone. The caller owns it. The
+    /// driver fills in its HumanInterfaceDeviceInfo, except creation id and creator, which the kernel sets.
     virtual HumanInterfaceDevice *CreateDevice(unsigned int index) = 0;
 
 protected:
@@ -41,13 +41,14 @@ public:
 
     /// "HIDDriver0".
     string GetHIDDriverInterfaceName() override;
-    /// Takes the driver into use. `flags` is what the application gave by Application::ConfirmHIDDriver, 0 otherwise.
-    /// Throws HIDDriverException when it cannot work here; the kernel then leaves the driver out.
+    /// Opens the driver. `flags` comes from Application::ConfirmHIDDriver(), and is 0 otherwise. Throws
+    /// HIDDriverException when the driver cannot work on this machine; the kernel then leaves the driver out.
     virtual void OpenDriver(DirectInputConfig const &config, unsigned int flags) = 0;
-    /// Gives back what OpenDriver() took. No device of the driver exists any more.
+    /// Releases what OpenDriver() has acquired. The devices of the driver were deleted before.
     virtual void CloseDriver() = 0;
-    /// Called once in each frame, after the desktop has been pumped and before devices are sampled. True when devices came or went since the last
-    /// enumeration: the kernel then reconfigures the devices before the next frame.
+    /// Called once in each frame, after the desktop was pumped and before devices are sampled. Returns true when
+    /// devices have come or gone since the last enumeration; the kernel then reconfigures the devices before the next
+    /// frame.
     virtual bool PollDeviceChanges() = 0;
 
 protected:
@@ -62,11 +63,12 @@ public:
 
     /// "HIDDriver8".
     string GetHIDDriverInterfaceName() override;
-    /// As HIDDriver0::OpenDriver; the proxy is open, borrowed, and stays until CloseDriver() has returned.
+    /// Opens the driver as HIDDriver0::OpenDriver() does. The proxy is borrowed; it is open until CloseDriver() has
+    /// returned.
     virtual void OpenDriver(DirectInputProxy8 &proxy, DirectInputConfig const &config, unsigned int flags) = 0;
-    /// As HIDDriver0::CloseDriver.
+    /// Closes the driver as HIDDriver0::CloseDriver() does.
     virtual void CloseDriver() = 0;
-    /// As HIDDriver0::PollDeviceChanges.
+    /// Works as HIDDriver0::PollDeviceChanges() does.
     virtual bool PollDeviceChanges() = 0;
 
 protected:

@@ -19,36 +19,37 @@ class NamedParameter;
 /// A driver derives the devices that it creates from this class. The kernel holds them, connects those that the
 /// application confirmed, and deletes them.
 ///
-/// A device is sampled in one of two modes. In synchronous mode whoever wants new readings samples it on the spot. In
-/// asynchronous mode, from StartAsyncSampling() to StopAsyncSampling(), a thread of the device samples it over and over,
-/// and a reader locks the device while it reads. Readers need not know which: they hold a sentry (samplereadsentry.h).
+/// A device is sampled in one of two modes. In synchronous mode a reader that wants new readings samples it on the
+/// spot. In asynchronous mode, from StartAsyncSampling() to StopAsyncSampling(), a thread of the device samples it
+/// again and again, and a reader locks the device while it reads. Readers do not need to know the mode: they hold a
+/// sentry (samplereadsentry.h).
 /// \code
 /// SampleReadSentry sentry(mouse, true);
 /// x += mouse.GetDeltaX();
 /// \endcode
 ///
-/// Two threads meet here. All operations are for the one reading thread, as a rule the frame thread, but for the hooks
-/// that say otherwise; an asynchronous device calls SampleDevice() and the two thread hooks on its sampling thread only.
-/// Rates and average values may be read by any thread.
+/// Two threads use a device. All operations are for the one reading thread, usually the frame thread, except the hooks
+/// that say otherwise. In asynchronous mode SampleDevice() and the two thread hooks run on the sampling thread only.
+/// Any thread may read rates and average values.
 class QUILLMARSH_API HumanInterfaceDevice : NoCopy
 {
 public:
-    /// Does not stop sampling: the device must be at rest.
+    /// Does not stop the sampling thread: StopAsyncSampling() must have been called.
     virtual ~HumanInterfaceDevice();
 
     /// @name Parameters and abilities
     /// @{
 
-    /// Takes a parameter; false when it is unknown. A device has none unless it says so.
+    /// Sets a parameter. Returns false when the device does not know it; by default a device knows none.
     virtual bool SetHIDParameter(NamedParameter const &parameter);
-    /// The parameter with the name; null when it is unknown. Good until the next call.
+    /// Parameter with the name; null when the device does not know it. Good until the next call.
     virtual NamedParameter const *GetHIDParameter(string const &name) const;
     /// Prints what the device can do, one line for each item, behind `tabs` tabs. Prints nothing by default.
     virtual void DumpDeviceCaps(ostream &out, unsigned int tabs) const;
     /// @}
 
     /// @name Controllers
-    /// Their number and order stay as long as the device.
+    /// Their number and order never change.
     /// @{
     virtual unsigned int GetNumControllers() = 0;
     /// Controller by index; null past the end.
@@ -56,25 +57,26 @@ public:
     /// @}
 
     /// @name For the kernel
-    /// The application has its devices before there is a window, and the kernel tells each connected device of the
-    /// window: when it stands, SetAppWindow() and OnAppWindowGeometryChanged(), and OnAppWindowActive() when it is
-    /// active; then each change of the two. Before the window goes, OnAppWindowActive(false) if it was active,
-    /// SetAppWindow(nullptr) and OnAppWindowGeometryChanged(), where the device lets go of it. A device that is connected
-    /// while there is a window hears the first three behind ConnectDevice(). Windows may come and go any number of times.
+    /// The application has its devices before there is a window. When the window exists, the kernel calls for each
+    /// connected device SetAppWindow(), OnAppWindowGeometryChanged() and, if the window is active, OnAppWindowActive(),
+    /// and later calls the two hooks at each change. Before the window is destroyed, it calls OnAppWindowActive(false)
+    /// if the window was active, SetAppWindow(nullptr), and OnAppWindowGeometryChanged(), where the device must forget
+    /// the window. For a device that is connected while there is a window, the first three calls follow
+    /// ConnectDevice(). Windows may come and go any number of times.
     ///
-    /// A hook that throws is reported, and nothing more comes of it.
+    /// An exception of a hook is reported, and has no other effect.
     /// @{
 
-    /// Opens the hardware: from now on the device is sampled. `appWindow` is the window whose input is meant, and
-    /// GetAppWindow(); null where there is none yet. Throws HIDException when the hardware cannot be had; the kernel then
-    /// leaves the device out.
+    /// Opens the hardware: from now on the device is sampled. `appWindow` is the window whose input is meant, the same
+    /// as GetAppWindow(); null while there is none. Throws HIDException when the hardware is not available; the kernel
+    /// then leaves the device out.
     virtual void ConnectDevice(HWND appWindow) = 0;
-    /// Closes the hardware; called once for each ConnectDevice() that succeeded, when nobody samples any more.
+    /// Closes the hardware. Called once for each ConnectDevice() that succeeded, after the last sample.
     virtual void DisconnectDevice() = 0;
-    /// Called when the application's window got the keyboard focus, or lost it. Also called while a thread samples.
+    /// The application's window has got the keyboard focus, or has lost it. Also called while a thread samples.
     virtual void OnAppWindowActive(bool active);
-    /// Called when the application's window was moved or resized, and when GetAppWindow() has changed. Also called while
-    /// a thread samples.
+    /// Called when the application's window was moved or resized, and when GetAppWindow() has changed. Also called
+    /// while a thread samples.
     virtual void OnAppWindowGeometryChanged();
 
     /// Sets the application's window, and calls nothing.
@@ -86,54 +88,60 @@ public:
     HWND GetAppWindow() const { return appWindow_; }
 
     /// @name Hooks of the sampling thread
-    /// Called on that thread, before its first sample and after its last one: the place to give it another priority.
+    /// Called on that thread, before its first sample and after its last one. They are the place to change its
+    /// priority.
     /// @{
     virtual void OnStartAsyncSampling(void *threadHandle, unsigned int threadID);
     virtual void OnStopAsyncSampling(void *threadHandle, unsigned int threadID);
     /// @}
 
-    /// Reads the hardware once into the controllers: for each of them HIDController::PreSampleUpdate(), the new readings,
-    /// and HIDController::PostSampleUpdate(). Runs under the lock on the sampling thread, or on the reading thread when
-    /// there is none; readers call it through a SampleReadSentry. Allocates nothing.
+    /// Reads the hardware once into the controllers: for each of them HIDController::PreSampleUpdate(), the new
+    /// readings, and HIDController::PostSampleUpdate(). Runs under the lock on the sampling thread, or on the reading
+    /// thread when there is no sampling thread; readers call it through a SampleReadSentry. Allocates nothing.
     ///
-    /// A device that has vanished reads as at rest, when its driver tells of that, or throws HIDException. The sampling
-    /// thread then writes that to the log, clears all readings and samples no more until it is stopped and started again.
+    /// A device that was unplugged shows readings at rest if its driver reports the change, and throws HIDException
+    /// otherwise. The sampling thread writes an exception to the log, clears all readings, and does not sample again
+    /// until it is stopped and started.
     virtual void SampleDevice() = 0;
 
-    /// First controller with the interface name, letter by letter; null without one.
+    /// First controller with exactly that interface name; null without one.
     HIDController *FindController(string const &interfaceName);
 
+    /// Description of the device.
     HumanInterfaceDeviceInfo const &GetDeviceInfo() const { return info_; }
 
     /// @name DirectInput
     /// @{
 
+    /// True when the device uses DirectInput.
     bool IsUsingDirectInput() const { return isUsingDirectInput_; }
-    /// Asks the device to use DirectInput, or not to. True when it then does as it was told; nothing happens when it
-    /// does so already, or when GetDeviceInfo() rules it out.
+    /// Asks the device to use DirectInput, or not to use it. Returns true when the device is then in that state.
+    /// Nothing happens when it is in that state already, or when GetDeviceInfo() does not allow it.
     bool SetUseDirectInput(bool use);
-    /// Whether devices begin with DirectInput when they can use it, for all devices. Kept for kernel and drivers, which
-    /// ask when they initialise a device.
+    /// True when devices that can use DirectInput begin with it. Kernel and drivers ask when they initialise a device.
     static bool GetUseDirectInputAtInit() { return s_bUseDirectInputAtInit; }
+    /// Sets the same for all devices; true at first.
     static void SetUseDirectInputAtInit(bool use) { s_bUseDirectInputAtInit = use; }
     /// @}
 
     /// @name Asynchronous sampling
-    /// Both release a read lock that is still held. Not for the sampling thread.
+    /// Start and stop release a read lock that is still held. Not for the sampling thread.
     /// @{
 
-    /// Starts the sampling thread, if it does not sample yet. Throws SystemResourceException when it cannot be had.
+    /// Starts the sampling thread unless it runs. Throws SystemResourceException when the system refuses the thread.
     void StartAsyncSampling();
     /// Stops the sampling thread and waits for its end.
     void StopAsyncSampling();
-    /// Does one or the other.
+    /// Starts or stops.
     void ActivateAsyncSampling(bool activate);
+    /// True from StartAsyncSampling() to StopAsyncSampling(). Any thread.
     bool IsAsyncSamplingActive() const { return isAsyncSamplingActive_.load(std::memory_order_acquire); }
     /// @}
 
     /// @name Lock of a reader
-    /// While it is held the sampling thread waits: briefly. Calls do not nest, a second lock does nothing, and the first
-    /// unlock releases. Between them the controllers show what was sampled since the read before.
+    /// The sampling thread waits while the lock is held, so hold it for a short time. Calls do not nest: a second lock
+    /// does nothing, and the first unlock releases. Between lock and unlock the controllers show the samples since the
+    /// last read.
     /// @{
     void LockSampledData();
     void UnlockSampledData();
@@ -141,29 +149,31 @@ public:
     /// @}
 
     /// @name Rate of the sampling thread
-    /// Changes count from its next pass on, and outlast a stop. Without a limit it samples without a pause.
+    /// Changes take effect with the next pass, and survive a stop. Without a limit the thread samples without a pause.
+    /// In the first two seconds of a limit the rate can be far off: first many times too high, then too low (see
+    /// samplingloop.h of the sources).
     /// @{
     void EnableMaxSampleRate(bool enable);
     bool IsEnabledMaxSampleRate() const { return isMaxSampleRateEnabled_.load(std::memory_order_relaxed); }
-    /// In samples a second; clamped to 1 to 1000.
+    /// Sets the limit in samples per second, clamped to 1 to 1000; 50 at first. NaN counts as 1.
     void SetMaxSampleRate(double hz);
     double GetMaxSampleRate() const { return maxSampleRate_.load(std::memory_order_relaxed); }
-    /// Samples a second, averaged over about the last second; 0 when nothing samples.
+    /// Samples per second, averaged over about the last second; 0 when no thread samples.
     double GetAverageSampleRate() const { return averageSampleRate_.load(std::memory_order_relaxed); }
-    /// Seconds that SampleDevice() takes, averaged likewise.
+    /// Seconds that a SampleDevice() takes, averaged likewise.
     double GetAverageSamplingTime() const { return averageSamplingTime_.load(std::memory_order_relaxed); }
     /// @}
 
 protected:
     HumanInterfaceDevice();
 
-    /// Switches the input path of the device, and reports what came of it by UpdateUsingDirectInput(). Called only with
-    /// a change that GetDeviceInfo() allows.
+    /// Switches the input path of the device, and reports the result by UpdateUsingDirectInput(). Called only for a
+    /// change that GetDeviceInfo() allows.
     virtual void ApplyUseDirectInput(bool use) = 0;
-    /// For ApplyUseDirectInput(): which input path the device has taken.
+    /// For ApplyUseDirectInput(): reports which input path the device uses now.
     void UpdateUsingDirectInput(bool isUsing) { isUsingDirectInput_ = isUsing; }
 
-    /// For the driver, which fills it in; creation id and creator are the kernel's.
+    /// Description for the driver to fill in; the kernel sets creation id and creator.
     HumanInterfaceDeviceInfo &DeviceInfo() { return info_; }
 
 private:
@@ -189,7 +199,7 @@ private:
     CriticalSection sampledDataLock_;
     std::atomic<bool> isSampledDataLocked_{false};
     std::atomic<bool> isAsyncSamplingActive_{false};
-    // One-way signal to the sampling loop.
+    // Signal to the sampling loop.
     std::atomic<bool> rateChanged_{false};
     std::atomic<bool> isMaxSampleRateEnabled_{false};
     std::atomic<double> maxSampleRate_{50.0};

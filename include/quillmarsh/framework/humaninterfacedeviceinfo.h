@@ -7,7 +7,7 @@
 namespace quillmarsh
 {
 
-/// What is known of an input device: a value type that its driver fills in. Texts that nobody set are "Unknown".
+/// Description of an input device: a value type that its driver fills in. Texts that were not set are "Unknown".
 class QUILLMARSH_API HumanInterfaceDeviceInfo
 {
 public:
@@ -21,6 +21,7 @@ public:
     /// @}
 
     /// @name Description
+    /// Texts for users.
     /// @{
     string const &GetDeviceDescription() const { return deviceDescription_; }
     void SetDeviceDescription(string const &description) { deviceDescription_ = description; }
@@ -37,7 +38,8 @@ public:
     /// @}
 
     /// @name DirectInput
-    /// A device that works through DirectInput only can use it: setting the one sets the other, which then stays.
+    /// A device that works through DirectInput only can use it: the first flag sets the second, which then cannot be
+    /// cleared.
     /// @{
     bool IsDirectInputOnly() const { return isDirectInputOnly_; }
     void SetDirectInputOnly(bool only);
@@ -47,7 +49,7 @@ public:
     void SetDirectInputDeviceInstanceInfo(DirectInputDeviceInstanceInfo const &info) { directInputInstance_ = info; }
     /// @}
 
-    /// Creation id, description and creator, joined by "/".
+    /// Short text: creation id, description and creator, joined by "/".
     string MakeShortDesc() const;
     /// Prints one line for each item behind `tabs` tabs.
     void Dump(ostream &out, unsigned int tabs) const;

@@ -32,62 +32,63 @@ namespace std_command_interpreter
 class Interpreter;
 }
 
-/// The way from anywhere in the library, in an application or in a plug-in to the program's host.
+/// Gives the library, applications and plug-ins access to the program's host.
 ///
-/// A host derives its kernel from this class, makes exactly one, and gives the library its two streams before anything
-/// prints. The kernel outlives everything that was registered with it. All operations are for the frame thread, but for
-/// those that say otherwise; instance and streams are set before other threads use them, and stay.
+/// A host derives its kernel from this class, makes exactly one object, and gives the library its two streams before
+/// anything prints. The kernel outlives everything that was registered with it. All operations are for the frame thread
+/// unless they say otherwise. Instance and streams are set before other threads use them, and do not change after that.
 class QUILLMARSH_API Kernel : NoCopy
 {
 public:
     /// The one kernel. Asserts "Kernel singleton is not created." without one.
     static Kernel &Instance();
-    /// The one kernel, or null, behind the same assertion.
+    /// The one kernel, with the same assertion; null without one.
     static Kernel *InstancePtr();
 
     /// The application. Asserts "No active application." while there is none.
     Application &GetApplication();
 
     /// @name Input devices
-    /// Names are those of HIDController::GetControllerInterfaceName. A device counts once, with its first controller of
-    /// that name.
+    /// Names are those of HIDController::GetControllerInterfaceName(). A device counts once, with its first controller
+    /// of that name.
     /// @{
 
-    /// Applies the present configuration of the devices again. `code` reaches the application unchanged.
+    /// Applies the present configuration of the devices again. `code` is passed on to the application.
     void RequestHIDReconfig(unsigned int code);
     /// Number of devices that have such a controller.
     unsigned int GetNumHIDControllers(string const &interfaceName);
-    /// Controller of one of them, by index; null past the end. Good until the devices are torn down.
+    /// Controller of one of these devices, by index; null past the end. Good until the devices are deleted.
     HIDController *GetHIDController(string const &interfaceName, unsigned int index);
     /// @}
 
     /// @name Execution
+    /// A getter gives the values that count now.
     /// @{
     virtual void SetExecutionParams(KernelExecutionParams const &params) = 0;
     virtual void GetExecutionParams(KernelExecutionParams &params) = 0;
-    /// Changes priority and boost of the frame thread; handle and identifier in the record are not read. A priority
-    /// that the system refuses stays as it is.
+    /// Changes priority and boost of the frame thread; handle and identifier in the record are ignored. If the system
+    /// refuses a priority, the old one stays.
     virtual void SetThreadInfo(KernelThreadInfo const &info) = 0;
     virtual void GetThreadInfo(KernelThreadInfo &info) = 0;
-    /// The stage that the program is in. Any thread.
+    /// Present stage of the program. Any thread.
     virtual eKernelLevel GetKernelLevel() = 0;
-    /// Frames a second that are not to be exceeded; 0 runs frames without a pause. Negative values count as 0.
+    /// Sets the limit of frames per second; 0 runs frames without a pause. Negative values and NaN count as 0.
     virtual void SetFrameRateLimit(double framesPerSecond) = 0;
     virtual double GetFrameRateLimit() = 0;
-    /// True from the first RequestExit on. Any thread.
+    /// True after the first RequestExit(). Any thread.
     virtual bool IsExitRequested() = 0;
     /// Ends the frame loop after the present frame, in good order. Any thread.
     virtual void RequestExit() = 0;
-    /// Tears the devices down and builds them again between two frames. `code` reaches the application unchanged.
+    /// Deletes the devices and builds them again between two frames. `code` is passed on to the application.
     virtual void ApplyHIDReconfig(DirectInputConfig const &config, unsigned int code) = 0;
-    /// The same for the video stack, with the named renderer.
+    /// Does the same for the video stack, with the named renderer.
     virtual void ApplyVideoReconfig(string const &pluginName, VideoConfig const &config, unsigned int code) = 0;
     /// @}
 
     /// @name Plug-ins
     /// @{
 
-    /// Asks for Application::GenericReconfig(`code`, `subcode`) between two frames. Any thread.
+    /// Requests a call of Application::GenericReconfig() with these codes between two frames. Any thread.
     virtual void RequestGenericReconfig(unsigned int code, unsigned int subcode) = 0;
     /// Number of plug-ins that the loaded libraries offer.
     virtual unsigned int GetNumPlugins() = 0;
@@ -97,15 +98,16 @@ public:
     virtual string GetPluginFileName(unsigned int index) = 0;
     /// Number of generic extensions that the application confirmed.
     virtual unsigned int GetNumGenericExtensions() = 0;
-    /// Generic extension by index; null past the end.
+    /// Generic extension by index; null past the end. The kernel owns it.
     virtual GenericExtension *GetGenericExtension(unsigned int index) = 0;
     /// First generic extension with the interface name; null without one.
     virtual GenericExtension *FindGenericExtension(string const &interfaceName) = 0;
-    /// The application; null before it was created and after it is gone.
+    /// The application; null before it was created and after it was deleted.
     virtual Application *GetApplicationPtr() = 0;
     /// @}
 
     /// @name Video
+    /// Video renderers by index, and the one in use.
     /// @{
     virtual unsigned int GetNumVideoRenderers() = 0;
     virtual void GetVideoRendererInfo(unsigned int index, VideoRendererInfo &info) = 0;
@@ -119,13 +121,14 @@ public:
     /// @name Console
     /// @{
 
-    /// The interpreter that console lines go to: the place to register commands. Null before the application starts.
+    /// Interpreter of the console's lines, where commands are registered. Null before the application starts.
     virtual std_command_interpreter::Interpreter *GetCommandInterpreter() = 0;
     /// Interprets a line between two frames, as if it had been typed. Any thread.
     virtual void QueueCommandLine(string const &line) = 0;
     /// @}
 
     /// @name Devices
+    /// The kernel owns them.
     /// @{
     virtual unsigned int GetNumHumanInterfaceDevices() = 0;
     /// Device by index; null past the end.
@@ -138,15 +141,16 @@ public:
 
     /// Ends the pause between two frames early, so that the next one begins at once. Any thread.
     virtual void WakeUp() = 0;
-    /// Frames begun since the loop started.
+    /// Number of frames that were begun since the loop started.
     virtual unsigned int GetFrameNumber() = 0;
-    /// Seconds from the start of the frame loop to the begin of the present frame.
+    /// Seconds from the start of the frame loop to the beginning of the present frame.
     virtual double GetFrameTime() = 0;
-    /// Seconds between the begins of the last frame and of the present one; 0 in the first.
+    /// Seconds between the beginnings of the last frame and of the present one; 0 in the first frame.
     virtual double GetFrameTimeDelta() = 0;
     /// @}
 
-    /// @name Services that the kernel owns
+    /// @name Services
+    /// The kernel owns them. They are good as long as the kernel.
     /// @{
     virtual Profiler *GetProfiler() = 0;
     virtual ConsoleBuffers *GetConsoleBuffers() = 0;
@@ -154,9 +158,9 @@ public:
     /// @}
 
     /// @name Observers
-    /// Not owned. Adding twice counts once, null is ignored, and so is the removal of a pointer that is not held. An
-    /// observer may add and remove any observer, itself too, while it is called: one that was removed is not called any
-    /// more, one that was added is called from the next time on.
+    /// Observers are borrowed. Null is ignored; so are the addition of an observer that was added before, and the
+    /// removal of one that was not. An observer may add and remove any observer, also itself, while it is called: a
+    /// removed observer is not called any more, an added one is called from the next time on.
     /// @{
     virtual void AddFrameObserver(FrameObserver *observer) = 0;
     virtual void RemoveFrameObserver(FrameObserver *observer) = 0;
@@ -179,7 +183,7 @@ protected:
     /// outlive all printing. A program whose threads print gives streams of class SharedOutputStream.
     static void SetOutputStreams(ostream &conOut, ostream &logOut);
 
-    /// What is known of a device, for the kernel to fill in creation id and creator.
+    /// Description of a device, for the kernel to fill in creation id and creator.
     static HumanInterfaceDeviceInfo &HumanInterfaceDevice_DeviceInfo(HumanInterfaceDevice &device);
 
 private:
@@ -191,8 +195,8 @@ private:
     static ostream *s_pLogOut;
 };
 
-/// The console's stream, once a host has set it. A SharedOutputStream gives each thread a stream of its own, so that any
-/// thread may print; any other stream is returned as it was set, and belongs to the frame thread.
+/// The console's stream, once a host has set it. A SharedOutputStream gives each thread a stream of its own, so that
+/// any thread may print; any other stream is returned as it was set, and belongs to the frame thread.
 QUILLMARSH_API ostream &GetConOut();
 /// The log's stream, likewise. A device that fails on its sampling thread prints there.
 QUILLMARSH_API ostream &GetLogOut();

@@ -7,7 +7,7 @@
 namespace quillmarsh
 {
 
-/// Which devices the kernel samples by itself, once in each frame.
+/// Devices that the kernel samples by itself, once in each frame.
 struct HIDAutoSamplingConfig
 {
     bool AutoSampleSystemKeyboard = true;
@@ -16,9 +16,9 @@ struct HIDAutoSamplingConfig
     bool AutoSampleNonSystemDevices = true;
 };
 
-/// Switches of the kernel's automatic work. A plain record; the kernel holds the one in force.
+/// Switches of the kernel's automatic work. A plain record; the kernel holds the present one.
 ///
-/// Who wants to change a switch reads the record, changes it and writes it back, on the frame thread:
+/// To change a switch, read the record, change it and write it back, on the frame thread:
 /// \code
 /// KernelExecutionParams params(true);
 /// params.AutoDrawGUI = false;
@@ -40,7 +40,7 @@ struct QUILLMARSH_API KernelExecutionParams : HIDAutoSamplingConfig
     bool AutoPresentBackBuffer;
     /// The kernel's configuration loop does a hard clean-up.
     bool EnableHardCleanupConfigLoop;
-    /// A failure that ended the run is rethrown at exit, when everything is down.
+    /// A failure that ended the run is thrown again at exit, after everything was cleaned up.
     bool EnableHardRethrowExit;
     /// Messages of the window system are logged while the main window is cleaned up.
     bool LogWinMsgOnMainWindowCleanup;
@@ -49,13 +49,13 @@ struct QUILLMARSH_API KernelExecutionParams : HIDAutoSamplingConfig
     /// Commands and variables for developers are allowed.
     bool DeveloperMode;
 
-    /// With `current`, the kernel's present values, or the defaults when there is no kernel; else the defaults.
-    /// Asserts "Kernel singleton is not created." without a kernel, whatever the argument.
+    /// Takes the kernel's present values with `current`, and otherwise the defaults. Without a kernel it asserts
+    /// "Kernel singleton is not created.", whatever the argument is, and takes the defaults.
     KernelExecutionParams(bool current = true);
 
-    /// Fills the record from the kernel. Does nothing, behind the assertion, without a kernel.
+    /// Fills the record from the kernel. Asserts without a kernel, and does nothing then.
     void GetKernelCurrent();
-    /// Puts the record in force. Does nothing, behind the assertion, without a kernel.
+    /// Gives the record to the kernel. Asserts without a kernel, and does nothing then.
     void SetKernelCurrent() const;
 
     /// Prints one line for each switch behind `tabs` tabs.

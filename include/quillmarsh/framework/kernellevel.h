@@ -5,13 +5,14 @@
 namespace quillmarsh
 {
 
-/// Stage of a program's life. The kernel climbs the stages of start-up one by one, stays at `e_kernel_running` while
-/// frames run, and walks the same stages down again, each told by Application::OnKernelLevelChanged.
+/// Stage of a program's life. The kernel passes the stages of start-up one by one, stays at `e_kernel_running` while
+/// frames run, and passes the same stages in reverse order at the end. It calls Application::OnKernelLevelChanged() for
+/// each.
 enum eKernelLevel : unsigned int
 {
-    /// Before start-up, and after everything is down.
+    /// Before start-up, and after everything was cleaned up.
     e_kernel_none = 0,
-    /// The application starts: from Application::BeginStartup to Application::EndStartup.
+    /// The application starts: from Application::BeginStartup() to Application::EndStartup().
     e_kernel_startup,
     /// Generic extensions are created and connected.
     e_kernel_generic_extensions,
@@ -23,7 +24,7 @@ enum eKernelLevel : unsigned int
     e_kernel_subsystems,
     /// Frames run.
     e_kernel_running,
-    /// The way down, until Application::Cleanup has returned.
+    /// Everything is cleaned up, until Application::Cleanup() has returned.
     e_kernel_cleanup
 };
 

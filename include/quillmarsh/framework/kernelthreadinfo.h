@@ -7,7 +7,7 @@
 namespace quillmarsh
 {
 
-/// Thread that the kernel's frames run on, as the kernel knows it. A plain record.
+/// Description of the thread on which the kernel runs its frames. A plain record.
 struct QUILLMARSH_API KernelThreadInfo
 {
     HANDLE ThreadHandle = nullptr;

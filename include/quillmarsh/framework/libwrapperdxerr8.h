@@ -7,14 +7,14 @@
 namespace quillmarsh
 {
 
-/// Extension that brings the texts of DirectX 8 error codes.
+/// Extension that supplies the texts of DirectX 8 error codes.
 ///
-/// A plug-in that holds the error library fills in its function; everybody else asks through the static operation.
-/// The function is shared by the process; it is set before other threads ask.
+/// A plug-in that has loaded the error library sets its function; all other code asks through the static operation. The
+/// whole process shares the function; it is set before other threads ask.
 class QUILLMARSH_API LibWrapperDXErr8 : public GenericExtension
 {
 public:
-    /// Takes an error code, gives its text.
+    /// Function that takes an error code and returns its text.
     using DescriptionFunction = char const *(*)(long int);
 
     LibWrapperDXErr8();
@@ -23,9 +23,9 @@ public:
     /// "LibWrapperDXErr8".
     string GetGenericExtensionInterfaceName() override;
 
-    /// Stores the function for the whole process; null takes it away.
+    /// Stores the function for the whole process; null removes it.
     void SetProcAddresses(DescriptionFunction getErrorDescription);
-    /// Takes the function out; the fixed text is given from then on.
+    /// Removes the function. From then on the fixed text is returned.
     void InvalidateProcAddresses();
 
     /// The text of an error code; "LibWrapperDXErr8 not initialized" while no function is set.

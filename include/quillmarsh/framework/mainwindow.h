@@ -10,7 +10,7 @@ namespace quillmarsh
 /// Look of the main window, which Application::PostCreateMainWindow may change. A plain record.
 struct MainWindowProperties
 {
-    /// Number of the icon resource that the window shows; 0 is the host's own.
+    /// Number of the icon resource that the window shows; 0 is the icon of the host.
     unsigned int IconID = 0;
     /// Text of the window's title bar.
     string Title;

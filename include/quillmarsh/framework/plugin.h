@@ -10,7 +10,7 @@ namespace quillmarsh
 
 class NamedParameter;
 
-/// What a plug-in is, and so from which base class it derives.
+/// Kind of a plug-in, which also tells its base class.
 enum ePluginType : unsigned int
 {
     e_plugin_generic_extension = 0,
@@ -26,8 +26,10 @@ struct QUILLMARSH_API PluginVersion
 {
     unsigned int Number[4];
 
+    /// Takes the four numbers.
     PluginVersion(unsigned int first = 1, unsigned int second = 0, unsigned int third = 0, unsigned int fourth = 0);
 
+    /// Compares all four numbers.
     bool operator==(PluginVersion const &other) const = default;
 
     /// The numbers in decimal, joined by dots.
@@ -38,15 +40,18 @@ struct QUILLMARSH_API PluginVersion
 class QUILLMARSH_API PluginInfo
 {
 public:
-    /// The library's own version, no type yet, version 1.0.0.0, empty texts.
+    /// Takes the library's own version, version 1.0.0.0 for the plug-in, and empty texts. The type is set later.
     PluginInfo();
+    /// Takes all seven fields.
     PluginInfo(library_info::LibraryVersion const &libraryVersion, ePluginType pluginType, string const &pluginName,
                PluginVersion const &pluginVersion, string const &buildTimestamp, string const &description,
                string const &developerInfo);
-    /// A copy with the type replaced.
+    /// Copies `other`, but with this type.
     PluginInfo(PluginInfo const &other, ePluginType pluginType);
 
-    /// Version of the library that the plug-in was built for.
+    /// @name Fields
+    /// The library version is the one that the plug-in was built for.
+    /// @{
     library_info::LibraryVersion const &GetLibraryVersion() const { return libraryVersion_; }
     ePluginType GetPluginType() const { return pluginType_; }
     string const &GetPluginName() const { return pluginName_; }
@@ -54,6 +59,7 @@ public:
     string const &GetBuildTimestamp() const { return buildTimestamp_; }
     string const &GetDescription() const { return description_; }
     string const &GetDeveloperInfo() const { return developerInfo_; }
+    /// @}
 
     /// Compares all seven fields.
     bool operator==(PluginInfo const &other) const;
@@ -76,21 +82,21 @@ private:
 
 /// Base of all plug-ins.
 ///
-/// An object is made by its descriptor, in the code of its own library, and deleted by the kernel through its virtual
-/// destructor; it may not outlive the descriptor. Frame thread only.
+/// The descriptor makes an object, in the code of its own library; the kernel deletes it through its virtual
+/// destructor. The object must not outlive the descriptor. Frame thread only.
 class QUILLMARSH_API Plugin : NoCopy
 {
 public:
     virtual ~Plugin();
 
-    /// Takes a parameter; false when it is unknown or does not fit. A plug-in has none unless it says so.
+    /// Sets a parameter. Returns false when it is unknown or its value does not fit; by default a plug-in has none.
     virtual bool SetPluginParameter(NamedParameter const &parameter);
-    /// Gives the value of a parameter; false, and the output unchanged, when it is unknown.
+    /// Gives the value of a parameter. Returns false, and leaves the output alone, when it is unknown.
     virtual bool GetPluginParameter(string const &name, NamedParameter &parameter) const;
 
-    /// The identity, which is borrowed and must stay as long as the plug-in.
+    /// Sets the identity, which is borrowed and outlives the plug-in.
     void SetPluginInfo(PluginInfo *info) { pluginInfo_ = info; }
-    /// Asserts "Plugin-info not available." when none was set, and gives an empty one then.
+    /// The identity. Asserts "Plugin-info not available." when none was set, and gives an empty one then.
     PluginInfo const &GetPluginInfo() const;
 
 protected:
@@ -100,19 +106,20 @@ private:
     PluginInfo const *pluginInfo_ = nullptr;
 };
 
-/// Factory of one plug-in, which carries its identity. A plug-in library hands over its descriptors (see
-/// pluginlibrary.h), each of them of one of the typed classes of plugindescriptors.h.
+/// Factory of one plug-in; it also holds the identity of the plug-in. A plug-in library hands over its descriptors (see
+/// pluginlibrary.h). Each is derived from one of the typed classes of plugindescriptors.h.
 class QUILLMARSH_API PluginDescriptor : NoCopy
 {
 public:
     virtual ~PluginDescriptor();
 
-    /// A new plug-in, owned by the caller, or null.
+    /// Makes a plug-in, which the caller owns. May return null.
     virtual Plugin *CreatePlugin() = 0;
 
+    /// Identity of the plug-in; good as long as the descriptor.
     PluginInfo const &GetPluginInfo() const { return info_; }
 
-    /// A new plug-in that knows its identity, owned by the caller, or null.
+    /// Makes a plug-in with CreatePlugin() and sets its identity. The caller owns it; null when none was made.
     Plugin *CreateAndSetupPlugin();
 
 protected:

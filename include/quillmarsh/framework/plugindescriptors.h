@@ -14,17 +14,19 @@ class HIDDriver;
 class VideoRenderer;
 class VideoSubsystem;
 
-/// Factory of a generic extension. Its identity has this type, whatever the record that it was made from said; so it is
-/// with all typed factories. Frame thread only.
+/// Factory of a generic extension. The factory sets the type in its identity, whatever type the record has that it was
+/// made from. This holds for all typed factories. Frame thread only.
 class QUILLMARSH_API GenericExtensionPluginDescriptor : public PluginDescriptor
 {
 public:
     ~GenericExtensionPluginDescriptor() override;
+    /// Calls the operation below.
     Plugin *CreatePlugin() override;
-    /// A new extension, owned by the caller, or null.
+    /// Makes the extension, which the caller owns. May return null.
     virtual GenericExtension *CreateGenericExtension() = 0;
 
 protected:
+    /// Copies the identity.
     explicit GenericExtensionPluginDescriptor(PluginInfo const &info);
 };
 
@@ -33,11 +35,13 @@ class QUILLMARSH_API ApplicationPluginDescriptor : public PluginDescriptor
 {
 public:
     ~ApplicationPluginDescriptor() override;
+    /// Calls the operation below.
     Plugin *CreatePlugin() override;
-    /// A new application, owned by the caller, or null.
+    /// Makes the application, which the caller owns. May return null.
     virtual Application *CreateApplication() = 0;
 
 protected:
+    /// Copies the identity.
     explicit ApplicationPluginDescriptor(PluginInfo const &info);
 };
 
@@ -46,11 +50,13 @@ class QUILLMARSH_API DirectInputProxyPluginDescriptor : public PluginDescriptor
 {
 public:
     ~DirectInputProxyPluginDescriptor() override;
+    /// Calls the operation below.
     Plugin *CreatePlugin() override;
-    /// A new proxy, owned by the caller, or null.
+    /// Makes the proxy, which the caller owns. May return null.
     virtual DirectInputProxy *CreateDirectInputProxy() = 0;
 
 protected:
+    /// Copies the identity.
     explicit DirectInputProxyPluginDescriptor(PluginInfo const &info);
 };
 
@@ -59,11 +65,13 @@ class QUILLMARSH_API HIDDriverPluginDescriptor : public PluginDescriptor
 {
 public:
     ~HIDDriverPluginDescriptor() override;
+    /// Calls the operation below.
     Plugin *CreatePlugin() override;
-    /// A new driver, owned by the caller, or null.
+    /// Makes the driver, which the caller owns. May return null.
     virtual HIDDriver *CreateHIDDriver() = 0;
 
 protected:
+    /// Copies the identity.
     explicit HIDDriverPluginDescriptor(PluginInfo const &info);
 };
 
@@ -72,11 +80,13 @@ class QUILLMARSH_API VideoSubsystemPluginDescriptor : public PluginDescriptor
 {
 public:
     ~VideoSubsystemPluginDescriptor() override;
+    /// Calls the operation below.
     Plugin *CreatePlugin() override;
-    /// A new subsystem, owned by the caller, or null.
+    /// Makes the subsystem, which the caller owns. May return null.
     virtual VideoSubsystem *CreateVideoSubsystem() = 0;
 
 protected:
+    /// Copies the identity.
     explicit VideoSubsystemPluginDescriptor(PluginInfo const &info);
 };
 
@@ -85,11 +95,13 @@ class QUILLMARSH_API VideoRendererPluginDescriptor : public PluginDescriptor
 {
 public:
     ~VideoRendererPluginDescriptor() override;
+    /// Calls the operation below.
     Plugin *CreatePlugin() override;
-    /// A new renderer, owned by the caller, or null.
+    /// Makes the renderer, which the caller owns. May return null.
     virtual VideoRenderer *CreateVideoRenderer() = 0;
 
 protected:
+    /// Copies the identity.
     explicit VideoRendererPluginDescriptor(PluginInfo const &info);
 };
 

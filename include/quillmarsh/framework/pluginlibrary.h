@@ -11,22 +11,22 @@
 namespace quillmarsh
 {
 
-/// What a plug-in library hands over. A plain record.
+/// Record that a plug-in library hands over. A plain record.
 ///
-/// Everything up to `RecordSize` is the head: it stays as it is in every layout of the record and every version of the
-/// library, so that a host can read it first and say what does not fit.
+/// Everything up to `RecordSize` is the head. It is the same in every layout of the record and in every version of the
+/// library, so that a host can read it first and report what does not fit.
 struct PluginLibraryRecord
 {
     /// Always s_pluginLibraryMagic.
     unsigned int Magic;
-    /// Number of the layout of what follows the head.
+    /// Number of the layout of the fields behind the head.
     unsigned int RecordLayout;
     /// Version of the headers that the library was built with: major, minor, build, and 1 for a debug build.
     unsigned int LibraryVersion[4];
     /// Size of this record.
     unsigned int RecordSize;
 
-    /// Sizes of the records that cross between host and library, which tell builds apart that no version does.
+    /// Sizes of the records that cross between host and library. They tell builds apart that have the same version.
     unsigned int CrossingSizes[8];
     /// Number of descriptors in the library.
     unsigned int (*GetNumDescriptors)();
@@ -39,19 +39,19 @@ constexpr unsigned int s_pluginLibraryMagic = 0x4c504d51;
 /// Number of the layout that this header describes.
 constexpr unsigned int s_pluginLibraryRecordLayout = 1;
 
-/// What stands in PluginLibraryRecord::CrossingSizes, for messages.
+/// Names of the sizes in PluginLibraryRecord::CrossingSizes, for messages.
 constexpr char const *s_pluginLibraryCrossings[] = {
     "pointer",     "string",        "PluginInfo",   "Plugin",
     "StartupInfo", "StartupResult", "AutoInitInfo", "KernelExecutionParams"};
 
-/// Name of the one symbol that a plug-in library exports, and its type.
+/// Name of the one symbol that a plug-in library exports.
 #define QUILLMARSH_PLUGIN_ENTRY QuillmarshGetPluginLibrary
 /// Name of the entry point, for the table of imports.
 constexpr char s_szPluginLibraryEntry[] = "QuillmarshGetPluginLibrary";
 /// Type of the entry point.
 using PluginLibraryEntry = PluginLibraryRecord const *(*)();
 
-/// The record, but for its two functions, as these headers make it: what a library fills in and a host compares with.
+/// Record of these headers without its two functions. A library completes it, and a host compares with it.
 constexpr PluginLibraryRecord MakePluginLibraryRecord()
 {
     return {s_pluginLibraryMagic,
@@ -64,12 +64,13 @@ constexpr PluginLibraryRecord MakePluginLibraryRecord()
             nullptr};
 }
 
-/// The descriptors of one library, each made at the first call. `Tag` is a type of the library's own file, which keeps
-/// two libraries in one process apart.
+/// Descriptors of one library, made at the first call. `Tag` is a type of the library's own file, which keeps two
+/// libraries in one process apart.
 template<typename Tag, typename... Descriptors>
 class PluginLibrary
 {
 public:
+    /// The record of the library.
     static PluginLibraryRecord const *GetRecord()
     {
         static constexpr PluginLibraryRecord s_record = MakeRecord();
@@ -97,7 +98,8 @@ private:
 
 } // namespace quillmarsh
 
-/// Written once in a plug-in library, at the outermost level of a source file, with the classes of its descriptors:
+/// Defines the entry point of a plug-in library. It stands once in the library, at the outermost level of a source
+/// file, with the classes of the descriptors:
 /// \code
 /// QUILLMARSH_PLUGIN_LIBRARY(MyApplicationDescriptor)
 /// \endcode

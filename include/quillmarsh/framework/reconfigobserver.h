@@ -7,20 +7,20 @@
 namespace quillmarsh
 {
 
-/// Hears of reconfigurations once it was added by Kernel::AddReconfigObserver. Frame thread only.
+/// Is told of reconfigurations, after Kernel::AddReconfigObserver(). Frame thread only.
 ///
 /// The kernel must outlive it.
 class QUILLMARSH_API ReconfigObserver
 {
 public:
-    /// Takes the observer from the kernel, whether it was added or not.
+    /// Removes the observer from the kernel; harmless if it was never added.
     virtual ~ReconfigObserver();
 
-    /// The video stack was torn down and built again.
+    /// The video stack was taken down and built again.
     virtual void OnVideoReconfig();
-    /// Waiting for the vertical synchronisation went on or off without a reconfiguration.
+    /// Waiting for the vertical synchronisation was switched on or off without a reconfiguration.
     virtual void OnVSyncReconfig(bool vsync);
-    /// The devices were torn down and built again.
+    /// The devices were deleted and built again.
     virtual void OnHIDReconfig();
 
 protected:

@@ -8,10 +8,10 @@
 namespace quillmarsh
 {
 
-/// Stands around code that reads the last readings of a device, without asking for new ones. Reading thread only.
+/// Guards code that reads the last readings of a device, without a new sample. Reading thread only.
 ///
-/// It locks a device that a thread samples, and does nothing to one that nobody samples meanwhile. With `unlockAtEnd`
-/// false the lock stays when the sentry ends, so that one can read several times and release once.
+/// It locks a device that a thread samples, and does nothing with any other device. With `unlockAtEnd` false the lock
+/// stays when the sentry ends, so that a caller can read several times and release once.
 class AsyncSampleReadSentry : NoCopy
 {
 public:
@@ -41,10 +41,10 @@ private:
     bool unlockAtEnd_;
 };
 
-/// Stands around code that wants present readings of a device. Reading thread only.
+/// Guards code that reads the present readings of a device. Reading thread only.
 ///
-/// It samples a device that no thread samples once, on the spot; what SampleDevice() throws passes through. For any
-/// other device it does what AsyncSampleReadSentry does.
+/// If no thread samples the device, it is sampled once, on the spot; an exception of SampleDevice() passes through.
+/// Otherwise the sentry does the same as AsyncSampleReadSentry.
 class SampleReadSentry : NoCopy
 {
 public:

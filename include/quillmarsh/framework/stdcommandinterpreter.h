@@ -23,16 +23,16 @@ namespace quillmarsh::std_command_interpreter
 /// Interprets console lines with two registers of commands: internal ones, which it creates itself (see
 /// stdinternalcommands.h), and external ones, which the framework and the application register.
 ///
-/// A line is expanded by at most one alias, parsed, and handed to the command of its name, internal ones first. What is
-/// wrong with a line is written to the stream; nothing is thrown for bad input. The line goes into the history of the
-/// console's buffers as it was typed.
+/// A line is expanded by at most one alias, parsed, and handed to the command of its name; internal commands are
+/// searched first. Errors in a line are written to the stream; bad input throws nothing. The line is stored in the
+/// history of the console's buffers as it was typed.
 ///
-/// Both registers own their commands. They are searched by their commands' current names: Rehash() after a command was
-/// renamed puts it in its place in listings. An interpreter belongs to one thread at a time.
+/// Both registers own their commands, and are searched by the commands' current names. After a command was renamed,
+/// Rehash() puts it in its place in listings. An interpreter belongs to one thread at a time.
 class QUILLMARSH_API Interpreter : public CommandInterpreter, NoCopy
 {
 public:
-    /// Needs a kernel, whose console buffers and developer mode it takes.
+    /// Takes console buffers and developer mode from the kernel, which must exist.
     Interpreter();
     ~Interpreter() override;
 
@@ -42,87 +42,97 @@ public:
     /// "Standard-command-interpreter v1.0".
     string GetInterpreterDesc() const override;
 
-    /// Runs one line. True when a command did its work, or when help was printed for one. What a command throws passes
-    /// to the caller.
+    /// Runs one line. Returns true when a command did its work, or when the help of one was printed. An exception of a
+    /// command passes to the caller.
     bool InterpretCommandLine(string const &line, ostream &out) override;
 
-    /// Completes a command word by the names of commands and aliases. With several that match they are listed on `out`
-    /// and the text that they share is the completion. False for a line that is the same as at the last call.
+    /// Completes a command word by the names of commands and aliases. If several match, they are listed on `out`, and
+    /// the text that they have in common is the completion. Returns false for the same line as at the last call.
     bool CompleteCommandLine(string const &line, string &completed, ostream &out) override;
 
     /// @}
     /// @name Settings
     /// @{
 
-    /// Buffers for the history of commands, borrowed; null for the kernel's.
+    /// Sets the buffers for the history of commands, which are borrowed; null means those of the kernel.
     void SetConsoleBuffers(ConsoleBuffers *buffers);
-    /// The buffers in use, or null if the kernel has none.
+    /// Buffers in use; null if the kernel has none.
     ConsoleBuffers *GetConsoleBuffers() const { return consoleBuffers_; }
 
-    /// Whether commands for developers run. The kernel's parameter is read at construction only.
+    /// Sets whether commands for developers run. The kernel's parameter is read at construction only.
     void SetDeveloperModeActive(bool active);
+    /// True when commands for developers run.
     bool IsActiveDeveloperMode() const { return isDeveloperModeActive_; }
 
-    /// Whether each line is printed as it was expanded and parsed.
+    /// Sets whether each line is printed as it was expanded and parsed.
     void SetDebugDumpPreprocessedCommandLine(bool dump);
+    /// True when each line is printed; false at first.
     bool GetDebugDumpPreprocessedCommandLine() const { return debugDumpPreprocessedCommandLine_; }
 
-    /// Option with which any command prints its help instead of running; "h" by default, empty for none.
+    /// Sets the option that makes any command print its help instead of running; "h" by default, empty for none.
     void SetGlobalHelpSwitch(string const &helpSwitch);
+    /// Option that makes any command print its help.
     string const &GetGlobalHelpSwitch() const { return globalHelpSwitch_; }
 
-    /// What is said to an unknown command, ahead of the hint at the command that lists them.
+    /// Sets the answer to an unknown command. A hint at the command that lists all commands follows it.
     void SetCommandNotRecognizedMessage(string const &message);
+    /// Answer to an unknown command, without the hint.
     string const &GetCommandNotRecognizedMessage() const { return notRecognizedBaseMessage_; }
 
-    /// Is asked about each line that is about to run a command; false refuses the line, and its result is false.
+    /// Function that is asked about each line before its command runs. False refuses the line, whose result is then
+    /// false.
     using LineInspector = std::function<bool(Command const &command, CommandLineParser const &parser)>;
     /// Sets the inspector; an empty one, the default, lets all lines run.
     void SetLineInspector(LineInspector inspector);
 
     /// @}
     /// @name Aliases
-    /// A line that begins with an alias as a whole word is run with the alias' target in its place.
+    /// In a line that begins with an alias as a whole word, the target of the alias takes its place.
     /// @{
 
     /// Sets or replaces an alias. An empty target removes it, and an empty alias does nothing.
     void RegisterAlias(string const &alias, string const &target);
+    /// Removes an alias if it exists.
     void UnregisterAlias(string const &alias);
+    /// Removes all aliases.
     void UnregisterAllAliases();
-    /// False, and an empty target, when there is no such alias.
+    /// Gives the target of an alias. Returns false, and an empty target, when there is no such alias.
     bool FindAlias(string const &alias, string &target) const;
-    /// Pairs of alias and target, sorted by alias.
+    /// Gives pairs of alias and target, sorted by alias.
     void GetAliases(std::vector<std::pair<string, string>> &aliases) const;
 
     /// @}
     /// @name External commands
     /// @{
 
-    /// Takes the command over; null is ignored. Names are not tested: the first of equal ones is found.
+    /// Adds a command, which the interpreter owns from then on; null is ignored. Names are not tested: of several
+    /// commands with one name the first is found.
     void RegisterExternalCommand(Command *command);
-    /// Gives the commands back to the caller, who owns them then.
+    /// Removes all commands. The caller owns them then.
     void UnregisterAllExternalCommands();
-    /// True when the command was there.
+    /// Removes a command, which the caller owns then. Returns false when it was not registered.
     bool UnregisterExternalCommand(Command &command);
-    /// Takes out all commands of that name; returns their number.
+    /// Removes all commands of that name, which the caller owns then. Returns their number.
     unsigned int UnregisterExternalCommand(string const &name);
+    /// Deletes all commands.
     void DeleteAllExternalCommands();
-    /// True when the command was there.
+    /// Deletes a command. Returns false when it was not registered.
     bool DeleteExternalCommand(Command &command);
-    /// Deletes all commands of that name; returns their number.
+    /// Deletes all commands of that name. Returns their number.
     unsigned int DeleteExternalCommand(string const &name);
 
+    /// Number of commands.
     unsigned int GetNumExternalCommands() const;
     /// Command by index. Asserts "Index out of range." past the end, and gives null then.
     Command *GetExternalCommand(unsigned int index) const;
-    /// Same as FindExternalCommand.
+    /// Same as FindExternalCommand().
     Command *GetExternalCommand(string const &name) const;
-    /// First external command whose current name is the text, or null.
+    /// First external command with that current name; null without one.
     Command *FindExternalCommand(string const &name) const;
 
     /// @}
     /// @name Internal commands
-    /// As for external ones.
+    /// These work as those of external commands do.
     /// @{
     void RegisterInternalCommand(Command *command);
     void UnregisterAllInternalCommands();
@@ -140,16 +150,16 @@ public:
     /// @name Both registers
     /// @{
 
-    /// Same as FindCommand.
+    /// Same as FindCommand().
     Command *GetCommand(string const &name) const;
-    /// Internal command of that name, else the external one, else null.
+    /// First internal command of that name; without one, the first external command; null without either.
     Command *FindCommand(string const &name) const;
-    /// First command of exactly that run-time type, or null.
+    /// First command of exactly that run-time type; null without one.
     static Command *FindCommand(std::vector<Command *> const &commands, std::type_info const &type);
 
-    /// Sorts both registers by current names, and runs MakeMessages().
+    /// Sorts both registers by current names, and calls MakeMessages().
     void Rehash();
-    /// Composes the message for unknown commands.
+    /// Builds the answer to an unknown command.
     void MakeMessages();
 
     /// Prints names, kind and summary of a command, and its help.
@@ -188,10 +198,11 @@ private:
 class QUILLMARSH_API InternalCommand : public Command
 {
 public:
-    /// The interpreter is borrowed, and as a rule owns the command.
+    /// The interpreter is borrowed; usually it owns the command.
     explicit InternalCommand(Interpreter &interpreter);
     ~InternalCommand() override;
 
+    /// The interpreter.
     Interpreter &GetInterpreter() const { return interpreter_; }
 
 private:

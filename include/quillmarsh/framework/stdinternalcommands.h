@@ -8,7 +8,8 @@
 namespace quillmarsh::std_command_interpreter
 {
 
-/// "dump-cmdline": switches the dump of lines as they were expanded and parsed. For developers. Interpreter's thread.
+/// "dump-cmdline": switches on and off that lines are printed as they were expanded and parsed. For developers.
+/// Interpreter's thread.
 class QUILLMARSH_API DumpPreprocessedCommandLineCmd : public InternalCommand, public CommandVocabulary
 {
 public:
@@ -19,6 +20,7 @@ public:
     static constexpr char const *s_szOptionOff = "off";
     /// @}
 
+    /// The interpreter is borrowed.
     explicit DumpPreprocessedCommandLineCmd(Interpreter &interpreter);
     ~DumpPreprocessedCommandLineCmd() override;
 
@@ -27,7 +29,8 @@ public:
     std::span<CommandWord const> GetWords() const override;
 };
 
-/// "list-commands": lists the commands of both registers, those for developers in every mode. Interpreter's thread.
+/// "list-commands": lists the commands of both registers; commands for developers are listed in every mode.
+/// Interpreter's thread.
 class QUILLMARSH_API ListCommandsCmd : public InternalCommand, public CommandVocabulary
 {
 public:
@@ -38,6 +41,7 @@ public:
     static constexpr char const *s_szOptionExternal = "ext";
     /// @}
 
+    /// The interpreter is borrowed.
     explicit ListCommandsCmd(Interpreter &interpreter);
     ~ListCommandsCmd() override;
 
@@ -57,6 +61,7 @@ public:
     static constexpr char const *s_szValueSwitch = "string";
     /// @}
 
+    /// The interpreter is borrowed.
     explicit HelpCmd(Interpreter &interpreter);
     ~HelpCmd() override;
 
@@ -68,7 +73,7 @@ private:
     void DumpGlobalHelpSwitch(ostream &out, CommandLineParser const &parser) const;
 };
 
-/// "alias": lists, sets and removes aliases. It cannot be shadowed by an alias of its own name. Interpreter's thread.
+/// "alias": lists, sets and removes aliases. An alias of its own name cannot hide it. Interpreter's thread.
 class QUILLMARSH_API AliasCmd : public InternalCommand, public CommandVocabulary
 {
 public:
@@ -80,6 +85,7 @@ public:
     static constexpr char const *s_szValueAlias = "target";
     /// @}
 
+    /// The interpreter is borrowed.
     explicit AliasCmd(Interpreter &interpreter);
     ~AliasCmd() override;
 
@@ -106,6 +112,7 @@ public:
     static constexpr char const *s_szValueMaxHistory = "uinteger";
     /// @}
 
+    /// The interpreter is borrowed.
     explicit ConsoleBuffersCmd(Interpreter &interpreter);
     ~ConsoleBuffersCmd() override;
 
@@ -124,6 +131,7 @@ public:
     static constexpr char const *s_szOptionAll = "a";
     /// @}
 
+    /// The interpreter is borrowed.
     explicit HistoryCmd(Interpreter &interpreter);
     ~HistoryCmd() override;
 
@@ -131,8 +139,9 @@ public:
     void DumpHelp(ostream &out, CommandLineParser const &parser) override;
     std::span<CommandWord const> GetWords() const override;
 
-    /// Number of commands that are printed unless all are asked for; 10 at first, at least 1.
+    /// Sets the number of commands that are printed unless all are asked for; 10 at first, at least 1.
     void SetDefaultNumPrinted(unsigned int number);
+    /// Number of commands that are printed unless all are asked for.
     unsigned int GetDefaultNumPrinted() const { return defaultNumPrinted_; }
 
 private:

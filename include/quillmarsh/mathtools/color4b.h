@@ -7,15 +7,15 @@
 namespace quillmarsh
 {
 
-/// Colour of one byte a channel, in memory in the order blue, green, red, alpha.
+/// Colour with one byte for each channel, in memory in the order blue, green, red, alpha.
 ///
-/// Read as a 32-bit word it holds alpha in bits 31-24, red in 23-16, green in 15-8 and blue in 7-0. A value type: any
-/// thread.
+/// As a 32-bit word it has alpha in bits 31-24, red in 23-16, green in 15-8 and blue in 7-0. A value type: any thread.
 class color4b
 {
 public:
     /// Leaves the channels unset.
     color4b() = default;
+    /// Takes the four channels.
     constexpr color4b(unsigned char red, unsigned char green, unsigned char blue, unsigned char alpha)
         : b(blue),
           g(green),
@@ -24,13 +24,13 @@ public:
     {
     }
 
-    /// Sets all four channels, in this order whatever the order in memory.
+    /// Sets all four channels.
     constexpr void Set(unsigned char red, unsigned char green, unsigned char blue, unsigned char alpha)
     {
         *this = color4b(red, green, blue, alpha);
     }
 
-    /// Stores the word whole.
+    /// Sets all channels from the word.
     constexpr color4b &operator=(unsigned int word)
     {
         Set(static_cast<unsigned char>(word >> 16), static_cast<unsigned char>(word >> 8),
@@ -38,14 +38,15 @@ public:
         return *this;
     }
 
-    /// The word, see above.
+    /// The colour as a word.
     constexpr operator unsigned int() const
     {
         return static_cast<unsigned int>(a) << 24 | static_cast<unsigned int>(r) << 16 |
                static_cast<unsigned int>(g) << 8 | b;
     }
 
-    /// @name The four bytes in memory order
+    /// @name Bytes
+    /// Address of the four bytes, in the order of the memory.
     /// @{
     unsigned char *ToPtr() { return &b; }
     unsigned char const *ToPtr() const { return &b; }
@@ -53,10 +54,12 @@ public:
     operator unsigned char const *() const { return ToPtr(); }
     /// @}
 
+    /// True when all channels are equal.
     constexpr bool operator==(color4b const &other) const
     {
         return b == other.b && g == other.g && r == other.r && a == other.a;
     }
+    /// True when a channel differs.
     constexpr bool operator!=(color4b const &other) const { return !(*this == other); }
 
     /// Swaps blue and red.

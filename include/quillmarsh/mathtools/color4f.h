@@ -9,7 +9,7 @@
 namespace quillmarsh
 {
 
-/// Red, green, blue and alpha, in this order, usually from 0 to 1. All arithmetic counts alpha in. A value type: any
+/// Red, green, blue and alpha, in this order, usually from 0 to 1. All arithmetic includes alpha. A value type: any
 /// thread.
 class color4f : public ComponentwiseOperations<color4f>
 {
@@ -19,18 +19,22 @@ public:
 
     /// Leaves the channels unset.
     color4f() = default;
+    /// Takes the channels, in order.
     constexpr color4f(float red, float green, float blue, float alpha) : r(red), g(green), b(blue), a(alpha) {}
+    /// Takes the channels from an array, in order.
     explicit constexpr color4f(float const *channels) : color4f(channels[0], channels[1], channels[2], channels[3]) {}
-    /// Bytes become 0 to 1; the way back gives the same bytes.
+    /// Converts bytes to 0 to 1. The conversion back gives the same bytes.
     constexpr color4f(color4b const &color)
         : color4f(FromByte(color.r), FromByte(color.g), FromByte(color.b), FromByte(color.a))
     {
     }
 
-    /// Each channel times 255, truncated, and of that the low byte: neither rounded nor clamped.
+    /// Gives the low byte of each channel times 255, truncated: neither rounded nor clamped.
     constexpr operator color4b() const { return color4b(ToByte(r), ToByte(g), ToByte(b), ToByte(a)); }
 
     /// @name Channels
+    /// Set() stores all channels, by value or from an array. ToPtr() and the conversions give the address of the first;
+    /// the others follow it in order.
     /// @{
     constexpr color4f &Set(float red, float green, float blue, float alpha)
     {
@@ -43,7 +47,8 @@ public:
     constexpr operator float const *() const { return ToPtr(); }
     /// @}
 
-    /// @name Quotient with a number, by its reciprocal
+    /// @name Quotient with a number
+    /// The colour is multiplied by the reciprocal of the number.
     /// @{
     constexpr color4f &Div(color4f const &color, float divisor)
     {
@@ -91,7 +96,7 @@ private:
     static constexpr unsigned char ToByte(float channel)
     {
         double const scaled = static_cast<double>(channel) * 255.0;
-        // Integers that large have no low byte but 0, and what is no number gets none.
+        // The low byte of larger integers is 0, and so is that of NaN here.
         bool const hasLowByte = -9.0e18 < scaled && scaled < 9.0e18;
         return hasLowByte ? static_cast<unsigned char>(static_cast<long long>(scaled)) : static_cast<unsigned char>(0);
     }

@@ -11,13 +11,13 @@ namespace quillmarsh
 namespace math_details
 {
 
-/// Absolute value, in constant expressions too.
+/// Absolute value; also for constant expressions.
 constexpr float Absolute(float value)
 {
     return value < 0.0f ? -value : value;
 }
 
-/// Both ends of the tolerance count as zero.
+/// True when the value is zero within the tolerance, whose ends count as zero.
 constexpr bool IsNoise(float value, float tolerance)
 {
     return -tolerance <= value && value <= tolerance;
@@ -25,8 +25,8 @@ constexpr bool IsNoise(float value, float tolerance)
 
 } // namespace math_details
 
-// The templates below are bases of the type T itself. They hold no data, and reach the components by two functions of T:
-// `T::Map(function, operands...)` makes a T of what the function gives for each component of the operands, and
+// The templates below are bases of the type T itself. They hold no data, and reach the components by two functions of
+// T: `T::Map(function, operands...)` makes a T of what the function gives for each component of the operands, and
 // `T::All(predicate, operands...)` tells whether the predicate holds for all of them.
 //
 // An operation with the operands as its arguments writes its result to the object; the operands may be the object
@@ -38,6 +38,7 @@ class LinearOperations
 {
 public:
     /// @name Named forms
+    /// Each stores its result in the object. With one argument less, the object is the left operand.
     /// @{
     constexpr T &Add(T const &a, T const &b)
     {
@@ -67,6 +68,7 @@ public:
     /// @}
 
     /// @name Operators
+    /// They do the same with the usual signs. Comparison is exact.
     /// @{
     constexpr T &operator+=(T const &other) { return Self().Add(Self(), other); }
     constexpr T &operator-=(T const &other) { return Self().Sub(Self(), other); }
@@ -109,7 +111,7 @@ private:
     constexpr T &Self() { return static_cast<T &>(*this); }
 };
 
-/// Product and quotient of each component with its like.
+/// Product and quotient of corresponding components.
 template<typename T>
 class ComponentwiseOperations : public LinearOperations<T>
 {
@@ -120,6 +122,7 @@ public:
     using LinearOperations<T>::operator/=;
 
     /// @name Component by component
+    /// As the operations with a number, but with the corresponding component of the other operand.
     /// @{
     constexpr T &Mul(T const &a, T const &b)
     {
@@ -149,7 +152,7 @@ private:
     constexpr T &Self() { return static_cast<T &>(*this); }
 };
 
-/// Removal of numbers that are zero but for the noise of earlier operations.
+/// Removal of numbers that differ from zero only by the rounding of earlier operations.
 template<typename T>
 class NoiseFilterOperations
 {
@@ -182,14 +185,14 @@ public:
     /// Square root of the sum of the squares.
     float Length() const { return std::sqrt(Self().Dot(Self())); }
 
-    /// The object scaled to length 1. Without a length above 0 it is INFINITY, so that the failure spreads instead of
-    /// passing as a value.
+    /// The object scaled to length 1. If its length is not above 0, the result is INFINITY, so that the failure does
+    /// not pass as a value.
     T Unit() const
     {
         float const length = Length();
         return length > 0.0f ? Self() * (1.0f / length) : T::INFINITY;
     }
-    /// Becomes `a` scaled to length 1.
+    /// Stores `a` scaled to length 1.
     T &Unit(T const &a)
     {
         T &self = static_cast<T &>(*this);
@@ -210,7 +213,7 @@ public:
     static constexpr float s_defaultNoiseTolerance = math_constants::VectorNoiseFilterDefaultTolerance;
 
     /// @name Tests for zero
-    /// Exact, or with a tolerance whose ends count as zero.
+    /// They are exact, or take a tolerance whose ends count as zero.
     /// @{
     constexpr bool IsZero() const { return IsZero(0.0f); }
     constexpr bool IsZero(float tolerance) const
@@ -234,6 +237,7 @@ class SpatialVectorOperations : public VectorOperations<T>, public LengthOperati
 {
 public:
     /// @name Measures
+    /// Square of the length, and distances to another vector.
     /// @{
     constexpr float LengthSquared() const { return Self().Dot(Self()); }
     float Distance(T const &other) const { return (Self() - other).Length(); }
@@ -241,8 +245,8 @@ public:
     /// @}
 
     /// @name Projections
-    /// `ProjectionTo` and `ProjectTo` go onto the line of any vector; zero is not caught, and gives numbers that are
-    /// none. The `Unit` forms want a vector of unit length.
+    /// `ProjectionTo` and `ProjectTo` project onto the line of any vector; a zero vector is not detected, and gives
+    /// NaN. The `Unit` forms need a vector of unit length.
     /// @{
     constexpr T ProjectionTo(T const &target) const { return target * (Self().Dot(target) / target.LengthSquared()); }
     constexpr T &ProjectionTo(T const &source, T const &target) { return Self() = source.ProjectionTo(target); }
@@ -253,7 +257,7 @@ public:
     /// @}
 
     /// @name Comparisons with a tolerance
-    /// `Orthogonal` and `Parallel` compare the cosine of the angle, and want unit vectors. Opposite vectors are
+    /// `Orthogonal` and `Parallel` compare the cosine of the angle, and need unit vectors. Opposite vectors are
     /// parallel.
     /// @{
     constexpr bool Equal(T const &other, float radius = math_constants::VectorEqualTestDefaultToleranceRadius) const

@@ -11,14 +11,14 @@
 // all read above, so it does not come back once it is gone; a constant stands in for other uses of it.
 #if defined(INFINITY)
 #undef INFINITY
-/// Positive infinity, as the macro of that name has it.
+/// Positive infinity, the value of the macro of that name.
 inline constexpr float INFINITY = std::numeric_limits<float>::infinity();
 #endif
 
 namespace quillmarsh
 {
 
-/// Constants of the math tools. Angles are in degrees everywhere; the factors here lead to radians and back.
+/// Constants of the math tools. Angles are in degrees everywhere; factors here convert to radians and back.
 namespace math_constants
 {
 
@@ -30,7 +30,7 @@ constexpr double _180OverPi = 180.0 / Pi;
 constexpr double Log10_Of_2 = 0.30102999566398119521;
 /// @}
 
-/// The largest finite number; narrowed to float it is infinite.
+/// The largest finite number; it becomes infinite when it is converted to float.
 constexpr double PlusInfinity = std::numeric_limits<double>::max();
 /// The lowest finite number.
 constexpr double MinusInfinity = -PlusInfinity;
@@ -45,7 +45,7 @@ constexpr float VectorNoiseFilterDefaultTolerance = 1e-6f;
 constexpr float VectorEqualTestDefaultToleranceRadius = 1e-4f;
 /// Cosine of 89.9999 degrees.
 constexpr float VectorOrthogonalTestDefaultMaxCosAngle = 1.74532925e-06f;
-/// Cosine of 0.0001 degrees, for which single precision has no other number.
+/// Cosine of 0.0001 degrees, which is 1 in single precision.
 constexpr float VectorParallelTestDefaultMinCosAngle = 1.0f;
 /// @}
 

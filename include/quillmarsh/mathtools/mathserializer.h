@@ -21,8 +21,8 @@ class color4f;
 class color4b;
 
 /// @name Writing
-/// The floats in storage order, each in the byte order of the output streams (see serializer_parameters.h). A color4b
-/// is its four bytes, the highest in memory first, whatever the byte order.
+/// Writes the floats in storage order, each in the byte order of output (see serializer_parameters.h). A color4b is
+/// written as its four bytes, the highest in memory first, in every byte order.
 /// @{
 QUILLMARSH_API ostream &operator<=(ostream &out, vec2 const &value);
 QUILLMARSH_API ostream &operator<=(ostream &out, vec3 const &value);
@@ -36,7 +36,7 @@ QUILLMARSH_API ostream &operator<=(ostream &out, color4b const &value);
 /// @}
 
 /// @name Reading
-/// As they are written. Nothing looks for failures: what the stream does not bring stays as it was.
+/// Reads what was written. Nothing looks for failures: values that the stream does not supply stay as they were.
 /// @{
 QUILLMARSH_API istream &operator>=(istream &in, vec2 &value);
 QUILLMARSH_API istream &operator>=(istream &in, vec3 &value);

@@ -11,13 +11,15 @@ namespace quillmarsh
 class mat3;
 class mat4;
 
-/// 4 floats by rows, and nothing else: element (row, column) stands at `row * 2 + column`. A value type: any thread.
+/// 4 floats, row by row, and no other data: element (row, column) stands at `row * 2 + column`. A value type: any
+/// thread.
 class mat2 : public SquareMatrixOperations<mat2>
 {
 public:
     using SquareMatrixOperations<mat2>::Inverse;
 
     /// @name Constants
+    /// Usable in constant expressions, and from any constructor.
     /// @{
     static mat2 const ZERO;
     static mat2 const IDENTITY;
@@ -25,15 +27,20 @@ public:
 
     /// Leaves the elements unset.
     mat2() = default;
+    /// Takes the elements, in order.
     constexpr mat2(float m00, float m01, float m10, float m11) : rows_{vec2(m00, m01), vec2(m10, m11)} {}
+    /// Takes the rows, in order.
     constexpr mat2(vec2 const &row0, vec2 const &row1) : rows_{row0, row1} {}
+    /// Takes the elements from an array, in order.
     explicit constexpr mat2(float const *elements) : rows_{vec2(elements), vec2(elements + 2)} {}
-    /// The upper left block (defined in matrix33.h).
+    /// Takes the upper left block (defined in matrix33.h).
     constexpr mat2(mat3 const &m);
-    /// The upper left block (defined in matrix44.h).
+    /// Takes the upper left block (defined in matrix44.h).
     constexpr mat2(mat4 const &m);
 
     /// @name Elements
+    /// Set() stores all elements, by value or from an array. ToPtr() and the conversions give the address of the first;
+    /// the others follow it in order, row by row.
     /// @{
     constexpr mat2 &Set(float m00, float m01, float m10, float m11) { return *this = mat2(m00, m01, m10, m11); }
     constexpr mat2 &Set(vec2 const &row0, vec2 const &row1) { return *this = mat2(row0, row1); }
@@ -42,7 +49,7 @@ public:
     constexpr float const *ToPtr() const { return &rows_[0].x; }
     constexpr operator float *() { return ToPtr(); }
     constexpr operator float const *() const { return ToPtr(); }
-    /// The first element of a row. Any integer is an index.
+    /// Address of the first element of a row. Any integer type can be the index.
     template<typename Index>
     constexpr float *operator[](Index row)
     {
@@ -55,7 +62,8 @@ public:
     }
     /// @}
 
-    /// @name Rows, in place
+    /// @name Rows
+    /// References to the rows. `index` is below the number of rows.
     /// @{
     constexpr vec2 &Row(unsigned int index) { return rows_[index]; }
     constexpr vec2 const &Row(unsigned int index) const { return rows_[index]; }
@@ -65,7 +73,8 @@ public:
     constexpr vec2 const &Row1() const { return rows_[1]; }
     /// @}
 
-    /// @name Columns, as copies
+    /// @name Columns
+    /// Copies of the columns. `index` is below the number of columns.
     /// @{
     constexpr vec2 Column(unsigned int index) const;
     constexpr void Column(unsigned int index, vec2 &column) const { column = Column(index); }
@@ -82,8 +91,8 @@ public:
     /// Factor by which the matrix scales areas or volumes.
     constexpr float Determinant() const;
 
-    /// The adjugate of the source times the inverse of its determinant. It fails, and the object becomes IDENTITY, when
-    /// the determinant is closer to 0 than MatrixInverseDefaultDeterminantTolerance.
+    /// Stores the inverse of the source: its adjugate times the inverse of its determinant. Fails, and stores IDENTITY,
+    /// when the determinant is closer to 0 than MatrixInverseDefaultDeterminantTolerance.
     constexpr mat2 &Inverse(mat2 const &source, bool *failed = nullptr);
 
     /// @name Component by component
@@ -101,7 +110,7 @@ public:
     }
     /// @}
 
-    /// The product, see SquareMatrixOperations.
+    /// Product of two matrices; see SquareMatrixOperations.
     static constexpr mat2 Product(mat2 const &a, mat2 const &b);
 
 private:

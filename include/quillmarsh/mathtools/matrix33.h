@@ -10,13 +10,15 @@ namespace quillmarsh
 
 class mat4;
 
-/// 9 floats by rows, and nothing else: element (row, column) stands at `row * 3 + column`. A value type: any thread.
+/// 9 floats, row by row, and no other data: element (row, column) stands at `row * 3 + column`. A value type: any
+/// thread.
 class mat3 : public SquareMatrixOperations<mat3>
 {
 public:
     using SquareMatrixOperations<mat3>::Inverse;
 
     /// @name Constants
+    /// Usable in constant expressions, and from any constructor.
     /// @{
     static mat3 const ZERO;
     static mat3 const IDENTITY;
@@ -24,18 +26,23 @@ public:
 
     /// Leaves the elements unset.
     mat3() = default;
+    /// Takes the elements, in order.
     constexpr mat3(float m00, float m01, float m02, float m10, float m11, float m12, float m20, float m21, float m22)
         : rows_{vec3(m00, m01, m02), vec3(m10, m11, m12), vec3(m20, m21, m22)}
     {
     }
+    /// Takes the rows, in order.
     constexpr mat3(vec3 const &row0, vec3 const &row1, vec3 const &row2) : rows_{row0, row1, row2} {}
+    /// Takes the elements from an array, in order.
     explicit constexpr mat3(float const *elements) : rows_{vec3(elements), vec3(elements + 3), vec3(elements + 6)} {}
-    /// The block in the upper left, the rest as in the identity.
+    /// Takes the upper left block; the rest is that of the identity.
     constexpr mat3(mat2 const &m) : mat3(m.Row0(), m.Row1(), vec3::UNIT_Z) {}
-    /// The upper left block (defined in matrix44.h).
+    /// Takes the upper left block (defined in matrix44.h).
     constexpr mat3(mat4 const &m);
 
     /// @name Elements
+    /// Set() stores all elements, by value or from an array. ToPtr() and the conversions give the address of the first;
+    /// the others follow it in order, row by row.
     /// @{
     constexpr mat3 &Set(float m00, float m01, float m02, float m10, float m11, float m12, float m20, float m21,
                         float m22)
@@ -48,7 +55,7 @@ public:
     constexpr float const *ToPtr() const { return &rows_[0].x; }
     constexpr operator float *() { return ToPtr(); }
     constexpr operator float const *() const { return ToPtr(); }
-    /// The first element of a row. Any integer is an index.
+    /// Address of the first element of a row. Any integer type can be the index.
     template<typename Index>
     constexpr float *operator[](Index row)
     {
@@ -61,7 +68,8 @@ public:
     }
     /// @}
 
-    /// @name Rows, in place
+    /// @name Rows
+    /// References to the rows. `index` is below the number of rows.
     /// @{
     constexpr vec3 &Row(unsigned int index) { return rows_[index]; }
     constexpr vec3 const &Row(unsigned int index) const { return rows_[index]; }
@@ -73,7 +81,8 @@ public:
     constexpr vec3 const &Row2() const { return rows_[2]; }
     /// @}
 
-    /// @name Columns, as copies
+    /// @name Columns
+    /// Copies of the columns. `index` is below the number of columns.
     /// @{
     constexpr vec3 Column(unsigned int index) const;
     constexpr void Column(unsigned int index, vec3 &column) const { column = Column(index); }
@@ -92,7 +101,7 @@ public:
     /// Factor by which the matrix scales areas or volumes.
     constexpr float Determinant() const;
 
-    /// The adjugate of the source divided by its determinant. It fails, and the object becomes IDENTITY, when the
+    /// Stores the inverse of the source: its adjugate divided by its determinant. Fails, and stores IDENTITY, when the
     /// determinant is closer to 0 than MatrixInverseDefaultDeterminantTolerance.
     constexpr mat3 &Inverse(mat3 const &source, bool *failed = nullptr);
 
@@ -113,7 +122,7 @@ public:
     }
     /// @}
 
-    /// The product, see SquareMatrixOperations.
+    /// Product of two matrices; see SquareMatrixOperations.
     static constexpr mat3 Product(mat3 const &a, mat3 const &b);
 
 private:

@@ -12,13 +12,15 @@
 namespace quillmarsh
 {
 
-/// 16 floats by rows, and nothing else: element (row, column) stands at `row * 4 + column`. A value type: any thread.
+/// 16 floats, row by row, and no other data: element (row, column) stands at `row * 4 + column`. A value type: any
+/// thread.
 class mat4 : public SquareMatrixOperations<mat4>
 {
 public:
     using SquareMatrixOperations<mat4>::Inverse;
 
     /// @name Constants
+    /// Usable in constant expressions, and from any constructor.
     /// @{
     static mat4 const ZERO;
     static mat4 const IDENTITY;
@@ -26,26 +28,31 @@ public:
 
     /// Leaves the elements unset.
     mat4() = default;
+    /// Takes the elements, in order.
     constexpr mat4(float m00, float m01, float m02, float m03, float m10, float m11, float m12, float m13, float m20,
                    float m21, float m22, float m23, float m30, float m31, float m32, float m33)
         : rows_{vec4(m00, m01, m02, m03), vec4(m10, m11, m12, m13), vec4(m20, m21, m22, m23), vec4(m30, m31, m32, m33)}
     {
     }
+    /// Takes the rows, in order.
     constexpr mat4(vec4 const &row0, vec4 const &row1, vec4 const &row2, vec4 const &row3)
         : rows_{row0, row1, row2, row3}
     {
     }
+    /// Takes the elements from an array, in order.
     explicit constexpr mat4(float const *elements)
         : rows_{vec4(elements), vec4(elements + 4), vec4(elements + 8), vec4(elements + 12)}
     {
     }
-    /// The block in the upper left, the rest as in the identity.
+    /// Takes the upper left block; the rest is that of the identity.
     /// @{
     constexpr mat4(mat2 const &m) : mat4(Extended(m.Row0()), Extended(m.Row1()), vec4::UNIT_Z, vec4::UNIT_W) {}
     constexpr mat4(mat3 const &m) : mat4(Extended(m.Row0()), Extended(m.Row1()), Extended(m.Row2()), vec4::UNIT_W) {}
     /// @}
 
     /// @name Elements
+    /// Set() stores all elements, by value or from an array. ToPtr() and the conversions give the address of the first;
+    /// the others follow it in order, row by row.
     /// @{
     constexpr mat4 &Set(float m00, float m01, float m02, float m03, float m10, float m11, float m12, float m13,
                         float m20, float m21, float m22, float m23, float m30, float m31, float m32, float m33)
@@ -61,7 +68,7 @@ public:
     constexpr float const *ToPtr() const { return &rows_[0].x; }
     constexpr operator float *() { return ToPtr(); }
     constexpr operator float const *() const { return ToPtr(); }
-    /// The first element of a row. Any integer is an index.
+    /// Address of the first element of a row. Any integer type can be the index.
     template<typename Index>
     constexpr float *operator[](Index row)
     {
@@ -74,7 +81,8 @@ public:
     }
     /// @}
 
-    /// @name Rows, in place
+    /// @name Rows
+    /// References to the rows. `index` is below the number of rows.
     /// @{
     constexpr vec4 &Row(unsigned int index) { return rows_[index]; }
     constexpr vec4 const &Row(unsigned int index) const { return rows_[index]; }
@@ -88,7 +96,8 @@ public:
     constexpr vec4 const &Row3() const { return rows_[3]; }
     /// @}
 
-    /// @name Columns, as copies
+    /// @name Columns
+    /// Copies of the columns. `index` is below the number of columns.
     /// @{
     constexpr vec4 Column(unsigned int index) const;
     constexpr void Column(unsigned int index, vec4 &column) const { column = Column(index); }
@@ -109,11 +118,13 @@ public:
     /// Factor by which the matrix scales areas or volumes.
     constexpr float Determinant() const;
 
-    /// By elimination, with the largest element of each column as its pivot. It fails, and the object becomes IDENTITY,
-    /// when a pivot is not above MatrixInverseDefaultDividerTolerance.
+    /// Stores the inverse of the source, by elimination with the largest element of each column as its pivot. Fails,
+    /// and stores IDENTITY, when a pivot is not above MatrixInverseDefaultDividerTolerance.
     constexpr mat4 &Inverse(mat4 const &source, bool *failed = nullptr);
 
-    /// @name Inversion that destroys its source, and so saves a copy
+    /// @name Inversion without a copy
+    /// Each stores the inverse of the source, and changes the source meanwhile. The `E` form throws where the other
+    /// fails.
     /// @{
     constexpr mat4 &InverseNC(mat4 &source, bool *failed = nullptr);
     constexpr mat4 &InverseNCE(mat4 &source);
@@ -136,7 +147,7 @@ public:
     }
     /// @}
 
-    /// The product, see SquareMatrixOperations.
+    /// Product of two matrices; see SquareMatrixOperations.
     static constexpr mat4 Product(mat4 const &a, mat4 const &b);
 
 private:
@@ -213,8 +224,9 @@ constexpr float Element(vec4 const &row)
     return index == 0 ? row.x : index == 1 ? row.y : index == 2 ? row.z : row.w;
 }
 
-/// Makes column `index` of the source that of the identity, by operations on rows that the result follows. False when
-/// there is no pivot. Both are given by the addresses of their rows: so those stay in registers.
+/// Makes column `index` of the source equal to that of the identity, by operations on rows that are also done to the
+/// result. Returns false when there is no pivot. Both are given by the addresses of their rows, so that the rows stay
+/// in registers.
 template<unsigned int index, typename Row>
 constexpr bool Eliminate(Row *const (&source)[4], Row *const (&result)[4])
 {
@@ -254,7 +266,7 @@ constexpr bool Eliminate(Row *const (&source)[4], Row *const (&result)[4])
     return true;
 }
 
-/// Turns the source into the identity, and the result, which is the identity before, into its inverse.
+/// Turns the source into the identity, and the result, which begins as the identity, into the inverse of the source.
 template<typename Row>
 constexpr bool EliminateAll(Row (&source)[4], Row (&result)[4])
 {

@@ -11,7 +11,7 @@
 namespace quillmarsh
 {
 
-/// Notation of floating-point numbers: format flags of the standard streams, of which others may be set as well.
+/// Notation of floating-point numbers: format flags of the standard streams. Other flags may be added.
 enum eFPNumberFormat : int
 {
     e_fpFormatGeneral = 0,
@@ -19,23 +19,26 @@ enum eFPNumberFormat : int
     e_fpFormatScientific = static_cast<int>(std::ios_base::scientific)
 };
 
-/// How a number looks. Any thread that has it to itself.
+/// Layout of a number. Each getter returns what its setter has stored. One thread at a time.
 class QUILLMARSH_API NumberOutputForm
 {
 public:
-    /// @name Least width in characters
+    /// @name Width
+    /// Least number of characters; 0 at first.
     /// @{
     int GetNumberWidth() const { return numberWidth_; }
     void SetNumberWidth(int width) { numberWidth_ = width; }
     /// @}
 
-    /// @name Digits of a floating-point number
+    /// @name Precision
+    /// Number of digits of a floating-point number, as for a standard stream; 6 at first.
     /// @{
     int GetFPNumberPrecision() const { return fpNumberPrecision_; }
     void SetFPNumberPrecision(int precision) { fpNumberPrecision_ = precision; }
     /// @}
 
-    /// @name Notation of floating-point numbers
+    /// @name Notation
+    /// Of floating-point numbers; general at first.
     /// @{
     eFPNumberFormat GetFPNumberFormat() const { return fpNumberFormat_; }
     void SetFPNumberFormat(eFPNumberFormat format) { fpNumberFormat_ = format; }
@@ -47,39 +50,43 @@ private:
     eFPNumberFormat fpNumberFormat_ = e_fpFormatGeneral;
 };
 
-/// How rows of numbers look: a prolog, the numbers with a separator between them, and an epilog, for each row.
+/// Layout of rows of numbers. Each row has a prolog, the numbers with a separator between them, and an epilog.
 ///
-/// A form of one of the derived classes is called with a value, and a stream prints what comes back:
-/// `out << VectorOutputForm()(position)`. Any thread that has it to itself.
+/// A form of one of the derived classes is called with a value, and its result is printed:
+/// `out << VectorOutputForm()(position)`. One thread at a time.
 class QUILLMARSH_API NumberSequenceOutputForm : public NumberOutputForm
 {
 public:
-    /// Text in front of the number at `index`, counted through all rows. False when there is none, and `text` is as
-    /// it was.
+    /// Gives the text in front of the number at `index`, counted through all rows. Returns false, and leaves `text`
+    /// alone, when there is none.
     virtual bool GetNumberProlog(unsigned int index, string &text) const;
-    /// Text behind the number, likewise.
+    /// Gives the text behind the number, likewise.
     virtual bool GetNumberEpilog(unsigned int index, string &text) const;
     virtual ~NumberSequenceOutputForm();
 
-    /// @name A row a line
+    /// @name Lines
+    /// If true, each row has a line of its own; false at first.
     /// @{
     bool GetMultiline() const { return multiline_; }
     void SetMultiline(bool multiline) { multiline_ = multiline; }
     /// @}
 
-    /// @name Text in front of a row
+    /// @name Prolog
+    /// Text in front of a row; "[" at first.
     /// @{
     string const &GetSequenceProlog() const { return sequenceProlog_; }
     void SetSequenceProlog(string const &text) { sequenceProlog_ = text; }
     /// @}
 
-    /// @name Text between the numbers of a row
+    /// @name Separator
+    /// Text between the numbers of a row; ", " at first.
     /// @{
     string const &GetNumberSeparator() const { return numberSeparator_; }
     void SetNumberSeparator(string const &text) { numberSeparator_ = text; }
     /// @}
 
-    /// @name Text behind a row
+    /// @name Epilog
+    /// Text behind a row; "]" at first.
     /// @{
     string const &GetSequenceEpilog() const { return sequenceEpilog_; }
     void SetSequenceEpilog(string const &text) { sequenceEpilog_ = text; }
@@ -92,9 +99,9 @@ private:
     string sequenceEpilog_ = "]";
 };
 
-/// Numbers bound to a form, ready to print.
+/// Numbers together with their form, ready to print.
 ///
-/// It borrows both, so it is made and printed in one expression.
+/// Both are borrowed, so the object is made and printed in one expression.
 class QUILLMARSH_API NumberSequenceBoundOutputForm
 {
 public:
@@ -110,14 +117,21 @@ public:
     NumberSequenceBoundOutputForm(NumberSequenceOutputForm const &form, unsigned int numNumbers,
                                   unsigned int numNumbersPerRow);
 
-    /// Which of the three functions below has the numbers.
+    /// @name Numbers
+    /// GetValueType() tells which of the three functions behind it gives the numbers; the other two give 0. `index`
+    /// counts through all rows.
+    /// @{
     virtual eValueType GetValueType() const = 0;
     virtual int GetValueInt(unsigned int index) const;
     virtual unsigned int GetValueUInt(unsigned int index) const;
     virtual double GetValueDouble(unsigned int index) const;
+    /// @}
 
+    /// The form.
     NumberSequenceOutputForm const &GetForm() const { return form_; }
+    /// Number of the numbers in all rows.
     unsigned int GetNumNumbers() const { return numNumbers_; }
+    /// Number of the numbers in a row, at least 1.
     unsigned int GetNumNumbersPerRow() const { return numNumbersPerRow_; }
 
 protected:
@@ -129,18 +143,20 @@ private:
     unsigned int numNumbersPerRow_;
 };
 
-/// Prints the numbers; the stream's flags and precision are afterwards as they were.
+/// Prints the numbers, and restores the stream's flags and precision.
 QUILLMARSH_API ostream &operator<<(ostream &out, NumberSequenceBoundOutputForm const &bound);
 
 /// Bound floats, printed as doubles.
 class QUILLMARSH_API NumberSequenceBoundOutputForm_float final : public NumberSequenceBoundOutputForm
 {
 public:
+    /// `values` is borrowed.
     NumberSequenceBoundOutputForm_float(NumberSequenceOutputForm const &form, float const *values,
                                         unsigned int numNumbers, unsigned int numNumbersPerRow);
 
     eValueType GetValueType() const override;
     double GetValueDouble(unsigned int index) const override;
+    /// Number by index, which is below the number of numbers.
     float GetValue(unsigned int index) const { return values_[index]; }
 
 private:
@@ -151,29 +167,32 @@ private:
 class QUILLMARSH_API NumberSequenceBoundOutputForm_ubyte final : public NumberSequenceBoundOutputForm
 {
 public:
+    /// `values` is borrowed.
     NumberSequenceBoundOutputForm_ubyte(NumberSequenceOutputForm const &form, unsigned char const *values,
                                         unsigned int numNumbers, unsigned int numNumbersPerRow);
 
     eValueType GetValueType() const override;
     unsigned int GetValueUInt(unsigned int index) const override;
+    /// Number by index, which is below the number of numbers.
     unsigned char GetValue(unsigned int index) const { return values_[index]; }
 
 private:
     unsigned char const *values_;
 };
 
-// Each class below has a current form of its own, which is process-wide and not locked: programs set it before their
-// threads start.
+// Each class below has a current form of its own. It is shared by the whole process without a lock: programs set it
+// before their threads start.
 
 /// Form of vectors.
 class QUILLMARSH_API VectorOutputForm : public NumberSequenceOutputForm
 {
 public:
     ~VectorOutputForm() override;
-    /// Takes over what any form says of rows and numbers.
+    /// Copies the layout of rows and numbers from any form.
     using NumberSequenceOutputForm::operator=;
 
     /// @name Binding
+    /// Joins a value to the form, for printing.
     /// @{
     NumberSequenceBoundOutputForm_float operator()(vec2 const &value) const;
     NumberSequenceBoundOutputForm_float operator()(vec3 const &value) const;
@@ -181,7 +200,8 @@ public:
     /// @}
 
     /// @name Current form
-    /// The form is borrowed as long as it is the current one; null brings the default back.
+    /// A form that all parts of a program can use. It is borrowed as long as it is the current one; null sets the
+    /// default again.
     /// @{
     static void SetCurrentOutputForm(NumberSequenceOutputForm const *form);
     static NumberSequenceOutputForm const &GetCurrentOutputForm();
@@ -193,10 +213,11 @@ class QUILLMARSH_API MatrixOutputForm : public NumberSequenceOutputForm
 {
 public:
     ~MatrixOutputForm() override;
-    /// Takes over what any form says of rows and numbers.
+    /// Copies the layout of rows and numbers from any form.
     using NumberSequenceOutputForm::operator=;
 
     /// @name Binding
+    /// Joins a value to the form, for printing.
     /// @{
     NumberSequenceBoundOutputForm_float operator()(mat2 const &value) const;
     NumberSequenceBoundOutputForm_float operator()(mat3 const &value) const;
@@ -216,10 +237,11 @@ class QUILLMARSH_API ColorOutputForm : public NumberSequenceOutputForm
 {
 public:
     ~ColorOutputForm() override;
-    /// Takes over what any form says of rows and numbers.
+    /// Copies the layout of rows and numbers from any form.
     using NumberSequenceOutputForm::operator=;
 
     /// @name Binding
+    /// Joins a value to the form, for printing.
     /// @{
     NumberSequenceBoundOutputForm_float operator()(color4f const &value) const;
     NumberSequenceBoundOutputForm_ubyte operator()(color4b const &value) const;
@@ -233,30 +255,32 @@ public:
     /// @}
 };
 
-/// Form of quaternions, whose vector part stands between two texts of its own: [(x, y, z), w].
+/// Form of quaternions. The vector part stands between two texts of its own: [(x, y, z), w].
 class QUILLMARSH_API QuaternionOutputForm : public NumberSequenceOutputForm
 {
 public:
     ~QuaternionOutputForm() override;
-    /// Takes over what any form says of rows and numbers.
+    /// Copies the layout of rows and numbers from any form.
     using NumberSequenceOutputForm::operator=;
 
     bool GetNumberProlog(unsigned int index, string &text) const override;
     bool GetNumberEpilog(unsigned int index, string &text) const override;
 
-    /// @name Text in front of the vector part
+    /// @name Prolog of the axis
+    /// Text in front of the vector part; "(" at first.
     /// @{
     string const &GetAxisProlog() const { return axisProlog_; }
     void SetAxisProlog(string const &text) { axisProlog_ = text; }
     /// @}
 
-    /// @name Text behind the vector part
+    /// @name Epilog of the axis
+    /// Text behind the vector part; ")" at first.
     /// @{
     string const &GetAxisEpilog() const { return axisEpilog_; }
     void SetAxisEpilog(string const &text) { axisEpilog_ = text; }
     /// @}
 
-    /// Binding.
+    /// Joins the quaternion to the form, for printing.
     NumberSequenceBoundOutputForm_float operator()(quat const &value) const;
 
     /// @name Current form

@@ -10,7 +10,7 @@ namespace quillmarsh
 namespace math_details
 {
 
-/// The highest power of two of 32 bits, which stands for everything above it too.
+/// The highest power of two of 32 bits. Larger results are replaced by it.
 constexpr unsigned int s_highestPowerOf2 = 0x80000000u;
 
 } // namespace math_details
@@ -29,7 +29,7 @@ constexpr unsigned int LEqualPowerOf2(unsigned int n)
     return n == 0 ? 1u : std::bit_floor(n);
 }
 
-/// The nearer of the two, the higher one in the middle.
+/// The nearest power of two; of two that are equally near, the higher one.
 constexpr unsigned int ClosestPowerOf2(unsigned int n)
 {
     unsigned int const lower = LEqualPowerOf2(n);
@@ -37,7 +37,7 @@ constexpr unsigned int ClosestPowerOf2(unsigned int n)
     return n - lower < higher - n ? lower : higher;
 }
 
-/// 0 is none.
+/// True when `n` is a power of two; 0 is not.
 constexpr bool IsPowerOf2(unsigned int n)
 {
     return GEqualPowerOf2(n) == n;

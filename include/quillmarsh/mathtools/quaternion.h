@@ -12,8 +12,8 @@ namespace quillmarsh
 
 /// Four floats, the vector part first and the scalar part last. Angles are in degrees.
 ///
-/// A quaternion of length 1 stands for a rotation; nothing here scales it to that length by itself. `MV` and `VM` tell
-/// for which side of a matrix the vectors are meant, see SquareMatrixOperations. A value type: any thread.
+/// A quaternion of length 1 stands for a rotation; no operation scales to that length by itself. The suffixes `MV` and
+/// `VM` tell on which side of a matrix the vectors stand; see SquareMatrixOperations. A value type: any thread.
 class quat : public LinearOperations<quat>, public NoiseFilterOperations<quat>, public LengthOperations<quat>
 {
 public:
@@ -23,6 +23,7 @@ public:
     using LinearOperations<quat>::operator*=;
 
     /// @name Constants
+    /// Usable in constant expressions, and from any constructor.
     /// @{
     static quat const ZERO;
     static quat const IDENTITY;
@@ -32,7 +33,9 @@ public:
 
     /// Leaves the components unset.
     quat() = default;
+    /// Takes the components, in order.
     constexpr quat(float newX, float newY, float newZ, float newW) : x(newX), y(newY), z(newZ), w(newW) {}
+    /// Takes the components from an array, in order.
     explicit constexpr quat(float const *components) : quat(components[0], components[1], components[2], components[3])
     {
     }
@@ -40,6 +43,8 @@ public:
     quat(vec3 const &unitAxis, float angle) { FromRotationAxisAngle(unitAxis, angle); }
 
     /// @name Components
+    /// Set() stores all components, by value or from an array. ToPtr() and the conversions give the address of the
+    /// first; the others follow it in order.
     /// @{
     constexpr quat &Set(float newX, float newY, float newZ, float newW) { return *this = quat(newX, newY, newZ, newW); }
     constexpr quat &Set(float const *components) { return *this = quat(components); }
@@ -52,7 +57,7 @@ public:
     /// @}
 
     /// @name Product
-    /// Applied to a vector, the right factor of a product of rotations turns first.
+    /// In a product of rotations the right factor turns a vector first.
     /// @{
     constexpr quat &Mul(quat const &a, quat const &b) { return *this = Product(a, b); }
     constexpr quat &Mul(quat const &other) { return Mul(*this, other); }
@@ -65,15 +70,16 @@ public:
     /// Sum of the squares of the components.
     constexpr float Norm() const { return Dot(*this); }
 
-    /// @name Conjugate: the vector part negated
+    /// @name Conjugate
+    /// Negates the vector part: of the source, or of the object itself.
     /// @{
     constexpr quat &Conjugate(quat const &source) { return *this = source.InverseU(); }
     constexpr quat &Conjugate() { return Conjugate(*this); }
     /// @}
 
     /// @name Inverse
-    /// INFINITY where the norm is not above 0. The `U` forms want a unit quaternion and merely negate the vector part.
-    /// `Invert...` changes the object.
+    /// The inverse is INFINITY when the norm is not above 0. The `U` forms need a unit quaternion, and only negate the
+    /// vector part. `Invert...` changes the object.
     /// @{
     constexpr quat Inverse() const;
     constexpr quat &Inverse(quat const &source) { return *this = source.Inverse(); }
@@ -86,16 +92,16 @@ public:
     /// @name Combination of rotations
     /// @{
 
-    /// The rotation by `first` and then by `second`: the product of `second` and `first`.
+    /// Stores the rotation by `first` and then by `second`: the product of `second` and `first`.
     constexpr quat &Combine(quat const &first, quat const &second) { return Mul(second, first); }
-    /// Lets `other` turn first: the product of the object and `other`.
+    /// Stores the rotation by `other` and then by the object: the product of the object and `other`.
     constexpr quat &PreCombine(quat const &other) { return Mul(*this, other); }
-    /// Lets `other` turn afterwards: the product of `other` and the object.
+    /// Stores the rotation by the object and then by `other`: the product of `other` and the object.
     constexpr quat &PostCombine(quat const &other) { return Mul(other, *this); }
 
     /// @}
     /// @name Rotation of a vector
-    /// By the rotation matrix, so that a quaternion that is not of unit length scales oddly.
+    /// These use the rotation matrix. A quaternion that is not of unit length does not give a rotation.
     /// @{
     constexpr void Rotate(vec3 &result, vec3 const &v) const { result = Rotate(v); }
     constexpr vec3 Rotate(vec3 const &v) const;
@@ -103,19 +109,22 @@ public:
     /// @}
 
     /// @name Axis and angle
+    /// The rotation about an axis of unit length.
     /// @{
     QUILLMARSH_API quat &FromRotationAxisAngle(vec3 const &unitAxis, float angle);
-    /// Without a vector part the axis is Z and the angle 0. `w` is not clamped: above 1 the angle is not a number.
+    /// Gives axis and angle. Without a vector part the axis is Z and the angle 0. `w` is not clamped: above 1 the angle
+    /// is NaN.
     QUILLMARSH_API void ToRotationAxisAngle(vec3 &axis, float &angle) const;
     /// @}
 
     /// @name Rotation matrix
+    /// Conversions to and from the matrix of the rotation.
     /// @{
     constexpr void ToRotationMatrixMV(mat3 &matrix) const;
     constexpr void ToRotationMatrixMV(mat4 &matrix) const;
     constexpr void ToRotationMatrixVM(mat3 &matrix) const;
     constexpr void ToRotationMatrixVM(mat4 &matrix) const;
-    /// Of the two quaternions of opposite sign that stand for a rotation, any may come back.
+    /// Two quaternions of opposite sign stand for each rotation; the result may be either.
     QUILLMARSH_API quat &FromRotationMatrixMV(mat3 const &matrix);
     quat &FromRotationMatrixMV(mat4 const &matrix) { return FromRotationMatrixMV(mat3(matrix)); }
     quat &FromRotationMatrixVM(mat3 const &matrix) { return FromRotationMatrixMV(matrix.Transposed()); }
@@ -123,13 +132,14 @@ public:
     /// @}
 
     /// @name Axes of the rotated coordinate system
+    /// Conversions to and from the three axes, which are of unit length and at right angles.
     /// @{
     QUILLMARSH_API void ToCoordSystemAxes(vec3 &xAxis, vec3 &yAxis, vec3 &zAxis) const;
     QUILLMARSH_API quat &FromCoordSystemAxes(vec3 const &xAxis, vec3 const &yAxis, vec3 const &zAxis);
     /// @}
 
-    /// The rotation that turns `from` into `to` the short way; both are of unit length. Opposite vectors have no such
-    /// rotation, and are not caught.
+    /// Stores the shortest rotation that turns `from` into `to`; both are of unit length. Opposite vectors have no such
+    /// rotation, and are not detected.
     QUILLMARSH_API quat &ShortestArcRotation(vec3 const &from, vec3 const &to);
 
     /// @name Component by component

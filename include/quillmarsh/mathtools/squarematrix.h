@@ -18,10 +18,10 @@ namespace math_details
 
 /// Base of a square matrix type T, without data. Value types: any thread.
 ///
-/// Matrices are stored by rows. They apply to column vectors in the functions with the suffix `MV` and to row vectors in
-/// those with the suffix `VM`, whose matrix is the transpose of the other's.
+/// Matrices are stored row by row. In functions with the suffix `MV` they are applied to column vectors, and in
+/// functions with the suffix `VM` to row vectors; the two matrices of a transformation are the transpose of each other.
 ///
-/// T brings `T::Product(a, b)`, `Transposed()` and `Inverse(source, failed)`; see also componentoperations.h.
+/// T supplies `T::Product(a, b)`, `Transposed()` and `Inverse(source, failed)`; see also componentoperations.h.
 template<typename T>
 class SquareMatrixOperations : public LinearOperations<T>, public NoiseFilterOperations<T>
 {
@@ -45,6 +45,7 @@ public:
     /// @}
 
     /// @name Transposition
+    /// Exchanges rows and columns: of the source, or of the object itself.
     /// @{
     constexpr T &Transpose() { return Self() = Self().Transposed(); }
     constexpr T &Transpose(T const &source) { return Self() = source.Transposed(); }
@@ -53,8 +54,8 @@ public:
     constexpr T &SetIdentity() { return Self() = T::IDENTITY; }
 
     /// @name Inversion
-    /// A matrix that can't be inverted gives IDENTITY. `failed`, which may be null, tells which it was; the `E` forms
-    /// throw MatrixNotInvertibleException with "Uninvertible matrix." instead. `Invert` changes the object itself.
+    /// A matrix that cannot be inverted gives IDENTITY, and sets `failed` to true, unless that is null; the `E` forms
+    /// throw MatrixNotInvertibleException, "Uninvertible matrix.", instead. `Invert` changes the object itself.
     /// @{
     constexpr T Inverse(bool *failed = nullptr) const
     {
@@ -81,7 +82,7 @@ public:
     /// @}
 
 protected:
-    /// The outcome of an inversion that failed.
+    /// Stores the result of an inversion that failed.
     constexpr T &FailInversion(bool *failed)
     {
         if (failed)

@@ -12,6 +12,7 @@ namespace quillmarsh
 // vectors. Any thread.
 
 /// @name Scale
+/// By one factor, or by a factor for each axis.
 /// @{
 QUILLMARSH_API void GenerateUniformScale(mat2 &matrix, float scale);
 QUILLMARSH_API void GenerateUniformScale(mat3 &matrix, float scale);
@@ -22,7 +23,7 @@ QUILLMARSH_API void GenerateNonUniformScale(mat4 &matrix, float scaleX, float sc
 /// @}
 
 /// @name Translation
-/// A mat3 moves homogeneous vectors of the plane.
+/// A mat3 translates homogeneous vectors of the plane.
 /// @{
 QUILLMARSH_API void GenerateTranslateMV(mat3 &matrix, float offsetX, float offsetY);
 QUILLMARSH_API void GenerateTranslateMV(mat4 &matrix, float offsetX, float offsetY, float offsetZ);
@@ -50,6 +51,7 @@ QUILLMARSH_API void GenerateRotateVM(mat4 &matrix, vec3 const &xAxis, vec3 const
 /// @}
 
 /// @name Axes of a rotated system
+/// Gives the images of the coordinate axes under the rotation.
 /// @{
 QUILLMARSH_API void FactorRotateMV(mat3 const &matrix, vec3 &xAxis, vec3 &yAxis, vec3 &zAxis);
 QUILLMARSH_API void FactorRotateMV(mat4 const &matrix, vec3 &xAxis, vec3 &yAxis, vec3 &zAxis);
@@ -71,8 +73,8 @@ QUILLMARSH_API void GenerateEulerPHR_VM(mat4 &matrix, float heading, float pitch
 /// @}
 
 /// @name Euler angles of a rotation
-/// Where the middle angle is 90 or -90 degrees, and the other two turn about the same axis, roll is 0 and the first
-/// angle stands for both.
+/// When the middle angle is 90 or -90 degrees, the other two angles turn about the same axis: roll is then 0, and the
+/// first angle includes it.
 /// @{
 QUILLMARSH_API void FactorEulerHPR_MV(mat3 const &matrix, float &heading, float &pitch, float &roll);
 QUILLMARSH_API void FactorEulerHPR_MV(mat4 const &matrix, float &heading, float &pitch, float &roll);
@@ -85,15 +87,15 @@ QUILLMARSH_API void FactorEulerPHR_VM(mat4 const &matrix, float &heading, float 
 /// @}
 
 /// @name Direction by heading and pitch
-/// Heading 0, pitch 0 looks along Z; a positive pitch looks down. The way back wants a unit vector.
+/// Heading 0 and pitch 0 look along Z; a positive pitch looks down. The second form needs a unit vector.
 /// @{
 QUILLMARSH_API void DirectionFromEulerHP(vec3 &direction, float heading, float pitch);
 QUILLMARSH_API void EulerHPFromDirection(vec3 const &direction, float &heading, float &pitch);
 /// @}
 
 /// @name Orthographic projection
-/// Onto -1 to 1 in each direction; with `zeroBasedDepth` the depth goes to 0 to 1. `negateZ` is for systems that look
-/// along -Z. When the box has no extent in some direction the matrix stays as it was.
+/// Maps a box to -1 to 1 in each direction; with `zeroBasedDepth` the depth is mapped to 0 to 1. `negateZ` is for
+/// systems that look along -Z. If the box has no extent in a direction, the matrix stays as it was.
 /// @{
 QUILLMARSH_API void GenerateProjectionOrthoMV(mat4 &matrix, bool negateZ, bool zeroBasedDepth, float left, float right,
                                               float bottom, float top, float nearDepth, float farDepth);
@@ -105,9 +107,9 @@ QUILLMARSH_API void GenerateProjectionOrthoVM(mat4 &matrix, bool negateZ, bool z
 /// Whole turns are removed.
 /// @{
 
-/// To -180 to 180, of which both stay.
+/// Maps the angle to -180 to 180. Both ends stay as they are.
 QUILLMARSH_API void RemapAngleTo180DegRange(float &angle);
-/// To -90 to 90: an angle of the other half circle is mirrored, as 180 minus the angle.
+/// Maps the angle to -90 to 90. An angle of the other half circle is mirrored: it becomes 180 minus the angle.
 QUILLMARSH_API void RemapAngleTo90DegRange(float &angle);
 
 /// @}

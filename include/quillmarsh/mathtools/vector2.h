@@ -11,11 +11,12 @@ namespace quillmarsh
 class vec3;
 class vec4;
 
-/// Two floats, and nothing else. Angles are in degrees. A value type: any thread.
+/// Two floats, and no other data. Angles are in degrees. A value type: any thread.
 class vec2 : public SpatialVectorOperations<vec2>
 {
 public:
     /// @name Constants
+    /// Usable in constant expressions, and from any constructor.
     /// @{
     static vec2 const ZERO;
     static vec2 const ONE;
@@ -27,14 +28,18 @@ public:
 
     /// Leaves the components unset.
     vec2() = default;
+    /// Takes the components, in order.
     constexpr vec2(float newX, float newY) : x(newX), y(newY) {}
+    /// Takes the components from an array, in order.
     explicit constexpr vec2(float const *components) : vec2(components[0], components[1]) {}
-    /// The leading components (defined in vector3.h).
+    /// Takes the leading components (defined in vector3.h).
     constexpr vec2(vec3 const &v);
-    /// The leading components (defined in vector4.h).
+    /// Takes the leading components (defined in vector4.h).
     constexpr vec2(vec4 const &v);
 
     /// @name Components
+    /// Set() stores all components, by value or from an array. ToPtr() and the conversions give the address of the
+    /// first; the others follow it in order.
     /// @{
     constexpr vec2 &Set(float newX, float newY) { return *this = vec2(newX, newY); }
     constexpr vec2 &Set(float const *components) { return *this = vec2(components); }
@@ -48,12 +53,15 @@ public:
     constexpr float Dot(vec2 const &other) const { return x * other.x + y * other.y; }
 
     /// @name Absolute values of the components
+    /// The largest and the smallest one.
     /// @{
     constexpr float AbsMax() const;
     constexpr float AbsMin() const;
     /// @}
 
-    /// @name Perpendiculars, of the same length
+    /// @name Perpendiculars
+    /// The vector turned by 90 degrees, counter-clockwise or clockwise; its length stays. A form with an argument
+    /// stores the perpendicular of the argument.
     /// @{
     constexpr vec2 CrossCCW() const { return vec2(-y, x); }
     constexpr vec2 &CrossCCW(vec2 const &a) { return *this = a.CrossCCW(); }
@@ -62,7 +70,8 @@ public:
     /// @}
 
     /// @name Rotation about the origin
-    /// Counter-clockwise, or clockwise, for positive angles. `Rotate...` changes the object.
+    /// Positive angles turn counter-clockwise in the `CCW` forms and clockwise in the `CW` forms. `Rotate...` changes
+    /// the object.
     /// @{
     QUILLMARSH_API vec2 RotationCCW(float angle) const;
     vec2 &RotationCCW(float angle, vec2 const &source) { return *this = source.RotationCCW(angle); }

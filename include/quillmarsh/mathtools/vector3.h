@@ -7,12 +7,13 @@
 namespace quillmarsh
 {
 
-/// Three floats, and nothing else. Angles are in degrees; positive ones turn counter-clockwise as seen from the tip of
+/// Three floats, and no other data. Angles are in degrees; positive ones turn counter-clockwise as seen from the tip of
 /// the axis. A value type: any thread.
 class vec3 : public SpatialVectorOperations<vec3>
 {
 public:
     /// @name Constants
+    /// Usable in constant expressions, and from any constructor.
     /// @{
     static vec3 const ZERO;
     static vec3 const ONE;
@@ -25,14 +26,18 @@ public:
 
     /// Leaves the components unset.
     vec3() = default;
+    /// Takes the components, in order.
     constexpr vec3(float newX, float newY, float newZ) : x(newX), y(newY), z(newZ) {}
+    /// Takes the components from an array, in order.
     explicit constexpr vec3(float const *components) : vec3(components[0], components[1], components[2]) {}
-    /// In the plane `z` 0.
+    /// Takes a vector of the plane; `z` is 0.
     constexpr vec3(vec2 const &v) : vec3(v.x, v.y, 0.0f) {}
-    /// The leading components (defined in vector4.h).
+    /// Takes the leading components (defined in vector4.h).
     constexpr vec3(vec4 const &v);
 
     /// @name Components
+    /// Set() stores all components, by value or from an array. ToPtr() and the conversions give the address of the
+    /// first; the others follow it in order.
     /// @{
     constexpr vec3 &Set(float newX, float newY, float newZ) { return *this = vec3(newX, newY, newZ); }
     constexpr vec3 &Set(float const *components) { return *this = vec3(components); }
@@ -46,12 +51,14 @@ public:
     constexpr float Dot(vec3 const &other) const { return x * other.x + y * other.y + z * other.z; }
 
     /// @name Absolute values of the components
+    /// The largest and the smallest one.
     /// @{
     constexpr float AbsMax() const;
     constexpr float AbsMin() const;
     /// @}
 
     /// @name Right-handed cross product
+    /// The second form stores the product of its arguments.
     /// @{
     constexpr vec3 Cross(vec3 const &other) const
     {
@@ -61,7 +68,7 @@ public:
     /// @}
 
     /// @name Rotation about an axis through the origin
-    /// The `Unit` forms want an axis of unit length; the others scale it first. `Rotate...` changes the object.
+    /// The `Unit` forms need an axis of unit length; the others scale the axis first. `Rotate...` changes the object.
     /// @{
     QUILLMARSH_API vec3 &RotationAroundUnit(vec3 const &unitAxis, float angle, vec3 const &source);
     vec3 RotationAroundUnit(vec3 const &unitAxis, float angle) const;

@@ -7,11 +7,12 @@
 namespace quillmarsh
 {
 
-/// Four floats, and nothing else. A value type: any thread.
+/// Four floats, and no other data. A value type: any thread.
 class vec4 : public VectorOperations<vec4>
 {
 public:
     /// @name Constants
+    /// Usable in constant expressions, and from any constructor.
     /// @{
     static vec4 const ZERO;
     static vec4 const ONE;
@@ -25,16 +26,20 @@ public:
 
     /// Leaves the components unset.
     vec4() = default;
+    /// Takes the components, in order.
     constexpr vec4(float newX, float newY, float newZ, float newW) : x(newX), y(newY), z(newZ), w(newW) {}
+    /// Takes the components from an array, in order.
     explicit constexpr vec4(float const *components) : vec4(components[0], components[1], components[2], components[3])
     {
     }
-    /// The point in the plane `z` 0, with `w` 1.
+    /// Takes a point of the plane; `z` is 0 and `w` is 1.
     constexpr vec4(vec2 const &v) : vec4(v.x, v.y, 0.0f, 1.0f) {}
-    /// The point, with `w` 1.
+    /// Takes a point; `w` is 1.
     constexpr vec4(vec3 const &v) : vec4(v.x, v.y, v.z, 1.0f) {}
 
     /// @name Components
+    /// Set() stores all components, by value or from an array. ToPtr() and the conversions give the address of the
+    /// first; the others follow it in order.
     /// @{
     constexpr vec4 &Set(float newX, float newY, float newZ, float newW) { return *this = vec4(newX, newY, newZ, newW); }
     constexpr vec4 &Set(float const *components) { return *this = vec4(components); }
