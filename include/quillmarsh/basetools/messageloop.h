@@ -7,9 +7,9 @@
 namespace quillmarsh::win_utils
 {
 
-/// Takes the messages of the calling thread one at a time and dispatches them, until message 18 (quit) comes. Waits
-/// while there is none. The thread has a message queue from here on. On the desktop's thread the events of windows are
-/// told as well (platform/desktopevents.h).
+/// Takes the messages of the calling thread one at a time and dispatches them, until message 18 (quit) arrives. Waits
+/// while there is no message. The thread has a message queue from here on. On the desktop's thread it also passes on
+/// the events of windows (platform/desktopevents.h).
 QUILLMARSH_API void RunStandardMessageLoop();
 
 } // namespace quillmarsh::win_utils
