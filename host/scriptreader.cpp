@@ -27,6 +27,7 @@ struct ScriptReader::State
     bool somebodyWaits = false;
 
     void Read();
+    void Complete(SourceLine &line, std::vector<SourceLine> &complete);
     bool Push(std::vector<SourceLine> const &complete);
     void Announce(std::unique_lock<std::mutex> const &lock);
 };
@@ -43,11 +44,7 @@ void ScriptReader::State::Read()
         for (std::size_t end; (end = rest.find('\n')) != std::string_view::npos; rest.remove_prefix(end + 1))
         {
             line.text += rest.substr(0, end);
-            if (line.text.ends_with('\r'))
-                line.text.pop_back();
-            complete.push_back(line);
-            line.text.clear();
-            ++line.number;
+            Complete(line, complete);
         }
         line.text += rest;
         if (!Push(complete))
@@ -55,12 +52,25 @@ void ScriptReader::State::Read()
         complete.clear();
     }
     if (!line.text.empty())
-        complete.push_back(line);
+        Complete(line, complete);
     if (!Push(complete))
         return;
     std::unique_lock lock(mutex);
     atEnd = true;
     Announce(lock);
+}
+
+/// Adds the line to those that are complete, and begins the next.
+void ScriptReader::State::Complete(SourceLine &line, std::vector<SourceLine> &complete)
+{
+    constexpr char byteOrderMark[] = "\xEF\xBB\xBF";
+    if (line.number == 1 && line.text.starts_with(byteOrderMark))
+        line.text.erase(0, std::size(byteOrderMark) - 1);
+    if (line.text.ends_with('\r'))
+        line.text.pop_back();
+    complete.push_back(line);
+    line.text.clear();
+    ++line.number;
 }
 
 /// What came at once goes on at once, so that no frame falls between.
