@@ -1,5 +1,7 @@
 #include "dialogtext.h"
 
+#include <quillmarsh/basetools/texttools.h>
+
 #include <iterator>
 #include <span>
 
@@ -16,17 +18,16 @@ using platform::eDialogButtons;
 struct AnswerKey
 {
     eDialogAnswer answer;
-    char key;
     char const *name;
     char const *choice;
 };
 
 constexpr AnswerKey s_answers[] = {
-    {eDialogAnswer::e_ok, 'o', "OK", "[O]K"},
-    {eDialogAnswer::e_cancel, 'c', "Cancel", "[C]ancel"},
-    {eDialogAnswer::e_abort, 'a', "Abort", "[A]bort"},
-    {eDialogAnswer::e_retry, 'r', "Retry", "[R]etry"},
-    {eDialogAnswer::e_ignore, 'i', "Ignore", "[I]gnore"},
+    {eDialogAnswer::e_ok, "OK", "[O]K"},
+    {eDialogAnswer::e_cancel, "Cancel", "[C]ancel"},
+    {eDialogAnswer::e_abort, "Abort", "[A]bort"},
+    {eDialogAnswer::e_retry, "Retry", "[R]etry"},
+    {eDialogAnswer::e_ignore, "Ignore", "[I]gnore"},
 };
 
 std::span<AnswerKey const> GetAnswers(eDialogButtons buttons)
@@ -53,19 +54,28 @@ char const *GetAnswerName(eDialogAnswer answer)
 
 string FormatDialog(DialogRequest const &request)
 {
-    string text = request.title + '\n' + request.text + '\n';
+    return MakePrintable(request.title) + '\n' + MakePrintable(request.text, true) + '\n' + FormatQuestion(request);
+}
+
+string FormatQuestion(DialogRequest const &request)
+{
+    string text;
     for (AnswerKey const &answer : GetAnswers(request.buttons))
         text += string(answer.choice) + ", ";
     return text + "or Enter for " + GetAnswerName(request.defaultAnswer) + "? ";
 }
 
-std::optional<eDialogAnswer> FindDialogAnswer(DialogRequest const &request, char key)
+std::optional<eDialogAnswer> FindDialogAnswer(DialogRequest const &request, string const &typed)
 {
-    if (key == '\n' || key == '\r')
+    if (typed.empty())
         return request.defaultAnswer;
+    string lower = typed;
+    LowerCase(lower);
     for (AnswerKey const &answer : GetAnswers(request.buttons))
     {
-        if ((key | 0x20) == answer.key)
+        string name = answer.name;
+        LowerCase(name);
+        if (MatchPrefix(name, lower))
             return answer.answer;
     }
     return std::nullopt;

@@ -9,12 +9,14 @@
 namespace quillmarsh::host
 {
 
-/// A dialog as it shows on a terminal: title, text, and the question with the answers and the default one.
+/// A dialog as it shows on a terminal: title, text and question.
 string FormatDialog(platform::DialogRequest const &request);
+/// The question alone: the answers, and the default one.
+string FormatQuestion(platform::DialogRequest const &request);
 
-/// Answer that a key stands for: the first letter of its name, or the end of a line for the default one. Nothing for any
-/// other key.
-std::optional<platform::eDialogAnswer> FindDialogAnswer(platform::DialogRequest const &request, char key);
+/// Answer that a text stands for: its name or the begin of it, or nothing at all for the default answer. Nothing for any
+/// other text.
+std::optional<platform::eDialogAnswer> FindDialogAnswer(platform::DialogRequest const &request, string const &typed);
 
 /// Name of an answer.
 char const *GetAnswerName(platform::eDialogAnswer answer);

@@ -50,7 +50,8 @@ string GetDirectory(string const &fileName)
 
 void PrintMessage(string const &message)
 {
-    std::cerr << "quillmarsh-host: " + message + "\n" << std::flush;
+    string const shown = platform::IsTerminal(eStandardStream::e_error) ? MakePrintable(message, true) : message;
+    std::cerr << "quillmarsh-host: " + shown + "\n" << std::flush;
 }
 
 Program::Program(Arguments const &arguments, std::vector<string> const &words)

@@ -1,5 +1,7 @@
 #include "standardoutput.h"
 
+#include <quillmarsh/basetools/outputstream.h>
+#include <quillmarsh/basetools/texttools.h>
 #include <quillmarsh/platform/program.h>
 
 namespace quillmarsh::host
@@ -7,6 +9,7 @@ namespace quillmarsh::host
 
 StandardOutput::StandardOutput(std::function<void(string const &)> onFailure)
     : onFailure_(std::move(onFailure)),
+      isTerminal_(platform::IsTerminal(platform::eStandardStream::e_output)),
       coloured_(platform::TakesEscapeSequences(platform::eStandardStream::e_output) && WantsColours())
 {
 }
@@ -17,11 +20,11 @@ void StandardOutput::Write(std::string_view text, unsigned int type)
 {
     if (failed_)
         return;
-    if (coloured_)
+    if (isTerminal_)
     {
-        colouredText_.clear();
-        AppendColoured(colouredText_, text, type);
-        text = colouredText_;
+        shownText_.clear();
+        AppendColoured(shownText_, MakePrintable(string(text), true), coloured_ ? type : OutputStream::e_typeInfo);
+        text = shownText_;
     }
     string error;
     if (platform::WriteStandardStream(platform::eStandardStream::e_output, text, error))

@@ -21,9 +21,10 @@ public:
 
 private:
     std::function<void(string const &)> onFailure_;
+    bool const isTerminal_;
     bool const coloured_;
     bool failed_ = false;
-    string colouredText_;
+    string shownText_;
 };
 
 } // namespace quillmarsh::host

@@ -1,6 +1,8 @@
 #include "lineeditor.h"
 
 #include "../dialogtext.h"
+#include <quillmarsh/basetools/outputstream.h>
+#include <quillmarsh/basetools/texttools.h>
 #include <quillmarsh/host/textoutput.h>
 #include <quillmarsh/platform/program.h>
 
@@ -50,6 +52,53 @@ void Put(string const &text)
 {
     std::fwrite(text.data(), 1, text.size(), stdout);
     std::fflush(stdout);
+}
+
+/// What a terminal sends for the end of the input; here also for an input that is closed.
+constexpr char s_endOfInput = '\x04';
+/// Milliseconds without a key that end a mistake of typing.
+constexpr int s_mistakePause = 1000;
+
+bool WaitForKey(int milliseconds)
+{
+    pollfd wait = {STDIN_FILENO, POLLIN, 0};
+    int ready = 0;
+    do
+        ready = poll(&wait, 1, milliseconds);
+    while (ready < 0 && errno == EINTR);
+    return ready != 0;
+}
+
+char ReadKey()
+{
+    while (WaitForKey(-1))
+    {
+        char key = 0;
+        ssize_t const got = read(STDIN_FILENO, &key, 1);
+        if (got == 1)
+            return key;
+        if (got == 0 || (errno != EINTR && errno != EAGAIN))
+            break;
+    }
+    return s_endOfInput;
+}
+
+bool EndsLine(char key)
+{
+    return key == '\n' || key == '\r' || key == s_endOfInput;
+}
+
+/// Answer that is typed in a single key, the default one with Enter or when the input ends. Nothing for other keys: what
+/// is typed with them, up to Enter or a pause, is dropped.
+std::optional<platform::eDialogAnswer> ReadAnswer(platform::DialogRequest const &request)
+{
+    char const key = ReadKey();
+    std::optional<platform::eDialogAnswer> const answer =
+        FindDialogAnswer(request, EndsLine(key) ? string() : string(1, key));
+    while (!answer && WaitForKey(s_mistakePause) && !EndsLine(ReadKey()))
+    {
+    }
+    return answer;
 }
 
 /// Characters beyond ASCII need a locale that knows them.
@@ -106,7 +155,7 @@ void LineEditor::BeginEditing(string const &prompt)
     ChangeAndWake(
         [&]
         {
-            prompt_ = prompt;
+            prompt_ = MakePrintable(prompt);
             mayEdit_ = true;
         });
 }
@@ -128,13 +177,11 @@ void LineEditor::Resize()
 
 void LineEditor::Write(std::string_view text, unsigned int type)
 {
+    string const printable = MakePrintable(string(text), true);
     {
         std::unique_lock lock(mutex_);
         condition_.wait(lock, [this] { return closing_ || work_.text.size() < s_maxPendingText; });
-        if (coloured_)
-            AppendColoured(work_.text, text, type);
-        else
-            work_.text += text;
+        AppendColoured(work_.text, printable, coloured_ ? type : OutputStream::e_typeInfo);
     }
     Wake();
 }
@@ -146,7 +193,7 @@ platform::eDialogAnswer LineEditor::PresentDialog(platform::DialogRequest const 
     Dialog dialog{request, request.defaultAnswer};
     ChangeAndWake([&] { work_.dialogs.push_back(&dialog); });
     std::unique_lock lock(mutex_);
-    condition_.wait(lock, [&] { return dialog.answered; });
+    condition_.wait(lock, [&] { return dialog.answered || ended_; });
     return dialog.answer;
 }
 
@@ -236,6 +283,7 @@ void LineEditor::Run()
     DoWork();
     if (editor_ != nullptr)
         el_end(editor_);
+    ChangeAndWake([this] { ended_ = true; });
 }
 
 bool LineEditor::MayEdit()
@@ -383,25 +431,19 @@ platform::eDialogAnswer LineEditor::AskDialog(platform::DialogRequest const &req
 {
     if (!atLineStart_)
         Put("\n");
-    Put(FormatDialog(request));
     termios present{};
     tcgetattr(STDIN_FILENO, &present);
     termios singleKeys = present;
     singleKeys.c_lflag &= ~static_cast<tcflag_t>(ICANON | ECHO);
-    tcsetattr(STDIN_FILENO, TCSADRAIN, &singleKeys);
-    std::optional<platform::eDialogAnswer> answer;
-    while (!answer)
-    {
-        char key = 0;
-        ssize_t const got = read(STDIN_FILENO, &key, 1);
-        if (got == 1)
-            answer = FindDialogAnswer(request, key);
-        else if (got == 0 || errno != EINTR)
-            answer = request.defaultAnswer;
-    }
+    // Keys that were typed before the question are not meant for it.
+    tcsetattr(STDIN_FILENO, TCSAFLUSH, &singleKeys);
+    Put(FormatDialog(request));
+    std::optional<platform::eDialogAnswer> answer = ReadAnswer(request);
+    for (; !answer; answer = ReadAnswer(request))
+        Put("\n" + FormatQuestion(request));
     Put(string(GetAnswerName(*answer)) + "\n");
     atLineStart_ = true;
-    // Who aborts stops in the middle of everything: the terminal is then left as it was found.
+    // Abort ends the program at once: the terminal is left as it was found.
     bool const stops = *answer == platform::eDialogAnswer::e_abort;
     tcsetattr(STDIN_FILENO, TCSADRAIN, stops ? &terminalAtStart_ : &present);
     return *answer;
@@ -415,7 +457,8 @@ void LineEditor::HandleInterrupt()
         LineInfoW const *const line = el_wline(editor_);
         isEmpty = line->lastchar == line->buffer;
         Put(shownPrompt_);
-        std::fprintf(stdout, "%.*ls", static_cast<int>(line->lastchar - line->buffer), line->buffer);
+        LineInfo const *const bytes = el_line(editor_);
+        Put(MakePrintable(string(bytes->buffer, bytes->lastchar)));
         el_cursor(editor_, static_cast<int>(line->lastchar - line->cursor));
         el_deletestr(editor_, static_cast<int>(line->lastchar - line->buffer));
     }

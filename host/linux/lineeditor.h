@@ -123,6 +123,8 @@ private:
     HandOver completion_;
     bool mayEdit_ = false;
     bool closing_ = false;
+    /// The thread does nothing any more.
+    bool ended_ = false;
     string prompt_;
     /// @}
 

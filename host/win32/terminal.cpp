@@ -2,6 +2,8 @@
 
 #include "../dialogtext.h"
 #include "consoleinput.h"
+#include <quillmarsh/basetools/outputstream.h>
+#include <quillmarsh/basetools/texttools.h>
 #include <quillmarsh/platform/program.h>
 
 #include <condition_variable>
@@ -101,7 +103,10 @@ bool Terminal::State::ReadLine(std::unique_lock<std::mutex> &lock)
 void Terminal::State::Accept(string const &line)
 {
     if (closing)
+    {
+        AnswerByDefault();
         return;
+    }
     atLineStart = true;
     numInterrupts = 0;
     if (dialogs.empty())
@@ -111,9 +116,11 @@ void Terminal::State::Accept(string const &line)
         client.onInput();
         return;
     }
-    dialogs.front()->answer = FindDialogAnswer(dialogs.front()->request, line.empty() ? '\n' : line.front());
+    dialogs.front()->answer = FindDialogAnswer(dialogs.front()->request, line);
     if (dialogs.front()->answer)
         dialogs.pop_front();
+    else
+        Put(FormatQuestion(dialogs.front()->request));
 }
 
 void Terminal::State::AnswerByDefault()
@@ -135,13 +142,14 @@ Terminal::~Terminal()
     platform::SetDialogPresenter(previousPresenter_);
     std::lock_guard const lock(state_->mutex);
     state_->closing = true;
+    state_->AnswerByDefault();
     state_->condition.notify_all();
 }
 
 void Terminal::BeginEditing(string const &prompt)
 {
     std::lock_guard const lock(state_->mutex);
-    state_->prompt = prompt;
+    state_->prompt = MakePrintable(prompt);
     state_->mayEdit = true;
     state_->condition.notify_all();
 }
@@ -170,10 +178,7 @@ void Terminal::OnResize() {}
 void Terminal::Write(std::string_view text, unsigned int type)
 {
     string shown;
-    if (state_->coloured)
-        AppendColoured(shown, text, type);
-    else
-        shown = text;
+    AppendColoured(shown, MakePrintable(string(text), true), state_->coloured ? type : OutputStream::e_typeInfo);
     std::lock_guard const lock(state_->mutex);
     bool const promptIsShown = state_->mayEdit && state_->lineIsDone;
     state_->Put(promptIsShown && !state_->atLineStart ? "\n" + shown : shown);

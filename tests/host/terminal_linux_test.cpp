@@ -82,9 +82,36 @@ TEST(Terminal, ShowsDialogsWhileTheEditorIsOpen)
     EXPECT_TRUE(host.Enter("crash -assert\r",
                            {"! Forced assert by crash-command.", "[A]bort, [R]etry, [I]gnore, or Enter for Abort? "}));
     EXPECT_TRUE(host.Enter("i", {"Ignore\r\n", "workbench> "}));
+    // Words and keys of the cursor that are no answer, whatever letters are in them.
     EXPECT_TRUE(host.Enter("crash -verify\r", {"or Enter for Abort? "}));
+    EXPECT_TRUE(host.Enter("no way\r", {"\r\n[A]bort, [R]etry, [I]gnore, or Enter for Abort? "}));
+    EXPECT_TRUE(host.Enter("\033[A\r", {"\r\n[A]bort, [R]etry, [I]gnore, or Enter for Abort? "}));
     host.Send("\r");
     EXPECT_EQ(-SIGTRAP, host.Wait()) << host.GetShown();
+}
+
+TEST(Terminal, AnswersDialogsByDefaultWhenItCloses)
+{
+    HostTerminal host({"--developer-mode"});
+    ASSERT_TRUE(host.Expect("workbench> "));
+    EXPECT_TRUE(host.Enter("crash -assert\r", {"or Enter for Abort? "}));
+    host.Send("\004");
+    EXPECT_EQ(-SIGTRAP, host.Wait()) << host.GetShown();
+}
+
+TEST(Terminal, NeverGetsEscapeSequencesOfOthers)
+{
+    ScratchFile const script("greet -to='\033[2J\007'\nfrobnicate\n");
+    HostTerminal host({"--script", script.GetName(), "--set", "\033[31m"});
+    EXPECT_EQ(2, host.Wait());
+    HostTerminal runs({"--script", script.GetName()});
+    EXPECT_TRUE(runs.Expect("Hello from the workbench, \\x1b[2J\\x07!\r\n")) << runs.GetShown();
+    EXPECT_EQ(1, runs.Wait());
+    for (string const &shown : {host.GetShown(), runs.GetShown()})
+    {
+        EXPECT_EQ(string::npos, shown.find("\033[2J")) << shown;
+        EXPECT_EQ(string::npos, shown.find("\033[31m\'")) << shown;
+    }
 }
 
 TEST(Terminal, ColoursByTypeUnlessToldNotTo)

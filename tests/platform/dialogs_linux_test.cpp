@@ -87,15 +87,20 @@ TerminalRun AnswerOnTerminal(DialogRequest const &request, string const &keys, b
 TEST(TerminalDialog, TakesOneKeyForAButton)
 {
     std::pair<char const *, eDialogAnswer> const cases[] = {
-        {"a", eDialogAnswer::e_abort},  {"R", eDialogAnswer::e_retry},    {"xq?i", eDialogAnswer::e_ignore},
-        {"\r", eDialogAnswer::e_retry}, {"\x04", eDialogAnswer::e_retry},
+        {"a", eDialogAnswer::e_abort},
+        {"R", eDialogAnswer::e_retry},
+        {"\r", eDialogAnswer::e_retry},
+        {"\x04", eDialogAnswer::e_retry},
+        // What is typed with a mistake is none of the answers, whatever its letters are.
+        {"no way\ri", eDialogAnswer::e_ignore},
+        {"\x1b[A\r\r", eDialogAnswer::e_retry},
     };
     for (bool const isRaw : {false, true})
         for (auto const &[keys, answer] : cases)
             EXPECT_EQ(AnswerOnTerminal(MakeAssertDialog(), keys, isRaw).status, static_cast<int>(answer));
     DialogRequest const request{eDialogButtons::e_cancelOk, eDialogAnswer::e_ok, "Title", "Text"};
     EXPECT_EQ(AnswerOnTerminal(request, "c", false).status, static_cast<int>(eDialogAnswer::e_cancel));
-    EXPECT_EQ(AnswerOnTerminal(request, "a\n", false).status, static_cast<int>(eDialogAnswer::e_ok));
+    EXPECT_EQ(AnswerOnTerminal(request, "a\n\n", false).status, static_cast<int>(eDialogAnswer::e_ok));
 }
 
 TEST(TerminalDialog, ShowsTitleTextAndButtons)

@@ -5,6 +5,7 @@
 #include <cerrno>
 #include <fcntl.h>
 #include <iostream>
+#include <poll.h>
 #include <termios.h>
 #include <unistd.h>
 
@@ -63,6 +64,16 @@ public:
             count = read(descriptor_, &key, 1);
         while (count < 0 && errno == EINTR);
         return count == 1 ? key : s_endOfInput;
+    }
+
+    /// Drops what is typed up to Enter, or to a pause.
+    void SkipMistake()
+    {
+        constexpr int pauseMilliseconds = 1000;
+        pollfd wait = {descriptor_, POLLIN, 0};
+        char key = 0;
+        while (key != '\n' && key != s_endOfInput && poll(&wait, 1, pauseMilliseconds) > 0)
+            key = ReadKey();
     }
 
 private:
@@ -124,6 +135,8 @@ eDialogAnswer Ask(Terminal &terminal, DialogRequest const &request)
             terminal.Write(string(button->name) + "\n");
         if (button || key == s_endOfInput)
             return button ? button->answer : request.defaultAnswer;
+        terminal.SkipMistake();
+        terminal.Write("\n" + MakeQuestion(request));
     }
 }
 
@@ -146,11 +159,13 @@ eDialogAnswer PresentTerminalDialog(DialogRequest const &request)
 {
     Terminal terminal;
     string const text = request.title + '\n' + request.text + '\n';
-    std::cerr << text << std::flush;
+    string const printable = MakePrintable(request.title) + '\n' + MakePrintable(request.text, true) + '\n';
+    bool const isErrorShown = isatty(STDERR_FILENO) != 0;
+    std::cerr << (isErrorShown ? printable : text) << std::flush;
     if (!terminal.IsUsable())
         return request.defaultAnswer;
-    if (!isatty(STDERR_FILENO))
-        terminal.Write(text);
+    if (!isErrorShown)
+        terminal.Write(printable);
     return Ask(terminal, request);
 }
 
