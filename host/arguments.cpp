@@ -58,6 +58,8 @@ constexpr Option s_options[] = {
      [](Arguments &arguments, string const &value) { arguments.script = value; }},
     {"--stop-on-error", nullptr, "stop a script at the first line that fails",
      [](Arguments &arguments, string const &) { arguments.stopOnError = true; }},
+    {"--strict", nullptr, "refuse lines with a word that their command does not know",
+     [](Arguments &arguments, string const &) { arguments.strict = true; }},
     {"--frames", "N", "exit after N frames", &TakeFrames},
     {"--frame-rate", "HZ", "run at most HZ frames a second", &TakeFrameRate},
     {"--log", "FILE", "write a log to FILE", [](Arguments &arguments, string const &value) { arguments.log = value; }},

@@ -30,6 +30,8 @@ struct Arguments
     /// File of the script; "-" is standard input.
     std::optional<string> script;
     bool stopOnError = false;
+    /// Whether lines with a mistake in them are refused before they run.
+    bool strict = false;
     /// Number of frames after which the run ends.
     std::optional<unsigned int> frames;
     /// Frames a second; 0 leaves it to the way the host is used.

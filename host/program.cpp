@@ -147,6 +147,7 @@ void Program::OpenSource()
     LineSource *const source = interactive_ ? static_cast<LineSource *>(terminal_.get()) : script_.get();
     lines_ = std::make_unique<ConsoleLines>(kernel_, source, arguments_.stopOnError,
                                             [this](string const &message) { Report(message); });
+    lines_->SetStrict(arguments_.strict);
     kernel_.GetCommandInterpreter()->RegisterExternalCommand(new WaitCmd(*lines_));
 }
 

@@ -1,6 +1,7 @@
 #include <quillmarsh/host/consolelines.h>
 
 #include <quillmarsh/basetools/texttools.h>
+#include <quillmarsh/framework/commandtable.h>
 
 namespace quillmarsh::host
 {
@@ -23,6 +24,13 @@ ConsoleLines::ConsoleLines(HostKernel &kernel, LineSource *source, bool stopOnEr
       stopOnError_(stopOnError),
       report_(std::move(report))
 {
+    kernel_.GetCommandInterpreter()->SetLineInspector([this](Command const &command, CommandLineParser const &parser)
+                                                      { return Inspect(command, parser); });
+}
+
+ConsoleLines::~ConsoleLines()
+{
+    kernel_.GetCommandInterpreter()->SetLineInspector({});
 }
 
 void ConsoleLines::Run()
@@ -75,6 +83,7 @@ void ConsoleLines::RunLine(SourceLine const &line)
     SharedOutputStream &out = kernel_.GetConsole().GetStream();
     std_command_interpreter::Interpreter &interpreter = *kernel_.GetCommandInterpreter();
     bool succeeded = false;
+    runsLine_ = true;
     if (source_->IsTyped())
     {
         kernel_.GetConsole().EnterTypedLine(line.text);
@@ -84,18 +93,37 @@ void ConsoleLines::RunLine(SourceLine const &line)
     {
         succeeded = interpreter.InterpretScript(out, line.text, false) == 0;
     }
+    runsLine_ = false;
     out.flush();
     if (!succeeded && !source_->IsTyped())
-        OnFailedLine(line);
+        OnFailedLine();
 }
 
-void ConsoleLines::OnFailedLine(SourceLine const &line)
+void ConsoleLines::OnFailedLine()
 {
     hasFailed_ = true;
-    report_(source_->GetName() + "(" + MakeString(line.number) + "): the line failed" +
-            (stopOnError_ ? ", the script stops here" : ""));
+    report_(GetLinePlace() + "the line failed" + (stopOnError_ ? ", the script stops here" : ""));
     if (stopOnError_)
         next_ = LineSource::eNext::e_end;
+}
+
+bool ConsoleLines::Inspect(Command const &command, CommandLineParser const &parser) const
+{
+    auto const *const vocabulary = dynamic_cast<CommandVocabulary const *>(&command);
+    if (vocabulary == nullptr || dynamic_cast<TableCommand const *>(&command) != nullptr)
+        return true;
+    string const mistake = CommandArguments(command, parser, vocabulary->GetWords()).FindMistake();
+    if (mistake.empty())
+        return true;
+    kernel_.GetConsole().GetStream().flush();
+    report_((runsLine_ ? GetLinePlace() : "") + mistake);
+    return !strict_;
+}
+
+/// Place of the line of a script, ahead of a message; empty for a typed line.
+string ConsoleLines::GetLinePlace() const
+{
+    return source_->IsTyped() ? "" : source_->GetName() + "(" + MakeString(line_.number) + "): ";
 }
 
 } // namespace quillmarsh::host

@@ -1,11 +1,5 @@
 #include <quillmarsh/host/waitcmd.h>
 
-#include <quillmarsh/basetools/commandlineparser.h>
-#include <quillmarsh/basetools/texttools.h>
-#include <quillmarsh/framework/commandtable.h>
-
-#include <ostream>
-
 namespace quillmarsh::host
 {
 
@@ -13,7 +7,8 @@ namespace
 {
 
 constexpr CommandWord s_words[] = {
-    CommandWord::Argument("0) uinteger", "number of frames that pass before the next line\n"),
+    CommandWord::Argument("0) uinteger", "number of frames that pass before the next line\n",
+                          command_values::s_uinteger),
 };
 
 } // namespace
@@ -26,27 +21,23 @@ WaitCmd::WaitCmd(ConsoleLines &lines) : lines_(lines)
 
 WaitCmd::~WaitCmd() = default;
 
-bool WaitCmd::ParseAndExecute(ostream &out, CommandLineParser const &parser, string const &)
+std::span<CommandWord const> WaitCmd::GetWords() const
+{
+    return s_words;
+}
+
+bool WaitCmd::Execute(ostream &, CommandArguments const &arguments)
 {
     unsigned int numFrames = 1;
-    if (parser.GetNumArguments() > 0)
-    {
-        CommandLineParser::Argument const &argument = parser.GetArgument(0);
-        // The conversion would take a minus, and a "-1" would wait for years.
-        if (argument != CommandLineParser::e_string || argument.String().starts_with('-') ||
-            !ToValue(argument.String(), numFrames))
-        {
-            out << "Not a number of frames: " << argument.MakeFullString() << std::endl;
-            return false;
-        }
-    }
+    if (string const *const number = arguments.FindArgument(0))
+        ToValue(*number, numFrames);
     lines_.Wait(numFrames);
     return true;
 }
 
-void WaitCmd::DumpHelp(ostream &out, CommandLineParser const &parser)
+string WaitCmd::GetDefaultBehavior() const
 {
-    DumpCommandWords(out, parser, s_words, "let one frame pass");
+    return "let one frame pass";
 }
 
 } // namespace quillmarsh::host

@@ -209,6 +209,28 @@ TEST(Host, PlaysARecordedHand)
     EXPECT_EQ(1, result.status);
 }
 
+TEST(Host, TellsOfMistypedWordsAndRefusesThemWhenStrict)
+{
+    string const script = "\xEF\xBB\xBFvar bench.bals\nvar bench.balls many\nalias -v=var\nv bench.balls 7 8\nwait -1\n"
+                          "var bench.balls\ngreet -too=you\n";
+    HostResult const hints = RunHost({}, script), strict = RunHost({"--strict"}, script);
+    EXPECT_TRUE(Contains(hints.out, "var bench.bals\nvar bench.balls many\nbench.balls = 100\n")) << hints.out;
+    EXPECT_TRUE(Contains(hints.out, "var bench.balls\nbench.balls = 7\n")) << hints.out;
+    EXPECT_TRUE(Contains(strict.out, "var bench.balls\nbench.balls = 100\n")) << strict.out;
+    for (HostResult const &result : {hints, strict})
+    {
+        EXPECT_TRUE(Contains(result.out, "wait: '-1' is not a whole number from 0 on (see 'help wait')\n"));
+        EXPECT_TRUE(Contains(result.out, "greet: unknown assignment -too=you (see 'help greet')\n"));
+        EXPECT_EQ(1, result.status);
+        for (char const *const mistake :
+             {"(1): var: 'bench.bals' is not the name of a variable, nor what such a name begins with (see 'help var')",
+              "(2): var: 'many' is not a value of the variable's type", "(4): var: surplus argument '8'"})
+            EXPECT_TRUE(Contains(result.err, string("standard input") + mistake)) << result.err;
+    }
+    EXPECT_EQ(0, RunHost({}, "var nosuch\n").status);
+    EXPECT_EQ(1, RunHost({"--strict"}, "var nosuch\n").status);
+}
+
 TEST(Host, CountsFramesWithTheProfiler)
 {
     HostResult const result =

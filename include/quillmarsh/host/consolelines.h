@@ -16,6 +16,13 @@ class ConsoleLines : NoCopy
 public:
     /// `source` is borrowed, null for none; `report` tells the user of a failed line of a script.
     ConsoleLines(HostKernel &kernel, LineSource *source, bool stopOnError, std::function<void(string const &)> report);
+    ~ConsoleLines();
+
+    /// Lines in which a command's table finds a mistake, such as a word that the command does not know: `report` is told
+    /// of each, and where `strict` is set the line is refused before it runs. Off at first.
+    ///
+    /// Commands of the class TableCommand refuse such lines by themselves.
+    void SetStrict(bool strict) { strict_ = strict; }
 
     /// To be called after each frame. Lines that are queued meanwhile run after the next frame.
     void Run();
@@ -32,11 +39,14 @@ public:
 private:
     void RunQueuedLines();
     void RunLine(SourceLine const &line);
-    void OnFailedLine(SourceLine const &line);
+    void OnFailedLine();
+    bool Inspect(Command const &command, CommandLineParser const &parser) const;
+    string GetLinePlace() const;
 
     HostKernel &kernel_;
     LineSource *source_;
     bool stopOnError_;
+    bool strict_ = false;
     std::function<void(string const &)> report_;
     LineSource::eNext next_ = LineSource::eNext::e_none;
     SourceLine line_;
@@ -44,6 +54,7 @@ private:
     /// Place of a failure while a line runs.
     string place_;
     bool lineIsOpen_ = false;
+    bool runsLine_ = false;
     unsigned int framesToWait_ = 0;
     bool hasFailed_ = false;
 };

@@ -4,13 +4,13 @@
 
 #include <quillmarsh/host/consolelines.h>
 
-#include <quillmarsh/basetools/command.h>
+#include <quillmarsh/framework/commandtable.h>
 
 namespace quillmarsh::host
 {
 
 /// "wait": lets a number of frames pass before the next line runs, one by default. Console's thread.
-class WaitCmd : public Command
+class WaitCmd : public TableCommand
 {
 public:
     static constexpr char const *s_szDefaultName = "wait";
@@ -19,8 +19,11 @@ public:
     explicit WaitCmd(ConsoleLines &lines);
     ~WaitCmd() override;
 
-    bool ParseAndExecute(ostream &out, CommandLineParser const &parser, string const &commandLine) override;
-    void DumpHelp(ostream &out, CommandLineParser const &parser) override;
+    std::span<CommandWord const> GetWords() const override;
+
+protected:
+    bool Execute(ostream &out, CommandArguments const &arguments) override;
+    string GetDefaultBehavior() const override;
 
 private:
     ConsoleLines &lines_;
