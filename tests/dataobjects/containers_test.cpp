@@ -209,6 +209,27 @@ TEST(Adapters, BorrowAndNeverFreeOrGrow)
     EXPECT_EQ(volume.SampleB(1, 1, 1), bytes + 17);
 }
 
+TEST(Containers, GiveNothingBehindTheirEndAfterIgnoredAssertions)
+{
+    ScriptedDialogs dialogs(platform::eDialogAnswer::e_retry);
+    Signal<Sample24> signal(UnknownSampleFormat(3), 4), noSignal(UnknownSampleFormat(3), 0);
+    Image<Sample24> image(UnknownSampleFormat(3), 2, 3), noImage(UnknownSampleFormat(3), 0, 3);
+    Volume<Sample24> volume(UnknownSampleFormat(3), 2, 3, 4), noVolume(UnknownSampleFormat(3), 2, 0, 4);
+    constexpr unsigned int far = 0xFFFFFFFF;
+    for (unsigned char const *const byte :
+         {signal.SampleB(4), signal.SampleB(far), noSignal.SampleB(0), image.SampleB(6), image.SampleB(2, 0),
+          image.SampleB(0, 3), image.SampleB(far, far), noImage.SampleB(0, 0), volume.SampleB(2, 0, 0),
+          volume.SampleB(0, 3, 0), volume.SampleB(0, 0, far), noVolume.SampleB(0, 0, 0)})
+        EXPECT_EQ(byte, nullptr);
+    for (Sample24 *const sample : {&signal.Sample(far), &image.Sample(0, 3), &volume.Sample(2, 0, 0)})
+    {
+        EXPECT_EQ(sample->bytes[2], 0);
+        sample->bytes[2] = 1;
+        EXPECT_EQ(signal.Sample(4).bytes[2], 0);
+    }
+    dialogs.TakeTexts();
+}
+
 TEST(Manufacture, KnowsTheEightSizesOnly)
 {
     for (unsigned int size = 0; size < 256; ++size)

@@ -327,6 +327,34 @@ string ContentsOfOnlyFile(ScratchDirectory const &directory)
     return text;
 }
 
+/// Tells its place, and goes nowhere: a compressed stream, or one of a network.
+class ForwardBuffer : public std::stringbuf
+{
+public:
+    using std::stringbuf::stringbuf;
+
+protected:
+    pos_type seekoff(off_type offset, std::ios_base::seekdir direction, std::ios_base::openmode) override
+    {
+        bool const tells = offset == 0 && direction == std::ios_base::cur;
+        return tells ? pos_type(gptr() - eback()) : pos_type(off_type{-1});
+    }
+    pos_type seekpos(pos_type, std::ios_base::openmode) override { return off_type{-1}; }
+};
+
+TEST(DataPackage, StreamsThatCannotGoToTheirEndAreReadOn)
+{
+    for (std::size_t const cut : {0, 33})
+    {
+        ForwardBuffer buffer(s_image.substr(0, s_image.size() - cut));
+        std::istream in(&buffer);
+        DataPackageImage package;
+        string const failure = FailureOf([&] { package.Deserialize(in); });
+        EXPECT_EQ(failure, cut == 0 ? "" : "failure DataPackageImage: Cannot read samples.");
+        EXPECT_EQ(package.GetPayload(false) != nullptr, cut == 0);
+    }
+}
+
 TEST(DataPackage, FilesKeepTheirContentsUntilTheNewOnesAreWhole)
 {
     ScratchDirectory const directory;

@@ -43,6 +43,10 @@ struct CodecFailure
     explicit operator bool() const { return kind != eCodecFailure::e_none; }
 };
 
+/// Tells the calling thread's innermost CodecFailureSentry why a codec is about to return false or null. It replaces what
+/// was told before, and does nothing on a thread without a sentry.
+QUILLMARSH_API void TellCodecFailure(eCodecFailure kind, string const &text);
+
 /// Collects what codecs tell about a failure, from its construction on, on the thread that made it.
 ///
 /// Codecs and DataCodecManager return false or null on failure; the reason goes to the innermost sentry of the calling
@@ -71,10 +75,6 @@ private:
     CodecFailure failure_;
     CodecFailureSentry *outer_;
 };
-
-/// Tells the calling thread's innermost sentry why a codec is about to return false or null. It replaces what was told
-/// before, and does nothing on a thread without a sentry.
-QUILLMARSH_API void TellCodecFailure(eCodecFailure kind, string const &text);
 
 } // namespace quillmarsh
 

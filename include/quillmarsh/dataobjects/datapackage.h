@@ -22,7 +22,7 @@ enum eDataPackagePayload
 /// First 44 bytes of a package: a magic sequence, the byte order, id, size and type of the payload, and another magic
 /// sequence.
 ///
-/// A plain value; reading and writing set the byte order of serializer_parameters for their duration.
+/// A plain value; reading and writing set the byte order of serializer_parameters for the calling thread.
 class QUILLMARSH_API DataPackageHeader : public Serializable
 {
 public:
@@ -91,7 +91,7 @@ private:
 /// The samples of a package in the machine's byte order come back exactly. In a package of the other order each whole
 /// sample is reversed on writing and not on reading; samples of one byte have no order.
 ///
-/// One thread at a time, also among different packages: the byte order of serializer_parameters is held meanwhile.
+/// One thread at a time for each package; different packages may be written and read at a time.
 class QUILLMARSH_API DataPackage : public Serializable, NoCopy
 {
 public:
@@ -118,16 +118,18 @@ public:
     /// behind the class name, and the texts of header and trailer), and `std::ios_base::failure`, which names the
     /// field, when the stream ends early. There is no payload after a failure.
     ///
-    /// Nothing is allocated for a payload that does not fit its own size or that the stream does not hold.
+    /// Nothing is allocated for a payload that does not fit its own size, or that the stream does not hold where it can
+    /// go to its end and back. A stream has to tell its position.
     void Deserialize(istream &in) override;
 
     /// Saves the package under a name. A file that is there keeps its contents until the new ones are complete.
-    /// A failure is false, or with `rethrow` the exception: a SerializationException "Cannot open file: " with the
-    /// name, or what Serialize throws.
+    /// A symbolic link is followed; a pipe is no file. A failure is false, or with `rethrow` the exception: a
+    /// SerializationException "Cannot open file: " with the name, or what Serialize throws. The reason is told (see
+    /// CodecFailureSentry).
     bool SaveToFile(string const &fileName, bool rethrow);
     /// Loads a package from a plain file; whatever lies behind the trailer is ignored. A failure is false, or with
     /// `rethrow` the exception: a DeserializationException "Cannot open file: " with the name, or what Deserialize
-    /// throws.
+    /// throws. The reason is told (see CodecFailureSentry).
     bool LoadFromFile(string const &fileName, bool rethrow);
 
 protected:
@@ -159,7 +161,7 @@ template<typename Container>
 class DataPackageOf : public DataPackage
 {
 public:
-    /// Borrows what is to be written, up to then and not beyond the next payload; null for none.
+    /// Keeps a pointer to what is to be written; it must live until then, or until the next payload. Null for none.
     void SetPayload(Container const *payload)
     {
         if (payload == payload_)

@@ -31,7 +31,8 @@ public:
 
     using SignalBase::SampleB;
     /// @name First byte of one sample
-    /// Asserts "Accessing 0x0 image.", "Row-index out of range." and "Column-index out of range.".
+    /// Asserts "Accessing 0x0 image.", "Row-index out of range." and "Column-index out of range."; null after an ignored
+    /// assertion.
     /// @{
     unsigned char const *SampleB(unsigned int row, unsigned int column) const;
     unsigned char *SampleB(unsigned int row, unsigned int column);
@@ -48,8 +49,8 @@ protected:
     /// Stores the dimensions, both as 0 if either is, and what follows from them.
     void SetupInternalImageProperties(unsigned int numRows, unsigned int numColumns);
 
-    /// Asserts that row and column name a sample.
-    void CheckAccess2D(unsigned int row, unsigned int column) const;
+    /// Asserts that row and column name a sample. False after an ignored assertion.
+    bool CheckAccess2D(unsigned int row, unsigned int column) const;
 
 private:
     std::size_t OffsetOf(unsigned int row, unsigned int column) const;
@@ -80,9 +81,12 @@ public:
     /// @{
     T const &Sample(unsigned int row, unsigned int column) const
     {
-        return *reinterpret_cast<T const *>(ImageBase::SampleB(row, column));
+        return SignalBase::OrStandIn(reinterpret_cast<T const *>(ImageBase::SampleB(row, column)));
     }
-    T &Sample(unsigned int row, unsigned int column) { return *reinterpret_cast<T *>(ImageBase::SampleB(row, column)); }
+    T &Sample(unsigned int row, unsigned int column)
+    {
+        return SignalBase::OrStandIn(reinterpret_cast<T *>(ImageBase::SampleB(row, column)));
+    }
     /// @}
 };
 

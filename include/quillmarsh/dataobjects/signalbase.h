@@ -42,7 +42,7 @@ public:
     /// @}
 
     /// @name First byte of one sample
-    /// Asserts "Accessing 0-size signal." and "Sample-index out of range.".
+    /// Asserts "Accessing 0-size signal." and "Sample-index out of range."; null after an ignored assertion.
     /// @{
     unsigned char const *SampleB(unsigned int index) const;
     unsigned char *SampleB(unsigned int index);
@@ -72,10 +72,20 @@ protected:
     /// Frees the block, or forgets it when it is borrowed.
     void DeallocateStorage();
 
-    /// Asserts that the index names a sample.
-    void CheckAccess1D(unsigned int index) const;
+    /// Asserts that the index names a sample. False after an ignored assertion.
+    bool CheckAccess1D(unsigned int index) const;
+
+    /// The sample; a stand-in where there is none.
+    template<typename T>
+    static T &OrStandIn(T *sample)
+    {
+        return sample ? *sample : *reinterpret_cast<T *>(GetStandIn());
+    }
 
 private:
+    /// Bytes of 0, as many as the largest sample has, for the calling thread.
+    static unsigned char *GetStandIn();
+
     eSampleFormat format_ = e_format_none;
     unsigned int sampleByteSize_;
     unsigned int numSamples_ = 0;
@@ -100,11 +110,15 @@ public:
     }
 
     /// @name Samples by their type; as the untyped forms
+    /// In place of null, a reference is to a stand-in of the calling thread, with bytes of 0.
     /// @{
     T const *GetSamples() const { return reinterpret_cast<T const *>(GetSamplesB()); }
     T *GetSamples() { return reinterpret_cast<T *>(GetSamplesB()); }
-    T const &Sample(unsigned int index) const { return *reinterpret_cast<T const *>(SignalBase::SampleB(index)); }
-    T &Sample(unsigned int index) { return *reinterpret_cast<T *>(SignalBase::SampleB(index)); }
+    T const &Sample(unsigned int index) const
+    {
+        return SignalBase::OrStandIn(reinterpret_cast<T const *>(SignalBase::SampleB(index)));
+    }
+    T &Sample(unsigned int index) { return SignalBase::OrStandIn(reinterpret_cast<T *>(SignalBase::SampleB(index))); }
     /// @}
 };
 

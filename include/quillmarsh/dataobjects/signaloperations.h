@@ -111,7 +111,8 @@ QUILLMARSH_API void LowPassFilter(SignalBase &signal, unsigned int byteOffset, u
 /// Replaces everything by one of three values.
 QUILLMARSH_API void ThresholdSegmentation(SignalBase &signal, unsigned int byteOffset, unsigned char threshold,
                                           unsigned char onBelow, unsigned char onEqual, unsigned char onAbove);
-/// The same for so many bytes of each sample. Asserts "Num-bytes-per-sample out of range." too.
+/// The same for so many bytes of each sample. Asserts "Num-bytes-per-sample out of range." too, and does nothing after
+/// either.
 QUILLMARSH_API void ThresholdSegmentationNBytes(SignalBase &signal, unsigned int byteOffset, unsigned int numBytes,
                                                 unsigned char threshold, unsigned char onBelow, unsigned char onEqual,
                                                 unsigned char onAbove);

@@ -35,7 +35,7 @@ public:
     using SignalBase::SampleB;
     /// @name First byte of one sample
     /// Asserts "Accessing 0x0x0 volume.", "Layer-index out of range.", "Row-index out of range." and "Column-index out
-    /// of range.".
+    /// of range."; null after an ignored assertion.
     /// @{
     unsigned char const *SampleB(unsigned int layer, unsigned int row, unsigned int column) const;
     unsigned char *SampleB(unsigned int layer, unsigned int row, unsigned int column);
@@ -52,8 +52,8 @@ protected:
     /// Stores the dimensions, all as 0 if one is, and what follows from them.
     void SetupInternalVolumeProperties(unsigned int numLayers, unsigned int numRows, unsigned int numColumns);
 
-    /// Asserts that layer, row and column name a sample.
-    void CheckAccess3D(unsigned int layer, unsigned int row, unsigned int column) const;
+    /// Asserts that layer, row and column name a sample. False after an ignored assertion.
+    bool CheckAccess3D(unsigned int layer, unsigned int row, unsigned int column) const;
 
 private:
     std::size_t OffsetOf(unsigned int layer, unsigned int row, unsigned int column) const;
@@ -87,11 +87,11 @@ public:
     /// @{
     T const &Sample(unsigned int layer, unsigned int row, unsigned int column) const
     {
-        return *reinterpret_cast<T const *>(VolumeBase::SampleB(layer, row, column));
+        return SignalBase::OrStandIn(reinterpret_cast<T const *>(VolumeBase::SampleB(layer, row, column)));
     }
     T &Sample(unsigned int layer, unsigned int row, unsigned int column)
     {
-        return *reinterpret_cast<T *>(VolumeBase::SampleB(layer, row, column));
+        return SignalBase::OrStandIn(reinterpret_cast<T *>(VolumeBase::SampleB(layer, row, column)));
     }
     /// @}
 };

@@ -46,14 +46,12 @@ void ImageBase::ReserveSampleStorage(unsigned int numRows, unsigned int numColum
 
 unsigned char const *ImageBase::SampleB(unsigned int row, unsigned int column) const
 {
-    CheckAccess2D(row, column);
-    return GetSamplesB() + OffsetOf(row, column);
+    return CheckAccess2D(row, column) ? GetSamplesB() + OffsetOf(row, column) : nullptr;
 }
 
 unsigned char *ImageBase::SampleB(unsigned int row, unsigned int column)
 {
-    CheckAccess2D(row, column);
-    return GetSamplesB() + OffsetOf(row, column);
+    return CheckAccess2D(row, column) ? GetSamplesB() + OffsetOf(row, column) : nullptr;
 }
 
 bool ImageBase::CheckDimensionMatch(ImageBase const &other) const
@@ -69,11 +67,12 @@ void ImageBase::SetupInternalImageProperties(unsigned int numRows, unsigned int 
     rowByteSize_ = numColumns_ * GetSampleByteSize();
 }
 
-void ImageBase::CheckAccess2D([[maybe_unused]] unsigned int row, [[maybe_unused]] unsigned int column) const
+bool ImageBase::CheckAccess2D(unsigned int row, unsigned int column) const
 {
     QUILLMARSH_ASSERT(GetNumSamples() != 0, "Accessing 0x0 image.");
     QUILLMARSH_ASSERT(row < numRows_, "Row-index out of range.");
     QUILLMARSH_ASSERT(column < numColumns_, "Column-index out of range.");
+    return row < numRows_ && column < numColumns_;
 }
 
 std::size_t ImageBase::OffsetOf(unsigned int row, unsigned int column) const

@@ -55,14 +55,12 @@ void SignalBase::ReleaseSampleStorage()
 
 unsigned char const *SignalBase::SampleB(unsigned int index) const
 {
-    CheckAccess1D(index);
-    return samples_ + std::size_t{index} * sampleByteSize_;
+    return CheckAccess1D(index) ? samples_ + std::size_t{index} * sampleByteSize_ : nullptr;
 }
 
 unsigned char *SignalBase::SampleB(unsigned int index)
 {
-    CheckAccess1D(index);
-    return samples_ + std::size_t{index} * sampleByteSize_;
+    return CheckAccess1D(index) ? samples_ + std::size_t{index} * sampleByteSize_ : nullptr;
 }
 
 void SignalBase::SetSampleFormat(eSampleFormat format)
@@ -122,10 +120,18 @@ void SignalBase::DeallocateStorage()
     externalStorage_ = false;
 }
 
-void SignalBase::CheckAccess1D(unsigned int index) const
+bool SignalBase::CheckAccess1D(unsigned int index) const
 {
     QUILLMARSH_ASSERT(numSamples_ != 0, "Accessing 0-size signal.");
     QUILLMARSH_ASSERT(index < numSamples_, "Sample-index out of range.");
+    return index < numSamples_;
+}
+
+unsigned char *SignalBase::GetStandIn()
+{
+    constinit thread_local Sample128 standIn = {};
+    standIn = {};
+    return standIn.bytes;
 }
 
 template class Signal<Sample8>;

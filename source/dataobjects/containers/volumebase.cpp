@@ -46,14 +46,12 @@ void VolumeBase::ReserveSampleStorage(unsigned int numLayers, unsigned int numRo
 
 unsigned char const *VolumeBase::SampleB(unsigned int layer, unsigned int row, unsigned int column) const
 {
-    CheckAccess3D(layer, row, column);
-    return GetSamplesB() + OffsetOf(layer, row, column);
+    return CheckAccess3D(layer, row, column) ? GetSamplesB() + OffsetOf(layer, row, column) : nullptr;
 }
 
 unsigned char *VolumeBase::SampleB(unsigned int layer, unsigned int row, unsigned int column)
 {
-    CheckAccess3D(layer, row, column);
-    return GetSamplesB() + OffsetOf(layer, row, column);
+    return CheckAccess3D(layer, row, column) ? GetSamplesB() + OffsetOf(layer, row, column) : nullptr;
 }
 
 bool VolumeBase::CheckDimensionMatch(VolumeBase const &other) const
@@ -72,13 +70,13 @@ void VolumeBase::SetupInternalVolumeProperties(unsigned int numLayers, unsigned 
     layerByteSize_ = numRows_ * rowByteSize_;
 }
 
-void VolumeBase::CheckAccess3D([[maybe_unused]] unsigned int layer, [[maybe_unused]] unsigned int row,
-                               [[maybe_unused]] unsigned int column) const
+bool VolumeBase::CheckAccess3D(unsigned int layer, unsigned int row, unsigned int column) const
 {
     QUILLMARSH_ASSERT(GetNumSamples() != 0, "Accessing 0x0x0 volume.");
     QUILLMARSH_ASSERT(layer < numLayers_, "Layer-index out of range.");
     QUILLMARSH_ASSERT(row < numRows_, "Row-index out of range.");
     QUILLMARSH_ASSERT(column < numColumns_, "Column-index out of range.");
+    return layer < numLayers_ && row < numRows_ && column < numColumns_;
 }
 
 std::size_t VolumeBase::OffsetOf(unsigned int layer, unsigned int row, unsigned int column) const

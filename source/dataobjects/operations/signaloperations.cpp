@@ -390,17 +390,13 @@ void ThresholdSegmentationNBytes(SignalBase &signal, unsigned int byteOffset, un
                                  unsigned char threshold, unsigned char onBelow, unsigned char onEqual,
                                  unsigned char onAbove)
 {
+    bool const holdsFirst = HoldsPart(signal, byteOffset, 1);
     bool const holdsAll = HoldsPart(signal, byteOffset, numBytes);
-    QUILLMARSH_ASSERT(HoldsPart(signal, byteOffset, 1), "Byte-offset out of range.");
-    QUILLMARSH_ASSERT(holdsAll, "Num-bytes-per-sample out of range.");
-    if (holdsAll)
-    {
+    QUILLMARSH_ASSERT(holdsFirst, "Byte-offset out of range.");
+    QUILLMARSH_ASSERT(!holdsFirst || holdsAll, "Num-bytes-per-sample out of range.");
+    if (holdsFirst && holdsAll)
         RunThreshold(signal, byteOffset, numBytes, {threshold, onBelow, onEqual, onAbove, false, false},
                      Process_ThresholdSegmentation<unsigned char>(threshold, onBelow, onEqual, onAbove));
-        return;
-    }
-    for (unsigned int i = 0; i < numBytes; ++i)
-        ThresholdSegmentation(signal, byteOffset + i, threshold, onBelow, onEqual, onAbove);
 }
 
 } // namespace quillmarsh

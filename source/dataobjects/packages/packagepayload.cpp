@@ -46,16 +46,22 @@ bool HasSampleRecord(unsigned int format)
     return empty != nullptr;
 }
 
-/// Bytes from the present position to the end; negative when the stream cannot tell.
-std::streamoff CountBytesLeft(istream &in)
+/// Position of the stream; negative when it has none.
+std::streamoff FindPosition(istream &in)
+{
+    return in.rdbuf()->pubseekoff(0, std::ios_base::cur, std::ios_base::in);
+}
+
+/// True when the stream cannot hold so many bytes behind a position, which it is left at. A stream that cannot go to its
+/// end and back may hold any number.
+bool EndsBefore(istream &in, std::streamoff position, std::uint64_t byteSize)
 {
     std::streambuf &buffer = *in.rdbuf();
-    std::streamoff const here = buffer.pubseekoff(0, std::ios_base::cur, std::ios_base::in);
-    if (here < 0)
-        return -1;
     std::streamoff const end = buffer.pubseekoff(0, std::ios_base::end, std::ios_base::in);
-    buffer.pubseekpos(here, std::ios_base::in);
-    return end - here;
+    if (end < 0)
+        return false;
+    buffer.pubseekpos(position, std::ios_base::in);
+    return end < position || byteSize > static_cast<std::uint64_t>(end - position);
 }
 
 /// Calls `visit(index of the first sample, number of samples)` for each run of samples that lie together in file and
@@ -127,11 +133,11 @@ PayloadDesc ReadPayloadDesc(Serializable const &package, istream &in, unsigned i
     if (!HasSampleRecord(desc.format))
         QUILLMARSH_THROW(DeserializationException, PackageMessage(package, "Unsupported sample-byte-size."));
     std::uint64_t const byteSize = SamplesByteSize(desc);
-    std::streamoff const numBytesLeft = CountBytesLeft(in);
+    std::streamoff const position = FindPosition(in);
     // Without a position there is no telling whether the sizes agree.
-    if (byteSize > payloadByteSize || byteSize + FixedByteSize(numDimensions) != payloadByteSize || numBytesLeft < 0)
+    if (byteSize > payloadByteSize || byteSize + FixedByteSize(numDimensions) != payloadByteSize || position < 0)
         QUILLMARSH_THROW(DeserializationException, PackageMessage(package, "Payload byte-size mismatch."));
-    if (byteSize > static_cast<std::uint64_t>(numBytesLeft))
+    if (EndsBefore(in, position, byteSize))
         ReadField(package, "samples", [&] { in.setstate(std::ios_base::failbit | std::ios_base::eofbit); });
     return desc;
 }

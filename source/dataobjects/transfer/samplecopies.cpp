@@ -127,9 +127,12 @@ bool CanFuse(CopyLayout const &wanted, CopyLayout const &layout, SignalBase cons
     return wanted == layout && dst.CheckDimensionMatch(src) && !Overlap(dst, src);
 }
 
-void CheckCounts([[maybe_unused]] SignalBase const &dst, [[maybe_unused]] SignalBase const &src)
+/// Asserts that there are as many samples in one as in the other.
+bool CheckCounts(SignalBase const &dst, SignalBase const &src)
 {
-    QUILLMARSH_ASSERT(dst.CheckDimensionMatch(src), "Sample-count mismatch.");
+    bool const match = dst.CheckDimensionMatch(src);
+    QUILLMARSH_ASSERT(match, "Sample-count mismatch.");
+    return match;
 }
 
 /// Converts whole samples of the given sizes.
@@ -137,11 +140,11 @@ template<typename Converter>
 void ConvertAll(eSampleKernel kernel, Converter converter, SignalBase &dst, unsigned int dstSize, SignalBase const &src,
                 unsigned int srcSize)
 {
-    CheckCounts(dst, src);
+    bool const match = CheckCounts(dst, src);
     QUILLMARSH_ASSERT(dst.GetSampleByteSize() == dstSize, "Invalid destination-sample-size.");
     QUILLMARSH_ASSERT(src.GetSampleByteSize() == srcSize, "Invalid source-sample-size.");
-    bool const fits = dst.GetSampleByteSize() == dstSize && src.GetSampleByteSize() == srcSize;
-    ProcessAll(fits ? kernel : eSampleKernel::e_none, converter, dst, 0, src, 0);
+    if (match && dst.GetSampleByteSize() == dstSize && src.GetSampleByteSize() == srcSize)
+        ProcessAll(kernel, converter, dst, 0, src, 0);
 }
 
 } // namespace
@@ -155,10 +158,12 @@ void CopySamples_NBytes(SignalBase &dst, unsigned int dstOffset, SignalBase cons
                         unsigned int n)
 {
     bool const fits = n <= dst.GetSampleByteSize() && n <= src.GetSampleByteSize();
-    CheckCounts(dst, src);
+    bool const match = CheckCounts(dst, src);
     QUILLMARSH_ASSERT(fits, "Num-bytes-per-sample out of range.");
     QUILLMARSH_ASSERT(!fits || HoldsPart(dst, dstOffset, n), "Destination-byte-offset out of range.");
     QUILLMARSH_ASSERT(!fits || HoldsPart(src, srcOffset, n), "Source-byte-offset out of range.");
+    if (!match || !HoldsPart(dst, dstOffset, n) || !HoldsPart(src, srcOffset, n))
+        return;
 
     if (n == dst.GetSampleByteSize() && n == src.GetSampleByteSize())
     {
@@ -175,9 +180,11 @@ void CopySamples_NBytes(SignalBase &dst, unsigned int dstOffset, SignalBase cons
 void CopySamples_3BytesBGRTo1ByteL(SignalBase &dst, unsigned int dstLOffset, SignalBase const &src,
                                    unsigned int srcBGROffset)
 {
-    CheckCounts(dst, src);
+    bool const match = CheckCounts(dst, src);
     QUILLMARSH_ASSERT(HoldsPart(dst, dstLOffset, 1), "Destination-L-offset out of range.");
     QUILLMARSH_ASSERT(HoldsPart(src, srcBGROffset, 3), "Source-BGR-offset out of range.");
+    if (!match || !HoldsPart(dst, dstLOffset, 1) || !HoldsPart(src, srcBGROffset, 3))
+        return;
     ProcessAll(FindKernel(s_luminanceKernels, dst, dstLOffset, src, srcBGROffset),
                sample_processors::CopyConverter_B8G8R8_To_L8(), dst, dstLOffset, src, srcBGROffset);
 }
@@ -185,9 +192,11 @@ void CopySamples_3BytesBGRTo1ByteL(SignalBase &dst, unsigned int dstLOffset, Sig
 void CopySamples_1ByteLTo3BytesBGR(SignalBase &dst, unsigned int dstBGROffset, SignalBase const &src,
                                    unsigned int srcLOffset)
 {
-    CheckCounts(dst, src);
+    bool const match = CheckCounts(dst, src);
     QUILLMARSH_ASSERT(HoldsPart(src, srcLOffset, 1), "Source-L-offset out of range.");
     QUILLMARSH_ASSERT(HoldsPart(dst, dstBGROffset, 3), "Destination-BGR-offset out of range.");
+    if (!match || !HoldsPart(src, srcLOffset, 1) || !HoldsPart(dst, dstBGROffset, 3))
+        return;
     ProcessAll(FindKernel(s_spreadKernels, dst, dstBGROffset, src, srcLOffset),
                sample_processors::CopyConverter_L8_To_B8G8R8(), dst, dstBGROffset, src, srcLOffset);
 }
