@@ -1,4 +1,4 @@
-// Size of the allocation that failed, for a new-handler, which is not told.
+// Size of the allocation that failed, for new-handlers: C++ does not pass it to them.
 #ifndef QUILLMARSH_SOURCE_PLATFORM_ALLOCATION_H
 #define QUILLMARSH_SOURCE_PLATFORM_ALLOCATION_H
 
@@ -7,8 +7,8 @@
 namespace quillmarsh::platform
 {
 
-/// Size in bytes of the request for which the calling thread is in a new-handler now. 0 when that cannot be known: the
-/// request came by an allocation function that is not ours.
+/// Returns the size in bytes of the request for which the calling thread is running a new-handler. 0 when the request
+/// came through an allocation function that is not the library's.
 std::size_t GetFailedAllocationSize();
 
 } // namespace quillmarsh::platform

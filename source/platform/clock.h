@@ -1,4 +1,4 @@
-// Seam: time of day, the steady clock, and a thread's processor time.
+// Seam: time of day, steady clock, and a thread's processor time.
 #ifndef QUILLMARSH_SOURCE_PLATFORM_CLOCK_H
 #define QUILLMARSH_SOURCE_PLATFORM_CLOCK_H
 
@@ -21,12 +21,12 @@ struct LocalDateTime
 
 LocalDateTime GetLocalDateTime();
 
-/// Ticks of the finest steady clock, from a start of its own.
+/// Returns the ticks of the steady clock with the highest resolution. The zero point is arbitrary.
 std::int64_t ReadPerformanceCounter();
-/// Its ticks in a second; 0 where there is none.
+/// Returns the number of ticks in a second; 0 when the system has no such clock.
 std::int64_t GetPerformanceFrequency();
 
-/// Processor time of the calling thread, in units of 100 nanoseconds.
+/// Reads the processor time of the calling thread, in units of 100 nanoseconds.
 void GetCurrentThreadTimes(std::int64_t &kernelTime, std::int64_t &userTime);
 
 } // namespace quillmarsh::platform

@@ -24,7 +24,7 @@ struct DisplayMode
     unsigned int frequency = 0;
 };
 
-/// @name False without a display, and then nothing is written
+/// @name Display. False without one; the output is then unchanged
 /// @{
 bool ReadWorkArea(Area &area);
 bool ReadDisplayMode(DisplayMode &mode);
@@ -34,7 +34,7 @@ bool ReadDisplayMode(_devicemodeA &mode);
 color4b ReadSystemColor(win_utils::eSystemColor color);
 HCURSOR LoadSystemCursor(win_utils::eStockCursor cursor);
 
-/// @name Components, a service that may need a start
+/// @name Components
 /// @{
 bool StartComponents();
 void StopComponents();

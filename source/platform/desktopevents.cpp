@@ -9,7 +9,7 @@ namespace
 
 ObserverList<DesktopListener> &GetListeners()
 {
-    // Outlasts the listeners of plug-ins that stay loaded.
+    // Never destroyed: listeners of plug-ins that stay loaded may unsubscribe late.
     static ObserverList<DesktopListener> &s_listeners = *new ObserverList<DesktopListener>;
     return s_listeners;
 }

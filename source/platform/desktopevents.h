@@ -1,4 +1,4 @@
-// Seam: the listeners, the open windows, and the events that the system's side brings.
+// Seam: the listeners, the open windows, and the events that the system delivers.
 #ifndef QUILLMARSH_SOURCE_PLATFORM_DESKTOPEVENTS_H
 #define QUILLMARSH_SOURCE_PLATFORM_DESKTOPEVENTS_H
 
@@ -10,16 +10,16 @@
 namespace quillmarsh::platform
 {
 
-/// Tells all listeners.
+/// Sends an event to all listeners.
 void TellDesktop(DesktopEvent const &event);
 
-/// The windows that are open, in the order in which they were opened. The desktop's thread only.
+/// Returns the open windows in the order in which they were opened. The desktop's thread only.
 std::vector<Window *> const &GetOpenWindows();
 
-/// True on the thread that owns the windows that are open; false when none is. Any thread.
+/// True when the calling thread owns the open windows; false when no window is open. Any thread.
 bool IsDesktopThread();
 
-/// Takes all events of windows that are there, and tells them. Does nothing on a thread other than the desktop's.
+/// Takes all pending events of windows and sends them to the listeners. Does nothing on any thread but the desktop's.
 void TakeDesktopEvents();
 
 } // namespace quillmarsh::platform

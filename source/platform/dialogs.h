@@ -1,4 +1,4 @@
-// Seam: the system's own way to show a modal dialog.
+// Seam: the system's own modal dialogs.
 #ifndef QUILLMARSH_SOURCE_PLATFORM_DIALOGS_H
 #define QUILLMARSH_SOURCE_PLATFORM_DIALOGS_H
 
@@ -7,7 +7,7 @@
 namespace quillmarsh::platform
 {
 
-/// Shows a dialog in a window, on the terminal, or on the error stream, in this order of preference.
+/// Shows a dialog in a window; without a display on the terminal; without a terminal on the error stream.
 eDialogAnswer PresentSystemDialog(DialogRequest const &request);
 
 } // namespace quillmarsh::platform

@@ -1,4 +1,4 @@
-// Seam: drawing on pixels in memory, and text in the fonts of the system.
+// Seam: drawing into pixels in memory, and text in the system's fonts.
 #ifndef QUILLMARSH_SOURCE_PLATFORM_DRAWING_H
 #define QUILLMARSH_SOURCE_PLATFORM_DRAWING_H
 
@@ -13,8 +13,8 @@ namespace quillmarsh::platform::drawing
 {
 
 /// @name The service
-/// Between Start() and Stop(), which nest, everything here can be used. Start() is false when the service cannot be had.
-/// Any thread.
+/// The other functions work only between Start() and Stop(), which can be nested. Start() returns false when the system
+/// has no drawing service. Any thread.
 /// @{
 bool Start(std::uintptr_t &token);
 void Stop(std::uintptr_t token);
@@ -44,7 +44,7 @@ using RectF = RectOf<float>;
 /// Any thread.
 /// @{
 
-/// What a font is chosen by.
+/// Family and style of a font.
 struct FontFace
 {
     string family;
@@ -52,16 +52,17 @@ struct FontFace
     bool italic = false;
 };
 
-/// True when the system has the family, or one that stands in for it, in that style.
+/// True when the system has the family, or a substitute for it, in that style.
 bool HasFace(FontFace const &face);
 
-/// Adds the names of all installed families, in no order, some more than once. False on failure. Needs no Start().
+/// Appends the names of all installed families, in no particular order, some of them twice. Returns false on failure.
+/// Works without Start().
 bool ReadFamilyNames(std::vector<string> &names);
 
-/// Face of equal widths, neither bold nor italic. Its family is empty when the system has no fonts at all.
+/// Returns the system's monospace face, neither bold nor italic. Its family is empty when no fonts are installed.
 FontFace GetMonospaceFace();
 
-/// Heights of a line, in units of which the em has `em`.
+/// Heights of a line in the font's design units; `em` is the em in these units.
 struct FaceHeights
 {
     int em = 0;
@@ -69,43 +70,43 @@ struct FaceHeights
     int descent = 0;
 };
 
-/// All 0 for a face that is not there.
+/// Measures a face; all heights are 0 when the system does not have it.
 FaceHeights MeasureFace(FontFace const &face);
 
 /// @}
 
-/// How the edges of glyphs are drawn.
+/// How the edges of glyphs are rendered.
 struct GlyphEdges
 {
-    /// With coverages between none and all.
+    /// Pixels on an edge may be covered in part.
     bool antiAliased = true;
-    /// Fitted to whole pixels.
+    /// Outlines are fitted to whole pixels.
     bool hinted = true;
 };
 
-/// A face in a size, with its measures, each of which is taken once. For the thread that made it.
+/// A face in one size, with its measures, each of which is taken only once. Only the thread that made it may use it.
 ///
-/// Text is UTF-16. A character that cannot be printed has no width, and nothing is drawn for it; Windows shows boxes in
-/// the place of some.
+/// Text is UTF-16. A character that cannot be printed has no width and is not drawn; Windows shows a box for some of
+/// these.
 class Font : NoCopy
 {
 public:
-    /// `size` is that of the em in pixels.
+    /// Makes a font whose em has `size` pixels.
     Font(FontFace const &face, float size, GlyphEdges edges = {});
     ~Font();
 
-    /// False when the face is not there, or the size is not one that a font can have; nothing else is to be called then.
+    /// False when the system does not have the face, or the size is out of range. Nothing else may be called then.
     bool IsValid() const { return state_ != nullptr; }
 
     /// @name Measures in pixels
     /// @{
     float GetAscent() const;
     float GetDescent() const;
-    /// From one line of text to the next.
+    /// Returns the distance from one line of text to the next.
     float GetLineHeight() const;
-    /// Width that a character takes on a line by itself.
+    /// Returns the width of a single character on a line.
     float GetAdvance(unsigned short character);
-    /// Width that a text takes on a line. Less than the sum of advances where the font moves pairs closer together.
+    /// Returns the width of a text on a line. Kerning can make it smaller than the sum of the advances.
     float MeasureText(wstring const &text);
     /// @}
 
@@ -116,19 +117,19 @@ private:
     AutoPtr<State> state_;
 };
 
-/// Draws on pixels, which must stay until the canvas is gone. One thread at a time; pixels are complete when it is gone.
+/// Draws into pixels, which must outlive the canvas and are complete once it is destroyed. One thread at a time.
 class Canvas : NoCopy
 {
 public:
     explicit Canvas(PixelRows const &pixels);
     ~Canvas();
 
-    /// Nothing outside is drawn on from now on; all of the pixels at first.
+    /// Limits all further drawing to a rectangle. A new canvas has no limit.
     void SetClip(Rect const &rect);
     void Clear(Color color);
     void FillRectangle(Rect const &rect, Color color);
-    /// Draws one line in the vertical middle of the rectangle, from its left edge or in its horizontal middle. Only the
-    /// clipping rectangle cuts it off.
+    /// Draws one line of text, centred vertically in `layout`, and horizontally too with `centered`; otherwise it
+    /// begins at the left edge. Text may run past `layout`; only the clipping rectangle cuts it off.
     void DrawText(wstring const &text, Font &font, RectF const &layout, bool centered, Color color);
 
 private:

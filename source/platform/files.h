@@ -17,15 +17,15 @@ struct PathRules;
 namespace quillmarsh::platform
 {
 
-/// How the running system writes paths.
+/// Returns the rules for paths of the running system.
 file_system::PathRules const &GetSystemPathRules();
 
 /// @name Files
-/// Names are usable ones (file_system::IsUsableName). Each is false on failure, and then the run-time library's number
-/// of the error tells why; see filesystem.h for what they promise.
+/// Names have passed file_system::IsUsableName. Each function returns false on failure and sets errno. filesystem.h
+/// says what each one promises.
 /// @{
 
-/// Whether the listing of a directory shows the name; a name on Windows can end in "\*".
+/// True when the listing of a directory shows the name. On Windows, a name may end in "\*".
 bool FindEntry(string const &name);
 bool RemoveFile(string const &name);
 bool CopyOneFile(string const &from, string const &to, bool overwrite);
@@ -35,29 +35,30 @@ bool RemoveEmptyDirectory(string const &name);
 bool FindLongName(string const &shortName, string &longName);
 bool MakeTempFile(string &result, string const &directory, string const &prefix);
 std::filesystem::file_type ReadFileType(string const &name, bool followLinks);
-/// The file that a name stands for in the end, through links; the name itself if the system does not tell.
+/// Returns the name of the file that links lead to; the name itself when the system cannot resolve them.
 string FollowLinks(string const &name);
-/// Empty for a name that no file has, and for an empty one.
+/// Returns the path that opens the file in a stream of the standard library; empty for a name that no file can have.
 std::filesystem::path MakeStreamPath(string const &name);
 string DescribeLastFailure();
 
 /// @}
 /// @name Directories that the process knows
-/// The outputs are not changed on failure.
+/// Each function returns false on failure, and leaves its output unchanged.
 /// @{
 
 bool ReadProcessDirectory(string &directory);
 bool ChangeProcessDirectory(string const &directory);
 bool ReadTempDirectory(string &directory);
-/// The user's home directory where the environment does not name one; false on a system on which it always does.
+/// Reads the user's home directory for when the environment does not name it. Always false on Windows, where it does.
 bool ReadHomeDirectory(string &directory);
 
 /// @}
 
-/// Replaces references "%NAME%" to variables that are set. False if the system cannot.
+/// Replaces each "%NAME%" by the value of the environment variable, when that is set. Returns false when the system
+/// fails.
 bool ExpandEnvironment(string const &in, string &out);
 
-/// What makes a directory the same one under two names.
+/// Identity of a directory: two names with equal identities mean the same directory.
 struct DirectoryIdentity
 {
     std::uint64_t device = 0;
@@ -66,19 +67,19 @@ struct DirectoryIdentity
     bool operator==(DirectoryIdentity const &) const = default;
 };
 
-/// Entries of one directory, one after the other.
+/// Walks the entries of one directory.
 class DirectoryListing
 {
 public:
     virtual ~DirectoryListing() = default;
 
-    /// Null when the directory cannot be listed. `path` ends in a path separator.
+    /// Opens a directory. Returns null when it cannot be listed. `path` ends in a path separator.
     static AutoPtr<DirectoryListing> Open(string const &path);
 
-    /// Which directory this is; false if the system does not tell.
+    /// Reads the identity of the directory; false when the system does not give one.
     virtual bool GetIdentity(DirectoryIdentity &identity) const = 0;
-    /// The next entry, "." and ".." among them where the system lists them; false at the end. A link to a directory
-    /// counts as a directory.
+    /// Reads the next entry; false at the end. The entries "." and ".." are included when the system lists them. A link
+    /// to a directory counts as a directory.
     virtual bool Next(string &name, bool &isDirectory) = 0;
 };
 

@@ -13,28 +13,29 @@
 namespace quillmarsh::platform
 {
 
-/// Kinds of failures of image files.
+/// Kinds of failures with image files.
 enum class eImageFailure
 {
     e_none,
-    /// None of the formats.
+    /// The file has none of the formats.
     e_otherFormat,
-    /// A kind of picture that is not supported.
+    /// The kind of picture is not supported.
     e_unsupported,
-    /// Cut short, or contradicting itself.
+    /// The file is truncated, or its parts contradict each other.
     e_damaged,
     /// The system could not read or write.
     e_system
 };
 
-/// A failure, in words for the user that name the library which found it.
+/// A failure and its reason, in words for the user; the text names the library that found it.
 struct ImageFailure
 {
     eImageFailure kind = eImageFailure::e_none;
     string text;
 };
 
-/// How a file is written. Levels and qualities go from 0 to 100; a format leaves alone what it has no use for.
+/// Options for writing a file. Levels and qualities range from 0 to 100; each format ignores the options that it does
+/// not have.
 struct ImageFileOptions
 {
     bool useCompression = true;
@@ -42,7 +43,7 @@ struct ImageFileOptions
     unsigned int quality = 100;
 };
 
-/// Picture in a file, its header read and its pixels still to come. One thread at a time.
+/// A picture in a file, whose header has been read and whose pixels have not. One thread at a time.
 class ImageFileReader : NoCopy
 {
 public:
@@ -52,21 +53,22 @@ public:
     unsigned int GetNumColumns() const { return numColumns_; }
     bool HasAlpha() const { return hasAlpha_; }
 
-    /// Decodes all of it, once, into rows of this size; unused bytes become 255. False if that fails.
+    /// Decodes the whole picture into rows of its size; call it once. Unused bytes become 255. Returns false on
+    /// failure.
     virtual bool Read(PixelRows const &rows) = 0;
 
-    /// Why Read, or opening the file, has failed.
+    /// Returns why Read(), or opening the file, failed.
     ImageFailure const &GetFailure() const { return failure_; }
 
 protected:
-    /// Fails for a size that no image has.
+    /// Sets the size; fails when no image can have it.
     bool SetSize(std::uint64_t numRows, std::uint64_t numColumns, bool hasAlpha);
 
-    /// Each keeps the first failure, and returns false.
+    /// Keeps the failure, unless there is one already, and returns false.
     bool Fail(eImageFailure kind, string const &text);
-    /// Of a picture that claims more pixels than a file of its size stands for.
+    /// Fails because the picture claims more pixels than a file of its size can hold.
     bool FailImplausible();
-    /// For libraries that tell a failure while they are called.
+    /// Returns the failure for a library that reports errors during a call.
     ImageFailure &GetFailureToFill() { return failure_; }
 
 private:
@@ -76,12 +78,13 @@ private:
     bool hasAlpha_ = false;
 };
 
-/// Reader of a TIFF, JPEG, PNG or BMP file, which stands at its beginning and stays open for as long as the reader. Null,
-/// with the failure, if it is none, or claims to be larger than its file can hold.
+/// Makes a reader for a TIFF, JPEG, PNG or BMP file. The file stands at its beginning and must stay open as long as the
+/// reader lives. Returns null and the failure when the file has none of these formats, or claims more pixels than it
+/// can hold.
 AutoPtr<ImageFileReader> OpenImageFile(std::FILE *file, std::uint64_t fileSize, ImageFailure &failure);
 
-/// Writes pixels as a file of one of the types "image/tiff", "image/jpeg", "image/png" and "image/bmp". False, with the
-/// failure, for another type, and when writing fails; what is in the file then is of no use.
+/// Writes pixels to a file of the type "image/tiff", "image/jpeg", "image/png" or "image/bmp". Returns false and the
+/// failure for any other type, and when writing fails; the content of the file is then undefined.
 bool SaveImageFile(PixelRows const &rows, std::filesystem::path const &name, char const *mimeType,
                    ImageFileOptions const &options, ImageFailure &failure);
 

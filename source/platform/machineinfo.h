@@ -16,20 +16,20 @@ struct SystemVersion
     unsigned int servicePackMinor = 0;
 };
 
-/// Whether the system is the one whose versions 5.0 and 5.1 have names of their own.
+/// True on Windows, whose versions have names.
 bool IsWindows();
 
-/// @name Empty, or false, if the system does not tell
+/// @name Empty, or false, when the system does not know
 /// @{
 string ReadMachineName();
 string ReadUserName();
 bool ReadSystemVersion(SystemVersion &version);
 /// @}
 
-/// One line for people about the running system.
+/// Describes the running system in one line for the user.
 string DescribeSystem();
 
-/// The line for Windows, of any version.
+/// Makes that line for a version of Windows.
 string DescribeWindows(SystemVersion const &version);
 
 } // namespace quillmarsh::platform

@@ -1,4 +1,4 @@
-// Seam: the message queues of threads, and window timers, whose messages arrive there.
+// Seam: the message queues of threads, and window timers, which post their messages there.
 #ifndef QUILLMARSH_SOURCE_PLATFORM_MESSAGEQUEUE_H
 #define QUILLMARSH_SOURCE_PLATFORM_MESSAGEQUEUE_H
 
@@ -21,26 +21,27 @@ struct ThreadMessage
     std::intptr_t lParam = 0;
 };
 
-/// Appends a message to a thread's queue. False when it has none, which it has from its first look at it until it ends,
-/// and when the queue is full.
+/// Appends a message to a thread's queue. Returns false when the queue is full, and when the thread has none: a thread
+/// has a queue from its first call of PeekThreadMessage() or WaitThreadMessage() until it ends.
 bool PostMessageToThread(unsigned int threadId, ThreadMessage const &message);
 
-/// Looks for the next message of the calling thread without waiting, and takes it with `remove`. Posted messages come
-/// in their order, and a timer's message when nothing else is there, one for any number of periods that went by. On the
-/// desktop's thread, events of windows are told meanwhile, or when their message is dispatched.
+/// Looks for the next message of the calling thread without waiting, and removes it with `remove`. Posted messages come
+/// first, in their order. A timer's message comes when there is no other, and only once for all the periods that have
+/// passed. On the desktop's thread, window events are sent during the call, or when their message is dispatched.
 bool PeekThreadMessage(ThreadMessage &message, bool remove);
-/// Waits until the queue of the calling thread holds a message, or until there are events of its windows.
+/// Waits until the calling thread has a message in its queue, or an event of one of its windows.
 void WaitThreadMessage();
-/// Brings a message to its window or its timer.
+/// Passes a message to its window or its timer.
 void DispatchThreadMessage(ThreadMessage const &message);
 
-/// The object that a timer stands for is its number.
+/// Called with the object that the timer was set with.
 using WindowTimerCallback = void (*)(void *object);
 
-/// Starts a timer that posts timer messages to the calling thread, the window's own; dispatching one calls the callback.
-/// The same window and object again set it anew. Returns its number, or 0 on failure.
+/// Starts a timer that posts timer messages to the calling thread, which must be the window's own; dispatching such a
+/// message calls the callback. Setting a timer again for the same window and object replaces it. Returns the number of
+/// the timer, or 0 on failure.
 std::uintptr_t SetWindowTimer(HWND window, void *object, unsigned int periodMilliseconds, WindowTimerCallback callback);
-/// Stops it. No callback comes after, also when its message has been taken already.
+/// Stops a timer. Its callback is not called any more, even when its message has already been taken.
 bool KillWindowTimer(HWND window, void *object);
 
 } // namespace quillmarsh::platform

@@ -1,4 +1,4 @@
-// Seam: modules that are loaded at run time.
+// Seam: modules loaded at run time.
 #ifndef QUILLMARSH_SOURCE_PLATFORM_MODULES_H
 #define QUILLMARSH_SOURCE_PLATFORM_MODULES_H
 
@@ -7,14 +7,14 @@
 namespace quillmarsh::platform
 {
 
-/// Loads a module, or takes one more reference to it. Null on failure, and then `error` holds the system's reason, with
-/// the file's name in front and the name of a missing dependency within.
+/// Loads a module, or adds a reference when it is loaded already. On failure it returns null and sets `error` to the
+/// file's name and the system's reason, with the name of a missing dependency.
 HINSTANCE OpenModule(string const &fileName, string &error);
 
-/// Gives a reference back.
+/// Releases a reference; false on failure.
 bool CloseModule(HINSTANCE module);
 
-/// Null when there is no such symbol.
+/// Returns the address of a symbol; null when the module does not have it.
 void *FindModuleSymbol(HINSTANCE module, string const &symbol);
 
 } // namespace quillmarsh::platform

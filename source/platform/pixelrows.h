@@ -1,4 +1,4 @@
-// Pixels in memory, as drawing and image files take them.
+// Pixels in memory, in the form that drawing and image files use.
 #ifndef QUILLMARSH_SOURCE_PLATFORM_PIXELROWS_H
 #define QUILLMARSH_SOURCE_PLATFORM_PIXELROWS_H
 
@@ -7,11 +7,11 @@
 namespace quillmarsh::platform
 {
 
-/// Rows of pixels that somebody else owns. A pixel is blue, green, red, and a byte that is alpha or unused.
+/// Rows of pixels; the memory is borrowed. A pixel has four bytes: blue, green, red, and alpha or an unused byte.
 struct PixelRows
 {
     unsigned char *first;
-    /// Bytes from one row to the next; may be negative.
+    /// Number of bytes from one row to the next; may be negative.
     std::ptrdiff_t stride;
     unsigned int numRows;
     unsigned int numColumns;

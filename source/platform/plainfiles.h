@@ -1,4 +1,4 @@
-// Seam: plain files that are opened for data.
+// Seam: plain files of data.
 #ifndef QUILLMARSH_SOURCE_PLATFORM_PLAINFILES_H
 #define QUILLMARSH_SOURCE_PLATFORM_PLAINFILES_H
 
@@ -16,16 +16,16 @@ struct FileCloser
 };
 using FilePtr = std::unique_ptr<std::FILE, FileCloser>;
 
-// Paths are those of file_system::GetStreamPath. On failure, the run-time library's number of the error tells why.
+// Paths are those of file_system::GetStreamPath. A function that fails sets errno.
 
-/// Opens a plain file for reading, and tells its size. Null for anything else of that name, too: a pipe would keep its
-/// reader waiting. Child processes do not inherit the file.
+/// Opens a plain file for reading and sets its size. Returns null on failure, and for anything that is not a plain
+/// file, since a pipe could block its reader. Child processes do not inherit the file.
 FilePtr OpenPlainFile(std::filesystem::path const &name, std::uint64_t &byteSize);
 
-/// Goes to a byte of a file, counted from 0.
+/// Moves to a byte of a file, counted from 0.
 bool SeekFile(std::FILE *file, std::uint64_t offset);
 
-/// Creates an empty file. False when there is anything of that name, a link that leads nowhere included.
+/// Creates an empty file. Returns false on failure, and when the name exists already, even as a broken link.
 bool CreateNewFile(std::filesystem::path const &name);
 
 } // namespace quillmarsh::platform

@@ -1,4 +1,4 @@
-// Seam: threads, events and named mutexes, by handles that behave the same on every system.
+// Seam: threads, events and named mutexes, with handles that behave the same on every system.
 #ifndef QUILLMARSH_SOURCE_PLATFORM_THREADS_H
 #define QUILLMARSH_SOURCE_PLATFORM_THREADS_H
 
@@ -18,7 +18,7 @@ enum class eWaitResult
 
 constexpr unsigned int s_waitInfinite = 0xffffffffu;
 
-/// @name Critical sections, in memory of the caller's that is aligned for a pointer
+/// @name Critical sections, in memory of the caller with the alignment of a pointer
 /// @{
 constexpr std::size_t s_criticalSectionSize = 48;
 void MakeCriticalSection(void *section);
@@ -29,25 +29,26 @@ void LeaveCriticalSection(void *section);
 /// @}
 
 /// @name Named objects
-/// Events and mutexes share one name space. The prefixes "Local\" and "Session\" name the objects of one user, as no
-/// prefix does, and "Global\" those of all. A backslash behind the prefix, or more than 260 characters, is a failure.
-/// An object is gone with its last handle, whether that was closed or its process ended.
+/// Events and mutexes share one name space. A name without a prefix, or with "Local\" or "Session\", is known to one
+/// user; a name with "Global\" to all users. A backslash after the prefix, or more than 260 characters, is a failure.
+/// An object ends with its last handle, when that is closed or its process ends.
 /// @{
 
-/// Null on failure. With the name of an event that is there already, that event, which keeps its ways.
+/// Creates an event, or opens the one that has this name already; the other parameters have no effect then. Returns
+/// null on failure.
 HANDLE CreateEventObject(bool initiallySignaled, bool manualReset, string const &name);
 bool SignalEvent(HANDLE event);
 bool ClearEvent(HANDLE event);
 
-/// A mutex that nobody had before. Null when the name is in use, and on failure.
+/// Creates a mutex. Returns null on failure, and when the name is in use.
 HANDLE CreateNewMutex(string const &name);
 
 /// @}
 
-/// Waits for an event or for the end of a thread.
+/// Waits for an event, or for the end of a thread.
 eWaitResult WaitForObject(HANDLE object, unsigned int milliseconds);
 
-/// Closes a handle of any kind that these functions made. A running thread runs on.
+/// Closes a handle from any of these functions. A running thread continues.
 void CloseObject(HANDLE object);
 
 /// @name Threads
@@ -58,17 +59,17 @@ using ThreadFunction = unsigned int (*)(void *argument);
 /// Starts a thread; null on failure.
 HANDLE StartThread(ThreadFunction function, void *argument, unsigned int &threadId);
 void SleepMilliseconds(unsigned int milliseconds);
-/// Between the two, sleeps of the calling thread end as close to their time as the system can do it.
+/// Between Begin and End, the sleeps of the calling thread are as exact as the system allows.
 void BeginPreciseSleep();
 void EndPreciseSleep();
 
-/// False for a level other than -15, -2 to 2 and 15, and where the system refuses.
+/// Sets the priority; false for any level but -15, -2 to 2 and 15, and when the system refuses.
 bool SetThreadPriorityLevel(HANDLE thread, int level);
 int GetThreadPriorityLevel(HANDLE thread);
 bool DisableThreadPriorityBoost(HANDLE thread, bool disable);
 bool IsThreadPriorityBoostDisabled(HANDLE thread);
 
-/// Stops a thread where it stands, at once; nests. False when it has ended.
+/// Suspends a thread at once; calls can be nested. Returns false when the thread has ended.
 bool SuspendThreadObject(HANDLE thread);
 bool ResumeThreadObject(HANDLE thread);
 

@@ -1,4 +1,4 @@
-// Seam: timers that call back on the threads of a pool.
+// Seam: timers that call a function on a thread of a pool.
 #ifndef QUILLMARSH_SOURCE_PLATFORM_TIMERQUEUE_H
 #define QUILLMARSH_SOURCE_PLATFORM_TIMERQUEUE_H
 
@@ -7,18 +7,18 @@
 namespace quillmarsh::platform
 {
 
-/// Hint that a callback can take long: it does not wait for a pool thread, nor others for it.
+/// Flag for a callback that can take long: it gets a thread of its own, so that other timers do not wait for it.
 constexpr unsigned int s_timerExecuteLongFunction = 16;
 
 using QueueTimerCallback = void (*)(void *argument);
 
-/// Starts a timer on the default queue, a period of 0 making it fire once. Null on failure. Calls of one timer do not
-/// overlap: periods that go by meanwhile become one call.
+/// Starts a timer on the default queue; with a period of 0 it fires once. Returns null on failure. Calls of one timer
+/// never overlap: periods that pass during a call result in a single call after it.
 HANDLE CreateQueueTimer(QueueTimerCallback callback, void *argument, unsigned int delayMilliseconds,
                         unsigned int periodMilliseconds, unsigned int flags);
 
-/// Deletes a timer, also one that has fired. No call begins after it; with `wait` it returns when a call under way has
-/// ended, unless it comes from within that call.
+/// Deletes a timer, even one that has fired. No call begins afterwards. With `wait`, it also waits for a call in
+/// progress, unless it is called from that call.
 void DeleteQueueTimer(HANDLE timer, bool wait);
 
 } // namespace quillmarsh::platform

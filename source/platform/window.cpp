@@ -28,7 +28,7 @@ DesktopEvent MakeEvent(eDesktopEvent kind, Window &window)
     return event;
 }
 
-/// Makes the calling thread the desktop's, unless another one is.
+/// Makes the calling thread the desktop's thread; false when another thread is.
 bool TakeDesktop()
 {
     unsigned int const thisThread = GetCurrentThreadNumber();
@@ -51,7 +51,7 @@ std::vector<Window *> const &GetOpenWindows()
 
 bool IsDesktopThread()
 {
-    // A program without windows is not asked for its thread in each frame.
+    // Checked first: a program without windows never pays for the thread's number.
     unsigned int const owner = s_desktopThread;
     return owner != s_noThread && owner == GetCurrentThreadNumber();
 }

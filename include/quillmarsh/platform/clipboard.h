@@ -7,11 +7,11 @@
 namespace quillmarsh::platform
 {
 
-/// Gives the text on the clipboard, in UTF-8; empty when there is none, and when no window is open. Lines end in a line
-/// feed alone. The desktop's thread only.
+/// Returns the text on the clipboard, in UTF-8, with a line feed alone at the end of each line. Empty when the
+/// clipboard holds no text, and when no window is open. The desktop's thread only.
 QUILLMARSH_API string ReadClipboardText();
-/// Puts a text in UTF-8 on the clipboard. False when the system refuses, and when no window is open. The desktop's thread
-/// only.
+/// Puts a text in UTF-8 on the clipboard. Returns false when the system refuses, and when no window is open. The
+/// desktop's thread only.
 QUILLMARSH_API bool WriteClipboardText(string const &text);
 
 } // namespace quillmarsh::platform

@@ -10,97 +10,102 @@ namespace quillmarsh::platform
 
 class Window;
 
-/// What a DesktopEvent tells. The comments name the fields that count for a kind, besides the window.
+/// Kind of a DesktopEvent. Each comment names the fields that this kind fills in, besides the window.
 enum class eDesktopEvent
 {
-    /// The window has been opened. Told by Window::Open().
+    /// The window has been opened. Window::Open() sends it.
     e_windowOpened,
-    /// The window is about to go; it is still whole. Told by its destructor.
+    /// The window is about to close, and can still be used. Its destructor sends it.
     e_windowClosing,
-    /// The user wants the window closed. Nothing happens to it unless somebody destroys it.
+    /// The user wants to close the window. It stays open until its owner destroys it.
     e_windowCloseWish,
-    /// The window has got the keyboard focus, or has lost it: `isOn`. What was held down is told of no more.
+    /// The window has got the keyboard focus, or has lost it: `isOn`. Keys and buttons that are down when it loses the
+    /// focus send no event when they go up.
     e_windowActive,
-    /// The window was moved, resized, or changed its state: ask the window.
+    /// The window was moved or resized, or its state changed. The window itself has the new values.
     e_windowGeometry,
-    /// The client area has to be drawn anew.
+    /// The client area has to be redrawn.
     e_windowExposed,
-    /// A key went down or up: `key`, `isOn`, `isRepeat`, `modifiers`. Keys without a code of ours are e_key_none.
+    /// A key went down or up: `key`, `isOn`, `isRepeat`, `modifiers`. `key` is e_key_none for a key that eKey does not
+    /// name.
     e_key,
-    /// Text was typed: `text`. It follows the key that typed it.
+    /// Text was typed: `text`. It comes after the event of the key that typed it.
     e_text,
     /// The layout of the keyboard has changed. No window.
     e_keyboardLayout,
-    /// The mouse came into the client area or left it: `isOn`.
+    /// The mouse entered or left the client area: `isOn`.
     e_mouseInside,
-    /// The mouse was moved: `x`, `y`, `moveX`, `moveY`. While a button is down it is told of outside the window, too.
+    /// The mouse was moved: `x`, `y`, `moveX`, `moveY`. While a button is down, movements outside the window are sent
+    /// as well.
     e_mouseMove,
     /// A button went down or up: `button`, `isOn`, `x`, `y`.
     e_mouseButton,
     /// The wheel was turned: `wheel`.
     e_mouseWheel,
-    /// Another program has changed what the clipboard holds. Some systems tell of this program's changes, too. No window.
+    /// Another program has changed the clipboard. Some systems also report this program's own changes. No window.
     e_clipboard,
-    /// A display came, went, or has another mode. No window.
+    /// A display was added or removed, or its mode changed. No window.
     e_displays,
-    /// A piece of hardware came or went. No window. Windows only; elsewhere drivers look for themselves.
+    /// A piece of hardware was added or removed. No window. Sent on Windows only; on Linux each driver watches its own
+    /// devices.
     e_hardware,
-    /// The desktop wants the program to end, because the user's session ends for one. No window.
+    /// The desktop asks the program to end, for example because the user logs out. No window.
     e_exitWish
 };
 
-/// What the meaning of a key depends on.
+/// Modifier keys and locks at the moment of an event.
 struct KeyModifiers
 {
     bool isShiftDown = false;
     bool isControlDown = false;
     bool isAltDown = false;
-    /// The key of the third level, on the right of most keyboards.
+    /// The key AltGr, which selects the third character of a key; to the right of the space bar on most keyboards.
     bool isAltGrDown = false;
     bool isCapsLockOn = false;
     bool isNumLockOn = false;
 };
 
-/// One event. Fields that do not count for its kind have their defaults.
+/// One event. Fields that its kind does not use have their defaults.
 struct DesktopEvent
 {
     eDesktopEvent kind;
-    /// The window that the event concerns; null where it concerns none.
+    /// The window that the event belongs to; null when it belongs to none.
     Window *window = nullptr;
     bool isOn = false;
     bool isRepeat = false;
     eKey key = e_key_none;
     KeyModifiers modifiers = {};
     eMouseButton button = e_mouse_button_left;
-    /// Pixels of the client area, from its top left corner.
+    /// Position in pixels, from the top left corner of the client area.
     int x = 0;
     int y = 0;
-    /// Pixels since the event before; while the cursor is held, in the unit of the mouse.
+    /// Movement since the previous event, in pixels; while the cursor is held, in the mouse's own unit.
     float moveX = 0;
     float moveY = 0;
-    /// Turns by a notch, away from the user; may be a part of one.
+    /// Notches that the wheel was turned, positive away from the user; fractions are possible.
     float wheel = 0;
-    /// UTF-8, ended by a zero, without control characters.
+    /// UTF-8 with a zero at the end, without control characters.
     char text[32] = {};
 };
 
-/// Hears of the events of the desktop while a DesktopSubscription for it exists.
+/// Receives the events of the desktop while a DesktopSubscription for it exists.
 class QUILLMARSH_API DesktopListener
 {
 public:
     virtual ~DesktopListener();
 
-    /// Takes an event. In the call subscriptions may begin and end, the listener's own as well, and windows may be opened
-    /// and destroyed. An exception passes through to whoever pumps, and the listeners behind miss the event; a listener does
-    /// not throw when a window closes.
+    /// Receives one event. The call may add and remove subscriptions, its own included, and may open and destroy
+    /// windows. An exception reaches the caller of PumpDesktop(), and the remaining listeners miss the event. A
+    /// listener must not throw on e_windowClosing.
     virtual void OnDesktopEvent(DesktopEvent const &event) = 0;
 };
 
 /// Subscribes a listener to the events of all windows and of the desktop, for as long as the subscription exists. The
-/// listener is borrowed, and has one subscription at a time. Listeners are told in the order of their subscriptions.
+/// listener must outlive the subscription, and can have one subscription at a time. Listeners are called in the order
+/// of their subscriptions.
 ///
-/// The desktop has one thread: the one that opens windows and pumps, in a program the frame thread. Subscriptions, windows
-/// and all functions of this header are for that thread.
+/// The desktop has one thread: the one that opens windows and calls PumpDesktop(). In a host it is the frame thread.
+/// Subscriptions, windows and all functions of this header belong to that thread.
 class QUILLMARSH_API DesktopSubscription : NoCopy
 {
 public:
@@ -111,15 +116,15 @@ private:
     DesktopListener &listener_;
 };
 
-/// Tells the listeners what has happened since the last call, and calls the timers of windows that are due. Does not
-/// wait, and leaves the messages that were posted to the thread where they are.
+/// Sends the listeners the events since the last call, and calls the window timers that are due. Does not wait, and
+/// leaves messages that were posted to the thread in their queue.
 ///
-/// The host calls it once in each frame. A program with a message loop need not: the loop does it (messageloop.h).
-/// Without a window there are no events, and on a thread other than the desktop's the call does nothing.
+/// The host calls it once in each frame. A program with a message loop does not need to, because the loop calls it
+/// (messageloop.h). Without a window there are no events. On any thread but the desktop's, the call does nothing.
 QUILLMARSH_API void PumpDesktop();
 
-/// Finds the character that a key types under the present layout. False when it types none, or none that is known: some
-/// systems tell the characters of a key with modifiers only once it was typed.
+/// Finds the character that a key types in the present layout. Returns false when it types none, and when the character
+/// is not known yet: some systems report the character of a key with modifiers only after the user has typed it once.
 QUILLMARSH_API bool FindKeyCharacter(eKey key, KeyModifiers const &modifiers, char32_t &character);
 
 } // namespace quillmarsh::platform

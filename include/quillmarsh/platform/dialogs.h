@@ -4,7 +4,7 @@
 
 #include <quillmarsh/platform/types.h>
 
-/// What the library shows of its platform layer.
+/// The public part of the platform layer.
 namespace quillmarsh::platform
 {
 
@@ -25,12 +25,12 @@ enum class eDialogAnswer
     e_ignore
 };
 
-/// What a modal error dialog shows. The buttons stand in the order that their enumerator names.
+/// Content of a modal error dialog. The buttons stand in the order that the name of their enumerator gives.
 struct DialogRequest
 {
     /// Buttons to choose from.
     eDialogButtons buttons = eDialogButtons::e_ok;
-    /// Answer that a confirmation without a choice gives; one of the buttons.
+    /// Answer for the Enter key, and when nobody can be asked; one of the buttons.
     eDialogAnswer defaultAnswer = eDialogAnswer::e_ok;
     /// Title of the window, one line.
     string title;
@@ -38,25 +38,25 @@ struct DialogRequest
     string text;
 };
 
-/// Shows modal dialogs and brings their answer.
+/// Shows modal dialogs and returns their answers.
 ///
-/// The system's own presenter opens a window where a display is there, asks on the terminal where only that is there,
-/// and else writes the text to the error stream and answers with the default. A host puts its own in place to show
-/// dialogs in its own way, and tests to script the answers.
+/// The system's own presenter opens a window when there is a display, and asks on the terminal when there is only a
+/// terminal. Without either it writes the text to the error stream and returns the default answer. A host installs its
+/// own presenter to show dialogs in its own way; tests install one that scripts the answers.
 class QUILLMARSH_API DialogPresenter
 {
 public:
     virtual ~DialogPresenter();
 
-    /// Shows the dialog and blocks the calling thread, which can be any, until it is answered. Does not throw.
+    /// Shows the dialog and blocks the calling thread until the user has answered. Does not throw. Any thread.
     virtual eDialogAnswer Present(DialogRequest const &request) = 0;
 };
 
-/// Puts a presenter in the place of the present one, which is returned; null stands for the system's own, both ways.
-/// The presenter is borrowed, and must stay until it is replaced and no dialog is open. Any thread.
+/// Installs a presenter and returns the previous one; null stands for the system's own in both. The presenter is
+/// borrowed: it must live until it is replaced and no dialog is open. Any thread.
 QUILLMARSH_API DialogPresenter *SetDialogPresenter(DialogPresenter *presenter);
 
-/// Shows a dialog through the present presenter.
+/// Shows a dialog through the installed presenter and returns the answer. Any thread.
 QUILLMARSH_API eDialogAnswer PresentDialog(DialogRequest const &request);
 
 } // namespace quillmarsh::platform

@@ -5,7 +5,7 @@
 namespace quillmarsh
 {
 
-/// Key, named by what stands on it in the layout of the United States.
+/// Key, named by its label on a keyboard for the United States.
 enum eKey : unsigned int
 {
     e_key_escape = 0,
@@ -113,11 +113,12 @@ enum eKey : unsigned int
     e_key_num_7,
     e_key_num_8,
     e_key_num_9,
-    /// Number of keys; as a key it means none.
+    /// Number of keys; as a value of eKey it means "no key".
     e_key_none
 };
 
-/// Button of a mouse. The GUI acts on the first by default; a concrete mouse assigns its buttons to the others.
+/// Button of a mouse. The GUI uses the first one by default; each mouse driver decides which of its buttons are the
+/// others.
 enum eMouseButton : unsigned int
 {
     e_mouse_button_left = 0,
@@ -125,7 +126,7 @@ enum eMouseButton : unsigned int
     e_mouse_button_middle,
     e_mouse_button_extra1,
     e_mouse_button_extra2,
-    /// The GUI takes this one for none.
+    /// The GUI takes this value for "no button".
     e_mouse_button_extra3
 };
 

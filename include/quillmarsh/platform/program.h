@@ -1,4 +1,5 @@
-// What a program asks of the system: its arguments, standard streams, signals and the thread that runs it.
+// What a program needs from the system: its arguments, standard streams, signals, and its threads' numbers and
+// priorities.
 #ifndef QUILLMARSH_PLATFORM_PROGRAM_H
 #define QUILLMARSH_PLATFORM_PROGRAM_H
 
@@ -12,13 +13,14 @@ namespace quillmarsh::platform
 {
 
 /// @name The program
+/// Any thread.
 /// @{
 
-/// The program's name and its arguments, from those of main(). Text is UTF-8 on every system; on Linux the bytes are
-/// those that the program was given, whatever they are.
+/// Returns the program's name and its arguments, from the parameters of main(). The text is UTF-8 on Windows; on Linux
+/// it has exactly the bytes that the program was given.
 QUILLMARSH_API std::vector<string> GetProgramArguments(int count, char **arguments);
 
-/// Full name of the running program's file; `invokedName` where the system cannot tell it.
+/// Returns the full name of the running program's file, or `invokedName` when the system does not know it.
 QUILLMARSH_API string GetProgramFileName(string const &invokedName);
 
 /// @}
@@ -35,49 +37,53 @@ enum class eStandardStream
 /// Any thread, except for PrepareStandardStreams().
 /// @{
 
-/// To be called first in main(), once. Bytes go through unchanged, a write to a reader that went away fails instead of
-/// ending the program, and a stream that the parent closed reads as empty and refuses to be written. A Windows console
-/// is set to UTF-8 and to escape sequences, and gets its settings back at the end of the program.
+/// Prepares the standard streams; call it once, first in main(). From then on, bytes pass unchanged, a write to a
+/// closed pipe fails instead of ending the program, and a stream that the parent process closed reads as empty and
+/// cannot be written. A Windows console is switched to UTF-8 and to escape sequences until the program ends.
 QUILLMARSH_API void PrepareStandardStreams();
 
-/// True for a terminal, or a Windows console.
+/// True when the stream is a terminal or a Windows console.
 QUILLMARSH_API bool IsTerminal(eStandardStream stream);
 
-/// True for a terminal that follows escape sequences. On Windows only after PrepareStandardStreams().
+/// True when the stream is a terminal that understands escape sequences. On Windows, false before
+/// PrepareStandardStreams().
 QUILLMARSH_API bool TakesEscapeSequences(eStandardStream stream);
 
-/// Width of the terminal in columns; 0 when the stream is none, or its width is not known.
+/// Returns the width of the terminal in columns; 0 when the stream is no terminal, or the width is not known.
 QUILLMARSH_API unsigned int GetTerminalWidth(eStandardStream stream);
 
-/// Writes all of a UTF-8 text to standard output or standard error, past the buffers of the standard library, and waits
-/// for a reader that is slow. False, with the system's reason, when that fails.
+/// Writes a whole UTF-8 text to standard output or standard error, without the buffers of the standard library, and
+/// waits for a slow reader. On failure it returns false and sets `reason` to the system's text.
 QUILLMARSH_API bool WriteStandardStream(eStandardStream stream, std::string_view text, string &reason);
 
 /// @}
 
-/// What comes to a program from outside.
+/// Signals that a program can receive.
 enum class eSignal
 {
     /// The user interrupts: Ctrl+C.
     e_interrupt,
     /// The program is asked to end.
     e_terminate,
-    /// The terminal goes away.
+    /// The terminal was closed.
     e_hangUp,
-    /// The terminal has another size. Linux only.
+    /// The size of the terminal has changed. Linux only.
     e_resize
 };
 
-/// Passes the signals of eSignal on, as calls on a thread of its own, for as long as it lives.
+/// Calls a function, on a thread of its own, for each signal of eSignal that the program receives while the watch
+/// exists.
 ///
-/// One at a time, made before any thread that is not to be ended by a signal. On Linux, a signal that the parent set to
-/// be ignored stays ignored. On Windows the system ends the program within seconds of e_hangUp and e_terminate.
+/// A program can have one watch at a time, and makes it before it starts other threads: on Linux, a signal that reaches
+/// an older thread ends the program. On Linux, a signal that the parent process set to be ignored stays ignored. On
+/// Windows, the system ends the program a few seconds after e_hangUp and e_terminate.
 class QUILLMARSH_API SignalWatch : NoCopy
 {
 public:
-    /// `onSignal` may be called at once. It may lock and allocate, must not throw, and must not destroy the watch.
+    /// Starts the watch; the first call of `onSignal` can come before the constructor returns. `onSignal` may lock and
+    /// allocate; it must not throw or destroy the watch.
     explicit SignalWatch(std::function<void(eSignal)> onSignal);
-    /// Waits for a call under way.
+    /// Ends the watch, after any call that is in progress.
     ~SignalWatch();
 
 private:
@@ -85,19 +91,20 @@ private:
     AutoPtr<State> state_;
 };
 
-/// Ends the process at once with the status of this signal, so that the parent learns what ended it: on Linux by the
-/// signal itself, on Windows with the status of Ctrl+C. Only buffers of the C library are flushed; no destructor runs.
-/// Any thread, a SignalWatch's too. e_resize counts as e_terminate.
+/// Ends the process at once, with the status that tells the parent process which signal ended it: on Linux by the
+/// signal itself, on Windows with the status of Ctrl+C. The buffers of the C library are flushed; no destructor runs.
+/// e_resize counts as e_terminate. Any thread, that of a SignalWatch included.
 [[noreturn]] QUILLMARSH_API void EndProcessBySignal(eSignal signal);
 
 /// @name The calling thread
+/// Any thread.
 /// @{
 
-/// The system's number of the thread.
+/// Returns the system's number of the calling thread.
 QUILLMARSH_API unsigned int GetCurrentThreadNumber();
 
-/// Sets the priority: -15 idle, -2 to 2 around the normal 0, 15 time-critical. False for another level, and where the
-/// system refuses.
+/// Sets the priority of the calling thread: -15 is idle, 0 is normal with steps from -2 to 2, and 15 is time-critical.
+/// Returns false for any other level, and when the system refuses.
 QUILLMARSH_API bool SetCurrentThreadPriority(int level);
 
 /// @}

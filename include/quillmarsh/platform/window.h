@@ -10,45 +10,46 @@ namespace quillmarsh::platform
 /// What a window is for.
 enum class eWindowRole
 {
-    /// The window of the program, which its input belongs to. Whoever opened a window only for want of one gives it up.
+    /// The program's main window, which gets its input. A driver that opened a window of its own, because there was
+    /// none, closes it when this one opens.
     e_main,
-    /// Any other.
+    /// Any other window.
     e_tool
 };
 
-/// What the user sees of a window.
+/// How a window is shown.
 enum class eWindowState
 {
     e_hidden,
     e_normal,
     e_minimized,
     e_maximized,
-    /// Covers the display that it is on, without a frame, in the mode that the display has.
+    /// Covers its display, without a frame, in the display's present mode.
     e_fullscreen
 };
 
-/// What a window begins with.
+/// Initial properties of a window.
 struct WindowDesc
 {
     eWindowRole role = eWindowRole::e_main;
     /// One line, in UTF-8.
     string title = {};
-    /// Of the client area, in pixels.
+    /// Width and height of the client area in pixels.
     int width = 640;
     int height = 480;
-    /// Title, border, and buttons of the desktop.
+    /// Gives the window the desktop's title bar, border and buttons.
     bool hasFrame = true;
-    /// The user can change its size.
+    /// Lets the user change the size.
     bool isResizable = true;
-    /// The client area is filled with a dark colour when it is exposed; off for a window that somebody draws.
+    /// Fills the client area with a dark colour when it is exposed. Leave it off for a window that the program draws.
     bool isFilled = false;
 };
 
-/// A window on the desktop. What happens to it is told by events (desktopevents.h).
+/// A window on the desktop. Events report what happens to it (desktopevents.h).
 ///
-/// A window is opened hidden; it is destroyed by its owner, never by the user. All operations are for the desktop's
-/// thread, the one that opened the first of the windows that are open. Operations that change the window are wishes that
-/// the desktop may refuse or carry out later; an event tells what came of them, in some cases within the call.
+/// A new window is hidden until Show(). Its owner destroys it; the user cannot. All operations belong to the desktop's
+/// thread: the thread that opened the first of the open windows. Operations that change a window are requests, which
+/// the desktop may refuse or carry out later; an event reports the result, in some cases during the call.
 /// \code
 /// string reason;
 /// AutoPtr<platform::Window> window = platform::Window::Open({.title = "Viewer"}, reason);
@@ -60,63 +61,71 @@ struct WindowDesc
 class QUILLMARSH_API Window : NoCopy
 {
 public:
-    /// The system's side of a window; opaque.
+    /// The system's part of a window; opaque.
     struct System;
 
-    /// Place on the desktop, in pixels.
+    /// Position on the desktop in pixels.
     struct Position
     {
         int x = 0;
         int y = 0;
     };
-    /// Extent in pixels.
+    /// Width and height in pixels.
     struct Size
     {
         int width = 0;
         int height = 0;
     };
 
-    /// Opens a window. Null when it cannot be had, for want of a display for one; then `reason` says why.
+    /// Opens a window. On failure, for example without a display, it returns null and sets `reason` to a text for the
+    /// user.
     static AutoPtr<Window> Open(WindowDesc const &desc, string &reason);
-    /// Tells the listeners that the window goes, and closes it.
+    /// Sends e_windowClosing to the listeners, and closes the window.
     ~Window();
 
-    /// @name Windows that are open
+    /// @name Open windows
     /// @{
 
+    /// Returns the number of open windows.
     static unsigned int GetNumOpen();
-    /// Gives the main window that was opened last; null without one.
+    /// Returns the main window that was opened last; null without one.
     static Window *GetMain();
-    /// Gives the window that has the keyboard focus; null when none of the program's has it.
+    /// Returns the window that has the keyboard focus; null when no window of the program has it.
     static Window *GetActive();
-    /// Finds the window of a handle; null when it is of no window of ours.
+    /// Returns the window that has a handle; null when the handle belongs to no Window.
     static Window *Find(HWND handle);
     /// @}
 
-    /// Gives the system's own handle: on Windows the window's, on Linux an SDL_Window.
+    /// Returns the system's handle: the window's HWND on Windows, its SDL_Window on Linux.
     HWND GetHandle() const;
+    /// Returns the role that the window was opened with.
     eWindowRole GetRole() const { return role_; }
 
+    /// @name Title
+    /// The text of the title bar: one line, in UTF-8.
+    /// @{
     void SetTitle(string const &title);
     string GetTitle() const;
+    /// @}
 
     /// @name State
+    /// Each operation requests the state of its name; GetState() returns the present one.
     /// @{
     eWindowState GetState() const;
     void Show();
     void Hide();
     void Minimize();
     void Maximize();
-    /// Undoes Minimize(), Maximize() and full screen.
+    /// Undoes Minimize(), Maximize() and SetFullscreen().
     void Restore();
     void SetFullscreen();
-    /// Brings the window to the front and asks for the keyboard focus.
+    /// Brings the window to the front and requests the keyboard focus.
     void Activate();
     bool IsActive() const;
     /// @}
 
     /// @name Geometry
-    /// Of the client area: the frame lies around it.
+    /// Positions and sizes are those of the client area, without the frame, in pixels.
     /// @{
     Position GetPosition() const;
     void SetPosition(Position position);
@@ -124,15 +133,15 @@ public:
     void SetSize(Size size);
     /// @}
 
-    /// Asks for an event that the client area is to be drawn anew.
+    /// Requests an event e_windowExposed for the client area.
     void Invalidate();
 
-    /// Shows a cursor while the mouse is in the client area; null for none. Borrowed until another one is set.
+    /// Sets the cursor for the client area; null hides it. The cursor is borrowed until another one is set.
     void SetCursor(HCURSOR cursor);
     /// Moves the cursor to a pixel of the client area.
     void MoveCursor(int x, int y);
 
-    /// For the platform layer.
+    /// Returns the system's part, for the platform layer only.
     System &GetSystem() const { return *system_; }
 
 private:
@@ -150,11 +159,11 @@ private:
     std::unique_ptr<System, SystemDeleter> system_;
 };
 
-/// True when the environment names a display to open windows on. On Windows it always does.
+/// True when the environment names a display for windows; always true on Windows.
 QUILLMARSH_API bool HasDisplay();
 
-/// Hides the cursor and holds it in the active window, or lets it go: while it is held, movements of the mouse have no
-/// bounds. The desktop's thread only.
+/// Hides the cursor and holds it in the active window, or releases it. While it is held, the edges of the display do
+/// not limit mouse movements. The desktop's thread only.
 QUILLMARSH_API void HoldCursor(bool hold);
 
 } // namespace quillmarsh::platform

@@ -29,13 +29,13 @@ std::size_t GetFailedAllocationSize()
 #define QUILLMARSH_FOREIGN_ALLOCATOR
 #endif
 
-// The sanitizers bring allocation functions of their own.
+// The sanitizers have allocation functions of their own.
 #if !defined(QUILLMARSH_FOREIGN_ALLOCATOR)
 
 namespace
 {
 
-/// Holds the size of a request that failed while the handler runs. The handler may allocate, and fail, itself.
+/// Records the size of a failed request while the handler runs. The handler may allocate as well, and fail.
 class FailedSizeSentry
 {
 public:
@@ -51,7 +51,7 @@ private:
     std::size_t saved_;
 };
 
-/// Asks `allocate` for memory until it gives some, and the new-handler after each refusal.
+/// Calls `allocate` until it returns memory, and the new-handler after each failure.
 template<typename Allocate>
 void *AllocateOrThrow(std::size_t size, Allocate const &allocate)
 {
@@ -69,8 +69,8 @@ void *AllocateOrThrow(std::size_t size, Allocate const &allocate)
 
 } // namespace
 
-// These stand in for the standard library's in the whole process, and do the same but for the note of the size. The
-// standard library's `delete` frees what they give; its other forms of `new` call these.
+// These operators replace those of the standard library in the whole process, and also record the size. The standard
+// library's `delete` frees their memory; its other forms of `new` call them.
 
 __attribute__((visibility("default"))) void *operator new(std::size_t size)
 {

@@ -10,10 +10,10 @@ namespace quillmarsh::platform
 namespace
 {
 
-/// More pixels than a byte of runs stands for: four bytes skip 255 rows and columns.
+/// Upper bound for the pixels that one byte of runs describes: four bytes can skip 255 rows and columns.
 constexpr std::uint64_t s_pixelsPerByte = 255 * 255 / 4 + 1;
 
-/// One component of a packed pixel, brought to eight bits.
+/// One component of a packed pixel, converted to eight bits.
 class Component
 {
 public:
@@ -140,14 +140,14 @@ void BmpReader::ConvertPacked(unsigned char const *bytes, unsigned char *pixel, 
             packed |= static_cast<std::uint32_t>(bytes[byte]) << 8 * byte;
         for (std::size_t component = 0; component < 4; ++component)
         {
-            // What is not there is dark; alpha that is not there is opaque.
+            // A missing colour is 0; missing alpha is opaque.
             unsigned char const absent = component == 3 ? 0xFF : 0;
             pixel[component] = components[component].IsThere() ? components[component].Get(packed) : absent;
         }
     }
 }
 
-/// Walks the pieces that a picture in runs is made of.
+/// Decodes a run-length encoded picture.
 class RunDecoder
 {
 public:
@@ -218,7 +218,7 @@ private:
         row_ += static_cast<std::uint64_t>(rows);
     }
 
-    /// Runs may go on behind the end of a row: some writers fill the last byte.
+    /// Runs may continue past the end of a row, because some programs fill the last byte.
     void Put(int index)
     {
         if (static_cast<std::size_t>(index) >= palette_.size() || row_ >= rows_.numRows)
@@ -242,7 +242,7 @@ bool BmpReader::ReadRuns(PixelRows const &rows)
 {
     if (header_.palette.empty())
         return false;
-    // Pixels that are passed over have the first colour.
+    // Skipped pixels have the first colour.
     for (unsigned int row = 0; row < rows.numRows; ++row)
     {
         for (unsigned int column = 0; column < rows.numColumns; ++column)

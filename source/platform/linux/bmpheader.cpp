@@ -10,7 +10,7 @@ namespace
 
 using std::uint32_t;
 
-/// Sizes of the header by its versions; between the second and the third the shorter forms of the second.
+/// Sizes of the header's versions. Sizes between the second and the third are shortened forms of the second.
 constexpr uint32_t s_coreHeaderSize = 12;
 constexpr uint32_t s_shortestHeaderSize = 16;
 constexpr uint32_t s_infoHeaderSize = 40;
@@ -22,7 +22,7 @@ constexpr uint32_t s_headerSize5 = 124;
 
 constexpr uint32_t s_sRGB = 0x73524742;
 
-/// Numbers of a header, lowest byte first; what a short header has not is 0.
+/// Numbers of a header, lowest byte first. Fields that a short header lacks are 0.
 class Fields
 {
 public:
@@ -75,7 +75,7 @@ bool IsKnownKind(BmpHeader const &header, uint32_t headerSize)
         return header.pixelBits == 4 && !header.isTopDown;
     case e_bmp_masks:
     case e_bmp_alphaMasks:
-        // The other system's header means something else by these numbers.
+        // In the other system's header these numbers have another meaning.
         return (header.pixelBits == 16 || header.pixelBits == 32) && headerSize >= s_infoHeaderSize &&
                headerSize != s_otherSystemHeaderSize;
     default:
@@ -83,7 +83,7 @@ bool IsKnownKind(BmpHeader const &header, uint32_t headerSize)
     }
 }
 
-/// `position` is where the file stands, and moves on with what is read.
+/// Reads the masks, or sets the default ones. `position` is the position in the file; it advances by the bytes read.
 bool ReadMasks(std::FILE *file, Fields &fields, uint32_t headerSize, BmpHeader &header, uint32_t &position)
 {
     if (header.compression != e_bmp_masks && header.compression != e_bmp_alphaMasks)
@@ -114,7 +114,7 @@ bool ReadPalette(std::FILE *file, uint32_t numColors, bool isCore, uint32_t posi
     uint32_t const largest = 1u << header.pixelBits;
     uint32_t const entrySize = isCore ? 3 : 4;
     numColors = numColors == 0 ? largest : std::min(numColors, largest);
-    // A palette that runs into the pixels ends there.
+    // The palette ends where the pixels begin.
     numColors = std::min(numColors, (std::max(header.pixelOffset, position) - position) / entrySize);
     header.palette.resize(numColors);
     for (BmpPixel &color : header.palette)

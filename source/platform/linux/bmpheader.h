@@ -32,20 +32,20 @@ struct BmpHeader
     bool isTopDown = false;
     unsigned int pixelBits = 0;
     std::uint32_t compression = e_bmp_plain;
-    /// Of blue, green, red and alpha; 0 for none.
+    /// Masks of blue, green, red and alpha; 0 for a missing component.
     std::array<std::uint32_t, 4> masks = {};
     std::vector<BmpPixel> palette;
 
-    /// Bytes of a row that is not stored in runs.
+    /// Returns the number of bytes in a row that is not run-length encoded.
     std::uint64_t GetRowByteSize() const { return (std::uint64_t{numColumns} * pixelBits + 31) / 32 * 4; }
     bool HasRuns() const { return compression == e_bmp_runs8 || compression == e_bmp_runs4; }
 };
 
-/// Reads header, masks and palette. False if they are not those of a picture that we know.
+/// Reads header, masks and palette. Returns false when the reader does not support them.
 bool ReadBmpHeader(std::FILE *file, BmpHeader &header);
 
-/// Writes the header of a picture whose rows go from the bottom to the top: 24 bits, or 32 with alpha. False if it is
-/// too large for the format.
+/// Writes the header of a picture with its rows from bottom to top, and 24 bits for a pixel, or 32 with alpha. Returns
+/// false when the picture is too large for the format.
 bool WriteBmpHeader(std::FILE *file, std::uint32_t numRows, std::uint32_t numColumns, bool hasAlpha);
 
 } // namespace quillmarsh::platform

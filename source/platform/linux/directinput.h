@@ -1,4 +1,4 @@
-// The public headers have the record complete.
+// The public headers define the whole record.
 #ifndef QUILLMARSH_SOURCE_PLATFORM_LINUX_DIRECTINPUT_H
 #define QUILLMARSH_SOURCE_PLATFORM_LINUX_DIRECTINPUT_H
 

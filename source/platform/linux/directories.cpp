@@ -26,7 +26,8 @@ struct DirectoryCloser
     void operator()(DIR *directory) const { closedir(directory); }
 };
 
-/// Whole listing in memory, sorted, and the directory itself closed again: deep trees hold no descriptors open.
+/// Reads the whole listing, sorts it, and closes the directory, so that a walk through a deep tree keeps no descriptors
+/// open.
 class SortedListing : public DirectoryListing
 {
 public:
@@ -59,7 +60,7 @@ private:
     std::size_t next_ = 0;
 };
 
-/// Whether an entry is a directory, or a link to one.
+/// True when an entry is a directory, or a link to one.
 bool IsDirectory(int directory, dirent const &entry)
 {
     bool const mustLook = entry.d_type == DT_LNK || entry.d_type == DT_UNKNOWN;
@@ -141,7 +142,7 @@ bool ExpandEnvironment(string const &in, string &out)
             at = end + 1;
         }
         else
-            // What is no reference stays, and its second "%" can be the first one of another.
+            // Text between two "%" that names no variable stays; its second "%" can begin the next reference.
             out += in[at++];
     }
     return true;

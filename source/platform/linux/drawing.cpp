@@ -19,9 +19,9 @@ namespace
 {
 
 constexpr int s_pixelBytes = 4;
-/// Size at which a face is measured, so that its heights come out in units of the em.
+/// Size at which faces are measured; heights at this size are in units of the em.
 constexpr int s_emHeight = 2048;
-/// Beyond it, coordinates of the text library overflow.
+/// Above this size, coordinates of the text library overflow.
 constexpr float s_largestSize = 100000;
 
 struct Releaser
@@ -42,7 +42,8 @@ double ToPixels(int units)
     return static_cast<double>(units) / PANGO_SCALE;
 }
 
-/// Family that a face is drawn in. The monospace one may be a font without outlines, which nobody else finds.
+/// Returns the family that draws a face. The monospace family may be a font without outlines, which FindFamily() does
+/// not find.
 string FindFamilyOf(FontFace const &face)
 {
     string const found = FindFamily(face.family);
@@ -52,7 +53,7 @@ string FindFamilyOf(FontFace const &face)
 Holder<PangoFontDescription> Describe(string const &family, FontFace const &face, double size)
 {
     Holder<PangoFontDescription> font(pango_font_description_new());
-    // A comma parts families from each other.
+    // Pango takes a comma as the separator between families.
     pango_font_description_set_family(font.get(), family.c_str());
     pango_font_description_set_weight(font.get(), face.bold ? PANGO_WEIGHT_BOLD : PANGO_WEIGHT_NORMAL);
     pango_font_description_set_style(font.get(), face.italic ? PANGO_STYLE_ITALIC : PANGO_STYLE_NORMAL);
@@ -98,7 +99,7 @@ bool IsPrintable(unsigned int code)
     return !isControl && !isHalf && !isNone;
 }
 
-/// What can be drawn of a text, in UTF-8.
+/// Returns the printable characters of a text, in UTF-8.
 string KeepPrintable(wstring const &text)
 {
     wstring wide;
@@ -108,12 +109,12 @@ string KeepPrintable(wstring const &text)
     return printable;
 }
 
-/// The part that two rectangles share; without width or height when there is none.
+/// Returns the part that two rectangles share; its width or height is 0 when they share none.
 Rect Intersect(Rect const &a, Rect const &b)
 {
     int const left = std::max(a.x, b.x);
     int const top = std::max(a.y, b.y);
-    // Sums of two numbers of 32 bits.
+    // Computed in 64 bits: the sum of two 32-bit numbers can overflow.
     auto const findSize = [](std::int64_t begin, std::int64_t aSize, std::int64_t other, std::int64_t bSize, int start)
     { return static_cast<int>(std::max<std::int64_t>(std::min(begin + aSize, other + bSize) - start, 0)); };
     return {left, top, findSize(a.x, a.width, b.x, b.width, left), findSize(a.y, a.height, b.y, b.height, top)};
@@ -130,7 +131,7 @@ void Stop(std::uintptr_t) {}
 
 bool HasFace(FontFace const &face)
 {
-    // Every style can be had of a family that has the regular one.
+    // Styles that a family lacks are made from its regular one.
     return !FindFamily(face.family).empty();
 }
 
@@ -148,7 +149,7 @@ FaceHeights MeasureFace(FontFace const &face)
     return {s_emHeight, static_cast<int>(std::lround(heights.ascent)), static_cast<int>(std::lround(heights.descent))};
 }
 
-/// The text library's objects of a font. One layout serves every text.
+/// The text library's objects for a font. One layout is used for all texts.
 struct Font::State
 {
     bool hinted;
@@ -157,7 +158,7 @@ struct Font::State
     Holder<PangoLayout> layout;
     std::map<unsigned short, float> advances;
 
-    /// Lays a text out as one line; false if nothing of it can be printed.
+    /// Lays out a text as one line; false when none of it can be printed.
     bool LayOut(wstring const &text)
     {
         string const printable = KeepPrintable(text);
@@ -266,7 +267,7 @@ void Canvas::DrawText(wstring const &text, Font &font, RectF const &layout, bool
     if (clip.width == 0 || clip.height == 0 || !state.LayOut(text))
         return;
 
-    // The drawing library sees the clipping rectangle only: it has a limit for the size of a whole image.
+    // The drawing library gets the clipping rectangle only, because it limits the size of images.
     Holder<cairo_surface_t> const surface(
         cairo_image_surface_create_for_data(state_->GetPixel(clip.y, clip.x), CAIRO_FORMAT_ARGB32, clip.width,
                                             clip.height, static_cast<int>(state_->pixels.stride)));
@@ -277,7 +278,7 @@ void Canvas::DrawText(wstring const &text, Font &font, RectF const &layout, bool
     double x = static_cast<double>(layout.x);
     if (centered)
         x += (static_cast<double>(layout.width) - state.GetWidth()) / 2;
-    // All lines of a font stand at one height, whatever is in them.
+    // The baseline depends on the font only, not on the text.
     LineHeights const &heights = state.heights;
     double y = static_cast<double>(layout.y) +
                (static_cast<double>(layout.height) - (heights.ascent + heights.descent)) / 2 + heights.ascent;

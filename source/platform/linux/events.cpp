@@ -13,7 +13,7 @@ namespace quillmarsh::platform
 namespace
 {
 
-/// State of an event, between processes too: nothing in it can be left half done by a process that dies.
+/// State of an event, also shared between processes. A process that dies cannot leave it inconsistent.
 struct EventState
 {
     std::uint32_t layout;
@@ -22,7 +22,7 @@ struct EventState
 };
 constexpr std::uint32_t s_eventLayout = 0x716d6531;
 
-/// Where the state of an event lives. Handles of one name in this process share it.
+/// Memory that holds the state of an event. In one process, all handles of one name share it.
 class EventMemory : NoCopy
 {
 public:
@@ -115,8 +115,8 @@ public:
 
     void Set()
     {
-        // All waiting threads are woken, and automatic reset lets one of them through: a woken thread that dies or is
-        // suspended before it has taken the signal takes nothing from the others.
+        // Wakes all waiting threads; with automatic reset, the first to take the signal passes. So a thread that dies,
+        // or is suspended, between waking and taking it does not lose the signal for the others.
         state_.isSignaled.store(1);
         NotifyChange(state_.isSignaled, isShared_);
     }
@@ -137,7 +137,7 @@ private:
     bool isShared_;
 };
 
-/// Nobody waits for a mutex here: that it exists is all there is to it.
+/// A named mutex. Only its existence matters; nobody waits for it.
 class MutexObject : public WaitableObject
 {
 public:

@@ -13,7 +13,7 @@ namespace quillmarsh::platform
 namespace
 {
 
-/// Open file, closed at the end of the scope.
+/// An open file, closed at the end of the scope.
 class File : NoCopy
 {
 public:
@@ -22,7 +22,7 @@ public:
 
     int Get() const { return descriptor_; }
     bool IsOpen() const { return descriptor_ >= 0; }
-    /// False if what was written did not reach the file.
+    /// Closes the file; false when written data did not reach it.
     bool Close()
     {
         bool const succeeded = descriptor_ < 0 || close(descriptor_) == 0;
@@ -64,8 +64,8 @@ bool CopyData(File const &from, File const &to)
     }
 }
 
-/// Renames only if the new name is free. Where neither the system nor the file system can tell both in one step, there
-/// is a moment in which another process can take the name.
+/// Renames only when the new name is free. A system or file system that cannot check and rename in one step leaves a
+/// moment in which another process can take the name.
 bool RenameToFreeName(string const &from, string const &to)
 {
     if (renameat2(AT_FDCWD, from.c_str(), AT_FDCWD, to.c_str(), RENAME_NOREPLACE) == 0)
@@ -90,7 +90,7 @@ bool FillCopy(File const &from, struct stat const &status, File &to)
 {
     if (!CopyData(from, to))
         return false;
-    // Not every file system has permissions and times to keep.
+    // Failures are ignored: not every file system has permissions and times.
     timespec const times[] = {status.st_atim, status.st_mtim};
     bool const keptPermissions = fchmod(to.Get(), status.st_mode & 0777) == 0;
     bool const keptTimes = futimens(to.Get(), times) == 0;
@@ -98,10 +98,10 @@ bool FillCopy(File const &from, struct stat const &status, File &to)
     return to.Close();
 }
 
-/// Copies to a new file beside the target and renames it when it is complete, so that a failure loses nothing.
+/// Copies to a new file beside the target, and renames it when it is complete. A failure leaves the target as it was.
 bool CopyBeside(string const &from, string const &to, bool overwrite)
 {
-    // Not blocking, should the name be that of a pipe.
+    // Without blocking, in case the name is that of a pipe.
     File const source(open(from.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
     struct stat status;
     if (!source.IsOpen() || fstat(source.Get(), &status) != 0 || !S_ISREG(status.st_mode))
@@ -128,7 +128,7 @@ bool CopyBeside(string const &from, string const &to, bool overwrite)
 
 bool CopyOneFile(string const &from, string const &to, bool overwrite)
 {
-    // A link stays one, and what it leads to is replaced.
+    // Follows a link: the file that it leads to is replaced, the link stays.
     return CopyBeside(from, FollowLinks(to), overwrite);
 }
 

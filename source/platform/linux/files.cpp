@@ -20,7 +20,7 @@ file_system::PathRules const &GetSystemPathRules()
 
 bool FindEntry(string const &name)
 {
-    // The entry itself: a link that leads nowhere is there, too.
+    // Looks at the entry itself, so that a broken link counts as well.
     struct stat status;
     return lstat(name.c_str(), &status) == 0;
 }

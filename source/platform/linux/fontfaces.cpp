@@ -22,7 +22,7 @@ struct Releaser
 template<typename T>
 using Holder = std::unique_ptr<T, Releaser>;
 
-/// Families that programs ask for by their names elsewhere, and fonts that look alike and are free to install.
+/// Families that programs ask for by the names of other systems, and similar fonts that everybody may install.
 struct StandIn
 {
     char const *family;
@@ -43,7 +43,7 @@ FcChar8 const *ToFontText(string const &text)
     return reinterpret_cast<FcChar8 const *>(text.c_str());
 }
 
-/// Whether there is a font with outlines of that very family, in upper or lower case.
+/// True when a font with outlines has exactly this family, in upper or lower case.
 bool IsInstalled(string const &family)
 {
     if (family.empty())
@@ -58,7 +58,7 @@ bool IsInstalled(string const &family)
     return fonts && fonts->nfont > 0;
 }
 
-/// Family that the system takes for another one; empty if it has no fonts at all.
+/// Returns the family that the system uses in place of another; empty when no fonts are installed.
 string MatchFamily(char const *family)
 {
     Holder<FcPattern> const wanted(FcNameParse(ToFontText(family)));
@@ -102,7 +102,7 @@ string FindFamily(string const &family)
 
 bool ReadFamilyNames(std::vector<string> &names)
 {
-    // A configuration of our own: the one that the program may be using stays as it is.
+    // Uses a configuration of its own and leaves the program's alone.
     Holder<FcConfig> const config(FcInitLoadConfigAndFonts());
     Holder<FcPattern> const pattern(FcPatternCreate());
     Holder<FcObjectSet> const objects(FcObjectSetBuild(FC_FAMILY, static_cast<char *>(nullptr)));

@@ -1,4 +1,4 @@
-// Families of fonts that are installed.
+// Families of installed fonts.
 #ifndef QUILLMARSH_SOURCE_PLATFORM_LINUX_FONTFACES_H
 #define QUILLMARSH_SOURCE_PLATFORM_LINUX_FONTFACES_H
 
@@ -7,10 +7,10 @@
 namespace quillmarsh::platform::drawing
 {
 
-/// The family itself, or what stands in for it; empty if there is neither.
+/// Returns the family, or its substitute; empty when neither is installed.
 string FindFamily(string const &family);
 
-/// Family of equal widths, empty if the system has no fonts at all. Looked up once.
+/// Returns the monospace family; empty when no fonts are installed. Looked up once.
 string const &GetMonospaceFamily();
 
 } // namespace quillmarsh::platform::drawing

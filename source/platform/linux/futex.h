@@ -1,4 +1,4 @@
-// Waiting for a change of a 32-bit word, within a process or between processes.
+// Waits for a change of a 32-bit word, in one process or between processes.
 #ifndef QUILLMARSH_SOURCE_PLATFORM_LINUX_FUTEX_H
 #define QUILLMARSH_SOURCE_PLATFORM_LINUX_FUTEX_H
 
@@ -17,7 +17,7 @@ namespace quillmarsh::platform
 using FutexWord = std::atomic<std::uint32_t>;
 static_assert(FutexWord::is_always_lock_free && sizeof(FutexWord) == 4);
 
-/// Moment on the steady clock, `milliseconds` from now.
+/// Returns the time of the steady clock `milliseconds` from now.
 inline timespec MakeDeadline(unsigned int milliseconds)
 {
     timespec deadline{};
@@ -32,8 +32,8 @@ inline timespec MakeDeadline(unsigned int milliseconds)
     return deadline;
 }
 
-/// Sleeps while the word has the expected value; may return early. False when the deadline has passed, which is without
-/// limit when null. Safe in signal handlers, but for errno.
+/// Sleeps while the word has the expected value; may return early. Returns false when the deadline has passed; null
+/// means no deadline. Safe in signal handlers that save errno.
 inline bool WaitForChange(FutexWord &word, std::uint32_t expected, timespec const *deadline, bool isShared = false)
 {
     int const operation = FUTEX_WAIT_BITSET | (isShared ? 0 : FUTEX_PRIVATE_FLAG);
@@ -41,7 +41,7 @@ inline bool WaitForChange(FutexWord &word, std::uint32_t expected, timespec cons
     return result == 0 || errno != ETIMEDOUT;
 }
 
-/// Wakes all who wait for a change of the word. Safe in signal handlers, but for errno.
+/// Wakes all threads that wait for a change of the word. Safe in signal handlers that save errno.
 inline void NotifyChange(FutexWord &word, bool isShared = false)
 {
     syscall(SYS_futex, &word, FUTEX_WAKE | (isShared ? 0 : FUTEX_PRIVATE_FLAG), INT_MAX);

@@ -1,4 +1,4 @@
-// The library's own bitmaps in the place of the other system's.
+// The library's own bitmaps, which replace the other system's here.
 #ifndef QUILLMARSH_SOURCE_PLATFORM_LINUX_GDIPLUS_H
 #define QUILLMARSH_SOURCE_PLATFORM_LINUX_GDIPLUS_H
 

@@ -1,4 +1,4 @@
-// Files of images: one reader and one writer for each format.
+// Image files: one reader and one writer for each format.
 #ifndef QUILLMARSH_SOURCE_PLATFORM_LINUX_IMAGEFILE_H
 #define QUILLMARSH_SOURCE_PLATFORM_LINUX_IMAGEFILE_H
 
@@ -10,8 +10,8 @@ namespace quillmarsh::platform
 {
 
 /// @name Readers, by the format
-/// Null, with the failure, if the file, which stands at its beginning, is none of that format. The file outlives the
-/// reader.
+/// The file stands at its beginning, and must outlive the reader. Each function returns null and the failure when the
+/// file does not have its format.
 /// @{
 AutoPtr<ImageFileReader> OpenTiffFile(std::FILE *file, std::uint64_t fileSize, ImageFailure &failure);
 AutoPtr<ImageFileReader> OpenJpegFile(std::FILE *file, std::uint64_t fileSize, ImageFailure &failure);
@@ -20,7 +20,7 @@ AutoPtr<ImageFileReader> OpenBmpFile(std::FILE *file, std::uint64_t fileSize, Im
 /// @}
 
 /// @name Writers, by the format
-/// A failure is filled in where it is not one of the file.
+/// Each function returns false on failure. It sets `failure` unless the system reported the error.
 /// @{
 bool WriteTiffFile(std::FILE *file, PixelRows const &rows, ImageFileOptions const &options, ImageFailure &failure);
 bool WriteJpegFile(std::FILE *file, PixelRows const &rows, ImageFileOptions const &options, ImageFailure &failure);
@@ -28,7 +28,7 @@ bool WritePngFile(std::FILE *file, PixelRows const &rows, ImageFileOptions const
 bool WriteBmpFile(std::FILE *file, PixelRows const &rows, ImageFileOptions const &options, ImageFailure &failure);
 /// @}
 
-/// What an OpenXFile gives: the reader, or its failure.
+/// Returns the reader for an Open function, or null and its failure.
 template<typename Reader>
 AutoPtr<ImageFileReader> HandOut(AutoPtr<Reader> reader, bool isOpen, ImageFailure &failure)
 {
@@ -38,10 +38,10 @@ AutoPtr<ImageFileReader> HandOut(AutoPtr<Reader> reader, bool isOpen, ImageFailu
     return nullptr;
 }
 
-/// Level that zlib has for one from 0 to 100.
+/// Converts a level from 0 to 100 to one of zlib.
 int ToDeflateLevel(unsigned int level);
 
-/// The most bytes that one byte of a deflated stream stands for.
+/// Largest number of bytes that one byte of a deflated stream can produce.
 inline constexpr std::uint64_t s_largestDeflateRatio = 1032;
 
 } // namespace quillmarsh::platform

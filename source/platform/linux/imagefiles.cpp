@@ -45,7 +45,7 @@ constexpr Magic s_magics[] = {
     {"MM\0+"sv, &OpenTiffFile},
 };
 
-/// Failure of a file that could not be opened, written or closed.
+/// Sets the failure of a file that could not be opened, written or closed.
 bool FailBySystem(ImageFailure &failure)
 {
     failure = {eImageFailure::e_system, errno != 0 ? std::generic_category().message(errno) : "writing failed"};
@@ -85,10 +85,10 @@ bool SaveImageFile(PixelRows const &rows, std::filesystem::path const &name, cha
         if (!file)
             return FailBySystem(failure);
         bool const written = format.write(file.get(), rows, options, failure);
-        // What the system says goes before what a library makes of it.
+        // The system's reason is more exact than the library's, so it comes first.
         if (std::ferror(file.get()) != 0)
             return FailBySystem(failure);
-        // The last bytes are written when the file is closed, and can fail as well.
+        // Closing the file writes the last bytes, and can fail as well.
         return written && (std::fclose(file.release()) == 0 || FailBySystem(failure));
     }
     failure = {eImageFailure::e_otherFormat, string("no picture is written as ") + mimeType};

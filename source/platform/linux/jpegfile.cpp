@@ -10,9 +10,9 @@ namespace quillmarsh::platform
 namespace
 {
 
-/// More pixels than a byte of a file stands for, even of a picture of one colour.
+/// Upper bound for the pixels that one byte of a file describes, even in a picture of one colour.
 constexpr std::uint64_t s_pixelsPerByte = 4096;
-/// From here on, colours are stored as finely as brightness.
+/// From this quality on, colours are stored at the same resolution as brightness.
 constexpr unsigned int s_fineQuality = 90;
 
 struct HandleCloser
@@ -23,8 +23,8 @@ using Handle = std::unique_ptr<void, HandleCloser>;
 
 using Bytes = std::unique_ptr<unsigned char[]>;
 
-/// Whether one of the segments before the pixels says that inks are stored the other way round, as most writers of
-/// four-colour pictures do.
+/// True when a segment before the pixels says that inks are stored inverted, as most programs store four-colour
+/// pictures.
 bool HasInvertedInks(unsigned char const *bytes, std::size_t size)
 {
     constexpr std::array<unsigned char, 5> name = {'A', 'd', 'o', 'b', 'e'};
@@ -46,7 +46,7 @@ unsigned char Multiply(unsigned int a, unsigned int b)
     return static_cast<unsigned char>((a * b + 127) / 255);
 }
 
-/// Cyan, magenta, yellow and black in place; `inverted` where 255 is no ink at all.
+/// Converts cyan, magenta, yellow and black in place. With `inverted`, 255 means no ink.
 void ConvertInks(PixelRows const &rows, bool inverted)
 {
     unsigned char const mask = inverted ? 0 : 0xFF;
@@ -65,7 +65,7 @@ void ConvertInks(PixelRows const &rows, bool inverted)
     }
 }
 
-/// Failure of the last call on a handle.
+/// Describes the failure of the last call on a handle.
 ImageFailure DescribeFailure(void *handle)
 {
     string const text = tjGetErrorStr2(handle);
@@ -98,7 +98,7 @@ public:
     bool Read(PixelRows const &rows) override
     {
         bool const hasInks = colorspace_ == TJCS_CMYK || colorspace_ == TJCS_YCCK;
-        // A warning is told as a failure; it comes of a picture that is cut short, or of damaged pixels.
+        // A warning counts as a failure: it means a truncated picture or damaged pixels.
         if (tjDecompress2(handle_.get(), bytes_.get(), size_, rows.first, static_cast<int>(rows.numColumns),
                           static_cast<int>(rows.stride), static_cast<int>(rows.numRows),
                           hasInks ? TJPF_CMYK : TJPF_BGRX, TJFLAG_STOPONWARNING | TJFLAG_LIMITSCANS) != 0)

@@ -17,7 +17,7 @@ namespace
 
 constexpr char const *s_releaseFiles[] = {"/etc/os-release", "/usr/lib/os-release"};
 
-/// Name of the distribution as its release file has it for people; empty if there is none.
+/// Returns the distribution's name for users from its release file; empty when the file has none.
 string ReadDistribution()
 {
     for (char const *const fileName : s_releaseFiles)

@@ -32,7 +32,7 @@ struct WindowTimer
     Clock::time_point due;
 };
 
-/// Messages posted to a thread, and its timers, whose messages are made when they are looked for.
+/// Messages posted to a thread, and its timers. A timer's message is made when the thread looks for messages.
 class MessageQueue
 {
 public:
@@ -61,7 +61,7 @@ public:
         return PeekTimer(message, remove);
     }
 
-    /// Takes the message of the timer that is due first; false when none is due.
+    /// Takes the message of the first timer that is due; false when none is.
     bool TakeTimer(ThreadMessage &message)
     {
         SuspensionDeferral const deferral;
@@ -93,7 +93,7 @@ public:
             }
             else if (WaitForDesktopEvent(wait))
             {
-                // Events are there; they are told when the thread looks for messages.
+                // The events are sent when the thread looks for messages.
                 return;
             }
         }
@@ -131,7 +131,7 @@ public:
     }
 
 private:
-    /// Under the lock.
+    /// Call it with the lock held.
     bool PeekTimer(ThreadMessage &message, bool remove)
     {
         auto const first = FindFirstDue();
@@ -140,7 +140,7 @@ private:
             return false;
         message = {first->window, s_messageTimer, reinterpret_cast<std::uintptr_t>(first->object),
                    reinterpret_cast<std::intptr_t>(first->callback)};
-        // A late timer has missed what went by.
+        // A late timer skips the periods that it missed.
         Clock::time_point const next = first->due + first->period;
         if (remove)
             first->due = next > now ? next : now + first->period;
@@ -160,7 +160,7 @@ private:
                                 [](WindowTimer const &a, WindowTimer const &b) { return a.due < b.due; });
     }
 
-    /// Until the next message of a timer, 0 when a message is there, nothing when only a change can bring one.
+    /// Returns the time until the next timer message; 0 when there is a message, and nothing when there is no timer.
     std::optional<unsigned int> GetWaitMilliseconds()
     {
         SuspensionDeferral const deferral;
@@ -183,14 +183,14 @@ private:
     }
 
     FutexWord numChanges_{0};
-    /// The thread waits, or is about to wait, for events of windows as well.
+    /// True while the thread waits, or is about to wait, for window events as well.
     std::atomic<bool> waitsForDesktop_{false};
     std::mutex mutex_;
     std::deque<ThreadMessage> posted_;
     std::vector<WindowTimer> timers_;
 };
 
-/// The queues of all threads that have one. Lives to the end of the process, as threads may.
+/// The message queues of all threads. Never destroyed, since threads may run until the process ends.
 struct QueueRegistry
 {
     std::mutex mutex;
@@ -211,7 +211,7 @@ QueueRegistry &GetRegistry()
     return s_registry;
 }
 
-/// Gives the calling thread its queue until it ends.
+/// The queue of the calling thread, until the thread ends.
 class QueueOfThread : NoCopy
 {
 public:
@@ -265,7 +265,7 @@ void DispatchThreadMessage(ThreadMessage const &message)
 {
     if (message.message != s_messageTimer)
         return;
-    // The timer may be gone since its message was taken, and its object with it.
+    // The timer and its object may have been deleted after its message was taken.
     void *const object = reinterpret_cast<void *>(message.wParam);
     if (WindowTimerCallback const callback = GetOwnQueue().GetTimerCallback(message.window, object))
         callback(object);
@@ -275,7 +275,7 @@ void DispatchWindowTimers()
 {
     MessageQueue &queue = GetOwnQueue();
     ThreadMessage message;
-    // Each timer has its turn at most once, so that none keeps the thread.
+    // Each timer gets at most one call, so that none can block the thread.
     for (std::size_t rest = queue.GetNumTimers(); rest > 0 && queue.TakeTimer(message); --rest)
         DispatchThreadMessage(message);
 }

@@ -1,4 +1,4 @@
-// What the desktop asks of the message queues.
+// The part of the message queues that the desktop uses.
 #ifndef QUILLMARSH_SOURCE_PLATFORM_LINUX_MESSAGEQUEUE_H
 #define QUILLMARSH_SOURCE_PLATFORM_LINUX_MESSAGEQUEUE_H
 
@@ -7,7 +7,7 @@
 namespace quillmarsh::platform
 {
 
-/// Calls the timers of the calling thread that are due, and leaves its messages where they are.
+/// Calls the timers of the calling thread that are due. Posted messages stay in the queue.
 void DispatchWindowTimers();
 
 } // namespace quillmarsh::platform

@@ -10,13 +10,13 @@ namespace quillmarsh::platform
 HINSTANCE OpenModule(string const &fileName, string &error)
 {
     error.clear();
-    // An empty name would stand for the program itself.
+    // An empty name would mean the program itself.
     if (fileName.empty() || fileName.find('\0') != string::npos)
     {
         error = "The name of the file is empty or broken.";
         return nullptr;
     }
-    // All symbols are bound at once: a plug-in that lacks one is refused here, and not in the middle of a frame.
+    // Binds all symbols at once, so that a missing one fails here and not in the middle of a frame.
     void *const module = dlopen(fileName.c_str(), RTLD_NOW | RTLD_LOCAL);
     if (!module)
     {

@@ -56,8 +56,8 @@ string MakeHexadecimal(std::uint64_t value)
     return high + low;
 }
 
-/// Letters, digits, "-" and "_" stand for themselves, everything else for its code; what is too long for a file name
-/// ends in two hash values.
+/// Makes a file name: letters, digits, "-" and "_" stay, every other character becomes its code. A result that is too
+/// long ends in two hash values.
 string Mangle(string const &name)
 {
     string mangled;
@@ -88,7 +88,7 @@ bool IsForAllUsers(string const &path)
 
 int OpenFile(string const &path)
 {
-    // An existing file first: a shared folder of the system may refuse the flag to create for somebody else's file.
+    // Tries an existing file first: in a shared folder, the system may refuse O_CREAT for another user's file.
     constexpr int flags = O_RDWR | O_CLOEXEC | O_NOFOLLOW;
     for (;;)
     {
@@ -140,7 +140,7 @@ AutoPtr<NamedObjectFile> NamedObjectFile::Open(string const &path, eUse use, voi
         if (isOpen)
             return file;
 
-        // Not one of those who have it open, so not one to remove it.
+        // This handle has not opened the object, so its destructor must not remove the file.
         file->path_.clear();
         if (!isGone)
             return nullptr;

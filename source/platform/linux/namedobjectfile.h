@@ -1,4 +1,4 @@
-// Name space of events and mutexes that processes share.
+// Files that stand for events and mutexes which processes share.
 #ifndef QUILLMARSH_SOURCE_PLATFORM_LINUX_NAMEDOBJECTFILE_H
 #define QUILLMARSH_SOURCE_PLATFORM_LINUX_NAMEDOBJECTFILE_H
 
@@ -9,15 +9,14 @@
 namespace quillmarsh::platform
 {
 
-/// Path of the file that stands for a name, which stays within its folder whatever the name. Empty for a name that
-/// cannot be used.
+/// Returns the path of the file for a name; no name leads out of the folder. Empty for an unusable name.
 string MakeNamedObjectPath(string const &name);
 
-/// A file that stands for a named object, opened by everyone who has a handle of it.
+/// A file that stands for a named object. Each handle of the object has it open.
 ///
-/// Locks of the kernel on two of its bytes tell who is there, and end with their process: so the first to come can
-/// tell a living object from what a crash has left. Byte 0 is held while one comes or goes, byte 1 for as long as an
-/// object is open.
+/// The kernel's locks on two of its bytes show who uses it. They end with their process, so that the first user can
+/// tell a living object from the remains of a crash. Byte 0 is locked while a user opens or closes the object, byte 1
+/// while the object is open.
 class NamedObjectFile : NoCopy
 {
 public:
@@ -27,9 +26,10 @@ public:
         e_shared
     };
 
-    /// Null when the path cannot be opened, or is in use and one side wants it exclusively. The first writes the content.
+    /// Opens the object; the first user writes `content`. Returns null when the file cannot be opened, or is in use and
+    /// either side wants it exclusively.
     static AutoPtr<NamedObjectFile> Open(string const &path, eUse use, void const *content, std::size_t size);
-    /// The last one removes the file.
+    /// Closes the object; the last user removes the file.
     ~NamedObjectFile();
 
     int GetDescriptor() const { return descriptor_; }

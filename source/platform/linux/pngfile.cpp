@@ -9,7 +9,7 @@ namespace quillmarsh::platform
 namespace
 {
 
-// The library reports a failure by a jump back to setjmp: functions between the two own nothing.
+// The library reports a failure by a longjmp, which runs no destructors: functions that it skips must own nothing.
 
 [[noreturn]] void OnError(png_structp png, png_const_charp message)
 {
@@ -34,7 +34,7 @@ public:
     bool Read(PixelRows const &rows) override;
 
 private:
-    /// Turns every kind of pixel into four bytes.
+    /// Converts every kind of pixel to four bytes.
     void SetTransformations(bool hasAlpha);
 
     std::FILE *file_;
@@ -56,7 +56,7 @@ bool PngReader::ReadHeader(std::uint64_t fileSize)
     std::uint64_t const numRows = png_get_image_height(png_, info_);
     std::uint64_t const numColumns = png_get_image_width(png_, info_);
     std::uint64_t const pixelBits = std::uint64_t{png_get_bit_depth(png_, info_)} * png_get_channels(png_, info_);
-    // Every row has a byte in front.
+    // Every row begins with a filter byte.
     if (numColumns * pixelBits / 8 + 1 > fileSize * s_largestDeflateRatio / numRows)
         return FailImplausible();
     bool const hasAlpha =
@@ -89,7 +89,7 @@ bool PngReader::Read(PixelRows const &rows)
         for (unsigned int row = 0; row < rows.numRows; ++row)
             png_read_row(png_, rows.GetRow(row), nullptr);
     }
-    // What is behind the pixels has to be whole, too.
+    // The chunks after the pixels must be complete as well.
     png_read_end(png_, nullptr);
     return true;
 }

@@ -48,8 +48,8 @@ string GetProgramFileName(string const &invokedName)
 void PrepareStandardStreams()
 {
     std::signal(SIGPIPE, SIG_IGN);
-    // A number that the parent left closed would go to the first file opened here, which would then be taken for the
-    // standard stream. Each of them only reads, so that writing still fails.
+    // A descriptor that the parent left closed would go to the first file opened here, and that file would become the
+    // standard stream. /dev/null takes its place, for reading only, so that writing still fails.
     for (int descriptor : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO})
     {
         if (fcntl(descriptor, F_GETFD) < 0 && errno == EBADF)

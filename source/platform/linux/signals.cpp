@@ -67,11 +67,11 @@ SignalWatch::SignalWatch(std::function<void(eSignal)> onSignal) : state_(std::ma
     sigemptyset(&state.signals);
     for (NumberedSignal const &row : s_signals)
     {
-        // Waiting for a signal would take one that is ignored, too.
+        // sigwait would also receive a signal that is ignored.
         if (row.number == SIGWINCH || !IsIgnored(row.number))
             sigaddset(&state.signals, row.number);
     }
-    // Blocked in every thread from here on; one thread waits for them, and may do anything when they come.
+    // All later threads inherit the block. One thread waits for the signals, and so may do anything when one arrives.
     pthread_sigmask(SIG_BLOCK, &state.signals, &state.previous);
     state.thread = std::thread(
         [&state, onSignal = std::move(onSignal)]
@@ -99,7 +99,7 @@ void EndProcessBySignal(eSignal signal)
     sigemptyset(&signals);
     sigaddset(&signals, number);
     pthread_sigmask(SIG_UNBLOCK, &signals, nullptr);
-    // To this thread, which has it unblocked: the process is gone before the call returns.
+    // Raised in this thread, where it is unblocked, so that the process ends before the call returns.
     raise(number);
     _exit(128 + number);
 }

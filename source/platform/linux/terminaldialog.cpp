@@ -21,7 +21,7 @@ constexpr DialogButton s_abortRetryIgnore[] = {
 
 constexpr char s_endOfInput = '\x04';
 
-/// The terminal of the program, where it may read from it: a program in the background would be stopped for trying.
+/// The program's terminal. It cannot be used in the background, where reading would stop the program.
 class Terminal : NoCopy
 {
 public:
@@ -55,7 +55,7 @@ public:
         }
     }
 
-    /// The next key; end of input when there is none to come.
+    /// Returns the next key, or the end of input.
     char ReadKey()
     {
         char key = s_endOfInput;
@@ -77,8 +77,8 @@ public:
     }
 
 private:
-    /// Single keys, without echo, and whole line ends on output, whatever a line editor has made of the terminal. Keys
-    /// that were typed before the question are not meant for it.
+    /// Sets the terminal to single keys without echo and to complete line ends, whatever a line editor has set.
+    /// Discards keys that were typed before the question.
     void TakeOver()
     {
         termios modes = modes_;

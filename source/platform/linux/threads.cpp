@@ -16,7 +16,7 @@ namespace quillmarsh::platform
 namespace
 {
 
-/// Nice value of a priority level, relative to that of the process.
+/// Nice value of a priority level, relative to the process.
 struct PriorityLevel
 {
     int level;
@@ -26,7 +26,8 @@ struct PriorityLevel
 constexpr PriorityLevel s_levels[] = {{-15, 19}, {-2, 10}, {-1, 5}, {0, 0}, {1, -5}, {2, -10}, {15, -20}};
 
 constexpr std::uint32_t s_maxSuspendCount = 127;
-/// A thread that blocks signals, or sits in the kernel, is suspended as soon as it can be; nobody waits longer for it.
+/// Longest wait for a thread to be suspended. A thread that blocks signals, or is in the kernel, may be suspended
+/// later.
 constexpr unsigned int s_parkTimeoutMs = 1000;
 
 int GetProcessNice()
@@ -52,7 +53,7 @@ int GetNice(unsigned int thread)
     return getpriority(PRIO_PROCESS, thread);
 }
 
-/// Gives a running thread the priority of a level. False for a level that there is not, and where the system refuses.
+/// Sets the priority of a running thread. Returns false for an unknown level, and when the system refuses.
 bool ApplyLevel(unsigned int thread, int level)
 {
     PriorityLevel const *const wanted = FindLevel(level);
@@ -64,14 +65,14 @@ bool ApplyLevel(unsigned int thread, int level)
 
 class ThreadObject;
 
-// What the signal handler needs to know of its thread.
+// The data of its thread that the signal handler needs.
 constinit thread_local std::atomic<ThreadObject *> t_thread{nullptr};
 constinit thread_local std::atomic<int> t_numDeferrals{0};
 
-/// A thread, for as long as it runs or has a handle.
+/// A thread, while it runs or has a handle.
 ///
-/// A thread is suspended by a signal, in whose handler it waits for its count to go down. The handler runs nothing but
-/// lock-free operations and system calls.
+/// A signal suspends a thread: its handler waits until the thread's suspend count is 0. The handler uses only lock-free
+/// operations and system calls.
 class ThreadObject : public WaitableObject
 {
 public:
@@ -132,7 +133,7 @@ public:
         std::lock_guard const lock(mutex_);
         if (hasEnded_)
             return level_;
-        // The level that was set last, unless somebody else has moved the thread away from it.
+        // Returns the level that was set last, unless the nice value was changed from outside.
         int const nice = GetNice(number_);
         auto const distance = [this, nice](PriorityLevel const &each)
         { return 2 * std::abs(MakeNice(each) - nice) + (each.level == level_ ? 0 : 1); };
@@ -141,7 +142,7 @@ public:
             ->level;
     }
 
-    // This system has no boost to switch: the wish is kept and has no effect.
+    // Linux has no such boost: the setting is stored and has no effect.
     void DisableBoost(bool disable) { isBoostDisabled_ = disable; }
     bool IsBoostDisabled() const { return isBoostDisabled_; }
 
@@ -170,7 +171,7 @@ public:
         return true;
     }
 
-    /// On the thread itself, from the signal handler or when a deferral ends.
+    /// Waits until the thread is resumed. Called on the thread itself, by the signal handler or when a deferral ends.
     void Park()
     {
         while (std::uint32_t const count = suspendCount_)
@@ -238,7 +239,7 @@ private:
     FutexWord suspendCount_{0};
     FutexWord isParked_{0};
 
-    // Guards what follows, and that the thread is there while its number or its pthread_t is used.
+    // Guards the members below, and keeps the thread from ending while its number or its pthread_t is in use.
     std::mutex mutex_;
     bool hasEnded_ = false;
     bool isJoined_ = false;
@@ -260,7 +261,7 @@ void OnSuspendSignal(int)
     errno = error;
 }
 
-/// Installs the handler on a real-time signal that nobody uses yet.
+/// Installs the handler on an unused real-time signal; returns its number.
 int InstallSuspendSignal()
 {
     int number = SIGRTMIN + 5;
@@ -326,7 +327,7 @@ void SleepMilliseconds(unsigned int milliseconds)
 
 void BeginPreciseSleep()
 {
-    // The kernel may put a wake-up off for as many nanoseconds.
+    // Nanoseconds by which the kernel may delay a wake-up.
     prctl(PR_SET_TIMERSLACK, 1UL);
 }
 

@@ -11,9 +11,9 @@ namespace quillmarsh::platform
 namespace
 {
 
-/// More bytes than one byte of compressed pixels stands for.
+/// Upper bound for the bytes that one byte of compressed pixels can produce.
 constexpr std::uint64_t s_largestRatio = 4096;
-/// Pixels are compressed in pieces of about this size.
+/// Approximate size of the pieces in which pixels are compressed.
 constexpr std::size_t s_stripByteSize = std::size_t{64} << 10;
 
 /// @name The library's access to files
@@ -60,7 +60,7 @@ int IgnoreMessage(TIFF *, void *, char const *, char const *, va_list)
     return 1;
 }
 
-/// Keeps the first message of a file; what follows comes of it.
+/// Keeps the first message of a file; later ones are consequences of it.
 int KeepMessage(TIFF *, void *failure, char const *module, char const *format, va_list arguments)
 {
     auto &kept = *static_cast<ImageFailure *>(failure);
@@ -69,7 +69,7 @@ int KeepMessage(TIFF *, void *failure, char const *module, char const *format, v
     char message[512];
     std::vsnprintf(message, sizeof(message), format, arguments);
     string const text(message);
-    // A codec that the library was built without, for instance.
+    // For example a codec that the library was built without.
     bool const isUnsupported = text.find("not support") != string::npos || text.find("not configured") != string::npos;
     kept = {isUnsupported ? eImageFailure::e_unsupported : eImageFailure::e_damaged,
             "libtiff: " + (module && *module ? string(module) + ": " : string()) + text};
@@ -82,8 +82,8 @@ struct TiffCloser
 };
 using TiffPtr = std::unique_ptr<TIFF, TiffCloser>;
 
-/// `largestBlock` is the most memory that the library may take at once; 0 for no limit. `failure` gets the library's
-/// messages for as long as the file is open.
+/// Opens a file. `largestBlock` limits the size of one allocation by the library; 0 means no limit. `failure` receives
+/// the library's messages while the file is open.
 TiffPtr OpenTiff(std::FILE *file, char const *mode, std::uint64_t largestBlock, ImageFailure &failure)
 {
     TIFFOpenOptions *const options = TIFFOpenOptionsAlloc();
@@ -101,7 +101,7 @@ TiffPtr OpenTiff(std::FILE *file, char const *mode, std::uint64_t largestBlock, 
 
 /// @}
 
-/// What an extra sample is, if it is alpha.
+/// Meaning of the extra samples.
 enum class eAlpha
 {
     e_none,
@@ -118,11 +118,11 @@ struct TiffLayout
     std::uint16_t photometric = 0;
     eAlpha alpha = eAlpha::e_none;
     bool isPlanar = false;
-    /// Whether components are whole bytes of grey or colour; the library converts all else.
+    /// True when components are whole bytes of grey or colour; the library converts everything else.
     bool isPlain = false;
 };
 
-/// One value of a component goes to these bytes of a pixel.
+/// The bytes of a pixel that receive one component.
 struct Target
 {
     unsigned char offset;
@@ -147,7 +147,7 @@ void CopyColors(unsigned char *pixel, unsigned char const *colors, std::size_t s
     }
 }
 
-/// Divides colours that were multiplied by alpha.
+/// Divides colours by alpha, for files that store them multiplied.
 void DivideByAlpha(unsigned char *pixel, std::size_t count)
 {
     for (; count > 0; --count, pixel += 4)
@@ -178,13 +178,13 @@ private:
     void ReadLayout();
     void ReadAlpha();
     bool IsPlausible(std::uint64_t fileSize);
-    /// Fails for pixels that the library does not convert to bytes of colours.
+    /// Fails when the library cannot convert the pixels to colours of one byte.
     bool CanConvert();
     bool ReadPixels(PixelRows const &rows);
     bool ReadStrips(PixelRows const &rows);
     bool ReadTiles(PixelRows const &rows);
     bool ReadConverted(PixelRows const &rows);
-    /// Brings components of a piece of a row to its pixels; those of one plane, or all.
+    /// Copies the components of a part of a row, of one plane or of all, to its pixels.
     void Copy(unsigned char *pixels, unsigned char const *components, std::size_t count, std::uint16_t plane) const;
     std::uint16_t GetNumPlanes() const { return layout_.isPlanar ? layout_.numComponents : std::uint16_t{1}; }
 
@@ -197,7 +197,7 @@ private:
 bool TiffReader::ReadHeader(std::uint64_t fileSize)
 {
     largestBlock_ = std::min<std::uint64_t>(fileSize, std::uint64_t{1} << 40) * s_largestRatio;
-    // Not mapped: a file that becomes shorter meanwhile is an error and no more.
+    // The file is not mapped into memory: when it is shortened meanwhile, reading only fails.
     tiff_ = OpenTiff(file_, "rm", largestBlock_, GetFailureToFill());
     if (!tiff_)
         return Fail(eImageFailure::e_damaged, "libtiff: cannot open the file");
@@ -235,7 +235,7 @@ void TiffReader::ReadAlpha()
     TIFFGetFieldDefaulted(tiff_.get(), TIFFTAG_EXTRASAMPLES, &numExtra, &extra);
     if (numExtra > 0 && extra)
     {
-        // What says nothing about itself is alpha when it is the only one.
+        // A single extra sample of unspecified meaning is taken as alpha.
         bool const isAlpha =
             extra[0] == EXTRASAMPLE_UNASSALPHA || (extra[0] == EXTRASAMPLE_UNSPECIFIED && numExtra == 1);
         if (extra[0] == EXTRASAMPLE_ASSOCALPHA)
@@ -256,7 +256,7 @@ bool TiffReader::IsPlausible(std::uint64_t fileSize)
     auto const compression = GetField<std::uint16_t>(TIFFTAG_COMPRESSION);
     std::uint64_t const ratio = compression == COMPRESSION_NONE ? 1 : s_largestRatio;
     std::uint64_t const numBits = std::uint64_t{GetField<std::uint16_t>(TIFFTAG_BITSPERSAMPLE)} * layout_.numComponents;
-    // Compression may subsample colours: then pixels have at least the bits of one component.
+    // Compressed colours may be subsampled, so each pixel has at least the bits of one component.
     std::uint64_t const rowBytes =
         layout_.numColumns * (layout_.isPlain ? numBits : std::min<std::uint64_t>(numBits, 8)) / 8;
     return rowBytes <= fileSize * ratio / layout_.numRows && TIFFScanlineSize64(tiff_.get()) != 0;
@@ -363,7 +363,7 @@ bool TiffReader::ReadConverted(PixelRows const &rows)
     if (rows.stride != static_cast<std::ptrdiff_t>(rows.numColumns) * 4 ||
         TIFFRGBAImageBegin(&image, tiff_.get(), 1, message) == 0)
         return Fail(eImageFailure::e_damaged, string("libtiff: ") + message);
-    // Rows as the file has them.
+    // Asks for the rows in the file's order.
     image.req_orientation = image.orientation;
     bool const succeeded =
         TIFFRGBAImageGet(&image, reinterpret_cast<std::uint32_t *>(rows.first), rows.numColumns, rows.numRows) != 0;

@@ -30,17 +30,17 @@ struct QueueTimer
     bool isLong;
     Clock::time_point due;
     bool isDeleted = false;
-    // Waits for a worker, or has one.
+    // True while the timer waits for a worker, or has one.
     bool isReady = false;
     bool isRunning = false;
     std::thread::id worker;
 };
 using TimerPointer = std::shared_ptr<QueueTimer>;
 
-/// Timers with the time that they are due, and the threads that call them back.
+/// Timers with their due times, and the threads that call them.
 ///
-/// One thread waits for the next timer and hands it to the workers. Threads are made when there is work for them, and
-/// end when there was none for a while. The queue is never destroyed: its threads may outlive everything else.
+/// One thread waits for the next timer and passes it to the workers. Threads start when there is work, and end after a
+/// while without any. The queue is never destroyed, because its threads may outlive everything else.
 class TimerQueue
 {
 public:
@@ -122,7 +122,8 @@ private:
             workArrived_.notify_one();
             return;
         }
-        // Short calls share a few threads; a long one neither waits for them nor counts as one.
+        // Short calls share a few threads. A long call does not wait for these threads, and does not count as one of
+        // them.
         std::size_t const numShared = std::max(2u, std::thread::hardware_concurrency());
         bool const mayStart = timer->isLong ? numWorkers_ < s_maxWorkers : numWorkers_ - numLongCalls_ < numShared;
         if (mayStart && StartThread([this] { Work(); }))
@@ -146,7 +147,8 @@ private:
         --numWorkers_;
     }
 
-    /// Long calls first: a thread that was made for one must not get stuck in a short one that takes its time.
+    /// Takes the next ready timer, long calls first: a thread that was started for a long call must not be held up by a
+    /// slow short one.
     TimerPointer TakeReady()
     {
         auto next = std::find_if(ready_.begin(), ready_.end(), [](TimerPointer const &each) { return each->isLong; });
@@ -170,7 +172,7 @@ private:
         numLongCalls_ -= timer->isLong ? 1 : 0;
         timer->isRunning = false;
         timer->worker = std::thread::id();
-        // One that fires once stays "ready", and so is never due again.
+        // A timer that fires once stays "ready", so it is never due again.
         if (timer->period.count() > 0)
         {
             timer->isReady = false;

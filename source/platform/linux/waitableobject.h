@@ -1,4 +1,4 @@
-// What stands behind a handle.
+// Objects behind handles.
 #ifndef QUILLMARSH_SOURCE_PLATFORM_LINUX_WAITABLEOBJECT_H
 #define QUILLMARSH_SOURCE_PLATFORM_LINUX_WAITABLEOBJECT_H
 
@@ -13,7 +13,7 @@ public:
     virtual ~WaitableObject() = default;
 
     virtual eWaitResult Wait(unsigned int milliseconds) = 0;
-    /// The handle is not used any more.
+    /// Called when the handle is closed.
     virtual void Close() { delete this; }
 };
 
@@ -22,14 +22,14 @@ inline HANDLE MakeHandle(WaitableObject *object)
     return object;
 }
 
-/// The object of a handle, null when it is of another kind.
+/// Returns the object of a handle; null when it has another type.
 template<typename T>
 T *GetObjectOf(HANDLE handle)
 {
     return dynamic_cast<T *>(static_cast<WaitableObject *>(handle));
 }
 
-/// Puts off that the calling thread is suspended while it holds a lock that the thread which suspends it may need.
+/// Delays a suspension of the calling thread while it holds a lock, because the suspending thread may need that lock.
 class SuspensionDeferral : NoCopy
 {
 public:

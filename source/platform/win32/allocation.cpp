@@ -3,7 +3,7 @@
 namespace quillmarsh::platform
 {
 
-// An allocation function in a module serves that module only here, so the size is not ours to see.
+// On Windows, a module's allocation functions serve that module only, so the library cannot see the size.
 std::size_t GetFailedAllocationSize()
 {
     return 0;

@@ -13,7 +13,7 @@ namespace quillmarsh::platform
 namespace
 {
 
-/// Has the clipboard open, in the name of the first of the windows.
+/// Keeps the clipboard open, on behalf of the first window.
 class ClipboardSentry : NoCopy
 {
 public:
@@ -69,7 +69,7 @@ bool WriteClipboardText(string const &text)
         GlobalUnlock(memory);
         EmptyClipboard();
     }
-    // The system owns what it takes.
+    // On success, the system owns the memory.
     bool const isTaken = target && SetClipboardData(CF_UNICODETEXT, memory);
     if (memory && !isTaken)
         GlobalFree(memory);

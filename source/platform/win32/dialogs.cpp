@@ -32,7 +32,7 @@ int ShowMessageBox(DialogRequest const &request)
     UINT const flags = MB_ICONERROR | MB_TASKMODAL | MB_SETFOREGROUND | GetButtonFlags(request);
     wstring text;
     wstring title;
-    // MessageBoxA takes the code page of the system.
+    // MessageBoxA would expect the system's code page.
     bool const isWide = !IsAscii(request.text + request.title) && AsciiToUnicode(request.text, text) &&
                         AsciiToUnicode(request.title, title);
     return isWide ? MessageBoxW(nullptr, ToSystem(text), ToSystem(title), flags)
@@ -56,7 +56,7 @@ eDialogAnswer PresentSystemDialog(DialogRequest const &request)
     case IDIGNORE:
         return eDialogAnswer::e_ignore;
     default:
-        // No desktop to show it on.
+        // There is no desktop for the dialog.
         std::cerr << request.title << '\n' << request.text << std::endl;
         return request.defaultAnswer;
     }

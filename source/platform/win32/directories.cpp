@@ -17,7 +17,7 @@ bool ReadProcessDirectory(string &directory)
 
 bool ChangeProcessDirectory(string const &directory)
 {
-    // The one operation that does not take the long-path prefix.
+    // This is the only operation that does not accept the long-path prefix.
     wstring wide;
     return AsciiToUnicode(directory, wide) && SetCurrentDirectoryW(ToSystem(wide)) != 0;
 }
@@ -39,7 +39,7 @@ bool ExpandEnvironment(string const &in, string &out)
     wstring wide;
     if (!AsciiToUnicode(in, wide))
         return false;
-    // The size that this one tells counts the 0 at the end, always.
+    // This function's size always includes the 0 at the end.
     DWORD const size = ExpandEnvironmentStringsW(ToSystem(wide), nullptr, 0);
     wstring expanded(size, 0);
     if (size == 0 || ExpandEnvironmentStringsW(ToSystem(wide), ToSystem(expanded), size) != size)

@@ -16,14 +16,14 @@ namespace quillmarsh::platform::drawing
 namespace
 {
 
-/// Nothing but the clipping rectangle cuts a text off.
+/// Only the clipping rectangle cuts off a text.
 constexpr INT s_formatFlags =
     Gdiplus::StringFormatFlagsNoWrap | Gdiplus::StringFormatFlagsNoClip | Gdiplus::StringFormatFlagsNoFitBlackBox;
 
 std::mutex s_startMutex;
 unsigned int s_numStarts = 0;
 
-/// Frees what the service's headers made around an object that is the service's own.
+/// Frees the wrapper that GDI+'s headers made for one of GDI+'s own objects.
 template<typename Object>
 void Forget(Object *&generic)
 {
@@ -31,7 +31,7 @@ void Forget(Object *&generic)
     generic = nullptr;
 }
 
-/// The headers keep what the service has for everybody once they have asked for it, and that ends with the service.
+/// Frees the wrappers of GDI+'s generic objects, which its headers cache and which become invalid when GDI+ stops.
 void ForgetGenericObjects()
 {
     Forget(Gdiplus::_GdipFontFamilyCachedGenericMonospace);
@@ -41,7 +41,7 @@ void ForgetGenericObjects()
     Forget(Gdiplus::_GdipStringFormatCachedGenericTypographic);
 }
 
-/// The service's own object of a family; not available when the name is none.
+/// Makes GDI+'s object for a family; it is not available when the family is not installed.
 AutoPtr<Gdiplus::FontFamily> MakeFamily(FontFace const &face)
 {
     wstring name;
@@ -155,7 +155,7 @@ struct Font::State
         measuring.SetTextRenderingHint(hint);
     }
 
-    /// Length in pixels of one in units of the em.
+    /// Converts a length in units of the em to pixels.
     float Scale(UINT16 units) const
     {
         return static_cast<float>(units) * emSize / static_cast<float>(family->GetEmHeight(style));
@@ -174,7 +174,7 @@ struct Font::State
 
 Font::Font(FontFace const &face, float size, GlyphEdges edges)
 {
-    // Not every version of the drawing library looks at the size.
+    // Some versions of GDI+ do not check the size.
     if (!(size > 0))
         return;
     state_ = std::make_unique<State>(face, size, edges);

@@ -17,7 +17,7 @@ namespace quillmarsh::platform
 namespace
 {
 
-/// Hands the outcome of an operation on; of a failure, the run-time library learns as of its own.
+/// Returns the result of an operation; on failure it sets errno, as the run-time library does for its own functions.
 bool Report(bool succeeded)
 {
     if (!succeeded)
@@ -30,7 +30,7 @@ bool Report(bool succeeded)
     return succeeded;
 }
 
-/// Calls an operation of the system on a name.
+/// Calls a system function with the system's form of a name.
 template<typename Operation>
 bool CallOnPath(Operation operation, string const &name)
 {
@@ -38,7 +38,8 @@ bool CallOnPath(Operation operation, string const &name)
     return Report(MakeSystemPath(name, path) && operation(ToSystem(path)) != 0);
 }
 
-/// A look at what a name stands for in the end, through links, which nobody who holds it open can refuse.
+/// A handle that reads the attributes of a file, through links. It works even while others have the file open
+/// exclusively.
 class FileView : NoCopy
 {
 public:
@@ -60,12 +61,12 @@ private:
     HANDLE handle_;
 };
 
-/// Which file a name stands for; false if it cannot be told.
+/// Reads the identity of a file; false when the system does not give one.
 bool Identify(wstring const &path, DirectoryIdentity &identity)
 {
     FileView const file(path);
     BY_HANDLE_FILE_INFORMATION information;
-    // A number of 0 is that of all files on volumes that number none.
+    // Volumes that do not number their files give all of them 0.
     bool const succeeded = file.IsOpen() && GetFileInformationByHandle(file.Get(), &information) != 0 &&
                            (information.nFileIndexHigh | information.nFileIndexLow) != 0;
     if (succeeded)
@@ -81,7 +82,7 @@ bool IsSameFile(wstring const &a, wstring const &b)
     return Identify(a, first) && Identify(b, second) && first == second;
 }
 
-/// A free name in the directory of a file.
+/// Makes an unused name in the directory of a file.
 wstring MakeNameBeside(wstring const &path)
 {
     static LONG s_counter = 0;
@@ -92,7 +93,7 @@ wstring MakeNameBeside(wstring const &path)
     return path.substr(0, path.rfind('\\') + 1) + suffix;
 }
 
-/// Copies to a new file beside the target and puts it in place when it is complete, so that a failure loses nothing.
+/// Copies to a new file beside the target, and renames it when it is complete. A failure leaves the target as it was.
 bool CopyOver(wstring const &from, wstring const &to)
 {
     wstring const copy = MakeNameBeside(to);
@@ -109,10 +110,10 @@ bool CopyOver(wstring const &from, wstring const &to)
 
 constexpr wstring::value_type s_oldWildcards[] = {'<', '>', '"'};
 
-/// The entry itself, links not followed.
+/// Reads the entry itself and does not follow links.
 bool ReadEntry(wstring const &path, WIN32_FIND_DATAW &entry)
 {
-    // More wildcards, which no name has.
+    // These characters are wildcards too, and are not allowed in names.
     if (path.find_first_of(s_oldWildcards, 0, std::size(s_oldWildcards)) != wstring::npos)
     {
         SetLastError(ERROR_INVALID_NAME);
@@ -133,7 +134,7 @@ bool IsAbsent(DWORD code)
     return code == ERROR_FILE_NOT_FOUND || code == ERROR_PATH_NOT_FOUND || code == ERROR_INVALID_NAME;
 }
 
-/// Brings the name of a server from the form that it has behind the long-path prefix into the usual one.
+/// Converts a server's name from its form after the long-path prefix to the usual form.
 void RestoreServer(string &name)
 {
     if (EatPrefix(name, "UNC\\"))
@@ -163,7 +164,7 @@ public:
 
     bool Next(string &name, bool &isDirectory) override
     {
-        // A name that is not well-formed has no 8-bit form, and is passed over.
+        // Skips a name that is not valid UTF-16: it has no 8-bit form.
         for (name.clear(); hasEntry_ && name.empty(); hasEntry_ = FindNextFileW(search_, &entry_) != 0)
         {
             name = FromSystem(entry_.cFileName);
@@ -202,7 +203,7 @@ bool CopyOneFile(string const &from, string const &to, bool overwrite)
 {
     wstring source;
     wstring target;
-    // A link stays one, and what it leads to is replaced.
+    // Follows a link: the file that it leads to is replaced, the link stays.
     if (!MakeSystemPath(from, source) || !MakeSystemPath(FollowLinks(to), target))
         return Report(false);
     if (IsSameFile(source, target))
@@ -258,7 +259,7 @@ bool MakeTempFile(string &result, string const &directory, string const &prefix)
     wstring wideDirectory;
     wstring widePrefix;
     std::array<wchar_t, MAX_PATH> name;
-    // What the system also takes for a separator leads out of the directory.
+    // The system takes these characters as separators too; they would lead out of the directory.
     if (prefix.find_first_of("/:") != string::npos || !AsciiToUnicode(directory, wideDirectory) ||
         !AsciiToUnicode(prefix, widePrefix))
     {
@@ -308,7 +309,7 @@ string FollowLinks(string const &name)
 
 std::filesystem::path MakeStreamPath(string const &name)
 {
-    // Files with a longer name beside this one must be within the limit, too.
+    // Leaves room under the limit for a longer name in the same directory.
     constexpr std::size_t longestPlainName = MAX_PATH - 60;
     wstring path;
     string plain;

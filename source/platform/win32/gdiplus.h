@@ -1,4 +1,4 @@
-// The system's drawing library. Nobody else includes it.
+// The system's drawing library, GDI+. Only this header includes its headers.
 #ifndef QUILLMARSH_SOURCE_PLATFORM_WIN32_GDIPLUS_H
 #define QUILLMARSH_SOURCE_PLATFORM_WIN32_GDIPLUS_H
 
@@ -7,7 +7,7 @@
 #include <algorithm>
 #include <objidl.h>
 
-// The drawing library's own headers call min and max, which our header of the system takes away.
+// GDI+'s headers call min and max, which windows.h of this folder removes.
 namespace Gdiplus
 {
 using std::max;

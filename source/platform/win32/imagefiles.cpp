@@ -20,10 +20,11 @@ namespace
 
 using namespace std::literals;
 
-/// More pixels than a byte of a file stands for, in any format but that of facsimiles, in which a bit can be a row.
+/// Upper bound for the pixels that one byte of a file describes. Facsimile formats can have more: there, one bit can be
+/// a row.
 constexpr std::uint64_t s_pixelsPerByte = 255 * 255 / 4 + 1;
 
-/// How a file begins that is opened. The drawing library knows more formats, drawings among them, which it plays.
+/// First bytes of the supported formats. GDI+ opens others as well, among them metafiles, which run drawing commands.
 constexpr std::string_view s_magics[] = {"\x89PNG\r\n\x1A\n"sv, "\xFF\xD8\xFF"sv, "BM"sv, "II*\0"sv, "MM\0*"sv};
 
 constexpr GUID s_quality = {0x1D5BE4B5, 0xFA4A, 0x452D, {0x9C, 0xDD, 0x5D, 0xB3, 0x51, 0x05, 0xE7, 0xEB}};
@@ -35,7 +36,7 @@ bool FindEncoder(char const *mimeType, CLSID &encoder)
     UINT byteSize = 0;
     if (Gdiplus::GetImageEncodersSize(&count, &byteSize) != Gdiplus::Ok || count == 0)
         return false;
-    // The texts that the records point to follow behind them.
+    // The records point to texts that follow them in the same memory.
     std::vector<Gdiplus::ImageCodecInfo> encoders(byteSize / sizeof(Gdiplus::ImageCodecInfo) + 1);
     if (Gdiplus::GetImageEncoders(count, byteSize, encoders.data()) != Gdiplus::Ok)
         return false;
@@ -93,8 +94,8 @@ ImageFailure DescribeStatus(Gdiplus::Status status)
     return {eImageFailure::e_damaged, "GDI+: failed with status " + std::to_string(status)};
 }
 
-/// The bytes of an image file. The drawing library keeps a file open for as long as there is a bitmap of it, and sometimes
-/// beyond; nobody waits for these. Null, with the failure, for a file that is none.
+/// Reads an image file into memory, because GDI+ keeps a file open while its bitmap exists, and sometimes longer.
+/// Returns null and the failure when the file is no image.
 StreamPtr ReadIntoStream(std::FILE *file, std::uint64_t fileSize, ImageFailure &failure)
 {
     if (fileSize > std::numeric_limits<LONG>::max())
@@ -117,11 +118,11 @@ Gdiplus::PixelFormat ToPixelFormat(PixelRows const &rows)
     return rows.hasAlpha ? PixelFormat32bppARGB : PixelFormat32bppRGB;
 }
 
-/// Picture that the drawing library decodes when its pixels are wanted.
+/// A picture that GDI+ decodes when its pixels are read.
 class BitmapReader final : public ImageFileReader
 {
 public:
-    /// False for what the drawing library does not take, and for a size that the file cannot stand for.
+    /// Opens a picture. Fails when GDI+ does not support it, and when it claims more pixels than the file can hold.
     bool Open(IStream *stream, std::uint64_t fileSize)
     {
         bitmap_ = std::make_unique<Gdiplus::Bitmap>(stream);

@@ -29,7 +29,7 @@ string ReadUserName()
 
 bool ReadSystemVersion(SystemVersion &version)
 {
-    // The documented call answers with the version that the program was made for.
+    // The documented function returns the version that the program was built for.
     using RtlGetVersion = LONG(WINAPI *)(OSVERSIONINFOEXW *);
     HMODULE const module = GetModuleHandleA("ntdll.dll");
     auto const read = reinterpret_cast<RtlGetVersion>(

@@ -10,7 +10,8 @@ namespace quillmarsh::platform
 namespace
 {
 
-/// What each timer calls: the system hands its window and its number to the one procedure that all of them share.
+/// The callback of each timer, by window and number: all timers share one procedure, which gets these two from the
+/// system.
 struct TimerCallbacks
 {
     std::mutex mutex;
@@ -47,7 +48,7 @@ bool PostMessageToThread(unsigned int threadId, ThreadMessage const &message)
 bool PeekThreadMessage(ThreadMessage &message, bool remove)
 {
     MSG next;
-    // The wide calls: windows have their text in UTF-16.
+    // The wide functions, because windows get their text as UTF-16.
     if (!PeekMessageW(&next, nullptr, 0, 0, remove ? PM_REMOVE : PM_NOREMOVE))
         return false;
     message = {next.hwnd, next.message, next.wParam, next.lParam};
@@ -56,7 +57,7 @@ bool PeekThreadMessage(ThreadMessage &message, bool remove)
 
 void WaitThreadMessage()
 {
-    // Messages that are there are enough, also when somebody has looked at them already.
+    // Returns at once for messages in the queue, even when the thread has already looked at them.
     MsgWaitForMultipleObjectsEx(0, nullptr, INFINITE, QS_ALLINPUT, MWMO_INPUTAVAILABLE);
 }
 

@@ -23,14 +23,14 @@ HMODULE LoadByName(string const &fileName, DWORD flags)
     return nullptr;
 }
 
-/// Begin of a record that lies at an offset in a loaded image.
+/// Returns the record at an offset in a loaded image.
 template<typename Record>
 Record const *At(HMODULE image, DWORD offset)
 {
     return reinterpret_cast<Record const *>(reinterpret_cast<char const *>(image) + offset);
 }
 
-/// The first library in an image's table of imports that cannot be loaded; empty if there is none.
+/// Returns the first library in an image's import table that cannot be loaded; empty when all can.
 string FindMissingImport(HMODULE image)
 {
     auto const *const dosHeader = At<IMAGE_DOS_HEADER>(image, 0);
@@ -49,8 +49,8 @@ string FindMissingImport(HMODULE image)
     return {};
 }
 
-/// Reason of a failed load. The system does not tell the name of a dependency that is missing; a look at the imports of
-/// the file, mapped without running any of it, does.
+/// Describes why loading failed. The system does not name a missing dependency, so the file is mapped without running
+/// any of it, and its imports are tried.
 string DescribeFailure(string const &fileName, DWORD code)
 {
     string description = fileName + ": " + DescribeSystemError(code);
@@ -64,14 +64,15 @@ string DescribeFailure(string const &fileName, DWORD code)
     return missing.empty() ? description : description + " Missing: " + missing;
 }
 
-/// LoadLibraryA takes the code page of the system, in which only ASCII is the same as in UTF-8, and no long names.
+/// Loads a module. LoadLibraryA expects the system's code page, which agrees with UTF-8 in ASCII only, and accepts no
+/// long names.
 HMODULE LoadModule(string const &fileName)
 {
     return IsAscii(fileName) && fileName.size() < MAX_PATH ? LoadLibraryA(fileName.c_str()) : LoadByName(fileName, 0);
 }
 
-/// The system would look into the current directory for a name without a path. Any directory that is set takes its
-/// place; the system's own is looked into anyway.
+/// Keeps the system from searching the current directory for a name without a path. Any directory that is set replaces
+/// it in the search; the system's own directory is searched anyway.
 void LeaveCurrentDirectoryOut()
 {
     static std::once_flag s_once;
@@ -85,7 +86,7 @@ void LeaveCurrentDirectoryOut()
                    });
 }
 
-/// Keeps the system from telling the user, in a dialog of its own, of a library that it cannot use.
+/// Keeps the system from showing its own dialog for a library that it cannot load.
 class NoSystemDialogs : NoCopy
 {
 public:

@@ -35,7 +35,7 @@ HANDLE GetStreamHandle(eStandardStream stream)
     }
 }
 
-/// What the console was like before. It outlives the program.
+/// The console's earlier settings. The console outlives the program.
 struct ConsoleSettings
 {
     UINT outputCodePage = 0;
@@ -46,7 +46,7 @@ struct ConsoleSettings
 
 constinit ConsoleSettings s_before;
 
-/// Adds settings to those of a console; does nothing to any other stream.
+/// Adds flags to the mode of a console; has no effect on other streams.
 void AddConsoleMode(eStandardStream stream, DWORD added, DWORD &before)
 {
     HANDLE const handle = GetStreamHandle(stream);
@@ -54,10 +54,11 @@ void AddConsoleMode(eStandardStream stream, DWORD added, DWORD &before)
         SetConsoleMode(handle, before | added);
 }
 
-/// The run-time library would hand a console byte after byte, and so cut characters. False when the text is not UTF-8.
+/// Writes whole characters to a console; the run-time library would write byte by byte and split them. Returns false
+/// when the text is not UTF-8.
 bool WriteConsoleText(HANDLE console, std::string_view text)
 {
-    // Old systems take no more than this at once, and a bit less.
+    // Stays below the limit of old systems for one call.
     constexpr std::size_t most = 16000;
     wstring wide;
     if (!AsciiToUnicode(string(text), wide))
@@ -76,7 +77,7 @@ bool WriteConsoleText(HANDLE console, std::string_view text)
 
 std::vector<string> GetProgramArguments(int, char **)
 {
-    // What main is given stands in the code page of the system.
+    // The arguments of main() are in the system's code page, so they are not used.
     std::vector<string> words;
     int count = 0;
     wchar_t **const arguments = CommandLineToArgvW(GetCommandLineW(), &count);
@@ -88,7 +89,7 @@ std::vector<string> GetProgramArguments(int, char **)
 
 string GetProgramFileName(string const &invokedName)
 {
-    // The longest name that the system knows; a shorter buffer cuts it off.
+    // The system's limit for a name; a shorter buffer would truncate it.
     wstring name(32768, 0);
     DWORD const length = GetModuleFileNameW(nullptr, ToSystem(name), static_cast<DWORD>(name.size()));
     return length > 0 && length < name.size() ? FromSystem(ToSystem(name)) : invokedName;
@@ -98,9 +99,9 @@ void PrepareStandardStreams()
 {
     for (std::FILE *stream : {stdin, stdout, stderr})
         _setmode(_fileno(stream), _O_BINARY);
-    // A drive without a medium is a failure, and no question to the user.
+    // An empty drive is a failure; the system must not ask the user about it.
     SetErrorMode(SEM_FAILCRITICALERRORS);
-    // Text is UTF-8, colours are escape sequences, and lines are edited by the system.
+    // The console takes UTF-8 and escape sequences, and the system edits input lines.
     s_before.outputCodePage = GetConsoleOutputCP();
     SetConsoleOutputCP(CP_UTF8);
     AddConsoleMode(eStandardStream::e_output, s_followsEscapes, s_before.outputMode);
@@ -122,7 +123,7 @@ void RestoreConsole()
 
 bool IsTerminal(eStandardStream stream)
 {
-    // The run-time library takes every device for a terminal, the one for nothing too.
+    // The run-time library takes every device for a terminal, NUL included.
     DWORD mode = 0;
     return GetConsoleMode(GetStreamHandle(stream), &mode) != 0;
 }

@@ -17,7 +17,7 @@ struct SignalWatch::State
 namespace
 {
 
-/// Status of a process that Ctrl+C ended.
+/// Exit status of a process that Ctrl+C ended.
 constexpr UINT s_controlCExit = 0xC000013A;
 
 std::mutex s_signalMutex;
@@ -36,7 +36,7 @@ eSignal ToSignal(DWORD event)
     }
 }
 
-/// The system calls it on a thread that it makes for each event.
+/// The system calls this on a new thread for each event.
 BOOL WINAPI OnConsoleEvent(DWORD event)
 {
     {
@@ -45,7 +45,7 @@ BOOL WINAPI OnConsoleEvent(DWORD event)
             return FALSE;
         (*s_onSignal)(ToSignal(event));
     }
-    // The process ends when this returns for anything but an interrupt: the program has a moment to end by itself.
+    // Except for an interrupt, the process ends when this returns. The wait lets the program end by itself.
     if (event != CTRL_C_EVENT && event != CTRL_BREAK_EVENT)
         Sleep(3000);
     return TRUE;
@@ -74,7 +74,7 @@ void EndProcessBySignal(eSignal)
 {
     std::fflush(nullptr);
     RestoreConsole();
-    // Not by way of exit(): the calling thread may be one that static destructors wait for.
+    // exit() would run static destructors, which may wait for the calling thread.
     TerminateProcess(GetCurrentProcess(), s_controlCExit);
     for (;;)
         Sleep(INFINITE);

@@ -22,7 +22,7 @@ unsigned int __stdcall RunThreadFunction(void *start)
     return call.function(call.argument);
 }
 
-/// The system has the one prefix of the two for the objects of one user.
+/// Windows knows only one of the two prefixes for objects of one user.
 string MakeObjectName(string name)
 {
     return EatPrefix(name, "Session\\") ? "Local\\" + name : name;

@@ -21,8 +21,8 @@ struct QueueTimer
 };
 using TimerPointer = std::shared_ptr<QueueTimer>;
 
-/// The timers that have not been deleted, by numbers of our own: the system may still begin a call of a timer that was
-/// deleted without waiting, and finds nothing here then.
+/// The timers that have not been deleted, by numbers of our own. The system may still call a timer that was deleted
+/// without waiting; the call then finds no timer here.
 struct TimerTable
 {
     std::mutex mutex;

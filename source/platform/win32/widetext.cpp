@@ -53,7 +53,7 @@ bool MakeSystemPath(string const &name, wstring &path)
         path = wide;
         return true;
     }
-    // Behind the prefix the system takes a name as it is: it has to be full, and without dots.
+    // With the prefix, the system does not interpret a name, so it must be a full name without "." and "..".
     auto const read = [&wide](wchar_t *buffer, DWORD size)
     { return GetFullPathNameW(ToSystem(wide), size, buffer, nullptr); };
     wstring full;
@@ -70,7 +70,7 @@ bool MakeSystemPath(string const &name, wstring &path)
         SetLastError(ERROR_BAD_DEVICE);
         return false;
     }
-    // A server's name has a form of its own behind the prefix.
+    // A server's name has a different form after the prefix.
     if (MatchPrefix(text, "\\\\"))
         text.replace(0, 1, "UNC");
     return file_system::ConvertPathName(rules, text, path);

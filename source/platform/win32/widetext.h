@@ -1,4 +1,4 @@
-// The library's wide text and names of files as the system takes them.
+// Converts the library's text and file names to the system's form.
 #ifndef QUILLMARSH_SOURCE_PLATFORM_WIN32_WIDETEXT_H
 #define QUILLMARSH_SOURCE_PLATFORM_WIN32_WIDETEXT_H
 
@@ -7,7 +7,7 @@
 namespace quillmarsh::platform
 {
 
-/// @name The same units under the system's type
+/// @name Wide text as the system's type, without a copy
 /// @{
 inline wchar_t const *ToSystem(wstring const &text)
 {
@@ -20,21 +20,22 @@ inline wchar_t *ToSystem(wstring &text)
 }
 /// @}
 
-/// Whether a text is the same in UTF-8 and in any code page of the system.
+/// True when a text is the same in UTF-8 and in every code page of the system.
 bool IsAscii(string const &text);
 
-/// UTF-8 of a text that ends in 0; empty if it is not well-formed.
+/// Converts a text that ends in 0 to UTF-8; empty when it is not valid UTF-16.
 string FromSystem(wchar_t const *text);
 
-/// The system's text for an error code, without its line end.
+/// Returns the system's text for an error code, without its line end.
 string DescribeSystemError(unsigned long code);
 
-/// Full name with the long-path prefix, "." and ".." resolved; a name that has the prefix is taken as it is. False, and
-/// then the system's last error is set, for a device's name and for one that is not UTF-8.
+/// Makes the full name with the long-path prefix, and resolves "." and ".."; a name that has the prefix already stays
+/// unchanged. Returns false and sets the system's last error for the name of a device, and for a name that is not
+/// UTF-8.
 bool MakeSystemPath(string const &name, wstring &path);
 
-/// Calls `read(buffer, size)` until the buffer is large enough. The call returns the length that it wrote, the size
-/// that it needs, or 0 on failure.
+/// Calls `read(buffer, size)` until the buffer is large enough. `read` returns the length that it wrote, the size that
+/// it needs, or 0 on failure.
 template<typename Read>
 bool ReadSystemText(Read read, wstring &text)
 {

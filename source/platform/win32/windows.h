@@ -1,4 +1,4 @@
-// The system's own header, without the macros that collide with our names. Nobody else includes it.
+// The system's own header, without the macros that collide with our names. Only this header includes it.
 #ifndef QUILLMARSH_SOURCE_PLATFORM_WIN32_WINDOWS_H
 #define QUILLMARSH_SOURCE_PLATFORM_WIN32_WINDOWS_H
 
@@ -20,7 +20,7 @@
 
 #include <mmsystem.h>
 
-// Call the system's functions by their full names, with A or W at the end.
+// Call the system's functions by their full names, which end in A or W.
 #undef CopyFile
 #undef CreateDialog
 #undef CreateDirectory

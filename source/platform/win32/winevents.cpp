@@ -1,4 +1,4 @@
-// The messages of windows, as events.
+// Turns the messages of windows into events.
 #include "source/platform/desktopevents.h"
 #include "source/platform/win32/winkeys.h"
 #include "source/platform/win32/winwindow.h"
@@ -18,10 +18,10 @@ namespace
 
 constexpr wchar_t s_szWindowClass[] = L"QuillmarshWindow";
 
-/// Thrown by a listener while Windows called back.
+/// Exception that a listener threw during a call by Windows.
 std::exception_ptr s_thrown;
 
-/// A message of a mouse button, for up and down alike.
+/// The two messages of a mouse button.
 struct ButtonMessage
 {
     UINT down;
@@ -40,7 +40,7 @@ struct PlainMessage
 {
     UINT message;
     eDesktopEvent kind;
-    /// Every window gets it: the first one that is open tells it.
+    /// Every window gets this message; only the first open window sends the event.
     bool isOfAll = false;
 };
 
@@ -78,7 +78,7 @@ void OnKey(Window::System &system, LPARAM lParam, bool isDown)
     event.modifiers = ReadModifiers();
     event.isOn = isDown;
     event.isRepeat = isDown && (lParam & 1 << 30) != 0;
-    // This key is told of when it goes up only.
+    // Windows reports this key only when it goes up.
     if (event.key == e_key_print_screen && !isDown)
     {
         event.isOn = true;
@@ -162,7 +162,7 @@ bool OnButton(Window::System &system, UINT message, WPARAM wParam, LPARAM lParam
         if (!isDown && message != known.up)
             continue;
         bool const isSecond = known.down == WM_XBUTTONDOWN && HIWORD(wParam) == XBUTTON2;
-        // A drag out of the window is told of to its end.
+        // The capture brings the messages of a drag that leaves the window.
         if (isDown)
             SetCapture(system.window);
         else if ((wParam & (MK_LBUTTON | MK_RBUTTON | MK_MBUTTON | MK_XBUTTON1 | MK_XBUTTON2)) == 0)
@@ -247,7 +247,7 @@ void Tell(Window::System &system, UINT message, WPARAM wParam, LPARAM lParam)
     }
 }
 
-/// True for what the system is to do nothing about.
+/// True for a message that the system must not handle.
 bool IsDone(Window::System &system, UINT message, WPARAM wParam, LPARAM lParam)
 {
     switch (message)
@@ -258,7 +258,7 @@ bool IsDone(Window::System &system, UINT message, WPARAM wParam, LPARAM lParam)
     case WM_ERASEBKGND:
         return system.isFilled;
     case WM_SYSCOMMAND:
-        // The menu key is a key like others here.
+        // The menu key must not open the window's menu.
         return (wParam & 0xfff0) == SC_KEYMENU;
     case WM_SETCURSOR:
         if (LOWORD(lParam) != HTCLIENT || !system.cursor)
@@ -273,12 +273,12 @@ bool IsDone(Window::System &system, UINT message, WPARAM wParam, LPARAM lParam)
 LRESULT CALLBACK OnMessage(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
 {
     auto *const system = reinterpret_cast<Window::System *>(GetWindowLongPtrW(window, GWLP_USERDATA));
-    // A window that is being destroyed has told of that.
+    // A window that is being destroyed sends no more events.
     if (!system || Window::Find(window) == nullptr)
         return DefWindowProcW(window, message, wParam, lParam);
     try
     {
-        // A listener may destroy the window.
+        // Found before the call, in which a listener may destroy the window.
         bool const isDone = IsDone(*system, message, wParam, lParam);
         Tell(*system, message, wParam, lParam);
         if (isDone)
@@ -302,7 +302,7 @@ wchar_t const *GetWindowClass()
     description.hCursor = static_cast<HCURSOR>(
         LoadImageW(nullptr, MAKEINTRESOURCEW(32512), IMAGE_CURSOR, 0, 0, LR_DEFAULTSIZE | LR_SHARED));
     description.lpszClassName = s_szWindowClass;
-    // Nothing happens when it is there already.
+    // Has no effect when the class is registered already.
     RegisterClassExW(&description);
     return s_szWindowClass;
 }
@@ -318,12 +318,12 @@ void TakeDesktopEvents()
     if (!IsDesktopThread())
         return;
     std::vector<Window *> const &windows = GetOpenWindows();
-    // Listeners may open and destroy windows: one that is missed for that has its turn next time.
+    // Listeners may open and destroy windows; a window that this walk misses for that reason is handled next time.
     for (std::size_t i = 0; i < windows.size();)
     {
         MSG message;
         bool const isThere = PeekMessageW(&message, windows[i]->GetHandle(), 0, 0, PM_REMOVE) != FALSE;
-        // Drawing is what the system asks for last, and it may be asked for anew by the one who draws.
+        // WM_PAINT comes after all other messages, and a listener that draws may cause another one.
         if (!isThere || message.message == WM_PAINT)
             ++i;
         if (isThere)
@@ -337,7 +337,7 @@ void TakeDesktopEvents()
 
 void PumpDesktop()
 {
-    // The timers of a window are among its messages.
+    // A window's timers are messages of the window.
     TakeDesktopEvents();
 }
 

@@ -11,7 +11,7 @@ namespace quillmarsh::platform
 namespace
 {
 
-/// Keys that follow one another here and there.
+/// Keys that follow one another both in eKey and in the scan codes.
 struct KeyRun
 {
     unsigned int scanCode;
@@ -70,12 +70,12 @@ constexpr KeyRun s_keyRuns[] = {
     {0x5d, e_key_app_menu, 1, true},
 };
 
-/// The virtual key that a key has under the present layout; 0 without one.
+/// Returns the virtual key of a key in a layout; 0 when it has none.
 unsigned int FindVirtualKey(eKey key, HKL layout)
 {
     constexpr eKey numKeys[] = {e_key_num_0, e_key_num_1, e_key_num_2, e_key_num_3, e_key_num_4,
                                 e_key_num_5, e_key_num_6, e_key_num_7, e_key_num_8, e_key_num_9};
-    // Their codes on the hardware are those of the arrows.
+    // These keys share their scan codes with the arrow keys.
     for (unsigned int i = 0; i < std::size(numKeys); ++i)
     {
         if (key == numKeys[i])
@@ -94,7 +94,7 @@ unsigned int FindVirtualKey(eKey key, HKL layout)
 
 eKey FindKey(unsigned int scanCode, bool isExtended)
 {
-    // The right shift comes with and without the mark.
+    // The right shift key comes with and without the extended flag.
     isExtended = isExtended || scanCode == 0x36;
     for (KeyRun const &run : s_keyRuns)
     {
@@ -115,7 +115,7 @@ bool FindKeyCharacter(eKey key, KeyModifiers const &modifiers, char32_t &charact
         return false;
     BYTE state[256] = {};
     state[VK_SHIFT] = modifiers.isShiftDown ? isDown : 0;
-    // The system takes control and alternate together for the key of the third level.
+    // Windows treats Ctrl and Alt together as AltGr.
     state[VK_CONTROL] = modifiers.isControlDown || modifiers.isAltGrDown ? isDown : 0;
     state[VK_MENU] = modifiers.isAltGrDown ? isDown : 0;
     state[VK_CAPITAL] = modifiers.isCapsLockOn ? 1 : 0;

@@ -1,4 +1,4 @@
-// Keys, as Windows tells of them.
+// Keys as Windows reports them.
 #ifndef QUILLMARSH_SOURCE_PLATFORM_WIN32_WINKEYS_H
 #define QUILLMARSH_SOURCE_PLATFORM_WIN32_WINKEYS_H
 
@@ -7,7 +7,7 @@
 namespace quillmarsh::platform
 {
 
-/// Finds a key by the code that its hardware sends; e_key_none for what is no key of ours.
+/// Returns the key of a hardware scan code; e_key_none when eKey does not name it.
 eKey FindKey(unsigned int scanCode, bool isExtended);
 
 } // namespace quillmarsh::platform

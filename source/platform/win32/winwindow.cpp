@@ -22,7 +22,7 @@ DWORD GetStyle(WindowDesc const &desc)
     return style;
 }
 
-/// The whole window around a client area.
+/// Returns the rectangle of the whole window around a client area.
 RECT AddFrame(HWND window, RECT area)
 {
     AdjustWindowRectEx(&area, static_cast<DWORD>(GetWindowLongPtrW(window, GWL_STYLE)), FALSE,
@@ -30,7 +30,7 @@ RECT AddFrame(HWND window, RECT area)
     return area;
 }
 
-/// The display that a window is on.
+/// Returns the rectangle of a window's display.
 RECT GetDisplayOf(HWND window)
 {
     MONITORINFO info = {};
@@ -49,7 +49,7 @@ RECT GetClientAreaOnDesktop(HWND window)
 
 void RegisterMouse()
 {
-    // Raw movements, for when the cursor is held; they go to the window that has the focus.
+    // Requests raw movements, which are used while the cursor is held. They go to the window with the focus.
     constexpr USHORT genericDesktopPage = 1;
     constexpr USHORT mouseUsage = 2;
     RAWINPUTDEVICE const mouse = {genericDesktopPage, mouseUsage, 0, nullptr};
@@ -242,7 +242,7 @@ void UpdateCursorHold()
     RECT const area = holds ? GetClientAreaOnDesktop(active->GetHandle()) : RECT();
     if (holds || s_isCursorHidden)
         ClipCursor(holds ? &area : nullptr);
-    // The system counts.
+    // ShowCursor counts its calls, so call it only on a change.
     if (holds != s_isCursorHidden)
         ShowCursor(holds ? FALSE : TRUE);
     s_isCursorHidden = holds;

@@ -1,4 +1,4 @@
-// A window of Windows.
+// The Windows side of a window.
 #ifndef QUILLMARSH_SOURCE_PLATFORM_WIN32_WINWINDOW_H
 #define QUILLMARSH_SOURCE_PLATFORM_WIN32_WINWINDOW_H
 
@@ -23,26 +23,26 @@ struct Window::System : NoCopy
     Window &owner;
     HWND window = nullptr;
     bool isFilled = false;
-    /// Null for no cursor, nothing for the arrow.
+    /// Null hides the cursor; without a value it is the arrow.
     std::optional<HCURSOR> cursor;
-    /// What full screen gives back.
+    /// State to restore after full screen.
     bool isFullscreen = false;
     LONG_PTR styleBefore = 0;
     WINDOWPLACEMENT placementBefore = {};
 
-    // What the messages leave out.
+    // State that the messages do not carry.
     bool isMouseInside = false;
     POINT lastPosition = {};
     wchar_t highSurrogate = 0;
 };
 
-/// Class of the windows, registered with the first of them.
+/// Returns the name of the window class; the first call registers it.
 wchar_t const *GetWindowClass();
-/// Limits the cursor to the active window while it is held.
+/// Confines the cursor to the active window while it is held.
 void UpdateCursorHold();
 bool IsCursorHeld();
 
-/// Lets the exception pass that a listener threw while Windows called back, which it may not cross.
+/// Rethrows the exception that a listener threw during a call by Windows: it must not pass through Windows.
 void RethrowFromCallbacks();
 
 } // namespace quillmarsh::platform

@@ -1,4 +1,4 @@
-// The bitmaps that Windows' drawing service has, as far as the library's public functions take them.
+// The bitmaps of Windows' drawing service, reduced to what the library's public functions need.
 #ifndef QUILLMARSH_PLATFORM_LINUX_GDIPLUS_H
 #define QUILLMARSH_PLATFORM_LINUX_GDIPLUS_H
 
@@ -14,8 +14,8 @@ inline constexpr int PixelFormat32bppRGB = 0x00022009;
 inline constexpr int PixelFormat32bppARGB = 0x0026200A;
 /// @}
 
-/// For programs that know the drawing service of Windows: its bitmaps over memory, and the record that describes pixels.
-/// There, the system's own header has these names.
+/// Bitmaps over memory, and the record that describes pixels, under the names that they have in Windows' drawing
+/// service. On Windows, the system's own header declares them.
 namespace Gdiplus
 {
 
@@ -27,7 +27,7 @@ enum Status
     NotImplemented = 6
 };
 
-/// What LockBits() is for; flags.
+/// Flags that tell LockBits() what the caller will do.
 enum ImageLockMode
 {
     ImageLockModeRead = 1,
@@ -39,7 +39,7 @@ enum ImageLockMode
 class Rect
 {
 public:
-    /// Takes the position of the left top corner, and the size.
+    /// Makes a rectangle from the position of its top left corner and its size.
     constexpr Rect(int x, int y, int width, int height) : X(x), Y(y), Width(width), Height(height) {}
 
     int X;
@@ -66,7 +66,8 @@ public:
 class Bitmap
 {
 public:
-    /// GetLastStatus() gives InvalidParameter for no memory, no pixels, a stride that is too short, or another format.
+    /// Makes a bitmap over the memory at `scan0`, which must outlive it. GetLastStatus() returns InvalidParameter when
+    /// `scan0` is null, there are no pixels, the stride is too short, or the format has no 32 bits.
     Bitmap(int width, int height, int stride, int format, unsigned char *scan0)
     {
         if (width <= 0 || height <= 0 || !IsSupported(format) || std::abs(stride) / 4 < width || !scan0)
@@ -81,15 +82,15 @@ public:
     Bitmap(Bitmap const &) = delete;
     Bitmap &operator=(Bitmap const &) = delete;
 
-    /// Whether the bitmap could be made.
+    /// Returns Ok when the constructor could make the bitmap.
     Status GetLastStatus() const { return status_; }
-    /// Number of columns.
+    /// Returns the number of columns.
     unsigned int GetWidth() const { return data_.Width; }
-    /// Number of rows.
+    /// Returns the number of rows.
     unsigned int GetHeight() const { return data_.Height; }
 
-    /// Copies all pixels to the described memory with ImageLockModeRead; with ImageLockModeWrite, UnlockBits() copies them
-    /// back. Takes the whole of the bitmap only, with ImageLockModeUserInputBuf.
+    /// Copies all pixels to the described memory with ImageLockModeRead; with ImageLockModeWrite, UnlockBits() copies
+    /// them back. Locks only the whole bitmap, and only with ImageLockModeUserInputBuf.
     Status LockBits(Rect const *rect, unsigned int flags, int format, BitmapData *data)
     {
         bool const isWhole = rect->X == 0 && rect->Y == 0 && static_cast<unsigned int>(rect->Width) == data_.Width &&
@@ -105,7 +106,7 @@ public:
             CopyRows(*data, data_);
         return Ok;
     }
-    /// Ends what LockBits() began.
+    /// Ends the access that LockBits() began; after ImageLockModeWrite it copies the pixels into the bitmap.
     Status UnlockBits(BitmapData *data)
     {
         if (isLockedForWriting_)

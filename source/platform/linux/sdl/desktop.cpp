@@ -65,7 +65,7 @@ constexpr CursorRow s_systemCursors[] = {
     {eStockCursor::e_sizeNorthEastSouthWest, SDL_SYSTEM_CURSOR_SIZENESW},
 };
 
-/// Set while the cursors made so far are good. SDL_Quit frees them, and takes all hints back with them.
+/// A hint that is set while the cached cursors are valid. SDL_Quit frees the cursors and resets all hints.
 constexpr char const *s_cursorsAreGood = "QUILLMARSH_CURSORS_ARE_GOOD";
 
 HCURSOR GetCursor(SDL_SystemCursor system)
@@ -107,7 +107,7 @@ bool ReadDisplayMode(DisplayMode &mode)
     SDL_DisplayMode found;
     if (!video.IsStarted() || SDL_GetDesktopDisplayMode(s_firstDisplay, &found) != 0)
         return false;
-    // Formats of 24 bits take 32 on the display.
+    // Formats with 24 bits use 32 bits on the display.
     unsigned int const bits = SDL_BITSPERPIXEL(found.format);
     mode.width = static_cast<unsigned int>(found.w);
     mode.height = static_cast<unsigned int>(found.h);

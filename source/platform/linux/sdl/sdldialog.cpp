@@ -17,7 +17,7 @@ bool IsSet(char const *variable)
     return value && *value != '\0';
 }
 
-/// A window closed without a choice takes the way that harms least.
+/// Returns the least harmful answer, for a window that was closed without a choice.
 eDialogAnswer GetAnswerOfClosing(DialogRequest const &request)
 {
     switch (request.buttons)

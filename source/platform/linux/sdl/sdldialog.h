@@ -9,8 +9,8 @@
 namespace quillmarsh::platform
 {
 
-/// Shows a dialog in a window of its own, which needs none of the desktop's and blocks its events. Nothing when there is
-/// no display for it. One thread at a time, any thread.
+/// Shows a dialog in a window of its own, independent of the desktop's windows, whose events wait meanwhile. Returns
+/// nothing when there is no display. Any thread, one at a time.
 std::optional<eDialogAnswer> PresentWindowDialog(DialogRequest const &request);
 
 } // namespace quillmarsh::platform

@@ -42,7 +42,7 @@ struct PlainEventRow
     eDesktopEvent kind;
 };
 
-/// Those that concern no window.
+/// Events that belong to no window.
 constexpr PlainEventRow s_plainEvents[] = {
     {SDL_QUIT, eDesktopEvent::e_exitWish},
     {SDL_CLIPBOARDUPDATE, eDesktopEvent::e_clipboard},
@@ -65,7 +65,7 @@ void OnWindowEvent(SDL_WindowEvent const &event)
     if (row == std::end(s_windowEvents))
         return;
     DesktopEvent told = MakeEvent(row->kind, event.windowID);
-    // The window may be gone since.
+    // The window may have been closed meanwhile.
     if (!told.window)
         return;
     told.isOn = row->isOn;
@@ -169,7 +169,7 @@ void OnEvent(SDL_Event const &event)
 void TakeDesktopEvents()
 {
     SDL_Event event;
-    // A listener may destroy the last window, and SDL's video part with it.
+    // A listener may destroy the last window, which also ends SDL's video part.
     while (IsDesktopThread() && SDL_PollEvent(&event))
         OnEvent(event);
 }

@@ -1,4 +1,4 @@
-// The event queue of SDL, which nobody else reads.
+// SDL's event queue, which only these functions read.
 #ifndef QUILLMARSH_SOURCE_PLATFORM_LINUX_SDL_SDLEVENTS_H
 #define QUILLMARSH_SOURCE_PLATFORM_LINUX_SDL_SDLEVENTS_H
 
@@ -7,10 +7,10 @@
 namespace quillmarsh::platform
 {
 
-/// Waits until an event is there, and leaves it there; false when the time has passed, which is without a limit when no
-/// milliseconds are given. The desktop's thread only.
+/// Waits for an event and leaves it in the queue. Returns false when the time has passed; without `milliseconds` there
+/// is no limit. The desktop's thread only.
 bool WaitForDesktopEvent(std::optional<unsigned int> milliseconds);
-/// Ends the wait in progress, or the next one. Any thread.
+/// Ends the present wait, or the next one. Any thread.
 void WakeDesktop();
 
 } // namespace quillmarsh::platform

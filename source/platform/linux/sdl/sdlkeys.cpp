@@ -9,7 +9,7 @@ namespace quillmarsh::platform
 namespace
 {
 
-/// Keys that follow one another here and there.
+/// Keys that follow one another both in eKey and in SDL's scancodes.
 struct KeyRun
 {
     SDL_Scancode scancode;
@@ -98,7 +98,7 @@ constexpr KeyTable MakeKeyTable()
 
 constexpr KeyTable s_keys = MakeKeyTable();
 
-/// The scancode that a key has, or the first of them.
+/// Returns the first scancode of a key.
 SDL_Scancode FindScancode(eKey key)
 {
     for (KeyRun const &run : s_keyRuns)
@@ -119,7 +119,7 @@ std::size_t GetIndex(KeyModifiers const &modifiers)
            static_cast<std::size_t>(modifiers.isCapsLockOn) << 3 | static_cast<std::size_t>(modifiers.isNumLockOn) << 4;
 }
 
-/// What was learned, by modifiers and key.
+/// The characters learned so far, by modifiers and key.
 struct Characters
 {
     std::array<std::array<char32_t, e_key_none>, 32> table;
@@ -145,7 +145,7 @@ bool IsPrintable(int code)
     return (code >= 0x20 && code < 0x7f) || (code >= 0xa0 && code <= 0xff);
 }
 
-/// The one character that a text in UTF-8 is, or none.
+/// Returns the character of a UTF-8 text that has exactly one; otherwise none.
 char32_t DecodeCharacter(char const *text)
 {
     wstring units;
@@ -157,7 +157,7 @@ char32_t DecodeCharacter(char const *text)
     return isPair ? 0x10000u + ((units[0] & 0x3ffu) << 10) + (units[1] & 0x3ffu) : s_noCharacter;
 }
 
-/// What a key means by itself, or with its letter made large. None if that takes more than SDL tells.
+/// Returns the character of a key alone, or its capital letter. None when SDL does not report enough to know it.
 char32_t Guess(eKey key, KeyModifiers const &modifiers)
 {
     if (modifiers.isControlDown || modifiers.isAltGrDown)

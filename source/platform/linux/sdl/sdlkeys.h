@@ -1,4 +1,4 @@
-// Keys and their characters, as SDL tells of them. The desktop's thread only.
+// Keys and their characters from SDL. The desktop's thread only.
 #ifndef QUILLMARSH_SOURCE_PLATFORM_LINUX_SDL_SDLKEYS_H
 #define QUILLMARSH_SOURCE_PLATFORM_LINUX_SDL_SDLKEYS_H
 
@@ -9,20 +9,20 @@
 namespace quillmarsh::platform
 {
 
-/// Gives e_key_none for what is no key of ours.
+/// Returns the key of a scancode; e_key_none when eKey does not name it.
 eKey FindKey(SDL_Scancode scancode);
 KeyModifiers MakeModifiers(unsigned int sdlModifiers);
 
 /// @name Characters that keys type
-/// SDL tells what a key without modifiers means, and apart from that the text that was typed. So each press teaches the
-/// character of its key under the modifiers of that moment, just before somebody asks for it.
+/// SDL reports the meaning of a key without modifiers, and separately the text that was typed. So each press teaches
+/// the character of its key with the present modifiers, just before a caller asks for it.
 /// @{
 
-/// Notes that a key went down: it has no character unless text follows.
+/// Records that a key went down; it has no character unless a text follows.
 void LearnKeyDown(eKey key, KeyModifiers const &modifiers);
-/// Notes the text, in UTF-8, that the last key typed.
+/// Records the UTF-8 text that the last key typed.
 void LearnText(char const *text);
-/// Forgets all characters: another layout is in use.
+/// Forgets all characters, because the layout has changed.
 void ForgetCharacters();
 /// @}
 

@@ -24,14 +24,14 @@ struct Hint
 constexpr Hint s_hints[] = {
     {SDL_HINT_NO_SIGNAL_HANDLERS, "1"},
     {SDL_HINT_VIDEO_ALLOW_SCREENSAVER, "1"},
-    // A window is no game that fills the screen: no graphics card for a filled one, and the desktop stays as it is.
+    // These windows are ordinary ones: filling needs no graphics card, and the desktop keeps its compositor.
     {SDL_HINT_FRAMEBUFFER_ACCELERATION, "0"},
     {SDL_HINT_VIDEO_X11_NET_WM_BYPASS_COMPOSITOR, "0"},
-    // Closing the last window is a wish like closing another one.
+    // Closing the last window is only a request, as with any other window.
     {SDL_HINT_QUIT_ON_LAST_WINDOW_CLOSE, "0"},
 };
 
-/// The hints that the program has not set, while somebody uses the video part.
+/// Sets the hints that the program has not set, while the video part is in use.
 struct HintSetting
 {
     std::mutex mutex;
@@ -78,7 +78,7 @@ bool StartVideo()
 
 } // namespace
 
-// Without one of them SDL would take the screen of a text console.
+// Without a display in the environment, SDL would use the screen of a text console.
 bool HasDisplay()
 {
     return std::any_of(std::begin(s_displayVariables), std::end(s_displayVariables),

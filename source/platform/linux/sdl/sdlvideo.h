@@ -1,4 +1,4 @@
-// Starts and ends the video part of SDL, which nobody else starts.
+// Starts and ends SDL's video part; nothing else in the library does.
 #ifndef QUILLMARSH_SOURCE_PLATFORM_LINUX_SDL_SDLVIDEO_H
 #define QUILLMARSH_SOURCE_PLATFORM_LINUX_SDL_SDLVIDEO_H
 
@@ -9,8 +9,8 @@
 namespace quillmarsh::platform
 {
 
-/// Runs SDL's video part for as long as it exists, if that can be had. The program is not disturbed: SDL takes over no
-/// signals, leaves the screen saver alone, and does not try a display where the environment names none. Any thread.
+/// Runs SDL's video part while it exists, if there is a display. It does not disturb the program: SDL handles no
+/// signals, leaves the screen saver alone, and tries no display that the environment does not name. Any thread.
 class SdlVideoUse : NoCopy
 {
 public:
@@ -18,9 +18,9 @@ public:
     ~SdlVideoUse();
 
     bool IsStarted() const { return isStarted_; }
-    /// Leaves the video part running afterwards.
+    /// Leaves the video part running after the destructor.
     void KeepRunning() { isKept_ = true; }
-    /// Why it is not started.
+    /// Returns why the video part did not start.
     static string GetReason();
 
 private:
@@ -28,7 +28,7 @@ private:
     bool isKept_ = false;
 };
 
-/// The same for a query: one thread at a time.
+/// The same for a query, with a lock: one thread at a time.
 class SdlVideoSentry : NoCopy
 {
 public:

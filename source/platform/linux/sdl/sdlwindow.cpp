@@ -114,7 +114,7 @@ void Window::Restore()
         return;
     }
     SDL_SetWindowFullscreen(system_->window, 0);
-    // Not every window manager remembers.
+    // Some window managers forget size and position.
     SetSize(system_->sizeBefore);
     SetPosition(system_->positionBefore);
 }

@@ -1,4 +1,4 @@
-// A window of SDL.
+// The SDL side of a window.
 #ifndef QUILLMARSH_SOURCE_PLATFORM_LINUX_SDL_SDLWINDOW_H
 #define QUILLMARSH_SOURCE_PLATFORM_LINUX_SDL_SDLWINDOW_H
 
@@ -23,16 +23,16 @@ struct Window::System : NoCopy
 
     bool HasFlag(Uint32 flag) const { return (SDL_GetWindowFlags(window) & flag) != 0; }
     void Fill();
-    /// SDL has one cursor for all windows: each window sets its own when the mouse comes in.
+    /// Sets the window's cursor when the mouse enters it, since SDL has one cursor for all windows.
     void ApplyCursor();
 
     SdlVideoUse video;
     SDL_Window *window = nullptr;
     bool isFilled = false;
-    /// What full screen gives back.
+    /// Position and size to restore after full screen.
     Position positionBefore;
     Size sizeBefore;
-    /// Null for no cursor, nothing for the arrow.
+    /// Null hides the cursor; without a value it is the arrow.
     std::optional<SDL_Cursor *> cursor;
 };
 
