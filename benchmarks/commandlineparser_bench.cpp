@@ -21,12 +21,12 @@ void Parse(benchmark::State &state)
     CommandLineParser parser;
     parser.Parse(static_cast<int>(std::size(s_words)), const_cast<char const **>(s_words), true);
     std::string const line = parser.GetLastCommandLine();
-    benchmarks::AllocationReport const report(state);
-    for (auto _ : state)
-    {
-        parser.Parse(line, true);
-        benchmark::DoNotOptimize(parser.GetNumArguments());
-    }
+    benchmarks::RunCounted(state,
+                           [&]
+                           {
+                               parser.Parse(line, true);
+                               benchmark::DoNotOptimize(parser.GetNumArguments());
+                           });
 }
 BENCHMARK(Parse)->Name("commandlineparser/parse");
 
@@ -58,7 +58,6 @@ void PeerParse(benchmark::State &state)
     std::vector<char const *> words = {"program"};
     words.insert(words.end(), std::begin(s_words), std::end(s_words));
     PeerParser peer;
-    benchmarks::AllocationReport const report(state);
     for (auto _ : state)
     {
         peer.app.parse(static_cast<int>(words.size()), words.data());

@@ -17,15 +17,13 @@ void AppendLine(benchmark::State &state)
     string const line = string(80, 'x') + '\n';
     for (unsigned int i = 0; i < 2 * limit; ++i)
         buffer.Append(line, 0);
-    {
-        AllocationReport const allocations(state);
-        for ([[maybe_unused]] auto _ : state)
-        {
-            buffer.Lock();
-            buffer.Append(line, 0);
-            buffer.Unlock();
-        }
-    }
+    RunCounted(state,
+               [&]
+               {
+                   buffer.Lock();
+                   buffer.Append(line, 0);
+                   buffer.Unlock();
+               });
     state.SetItemsProcessed(state.iterations());
 }
 BENCHMARK(AppendLine)->Name("consoleoutputbuffer/append")->Arg(300)->Arg(100000);

@@ -41,16 +41,16 @@ void ListActiveGestures(benchmark::State &state)
         gloves[hand].Show(PinkyJointInner, 0.5f * static_cast<float>(hand / 9));
     }
     GestureAnalyzer const analyzer;
-    AllocationReport const allocations(state);
     unsigned int hand = 0;
-    for ([[maybe_unused]] auto _ : state)
-    {
-        Glove const &glove = gloves[hand];
-        hand = hand + 1 == numHands ? 0 : hand + 1;
-        for (Gesture const *gesture = analyzer.GetFirstActiveGesture(glove); gesture;
-             gesture = analyzer.GetNextActiveGesture(glove))
-            benchmark::DoNotOptimize(gesture);
-    }
+    RunCounted(state,
+               [&]
+               {
+                   Glove const &glove = gloves[hand];
+                   hand = hand + 1 == numHands ? 0 : hand + 1;
+                   for (Gesture const *gesture = analyzer.GetFirstActiveGesture(glove); gesture;
+                        gesture = analyzer.GetNextActiveGesture(glove))
+                       benchmark::DoNotOptimize(gesture);
+               });
 }
 BENCHMARK(ListActiveGestures)->Name("gestures/list_active");
 

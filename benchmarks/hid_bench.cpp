@@ -84,12 +84,12 @@ void ReadUncontended(benchmark::State &state)
     device.failing = true;
     device.StartAsyncSampling();
     std::this_thread::sleep_for(std::chrono::milliseconds(20));
-    AllocationReport const allocations(state);
-    for ([[maybe_unused]] auto _ : state)
-    {
-        SampleReadSentry const sentry(device, true);
-        benchmark::DoNotOptimize(device.mouse.GetDeltaX());
-    }
+    RunCounted(state,
+               [&]
+               {
+                   SampleReadSentry const sentry(device, true);
+                   benchmark::DoNotOptimize(device.mouse.GetDeltaX());
+               });
 }
 BENCHMARK(ReadUncontended)->Name("hid/read_uncontended");
 
@@ -117,12 +117,12 @@ BENCHMARK(TwoMutexPairsAndHooks)->Name("limit/two_mutex_pairs_and_hooks");
 void SampleOnTheSpot(benchmark::State &state)
 {
     BenchDevice device;
-    AllocationReport const allocations(state);
-    for ([[maybe_unused]] auto _ : state)
-    {
-        SampleReadSentry const sentry(device, true);
-        benchmark::DoNotOptimize(device.mouse.GetDeltaX());
-    }
+    RunCounted(state,
+               [&]
+               {
+                   SampleReadSentry const sentry(device, true);
+                   benchmark::DoNotOptimize(device.mouse.GetDeltaX());
+               });
 }
 BENCHMARK(SampleOnTheSpot)->Name("hid/sample_on_the_spot");
 

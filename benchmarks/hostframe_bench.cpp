@@ -1,10 +1,10 @@
 #include "hostlog.h"
-#include "system.h"
 
 #include "benchmarks/support/allocation_counter.h"
 
 #include <quillmarsh/basetools/exception.h>
 #include <quillmarsh/host/applicationwalk.h>
+#include <quillmarsh/platform/program.h>
 
 #include <benchmark/benchmark.h>
 
@@ -46,7 +46,7 @@ void IdleFrame(benchmark::State &state)
     HostConsole console(log.GetStream());
     Failures failures([](string const &message) { std::cerr << message << '\n'; });
     HostKernel kernel(console, log.GetStream(), failures, false);
-    string const program = host::system::GetProgramFile("");
+    string const program = platform::GetProgramFileName("");
     string const directory = program.substr(0, program.find_last_of("/\\") + 1) + "plugins";
     try
     {
@@ -73,11 +73,7 @@ void IdleFrame(benchmark::State &state)
     for (int settling = 0; settling < 20; ++settling)
         runFrame();
     double const before = GetProcessorTime();
-    {
-        AllocationReport const report(state);
-        for (auto _ : state)
-            runFrame();
-    }
+    RunCounted(state, runFrame);
     double const all = (GetProcessorTime() - before) / static_cast<double>(state.iterations());
     state.counters["cpu_us_with_sleep"] = all;
     state.counters["cpu_us"] = std::max(all - MeasureBareSleep(), 0.0);

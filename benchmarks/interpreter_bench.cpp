@@ -41,14 +41,12 @@ void InterpretLine(benchmark::State &state)
     NullBuffer nowhere;
     ostream out(&nowhere);
     std::size_t next = 0;
-    {
-        AllocationReport const allocations(state);
-        for ([[maybe_unused]] auto _ : state)
-        {
-            benchmark::DoNotOptimize(interpreter.InterpretCommandLine(lines[next], out));
-            next = next + 1 == lines.size() ? 0 : next + 1;
-        }
-    }
+    RunCounted(state,
+               [&]
+               {
+                   benchmark::DoNotOptimize(interpreter.InterpretCommandLine(lines[next], out));
+                   next = next + 1 == lines.size() ? 0 : next + 1;
+               });
     state.SetItemsProcessed(state.iterations());
 }
 BENCHMARK(InterpretLine)->Name("interpreter/line");

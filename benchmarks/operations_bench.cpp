@@ -77,13 +77,12 @@ constexpr OperationCase s_cases[] = {
 void RunOperation(benchmark::State &state, OperationCase const &operation, unsigned int side)
 {
     BlockImage image(operation.format, side, 0);
-    operation.work(image);
-    AllocationReport const report(state);
-    for (auto _ : state)
-    {
-        operation.work(image);
-        benchmark::ClobberMemory();
-    }
+    RunCounted(state,
+               [&]
+               {
+                   operation.work(image);
+                   benchmark::ClobberMemory();
+               });
     state.SetBytesProcessed(state.iterations() * operation.movedBytes * side * side);
 }
 

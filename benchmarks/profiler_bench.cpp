@@ -25,16 +25,14 @@ void ProfiledBlock(benchmark::State &state)
         profiler.ExitRootNode();
     }
     profiler.EnterRootNode();
-    {
-        AllocationReport const allocations(state);
-        unsigned int next = 0;
-        for ([[maybe_unused]] auto _ : state)
-        {
-            profiler.EnterNode(names[next]);
-            profiler.ExitNode();
-            next = next == 2 ? 0 : next + 1;
-        }
-    }
+    unsigned int next = 0;
+    RunCounted(state,
+               [&]
+               {
+                   profiler.EnterNode(names[next]);
+                   profiler.ExitNode();
+                   next = next == 2 ? 0 : next + 1;
+               });
     profiler.ExitRootNode();
 }
 BENCHMARK(ProfiledBlock)->Name("profiler/block");

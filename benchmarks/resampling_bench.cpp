@@ -59,12 +59,12 @@ void RunResample2D(benchmark::State &state, eSampleFormat format, eResampleFilte
                    unsigned int to)
 {
     AutoPtr<ImageBase> const src = MakeImage(format, from), dst = MakeImage(format, to);
-    AllocationReport const report(state);
-    for (auto _ : state)
-    {
-        Resample2D(*dst, *src, filter);
-        benchmark::ClobberMemory();
-    }
+    RunCounted(state,
+               [&]
+               {
+                   Resample2D(*dst, *src, filter);
+                   benchmark::ClobberMemory();
+               });
 }
 
 void RunOpenCV(benchmark::State &state, FormatCase const &format, eResampleFilter filter, unsigned int from,

@@ -57,12 +57,12 @@ void RunTransfer(benchmark::State &state, TransferCase const &transfer, unsigned
     SignalOperationsManager const manager;
     BlockImage dst(transfer.dst, side, 0);
     BlockImage const src(transfer.src, side, 1);
-    AllocationReport const report(state);
-    for (auto _ : state)
-    {
-        TransferSamples2D(dst, src, false);
-        benchmark::ClobberMemory();
-    }
+    RunCounted(state,
+               [&]
+               {
+                   TransferSamples2D(dst, src, false);
+                   benchmark::ClobberMemory();
+               });
     state.SetBytesProcessed(state.iterations() * MovedBytes(transfer) * side * side);
 }
 

@@ -12,24 +12,18 @@ namespace quillmarsh::benchmarks
 /// Calls of the global operator new so far, by every thread and from every module of the process.
 std::uint64_t GetAllocationCount();
 
-/// Reports the allocations of a case per iteration, as the counter "allocations". Stands around the timed loop.
-class AllocationReport
+/// The timed loop of a case. What allocates once does so in a first call; the calls that are timed are counted, and
+/// nothing around them. Reports the allocations of a call as the counter "allocations".
+template<typename Work>
+void RunCounted(benchmark::State &state, Work work)
 {
-public:
-    explicit AllocationReport(benchmark::State &state) : state_(state), start_(GetAllocationCount()) {}
-    ~AllocationReport()
-    {
-        // The counter's own entry is made after the count is taken.
-        auto const count = static_cast<double>(GetAllocationCount() - start_);
-        state_.counters["allocations"] = count / static_cast<double>(state_.iterations());
-    }
-    AllocationReport(AllocationReport const &) = delete;
-    AllocationReport &operator=(AllocationReport const &) = delete;
-
-private:
-    benchmark::State &state_;
-    std::uint64_t start_;
-};
+    work();
+    std::uint64_t const before = GetAllocationCount();
+    for ([[maybe_unused]] auto _ : state)
+        work();
+    std::uint64_t const count = GetAllocationCount() - before;
+    state.counters["allocations"] = static_cast<double>(count) / static_cast<double>(state.iterations());
+}
 
 } // namespace quillmarsh::benchmarks
 
