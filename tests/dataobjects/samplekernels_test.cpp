@@ -177,15 +177,19 @@ TEST_F(SampleKernels, AgreeOnFloatsOfEveryKind)
 
 TEST_F(SampleKernels, AgreeOnBlocksThatGoPastTheCaches)
 {
-    constexpr std::size_t dstByteSize = (std::size_t{8} << 20) + 1000;
-    Bytes const source = RandomBytes(2 * dstByteSize);
+    // The destination begins within a line of the caches, and ends within one.
+    constexpr std::size_t dstByteSize = (std::size_t{8} << 20) + 1000, dstAt = 4, srcAt = dstByteSize + 65;
+    Bytes const block = RandomBytes(srcAt + 4 * dstByteSize);
     for (Pair const &pair : s_pairs)
     {
-        std::size_t const dstSize = sample_formats::ExtractByteSize(pair.dst);
-        auto const size =
-            static_cast<std::ptrdiff_t>(dstByteSize / dstSize * sample_formats::ExtractByteSize(pair.src));
-        if (dstSize > 1)
-            ExpectSameBits(pair, Bytes(source.begin(), source.begin() + size));
+        auto const count = static_cast<unsigned int>(dstByteSize / sample_formats::ExtractByteSize(pair.dst));
+        Bytes const expected = RunWithin(block, pair, pair.oneByOne, count, dstAt, srcAt);
+        for (long long const target : GetKernelTargets())
+        {
+            SetKernelTarget(target);
+            ASSERT_TRUE(RunWithin(block, pair, Transfer, count, dstAt, srcAt) == expected)
+                << std::hex << pair.dst << " from " << pair.src << " by " << target;
+        }
     }
 }
 

@@ -1,5 +1,6 @@
 #include <quillmarsh/dataobjects/signaloperations.h>
 
+#include "source/dataobjects/operations/inplacekernels.h"
 #include "source/dataobjects/transfer/samplekernels.h"
 #include "tests/support/sample_blocks.h"
 #include "tests/support/scripted_dialogs.h"
@@ -325,6 +326,27 @@ TEST(SignalOperations, FillTheChannelsThatTheFormatHas)
     for (unsigned int i = 0; i < big.GetNumSamples(); ++i)
         expected.insert(expected.end(), {0x53, 0x92, 0x11, 0x74});
     EXPECT_TRUE(BytesOf(big) == expected);
+}
+
+TEST(SignalOperations, CopiesPastTheCachesAreReordered)
+{
+    // The destination begins within a line of the caches, and ends within one.
+    constexpr std::size_t byteSize = (std::size_t{8} << 20) + 1000, dstAt = 4;
+    ByteOrder const order{4, {3, 2, 1, 0}, {}};
+    Bytes const src = RandomBytes(byteSize);
+    Bytes expected(dstAt + byteSize + dstAt);
+    for (std::size_t i = 0; i < byteSize; ++i)
+        expected[dstAt + i] = src[i ^ 3];
+    for (long long const target : GetKernelTargets())
+    {
+        SetKernelTarget(target);
+        Bytes dst(expected.size());
+        std::size_t const done = 4 * ReorderBytes(dst.data() + dstAt, src.data(), byteSize / 4, order);
+        EXPECT_GT(done + 256, byteSize) << target;
+        std::copy(expected.begin() + dstAt + done, expected.end() - dstAt, dst.begin() + dstAt + done);
+        EXPECT_TRUE(dst == expected) << target;
+    }
+    SetKernelTarget(0);
 }
 
 TEST(SignalOperations, GradientStopsOneStepShort)

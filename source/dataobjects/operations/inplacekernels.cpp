@@ -206,6 +206,25 @@ HWY_ATTR std::size_t ReorderVectors(unsigned char *dst, unsigned char const *src
     return done;
 }
 
+/// Reorders all bytes of a block that is written past the caches. The bytes up to the first line are written twice.
+HWY_ATTR std::size_t ReorderPastCaches(unsigned char *dst, unsigned char const *src, std::size_t byteSize,
+                                       OrderTables const &tables)
+{
+    V8 const order = hn::LoadDup128(s_d8, tables.order);
+    std::size_t const size = hn::Lanes(s_d8);
+    std::size_t done = CountBytesToLine(dst);
+    for (std::size_t i = 0; i < done; i += size)
+        hn::StoreU(hn::TableLookupBytes(hn::LoadU(s_d8, src + i), order), s_d8, dst + i);
+    for (; byteSize - done >= 4 * size; done += 4 * size)
+    {
+        FetchAhead(src + done, 4 * size);
+        for (std::size_t i = done; i < done + 4 * size; i += size)
+            hn::Stream(hn::TableLookupBytes(hn::LoadU(s_d8, src + i), order), s_d8, dst + i);
+    }
+    hwy::FlushStream();
+    return done;
+}
+
 /// Samples whose size 16 is no multiple of: as many as fit into 16 bytes at a time. What is loaded beyond them is stored
 /// again, before it is worked on.
 HWY_ATTR std::size_t ReorderParts(unsigned char *dst, unsigned char const *src, std::size_t byteSize, std::size_t step,
@@ -232,6 +251,9 @@ HWY_ATTR std::size_t RunReorder(unsigned char *dst, unsigned char const *src, st
     bool const keepsSome = dst != src && std::any_of(order.keeps, order.keeps + order.sampleSize, std::identity());
     if (16 % order.sampleSize != 0)
         return ReorderParts(dst, src, byteSize, 16 / order.sampleSize * order.sampleSize, tables) / order.sampleSize;
+    bool const isBig = dst != src && byteSize >= s_bigBlockSize && CountBytesToLine(dst) % order.sampleSize == 0;
+    if (isBig && !keepsSome)
+        return ReorderPastCaches(dst, src, byteSize, tables) / order.sampleSize;
     std::size_t const done = keepsSome ? ReorderVectors<true>(dst, src, byteSize, tables)
                                        : ReorderVectors<false>(dst, src, byteSize, tables);
     return done / order.sampleSize;

@@ -329,47 +329,23 @@ HWY_ATTR inline TwoVectors NextVectors(unsigned char const *src)
                 FullVector<Kernel, dstSize, srcSize>(src + hn::Lanes(s_d8) / dstSize * srcSize)};
 }
 
-/// Work of a kernel that is written past the caches: lines that are written whole need not be read.
-template<typename Kernel, std::size_t dstSize, std::size_t srcSize>
-struct PastCaches
-{
-    unsigned char *dst;
-    unsigned char const *src;
-
-    static HWY_ATTR std::size_t Step() { return 2 * (hn::Lanes(s_d8) / dstSize); }
-
-    HWY_ATTR void RunStep(std::size_t at) const
-    {
-        TwoVectors const next = NextVectors<Kernel, dstSize, srcSize>(src + at * srcSize);
-        hn::Stream(hn::BitCast(s_d8, next.first), s_d8, dst + at * dstSize);
-        hn::Stream(hn::BitCast(s_d8, next.second), s_d8, dst + at * dstSize + hn::Lanes(s_d8));
-    }
-};
-
-/// Returns the samples that were done.
+/// Writes past the caches: lines that are written whole need not be read. Returns the samples that were done.
 template<typename Kernel, std::size_t dstSize, std::size_t srcSize>
 HWY_ATTR std::size_t RunPastCaches(unsigned char *dst, unsigned char const *src, std::size_t count)
 {
-    using Work = PastCaches<Kernel, dstSize, srcSize>;
-    Work const work{dst, src};
-    std::size_t const step = Work::Step();
+    std::size_t const size = hn::Lanes(s_d8);
+    std::size_t const step = 2 * (size / dstSize);
     // The samples up to the first line are written twice.
     std::size_t done = CountBytesToLine(dst) / dstSize;
     for (std::size_t i = 0; i < done; i += step / 2)
         StoreColours(dst + i * dstSize, FullVector<Kernel, dstSize, srcSize>(src + i * srcSize));
-    // Four pages at a time: the memory has more to give than what is asked for by a reader of one after the other. Where
-    // more is read than written it would be less.
-    constexpr std::size_t page = 4096 / srcSize;
-    for (; srcSize < dstSize && count - done >= 4 * page; done += 4 * page)
-    {
-        for (std::size_t i = done; i < done + page; i += step)
-        {
-            for (std::size_t at = i; at < i + 4 * page; at += page)
-                work.RunStep(at);
-        }
-    }
     for (; count - done >= step; done += step)
-        work.RunStep(done);
+    {
+        FetchAhead(src + done * srcSize, step * srcSize);
+        TwoVectors const next = NextVectors<Kernel, dstSize, srcSize>(src + done * srcSize);
+        hn::Stream(hn::BitCast(s_d8, next.first), s_d8, dst + done * dstSize);
+        hn::Stream(hn::BitCast(s_d8, next.second), s_d8, dst + done * dstSize + size);
+    }
     hwy::FlushStream();
     return done;
 }
@@ -377,7 +353,7 @@ HWY_ATTR std::size_t RunPastCaches(unsigned char *dst, unsigned char const *src,
 template<typename Kernel, std::size_t dstSize, std::size_t srcSize>
 HWY_ATTR std::size_t RunFullVectors(unsigned char *dst, unsigned char const *src, std::size_t count)
 {
-    if (count * dstSize >= s_bigBlockSize && dstSize >= s_pastCachesFrom && CountBytesToLine(dst) % dstSize == 0)
+    if (count * dstSize >= s_bigBlockSize && CountBytesToLine(dst) % dstSize == 0)
         return RunPastCaches<Kernel, dstSize, srcSize>(dst, src, count);
     std::size_t const step = hn::Lanes(s_d8) / dstSize;
     std::size_t done = 0;

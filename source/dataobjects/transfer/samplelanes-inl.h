@@ -39,8 +39,16 @@ using V16 = hn::Vec<decltype(s_d16)>;
 /// Blocks of this size don't stay in the caches of one processor.
 constexpr std::size_t s_bigBlockSize = std::size_t{8} << 20;
 
-/// As long as a sample that is written has so many bytes; with less of them there is little to save.
-constexpr std::size_t s_pastCachesFrom = 2;
+/// Bytes between what is read and what is fetched: two pages. A machine that fetches ahead by itself stops at the end of
+/// one.
+constexpr std::size_t s_fetchDistance = 8192;
+
+/// Brings bytes near that come some way behind these; what lies beyond the end of a block does no harm.
+inline void FetchAhead(unsigned char const *src, std::size_t byteSize)
+{
+    for (std::size_t at = 0; at < byteSize; at += 64)
+        hwy::Prefetch(src + s_fetchDistance + at);
+}
 
 /// Bytes up to where a line of the caches starts.
 inline std::size_t CountBytesToLine(unsigned char const *at)
@@ -165,21 +173,29 @@ HWY_ATTR inline V32 RoundLanes(V values)
 
 #if HWY_TARGET == HWY_AVX2 || HWY_TARGET == HWY_AVX3
 
-/// Product of a number with a weight, rounded once. The number stands in the mantissa of a float, behind 2^23 and
-/// multiplied by a power of two; a product with what is behind is taken away again before the rounding.
+/// Product of a byte with a weight, rounded once. The byte stands in the mantissa of a float, behind 2^23 and multiplied
+/// by a power of two; the product with what is behind is taken away again before the rounding.
 template<int power>
-HWY_ATTR inline auto Weigh(V32 mantissa, float weight)
+HWY_ATTR inline auto Weigh(V32 bits, float weight)
 {
-    V32 const bits = hn::Or(mantissa, Set32(0x4B000000));
     float const scaled = weight / static_cast<float>(power);
     return hn::MulAdd(hn::BitCast(s_dFloat, bits), hn::Set(s_dFloat, scaled), hn::Set(s_dFloat, -8388608.0f * scaled));
 }
 
 HWY_ATTR inline V32 Luminance(V32 colours)
 {
-    auto const blue = Weigh<1>(hn::And(colours, Set32(0xFF)), 0.114f);
-    auto const green = Weigh<256>(hn::And(colours, Set32(0xFF00)), 0.587f);
-    auto const red = Weigh<256>(hn::And(hn::ShiftRight<8>(colours), Set32(0xFF00)), 0.299f);
+    V32 const behind = Set32(0x4B000000);
+#if HWY_TARGET == HWY_AVX3
+    auto const blue = Weigh<1>(hn::OrAnd(behind, colours, Set32(0xFF)), 0.114f);
+    auto const green = Weigh<256>(hn::OrAnd(behind, colours, Set32(0xFF00)), 0.587f);
+    auto const red = Weigh<256>(hn::OrAnd(behind, hn::ShiftRight<8>(colours), Set32(0xFF00)), 0.299f);
+#else
+    // One shuffle for each byte, since what is behind stands in the place of alpha.
+    V32 const prepared = hn::OrAnd(behind, colours, Set32(0x00FFFFFF));
+    auto const blue = Weigh<1>(Shuffle(prepared, 0x03808000), 0.114f);
+    auto const green = Weigh<1>(Shuffle(prepared, 0x03808001), 0.587f);
+    auto const red = Weigh<1>(Shuffle(prepared, 0x03808002), 0.299f);
+#endif
     return RoundLanes(hn::Add(hn::Add(blue, green), red));
 }
 
