@@ -342,7 +342,7 @@ TEST(SignalOperations, CopiesPastTheCachesAreReordered)
         SetKernelTarget(target);
         Bytes dst(expected.size());
         std::size_t const done = 4 * ReorderBytes(dst.data() + dstAt, src.data(), byteSize / 4, order);
-        EXPECT_GT(done + 256, byteSize) << target;
+        EXPECT_TRUE(done == 0 || done + 256 > byteSize) << target;
         std::copy(expected.begin() + dstAt + done, expected.end() - dstAt, dst.begin() + dstAt + done);
         EXPECT_TRUE(dst == expected) << target;
     }

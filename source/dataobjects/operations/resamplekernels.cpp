@@ -2,6 +2,9 @@
 
 #include "source/dataobjects/transfer/samplekernels.h"
 
+#include <algorithm>
+#include <cstring>
+
 // The newest set has a wrong truncation in the version that distributions still carry.
 #define HWY_DISABLED_TARGETS HWY_AVX3_DL
 
@@ -35,6 +38,8 @@ BlendKernel FindBlend(eSampleElement, unsigned int, bool)
 {
     return {};
 }
+
+void Widen(unsigned char *, unsigned char const *, std::size_t) {}
 
 #else
 
@@ -152,7 +157,7 @@ HWY_INLINE void StoreBits(V values, D d, unsigned char *at, unsigned char const 
 
 struct ByteElement : SingleSum<ByteElement>
 {
-    static constexpr std::size_t s_size = 1;
+    static constexpr std::size_t s_size = 1, s_tapSize = 1;
 
     static HWY_INLINE VFloat Load(unsigned char const *at) { return ToFloat(LoadBytesTo32(at)); }
     static HWY_INLINE void Store(unsigned char *at, Sums sums) { StoreBytesOf32(at, RoundLanes(sums)); }
@@ -164,7 +169,7 @@ struct ByteElement : SingleSum<ByteElement>
 
 struct FloatElement : SingleSum<FloatElement>
 {
-    static constexpr std::size_t s_size = 4;
+    static constexpr std::size_t s_size = 4, s_tapSize = 4;
 
     static HWY_INLINE VFloat Load(unsigned char const *at) { return hn::BitCast(s_dFloat, hn::LoadU(s_d8, at)); }
     static HWY_INLINE void Store(unsigned char *at, Sums sums) { hn::StoreU(hn::BitCast(s_d8, sums), s_d8, at); }
@@ -179,7 +184,7 @@ template<std::uint32_t maskA, int shiftA, std::uint32_t maskB, int shiftB, std::
          std::uint32_t maskD, int shiftD>
 struct PackedElement
 {
-    static constexpr std::size_t s_size = 2;
+    static constexpr std::size_t s_size = 2, s_tapSize = 2;
 
     struct Sums
     {
@@ -218,6 +223,85 @@ private:
     }
 };
 
+/// Colours of four bytes: each byte has its sum, and all four take the weights of one vector.
+struct ColourElement
+{
+    static constexpr std::size_t s_size = 4, s_tapSize = 4;
+
+    struct Sums
+    {
+        VFloat blue, green, red, alpha;
+    };
+
+    static HWY_INLINE Sums First(unsigned char const *tap, VFloat weights)
+    {
+        V32 const colours = LoadColours(tap);
+#if HWY_TARGET == HWY_AVX2 || HWY_TARGET == HWY_AVX3
+        // As in a luminance, each byte stands behind 2^23 in a float.
+        V32 const behind = Set32(0x4B000000);
+        V32 const prepared = hn::OrAnd(behind, colours, Set32(0x00FFFFFF));
+        VFloat const taken = hn::Mul(weights, hn::Set(s_dFloat, -8388608.0f));
+        auto const weigh = [&](V32 bits) HWY_ATTR { return hn::MulAdd(hn::BitCast(s_dFloat, bits), weights, taken); };
+        return {weigh(Shuffle(prepared, 0x03808000)), weigh(Shuffle(prepared, 0x03808001)),
+                weigh(Shuffle(prepared, 0x03808002)), weigh(hn::Or(behind, hn::ShiftRight<24>(colours)))};
+#else
+        auto const weigh = [&](V32 bytes) HWY_ATTR { return hn::Mul(ToFloat(bytes), weights); };
+        return {weigh(hn::And(colours, Set32(0xFF))), weigh(Shuffle(colours, 0x80808001)),
+                weigh(Shuffle(colours, 0x80808002)), weigh(hn::ShiftRight<24>(colours))};
+#endif
+    }
+    static HWY_INLINE Sums Add(Sums const &sums, unsigned char const *tap, VFloat weights)
+    {
+        return Sum(sums, First(tap, weights));
+    }
+    static HWY_INLINE Sums Sum(Sums const &a, Sums const &b)
+    {
+        return {hn::Add(a.blue, b.blue), hn::Add(a.green, b.green), hn::Add(a.red, b.red), hn::Add(a.alpha, b.alpha)};
+    }
+    static HWY_INLINE void Store(unsigned char *at, Sums const &sums)
+    {
+        StoreColours(at, Packed(sums));
+    }
+    static HWY_INLINE void StoreMasked(unsigned char *at, Sums const &sums, unsigned char const *mask)
+    {
+        StoreBits(hn::BitCast(s_d8, Packed(sums)), s_d8, at, mask);
+    }
+
+private:
+    static HWY_INLINE V32 Packed(Sums const &sums)
+    {
+        V32 const blueGreen = hn::Or(RoundLanes(sums.blue), hn::ShiftLeft<8>(RoundLanes(sums.green)));
+        V32 const redAlpha = hn::Or(RoundLanes(sums.red), hn::ShiftLeft<8>(RoundLanes(sums.alpha)));
+        return hn::Or(blueGreen, hn::ShiftLeft<16>(redAlpha));
+    }
+};
+
+/// Colours of which the picked ones are floats, by the vector: all blue ones, then the others.
+struct WideColourElement
+{
+    static constexpr std::size_t s_size = 4, s_tapSize = 16;
+
+    using Sums = ColourElement::Sums;
+
+    static HWY_INLINE Sums First(unsigned char const *tap, VFloat weights)
+    {
+        auto const *const floats = reinterpret_cast<float const *>(tap);
+        std::size_t const lanes = hn::Lanes(s_dFloat);
+        return {hn::Mul(hn::LoadU(s_dFloat, floats), weights), hn::Mul(hn::LoadU(s_dFloat, floats + lanes), weights),
+                hn::Mul(hn::LoadU(s_dFloat, floats + 2 * lanes), weights),
+                hn::Mul(hn::LoadU(s_dFloat, floats + 3 * lanes), weights)};
+    }
+    static HWY_INLINE Sums Add(Sums const &sums, unsigned char const *tap, VFloat weights)
+    {
+        return ColourElement::Sum(sums, First(tap, weights));
+    }
+    static HWY_INLINE void Store(unsigned char *at, Sums const &sums) { ColourElement::Store(at, sums); }
+    static HWY_INLINE void StoreMasked(unsigned char *at, Sums const &sums, unsigned char const *mask)
+    {
+        ColourElement::StoreMasked(at, sums, mask);
+    }
+};
+
 using Word4444Element = PackedElement<15, 12, 15, 8, 15, 4, 15, 0>;
 using Word1555Element = PackedElement<1, 15, 31, 10, 31, 5, 31, 0>;
 
@@ -226,7 +310,7 @@ HWY_INLINE typename Element::Sums AddRow(typename Element::Sums const &sums, Ble
                                          VFloat weights0, VFloat weights1)
 {
     VFloat const rowWeights = hn::Set(s_dFloat, job.rowWeights[row]);
-    std::size_t const at = i * Element::s_size;
+    std::size_t const at = i * Element::s_tapSize;
     return Element::Add(Element::Add(sums, job.tap0[row] + at, hn::Mul(rowWeights, weights0)), job.tap1[row] + at,
                         hn::Mul(rowWeights, weights1));
 }
@@ -238,7 +322,7 @@ HWY_INLINE typename Element::Sums Sum(BlendJob const &job, std::size_t i)
     VFloat const weights0 = hn::LoadU(s_dFloat, job.weights0 + i);
     VFloat const weights1 = hn::LoadU(s_dFloat, job.weights1 + i);
     VFloat const rowWeights = hn::Set(s_dFloat, job.rowWeights[0]);
-    std::size_t const at = i * Element::s_size;
+    std::size_t const at = i * Element::s_tapSize;
     auto sums = Element::Add(Element::First(job.tap0[0] + at, hn::Mul(rowWeights, weights0)), job.tap1[0] + at,
                              hn::Mul(rowWeights, weights1));
     if constexpr (numRows > 1)
@@ -261,6 +345,68 @@ HWY_INLINE void BlendVector(BlendJob const &job, std::size_t i)
         Element::Store(job.dst + i * Element::s_size, sums);
 }
 
+/// Brings near what is read next, for so many vectors.
+HWY_INLINE void Prefetch(BlendJob const &job, std::size_t &ahead, std::size_t numVectors)
+{
+    std::size_t const end = ahead + numVectors * job.aheadStep;
+    for (; ahead < end; ahead += std::min<std::size_t>(end - ahead, 64))
+    {
+        hwy::Prefetch(job.ahead0 + ahead);
+        hwy::Prefetch(job.ahead1 + ahead);
+    }
+}
+
+#if HWY_TARGET == HWY_AVX2 || HWY_TARGET == HWY_AVX3
+
+/// Does as many fours of vectors as there are, each of which gives one full vector of bytes; returns the elements done.
+template<typename Element, unsigned int numRows, bool masked>
+HWY_INLINE std::size_t BlendFours(BlendJob const &job, std::size_t &ahead)
+{
+    std::size_t const step = hn::Lanes(s_dFloat);
+    std::size_t i = 0;
+    for (; i + 4 * step <= job.count; i += 4 * step)
+    {
+        Prefetch(job, ahead, 4);
+        V32 const first = RoundLanes(Sum<Element, numRows>(job, i));
+        V32 const second = RoundLanes(Sum<Element, numRows>(job, i + step));
+        V32 const third = RoundLanes(Sum<Element, numRows>(job, i + 2 * step));
+        V32 const fourth = RoundLanes(Sum<Element, numRows>(job, i + 3 * step));
+        V32 const packed = PackToBytes(PackToWords(first, second), PackToWords(third, fourth));
+        auto const bytes = hn::BitCast(s_d8, InOrder(packed, s_orderOf4));
+        if constexpr (masked)
+            StoreBits(bytes, s_d8, job.dst + i, job.mask + i);
+        else
+            hn::StoreU(bytes, s_d8, job.dst + i);
+    }
+    return i;
+}
+
+#else
+
+template<typename Element, unsigned int numRows, bool masked>
+HWY_INLINE std::size_t BlendFours(BlendJob const &, std::size_t &)
+{
+    return 0;
+}
+
+#endif
+
+/// The last vector where the picked samples stand in whole vectors, of which a part may be wanted only.
+template<typename Element, unsigned int numRows, bool masked>
+HWY_INLINE void BlendPart(BlendJob const &job, std::size_t i)
+{
+    alignas(64) unsigned char part[64] = {};
+    unsigned char *const dst = job.dst + i * Element::s_size;
+    std::size_t const byteSize = (job.count - i) * Element::s_size;
+    auto const sums = Sum<Element, numRows>(job, i);
+    std::memcpy(part, dst, byteSize);
+    if constexpr (masked)
+        Element::StoreMasked(part, sums, job.mask + i * Element::s_size);
+    else
+        Element::Store(part, sums);
+    std::memcpy(dst, part, byteSize);
+}
+
 template<typename Element, unsigned int numRows, bool masked>
 HWY_ATTR void BlendAll(BlendJob const &given)
 {
@@ -268,14 +414,19 @@ HWY_ATTR void BlendAll(BlendJob const &given)
     BlendJob const job = given;
     std::size_t const step = hn::Lanes(s_dFloat);
     std::size_t ahead = 0;
-    for (std::size_t i = 0; i + step < job.count; i += step, ahead += job.aheadStep)
+    std::size_t i = 0;
+    if constexpr (Element::s_size == 1)
+        i = BlendFours<Element, numRows, masked>(job, ahead);
+    for (; i + step < job.count; i += step)
     {
-        hwy::Prefetch(job.ahead0 + ahead);
-        hwy::Prefetch(job.ahead1 + ahead);
+        Prefetch(job, ahead, 1);
         BlendVector<Element, numRows, masked>(job, i);
     }
     // The last vector may repeat what the one before it did.
-    BlendVector<Element, numRows, masked>(job, job.count - step);
+    if constexpr (Element::s_tapSize == Element::s_size)
+        BlendVector<Element, numRows, masked>(job, job.count - step);
+    else
+        BlendPart<Element, numRows, masked>(job, i);
 }
 
 template<typename Element, unsigned int numRows>
@@ -298,6 +449,11 @@ BlendKernel FindBlend(eSampleElement element, unsigned int numRows, bool isMaske
     {
     case eSampleElement::e_byte:
         return FindBlendOf<ByteElement>(numRows, isMasked);
+    case eSampleElement::e_colour:
+        return FindBlendOf<ColourElement>(numRows, isMasked);
+    case eSampleElement::e_wideColour:
+        // The widest vectors convert a colour faster than they load it four times as wide.
+        return HWY_TARGET == HWY_AVX3 ? BlendKernel{} : FindBlendOf<WideColourElement>(numRows, isMasked);
     case eSampleElement::e_float:
         return FindBlendOf<FloatElement>(numRows, isMasked);
     case eSampleElement::e_word4444:
@@ -308,6 +464,20 @@ BlendKernel FindBlend(eSampleElement element, unsigned int numRows, bool isMaske
     return {};
 }
 /// @}
+
+HWY_ATTR void Widen(unsigned char *dst, unsigned char const *src, std::size_t count)
+{
+    std::size_t const lanes = hn::Lanes(s_dFloat);
+    auto *to = reinterpret_cast<float *>(dst);
+    for (std::size_t i = 0; i < count; i += lanes, to += 4 * lanes)
+    {
+        V32 const colours = LoadColours(src + 4 * i);
+        hn::StoreU(ToFloat(hn::And(colours, Set32(0xFF))), s_dFloat, to);
+        hn::StoreU(ToFloat(Shuffle(colours, 0x80808001)), s_dFloat, to + lanes);
+        hn::StoreU(ToFloat(Shuffle(colours, 0x80808002)), s_dFloat, to + 2 * lanes);
+        hn::StoreU(ToFloat(hn::ShiftRight<24>(colours)), s_dFloat, to + 3 * lanes);
+    }
+}
 
 #endif
 
@@ -324,6 +494,7 @@ namespace
 
 HWY_EXPORT(FindGather);
 HWY_EXPORT(FindBlend);
+HWY_EXPORT(Widen);
 
 } // namespace
 
@@ -335,6 +506,11 @@ GatherKernel GetGatherKernel(unsigned int sampleSize, bool wantsBoth)
 BlendKernel GetBlendKernel(eSampleElement element, unsigned int numRows, bool isMasked)
 {
     return CanRunKernels() ? HWY_DYNAMIC_DISPATCH(FindBlend)(element, numRows, isMasked) : BlendKernel{};
+}
+
+void WidenColours(unsigned char *dst, unsigned char const *src, std::size_t count)
+{
+    HWY_DYNAMIC_DISPATCH(Widen)(dst, src, count);
 }
 
 } // namespace quillmarsh

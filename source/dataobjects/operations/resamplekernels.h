@@ -35,6 +35,8 @@ GatherKernel GetGatherKernel(unsigned int sampleSize, bool wantsBoth);
 enum class eSampleElement
 {
     e_byte,
+    e_colour,     ///< four bytes at once
+    e_wideColour, ///< the same, of which the picked ones are floats
     e_float,
     e_word4444,
     e_word1555
@@ -67,8 +69,12 @@ struct BlendKernel
     void (*run)(BlendJob const &job); ///< null: there is no kernel
 };
 
-/// For 1, 2 or 4 rows. Machines with vectors have kernels for all.
+/// For 1, 2 or 4 rows. Machines with vectors have kernels for all, but for wide colours only where these are faster.
 BlendKernel GetBlendKernel(eSampleElement element, unsigned int numRows, bool isMasked);
+
+/// Makes of picked colours what the kernel for wide ones takes: for each vector of colours, one of each byte. Both blocks
+/// have room for whole vectors. Only where there is such a kernel.
+void WidenColours(unsigned char *dst, unsigned char const *src, std::size_t count);
 
 } // namespace quillmarsh
 

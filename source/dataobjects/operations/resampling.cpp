@@ -147,11 +147,11 @@ void PickRun(ResamplingColumns const &columns, unsigned char *dst, SampleBlock<u
 
 /// Goes through the runs of columns: `set(walk, n)` sets up the next `n`, and `run(dst)` does all rows of them.
 template<typename Set, typename Run>
-void ForEachRun(SampleBlock<unsigned char> const &dst, unsigned int srcColumns, unsigned int sampleSize, Set set,
-                Run run)
+void ForEachRun(SampleBlock<unsigned char> const &dst, unsigned int srcColumns, unsigned int sampleSize,
+                unsigned int pickedSize, Set set, Run run)
 {
     AxisWalk walk(dst.numColumns, srcColumns);
-    unsigned int const runLength = ResamplingColumns::GetRunLength(dst.numColumns, sampleSize);
+    unsigned int const runLength = ResamplingColumns::GetRunLength(dst.numColumns, pickedSize);
     for (unsigned int column = 0; column < dst.numColumns;)
     {
         unsigned int const numColumns = std::min(runLength, dst.numColumns - column);
@@ -168,7 +168,7 @@ void ResampleNearest(SampleBlock<unsigned char> const &dst, SampleBlock<unsigned
 {
     auto const columns = std::make_unique_for_overwrite<ResamplingColumns>();
     ForEachRun(
-        dst, src.numColumns, sampleSize,
+        dst, src.numColumns, sampleSize, sampleSize,
         [&](AxisWalk &walk, unsigned int numColumns)
         { columns->SetNearest(walk, numColumns, src.numColumns, sampleSize); },
         [&](unsigned char *start) { PickRun(*columns, start, dst, src, sampleSize); });
@@ -178,10 +178,14 @@ void ResampleLinear(SampleBlock<unsigned char> const &dst, SampleBlock<unsigned 
                     SamplePart const &part, unsigned int numDimensions)
 {
     auto const work = std::make_unique_for_overwrite<Workspace>();
+    // Rows of the source serve for several of the destination where these are more.
+    bool const reusesRows = numDimensions > 1 && dst.numRows >= src.numRows && dst.numLayers >= src.numLayers;
+    bool const areWide = reusesRows && ResamplingColumns::CanBeWide(part);
+    unsigned int const pickedSize = part.sampleSize * (areWide ? unsigned{sizeof(float)} : 1);
     ForEachRun(
-        dst, src.numColumns, part.sampleSize,
+        dst, src.numColumns, part.sampleSize, pickedSize,
         [&](AxisWalk &walk, unsigned int numColumns)
-        { work->columns.SetLinear(walk, numColumns, src.numColumns, part, 1u << (numDimensions - 1)); },
+        { work->columns.SetLinear(walk, numColumns, src.numColumns, part, 1u << (numDimensions - 1), areWide); },
         [&](unsigned char *start) { BlendRun(*work, start, dst, src, part.sampleSize, numDimensions); });
 }
 

@@ -66,6 +66,8 @@ void BlendColumn(BlendJob const &job, AxisTaps const &column, std::size_t at, Sa
     switch (part.element)
     {
     case eSampleElement::e_byte:
+    case eSampleElement::e_colour:
+    case eSampleElement::e_wideColour:
         return sample_processors::InterpolateComponents(dst, part.numElements,
                                                         TapsOf<unsigned char, numRows>(job, column, at));
     case eSampleElement::e_float:
@@ -82,14 +84,34 @@ void BlendColumn(BlendJob const &job, AxisTaps const &column, std::size_t at, Sa
 
 unsigned int ElementSize(eSampleElement element)
 {
-    return element == eSampleElement::e_byte ? 1 : element == eSampleElement::e_float ? 4 : 2;
+    switch (element)
+    {
+    case eSampleElement::e_byte:
+        return 1;
+    case eSampleElement::e_colour:
+    case eSampleElement::e_wideColour:
+    case eSampleElement::e_float:
+        return 4;
+    default:
+        return 2;
+    }
+}
+
+bool AreColours(SamplePart const &part)
+{
+    return part.element == eSampleElement::e_byte && part.sampleSize == 4;
 }
 
 } // namespace
 
-unsigned int ResamplingColumns::GetRunLength(unsigned int numColumns, unsigned int sampleSize)
+bool ResamplingColumns::CanBeWide(SamplePart const &part)
 {
-    unsigned int const longest = std::min(s_maxBytes / sampleSize, s_maxColumns);
+    return AreColours(part) && GetBlendKernel(eSampleElement::e_wideColour, 2, false).run;
+}
+
+unsigned int ResamplingColumns::GetRunLength(unsigned int numColumns, unsigned int pickedSize)
+{
+    unsigned int const longest = std::min(s_maxBytes / pickedSize, s_maxColumns);
     // Runs of much the same length, so that none is too short for a vector.
     unsigned int const numRuns = (numColumns - 1) / longest + 1;
     return (numColumns - 1) / numRuns + 1;
@@ -99,6 +121,7 @@ void ResamplingColumns::SetNearest(AxisWalk &walk, unsigned int numColumns, unsi
                                    unsigned int sampleSize)
 {
     numColumns_ = numColumns;
+    areWide_ = false;
     part_ = {sampleSize, eSampleElement::e_byte, 0, sampleSize};
     for (unsigned int i = 0; i < numColumns; ++i)
         taps_[i].first = taps_[i].second = walk.NextNearest();
@@ -106,7 +129,7 @@ void ResamplingColumns::SetNearest(AxisWalk &walk, unsigned int numColumns, unsi
 }
 
 void ResamplingColumns::SetLinear(AxisWalk &walk, unsigned int numColumns, unsigned int srcColumns,
-                                  SamplePart const &part, unsigned int numRows)
+                                  SamplePart const &part, unsigned int numRows, bool areWide)
 {
     numColumns_ = numColumns;
     numRows_ = numRows;
@@ -114,7 +137,7 @@ void ResamplingColumns::SetLinear(AxisWalk &walk, unsigned int numColumns, unsig
     for (unsigned int i = 0; i < numColumns; ++i)
         taps_[i] = walk.NextLinear();
     SetBlocks(srcColumns, true);
-    SetElements();
+    SetElements(areWide);
 }
 
 void ResamplingColumns::SetBlocks(unsigned int srcColumns, bool wantsBoth)
@@ -154,11 +177,22 @@ bool ResamplingColumns::SetBlock(unsigned int column, unsigned int srcColumns, s
     return true;
 }
 
-void ResamplingColumns::SetElements()
+eSampleElement ResamplingColumns::FindElement(bool areWide) const
 {
-    unsigned int const elementSize = ElementSize(part_.element);
-    bool const isMasked = part_.numElements * elementSize != part_.sampleSize;
-    blend_ = GetBlendKernel(part_.element, numRows_, isMasked);
+    // Fewer than a vector holds are left to the kernel for bytes.
+    bool const areEnough = numColumns_ >= GetBlendKernel(eSampleElement::e_colour, numRows_, false).lanes;
+    if (!AreColours(part_) || !areEnough)
+        return part_.element;
+    return areWide ? eSampleElement::e_wideColour : eSampleElement::e_colour;
+}
+
+void ResamplingColumns::SetElements(bool areWide)
+{
+    bool const isMasked = part_.numElements * ElementSize(part_.element) != part_.sampleSize;
+    eSampleElement const element = FindElement(areWide);
+    blend_ = GetBlendKernel(element, numRows_, isMasked);
+    areWide_ = element == eSampleElement::e_wideColour;
+    unsigned int const elementSize = ElementSize(element);
     unsigned int const columnElements = part_.sampleSize / elementSize;
     numElements_ = std::size_t{numColumns_} * columnElements;
     if (part_.sampleSize % elementSize != 0 || numElements_ < blend_.lanes)
@@ -185,6 +219,17 @@ void ResamplingColumns::SetMask()
 }
 
 void ResamplingColumns::Gather(unsigned char const *src, unsigned char *tap0, unsigned char *tap1) const
+{
+    if (!areWide_)
+        return Pick(src, tap0, tap1);
+    constexpr unsigned int size = s_maxBytes / sizeof(float) + s_maxVector;
+    unsigned char colours0[size], colours1[size];
+    Pick(src, colours0, colours1);
+    WidenColours(tap0, colours0, numColumns_);
+    WidenColours(tap1, colours1, numColumns_);
+}
+
+void ResamplingColumns::Pick(unsigned char const *src, unsigned char *tap0, unsigned char *tap1) const
 {
     if (gather_.run)
     {

@@ -22,15 +22,19 @@ public:
     /// Bytes that keep one such array away from the next.
     static constexpr unsigned int s_stagger = 5 * 64;
 
-    /// The number of columns for a run, of so many that there are.
-    static unsigned int GetRunLength(unsigned int numColumns, unsigned int sampleSize);
+    /// The number of columns for a run, of so many that there are, whose picked samples have that size.
+    static unsigned int GetRunLength(unsigned int numColumns, unsigned int pickedSize);
 
     /// @name Set-up, from where the walk stands
     /// @{
     void SetNearest(AxisWalk &walk, unsigned int numColumns, unsigned int srcColumns, unsigned int sampleSize);
+    /// With `areWide`, colours become floats once they are picked, and not in each of the sums.
     void SetLinear(AxisWalk &walk, unsigned int numColumns, unsigned int srcColumns, SamplePart const &part,
-                   unsigned int numRows);
+                   unsigned int numRows, bool areWide);
     /// @}
+
+    /// True when there is a kernel for colours that were picked as floats, and the part is of such.
+    static bool CanBeWide(SamplePart const &part);
 
     unsigned int GetNumColumns() const { return numColumns_; }
     std::size_t GetByteSize() const { return std::size_t{numColumns_} * part_.sampleSize; }
@@ -55,7 +59,9 @@ private:
 
     void SetBlocks(unsigned int srcColumns, bool wantsBoth);
     bool SetBlock(unsigned int column, unsigned int srcColumns, std::uint32_t &window, unsigned char *control) const;
-    void SetElements();
+    void SetElements(bool areWide);
+    eSampleElement FindElement(bool areWide) const;
+    void Pick(unsigned char const *src, unsigned char *tap0, unsigned char *tap1) const;
     void SetMask();
 
     unsigned int numColumns_ = 0;
@@ -63,6 +69,7 @@ private:
     SamplePart part_{};
     GatherKernel gather_{}; ///< none: the samples are picked one by one
     BlendKernel blend_{};   ///< none: the sums are made one by one
+    bool areWide_ = false;  ///< picked colours become floats
     std::size_t numElements_ = 0;
 
     AxisTaps taps_[s_maxColumns];

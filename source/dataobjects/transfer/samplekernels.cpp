@@ -265,42 +265,6 @@ HWY_ATTR inline void StoreLanes(unsigned char *at, V32 values)
 
 #if HWY_TARGET == HWY_AVX2 || HWY_TARGET == HWY_AVX3
 
-/// @name Packing and splitting of lanes
-/// The instructions work in each group of four lanes by itself; the groups are put in order after the one and before the
-/// other.
-/// @{
-#if HWY_TARGET == HWY_AVX3
-constexpr std::uint32_t s_orderOf4[] = {0, 4, 8, 12, 1, 5, 9, 13, 2, 6, 10, 14, 3, 7, 11, 15};
-constexpr std::uint32_t s_orderOf2[] = {0, 1, 4, 5, 8, 9, 12, 13, 2, 3, 6, 7, 10, 11, 14, 15};
-constexpr std::uint32_t s_orderToSplit[] = {0, 1, 8, 9, 2, 3, 10, 11, 4, 5, 12, 13, 6, 7, 14, 15};
-HWY_ATTR inline V32 PackToWords(V32 a, V32 b)
-{
-    return V32{_mm512_packus_epi32(a.raw, b.raw)};
-}
-HWY_ATTR inline V32 PackToBytes(V32 a, V32 b)
-{
-    return V32{_mm512_packus_epi16(a.raw, b.raw)};
-}
-#else
-constexpr std::uint32_t s_orderOf4[] = {0, 4, 1, 5, 2, 6, 3, 7};
-constexpr std::uint32_t s_orderOf2[] = {0, 1, 4, 5, 2, 3, 6, 7};
-constexpr auto &s_orderToSplit = s_orderOf2;
-HWY_ATTR inline V32 PackToWords(V32 a, V32 b)
-{
-    return V32{_mm256_packus_epi32(a.raw, b.raw)};
-}
-HWY_ATTR inline V32 PackToBytes(V32 a, V32 b)
-{
-    return V32{_mm256_packus_epi16(a.raw, b.raw)};
-}
-#endif
-
-HWY_ATTR inline V32 InOrder(V32 packed, std::uint32_t const *order)
-{
-    return hn::TableLookupLanes(packed, hn::SetTableIndices(s_d32, order));
-}
-/// @}
-
 /// One vector full of what a kernel gives.
 template<typename Kernel, std::size_t dstSize, std::size_t srcSize>
 HWY_ATTR inline V32 FullVector(unsigned char const *src)
