@@ -48,7 +48,8 @@ protected:
         }
         catch (DataException const &thrown)
         {
-            out << thrown.GetMessage() << std::endl;
+            bool const isTaken = thrown.GetFailure().kind == eCodecFailure::e_exists;
+            out << thrown.GetMessage() << (isTaken ? " (var data.overwrite true)" : "") << std::endl;
         }
         catch (NoMemoryException const &thrown)
         {

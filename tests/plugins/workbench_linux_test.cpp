@@ -78,6 +78,8 @@ TEST_F(WorkbenchData, FailuresAreToldAndKeepTheData)
         EXPECT_EQ(ReadFile("in.qmdp"), ReadFile("out.qmdp")) << line;
     }
     EXPECT_NE(string::npos, RunLines("info\n", 1).find("no data are loaded"));
+    EXPECT_NE(string::npos, RunLines("load in.qmdp\nvar data.overwrite false\nsave in.qmdp\n", 1)
+                                .find("asked for (var data.overwrite true)\n"));
 }
 
 } // namespace
