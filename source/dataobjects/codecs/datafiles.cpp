@@ -7,7 +7,9 @@
 #include "source/dataobjects/codecs/openfailures.h"
 
 #include <algorithm>
+#include <exception>
 #include <iterator>
+#include <new>
 #include <string_view>
 #include <utility>
 
@@ -106,6 +108,19 @@ auto NameFile(string const &fileName, Work const &work)
         if (thrown.GetFailure())
             throw;
         throw DataException(fileName, {eCodecFailure::e_damaged, thrown.GetMessage()});
+    }
+    catch (std::bad_alloc const &)
+    {
+        throw DataException(fileName, {eCodecFailure::e_noMemory, "not enough memory"});
+    }
+    // What a codec of somebody else throws.
+    catch (Exception const &thrown)
+    {
+        throw DataException(fileName, {eCodecFailure::e_system, thrown.GetMessage()});
+    }
+    catch (std::exception const &thrown)
+    {
+        throw DataException(fileName, {eCodecFailure::e_system, thrown.what()});
     }
 }
 
@@ -286,7 +301,7 @@ SampledData DataFile::Load()
                         std::size_t const numDimensions = desc_.dimensions.size();
                         void *const data = RequireManager().LoadData(s_categories[numDimensions - 1], file_, nullptr);
                         if (!data)
-                            throw DataException(GetName(), reason.GetFailure());
+                            throw DataException(GetName(), {reason.GetFailure().kind, reason.GetText()});
                         return AdoptData(numDimensions, data);
                     });
 }
@@ -321,9 +336,12 @@ void SaveFile(SampledData const &data, string const &fileName, FileType const &t
     NamedParameterList const params = MakeParameters(settings);
     unsigned int const category = s_categories[data.GetDimensions().size() - 1];
     CodecFailureSentry const reason;
-    if (RequireManager().SaveData(category, ToCodecData(data), fileName, type.container, &params))
+    bool const isSaved =
+        NameFile(fileName, [&]
+                 { return RequireManager().SaveData(category, ToCodecData(data), fileName, type.container, &params); });
+    if (isSaved)
         return;
-    CodecFailure failure = reason.GetFailure();
+    CodecFailure failure = {reason.GetFailure().kind, reason.GetText()};
     if (IsOfWriting(failure.kind))
         failure.text = "cannot be written as " + type.container + ": " + failure.text;
     throw DataException(fileName, failure);

@@ -1,0 +1,207 @@
+#include <quillmarsh/dataobjects/datacodecmanager.h>
+#include <quillmarsh/dataobjects/datafiles.h>
+#include <quillmarsh/dataobjects/imagelimits.h>
+#include <quillmarsh/dataobjects/sampletransfer.h>
+
+#include "tests/support/failures.h"
+#include "tests/support/package_bytes.h"
+#include "tests/support/scratch_directory.h"
+
+#include <gtest/gtest.h>
+
+#include <fstream>
+#include <thread>
+
+namespace quillmarsh::sampled_data
+{
+namespace
+{
+
+using tests::MessageOf;
+using tests::PackageBytes;
+
+/// Saves and loads images of one row as text, as a plug-in might: by name only, and with reasons of its own.
+class TextEncoder : public ImageEncoder
+{
+public:
+    TextEncoder() : ImageEncoder("TEXT", "text") {}
+
+    bool SaveImage(ImageBase const &image, string const &fileName, string const &format,
+                   NamedParameterList const &) override
+    {
+        if (format != "TEXT")
+            return false;
+        if (image.GetNumRows() != 1)
+        {
+            TellCodecFailure(eCodecFailure::e_unsupported, "a text has one row");
+            return false;
+        }
+        std::ofstream file(fileName, std::ios_base::binary);
+        file << "TEXT" << string(reinterpret_cast<char const *>(image.GetSamplesB()), image.GetTotalByteSize());
+        return true;
+    }
+};
+
+class TextDecoder : public ImageDecoder
+{
+public:
+    TextDecoder() : ImageDecoder("TEXT", "text") {}
+
+    ImageBase *LoadImageA(string const &fileName, NamedParameterList const &) override
+    {
+        string const text = tests::ReadFile(fileName);
+        if (!text.starts_with("TEXT"))
+            return nullptr;
+        if (text.size() == 4)
+        {
+            TellCodecFailure(eCodecFailure::e_damaged, "the text is empty");
+            return nullptr;
+        }
+        AutoPtr<ImageBase> image(ManufactureImage(e_format_L8, 1, static_cast<unsigned int>(text.size() - 4)));
+        std::copy(text.begin() + 4, text.end(), image->GetSamplesB());
+        return image.release();
+    }
+};
+
+class DataFileTest : public testing::Test
+{
+protected:
+    DataFileTest()
+    {
+        RegisterDefaultDataCodecs();
+        RegisterDefaultImageFileExtensions();
+    }
+
+    string SaveAndLoad(SampledData const &data, string const &name)
+    {
+        string const file = directory_ / name;
+        SaveSettings settings;
+        settings.overwrite = true;
+        return MessageOf<DataException>(
+            [&]
+            {
+                SaveFile(data, file, *FindFileType(file), settings);
+                SampledData const loaded = LoadFile(file, *FindFileType(file));
+                EXPECT_EQ(loaded.GetDimensions(), data.GetDimensions());
+            });
+    }
+
+    tests::ScratchDirectory directory_;
+    SignalOperationsManager operations_;
+    DataCodecManager manager_;
+};
+
+TEST_F(DataFileTest, CodecsThatAreRegisteredAreUsedAsTheLibrarysOwn)
+{
+    EXPECT_FALSE(FindFileType("a.txt"));
+    string const file = directory_.Write("a.TXT", "TEXTabc");
+    EXPECT_EQ(MessageOf<DataException>([&] { DataFile const opened(file); }),
+              file + ": byte 0: opening magic-sequence: neither that of a package nor of a picture");
+
+    manager_.RegisterEncoder(new TextEncoder);
+    manager_.RegisterDecoder(new TextDecoder);
+    manager_.SetDefaultFileFormatExtension(DataCategory_Image, "TEXT", "txt");
+    EXPECT_TRUE(GetExtensions().ends_with(".bmp .txt")) << GetExtensions();
+    DataFile opened(file);
+    EXPECT_EQ(opened.GetDesc().container, "TEXT");
+    EXPECT_EQ(opened.GetDesc().dimensions, (Dimensions{1, 3}));
+    EXPECT_EQ(opened.Load().GetSamples().GetSamplesB()[2], 'c');
+    EXPECT_EQ(opened.Load().GetSamples().GetSamplesB()[1], 'b');
+    EXPECT_EQ(SaveAndLoad(SampledData(e_format_L8, {1, 5}), "b.txt"), "");
+
+    EXPECT_EQ(SaveAndLoad(SampledData(e_format_L8, {2, 5}), "b.txt"), directory_ / "b.txt" + ": a text has one row");
+    string const empty = directory_.Write("empty", "TEXT");
+    EXPECT_EQ(MessageOf<DataException>([&] { DataFile const damaged(empty); }), empty + ": the text is empty");
+}
+
+TEST_F(DataFileTest, WhatWasInspectedIsWhatIsLoaded)
+{
+    SaveSettings settings;
+    for (string const name : {"a.qmdp", "a.png", "a.bmp"})
+    {
+        string const file = directory_ / name;
+        SampledData const first(e_format_X8R8G8B8, {2, 3}), second(e_format_X8R8G8B8, {5, 7});
+        SaveFile(first, file, *FindFileType(file), settings);
+        DataFile opened(file);
+        settings.overwrite = true;
+        SaveFile(second, file, *FindFileType(file), settings);
+        settings.overwrite = false;
+        EXPECT_EQ(opened.Load().GetDimensions(), (Dimensions{2, 3})) << name;
+        EXPECT_NO_THROW(opened.Verify([](std::uint64_t) {}));
+        EXPECT_EQ(LoadFile(file, *FindFileType(file)).GetDimensions(), (Dimensions{5, 7})) << name;
+    }
+}
+
+TEST_F(DataFileTest, FailuresNameFileAndReason)
+{
+    string const image = directory_.Write("i.qmdp", PackageBytes({2}, {1, 2, e_format_L8, 0, 0}, "ab"));
+    string const cut = directory_.Write("cut.qmdp.signal", "<QuillMarsh");
+    SaveSettings settings;
+    auto const load = [](string const &file) { return [file] { LoadFile(file, *FindFileType(file)); }; };
+    auto const save = [&](Dimensions const &dimensions, string const &file)
+    {
+        return [&, file, dimensions]
+        { SaveFile(SampledData(e_format_L8, dimensions), file, *FindFileType(file), settings); };
+    };
+    struct Case
+    {
+        std::function<void()> work;
+        string message;
+        eCodecFailure kind;
+    };
+    Case const cases[] = {
+        {load(directory_ / "no.png"), directory_ / "no.png: cannot be opened: ", eCodecFailure::e_notFound},
+        {load(directory_ / "no.qmdp"), directory_ / "no.qmdp: cannot be opened: ", eCodecFailure::e_notFound},
+        {load(cut), cut + ": byte 0: opening magic-sequence: the file ends", eCodecFailure::e_damaged},
+        {save({1, 2}, image), image + ": is there already, and overwriting", eCodecFailure::e_exists},
+        {save({1, 2}, directory_ / "no/where.png"),
+         directory_ / "no/where.png: cannot be written as PNG: ", eCodecFailure::e_notFound},
+        {save({2}, directory_ / "s.png"), directory_ / "s.png: takes an image, and no signal",
+         eCodecFailure::e_unsupported},
+    };
+    image_limits::SetMaxPixels(1);
+    EXPECT_EQ(MessageOf<DataException>(load(image)),
+              image + ": 1 rows of 2 pixels are more than the limit of 1 pixels");
+    image_limits::SetMaxPixels(image_limits::s_defaultMaxPixels);
+    for (Case const &c : cases)
+    {
+        try
+        {
+            c.work();
+            ADD_FAILURE() << c.message;
+        }
+        catch (DataException const &thrown)
+        {
+            EXPECT_EQ(thrown.GetMessage().find(c.message), 0u) << thrown.GetMessage();
+            EXPECT_EQ(thrown.GetFailure().kind, c.kind) << c.message;
+        }
+    }
+}
+
+TEST_F(DataFileTest, ReasonsStayWithTheirThreadAndTheirCall)
+{
+    string const image = directory_.Write("i.qmdp", PackageBytes({2}, {1, 2, e_format_L8, 0, 0}, "ab"));
+    CodecFailureSentry const outer;
+    EXPECT_EQ(LoadSignal(image), nullptr);
+    string const reason = "the package holds an image, not a signal";
+    EXPECT_EQ(outer.GetText(), reason);
+    {
+        CodecFailureSentry const inner;
+        EXPECT_EQ(LoadVolume(directory_ / "none"), nullptr);
+        EXPECT_EQ(inner.GetFailure().kind, eCodecFailure::e_notFound);
+    }
+    std::thread(
+        [&]
+        {
+            EXPECT_EQ(LoadVolume(image), nullptr);
+            CodecFailureSentry const own;
+            EXPECT_FALSE(own.GetFailure());
+            AutoPtr<ImageBase> const loaded(LoadImageA(image));
+            EXPECT_TRUE(loaded && !own.GetFailure());
+        })
+        .join();
+    EXPECT_EQ(outer.GetText(), reason);
+}
+
+} // namespace
+} // namespace quillmarsh::sampled_data
