@@ -71,7 +71,7 @@ void CommandLineParser::SetParseFlags(bool singleTokenCommand, bool trimQuotes)
 
 bool CommandLineParser::Parse(string const &line, bool throwOnError)
 {
-    // First of all: the line may be a text of the former results.
+    // Copied first: the line may be a text of the former results.
     lastCommandLine_ = line;
     ClearLastResults();
 
@@ -234,7 +234,7 @@ bool CommandLineParser::ExtractPackedUIntegers(string const &name, std::vector<u
 
 void CommandLineParser::DumpLastResults(ostream &out) const
 {
-    // The labels are fixed texts: a width that was left on the stream is not for them.
+    // The labels are fixed texts, which take no width that was left on the stream.
     out.width(0);
     if (!singleTokenCommand_)
     {
@@ -327,7 +327,7 @@ bool CommandLineParser::ExtractQuotedString(std::size_t &at, string &out) const
         if (line[i] == escape_)
         {
             out.append(line, plainBegin, i - plainBegin);
-            // The character behind the escape begins the next plain piece, and is not looked at again.
+            // The character behind the escape begins the next plain piece, and is not tested again.
             plainBegin = ++i;
             if (i < line.size() && line[i] != escape_ && line[i] != quote_)
                 QUILLMARSH_THROW(CommandLineErrorException, "Bad escape sequence");
@@ -404,7 +404,7 @@ void CommandLineParser::ParseOption(std::size_t &at, Argument &argument) const
     {
         ++at;
         argument.type_ = e_assignment;
-        // Neither may be there: the value is empty then.
+        // Both may be missing: the value is empty then.
         if (!ExtractQuotedString(at, argument.second_))
             ExtractString(at, argument.second_);
     }

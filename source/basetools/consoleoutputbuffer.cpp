@@ -10,7 +10,8 @@ namespace quillmarsh
 namespace
 {
 
-/// Storage of a dropped line serves the next line, unless it is so large that a few long lines would stay forever.
+/// The next line reuses the storage of a dropped line, unless that is larger than this: a few long lines would hold
+/// much memory for ever.
 constexpr std::size_t s_maxRecycledCapacity = 1024;
 
 } // namespace
@@ -146,7 +147,7 @@ unsigned int ConsoleOutputBuffer::GetMaxColumns() const
     return maxColumns_;
 }
 
-/// Opens a line, in the storage of the one that falls off for it.
+/// Opens a line, in the storage of the line that is dropped for it.
 void ConsoleOutputBuffer::BreakLine(unsigned int type)
 {
     Line line;

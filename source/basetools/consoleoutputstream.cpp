@@ -15,8 +15,8 @@ ConsoleOutputStream::ConsoleOutputStreamBuffer::~ConsoleOutputStreamBuffer() = d
 
 int ConsoleOutputStream::ConsoleOutputStreamBuffer::sync()
 {
-    // The text is taken first, so that an observer that throws, or writes here again, does not meet it twice.
-    // Emptying by a text that stays keeps the storage; a moved one would replace it.
+    // The text is taken out first, so that it is not written twice if an observer throws or writes here again. Emptying
+    // the buffer by a text that stays keeps its storage; a moved text would replace it.
     static string const noText;
     text_.assign(view());
     str(noText);
@@ -36,7 +36,7 @@ ConsoleOutputStream::~ConsoleOutputStream()
 {
     exceptions(std::ios_base::goodbit);
     flush();
-    // The base class flushes too, and the buffer is gone by then.
+    // The base class flushes too, when the buffer is destroyed already.
     std::ios::rdbuf(nullptr);
 }
 

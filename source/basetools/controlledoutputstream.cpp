@@ -7,12 +7,12 @@ namespace quillmarsh
 namespace
 {
 
-/// Calls `call` with each target, and goes on with the next when one throws: an exception would leave the stream bad,
-/// and the others without all that follows.
+/// Calls `call` with each target, and continues with the next one when a target throws. If the exception went on, it
+/// would leave the stream bad, and the other targets would get no more text.
 template<typename Call>
 void ForEachTarget(std::vector<ostream *> const &targets, Call const &call)
 {
-    // By index, as a target may be one that adds or removes targets.
+    // By index, since a target may add or remove targets.
     for (std::size_t i = 0; i < targets.size(); ++i)
     {
         try
@@ -21,7 +21,7 @@ void ForEachTarget(std::vector<ostream *> const &targets, Call const &call)
         }
         catch (...)
         {
-            // The state of the target tells.
+            // The state of the target tells of the failure.
         }
     }
 }
@@ -58,7 +58,7 @@ ControlledOutputStream::~ControlledOutputStream()
 {
     exceptions(std::ios_base::goodbit);
     flush();
-    // The base class flushes too, and the buffer is gone by then.
+    // The base class flushes too, when the buffer is destroyed already.
     std::ios::rdbuf(nullptr);
 }
 

@@ -38,7 +38,7 @@ constexpr TypeSize s_typeSizes[] = {
     {"double", sizeof(double), 8},
 };
 
-/// Takes every "prefix" at the head of a name, or right behind a "<", "," or blank within it, out of the name.
+/// Removes every `prefix` at the beginning of a name, and directly behind a "<", "," or blank within it.
 string WithoutNamespace(string name, string const &prefix)
 {
     for (std::size_t at = name.find(prefix); at != string::npos; at = name.find(prefix, at))
@@ -60,7 +60,7 @@ string GetTypeName(std::type_info const &type)
     std::unique_ptr<char, decltype(&std::free)> const demangled(
         abi::__cxa_demangle(type.name(), nullptr, nullptr, &status), &std::free);
     string name = demangled ? demangled.get() : type.name();
-    // The inline namespace of the standard library's strings is an accident of one implementation.
+    // Only one implementation of the standard library has its strings in an inline namespace.
     if (name == "std::__cxx11::basic_string<char, std::char_traits<char>, std::allocator<char> >")
         return "string";
     return WithoutNamespace(std::move(name), "quillmarsh::");

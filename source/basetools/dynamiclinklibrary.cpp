@@ -14,7 +14,7 @@ namespace quillmarsh
 namespace
 {
 
-// The location is a pointer to function of any type; as bytes it is written whatever the compiler makes of that.
+// The hook is a pointer to function of any type. It is written as bytes, so that no compiler can assume another type.
 void WriteHook(void **hook, void *value)
 {
     std::memcpy(hook, &value, sizeof(value));
@@ -87,7 +87,7 @@ void DLLImportTable::Dump(ostream &out) const
     {
         void *const value = entry.GetHookValue();
         numImported += value ? 1 : 0;
-        // As wide as the text of a pointer of 32 bits.
+        // As wide as the text of a 32-bit pointer.
         out << (value ? MakeString(value) : string(10, ' ')) << "  |  " << entry.GetSymbol() << std::endl;
     }
     out << "Imported " << numImported << " of " << GetNumEntries() << " symbols." << std::endl;
@@ -129,8 +129,8 @@ void DynamicLinkLibrary::SafeCopyFrom(DynamicLinkLibrary const &other)
     mustFillImportTable_ = other.mustFillImportTable_;
     importTable_ = other.importTable_;
     autoUnload_ = true;
-    // The same handle again, with one more reference. A copy that cannot have its own holds none, or it would give back
-    // the other one's.
+    // The same handle again, with one more reference. A copy that gets no reference holds no handle: it would otherwise
+    // release the reference of the other object.
     loadError_.clear();
     handle_ = other.IsLoaded() ? platform::OpenModule(fileName_, loadError_) : nullptr;
 }

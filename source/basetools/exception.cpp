@@ -45,7 +45,7 @@ string const Exception::MakeDescription(bool withClass, bool withFileLine, bool 
     return description;
 }
 
-// Out of line, so that each class has its run-time type in this module only.
+// Not inline, so that each class has its run-time type in this module only.
 #define QUILLMARSH_DEFINE_EXCEPTION(name)                                                                              \
     name::name() = default;                                                                                            \
     name::name(name const &) = default;                                                                                \

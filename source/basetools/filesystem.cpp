@@ -17,7 +17,7 @@ PathRules const &Rules()
     return platform::GetSystemPathRules();
 }
 
-/// Hands a directory out with or without its trailing separator, or an empty text.
+/// Gives a directory with or without its trailing separator, or an empty text.
 bool FinishDirectory(bool succeeded, string found, string &directory, bool trailingSeparator)
 {
     directory.clear();
@@ -30,8 +30,8 @@ bool FinishDirectory(bool succeeded, string found, string &directory, bool trail
 
 bool IsThereOrCreated(string const &directory)
 {
-    // Somebody else may create it between the look and the attempt, and a name that DirectoryExists refuses may be
-    // there all the same: the attempt alone is no proof of a failure.
+    // Another process may create the directory between the test and the attempt, and a name that DirectoryExists()
+    // refuses may exist: an attempt that fails is no proof of a failure.
     return DirectoryExists(directory) || CreateDirectoryA(directory) ||
            platform::ReadFileType(directory, true) == std::filesystem::file_type::directory;
 }

@@ -6,7 +6,7 @@
 namespace quillmarsh::file_system
 {
 
-/// The directories that the walk is inside of, innermost first.
+/// Directories that the walk has entered and not left, innermost first.
 struct FileSystemWalker::Ancestors
 {
     platform::DirectoryIdentity identity;
@@ -29,7 +29,7 @@ bool FileSystemWalker::Walk(string const &root)
 {
     cancelled_ = false;
     OnBeginWalk(root);
-    // With a separator, an empty name would stand for the whole system.
+    // With a separator, an empty name would mean the root of the system.
     bool opened = false;
     if (IsUsableName(root))
     {

@@ -11,7 +11,7 @@ namespace quillmarsh
 namespace
 {
 
-/// Addresses of the blocks that live.
+/// Addresses of the blocks that are in use.
 class BlockSet : NoCopy
 {
 public:

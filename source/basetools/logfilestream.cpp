@@ -38,7 +38,7 @@ LogFileStream::~LogFileStream()
     }
     catch (...)
     {
-        // What a file or a system cannot do at the very end is nobody's business any more.
+        // A destructor has no caller to whom it could report the failure.
     }
     std::ios::rdbuf(nullptr);
 }
@@ -72,7 +72,7 @@ void LogFileStream::OutputBlockPE(bool opening, time::DateTimeSeparators const &
                         platform_info::GetMachineName() + "/" + platform_info::GetUserNameA();
 
     SeparatorLineEffector const separator(static_cast<unsigned int>(line.size()), '-');
-    // The block is a fixed text: a width that was left on the stream is not for it.
+    // The block is a fixed text, which takes no width that was left on the stream.
     width(0);
     *this << separator << line << nl << separator;
 }

@@ -13,10 +13,10 @@ namespace
 
 thread_local bool s_isHandling = false;
 
-/// Throws for a failed request of a size that may not be known.
+/// Throws for a request that failed. Its size may be unknown.
 [[noreturn]] void ThrowNoMemory(std::size_t size, bool isSizeKnown)
 {
-    // Making the message allocates. Where not even that can be had, the exception goes without it.
+    // Making the message allocates. If that fails too, the exception has no message.
     if (s_isHandling)
         throw NoMemoryException();
 

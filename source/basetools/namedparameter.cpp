@@ -13,7 +13,7 @@ namespace
 constexpr std::size_t s_numReservedParameters = 10;
 constexpr char const *s_szWrongType = "Extracting wrong value-type from NamedParameter: ";
 
-/// Value type that stands for a C++ type, by an overload for each.
+/// Value type of a C++ type; one overload for each.
 constexpr NamedParameter::eValueType TypeOf(void *const *)
 {
     return NamedParameter::e_pointer;
@@ -146,7 +146,7 @@ void *NamedParameter::GetValuePointer() const
 bool NamedParameter::GetValueBool() const
 {
     QUILLMARSH_ASSERT(type_ == e_bool, s_szWrongType + name_);
-    // By the byte: of another type's bits not every pattern is a bool.
+    // Read as a byte: the bits of another type are not always a valid bool.
     unsigned char byte = 0;
     std::memcpy(&byte, &value_.boolean, sizeof(byte));
     return byte != 0;
@@ -255,7 +255,7 @@ bool NamedParameterList::GetValue(string const &name, string &value) const
     return GetIfTypeFits(GetParameter(name), value);
 }
 
-// GetValue leaves the default alone when it has nothing that fits.
+// GetValue() leaves the default alone when no parameter fits.
 
 void *NamedParameterList::GetValuePointer(string const &name, void *defaultValue) const
 {

@@ -7,7 +7,7 @@ OutputStream::OutputStream(std::streambuf *buffer) : ostream(buffer) {}
 
 OutputStream::~OutputStream()
 {
-    // The mask is for the stream's users; a destructor has nobody to tell.
+    // The mask is for the users of the stream; a destructor has no caller to throw to.
     exceptions(std::ios_base::goodbit);
     flush();
 }

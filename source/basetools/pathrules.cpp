@@ -45,7 +45,7 @@ bool IsDevice(string const &name)
            std::ranges::find(s_portNumbers, name.substr(length)) != std::end(s_portNumbers);
 }
 
-/// Whether what stands behind the long-path prefix begins with a server.
+/// True when the text behind the long-path prefix begins with a server.
 bool NamesServer(PathRules const &rules, string const &nameBehindPrefix)
 {
     string begin = nameBehindPrefix.substr(0, 4);
@@ -185,7 +185,7 @@ void ApplyTrailingPathSeparator(PathRules const &rules, string &name, bool trail
     }
     string shorter = name;
     RemoveTrailingPathSeparator(rules, shorter);
-    // A drive without separator is the present directory of that drive, and nothing at all is none.
+    // A drive without a separator means the present directory of that drive, and an empty name means no directory.
     if (!IsDrive(rules, shorter) && !shorter.empty())
         name = std::move(shorter);
 }
@@ -213,7 +213,7 @@ bool NamesDevice(PathRules const &rules, string const &name)
         return false;
     if (MatchPrefix(name, rules.widePrefix))
         return !NamesFileBehindPrefix(rules, name.substr(string(rules.widePrefix).size()));
-    // Of all pieces only the last one, and what stands in front of its extension, or of a stream in it. Blanks at its
+    // Only the last piece counts, and of it only the part in front of its extension or of a stream in it. Blanks at the
     // end do not count.
     std::size_t const end = name.find_last_not_of("\\/") + 1;
     std::size_t begin = end;

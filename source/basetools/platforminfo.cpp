@@ -11,7 +11,7 @@ namespace quillmarsh::platform_info
 namespace
 {
 
-/// Writes a value where the caller wants it.
+/// Writes a value unless the pointer is null.
 void Give(unsigned int *target, unsigned int value)
 {
     if (target)
@@ -25,7 +25,7 @@ bool RunningOnWindows(unsigned int majorNumber, unsigned int minorNumber)
            version.minorNumber == minorNumber;
 }
 
-/// An edge of the desktop; one left of or above the first display is shown at its border.
+/// An edge of the desktop. An edge left of the first display or above it is moved to the display's border.
 unsigned int ToEdge(int edge)
 {
     return static_cast<unsigned int>(edge < 0 ? 0 : edge);

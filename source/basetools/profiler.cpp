@@ -97,7 +97,7 @@ void Profiler::ExitRootNode()
     QUILLMARSH_ASSERT(stack_.size() == 1, "Profile-stack push/pop mismatch.");
     double const iterationTime = timer_.GetElapsedSeconds() - stack_.back().entryTime;
     elapsedSeconds_ += iterationTime;
-    // The children took their times off already, so that this leaves the root its own.
+    // The children have subtracted their times already, so that the time of the root remains.
     root_->stats_.nodeTimeThisIteration += iterationTime;
     root_->PropagateProcessIterAccum(iterationTime > 0 ? 100.0 / iterationTime : 0);
     bool const isDue = autoResetThreshold_ != 0 && root_->stats_.totalEntries >= autoResetThreshold_;
@@ -112,7 +112,7 @@ void Profiler::EnterNode(char const *blockName)
 {
     bool const isNamed = blockName != nullptr && *blockName != '\0';
     QUILLMARSH_ASSERT(isNamed, "Passing empty block-name to profiler.");
-    // The block is entered all the same, as the caller will leave it.
+    // The block is entered in any case, since the caller will leave it.
     blockName_.assign(isNamed ? blockName : "");
     if (isSkipping_)
         return;
@@ -192,7 +192,7 @@ void Profiler::CalcIterationRate(double &min, double &avg, double &max) const
     max = CalcRate(root_->stats_.minBranchTime);
 }
 
-/// The innermost open block of the name being entered, the root apart; or null.
+/// The innermost open block of the name that is being entered, not counting the root; null without one.
 ProfilerNode *Profiler::TraceStackForRecursion() const
 {
     for (ProfilerNode *node = GetActiveNode(); node->parent_ != nullptr; node = node->parent_)

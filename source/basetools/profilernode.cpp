@@ -164,7 +164,7 @@ void ProfilerNode::ResetStatistics()
         child->ResetStatistics();
 }
 
-/// Forgets what was gathered of an iteration that does not count.
+/// Drops the numbers of an iteration that does not count.
 void ProfilerNode::DropIterAccum()
 {
     stats_.entriesThisIteration = 0;

@@ -39,13 +39,13 @@ template<typename T>
 istream &Read(istream &in, T &value, bool flip)
 {
     in.read(reinterpret_cast<char *>(&value), sizeof(T));
-    // What a failed read left in the target is not for us to turn round.
+    // After a failed read the target stays as the stream has left it.
     if (flip && !in.fail())
         Flip(value);
     return in;
 }
 
-/// Reads a value that is narrower on the stream than in memory.
+/// Reads a value that has fewer bytes on the stream than in memory.
 template<typename Narrow, typename Wide>
 istream &ReadNarrow(istream &in, Wide &value)
 {
@@ -61,7 +61,8 @@ std::streamsize BlocksSize(unsigned int blockByteSize, unsigned int numBlocks)
     return static_cast<std::streamsize>(static_cast<std::uint64_t>(blockByteSize) * numBlocks);
 }
 
-/// Makes room for what is known to have arrived of a string, so that it does not grow beyond that by doubling.
+/// Reserves memory for the characters that are known to have arrived, so that the string does not grow above that by
+/// doubling.
 void ReserveForArrived(istream &in, string &value, std::size_t length)
 {
     std::streamsize const numArrived = in.good() ? in.rdbuf()->in_avail() : 0;
@@ -278,7 +279,7 @@ istream &operator>=(istream &in, unsigned int &value)
 
 istream &operator>=(istream &in, int &value)
 {
-    // Never flips, and has to stay so: there are streams of which it reads a signed number in the machine's order.
+    // Never reverses bytes, since there are streams that have signed numbers in the machine's order.
     return Read(in, value, false);
 }
 

@@ -10,7 +10,7 @@ namespace
 constinit std::atomic<bool> s_outputBigEndian{IsMachineBigEndian()};
 constinit std::atomic<bool> s_inputBigEndian{IsMachineBigEndian()};
 
-/// What the innermost sentry of the thread has set; nothing while the thread holds none.
+/// Order that the innermost sentry of the thread has set; empty while the thread holds none.
 constinit thread_local std::optional<bool> s_threadOutputBigEndian;
 constinit thread_local std::optional<bool> s_threadInputBigEndian;
 

@@ -36,7 +36,7 @@ private:
     Buffer &buffer_;
 };
 
-/// What a thread keeps for a shared stream.
+/// State of a thread for one shared stream.
 struct SharedOutputStream::ThreadRecord
 {
     unsigned int streamID;
@@ -87,7 +87,7 @@ SharedOutputStream::Buffer::~Buffer() = default;
 
 SharedOutputStream::ThreadRecord &SharedOutputStream::Buffer::GetThreadRecord()
 {
-    // A host has two shared streams, so that a search is short. A record stays in its place: while the text of one
+    // A host has two shared streams, so the search is short. A record must keep its address: while the text of one
     // stream is passed on, the thread may begin to write to another.
     static thread_local std::deque<ThreadRecord> s_records;
     for (ThreadRecord &record : s_records)

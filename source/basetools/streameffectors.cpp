@@ -9,7 +9,7 @@ namespace quillmarsh
 namespace
 {
 
-/// Whole runs at a time, and past the stream's width, which would count for the first character only.
+/// Writes many characters at a time, and without the stream's width, which would count for the first character only.
 void Fill(ostream &out, std::size_t count, char fill)
 {
     char run[64];

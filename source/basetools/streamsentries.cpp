@@ -13,7 +13,7 @@ StreamExceptionSentry::StreamExceptionSentry(basic_ios<char> &stream, short mask
     }
     catch (...)
     {
-        // There will be no destructor to restore it.
+        // The destructor, which restores the mask, is not called after a constructor that throws.
         RestoreMask();
         throw;
     }
@@ -32,7 +32,7 @@ void StreamExceptionSentry::RestoreMask()
     }
     catch (std::ios_base::failure const &)
     {
-        // The mask is stored before it is held against the stream's state.
+        // The stream stores the mask before it compares it with its state.
     }
 }
 

@@ -23,7 +23,7 @@ bool ReadWhole(string const &text, T &value)
     stream.imbue(std::locale::classic());
     T read{};
     stream >> read;
-    // At the end or not: peeking tells also for a character, which is read without a look at what follows.
+    // True at the end of the text. Peeking is needed for a character, whose reading does not touch what follows.
     if (stream.fail() || stream.peek() != std::istringstream::traits_type::eof())
         return false;
     value = read;
@@ -79,14 +79,14 @@ bool IsIdentifierPart(char c)
     return IsIdentifierStart(c) || IsDigit(c);
 }
 
-/// True for a character that a terminal obeys instead of showing it.
+/// True for a character that a terminal does not show, but executes.
 bool IsTerminalControl(std::uint32_t codePoint)
 {
     struct Range
     {
         std::uint32_t first, last;
     };
-    // Control characters, separators of lines and paragraphs, and what changes the direction of writing.
+    // Control characters, separators of lines and paragraphs, and characters that change the direction of writing.
     constexpr Range ranges[] = {{0x00, 0x1f}, {0x7f, 0x9f}, {0x2028, 0x202e}, {0x2066, 0x2069}};
     return std::any_of(std::begin(ranges), std::end(ranges),
                        [codePoint](Range const &range) { return codePoint >= range.first && codePoint <= range.last; });
@@ -241,7 +241,7 @@ void ToStringSci(string &text, double value, unsigned int width, unsigned int pr
 
 void ToString(string &text, void *value)
 {
-    // As a number: what a stream prints for a pointer has the "0x" on some standard libraries and not on others.
+    // As a number: only some standard libraries print a pointer with "0x".
     PrintHex(text, reinterpret_cast<std::uintptr_t>(value), 0);
     text.insert(0, "0x");
 }

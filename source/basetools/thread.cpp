@@ -52,7 +52,7 @@ unsigned int Thread::WorkFunctionMapper(void *object)
     unsigned int const exitCode = thread->DoWork();
     thread->lastExitCode_ = exitCode;
     thread->threadID_ = 0;
-    // The last touch: who sees the handle gone may destroy the object.
+    // The last access: a thread that finds the handle cleared may destroy the object.
     thread->handle_ = nullptr;
     return exitCode;
 }
@@ -92,7 +92,7 @@ void Thread::SignalExit()
 
 void Thread::WaitExit(bool closeHandle)
 {
-    // Not by the handle that the work clears: its thread has a last step to go then.
+    // Not by the handle that the work clears: its thread still has a last step to do then.
     if (!ownedHandle_)
         return;
     platform::WaitForObject(ownedHandle_, platform::s_waitInfinite);

@@ -153,7 +153,7 @@ bool HighResolutionTimer::GetPerformanceCounterInfo(LARGE_INTEGER *ticksPerSecon
 {
     std::int64_t const frequency = platform::GetPerformanceFrequency();
     std::int64_t const stored = frequency > 0 ? frequency : 0;
-    // By its bytes: only the system's own header knows the record on every system.
+    // As bytes: the record is known to the system's own header only.
     if (ticksPerSecond)
         std::memcpy(static_cast<void *>(ticksPerSecond), &stored, sizeof(stored));
     if (secondsPerTick)

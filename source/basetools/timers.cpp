@@ -51,7 +51,7 @@ bool AlarmTimer::Activate(AlarmHandler &handler, unsigned int delayMilliseconds,
         return false;
 
     unsigned int const flags = handler.QueryHintLongExecution() ? platform::s_timerExecuteLongFunction : 0;
-    // Ahead of the timer, whose first call may come before it is here.
+    // Stored before the timer starts, whose first call may come at once.
     handler_ = &handler;
     isOneShot_ = periodMilliseconds == 0;
     timer_ = platform::CreateQueueTimer(&AlarmMapper, this, delayMilliseconds, periodMilliseconds, flags);

@@ -1,4 +1,4 @@
-// Text forms of a date and a time of day that were taken before.
+// Text forms of a date and a time of day that are given.
 #ifndef QUILLMARSH_SOURCE_BASETOOLS_TIMETEXT_H
 #define QUILLMARSH_SOURCE_BASETOOLS_TIMETEXT_H
 

@@ -69,7 +69,7 @@ void VariableProxy::NotifyObserverAboutValueChange() const
         observer->OnValueChanged(*this);
 }
 
-// Out of line, so that each class has its table of virtual operations in this module only.
+// Not inline, so that each class has its table of virtual operations in this module only.
 #define QUILLMARSH_DEFINE_VARIABLE_PROXY(className, type)                                                              \
     className::className(type *target, string const &name, string const &description, bool developerModeOnly,          \
                          VariableProxy::Observer *observer)                                                            \

@@ -7,7 +7,7 @@ namespace quillmarsh
 namespace
 {
 
-// A registered proxy can be renamed through the registry, so a search does not rely on the order.
+// A registered proxy can be renamed, so that a search cannot rely on the order.
 template<typename Proxies>
 auto FindByName(Proxies &proxies, string const &name)
 {
@@ -41,7 +41,7 @@ bool VariableRegistry::RegisterVariable(VariableProxy const &proxy)
 
 void VariableRegistry::UnregisterVariable(string const &name)
 {
-    // By value: the name may be that of the proxy itself.
+    // The name is copied: it may be that of the proxy itself.
     std::erase_if(proxies_, [name](std::shared_ptr<VariableProxy> const &proxy) { return proxy->GetName() == name; });
     SortByName(proxies_);
 }

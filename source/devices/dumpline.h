@@ -8,7 +8,7 @@
 namespace quillmarsh
 {
 
-/// The label, which brings its ": ", and the library's text form of the value.
+/// Prints a label, which ends with ": ", and the library's text form of a value.
 template<typename T>
 void DumpLine(ostream &out, unsigned int tabs, string const &label, T const &value)
 {

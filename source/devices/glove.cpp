@@ -36,7 +36,7 @@ constexpr char const *s_sensorNames[] = {"WristYaw",
                                          "PinkyJointOuter"};
 static_assert(std::size(s_sensorNames) == Glove::s_numSensors);
 
-/// Map of the sensors from one on.
+/// Map of all sensors from this one on.
 struct AngleMap
 {
     eGloveSensor firstSensor;
@@ -47,7 +47,7 @@ struct AngleMap
 constexpr AngleMap s_defaultAngleMaps[] = {
     {WristYaw, 180.0f, -90.0f}, {AbductionThumbIndex, 40.0f, 0.0f}, {ThumbRoll, 80.0f, 0.0f}};
 
-/// The ends of an empty range stand crosswise, so that the first reading sets both.
+/// In an empty range the lower end is above the upper one, so that the first reading sets both.
 constexpr float s_startMinFlexure = 1.0f;
 constexpr float s_startMaxFlexure = 0.0f;
 constexpr float s_defaultEqualValueNormalization = 0.5f;

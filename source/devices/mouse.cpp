@@ -18,7 +18,7 @@ constexpr float s_defaultSensitivity = 1.0f;
 constexpr float s_defaultSpeed = 1.0f;
 constexpr float s_defaultThresholds[] = {64.0f, 256.0f};
 
-/// `sum` plus `delta`, or minus it. A device that nobody reads adds up without end, and may wrap.
+/// `sum` plus or minus `delta`. Without a reader the sum of a device grows without limit, and may wrap.
 int AddSigned(int sum, int delta, int sign)
 {
     return static_cast<int>(static_cast<unsigned int>(sum) +

@@ -6,7 +6,7 @@ namespace quillmarsh::static_gestures::standard_gestures
 namespace
 {
 
-/// Adds what is wanted of the inner joints from the thumb to the pinky: "U" unflexed, "F" flexed, "-" anything.
+/// Adds the conditions for the inner joints from the thumb to the pinky: "U" unflexed, "F" flexed, "-" no condition.
 void AddFingers(Gesture &gesture, char const (&fingers)[6])
 {
     constexpr eGloveSensor innerJoints[] = {ThumbJointInner, IndexJointInner, MiddleJointInner, RingJointInner,

@@ -78,7 +78,7 @@ void Gesture::AddCondition(eGloveSensor sensor, eFlexure flexure)
 
 void Gesture::AddCondition(Condition const &condition)
 {
-    // A copy: the condition may be one of this gesture's own.
+    // Copied first: the condition may belong to this gesture.
     Condition const added = condition;
     RemoveCondition(added.sensor);
     conditions_.push_back(added);
@@ -127,7 +127,7 @@ void GestureAnalyzer::RegisterDefaultGestures()
 void GestureAnalyzer::Register(Gesture const &gesture)
 {
     scanCursor_ = 0;
-    // A copy before anything goes: the gesture may be one of the list.
+    // Copied before anything is removed: the gesture may belong to the list.
     Gesture added = gesture;
     Unregister(added.GetID());
     gestures_.push_back(std::move(added));

@@ -172,7 +172,7 @@ CommandWord const *CommandArguments::FindArgumentWord(unsigned int index) const
 
 // Mistakes
 
-/// How far the search has come.
+/// State of the search.
 struct CommandArguments::Place
 {
     unsigned int numStrings = 0;

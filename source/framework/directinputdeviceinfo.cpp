@@ -84,7 +84,7 @@ constexpr NamedSubType s_subTypes[] = {
     {0x1c, 13, "rudder pedals"},
 };
 
-/// Text of a field of fixed length, which need not have an end mark.
+/// Text of a field of fixed length, which may have no end mark.
 template<std::size_t length>
 std::string_view GetFieldText(char const (&field)[length])
 {

@@ -17,7 +17,7 @@ constexpr double s_maxInterval = 10;
 constexpr double s_defaultInterval = 1;
 constexpr double s_defaultStabilizationPeriod = 2;
 
-/// Where minima start. The largest float, which no rate reaches.
+/// Start value of minima: the largest float, which no rate reaches.
 constexpr double s_startMin = static_cast<double>(std::numeric_limits<float>::max());
 
 double GetMinOrZero(double min)
@@ -123,7 +123,7 @@ void FrameStatisticsCollector::EvaluateHistory()
     frameRateSmooth_ = span > 0 ? static_cast<double>(history_.size() - 1) / span : 0;
 }
 
-/// A whole period gives its mean rate; in between each frame shifts the rate by its share of a second.
+/// A whole period gives its mean rate. Between the ends of periods, each frame shifts the rate by its part of a second.
 void FrameStatisticsCollector::EvaluatePeriod(double frameTime)
 {
     ++smoothingFrameCount_;

@@ -138,7 +138,7 @@ void HumanInterfaceDevice::EnableMaxSampleRate(bool enable)
 
 void HumanInterfaceDevice::SetMaxSampleRate(double hz)
 {
-    // In this order, what is no number becomes the lowest rate.
+    // In this order, NaN becomes the lowest rate.
     maxSampleRate_.store(std::min(std::max(s_lowestMaxSampleRate, hz), s_highestMaxSampleRate),
                          std::memory_order_relaxed);
     rateChanged_.store(true, std::memory_order_release);

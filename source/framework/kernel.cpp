@@ -16,7 +16,7 @@ string MakeKernelName()
     return FormatClassName(GetTypeName(typeid(Kernel)));
 }
 
-/// The streams of the kernel once more, where they are shared ones; set with them.
+/// The streams of the kernel as shared ones; null if they are not. Set together with them.
 constinit SharedOutputStream *s_pSharedConOut = nullptr;
 constinit SharedOutputStream *s_pSharedLogOut = nullptr;
 

@@ -11,7 +11,7 @@ namespace quillmarsh
 
 KernelExecutionParams::KernelExecutionParams(bool current)
 {
-    // Asked for in any case: a record that is built before there is a kernel is a mistake that wants to be heard of.
+    // Asked for in any case: it is a mistake to build a record before there is a kernel, and the assertion reports it.
     Kernel *const kernel = Kernel::InstancePtr();
     if (current && kernel != nullptr)
     {

@@ -19,7 +19,7 @@ namespace
 
 constexpr double s_rateCheckInterval = 2.0;
 constexpr double s_rateTolerance = 0.05;
-// Share of the error that corrects the next sleep.
+// Part of the error that is added to the next sleep.
 constexpr double s_feedbackGain = 0.55;
 
 } // namespace

@@ -86,7 +86,7 @@ string Interpreter::GetInterpreterDesc() const
 
 bool Interpreter::InterpretCommandLine(string const &line, ostream &out)
 {
-    // A width that was left on the stream is not for what the command prints first.
+    // The first text of the command takes no width that was left on the stream.
     out.width(0);
     lastCompletionInput_.clear();
     string trimmed;
@@ -109,7 +109,8 @@ bool Interpreter::InterpretCommandLine(string const &line, ostream &out)
     return result;
 }
 
-/// Parses the line and finds its command. Null when nothing is left to execute; `result` is true when help was printed.
+/// Parses the line and finds its command. Returns null when there is nothing to execute; `result` is true when help was
+/// printed.
 Command *Interpreter::PrepareCommand(string const &expanded, ostream &out, bool &result)
 {
     try

@@ -51,10 +51,11 @@ void Interpreter::GetAliases(std::vector<std::pair<string, string>> &aliases) co
     aliases.assign(aliases_.begin(), aliases_.end());
 }
 
-/// Puts the target of the longest alias that the line begins with, as a whole word, in its place.
+/// Replaces the longest alias that the line begins with, as a whole word, by its target.
 ///
-/// In the order of the map the greatest text up to `head` is either an alias that `head` begins with, the longest of
-/// them, or shares with `head` all that a shorter one can have. So each lookup ends the search or shortens `head`.
+/// Take the greatest text of the map that is not above `head`. Either it is the longest alias that `head` begins with,
+/// or every shorter such alias lies within the characters that it has in common with `head`. So each lookup ends the
+/// search or shortens `head`.
 bool Interpreter::ExpandAliasPrefix(string const &line, string &expanded) const
 {
     std::string_view head = line;

@@ -13,7 +13,7 @@ using Register = std::vector<Command *>;
 
 void DeleteAll(Register &commands)
 {
-    // A command may look at its interpreter while it goes.
+    // A command may use its interpreter in its destructor.
     Register const gone = std::exchange(commands, {});
     for (Command *const command : gone)
         delete command;

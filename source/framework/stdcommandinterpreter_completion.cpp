@@ -11,7 +11,7 @@ namespace
 
 constexpr std::size_t s_listLineLength = 60;
 
-/// Lines of names, each as long as it must be to reach the length of a line.
+/// Lines of names. A line ends with the name that reaches its length.
 string FormatList(std::vector<string> const &names)
 {
     string text;

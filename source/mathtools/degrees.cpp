@@ -7,7 +7,7 @@ namespace quillmarsh
 namespace
 {
 
-/// The series of sine and cosine up to an eighth of a turn: factors of the square, behind the leading 1.
+/// Series of sine and cosine up to an eighth of a turn: the factors of the square, after the leading 1.
 /// @{
 constexpr double s_sineTerms[] = {
     -1.0 / 6.0,        1.0 / 120.0,        -1.0 / 5040.0,          1.0 / 362880.0,
@@ -25,7 +25,7 @@ double Sum(double const (&terms)[numTerms], double square)
     return 1.0 + sum * square;
 }
 
-/// A quarter of a turn, in parts whose multiples are exact up to `s_largestAngle`.
+/// A quarter of a turn, as a sum of parts whose multiples are exact up to `s_largestAngle`.
 constexpr double s_quarter[] = {0x1.921fb544p+0, 0x1.0b4611a6p-34, 0x1.3198a2e037073p-69};
 constexpr float s_largestAngle = 67108864.0f;
 
@@ -33,7 +33,7 @@ constexpr float s_largestAngle = 67108864.0f;
 
 SineCosine::SineCosine(float degrees)
 {
-    // Whole turns of what is larger are whole degrees, which go away exactly.
+    // In larger angles, whole turns are whole degrees, which are removed exactly.
     bool const isLarge = !(std::abs(degrees) < s_largestAngle);
     double const angle = isLarge ? std::fmod(static_cast<double>(degrees), 360.0) : static_cast<double>(degrees);
     if (std::isnan(angle))

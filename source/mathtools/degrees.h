@@ -7,8 +7,8 @@
 namespace quillmarsh
 {
 
-/// Sine and cosine of an angle, to the bit the same on every system: the C libraries differ near multiples of a quarter
-/// turn, where some know too few digits of pi.
+/// Sine and cosine of an angle, with the same bits on every system. The C libraries differ near multiples of a quarter
+/// turn, where some of them use too few digits of pi.
 struct SineCosine
 {
     explicit SineCosine(float degrees);
@@ -17,8 +17,8 @@ struct SineCosine
     float cosine;
 };
 
-// The functions below work in double precision and round once at the end: so single precision gets the same bits from
-// every C library.
+// The functions below work in double precision and round once at the end, so that single precision has the same bits
+// with every C library.
 
 inline float ToDegrees(double radians)
 {

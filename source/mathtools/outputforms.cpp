@@ -11,7 +11,7 @@ namespace quillmarsh
 namespace
 {
 
-/// The form that stands for a class, and the one that a program put in its place.
+/// The default form of a class, and the form that a program has set instead.
 template<typename Form>
 class CurrentForm
 {

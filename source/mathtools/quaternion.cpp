@@ -27,7 +27,7 @@ void quat::ToRotationAxisAngle(vec3 &axis, float &angle) const
     angle = ToDegrees(2.0 * std::acos(static_cast<double>(w)));
 }
 
-// The largest of the components gives the divisor of the others; on a tie the earlier branch is taken.
+// The largest component gives the divisor of the others; among equal ones the first branch is taken.
 quat &quat::FromRotationMatrixMV(mat3 const &matrix)
 {
     auto const &[m00, m01, m02] = matrix.Row0();

@@ -349,7 +349,7 @@ void GenerateProjectionOrthoMV(mat4 &matrix, bool negateZ, bool zeroBasedDepth, 
 void GenerateProjectionOrthoVM(mat4 &matrix, bool negateZ, bool zeroBasedDepth, float left, float right, float bottom,
                                float top, float nearDepth, float farDepth)
 {
-    // Transposed twice, a matrix that stays is as it was.
+    // A matrix that is not changed is the same again after it was transposed twice.
     matrix.Transpose();
     GenerateProjectionOrthoMV(matrix, negateZ, zeroBasedDepth, left, right, bottom, top, nearDepth, farDepth);
     matrix.Transpose();
@@ -360,7 +360,7 @@ void GenerateProjectionOrthoVM(mat4 &matrix, bool negateZ, bool zeroBasedDepth, 
 namespace
 {
 
-/// Removes whole turns, counted in whole degrees. A number that no integer can hold stays.
+/// Removes whole turns, counted in whole degrees. A number that no integer can hold is left alone.
 void RemoveWholeTurns(float &angle)
 {
     bool const hasWholeDegrees = math_details::Absolute(angle) < 9.0e18f;

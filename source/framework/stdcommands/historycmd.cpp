@@ -48,7 +48,7 @@ bool HistoryCmd::ParseAndExecute(ostream &out, CommandLineParser const &parser, 
     if (text != nullptr && ToValue(*text, number))
         SetDefaultNumPrinted(number);
 
-    // Gathered first, as the stream may write into the same buffers.
+    // Collected first, since the stream may write to the same buffers.
     string lines;
     {
         CommandHistorySentry const lock(*buffers);
