@@ -20,9 +20,8 @@ void AppendLine(benchmark::State &state)
     RunCounted(state,
                [&]
                {
-                   buffer.Lock();
+                   ConsoleOutputBufferSentry const lock(buffer);
                    buffer.Append(line, 0);
-                   buffer.Unlock();
                });
     state.SetItemsProcessed(state.iterations());
 }

@@ -102,14 +102,14 @@ void TwoMutexPairsAndHooks(benchmark::State &state)
     std::mutex mutex;
     for ([[maybe_unused]] auto _ : state)
     {
-        mutex.lock();
-        benchmark::ClobberMemory();
-        mutex.unlock();
-        mutex.lock();
+        {
+            std::scoped_lock const lock(mutex);
+            benchmark::ClobberMemory();
+        }
+        std::scoped_lock const lock(mutex);
         controller.OnBeginAsyncSampleRead();
         benchmark::DoNotOptimize(device.mouse.GetDeltaX());
         controller.OnEndAsyncSampleRead();
-        mutex.unlock();
     }
 }
 BENCHMARK(TwoMutexPairsAndHooks)->Name("limit/two_mutex_pairs_and_hooks");
