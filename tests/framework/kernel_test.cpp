@@ -2,12 +2,18 @@
 #include "tests/support/test_kernel.h"
 
 #include <quillmarsh/basetools/exception.h>
+#include <quillmarsh/basetools/profiler.h>
+#include <quillmarsh/basetools/sharedoutputstream.h>
 #include <quillmarsh/framework/application.h>
 #include <quillmarsh/framework/failuredesc.h>
 
 #include <gtest/gtest.h>
 
+#include <iomanip>
+#include <map>
+#include <mutex>
 #include <stdexcept>
+#include <thread>
 
 namespace quillmarsh
 {
@@ -42,6 +48,62 @@ TEST(Kernel, IsThereOnce)
     EXPECT_EQ((Texts{"Kernel singleton is not created.", "Kernel singleton already created.",
                      "Destructing non-existent Kernel singleton."}),
               dialogs.TakeTexts());
+}
+
+/// Counts equal texts.
+class TextCounter : public TextSink
+{
+public:
+    void OnText(std::string_view text, unsigned int) override
+    {
+        std::scoped_lock const lock(lock_);
+        ++counts_[string(text)];
+    }
+    unsigned int Count(string const &text) const { return counts_.contains(text) ? counts_.at(text) : 0; }
+
+private:
+    std::mutex lock_;
+    std::map<string, unsigned int> counts_;
+};
+
+TEST(Kernel, ThreadsPrintAndProfileAtOneTime)
+{
+    class SharingKernel : public TestKernel
+    {
+    public:
+        SharingKernel(ostream &con, ostream &log) { SetOutputStreams(con, log); }
+    };
+    constexpr unsigned int numThreads = 8;
+    constexpr unsigned int numRounds = 50;
+    TextCounter console, logged;
+    SharedOutputStream con(console), log(logged);
+    SharingKernel const kernel(con, log);
+    EXPECT_EQ(&GetConOut(), static_cast<ostream *>(&con));
+
+    auto const print = []
+    {
+        Profiler profiler;
+        for (unsigned int round = 0; round < numRounds; ++round)
+        {
+            profiler.EnterRootNode();
+            profiler.EnterNode("print");
+            GetConOut() << std::hex << std::setw(6) << 255 << std::dec << e_info << '\n';
+            GetLogOut() << 255 << std::endl;
+            profiler.ExitNode();
+            profiler.ExitRootNode();
+        }
+        profiler.SetAutoResetThreshold(0);
+        profiler.DumpStatistics(GetConOut(), ProfilerDumpDesc());
+    };
+    std::vector<std::thread> threads;
+    for (unsigned int i = 1; i < numThreads; ++i)
+        threads.emplace_back(print);
+    print();
+    for (std::thread &thread : threads)
+        thread.join();
+    EXPECT_EQ(console.Count("    ff\n"), numThreads * numRounds);
+    EXPECT_EQ(logged.Count("255\n"), numThreads * numRounds);
+    EXPECT_EQ(console.Count("AutoResetThreshold..............: 0\n"), numThreads);
 }
 
 TEST(Kernel, ApplicationHasToBeThere)
