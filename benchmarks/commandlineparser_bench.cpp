@@ -1,4 +1,4 @@
-// Parsing of a console line with eight options and assignments, beside a parser that was set up for the same words.
+// Parsing of a console line with eight options and assignments, compared with a parser set up for the same words.
 #include <quillmarsh/basetools/commandlineparser.h>
 
 #include "benchmarks/support/allocation_counter.h"
@@ -30,7 +30,7 @@ void Parse(benchmark::State &state)
 }
 BENCHMARK(Parse)->Name("commandlineparser/parse");
 
-/// The parser that is compared with, told beforehand of all that the line holds.
+/// The peer. It knows all words of the line beforehand.
 struct PeerParser
 {
     CLI::App app;

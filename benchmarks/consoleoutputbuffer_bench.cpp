@@ -9,7 +9,7 @@ namespace quillmarsh::benchmarks
 namespace
 {
 
-/// Lines of 80 characters into a buffer that is full.
+/// Appends lines of 80 characters to a full buffer.
 void AppendLine(benchmark::State &state)
 {
     auto const limit = static_cast<unsigned int>(state.range(0));

@@ -37,7 +37,7 @@ unsigned char *MakeBlock(unsigned int seed)
 /// @name Stores that go round the caches: lines that are written whole need not be read first
 /// @{
 constexpr std::size_t s_line = 64;
-/// The memory is asked for so many bytes ahead.
+/// Distance in bytes at which memory is fetched ahead.
 constexpr std::size_t s_ahead = 8192;
 
 struct Line
@@ -61,8 +61,8 @@ struct Line
     }
 };
 
-/// Reads `srcSize` bytes a sample and writes `dstSize`, for samples by the line: the traffic of a transfer without its
-/// work.
+/// Reads `srcSize` bytes and writes `dstSize` bytes for each sample, a cache line at a time: the memory traffic of a
+/// transfer without its work.
 template<unsigned int dstSize, unsigned int srcSize>
 void MovePastCaches(unsigned char *dst, unsigned char const *src, std::size_t numSamples)
 {
@@ -91,7 +91,7 @@ void FillPastCaches(unsigned char *dst, int value, std::size_t size)
 }
 /// @}
 
-/// A copy moves each byte twice: out of one place and into another.
+/// A copy moves each byte twice: it reads it and writes it.
 void RunCopy(benchmark::State &state, unsigned int movedBytes, unsigned int side)
 {
     std::size_t const size = std::size_t{movedBytes} * side * side / 2;

@@ -1,4 +1,4 @@
-// Packages of 64 MiB, beside bare writes and reads of as many bytes at the same place.
+// Packages of 64 MiB, compared with bare writes and reads of as many bytes in the same folder.
 #include <quillmarsh/dataobjects/imageio.h>
 
 #include <benchmark/benchmark.h>
@@ -17,7 +17,7 @@ namespace
 constexpr unsigned int s_numRows = 4096;
 constexpr std::size_t s_byteSize = std::size_t{s_numRows} * s_numRows * 4;
 
-/// Name of a file that goes with the case.
+/// Name of a file that is removed with the case.
 class ScratchFile : NoCopy
 {
 public:
@@ -94,7 +94,7 @@ void BareWrite(benchmark::State &state)
     state.SetBytesProcessed(static_cast<std::int64_t>(state.iterations() * s_byteSize));
 }
 
-/// Into memory that is new each time, as that of a container is.
+/// Reads into new memory each time, as a container does.
 void BareRead(benchmark::State &state)
 {
     ScratchFile const file;

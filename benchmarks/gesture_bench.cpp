@@ -21,8 +21,8 @@ public:
     }
 };
 
-/// All active gestures of a hand, with the fingers in halfway, stretched and flexed postures by turns: the walk through
-/// the list with all 21 standard gestures is what counts.
+/// Lists all active gestures of a hand whose fingers are half bent, stretched and bent in turn. The case measures the
+/// walk through all 21 standard gestures.
 void ListActiveGestures(benchmark::State &state)
 {
     constexpr eGloveSensor joints[] = {ThumbJointInner, IndexJointInner, MiddleJointInner, RingJointInner,

@@ -32,7 +32,7 @@ public:
     }
 };
 
-/// Costs next to nothing to sample.
+/// A device whose sampling costs almost nothing.
 class BenchDevice : public HumanInterfaceDevice
 {
 public:
@@ -57,7 +57,7 @@ public:
         }
     }
 
-    /// Processor time of the sampling thread, as of its next sample.
+    /// Returns the processor time of the sampling thread at its next sample.
     double GetThreadTime()
     {
         wantsThreadTime = true;
@@ -76,7 +76,7 @@ private:
     std::atomic<double> threadTime{0};
 };
 
-/// A read of a device in asynchronous mode that nobody contends for: its thread has ended by a failure.
+/// Reads a device in asynchronous mode without contention: its thread has ended by a failure.
 void ReadUncontended(benchmark::State &state)
 {
     tests::TestKernel kernel;
@@ -93,7 +93,7 @@ void ReadUncontended(benchmark::State &state)
 }
 BENCHMARK(ReadUncontended)->Name("hid/read_uncontended");
 
-/// Twice a lock and unlock of a plain mutex, and the hooks of the controller.
+/// Locks and unlocks a plain mutex twice, and calls the controller's hooks.
 void TwoMutexPairsAndHooks(benchmark::State &state)
 {
     tests::TestKernel kernel;
@@ -135,7 +135,7 @@ struct RateResult
     double allocations = 0;
 };
 
-/// All three rates side by side over ten seconds, from the first correction of the rate on.
+/// Measures all three rates at the same time, for ten seconds after the first correction of the rate.
 std::vector<RateResult> MeasureRates()
 {
     using Clock = std::chrono::steady_clock;

@@ -21,13 +21,13 @@ namespace
 
 using namespace host;
 
-/// Processor time of the whole process, in microseconds.
+/// Returns the processor time of the whole process, in microseconds.
 double GetProcessorTime()
 {
     return static_cast<double>(std::clock()) * 1e6 / CLOCKS_PER_SEC;
 }
 
-/// Processor time that the system takes for one sleep of a millisecond, whoever sleeps.
+/// Measures the processor time that the system itself needs for one sleep of a millisecond.
 double MeasureBareSleep()
 {
     constexpr int count = 500;
@@ -38,8 +38,8 @@ double MeasureBareSleep()
     return (GetProcessorTime() - before) / count;
 }
 
-/// Frames of the host with the workbench loaded, paced as in a console in which nobody types. The counter "cpu_us" is
-/// what a frame takes beyond the system's bare sleep, and "cpu_us_with_sleep" all of it.
+/// Runs frames of the host with the workbench, at the pace of a console in which nobody types. The counter "cpu_us" is
+/// the time of a frame without the system's bare sleep; "cpu_us_with_sleep" includes it.
 void IdleFrame(benchmark::State &state)
 {
     HostLog log;

@@ -1,4 +1,4 @@
-// Image files, beside their libraries called directly with the same settings.
+// Image files, compared with direct calls of their libraries with the same settings.
 #include <quillmarsh/dataobjects/datacodecparameters.h>
 #include <quillmarsh/dataobjects/imagecodecs_gdiplus.h>
 
@@ -22,7 +22,7 @@ constexpr unsigned int s_quality = 85;
 constexpr unsigned int s_compressionLevel = 50;
 constexpr int s_deflateLevel = 5;
 
-/// Name of a file that goes with the case.
+/// Name of a file that is removed with the case.
 class ScratchImageFile : NoCopy
 {
 public:
@@ -33,7 +33,7 @@ private:
     string name_ = (std::filesystem::temp_directory_path() / "quillmarsh-benchmark-image").string();
 };
 
-/// Shades with some noise on them, as a photograph has.
+/// Colour gradients with some noise, like a photograph.
 class Photograph : public Image<Sample32>
 {
 public:

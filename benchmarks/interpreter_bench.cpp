@@ -23,7 +23,7 @@ public:
     void DumpHelp(ostream &, CommandLineParser const &) override {}
 };
 
-/// Lines of commands and of aliases, all over the registers.
+/// Lines with commands and aliases from all parts of the registers.
 void InterpretLine(benchmark::State &state)
 {
     tests::TestKernel kernel;

@@ -1,4 +1,4 @@
-// Products of matrices and quaternions, the way from one to the other, and inversion, beside GLM doing the same work.
+// Products of matrices and quaternions, conversion between them, and inversion, compared with GLM.
 #include <quillmarsh/mathtools/quaternion.h>
 
 #include <benchmark/benchmark.h>
@@ -13,7 +13,7 @@ namespace quillmarsh::benchmarks
 namespace
 {
 
-// Enough values that none stays in registers, few enough that all stay in the nearest cache.
+// Too many values for the registers, few enough for the first cache.
 constexpr std::size_t s_numValues = 64;
 
 /// The same numbers for both libraries, as values of type T.
@@ -42,7 +42,7 @@ void Run(benchmark::State &state, Operation operation)
         for (std::size_t i = 0; i < s_numValues; ++i)
         {
             operation(results[i], a[i], b[i]);
-            // One operation at a time, as programs do them: no vectorising across the values.
+            // One operation at a time, as in programs: the compiler must not vectorise across the values.
             benchmark::DoNotOptimize(results[i]);
         }
     }

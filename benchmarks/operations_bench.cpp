@@ -1,4 +1,4 @@
-// Work on samples in place, beside plain copies that move as many bytes, and beside OpenCV where it does the same.
+// Operations on samples in place, compared with plain copies of as many bytes, and with OpenCV's equivalents.
 #include <quillmarsh/dataobjects/imageoperations.h>
 
 #include "benchmarks/support/allocation_counter.h"
@@ -14,11 +14,11 @@ namespace
 
 using Work = void (*)(ImageBase &image);
 
-/// The block that is read, as an image like the other.
+/// The block to read, as an image of the same size as the other.
 template<typename Sample>
 void CopyFlipped(ImageBase &image)
 {
-    // Typed images own their memory, so both sides are made once and kept.
+    // Typed images own their memory, so both are made once and kept.
     static AutoPtr<Image<Sample>> s_dst, s_src;
     if (!s_dst || !s_dst->ImageBase::CheckDimensionMatch(image))
     {

@@ -9,7 +9,7 @@ namespace quillmarsh::benchmarks
 namespace
 {
 
-/// A block of a frame whose tree has settled.
+/// Measures one block of a frame whose tree no longer changes.
 void ProfiledBlock(benchmark::State &state)
 {
     Profiler profiler;

@@ -1,4 +1,4 @@
-// Resampling and chains of mipmaps, beside OpenCV's resizing and a plain loop over the interpolator.
+// Resampling and mipmap chains, compared with OpenCV's resizing and a plain loop over the interpolator.
 #include <quillmarsh/dataobjects/mipmapchains.h>
 #include <quillmarsh/dataobjects/sampleprocessors.h>
 #include <quillmarsh/dataobjects/volumeoperations.h>
@@ -95,7 +95,7 @@ void RunResample3D(benchmark::State &state)
 }
 BENCHMARK(RunResample3D)->Name("resample/3D/linear/A8R8G8B8/128_to_96");
 
-/// What the plain loop goes through along one axis.
+/// Positions and weights of the plain loop along one axis.
 struct Walk
 {
     float step, u, count;

@@ -1,4 +1,4 @@
-// Transfers between sample formats, beside plain copies that move as many bytes, and beside OpenCV and libyuv.
+// Transfers between sample formats, compared with plain copies of as many bytes, and with OpenCV and libyuv.
 #include <quillmarsh/dataobjects/sampletransfer.h>
 
 #include "benchmarks/support/allocation_counter.h"
@@ -13,7 +13,7 @@ namespace quillmarsh::benchmarks
 namespace
 {
 
-/// One of each layout that the default transfers have.
+/// One transfer of each layout that the default transfers have.
 struct TransferCase
 {
     char const *name;
@@ -45,7 +45,7 @@ constexpr TransferCase s_cases[] = {
     {"FP32NormL_from_L8", e_format_FP32NormL, e_format_L8, false},
 };
 
-/// Bytes that a transfer reads and writes for each sample.
+/// Returns the bytes that a transfer reads and writes for each sample.
 unsigned int MovedBytes(TransferCase const &transfer)
 {
     unsigned int const dst = sample_formats::ExtractByteSize(transfer.dst);
@@ -66,7 +66,7 @@ void RunTransfer(benchmark::State &state, TransferCase const &transfer, unsigned
     state.SetBytesProcessed(state.iterations() * MovedBytes(transfer) * side * side);
 }
 
-/// The same work by others, from the block that is read into the one that is written. They take strides and sizes.
+/// A peer with the same work, from the block to read into the block to write. Peers take strides and sizes.
 struct Peer
 {
     char const *name;

@@ -1,8 +1,7 @@
 # quillmarsh_add_plugin(NAME SOURCE...)
 #
 # Adds a plug-in library: a loadable module NAME (NAME.so, NAME.dll) that links against quillmarsh::quillmarsh and
-# exports its entry point only. Works in this tree, in a tree that has it as a subproject, and with the installed
-# package.
+# exports only its entry point. Works in this tree, in a project that contains it, and with the installed package.
 function(quillmarsh_add_plugin name)
   add_library(${name} MODULE ${ARGN})
   target_link_libraries(${name} PRIVATE quillmarsh::quillmarsh)

@@ -1,7 +1,6 @@
-# The time that a build tells as its own. The same sources tell the same time, whenever and wherever they are built:
-# SOURCE_DATE_EPOCH where the environment has it; otherwise the last commit of the calling project; in an archive of
-# this repository, the commit that the archive was made from. Without all of these it is the first time that a zip can
-# hold.
+# The time of build that programs show. The same sources always give the same time: SOURCE_DATE_EPOCH from the
+# environment, or else the time of the last commit of the calling project; in an archive of this repository, the time of
+# the archived commit. Without any of these it is the earliest time that a zip file can store.
 
 # quillmarsh_build_epoch(VARIABLE): that time, in seconds since 1970.
 function(quillmarsh_build_epoch variable)
@@ -25,7 +24,7 @@ function(quillmarsh_build_epoch variable)
   set(${variable} ${epoch} PARENT_SCOPE)
 endfunction()
 
-# quillmarsh_build_timestamp(VARIABLE): that time as a text, "2026-01-31 23:59:59 UTC".
+# quillmarsh_build_timestamp(VARIABLE): that time as a text, such as "2026-01-31 23:59:59 UTC".
 function(quillmarsh_build_timestamp variable)
   quillmarsh_build_epoch(epoch)
   set(before "$ENV{SOURCE_DATE_EPOCH}")
@@ -35,8 +34,8 @@ function(quillmarsh_build_timestamp variable)
   set(${variable} "${timestamp}" PARENT_SCOPE)
 endfunction()
 
-# quillmarsh_stamp_plugin(NAME): the sources of the plug-in see that text as QUILLMARSH_PLUGIN_TIMESTAMP, for the
-# PluginInfo of their descriptors.
+# quillmarsh_stamp_plugin(NAME): defines QUILLMARSH_PLUGIN_TIMESTAMP as that text in the sources of a plug-in, for the
+# PluginInfo of its descriptors.
 function(quillmarsh_stamp_plugin name)
   quillmarsh_build_timestamp(timestamp)
   target_compile_definitions(${name} PRIVATE "QUILLMARSH_PLUGIN_TIMESTAMP=\"${timestamp}\"")

@@ -24,7 +24,7 @@ install(FILES
   "${PROJECT_SOURCE_DIR}/cmake/QuillmarshBuildTime.cmake"
   DESTINATION "${quillmarsh_cmake_dir}")
 
-# The pkg-config files find their own prefix, so that the installed tree can be moved.
+# The pkg-config files compute their prefix, so that the installed tree can be moved.
 file(RELATIVE_PATH quillmarsh_pc_prefix "/${CMAKE_INSTALL_LIBDIR}/pkgconfig" "/")
 string(REGEX REPLACE "/$" "" quillmarsh_pc_prefix "${quillmarsh_pc_prefix}")
 foreach(module quillmarsh quillmarsh-host)
@@ -33,7 +33,7 @@ foreach(module quillmarsh quillmarsh-host)
 endforeach()
 
 if(NOT WIN32)
-  # GDB loads what has the library's whole path below its folder for scripts, which is known when it is installed.
+  # GDB loads a script from the library's full path below its own script folder. That path is known at installation.
   set(quillmarsh_gdb_dir
     "\${CMAKE_INSTALL_PREFIX}/${CMAKE_INSTALL_DATADIR}/gdb/auto-load\${CMAKE_INSTALL_PREFIX}/${CMAKE_INSTALL_LIBDIR}")
   install(CODE "file(INSTALL \"${PROJECT_SOURCE_DIR}/debugger/gdb_printers.py\"

@@ -1,9 +1,9 @@
-# The zip for Windows: what is installed, and the licences of all that is in it. The target `package` makes it.
+# The zip file for Windows: the installed files, and the licences of everything in it. The target `package` makes it.
 install(FILES "${PROJECT_SOURCE_DIR}/LICENSE" "${PROJECT_SOURCE_DIR}/README.md" "${PROJECT_SOURCE_DIR}/CHANGELOG.md"
   DESTINATION .)
 install(DIRECTORY "${PROJECT_SOURCE_DIR}/examples" DESTINATION .)
 
-# install_licence(NAME FILE...): the first of these files that is there. Without one there is no package.
+# install_licence(NAME FILE...): installs the first of these files that exists. Without one, there is no package.
 function(install_licence name)
   foreach(file ${ARGN})
     if(EXISTS "${file}")
@@ -32,7 +32,7 @@ endif()
 set(CPACK_GENERATOR ZIP)
 set(CPACK_STRIP_FILES ON)
 set(CPACK_PACKAGE_FILE_NAME "quillmarsh-${PROJECT_VERSION}-${target}")
-# The files in the zip have the time of the sources.
+# The files in the zip file have the time of the sources.
 quillmarsh_build_epoch(quillmarsh_package_epoch)
 set(CPACK_PROJECT_CONFIG_FILE "${PROJECT_BINARY_DIR}/cmake/package_time.cmake")
 file(CONFIGURE OUTPUT "${CPACK_PROJECT_CONFIG_FILE}" CONTENT "set(ENV{SOURCE_DATE_EPOCH} ${quillmarsh_package_epoch})\n")

@@ -1,11 +1,11 @@
-# The compiler's run-time libraries, which every module shares, so that exceptions go from one to the other: beside the
-# programs of the build, and in the package.
+# The compiler's run-time libraries, beside the programs of the build and in the package. All modules share them, so
+# that exceptions can pass from one module to another.
 if(CMAKE_SIZEOF_VOID_P EQUAL 4)
   set(quillmarsh_unwinder libgcc_s_dw2-1.dll)
 else()
   set(quillmarsh_unwinder libgcc_s_seh-1.dll)
 endif()
-# Without their debug information, which is nine tenths of them.
+# Strips the debug information, which is nine tenths of their size.
 set(quillmarsh_runtime_directory "${PROJECT_BINARY_DIR}/runtime")
 file(MAKE_DIRECTORY "${quillmarsh_runtime_directory}")
 set(quillmarsh_runtime_libraries)

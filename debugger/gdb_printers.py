@@ -4,7 +4,7 @@ import gdb.printing
 
 COMPONENTS = {"vec2": "xy", "vec3": "xyz", "vec4": "xyzw", "quat": "xyzw", "color4f": "rgba", "color4b": "rgba"}
 DIMENSIONS = ("numLayers_", "numRows_", "numColumns_")
-# The member of NamedParameter that holds the value, by the type of value.
+# The member of NamedParameter with the value, by the value's type.
 PARAMETER_MEMBERS = (None, "pointer", "boolean", "integer", "uInteger", "real")
 
 

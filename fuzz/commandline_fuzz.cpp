@@ -1,4 +1,5 @@
-// Any bytes as a command line: in every setting of the parser, each result is taken, and what must hold is checked.
+// Parses any bytes as a command line, with every setting of the parser, and checks the rules that all results must
+// obey.
 #include <quillmarsh/basetools/commandlineparser.h>
 
 #include <quillmarsh/basetools/exception.h>
@@ -59,7 +60,7 @@ void TakeArgument(CommandLineParser const &parser, unsigned int index)
     Require(found == argument.Type() && found.GetCmdLinePosition() <= index);
 }
 
-/// A text as the parser's own quoted form of it.
+/// Quotes a text in the parser's own form.
 string Quoted(string const &text)
 {
     string quoted = "'";
@@ -68,7 +69,7 @@ string Quoted(string const &text)
     return quoted + "'";
 }
 
-/// The results, written as a line of the default grammar, are the results of that line.
+/// Writes the results as a line of the default grammar, and checks that parsing it gives the same results.
 void ParseAgain(CommandLineParser const &parser)
 {
     string line = Quoted(parser.GetCommand());
@@ -114,7 +115,7 @@ void CheckFailure(CommandLineParser &parser, string const &line)
 
 extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const *data, std::size_t size)
 {
-    // One parser for all inputs: what a line leaves behind must not show in the next one.
+    // One parser for all inputs: nothing of one line may appear in the next.
     static CommandLineParser s_parser;
     if (size < 2)
         return 0;

@@ -1,5 +1,5 @@
-// Names of formats, and parameters of codecs: a name leads to a format and back, and whatever the parameters are, an
-// image that was saved can be loaded. Each line is a name, and with "=" a parameter: a digit for its type, and a value.
+// Names of formats, and parameters of codecs: converting a name to a format and back gives the name, and a saved image
+// can be loaded with any parameters. Each line is a name, or with "=" a parameter: a digit for its type, and a value.
 #include <quillmarsh/dataobjects/datacodecmanager.h>
 #include <quillmarsh/dataobjects/datacodecparameters.h>
 #include <quillmarsh/dataobjects/sampletransfer.h>

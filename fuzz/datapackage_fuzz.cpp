@@ -1,4 +1,5 @@
-// Data packages of each kind: whatever the bytes are, reading ends, in a payload that survives being written and read.
+// Data packages of each kind: reading any bytes ends, and a payload that was read stays the same when it is written and
+// read again.
 #include <quillmarsh/basetools/exception.h>
 #include <quillmarsh/dataobjects/imageio.h>
 #include <quillmarsh/dataobjects/signalio.h>

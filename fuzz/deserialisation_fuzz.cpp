@@ -1,4 +1,5 @@
-// Any bytes as serialised values: each kind is read in both orders, and what was read whole is written back the same.
+// Reads any bytes as serialised values, each kind in both byte orders, and checks that complete values are written back
+// unchanged.
 #include <quillmarsh/basetools/serializer.h>
 
 #include <cstdint>
@@ -34,12 +35,12 @@ void ReadValue(istream &in)
     string read(written.size(), '\0');
     in.seekg(begin);
     in.read(read.data(), static_cast<std::streamsize>(read.size()));
-    // A bool may be any byte, and an int is read in the machine's order only.
+    // A bool may be any byte; an int is read in the machine's byte order only.
     if constexpr (!std::is_same_v<T, bool> && !std::is_same_v<T, int>)
         Require(read == written);
 }
 
-/// A length that promises more than there is brings what there is.
+/// With a length beyond the end of the input, reading gives the bytes up to the end.
 void ReadText(istream &in, std::size_t inputSize)
 {
     ReadValue<string>(in);
@@ -99,7 +100,7 @@ void ReadKind(istream &in, unsigned char kind, std::size_t inputSize)
 
 extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const *data, std::size_t size)
 {
-    // A byte names the kind of the value behind it.
+    // A byte selects the kind of the value that follows.
     for (bool const bigEndian : {false, true})
     {
         serializer_parameters::InputStreamByteOrderSentry const input(bigEndian);

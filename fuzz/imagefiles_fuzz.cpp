@@ -1,5 +1,4 @@
-// Files of images in every format: whatever the bytes are, loading ends, in nothing or in an image that its file can
-// hold.
+// Image files of every format: loading any bytes ends, either without an image or with one that the file can hold.
 #include <quillmarsh/dataobjects/imagecodecs_gdiplus.h>
 
 #include "tests/support/wine.h"
@@ -15,7 +14,7 @@ using namespace quillmarsh;
 namespace
 {
 
-/// Name that no other process uses.
+/// Returns a file name that no other process uses.
 string const &GetFileName()
 {
     static string const name =
@@ -28,13 +27,13 @@ string const &GetFileName()
 
 extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const *data, std::size_t size)
 {
-    // Wine's drawing library follows a pointer that it never set where it knows the kind of a BMP file not.
+    // Wine's drawing library crashes on an uninitialised pointer when it does not know the kind of a BMP file.
     if (quillmarsh::tests::IsWine() && size >= 2 && data[0] == 'B' && data[1] == 'M')
         return 0;
     std::ofstream(GetFileName(), std::ios::binary)
         .write(reinterpret_cast<char const *>(data), static_cast<std::streamsize>(size));
     AutoPtr<ImageBase> const image(ImageDecoderGdiplus().LoadImageA(GetFileName(), NamedParameterList()));
-    // Not written over by the next input: that takes file systems long.
+    // Removes the file, because file systems are slow at overwriting.
     std::filesystem::remove(GetFileName());
     if (!image)
         return 0;

@@ -1,4 +1,4 @@
-// Scripts through the standard interpreter with the framework's commands.
+// Runs scripts in the standard interpreter with the framework's commands.
 #include <quillmarsh/basetools/consolebuffers.h>
 #include <quillmarsh/basetools/exception.h>
 #include <quillmarsh/basetools/profiler.h>
@@ -17,7 +17,7 @@ namespace
 
 using namespace quillmarsh;
 
-/// The crash command without those of its options that do what they say.
+/// The crash command without the options that really end the process.
 class HarmlessCrashCmd : public framework_commands::CrashCmd
 {
 public:
@@ -64,7 +64,7 @@ extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const *data, std::size_t size
     }
     catch (ApplicationException const &)
     {
-        // "crash -throw" does what it says, and ends the script.
+        // "crash -throw" throws, which ends the script.
     }
     string completed;
     interpreter.CompleteCommandLine(script.substr(0, 32), completed, *out);

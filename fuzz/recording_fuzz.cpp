@@ -1,4 +1,4 @@
-// Recordings: what is accepted plays, and is the same when it is written and read again.
+// Recordings: every accepted recording can be played, and stays the same when it is written and read again.
 #include "plugins/input_recording/recordingplayer.h"
 #include "plugins/input_recording/recordingreader.h"
 #include "plugins/input_recording/recordingwriter.h"
@@ -14,8 +14,8 @@ namespace
 
 using namespace input_recording;
 
-/// Plays a recording to its end, sample by sample, and writes it again. Empty when movements at one time add up to more
-/// than can be written.
+/// Plays a recording to its end, sample by sample, and writes it again. Returns an empty text when the movements at one
+/// time add up to more than a recording can hold.
 string Rewrite(Recording const &recording)
 {
     std::ostringstream out;
@@ -49,7 +49,8 @@ string Rewrite(Recording const &recording)
 
 extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const *data, std::size_t size)
 {
-    // Every sample goes through all controllers: what is longer only takes time.
+    // Limits the length of the input: every sample goes through all controllers, and a longer recording only takes more
+    // time.
     if (size > 65536)
         return 0;
     Recording recording;

@@ -1,5 +1,5 @@
-// Stands in for the fuzzing engine where there is none: every input of a corpus, cut short and with bytes changed, by a
-// fixed seed, so that a run repeats to the bit.
+// Replaces the fuzzing engine in builds without it: runs every input of a corpus, also truncated and with changed
+// bytes. The seed is fixed, so every run is the same.
 #include <algorithm>
 #include <cstdint>
 #include <cstdlib>

@@ -1,15 +1,15 @@
-# Shared steps of the daily scripts. Everything that is said here goes to standard error.
+# Shared steps of the daily scripts. All messages go to standard error.
 
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 cd "$root"
 jobs=${QUILLMARSH_JOBS:-$(nproc)}
-# The compiler cache takes precompiled headers for what they are made of.
+# Makes the compiler cache compare the sources of precompiled headers.
 export CCACHE_SLOPPINESS=${CCACHE_SLOPPINESS:-pch_defines,time_macros}
 
 say() { printf '%s\n' "$*" >&2; }
 die() { say "$*"; exit 1; }
 
-# install_packages GROUP...: brings the Debian packages of these groups that are not there yet.
+# install_packages GROUP...: installs the missing Debian packages of these groups.
 install_packages() {
   local wanted missing
   wanted=$(awk -v groups=" $* " '!/^#/ && index(groups, " " $1 " ") { print $2 }' scripts/packages | sort -u)
@@ -32,7 +32,8 @@ install_packages() {
   rm -f "$log"
 }
 
-# build PRESET [TARGET...]: configures where needed and builds, with words only when something is to be done or fails.
+# build PRESET [TARGET...]: configures if needed, and builds. Prints messages only when there is work to do or a
+# failure.
 build() {
   local preset=$1 log
   shift
@@ -60,7 +61,7 @@ build() {
   rm -f "$log"
 }
 
-# run_tests PRESET [CTEST ARGUMENT...]: the summary when all is well, and what went wrong otherwise.
+# run_tests PRESET [CTEST ARGUMENT...]: prints the summary on success, and the failures otherwise.
 run_tests() {
   local preset=$1 log
   shift

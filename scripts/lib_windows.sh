@@ -1,6 +1,6 @@
-# Steps of the scripts for Windows programs, behind lib.sh: their builds, and Wine, which runs them.
+# Steps of the scripts for Windows programs: their builds, and Wine, which runs them. Needs lib.sh.
 
-# use_wine PRESET: a Wine folder of its own in build/, made once, and without a word about what a test does not need.
+# use_wine PRESET: makes a separate Wine prefix in build/, once, and hides messages that do not matter to tests.
 use_wine() {
   export WINEPREFIX=$root/build/wine-$1 WINEDEBUG=-all WINEDLLOVERRIDES='mscoree,mshtml,winemenubuilder.exe='
   [ "$1" = win64 ] || export WINEARCH=win32
@@ -8,7 +8,7 @@ use_wine() {
   say "Setting up Wine for $1."
   mkdir -p "$WINEPREFIX"
   local log=$WINEPREFIX/setup.log
-  # A program that crashes ends at once, and shows no window. Windows need no display: nobody looks at them.
+  # A program that crashes ends at once without showing a window. Windows need no display, because nobody looks at them.
   if ! { wineboot -i && wineserver -w &&
     wine reg add 'HKCU\Software\Wine\Drivers' /v Graphics /d null /f &&
     wine reg add 'HKCU\Software\Wine\WineDbg' /v ShowCrashDialog /t REG_DWORD /d 0 /f; } >"$log" 2>&1 </dev/null; then
@@ -18,15 +18,15 @@ use_wine() {
   fi
 }
 
-# Whether the kernel starts 32-bit programs, by the smallest one that there is.
+# True when the kernel can start a 32-bit program; tries the smallest possible one.
 starts_32bit_programs() {
   local program=build/starts-32bit
   printf '.globl _start\n_start:\n movl $1, %%eax\n xorl %%ebx, %%ebx\n int $0x80\n' | as --32 -o $program.o - &&
     ld -m elf_i386 -o $program $program.o && $program
 } 2>/dev/null
 
-# Brings the 32-bit Wine where it is not there. Its packages may not fit beside newer ones of the machine, and leave no
-# trace then.
+# Installs the 32-bit Wine if it is missing. Its packages may conflict with newer ones on the machine; then nothing is
+# changed.
 install_wine32() {
   [ "$(dpkg-query -W -f='${db:Status-Status}' wine32 2>/dev/null)" != installed ] || return 0
   local sudo= added=
@@ -40,8 +40,8 @@ install_wine32() {
   return 1
 } >/dev/null 2>&1 </dev/null
 
-# test_windows [CTEST ARGUMENT...]: builds for both targets, and runs the tests of each where the machine can. Where it
-# cannot run the 32-bit tests, it does not build them either.
+# test_windows [CTEST ARGUMENT...]: builds both targets, and runs their tests if the machine can. Without a way to run
+# the 32-bit tests, it does not build them.
 test_windows() {
   install_packages base windows
   build win64

@@ -14,8 +14,8 @@ import subprocess
 import sys
 
 GROUP = 8
-# How far the analyser follows the paths through one function. At its default of four times as many, it takes twice as
-# long in all.
+# Limit for the paths that the analyser follows through one function. With its default, four times this number, the
+# whole run takes twice as long.
 DEPTH = ["-Xclang", "-analyzer-config", "-Xclang", "max-nodes=60000"]
 
 

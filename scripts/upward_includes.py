@@ -3,7 +3,7 @@
 import pathlib
 import re
 
-# From the ground up. Programs around the library are checked by what they may include, not by their height.
+# From the lowest to the highest. Programs are not in the list: they may include all public headers.
 FLOORS = ["platform", "basetools", "mathtools", "dataobjects", "framework", "videorendererobjects", "devices", "gui",
           "framework/commands", "host"]
 

@@ -28,7 +28,7 @@ void *AllocateAligned(std::size_t size, std::align_val_t alignment)
 
 } // namespace
 
-// The program's own operators come before those of any library that it uses, so that they count for all of them.
+// A program's own operators replace those of its libraries, so they count the allocations of all of them.
 void *operator new(std::size_t size)
 {
     return Allocate(size);

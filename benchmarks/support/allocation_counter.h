@@ -1,4 +1,4 @@
-// Count of the heap allocations that the benchmark program makes.
+// Counts the heap allocations of the benchmark program.
 #ifndef QUILLMARSH_BENCHMARKS_SUPPORT_ALLOCATION_COUNTER_H
 #define QUILLMARSH_BENCHMARKS_SUPPORT_ALLOCATION_COUNTER_H
 
@@ -9,11 +9,11 @@
 namespace quillmarsh::benchmarks
 {
 
-/// Calls of the global operator new so far, by every thread and from every module of the process.
+/// Returns the number of calls of the global operator new so far, in all threads and modules of the process.
 std::uint64_t GetAllocationCount();
 
-/// The timed loop of a case. What allocates once does so in a first call; the calls that are timed are counted, and
-/// nothing around them. Reports the allocations of a call as the counter "allocations".
+/// Runs the timed loop of a case. A first call makes the allocations that happen only once; then only the timed calls
+/// are counted. The counter "allocations" reports the allocations of one call.
 template<typename Work>
 void RunCounted(benchmark::State &state, Work work)
 {

@@ -22,7 +22,7 @@ MAX_TURNS = 21  # where the spread leaves it open
 MIN_TIME = 0.05  # seconds of one run
 COMPARE = {"<=": operator.le, ">=": operator.ge}
 
-# What other libraries must do without, so that they have the instructions of the kernels and no others.
+# Instructions that other libraries must not use, so that they have the same instructions as the kernels.
 NO_AVX3 = ["AVX512F", "AVX512BW", "AVX512CD", "AVX512DQ", "AVX512IFMA", "AVX512VBMI", "AVX512VL",
            "AVX512-COMMON", "AVX512-SKX", "AVX512-CNL", "AVX512-CLX", "AVX512-ICL", "AVX512VBMI2", "AVX512VNNI",
            "AVX512BITALG", "AVX512VPOPCNTDQ"]

@@ -1,4 +1,4 @@
-// Memory of images that cases, their limits and their peers share: what differs is the work, not the pages.
+// Image memory that cases, limits and peers share, so that only the work differs and not the pages.
 #ifndef QUILLMARSH_BENCHMARKS_SUPPORT_IMAGE_BLOCKS_H
 #define QUILLMARSH_BENCHMARKS_SUPPORT_IMAGE_BLOCKS_H
 
@@ -9,13 +9,14 @@
 namespace quillmarsh::benchmarks
 {
 
-/// Sides of the square images that work on samples is measured with.
+/// Sides of the square images in cases with samples.
 constexpr unsigned int s_imageSides[] = {256, 1024, 4096};
 
-/// Block 0, which is written to, or 1, which is read. Each has 96 MiB of random floats in 0..1, and pages of its own.
+/// Returns block 0, for writing, or block 1, for reading. Each has 96 MiB of random floats in 0..1, in pages of its
+/// own.
 unsigned char *GetImageBlock(unsigned int index);
 
-/// Name of a case: its group, what is done, and the side of the images.
+/// Makes the name of a case from its group, its operation, and the side of the images.
 inline std::string NameOfCase(char const *group, char const *work, unsigned int side)
 {
     std::string name(group);
@@ -23,7 +24,7 @@ inline std::string NameOfCase(char const *group, char const *work, unsigned int 
     return name;
 }
 
-/// Square image in one of the blocks.
+/// A square image in one of the blocks.
 class BlockImage : public ImageBaseFromExternalStorageAdapter
 {
 public:

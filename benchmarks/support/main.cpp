@@ -1,11 +1,11 @@
-// Entry of the benchmark program. It takes the arguments of Google Benchmark, and two more:
+// Main program of the benchmarks. It takes the arguments of Google Benchmark, and two more:
 //
 // --target=NAME   uses the kernels for a smaller set of vector instructions
 // --by_request    reads filters from the standard input, one a line, and runs the case of each at once. A line of
 //                 figures follows each run, so that the caller decides what is measured beside what, and how often.
 #include <benchmark/benchmark.h>
 
-// As in the library, whose kernels are meant.
+// The same setting as in the library, whose kernels are chosen here.
 #define HWY_DISABLED_TARGETS HWY_AVX3_DL
 #include <hwy/highway.h>
 #include <libyuv.h>
@@ -19,7 +19,7 @@
 namespace
 {
 
-/// Prints time and counters of a run on one line, as words NAME=FIGURE. Times are of the processor, in nanoseconds.
+/// Prints time and counters of a run on one line, as words NAME=FIGURE. Times are processor times in nanoseconds.
 class LineReporter : public benchmark::BenchmarkReporter
 {
 public:
@@ -52,7 +52,7 @@ void RunByRequest()
     }
 }
 
-/// The set of instructions that the library's kernels use; all kernels have the choice in common.
+/// Returns the instruction set that the library's kernels use; all kernels share this choice.
 std::int64_t GetTarget()
 {
     std::int64_t const targets = hwy::SupportedTargets() & HWY_TARGETS;
@@ -64,7 +64,7 @@ constexpr int s_yuvAVX512 = libyuv::kCpuHasAVX512BW | libyuv::kCpuHasAVX512VL | 
                             libyuv::kCpuHasAVX512VPOPCNTDQ | libyuv::kCpuHasGFNI;
 constexpr int s_yuvAVX = libyuv::kCpuHasAVX | libyuv::kCpuHasAVX2 | libyuv::kCpuHasFMA3 | libyuv::kCpuHasF16C;
 
-/// Keeps libyuv to the instructions that the kernels have. OpenCV takes the same from its environment, before main().
+/// Limits libyuv to the instructions that the kernels have. OpenCV reads its limit from the environment, before main().
 void SetTargetOfPeers(std::int64_t target)
 {
     int const disabled = target == HWY_AVX3   ? 0
@@ -74,7 +74,7 @@ void SetTargetOfPeers(std::int64_t target)
     libyuv::MaskCpuFlags(~disabled);
 }
 
-/// Chooses a set of instructions by name; false if this machine or the library has none of that name.
+/// Chooses an instruction set by name; false when this machine or the library has none of that name.
 bool SetTarget(std::string_view name)
 {
     for (std::int64_t const target : hwy::SupportedAndGeneratedTargets())
@@ -94,7 +94,7 @@ bool SetTarget(std::string_view name)
     return false;
 }
 
-/// Removes an argument from the list, and returns whether it was there; `value` is what follows the name.
+/// Removes an argument from the list and sets `value` to the text after its name; false when it is not in the list.
 bool TakeArgument(std::vector<char *> &arguments, std::string_view name, std::string_view &value)
 {
     for (auto at = arguments.begin(); at != arguments.end(); ++at)

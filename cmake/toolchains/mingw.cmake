@@ -1,4 +1,4 @@
-# What both targets have in common; `triple` and CMAKE_SYSTEM_PROCESSOR are set by who includes this.
+# Common part of both targets. The including file sets `triple` and CMAKE_SYSTEM_PROCESSOR.
 set(CMAKE_SYSTEM_NAME Windows)
 set(CMAKE_C_COMPILER ${triple}-gcc-posix)
 set(CMAKE_CXX_COMPILER ${triple}-g++-posix)
@@ -8,7 +8,7 @@ set(CMAKE_FIND_ROOT_PATH_MODE_PROGRAM NEVER)
 set(CMAKE_FIND_ROOT_PATH_MODE_LIBRARY ONLY)
 set(CMAKE_FIND_ROOT_PATH_MODE_INCLUDE ONLY)
 
-# Runs the tests; scripts/test says which folder it keeps its registry and drives in.
+# Runs the tests; scripts/test sets the folder of its registry and drives.
 find_program(QUILLMARSH_WINE wine)
 if(QUILLMARSH_WINE)
   set(CMAKE_CROSSCOMPILING_EMULATOR "${QUILLMARSH_WINE}")

@@ -16,7 +16,7 @@ public:
     void OnRelativeModeChanged() override {}
     void OnSyncWithSystemCursorChanged() override {}
 
-    /// The setters of the controller are protected: it stores what its device has read.
+    /// Stores what the device has read: the setters of the controller are protected.
     void Store(int movement)
     {
         PreSampleUpdate();
