@@ -1,9 +1,6 @@
-#include "hostlog.h"
-
 #include "benchmarks/support/allocation_counter.h"
 
-#include <quillmarsh/basetools/exception.h>
-#include <quillmarsh/host/applicationwalk.h>
+#include <quillmarsh/host/session.h>
 #include <quillmarsh/platform/program.h>
 
 #include <benchmark/benchmark.h>
@@ -11,15 +8,12 @@
 #include <algorithm>
 #include <chrono>
 #include <ctime>
-#include <iostream>
 #include <thread>
 
 namespace quillmarsh::benchmarks
 {
 namespace
 {
-
-using namespace host;
 
 /// Returns the processor time of the whole process, in microseconds.
 double GetProcessorTime()
@@ -42,33 +36,19 @@ double MeasureBareSleep()
 /// the time of a frame without the system's bare sleep; "cpu_us_with_sleep" includes it.
 void IdleFrame(benchmark::State &state)
 {
-    HostLog log;
-    HostConsole console(log.GetStream());
-    Failures failures([](string const &message) { std::cerr << message << '\n'; });
-    HostKernel kernel(console, log.GetStream(), failures, false);
+    host::Session session({.programName = "quillmarsh-benchmarks"});
     string const program = platform::GetProgramFileName("");
     string const directory = program.substr(0, program.find_last_of("/\\") + 1) + "plugins";
-    try
-    {
-        kernel.GetPlugins().Load(FindPluginFile("workbench", {directory}));
-    }
-    catch (Exception const &thrown)
-    {
-        state.SkipWithError(thrown.GetMessage().c_str());
-        return;
-    }
-    ApplicationWalk walk(kernel);
-    if (!walk.Up(*kernel.GetPlugins().FindApplication(), {}))
+    if (!session.Open(host::FindPluginFile("workbench", {directory})))
     {
         state.SkipWithError("The workbench did not start.");
         return;
     }
-    kernel.SetFrameRateLimit(1000);
-    auto const runFrame = [&kernel]
+    session.GetKernel().SetFrameRateLimit(1000);
+    auto const runFrame = [&session]
     {
-        kernel.RunFrame();
-        kernel.CarryOutRequests();
-        kernel.PauseUntilNextFrame(60);
+        session.RunFrame();
+        session.Pause();
     };
     for (int settling = 0; settling < 20; ++settling)
         runFrame();
@@ -77,8 +57,7 @@ void IdleFrame(benchmark::State &state)
     double const all = (GetProcessorTime() - before) / static_cast<double>(state.iterations());
     state.counters["cpu_us_with_sleep"] = all;
     state.counters["cpu_us"] = std::max(all - MeasureBareSleep(), 0.0);
-    walk.Down();
-    kernel.GetPlugins().Unload();
+    session.Close();
 }
 BENCHMARK(IdleFrame)->Name("host/idle_frame")->Iterations(500)->UseRealTime();
 

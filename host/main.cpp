@@ -38,7 +38,16 @@ int Main(std::vector<string> const &words)
         return PrintText(GetUsage());
     if (arguments.version)
         return PrintText("quillmarsh-host " + library_info::GetLibraryVersion().MakeString() + "\n");
-    return Program(arguments, words).Run();
+    int status = e_exit_ok;
+    std::optional<platform::eSignal> signal;
+    {
+        Program program(arguments, words);
+        status = program.Run();
+        signal = program.GetEndingSignal();
+    }
+    if (signal)
+        platform::EndProcessBySignal(*signal);
+    return status;
 }
 
 } // namespace

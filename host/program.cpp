@@ -2,12 +2,9 @@
 
 #include "scriptreader.h"
 #include "variablesetting.h"
-#include <quillmarsh/host/waitcmd.h>
 
-#include <quillmarsh/basetools/diagnostics.h>
 #include <quillmarsh/basetools/filesystem.h>
 #include <quillmarsh/basetools/libraryinfo.h>
-#include <quillmarsh/basetools/profilerdumpdesc.h>
 #include <quillmarsh/basetools/texttools.h>
 
 #include <hostconfig.h>
@@ -60,9 +57,7 @@ Program::Program(Arguments const &arguments, std::vector<string> const &words)
       programFile_(platform::GetProgramFileName(words.front())),
       interactive_(!arguments.script && platform::IsTerminal(eStandardStream::e_input) &&
                    platform::IsTerminal(eStandardStream::e_output)),
-      console_(log_.GetStream()),
-      failures_([this](string const &message) { Report(message); }),
-      kernel_(console_, log_.GetStream(), failures_, arguments.developerMode),
+      session_(MakeOptions()),
       signals_([this](platform::eSignal signal) { OnSignal(signal); }),
       standardOutput_(
           [this](string const &error)
@@ -74,9 +69,26 @@ Program::Program(Arguments const &arguments, std::vector<string> const &words)
 {
 }
 
+SessionOptions Program::MakeOptions()
+{
+    return {.programName = "quillmarsh-host",
+            .log = &log_.GetStream(),
+            .report = [this](string const &message) { Report(message); },
+            .onStartup =
+                [this](Application::StartupResult const &result)
+            {
+                if (!result.AppLogFilename.empty() && !log_.IsOpen())
+                    log_.Open(result.AppLogFilename);
+            },
+            .commandLine = commandLine_,
+            .programFileName = programFile_,
+            .logFileName = arguments_.log.value_or(""),
+            .developerMode = arguments_.developerMode};
+}
+
 Program::~Program()
 {
-    console_.SetOutput(nullptr);
+    kernel_.GetConsole().SetOutput(nullptr);
 }
 
 int Program::Run()
@@ -97,33 +109,39 @@ int Program::Run()
         outputFailed_ = true;
         Report(thrown.GetMessage());
     }
-    console_.GetStream().flush();
-    console_.SetOutput(nullptr);
+    kernel_.GetConsole().GetStream().flush();
+    kernel_.GetConsole().SetOutput(nullptr);
     {
         std::lock_guard const lock(terminalMutex_);
         terminal_.reset();
     }
     if (!log_.Close())
         PrintMessage("the log is not complete: it could not be written");
-    if (rethrow_ != nullptr)
-        std::rethrow_exception(rethrow_);
+    if (session_.GetRethrown() != nullptr)
+        std::rethrow_exception(session_.GetRethrown());
     return GetExitStatus();
+}
+
+std::optional<platform::eSignal> Program::GetEndingSignal()
+{
+    std::lock_guard const lock(terminalMutex_);
+    return endingSignal_;
 }
 
 int Program::GetExitStatus() const
 {
     if (hasWrongArgument_)
         return e_exit_wrong_argument;
-    if (outputFailed_ || failures_.HasFailed())
+    if (outputFailed_ || session_.HasFailed())
         return e_exit_failed;
-    return lines_ != nullptr && lines_->HasFailed() ? e_exit_line_failed : e_exit_ok;
+    return lines_.HasFailed() ? e_exit_line_failed : e_exit_ok;
 }
 
 void Program::Prepare()
 {
     if (arguments_.log)
         log_.Open(*arguments_.log);
-    log_.GetStream() << "quillmarsh-host " << library_info::GetLibraryVersion().MakeString() << ": " << commandLine_
+    kernel_.GetLog() << "quillmarsh-host " << library_info::GetLibraryVersion().MakeString() << ": " << commandLine_
                      << std::endl;
     kernel_.SetFrameRateLimit(arguments_.frameRate);
     OpenSource();
@@ -135,20 +153,18 @@ void Program::OpenSource()
     if (!interactive_)
     {
         script_ = std::make_unique<ScriptReader>(arguments_.script.value_or("-"), [this] { kernel_.WakeUp(); });
-        console_.SetOutput(&standardOutput_);
+        kernel_.GetConsole().SetOutput(&standardOutput_);
     }
     else
     {
         Terminal::Client const client{[this] { kernel_.WakeUp(); }, [this] { kernel_.RequestExit(); }};
         std::lock_guard const lock(terminalMutex_);
-        terminal_ = std::make_unique<Terminal>(console_.GetBuffers(), client);
-        console_.SetOutput(terminal_.get());
+        terminal_ = std::make_unique<Terminal>(kernel_.GetConsole().GetBuffers(), client);
+        kernel_.GetConsole().SetOutput(terminal_.get());
     }
     LineSource *const source = interactive_ ? static_cast<LineSource *>(terminal_.get()) : script_.get();
-    lines_ = std::make_unique<ConsoleLines>(kernel_, source, arguments_.stopOnError,
-                                            [this](string const &message) { Report(message); });
-    lines_->SetStrict(arguments_.strict);
-    kernel_.GetCommandInterpreter()->RegisterExternalCommand(new WaitCmd(*lines_));
+    lines_.SetSource(source, arguments_.stopOnError);
+    lines_.SetStrict(arguments_.strict);
 }
 
 void Program::LoadPlugins()
@@ -191,64 +207,15 @@ void Program::LoadDefaultDrivers(std::vector<string> const &directories)
 
 void Program::RunApplication()
 {
-    ApplicationWalk walk(kernel_);
-    walk.onStartupResult = [this](Application::StartupResult const &result) { OnStartupResult(result); };
-    if (walk.Up(*kernel_.GetPlugins().FindApplication(), MakeStartupInfo()))
+    bool const isUp = session_.Open() && session_.Run("the setting of variables", [this] { SetVariables(); });
+    if (isUp && !hasWrongArgument_)
     {
-        failures_.Guard(
-            [this, &walk]
-            {
-                SetVariables();
-                if (hasWrongArgument_)
-                    return;
-                BeginConsole(walk.GetResult());
-                RunFrames();
-            });
-        LogSummary();
+        BeginConsole(session_.GetStartupResult());
+        RunFrames();
     }
     if (terminal_ != nullptr)
         terminal_->EndEditing();
-    walk.Down();
-    if (kernel_.GetConfirmsClose())
-        ShowDialogOk("quillmarsh-host", "The program has ended.");
-    if (std::exception_ptr const thrown = failures_.TakeException(); kernel_.GetRethrowsHard() && thrown != nullptr)
-    {
-        rethrow_ = thrown;
-        kernel_.GetPlugins().Keep();
-    }
-    kernel_.GetPlugins().Unload();
-}
-
-Application::StartupInfo Program::MakeStartupInfo() const
-{
-    Application::StartupInfo info;
-    info.CommandLine = commandLine_;
-    info.ProgramFilename = programFile_;
-    file_system::GetProcessDirectory(info.ProcessDirectory, true);
-    file_system::GetUserHomeDirectory(info.UserHomeDirectory, true);
-    file_system::GetUserProfileDirectory(info.UserProfileDirectory, true);
-    info.AppProfileDirectory = info.UserProfileDirectory + ".quillmarsh" + file_system::GetPathSeparator();
-    info.AppLogFilename = arguments_.log.value_or("");
-    return info;
-}
-
-void Program::OnStartupResult(Application::StartupResult const &result)
-{
-    if (!result.ProcessDirectory.empty() && !file_system::SetProcessDirectory(result.ProcessDirectory))
-        QUILLMARSH_THROW(KernelException, "The directory '" + result.ProcessDirectory + "' cannot be entered.");
-    if (!result.AppProfileDirectory.empty() && !file_system::DirectoryExists(result.AppProfileDirectory) &&
-        !file_system::CreateDirectoryPath(result.AppProfileDirectory))
-    {
-        QUILLMARSH_THROW(KernelException, "The directory '" + result.AppProfileDirectory + "' cannot be made.");
-    }
-    if (!result.AppLogFilename.empty() && !log_.IsOpen())
-        log_.Open(result.AppLogFilename);
-    if (result.WaitCloseConfirmation)
-    {
-        KernelExecutionParams params;
-        params.WaitCloseConfirmationOnExit = true;
-        params.SetKernelCurrent();
-    }
+    session_.Close();
 }
 
 void Program::BeginConsole(Application::StartupResult const &result)
@@ -259,7 +226,6 @@ void Program::BeginConsole(Application::StartupResult const &result)
 
 void Program::SetVariables()
 {
-    failures_.SetPlace("the setting of variables");
     try
     {
         for (auto const &[name, value] : arguments_.variables)
@@ -279,36 +245,13 @@ bool Program::IsFrameLimitReached()
 
 void Program::RunFrames()
 {
-    while (!kernel_.IsExitRequested() && !IsFrameLimitReached())
+    while (!IsFrameLimitReached() && session_.RunFrame())
     {
-        kernel_.RunFrame();
-        kernel_.CarryOutRequests();
-        lines_->Run();
         // A number of frames that was asked for is run whether or not there are lines left.
-        if (lines_->IsAtEnd() && !arguments_.frames)
+        if (lines_.IsAtEnd() && !arguments_.frames)
             break;
         if (!IsFrameLimitReached())
-            kernel_.PauseUntilNextFrame(interactive_ || lines_->WaitsForInput() ? s_defaultFrameRate : 0);
-    }
-}
-
-void Program::LogSummary()
-{
-    Application::AutoInitInfo const &autoInit = kernel_.GetAutoInit();
-    ostream &log = log_.GetStream();
-    if (autoInit.LogFrameSummary)
-    {
-        double const seconds = kernel_.GetFrameTime();
-        unsigned int const frames = kernel_.GetFrameNumber();
-        log << frames << " frames in " << seconds << " s, " << (seconds > 0 ? frames / seconds : 0) << " a second"
-            << std::endl;
-    }
-    if (autoInit.LogProfilerStatistics)
-    {
-        ProfilerDumpDesc desc;
-        desc.ConstructHeaderLines();
-        kernel_.GetProfiler()->ProcessStatistics();
-        kernel_.GetProfiler()->DumpStatistics(log, desc);
+            session_.Pause(interactive_ || lines_.WaitsForInput() ? s_defaultFrameRate : 0);
     }
 }
 
@@ -327,9 +270,17 @@ void Program::OnSignal(platform::eSignal signal)
     std::lock_guard const lock(terminalMutex_);
     bool const isForTerminal = signal == platform::eSignal::e_interrupt || signal == platform::eSignal::e_resize;
     if (isForTerminal && terminal_ != nullptr)
-        signal == platform::eSignal::e_resize ? terminal_->OnResize() : terminal_->OnInterrupt();
+    {
+        if (signal == platform::eSignal::e_resize)
+            terminal_->OnResize();
+        else if (!lines_.EndWait())
+            terminal_->OnInterrupt();
+    }
     else if (signal != platform::eSignal::e_resize)
+    {
+        endingSignal_ = signal;
         kernel_.RequestExit();
+    }
 }
 
 } // namespace quillmarsh::host

@@ -6,9 +6,11 @@
 #include "hostlog.h"
 #include "standardoutput.h"
 #include "terminal.h"
-#include <quillmarsh/host/applicationwalk.h>
-#include <quillmarsh/host/consolelines.h>
+
+#include <quillmarsh/host/session.h>
 #include <quillmarsh/platform/program.h>
+
+#include <optional>
 
 namespace quillmarsh::host
 {
@@ -35,19 +37,20 @@ public:
     /// Runs, and gives the exit status. Throws only what ended the run, when the hard rethrow at exit is on.
     int Run();
 
+    /// The signal that ended the run, if one did. To be asked after Run().
+    std::optional<platform::eSignal> GetEndingSignal();
+
 private:
+    SessionOptions MakeOptions();
     void Prepare();
     void OpenSource();
     void LoadPlugins();
     void LoadDefaultDrivers(std::vector<string> const &directories);
     void RunApplication();
-    Application::StartupInfo MakeStartupInfo() const;
-    void OnStartupResult(Application::StartupResult const &result);
     void BeginConsole(Application::StartupResult const &result);
     void SetVariables();
     void RunFrames();
     bool IsFrameLimitReached();
-    void LogSummary();
     void Report(string const &message);
     void OnSignal(platform::eSignal signal);
     int GetExitStatus() const;
@@ -58,20 +61,21 @@ private:
     bool const interactive_;
     bool hasWrongArgument_ = false;
     bool outputFailed_ = false;
-    std::exception_ptr rethrow_;
 
     HostLog log_;
-    HostConsole console_;
-    Failures failures_;
-    HostKernel kernel_;
-    /// What the signals' thread uses stands ahead of it.
+    Session session_;
+    HostKernel &kernel_ = session_.GetKernel();
+    ConsoleLines &lines_ = session_.GetLines();
+    /// @name Under the mutex, and ahead of the signals' thread, which uses them
+    /// @{
     std::mutex terminalMutex_;
     AutoPtr<Terminal> terminal_;
+    std::optional<platform::eSignal> endingSignal_;
+    /// @}
     /// Before the first thread, which the terminal or the script starts.
     platform::SignalWatch signals_;
     StandardOutput standardOutput_;
     AutoPtr<LineSource> script_;
-    AutoPtr<ConsoleLines> lines_;
 };
 
 } // namespace quillmarsh::host

@@ -22,7 +22,7 @@ class GreeterDescriptor : public quillmarsh::ApplicationPluginDescriptor
 {
 public:
     GreeterDescriptor()
-        : ApplicationPluginDescriptor({quillmarsh::library_info::GetLibraryVersion(),
+        : ApplicationPluginDescriptor({quillmarsh::library_info::GetHeaderVersion(),
                                        quillmarsh::e_plugin_application,
                                        "greeter",
                                        {},

@@ -13,14 +13,14 @@ ApplicationWalk::ApplicationWalk(HostKernel &kernel) : kernel_(kernel) {}
 
 ApplicationWalk::~ApplicationWalk() = default;
 
-bool ApplicationWalk::Up(PluginDescriptor &descriptor, Application::StartupInfo const &info)
+bool ApplicationWalk::Up(std::function<AutoPtr<Application>()> const &create, Application::StartupInfo const &info)
 {
     info_ = info;
     kernel_.GetFailures().SetPlace("the creation of the application");
     bool const created = kernel_.GetFailures().Guard(
         [&]
         {
-            application_ = kernel_.GetPlugins().CreateAs<Application>(descriptor);
+            application_ = create();
             if (application_ == nullptr)
                 QUILLMARSH_THROW(KernelException, "The plug-in gave no application.");
         });

@@ -17,11 +17,8 @@ bool IsBlankOrComment(string const &text)
 
 } // namespace
 
-ConsoleLines::ConsoleLines(HostKernel &kernel, LineSource *source, bool stopOnError,
-                           std::function<void(string const &)> report)
+ConsoleLines::ConsoleLines(HostKernel &kernel, std::function<void(string const &)> report)
     : kernel_(kernel),
-      source_(source),
-      stopOnError_(stopOnError),
       report_(std::move(report))
 {
     kernel_.GetCommandInterpreter()->SetLineInspector([this](Command const &command, CommandLineParser const &parser)
@@ -33,13 +30,31 @@ ConsoleLines::~ConsoleLines()
     kernel_.GetCommandInterpreter()->SetLineInspector({});
 }
 
+void ConsoleLines::SetSource(LineSource *source, bool stopOnError)
+{
+    source_ = source;
+    stopOnError_ = stopOnError;
+    next_ = LineSource::eNext::e_none;
+    lineIsOpen_ = false;
+}
+
+bool ConsoleLines::PassFrame()
+{
+    unsigned int frames = framesToWait_;
+    // Another thread may end the wait meanwhile.
+    while (frames > 0 && !framesToWait_.compare_exchange_weak(frames, frames - 1))
+    {
+    }
+    return frames > 1;
+}
+
 void ConsoleLines::Run()
 {
     RunQueuedLines();
     if (source_ == nullptr || IsAtEnd())
         return;
     source_->Serve(*kernel_.GetCommandInterpreter(), kernel_.GetConsole().GetStream());
-    if (framesToWait_ > 0 && --framesToWait_ > 0)
+    if (PassFrame())
         return;
     while (true)
     {

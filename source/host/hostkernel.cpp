@@ -9,15 +9,15 @@
 namespace quillmarsh::host
 {
 
-HostKernel::HostKernel(HostConsole &console, ostream &log, Failures &failures, bool developerMode)
-    : console_(console),
-      log_(log),
-      failures_(failures),
+HostKernel::HostKernel(ostream &log, std::function<void(string const &)> report, bool developerMode)
+    : log_(log),
+      console_(log),
+      failures_(std::move(report)),
       params_(false),
       variables_("quillmarsh-host")
 {
     params_.DeveloperMode = developerMode;
-    SetOutputStreams(console.GetStream(), log);
+    SetOutputStreams(console_.GetStream(), log);
     RegisterDefaultDataCodecs();
     RegisterDefaultSignalFileExtensions();
     RegisterDefaultImageFileExtensions();
@@ -106,29 +106,29 @@ void HostKernel::RequestExit()
 
 void HostKernel::ApplyHIDReconfig(DirectInputConfig const &config, unsigned int code)
 {
-    AddRequest({Request::eKind::e_hid, code, 0, config});
+    AddRequest(DeviceRequest{code, config});
 }
 
-void HostKernel::ApplyVideoReconfig(string const &, VideoConfig const &, unsigned int code)
+void HostKernel::ApplyVideoReconfig(string const &pluginName, VideoConfig const &, unsigned int code)
 {
-    AddRequest({Request::eKind::e_video, code, 0});
+    AddRequest(VideoRequest{code, pluginName});
 }
 
 void HostKernel::RequestGenericReconfig(unsigned int code, unsigned int subcode)
 {
-    AddRequest({Request::eKind::e_generic, code, subcode});
+    AddRequest(GenericRequest{code, subcode});
 }
 
 void HostKernel::NotifyVSyncUpdate()
 {
-    AddRequest({Request::eKind::e_vsync, 0, 0});
+    AddRequest(VSyncRequest{});
 }
 
-void HostKernel::AddRequest(Request const &request)
+void HostKernel::AddRequest(KernelRequest request)
 {
     {
         std::lock_guard const lock(requestMutex_);
-        requests_.push_back(request);
+        requests_.push_back(std::move(request));
         hasRequests_ = true;
     }
     pacer_.WakeUp();

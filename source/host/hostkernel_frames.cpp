@@ -2,7 +2,9 @@
 
 #include <quillmarsh/platform/desktopevents.h>
 
+#include <algorithm>
 #include <ostream>
+#include <type_traits>
 
 namespace quillmarsh::host
 {
@@ -25,9 +27,52 @@ double HostKernel::GetFrameTimeDelta()
     return frameTimeDelta_;
 }
 
+/// Calls one of the frame's hooks, with the time since the last frame where the hook takes it.
+template<auto Hook>
+void HostKernel::CallFrameHook(HostKernel &kernel, char const *name)
+{
+    kernel.CallHook(name,
+                    [&kernel](Application &application)
+                    {
+                        if constexpr (std::is_invocable_v<decltype(Hook), Application &, double>)
+                            (application.*Hook)(kernel.frameTimeDelta_);
+                        else
+                            (application.*Hook)();
+                    });
+}
+
+constexpr FrameStep HostKernel::s_frameOrder[] = {
+    {"FrameBegin", "The application begins the frame.", &CallFrameHook<&Application::FrameBegin>},
+    {"PollDevices", "The drivers tell whether devices came or went.",
+     [](HostKernel &kernel, char const *) { kernel.PollDevices(); }, nullptr, nullptr},
+    {"SampleDevices", "The devices that no thread samples are sampled.",
+     [](HostKernel &kernel, char const *) { kernel.SampleDevices(); },
+     [](HostKernel &kernel) { return kernel.devices_.GetNumDevices() > 0; }},
+    {"FrameSampleInput", "The application reads its input.", &CallFrameHook<&Application::FrameSampleInput>},
+    {"FrameUpdateStates", "The application goes on by the time that has passed.",
+     &CallFrameHook<&Application::FrameUpdateStates>},
+    {"FramePreRenderVideo", "The application prepares its picture.", &CallFrameHook<&Application::FramePreRenderVideo>},
+    {"FrameRenderVideo", "The application draws its picture.", &CallFrameHook<&Application::FrameRenderVideo>},
+    {"FramePostRenderVideo", "The application ends its picture.", &CallFrameHook<&Application::FramePostRenderVideo>},
+    {"FrameEnd", "The application ends the frame.", &CallFrameHook<&Application::FrameEnd>},
+    {"FrameObservers", "Every FrameObserver is told of the frame.",
+     [](HostKernel &kernel, char const *) { kernel.CallFrameObservers(); }, nullptr,
+     &Application::AutoInitInfo::ProfileObservers},
+};
+
+std::span<FrameStep const> HostKernel::GetFrameOrder()
+{
+    return s_frameOrder;
+}
+
+FramePacer::Clock::time_point HostKernel::GetNow()
+{
+    return FramePacer::Clock::now();
+}
+
 void HostKernel::AdvanceTime()
 {
-    FramePacer::Clock::time_point const now = FramePacer::Clock::now();
+    FramePacer::Clock::time_point const now = GetNow();
     if (frameNumber_ == 0)
         loopStart_ = frameStart_ = now;
     frameTimeDelta_ = duration<double>(now - frameStart_).count();
@@ -38,49 +83,43 @@ void HostKernel::AdvanceTime()
 void HostKernel::RunFrame()
 {
     AdvanceTime();
+    Profiler *const profiler = autoInit_.ProfileFrames ? FrameworkProfiler::GetEnabled() : nullptr;
+    // Observers that are no block are no part of the iteration either.
+    auto const isOutside = [this](FrameStep const &step)
+    { return step.profiled == &Application::AutoInitInfo::ProfileObservers && !autoInit_.ProfileObservers; };
+    std::span<FrameStep const> const steps(s_frameOrder);
+    auto const numInside =
+        static_cast<std::size_t>(std::find_if(steps.begin(), steps.end(), isOutside) - steps.begin());
     {
-        Profiler *const profiler = autoInit_.ProfileFrames ? FrameworkProfiler::GetEnabled() : nullptr;
         ProfileIterationSentry const iteration(profiler);
-        CallFrameHooks(autoInit_.ProfileHooks ? profiler : nullptr);
-        if (autoInit_.ProfileObservers)
-        {
-            ProfileBlockSentry const block(profiler, "FrameObservers");
-            CallFrameObservers();
-        }
+        RunSteps(steps.first(numInside), profiler);
     }
-    if (!autoInit_.ProfileObservers)
-        CallFrameObservers();
+    RunSteps(steps.subspan(numInside), nullptr);
     console_.GetStream().flush();
 }
 
-void HostKernel::CallFrameHooks(Profiler *profiler)
+void HostKernel::RunSteps(std::span<FrameStep const> steps, Profiler *profiler)
 {
-    double const delta = frameTimeDelta_;
-    auto const call = [this, profiler](char const *name, auto &&hook)
+    for (FrameStep const &step : steps)
     {
-        ProfileBlockSentry const block(profiler, name);
-        CallHook(name, hook);
-    };
-    // GUI events and drawing join this order with their subsystems.
-    call("FrameBegin", [delta](Application &application) { application.FrameBegin(delta); });
-    SampleDevices(profiler);
-    call("FrameSampleInput", [](Application &application) { application.FrameSampleInput(); });
-    call("FrameUpdateStates", [delta](Application &application) { application.FrameUpdateStates(delta); });
-    call("FramePreRenderVideo", [](Application &application) { application.FramePreRenderVideo(); });
-    call("FrameRenderVideo", [](Application &application) { application.FrameRenderVideo(); });
-    call("FramePostRenderVideo", [](Application &application) { application.FramePostRenderVideo(); });
-    call("FrameEnd", [](Application &application) { application.FrameEnd(); });
+        if (step.isDue != nullptr && !step.isDue(*this))
+            continue;
+        bool const isBlock = step.profiled != nullptr && autoInit_.*step.profiled;
+        ProfileBlockSentry const block(isBlock ? profiler : nullptr, step.name);
+        step.run(*this, step.name);
+    }
 }
 
-void HostKernel::SampleDevices(Profiler *profiler)
+void HostKernel::PollDevices()
 {
-    platform::PumpDesktop();
+    failures_.SetPlace("the polling of device drivers");
     if (devices_.PollDeviceChanges())
         RequestHIDReconfig(0);
-    if (devices_.GetNumDevices() == 0)
-        return;
+}
+
+void HostKernel::SampleDevices()
+{
     failures_.SetPlace("the sampling of input devices");
-    ProfileBlockSentry const block(profiler, "SampleDevices");
     devices_.Sample(params_);
 }
 
@@ -102,54 +141,56 @@ void HostKernel::CarryOutRequests()
 {
     if (!hasRequests_)
         return;
-    std::vector<Request> requests;
+    std::vector<KernelRequest> requests;
     {
         std::lock_guard const lock(requestMutex_);
         requests.swap(requests_);
         hasRequests_ = !queuedLines_.empty();
     }
-    for (Request const &request : requests)
+    auto const carryOut = [this](auto const &request)
+    {
+        if (autoInit_.LogRequests)
+            log_ << "Reconfiguration (" << request.s_szName << "), code " << request.code << std::endl;
         CarryOut(request);
+    };
+    for (KernelRequest const &request : requests)
+        std::visit(carryOut, request);
 }
 
-void HostKernel::CarryOut(Request const &request)
+void HostKernel::CarryOut(DeviceRequest const &request)
 {
-    static constexpr char const *s_names[] = {"devices", "video", "generic", "vertical synchronisation"};
-    if (autoInit_.LogRequests)
-    {
-        log_ << "Reconfiguration (" << s_names[static_cast<unsigned int>(request.kind)] << "), code " << request.code
-             << std::endl;
-    }
-    switch (request.kind)
-    {
-    case Request::eKind::e_hid:
-        ReconfigureDevices(request);
-        reconfigObservers_.ForEach([](ReconfigObserver &observer) { observer.OnHIDReconfig(); });
-        CheckSubsystems();
-        break;
-    case Request::eKind::e_video:
-        reconfigObservers_.ForEach([](ReconfigObserver &observer) { observer.OnVideoReconfig(); });
-        CheckSubsystems();
-        break;
-    case Request::eKind::e_generic:
-        CallHook("GenericReconfig",
-                 [&](Application &application) { application.GenericReconfig(request.code, request.subcode); });
-        CheckSubsystems();
-        break;
-    case Request::eKind::e_vsync:
-        CallHook("OnVSyncUpdate", [](Application &application) { application.OnVSyncUpdate(false); });
-        reconfigObservers_.ForEach([](ReconfigObserver &observer) { observer.OnVSyncReconfig(false); });
-        break;
-    }
+    ReconfigureDevices(request);
+    reconfigObservers_.ForEach([](ReconfigObserver &observer) { observer.OnHIDReconfig(); });
+    CheckSubsystems();
 }
 
-void HostKernel::ReconfigureDevices(Request const &request)
+// There is no video stack to be configured yet; the request takes its way all the same.
+void HostKernel::CarryOut(VideoRequest const &)
+{
+    reconfigObservers_.ForEach([](ReconfigObserver &observer) { observer.OnVideoReconfig(); });
+    CheckSubsystems();
+}
+
+void HostKernel::CarryOut(GenericRequest const &request)
+{
+    CallHook("GenericReconfig",
+             [&](Application &application) { application.GenericReconfig(request.code, request.subcode); });
+    CheckSubsystems();
+}
+
+void HostKernel::CarryOut(VSyncRequest const &)
+{
+    CallHook("OnVSyncUpdate", [](Application &application) { application.OnVSyncUpdate(false); });
+    reconfigObservers_.ForEach([](ReconfigObserver &observer) { observer.OnVSyncReconfig(false); });
+}
+
+void HostKernel::ReconfigureDevices(DeviceRequest const &request)
 {
     if (!autoInit_.OpenDevices)
         return;
     devices_.Disconnect();
     devices_.Release();
-    devices_.Open(request.config, request.code, request.subcode);
+    devices_.Open(request.config, request.code, 0);
 }
 
 void HostKernel::CheckSubsystems()

@@ -45,7 +45,7 @@ TEST(Terminal, EndOfInputAndTerminationEndInGoodOrder)
             host.Send("\004");
         else
             host.Signal(SIGTERM);
-        EXPECT_EQ(0, host.Wait()) << host.GetShown();
+        EXPECT_EQ(endOfInput ? 0 : -SIGTERM, host.Wait()) << host.GetShown();
         EXPECT_NE(string::npos, trace.Read().find("Cleanup well"));
     }
 }

@@ -31,11 +31,12 @@ case $way in
     PKG_CONFIG_PATH=$(dirname "$(find "$work/prefix" -name quillmarsh.pc)")
     export PKG_CONFIG_PATH
     mkdir "$work/build"
-    flags=$(pkg-config --cflags --libs quillmarsh)
-    # shellcheck disable=SC2086
-    "$cxx" -std=c++20 "$work/project/small_host.cpp" -o "$work/build/small-host" $flags
-    # shellcheck disable=SC2086
-    "$cxx" -std=c++20 -fPIC -shared "$work/project/greeter.cpp" -o "$work/build/greeter.so" $flags
+    # shellcheck disable=SC2046
+    "$cxx" -std=c++20 "$work/project/small_host.cpp" -o "$work/build/small-host" \
+      $(pkg-config --cflags --libs quillmarsh-host)
+    # shellcheck disable=SC2046
+    "$cxx" -std=c++20 -fPIC -shared "$work/project/greeter.cpp" -o "$work/build/greeter.so" \
+      $(pkg-config --cflags --libs quillmarsh)
     LD_LIBRARY_PATH=$(pkg-config --variable=libdir quillmarsh)
     export LD_LIBRARY_PATH
     host=$work/build/small-host plugin=$work/build/greeter.so
@@ -47,7 +48,7 @@ case $way in
 esac
 
 "$host" "$plugin" >"$work/out"
-printf 'Hello from frame %d\n' 0 1 2 | diff - "$work/out"
+printf 'Hello from frame %d\n' 1 2 3 | diff - "$work/out"
 
 # The library has its name, and shows no symbol but its own.
 library=$(ldd "$host" | sed -n 's/^.*libquillmarsh\.so\.[0-9.]* => \([^ ]*\).*/\1/p')

@@ -34,4 +34,4 @@ cmake -G Ninja -S "$source/examples/embedding" -B "$work/build" -DCMAKE_TOOLCHAI
 cmake --build "$work/build" --target small-host greeter >>"$work/log"
 cp "$work/build/small-host.exe" "$work/build/greeter.dll" "$installed/bin"
 wine "C:\\$name\\bin\\small-host.exe" "C:\\$name\\bin\\greeter.dll" | tr -d '\r' >"$work/out"
-printf 'Hello from frame %d\n' 0 1 2 | diff - "$work/out"
+printf 'Hello from frame %d\n' 1 2 3 | diff - "$work/out"

@@ -21,7 +21,7 @@ public:
 
     /// Creates the application and walks it up to the frames. False when a step failed, or when the application asked
     /// not to go on.
-    bool Up(PluginDescriptor &descriptor, Application::StartupInfo const &info);
+    bool Up(std::function<AutoPtr<Application>()> const &create, Application::StartupInfo const &info);
     /// Walks down from wherever Up() came to, and deletes the application.
     void Down();
 

@@ -5,6 +5,8 @@
 #include <quillmarsh/host/hostkernel.h>
 #include <quillmarsh/host/linesource.h>
 
+#include <atomic>
+
 namespace quillmarsh::host
 {
 
@@ -14,10 +16,13 @@ namespace quillmarsh::host
 class ConsoleLines : NoCopy
 {
 public:
-    /// `source` is borrowed, null for none; `report` tells the user of a failed line of a script.
-    ConsoleLines(HostKernel &kernel, LineSource *source, bool stopOnError, std::function<void(string const &)> report);
+    /// Without a source at first. `report` tells the user of a failed line of a script.
+    ConsoleLines(HostKernel &kernel, std::function<void(string const &)> report);
     ~ConsoleLines();
 
+    /// Takes lines from a source from now on; it is borrowed, and null for none. With `stopOnError`, the first line of a
+    /// script that fails is the last one.
+    void SetSource(LineSource *source, bool stopOnError);
     /// Lines in which a command's table finds a mistake, such as a word that the command does not know: `report` is told
     /// of each, and where `strict` is set the line is refused before it runs. Off at first.
     ///
@@ -28,6 +33,8 @@ public:
     void Run();
     /// Lets frames pass before the next line.
     void Wait(unsigned int numFrames) { framesToWait_ = numFrames; }
+    /// Ends a wait, so that the next line runs after the next frame. False when nothing waits. Any thread.
+    bool EndWait() { return framesToWait_.exchange(0) > 0; }
 
     /// Whether there is no line any more.
     bool IsAtEnd() const { return next_ == LineSource::eNext::e_end; }
@@ -44,8 +51,11 @@ private:
     string GetLinePlace() const;
 
     HostKernel &kernel_;
-    LineSource *source_;
-    bool stopOnError_;
+    /// Lets a frame of a wait pass. True while there are more.
+    bool PassFrame();
+
+    LineSource *source_ = nullptr;
+    bool stopOnError_ = false;
     bool strict_ = false;
     std::function<void(string const &)> report_;
     LineSource::eNext next_ = LineSource::eNext::e_none;
@@ -55,7 +65,7 @@ private:
     string place_;
     bool lineIsOpen_ = false;
     bool runsLine_ = false;
-    unsigned int framesToWait_ = 0;
+    std::atomic<unsigned int> framesToWait_{0};
     bool hasFailed_ = false;
 };
 

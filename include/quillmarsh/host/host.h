@@ -7,11 +7,14 @@
 #include <quillmarsh/host/consolelines.h>
 #include <quillmarsh/host/devicegroup.h>
 #include <quillmarsh/host/failures.h>
+#include <quillmarsh/host/frameorder.h>
 #include <quillmarsh/host/framepacer.h>
 #include <quillmarsh/host/hostconsole.h>
 #include <quillmarsh/host/hostkernel.h>
+#include <quillmarsh/host/kernelrequests.h>
 #include <quillmarsh/host/linesource.h>
 #include <quillmarsh/host/pluginset.h>
+#include <quillmarsh/host/session.h>
 #include <quillmarsh/host/textoutput.h>
 #include <quillmarsh/host/waitcmd.h>
 

@@ -5,8 +5,10 @@
 #include <quillmarsh/host/appwindow.h>
 #include <quillmarsh/host/devicegroup.h>
 #include <quillmarsh/host/failures.h>
+#include <quillmarsh/host/frameorder.h>
 #include <quillmarsh/host/framepacer.h>
 #include <quillmarsh/host/hostconsole.h>
+#include <quillmarsh/host/kernelrequests.h>
 #include <quillmarsh/host/pluginset.h>
 
 #include <quillmarsh/basetools/observerlist.h>
@@ -22,23 +24,29 @@
 #include <quillmarsh/framework/reconfigobserver.h>
 #include <quillmarsh/framework/stdcommandinterpreter.h>
 
+#include <span>
+
 namespace quillmarsh::host
 {
 
-/// The host's kernel: owns what programs share, runs frames, and carries out requests between them.
+/// The kernel of a host: owns what programs share, runs frames, and carries out requests between them.
 ///
-/// ApplicationWalk brings the application up to the frames and down again; Program calls both in turn.
-class HostKernel final : public Kernel
+/// ApplicationWalk brings an application up to the frames and down again, and Session calls both in turn. A program that
+/// wants some operations otherwise derives from this class and overrides those.
+class HostKernel : public Kernel
 {
 public:
-    /// All are borrowed. Where several threads print, the log is a SharedOutputStream.
-    HostKernel(HostConsole &console, ostream &log, Failures &failures, bool developerMode);
+    /// `log` is borrowed; where several threads print, it is a SharedOutputStream. `report` shows a message to the user.
+    HostKernel(ostream &log, std::function<void(string const &)> report, bool developerMode = false);
     ~HostKernel() override;
 
     Failures &GetFailures() { return failures_; }
+    Failures const &GetFailures() const { return failures_; }
     PluginSet &GetPlugins() { return plugins_; }
     HostConsole &GetConsole() { return console_; }
     ostream &GetLog() { return log_; }
+    /// The parameters in force, which may be changed.
+    KernelExecutionParams &GetParams() { return params_; }
 
     /// @name For the walk
     /// @{
@@ -55,12 +63,13 @@ public:
     {
         return HumanInterfaceDevice_DeviceInfo(device);
     }
-    /// Calls a hook of the application; its name is the place of a failure.
+    /// Calls a hook of the application, if there is one; its name is the place of a failure.
     template<typename Hook>
     void CallHook(char const *name, Hook &&hook)
     {
         failures_.SetPlace(name);
-        hook(*application_);
+        if (application_ != nullptr)
+            hook(*application_);
     }
     /// Drops what plug-ins may have left behind: commands, variables, observers.
     void ReleasePluginLeftovers();
@@ -68,14 +77,13 @@ public:
 
     /// @name For the loop
     /// @{
+    /// The steps of a frame in their order: what RunFrame() does, and nothing else.
+    static std::span<FrameStep const> GetFrameOrder();
     void RunFrame();
     /// Does what was asked for since the last call.
     void CarryOutRequests();
     /// Replaces `lines` by those that wait to be interpreted.
     void TakeQueuedLines(std::vector<string> &lines);
-    /// What the parameters in force say for the end.
-    bool GetConfirmsClose() const { return params_.WaitCloseConfirmationOnExit; }
-    bool GetRethrowsHard() const { return params_.EnableHardRethrowExit; }
     /// Sleeps until the next frame is due; at `idleRate` frames a second when there is no limit.
     void PauseUntilNextFrame(double idleRate);
     /// @}
@@ -125,35 +133,32 @@ public:
     unsigned int GetNumReconfigObservers() override;
     void NotifyVSyncUpdate() override;
 
+protected:
+    /// The clock that frames go by.
+    virtual FramePacer::Clock::time_point GetNow();
+
 private:
-    struct Request
-    {
-        enum class eKind
-        {
-            e_hid,
-            e_video,
-            e_generic,
-            e_vsync
-        };
-        eKind kind;
-        unsigned int code;
-        unsigned int subcode;
-        DirectInputConfig config = {};
-    };
+    static FrameStep const s_frameOrder[];
+
+    template<auto Hook>
+    static void CallFrameHook(HostKernel &kernel, char const *name);
 
     void AdvanceTime();
-    void SampleDevices(Profiler *profiler);
-    /// Each hook is a block of the profiler, unless that is null.
-    void CallFrameHooks(Profiler *profiler);
+    void RunSteps(std::span<FrameStep const> steps, Profiler *profiler);
+    void PollDevices();
+    void SampleDevices();
     void CallFrameObservers();
-    void AddRequest(Request const &request);
-    void CarryOut(Request const &request);
-    void ReconfigureDevices(Request const &request);
+    void AddRequest(KernelRequest request);
+    void CarryOut(DeviceRequest const &request);
+    void CarryOut(VideoRequest const &request);
+    void CarryOut(GenericRequest const &request);
+    void CarryOut(VSyncRequest const &request);
+    void ReconfigureDevices(DeviceRequest const &request);
     void CheckSubsystems();
 
-    HostConsole &console_;
     ostream &log_;
-    Failures &failures_;
+    HostConsole console_;
+    Failures failures_;
     KernelExecutionParams params_;
     std::atomic<eKernelLevel> level_{e_kernel_none};
     std::atomic<bool> exitRequested_{false};
@@ -184,7 +189,7 @@ private:
     /// @name Under the mutex
     /// @{
     std::mutex requestMutex_;
-    std::vector<Request> requests_;
+    std::vector<KernelRequest> requests_;
     std::vector<string> queuedLines_;
     /// @}
     /// Whether there is something under the mutex, so that a frame without requests takes no lock.

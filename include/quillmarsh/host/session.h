@@ -1,0 +1,121 @@
+// One run of an application, for programs with a main loop of their own.
+#ifndef QUILLMARSH_HOST_SESSION_H
+#define QUILLMARSH_HOST_SESSION_H
+
+#include <quillmarsh/host/applicationwalk.h>
+#include <quillmarsh/host/consolelines.h>
+#include <quillmarsh/host/hostkernel.h>
+
+#include <quillmarsh/basetools/libraryinfo.h>
+
+namespace quillmarsh::host
+{
+
+/// What a Session is made with. Streams are borrowed, and outlive the session.
+struct SessionOptions
+{
+    /// Name of the program, for messages and dialogs.
+    string programName = "host";
+    /// Shows what is printed to the console; null shows nothing. The console's buffers hold the text in any case.
+    ostream *out = nullptr;
+    /// Takes the log; null for none. Any thread may print to the log: the session writes to the stream one text at a time.
+    ostream *log = nullptr;
+    /// Shows a message to the user: a line without its end, or a few. Null prints to the standard error stream.
+    std::function<void(string const &)> report = nullptr;
+    /// Hears what the application answered, before its start-up goes on. May be null.
+    std::function<void(Application::StartupResult const &)> onStartup = nullptr;
+    /// See Application::StartupInfo.
+    string commandLine = "";
+    string programFileName = "";
+    string logFileName = "";
+    bool developerMode = false;
+};
+
+/// One run of an application in a program with a main loop of its own.
+///
+/// \code
+/// host::Session session({.programName = "viewer", .out = &std::cout});
+/// if (session.Open("viewer.so"))
+/// {
+///     while (session.RunFrame())
+///         session.Pause();
+/// }
+/// session.Close();
+/// return session.HasFailed() ? EXIT_FAILURE : EXIT_SUCCESS;
+/// \endcode
+/// What fails is reported and ends the run; nothing of it is thrown. The session holds the program's one kernel, and runs
+/// one application. Main thread only.
+class Session : NoCopy
+{
+public:
+    /// `version` is that of the headers that the program was compiled with. Throws a KernelException when the library
+    /// that the program finds at run time does not fit them.
+    explicit Session(SessionOptions options,
+                     library_info::LibraryVersion const &version = library_info::GetHeaderVersion());
+    /// Closes it.
+    ~Session();
+
+    /// @name Before Open()
+    /// @{
+
+    HostKernel &GetKernel() { return kernel_; }
+    ConsoleLines &GetLines() { return lines_; }
+    /// @}
+
+    /// @name The run
+    /// @{
+
+    /// Loads a plug-in library and walks its application up to the frames. False when that failed, and when the
+    /// application asked not to go on.
+    bool Open(string const &pluginFileName);
+    /// The same with an application of the program's own.
+    bool Open(AutoPtr<Application> application);
+    /// The same with the application of the plug-ins that GetKernel().GetPlugins() has loaded already.
+    bool Open();
+    /// Runs one frame, and then does what was asked for: requests, console lines. False when the run is to end.
+    bool RunFrame();
+    /// Runs what is not part of a frame but may end the run. `place` says where it stands in the message. False when it
+    /// failed, or the run is to end.
+    bool Run(char const *place, std::function<void()> const &call);
+    /// Sleeps until the next frame is due, by the limit of the frame rate; without one, by `idleRate` in frames a second,
+    /// and 0 does not sleep at all.
+    void Pause(double idleRate = 60);
+    /// Walks the application down and deletes it, then unloads the plug-ins. Harmless when nothing is open.
+    void Close();
+    /// @}
+
+    /// What the application answered at its start.
+    Application::StartupResult const &GetStartupResult() const { return walk_.GetResult(); }
+    /// True when something failed that ended the run, or kept it from beginning.
+    bool HasFailed() const { return refused_ || kernel_.GetFailures().HasFailed(); }
+    /// After Close(): what ended the run, if KernelExecutionParams::EnableHardRethrowExit says that it is to be thrown
+    /// again; else null. The code of the plug-ins stays in the process then.
+    std::exception_ptr const &GetRethrown() const { return rethrown_; }
+
+private:
+    class Text;
+
+    bool Begin(std::function<AutoPtr<Application>()> const &create);
+    Application::StartupInfo MakeStartupInfo() const;
+    void OnStartup(Application::StartupResult const &result);
+    void LogSummary();
+
+    SessionOptions const options_;
+    AutoPtr<Text> log_;
+    AutoPtr<Text> out_;
+    SharedOutputStream logStream_;
+    HostKernel kernel_;
+    ApplicationWalk walk_;
+    ConsoleLines lines_;
+    bool isOpen_ = false;
+    /// Reached the frames.
+    bool hasRun_ = false;
+    /// May run the next frame.
+    bool isRunning_ = false;
+    bool refused_ = false;
+    std::exception_ptr rethrown_;
+};
+
+} // namespace quillmarsh::host
+
+#endif
