@@ -53,5 +53,5 @@ printf 'Hello from frame %d\n' 1 2 3 | diff - "$work/out"
 # The library has its name, and shows no symbol but its own.
 library=$(ldd "$host" | sed -n 's/^.*libquillmarsh\.so\.[0-9.]* => \([^ ]*\).*/\1/p')
 readelf -d "$library" | grep -q 'SONAME.*\[libquillmarsh\.so\.[0-9]*\.[0-9]*\]'
-others=$(nm -DC --defined-only "$library" | cut -d' ' -f3- | grep -vE 'quillmarsh|^operator new(\[\])?\(unsigned long\)' || true)
+others=$(nm -DC --defined-only "$library" | cut -d' ' -f3- | grep -vE 'quillmarsh|^operator new(\[\])?\(unsigned long(, std::align_val_t)?\)' || true)
 [ -z "$others" ] || { printf 'The library shows symbols that are not its own:\n%s\n' "$others"; exit 1; }
