@@ -42,6 +42,8 @@ void HostKernel::CallFrameHook(HostKernel &kernel, char const *name)
 }
 
 constexpr FrameStep HostKernel::s_frameOrder[] = {
+    {"PumpDesktop", "The listeners of the desktop hear what has happened to windows and input.",
+     [](HostKernel &kernel, char const *) { kernel.PumpDesktop(); }, nullptr, nullptr},
     {"FrameBegin", "The application begins the frame.", &CallFrameHook<&Application::FrameBegin>},
     {"PollDevices", "The drivers tell whether devices came or went.",
      [](HostKernel &kernel, char const *) { kernel.PollDevices(); }, nullptr, nullptr},
@@ -108,6 +110,12 @@ void HostKernel::RunSteps(std::span<FrameStep const> steps, Profiler *profiler)
         ProfileBlockSentry const block(isBlock ? profiler : nullptr, step.name);
         step.run(*this, step.name);
     }
+}
+
+void HostKernel::PumpDesktop()
+{
+    failures_.SetPlace("the events of the desktop");
+    platform::PumpDesktop();
 }
 
 void HostKernel::PollDevices()

@@ -145,6 +145,7 @@ private:
 
     void AdvanceTime();
     void RunSteps(std::span<FrameStep const> steps, Profiler *profiler);
+    void PumpDesktop();
     void PollDevices();
     void SampleDevices();
     void CallFrameObservers();
