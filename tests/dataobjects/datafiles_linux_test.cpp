@@ -1,6 +1,9 @@
 #include <quillmarsh/dataobjects/datacodecmanager.h>
+#include <quillmarsh/dataobjects/datafiles.h>
 #include <quillmarsh/dataobjects/signalio.h>
 
+#include "source/dataobjects/codecs/filereplacement.h"
+#include "source/platform/plainfiles.h"
 #include "tests/support/package_bytes.h"
 #include "tests/support/scratch_directory.h"
 
@@ -130,6 +133,30 @@ TEST_F(DataFiles, LinksAreFollowedAndLeadToWholeFiles)
         directory_.Write("file", "old");
     }
     EXPECT_EQ(CountFiles(), 4u);
+}
+
+TEST_F(DataFiles, TemporaryFilesAreNobodyElsesAndGoWhenTheProgramDoes)
+{
+    string const name = directory_.Write("file", "old");
+    FileReplacement replacement(name, true);
+    ASSERT_EQ(CountFiles(), 2u);
+    EXPECT_FALSE(platform::CreateNewFile(replacement.GetPath()));
+    std::filesystem::create_symlink("nowhere", directory_ / "link");
+    EXPECT_FALSE(platform::CreateNewFile(directory_ / "link"));
+    sampled_data::RemoveUnfinishedFiles();
+    EXPECT_EQ(CountFiles(), 2u);
+    EXPECT_FALSE(replacement.Commit());
+    EXPECT_EQ(tests::ReadFile(name), "old");
+}
+
+TEST_F(DataFiles, NewFilesTakeNoNameThatIsTakenMeanwhile)
+{
+    CodecFailureSentry const reason;
+    FileReplacement replacement(directory_ / "file", false);
+    directory_.Write("file", "other");
+    EXPECT_FALSE(replacement.Commit());
+    EXPECT_EQ(reason.GetFailure().kind, eCodecFailure::e_exists);
+    EXPECT_EQ(tests::ReadFile(directory_ / "file"), "other");
 }
 
 } // namespace

@@ -11,13 +11,14 @@ namespace quillmarsh
 ///
 /// Pixels pass through a form of 32 bits: images with alpha keep it where the format has alpha, luminance becomes equal
 /// blue, green and red. A sample format that is neither fails. A file appears whole or not at all, and one that was
-/// there stays until the new one is complete.
+/// there stays until the new one is complete. A symbolic link is followed.
 ///
 /// Reads the parameters "FileOverwrite"; "UseCompression", without which PNG and TIFF are stored plain;
 /// "CompressionLevel" for these two; "Quality" for JPEG; and "OriginBottom".
 ///
 /// On Windows the system's image service does the work; it compresses by levels of its own, and knows none for PNG.
-/// Any number of threads may use encoders of their own.
+/// Any number of threads may save at a time. A failure is told with the words of the library that found it (see
+/// CodecFailureSentry).
 class QUILLMARSH_API ImageEncoderGdiplus : public ImageEncoder
 {
 public:
@@ -33,13 +34,15 @@ public:
 /// alpha, else as "X8R8G8B8" with unused bytes of 255. Rows stay as the file has them; orientations that it asks for
 /// are not carried out.
 ///
-/// Reads the parameter "OriginBottom". Any number of threads may use decoders of their own.
+/// Pictures of more pixels than image_limits::GetMaxPixels() are refused. Reads the parameter "OriginBottom". Any number
+/// of threads may load at a time. A failure is told with the words of the library that found it (see CodecFailureSentry).
 class QUILLMARSH_API ImageDecoderGdiplus : public ImageDecoder, public OpenFileDecoder
 {
 public:
     ImageDecoderGdiplus();
 
-    /// Null also for a picture that is cut short, damaged, or larger than its file can hold.
+    /// Null also for a picture that is cut short, damaged, of a kind that is not supported, or larger than its file can
+    /// hold or the limit allows.
     ImageBase *LoadImageA(string const &fileName, NamedParameterList const &params) override;
     bool QueryOpened(sampled_data::InputFile &file, DataFileHead &head) override;
     void *LoadOpened(sampled_data::InputFile &file, NamedParameterList const &params) override;

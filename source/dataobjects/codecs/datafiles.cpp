@@ -101,7 +101,7 @@ auto NameFile(string const &fileName, Work const &work)
     }
     catch (NoMemoryException const &thrown)
     {
-        throw DataException(fileName, {eCodecFailure::e_noMemory, thrown.GetMessage()});
+        throw DataException(fileName, DescribeNoMemory(thrown.GetMessage()));
     }
     catch (DataException const &thrown)
     {
@@ -111,7 +111,7 @@ auto NameFile(string const &fileName, Work const &work)
     }
     catch (std::bad_alloc const &)
     {
-        throw DataException(fileName, {eCodecFailure::e_noMemory, "not enough memory"});
+        throw DataException(fileName, DescribeNoMemory(""));
     }
     // What a codec of somebody else throws.
     catch (Exception const &thrown)

@@ -204,11 +204,11 @@ auto CallWithMemory(Call const &call) -> decltype(call())
     }
     catch (NoMemoryException const &thrown)
     {
-        TellCodecFailure(eCodecFailure::e_noMemory, "not enough memory: " + thrown.GetMessage());
+        Tell(DescribeNoMemory(thrown.GetMessage()));
     }
     catch (std::bad_alloc const &)
     {
-        TellCodecFailure(eCodecFailure::e_noMemory, "not enough memory");
+        Tell(DescribeNoMemory(""));
     }
     return {};
 }

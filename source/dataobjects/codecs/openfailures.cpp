@@ -82,6 +82,11 @@ CodecFailure DescribeWriteFailure()
     return {GetKindOfLastFailure(), file_system::GetLastFailureReason()};
 }
 
+CodecFailure DescribeNoMemory(string const &text)
+{
+    return {eCodecFailure::e_noMemory, "not enough memory" + (text.empty() ? text : ": " + text)};
+}
+
 void Tell(CodecFailure const &failure)
 {
     TellCodecFailure(failure.kind, failure.text);

@@ -23,6 +23,9 @@ CodecFailure DescribeOpenFailure();
 /// Failure of a call that has just failed to write: the system's reason, or "writing failed" if it has none.
 CodecFailure DescribeWriteFailure();
 
+/// Failure of an allocation: "not enough memory", and the text that tells how much, where there is one.
+CodecFailure DescribeNoMemory(string const &text);
+
 /// Tells a codec's failure.
 void Tell(CodecFailure const &failure);
 

@@ -112,7 +112,7 @@ bool Succeeds(bool rethrow, Action const &action)
         }
         catch (NoMemoryException const &thrown)
         {
-            failure = {eCodecFailure::e_noMemory, thrown.GetMessage()};
+            failure = DescribeNoMemory(thrown.GetMessage());
             throw;
         }
         catch (Exception const &thrown)
