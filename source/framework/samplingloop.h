@@ -16,11 +16,12 @@ namespace quillmarsh
 /// seconds starts the loop again from the ideal sleep.
 ///
 /// With a limit, the weight of a pass in the average is squared: at 250 samples per second it is 1/62500. This keeps a
-/// settled rate steady, and costs the first two seconds. The average begins with the first pass, whose sleep is always
-/// a little too long, and hardly moves after that; the same error is therefore added to the sleep in every pass, until
-/// passes do not sleep at all. At 250 samples per second the first half second brings 15 to 40 times the wanted
-/// samples, and the next one and a half seconds bring about half of them; at 50 and below the rate is up to a third too
-/// high. The check after two seconds then sets it right.
+/// settled rate steady, and costs the first two seconds. The average begins with the first pass, whose sleep always
+/// ends a little late, and hardly moves after that. The same error is therefore added to the sleep in every pass, until
+/// passes do not sleep at all. At 250 samples per second the first half second brings 12 to 40 times the wanted
+/// samples, and the next one and a half seconds bring about half of them. At 50 the rate is usually up to a third too
+/// high, but a first sleep that ends very late brings the same burst there. The check after two seconds sets the rate
+/// right.
 class HumanInterfaceDevice::SamplingLoop : NoCopy
 {
 public:
