@@ -24,8 +24,8 @@ class WrongArgumentException : public Exception
 /// What the command line asks for.
 struct Arguments
 {
-    bool help = false;
-    bool version = false;
+    /// Text that is asked for in place of a run: the help or the version.
+    string answer;
     std::vector<string> plugins;
     /// File of the script; "-" is standard input.
     std::optional<string> script;
@@ -45,10 +45,7 @@ struct Arguments
 };
 
 /// Reads the arguments behind the program's name. Throws a WrongArgumentException.
-Arguments ParseArguments(std::vector<string> const &words);
-
-/// Text of `--help`.
-string GetUsage();
+Arguments ParseArguments(std::vector<string> words);
 
 } // namespace quillmarsh::host
 

@@ -1,7 +1,6 @@
 // Reference host: loads an application from a plug-in library and runs it, with a console.
 #include "program.h"
 
-#include <quillmarsh/basetools/libraryinfo.h>
 #include <quillmarsh/basetools/memory.h>
 #include <quillmarsh/platform/program.h>
 
@@ -34,10 +33,8 @@ int Main(std::vector<string> const &words)
         PrintMessage(thrown.GetMessage());
         return e_exit_wrong_argument;
     }
-    if (arguments.help)
-        return PrintText(GetUsage());
-    if (arguments.version)
-        return PrintText("quillmarsh-host " + library_info::GetLibraryVersion().MakeString() + "\n");
+    if (!arguments.answer.empty())
+        return PrintText(arguments.answer);
     int status = e_exit_ok;
     std::optional<platform::eSignal> signal;
     {

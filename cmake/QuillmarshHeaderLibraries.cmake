@@ -1,0 +1,13 @@
+# Libraries that are headers have no packages for Windows, but the system of the build has them.
+
+# quillmarsh_link_headers(VARIABLE HEADER): a folder that holds the topmost folder of HEADER, such as `hwy` of
+# `hwy/highway.h`, and none of that system's other headers.
+function(quillmarsh_link_headers variable header)
+  cmake_path(GET header PARENT_PATH folder)
+  find_path(quillmarsh_${folder}_directory ${header} PATHS /usr/include
+    NO_DEFAULT_PATH NO_CMAKE_FIND_ROOT_PATH REQUIRED)
+  set(links "${PROJECT_BINARY_DIR}/headers/${folder}")
+  file(MAKE_DIRECTORY "${links}")
+  file(CREATE_LINK "${quillmarsh_${folder}_directory}/${folder}" "${links}/${folder}" SYMBOLIC)
+  set(${variable} "${links}" PARENT_SCOPE)
+endfunction()
