@@ -20,7 +20,7 @@ public:
 namespace
 {
 
-/// Knows the line "good" only.
+/// An interpreter that accepts only the line "good".
 class PickyInterpreter : public CommandInterpreter
 {
 public:

@@ -12,7 +12,7 @@ namespace quillmarsh
 namespace
 {
 
-/// "chain.command|argument|argument", with a mark for the type of each argument.
+/// Writes the result as "chain.command|argument|argument", with a mark for the type of each argument.
 string Describe(CommandLineParser const &parser)
 {
     std::vector<string> chain;
@@ -31,14 +31,14 @@ string Describe(CommandLineParser const &parser)
     return text;
 }
 
-/// Message of the exception that a line leads to, empty when there is none.
+/// Returns the message of the exception that a line causes; empty when it causes none.
 string MessageOf(CommandLineParser &parser, string const &line)
 {
     return tests::MessageOf<CommandLineErrorException>([&] { parser.Parse(line, true); },
                                                        "source/basetools/commandlineparser.cpp");
 }
 
-TEST(CommandLineParser, CutsLines)
+TEST(CommandLineParser, SplitsLines)
 {
     constexpr std::pair<char const *, char const *> cases[] = {
         {"foo", "foo"},
@@ -75,7 +75,7 @@ TEST(CommandLineParser, CutsLines)
     }
 }
 
-TEST(CommandLineParser, FailuresTellWhatWasLeftAndLeaveNoResults)
+TEST(CommandLineParser, FailuresNameTheRestAndLeaveNoResults)
 {
     constexpr std::tuple<bool, char const *, char const *, char const *> cases[] = {
         {true, "", "Expected command", ""},
@@ -194,7 +194,7 @@ TEST(CommandLineParser, ConvertsValuesOrTakesTheDefault)
     check(&CommandLineParser::ExtractArgumentPointer, "none", other, false, other);
 }
 
-TEST(CommandLineParser, CutsPackedValues)
+TEST(CommandLineParser, SplitsPackedValues)
 {
     CommandLineParser parser;
     ASSERT_TRUE(parser.Parse("foo -a=1,,2 -b=,1;2:3.4 -c=1,x,3 -d=", true));
@@ -237,7 +237,7 @@ TEST(CommandLineParser, ParsesATextOfItsOwnResults)
     EXPECT_EQ(parser.GetLastCommandLine() + Describe(parser), "");
 }
 
-TEST(CommandLineParser, QuotingBringsAnyBytesThrough)
+TEST(CommandLineParser, QuotedTextMayHoldAnyBytes)
 {
     std::minstd_rand random(7);
     CommandLineParser parser;
@@ -256,7 +256,7 @@ TEST(CommandLineParser, QuotingBringsAnyBytesThrough)
     }
 }
 
-TEST(CommandLineParser, TakesHugeLines)
+TEST(CommandLineParser, ParsesHugeLines)
 {
     constexpr std::size_t size = 1 << 20;
     CommandLineParser parser;

@@ -25,7 +25,7 @@ public:
     std::function<void()> onChanged;
 };
 
-/// Lines with their types, "0:text|1:more".
+/// Returns all lines with their types, as "0:text|1:more".
 string GetLines(ConsoleOutputBuffer const &buffer)
 {
     string lines;
@@ -91,7 +91,7 @@ TEST(ConsoleOutputBuffer, KeepsToItsLimits)
     EXPECT_EQ(observer.count, 3u);
 }
 
-TEST(ConsoleOutputBuffer, WidestLineIsKnownWhateverFallsOff)
+TEST(ConsoleOutputBuffer, KnowsItsWidestLineAfterLinesAreDropped)
 {
     ConsoleOutputBuffer buffer(7);
     std::mt19937 random(5);
@@ -136,7 +136,7 @@ TEST(ConsoleOutputBuffer, ObserversMayLeaveWhileTheyAreCalled)
     EXPECT_EQ(staying.count, 4u);
 }
 
-TEST(ConsoleOutputStream, FilesWhatIsFlushedUnderItsType)
+TEST(ConsoleOutputStream, StoresFlushedTextWithItsType)
 {
     ConsoleBuffers buffers;
     buffers.SetDefaultOutputType(5);

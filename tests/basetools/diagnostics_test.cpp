@@ -86,7 +86,7 @@ TEST(Diagnostics, PlainDialogs)
     EXPECT_EQ(requests[2].buttons, platform::eDialogButtons::e_ok);
 }
 
-/// Fails an assertion and a verification, each a place of its own.
+/// Fails an assertion and a verification, each at a different place.
 int Fail()
 {
     int numActions = 0;
@@ -114,7 +114,7 @@ TEST(Diagnostics, IgnoreSilencesOnePlaceAndRetryNone)
 #endif
 }
 
-TEST(Diagnostics, TypeSizesAreToldAsTheyAre)
+TEST(Diagnostics, PrintsTypeSizes)
 {
     std::ostringstream out;
     bool const allFit = CheckBuiltInTypeSizes(out);

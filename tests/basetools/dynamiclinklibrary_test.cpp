@@ -22,7 +22,7 @@ using tests::ScriptedDialogs;
 constexpr char const *s_numbersFile = QUILLMARSH_TEST_MODULE_numbers;
 constexpr char const *s_dependentFile = QUILLMARSH_TEST_MODULE_dependent;
 
-/// Binds the module with the number, and keeps a record of the hooks.
+/// Binds the module with the number, and records the calls of the hooks.
 class Numbers : public DynamicLinkLibrary
 {
 public:
@@ -60,7 +60,7 @@ int ReadNumber(DynamicLinkLibrary const &library)
     return get ? get() : -1;
 }
 
-TEST(DynamicLinkLibrary, NameIsCutInPieces)
+TEST(DynamicLinkLibrary, NameIsSplit)
 {
     string const separator(1, file_system::GetPathSeparator());
     DynamicLinkLibrary const library("some" + separator + "folder" + separator + "lib.one.so");
@@ -135,7 +135,7 @@ TEST(DynamicLinkLibrary, CopyHoldsAReferenceOfItsOwn)
     EXPECT_EQ(ReadNumber(survivor), 7);
     EXPECT_TRUE(survivor.Unload());
 
-    // The last reference was given back: the module begins anew.
+    // The last reference has been released, so the module starts again from the beginning.
     ASSERT_TRUE(original.Load());
     EXPECT_EQ(ReadNumber(original), 0);
 }
@@ -156,7 +156,7 @@ TEST(DynamicLinkLibrary, WithoutAutoUnloadTheModuleStays)
     EXPECT_TRUE(platform::CloseModule(handle));
 }
 
-TEST(DynamicLinkLibrary, FailedLoadTellsTheReason)
+TEST(DynamicLinkLibrary, FailedLoadGivesTheReason)
 {
     ScratchDirectory const scratch;
     string const noModule = scratch.Write("text.so", "This is a text, and no module at all.\n");

@@ -15,7 +15,7 @@ using namespace element_processors;
 using Byte = unsigned char;
 using Bytes = std::array<Byte, 6>;
 
-/// Writes down the order of the calls, with the bytes that they were for.
+/// Records the order of the calls, with the bytes of each.
 class Recorder final : public ElementProcessorDstSrc<Byte, Byte const>, public ElementProcessorInplace<Byte>
 {
 public:

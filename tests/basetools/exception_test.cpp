@@ -15,7 +15,7 @@ Exception MakeFull()
     return exception;
 }
 
-TEST(Exception, DescriptionHasOnlyWhatIsAskedForAndPresent)
+TEST(Exception, DescriptionHasOnlyTheRequestedParts)
 {
     Exception const full = MakeFull();
     EXPECT_EQ(full.MakeDescription(), "Exception\n@ source/a.cpp(7)\n! It broke");

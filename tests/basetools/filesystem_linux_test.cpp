@@ -18,7 +18,7 @@ using tests::ReadFile;
 using tests::ScratchDirectory;
 using tests::WalkRecorder;
 
-/// Acts as an ordinary user for a scope where the tests run as the superuser, to whom nothing is closed.
+/// Makes the process an ordinary user for a scope when the tests run as the superuser, who may open everything.
 class OrdinaryUserSentry : NoCopy
 {
 public:
@@ -33,7 +33,7 @@ private:
     uid_t before_;
 };
 
-TEST(FileSystem, LinkThatLeadsNowhereIsThere)
+TEST(FileSystem, BrokenLinkExists)
 {
     ScratchDirectory const scratch;
     std::filesystem::create_symlink("nowhere", scratch / "dangling");
@@ -97,7 +97,7 @@ TEST(FileSystemWalker, NamesOfAnyBytesSurvive)
     EXPECT_TRUE(FileExists(scratch / name));
 }
 
-TEST(FileSystem, ProcessDirectoryCanBeGone)
+TEST(FileSystem, ProcessDirectoryMayBeDeleted)
 {
     string before;
     ASSERT_TRUE(GetProcessDirectory(before, false));

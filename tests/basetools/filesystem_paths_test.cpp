@@ -14,7 +14,7 @@ namespace
 constexpr PathRules const &s_win = s_windowsPathRules;
 constexpr PathRules const &s_unix = s_unixPathRules;
 
-TEST(PathRules, FileNameIsCutInThree)
+TEST(PathRules, FileNameHasThreeParts)
 {
     auto const cut = [](PathRules const &rules, string const &name)
     {
@@ -37,13 +37,13 @@ TEST(PathRules, FileNameIsCutInThree)
     };
     for (auto const &[rules, name, pieces] : names)
         EXPECT_EQ(cut(rules, name), pieces);
-    // The name itself may be a target.
+    // The output may be the input string itself.
     string name = "\\a\\b.c", base, extension;
     SplitFileName(s_win, name, name, base, extension);
     EXPECT_EQ(name + "|" + base + "|" + extension, "\\a\\|b|c");
 }
 
-TEST(PathRules, PathIsCutInPieces)
+TEST(PathRules, PathIsSplit)
 {
     std::vector<string> const two = {"c:", "a"};
     for (string const name : {"c:\\a", "c:\\\\a", "\\c:\\a\\", "\\\\c:\\\\\\a\\\\"})
@@ -208,7 +208,7 @@ TEST(PathRules, DevicesHaveNamesInEachDirectory)
         EXPECT_FALSE(NamesDevice(s_win, file)) << file;
 }
 
-TEST(PathRules, BehindThePrefixStandFilesOfVolumesAndServers)
+TEST(PathRules, PrefixIsForFilesOfVolumesAndServers)
 {
     for (char const *file : {"c:\\", "Z:\\a\\nul", "UNC\\server\\share\\a", "unc\\s", "Volume{0}\\a"})
         EXPECT_FALSE(NamesDevice(s_win, "\\\\?\\" + string(file))) << file;
@@ -217,7 +217,7 @@ TEST(PathRules, BehindThePrefixStandFilesOfVolumesAndServers)
         EXPECT_TRUE(NamesDevice(s_win, "\\\\?\\" + string(device))) << device;
 }
 
-TEST(PathRules, RootsAreNotMade)
+TEST(PathRules, RootsAreNotCreated)
 {
     std::tuple<PathRules const &, string, string> const names[] = {
         {s_win, "a\\b", ""},

@@ -18,7 +18,7 @@ using tests::Preferred;
 using tests::ReadFile;
 using tests::ScratchDirectory;
 
-/// Makes a directory the current one for a scope.
+/// Changes the current directory for a scope.
 class ProcessDirectorySentry : NoCopy
 {
 public:
@@ -202,7 +202,7 @@ TEST(FileSystem, TempFilesAreEmptyAndUnique)
     EXPECT_FALSE(CreateTempFile(name, "", "pre"));
 }
 
-TEST(FileSystem, LongNameIsThatOfSomethingThere)
+TEST(FileSystem, LongNameIsThatOfAnExistingFile)
 {
     ScratchDirectory const scratch;
     string const file = scratch.Write("with a long name.text", "");

@@ -110,7 +110,7 @@ TEST(FileSystem, BlanksAndDotsAtTheEndOfANameDoNotCount)
     EXPECT_EQ(GetStreamPath(file + "."), GetStreamPath(file));
 }
 
-TEST(FileSystem, FileThatAnotherHoldsOpenStays)
+TEST(FileSystem, FileThatAnotherProgramHasOpenStays)
 {
     ScratchDirectory const scratch;
     string const held = scratch.Write("held", "old");

@@ -25,7 +25,7 @@ TEST(LibraryInfo, VersionTextNamesTheBuildType)
     EXPECT_EQ(LibraryVersion(1, 0, 0, 2).MakeString(), "1.0.0.UnknownBuildType");
 }
 
-TEST(LibraryInfo, LibraryTellsWhatItIs)
+TEST(LibraryInfo, LibraryDescribesItself)
 {
     EXPECT_TRUE(GetLibraryVersion() == LibraryVersion(1, 0, 0, QUILLMARSH_ASSERTIONS));
     EXPECT_EQ(GetBuildTimestamp().size(), string("2026-01-01 00:00:00 UTC").size());

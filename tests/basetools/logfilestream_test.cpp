@@ -15,13 +15,13 @@ namespace
 
 string ReadFile(std::filesystem::path const &path)
 {
-    // Line ends are the system's.
+    // Line ends are those of the system.
     std::stringstream text;
     text << std::ifstream(path).rdbuf();
     return text.str();
 }
 
-/// A file that is gone at the end of the scope, with a name that is not ASCII.
+/// A file that is deleted at the end of the scope, with a name that is not ASCII.
 class TemporaryFile
 {
 public:

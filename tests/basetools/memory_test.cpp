@@ -24,7 +24,7 @@ namespace
 
 constexpr std::size_t s_tooMuch = std::numeric_limits<std::ptrdiff_t>::max() - 100;
 
-/// Message of the exception that an allocation of too much throws.
+/// Returns the message of the exception that a too large allocation throws.
 template<typename Allocate>
 string MessageOf(Allocate allocate)
 {
@@ -62,7 +62,7 @@ TEST(NewThrowsExceptionSentry, FailedAllocationThrowsWhileItLives)
     auto const allocate = [] { return ::operator new(s_tooMuch); };
     auto const allocateArray = [] { return ::operator new[](s_tooMuch); };
 #if defined(_WIN32)
-    // An allocation function in a module serves that module only there, so the size is not seen.
+    // On Windows, a module's allocation functions serve that module only, so the size is not known.
     string const expected = "Failed to allocate an unknown number of bytes";
 #else
     string const expected = "Failed to allocate " + std::to_string(s_tooMuch) + " bytes";
@@ -118,11 +118,11 @@ TEST(NewThrowsExceptionSentry, RestoresThePreviousHandlerAndVerifiesItsOwn)
     EXPECT_TRUE(requests[0].text.ends_with("\n! quillmarsh-new-handler was unhooked by non-quillmarsh code."));
 }
 
-/// Writes down what it is asked for.
+/// A buffer that records the requests.
 class RecordingBuffer : public AdaptiveBufferBase
 {
 public:
-    /// Runs a cycle for each demand.
+    /// Runs one cycle for each demand.
     void Cycle(std::initializer_list<unsigned int> demands)
     {
         for (unsigned int const demand : demands)

@@ -18,7 +18,7 @@ namespace quillmarsh
 namespace
 {
 
-/// Notes each change of the type in the midst of the text.
+/// Records each change of the type within the text.
 class TypeRecorder : public OutputStream
 {
 public:
@@ -32,7 +32,7 @@ private:
     std::stringbuf text_;
 };
 
-/// Throws whatever is written to it.
+/// Throws on every write.
 class ThrowingBuffer : public std::streambuf
 {
 protected:
@@ -103,7 +103,7 @@ TEST(StreamSentries, RestoreMaskAndFlags)
     EXPECT_EQ(out.exceptions(), std::ios_base::goodbit);
 }
 
-TEST(ControlledOutputStream, FeedsEachTargetOnceAtAFlush)
+TEST(ControlledOutputStream, WritesToEachTargetOnceAtAFlush)
 {
     std::ostringstream first, second;
     ControlledOutputStream out;
@@ -124,7 +124,7 @@ TEST(ControlledOutputStream, FeedsEachTargetOnceAtAFlush)
     EXPECT_EQ(second.str(), "b\nc");
     EXPECT_TRUE(out.GetOutputTargets().empty());
 
-    // The standard's own doors lead to the same buffer.
+    // The standard library's own functions use the same buffer.
     out.AddOutputTarget(first);
     static_cast<ostream &>(out).rdbuf()->sputn("e", 1);
     out.rdbuf()->pubsync();
@@ -149,7 +149,7 @@ TEST(ControlledOutputStream, PassesTheTypeOnBetweenTextsAndFlushesAtItsEnd)
 TEST(ControlledOutputStream, TargetThatThrowsLeavesTheOthersWorking)
 {
     ThrowingBuffer buffer;
-    /// Throws at texts and at types, as long as its buffer does.
+    /// Throws on texts and on types while its buffer throws.
     class Broken : public OutputStream
     {
     public:
@@ -170,7 +170,7 @@ TEST(ControlledOutputStream, TargetThatThrowsLeavesTheOthersWorking)
     out.RemoveOutputTarget(broken);
 }
 
-/// Keeps the lines of each thread apart by their first word.
+/// Counts the lines of each thread by their first word.
 class CountingSink : public TextSink
 {
 public:
@@ -232,7 +232,7 @@ TEST(SharedOutputStream, EachThreadHasItsFormatAndItsType)
     *shared << "rest";
     shared.reset();
     EXPECT_EQ(sink.Take(), std::vector<string>{"0:rest"});
-    // The streams of these threads end after the one that they belonged to.
+    // The streams of these threads end after the stream that they belonged to.
     isGone = true;
     for (std::thread &thread : threads)
         thread.join();

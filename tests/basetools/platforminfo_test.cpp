@@ -46,7 +46,7 @@ TEST(PlatformInfo, ReferencesToVariablesAreReplaced)
         EXPECT_EQ(out, expansion.out) << expansion.in;
     }
 #if !defined(_WIN32)
-    // There, one that is set to nothing is not set.
+    // On Windows, a variable with an empty value counts as not set.
     string out;
     EXPECT_TRUE(ExpandEnvironmentVariable("%QM_TEST_EMPTY%", out));
     EXPECT_EQ(out, "");

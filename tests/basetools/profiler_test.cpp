@@ -37,7 +37,7 @@ void Spend(double seconds)
         ;
 }
 
-/// One iteration with the blocks a(b) and c.
+/// Runs one iteration with the blocks a(b) and c.
 void RunIteration(Profiler &profiler, unsigned int numB = 1)
 {
     profiler.EnterRootNode();
@@ -73,7 +73,7 @@ TEST(Profiler, TimesAddUpOverTheTree)
     EXPECT_EQ(root.FindDescendant("d"), nullptr);
 
     Stats const statsRoot(root), statsA(*root.FindChild("a")), statsB(*b), statsC(*root.FindChild("c"));
-    // The node did not exist in the first iteration, so that it cannot count it.
+    // The node did not exist in the first iteration, so it does not count that one.
     EXPECT_EQ(statsB.minEntries, 2u);
     EXPECT_EQ(statsB.avgEntries, 2u);
     EXPECT_EQ(statsB.maxEntries, 4u);

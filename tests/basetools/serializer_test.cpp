@@ -35,7 +35,7 @@ T ReadFrom(string const &bytes, bool bigEndian, T value = T())
     return value;
 }
 
-/// Checks a value against its bytes in big-endian order, both ways and in both orders.
+/// Checks writing and reading of a value in both byte orders, against its bytes in big-endian order.
 template<typename T>
 void CheckForm(T const &value, string const &bigEndian)
 {
@@ -46,7 +46,7 @@ void CheckForm(T const &value, string const &bigEndian)
     EXPECT_EQ(ReadFrom<T>(littleEndian, false), value);
 }
 
-/// Reads one byte after the other and counts the calls that ask for more than that.
+/// Reads byte by byte, and counts the calls that ask for more than one byte.
 class CountingBuffer : public std::stringbuf
 {
 public:
@@ -176,7 +176,7 @@ TEST(Serializer, SentriesRestoreInReverse)
     EXPECT_FALSE(IsOutputStreamByteOrderBigEndian());
 }
 
-TEST(SerializerParameters, SentryHoldsForItsThreadOnly)
+TEST(SerializerParameters, SentryAppliesToItsThreadOnly)
 {
     using namespace serializer_parameters;
     auto const onOtherThread = [](auto &&call) { std::thread(call).join(); };
@@ -190,7 +190,7 @@ TEST(SerializerParameters, SentryHoldsForItsThreadOnly)
                 EXPECT_EQ(Written(1u, false), string("\1\0\0\0", 4));
                 SetOutputStreamByteOrder(true);
             });
-        // A setter under a sentry serves the sentry's thread, and is gone with the sentry.
+        // A setting made under a sentry applies to the sentry's thread only, and ends with the sentry.
         SetInputStreamByteOrder(false);
         EXPECT_TRUE(IsFlippingOutput() && !IsFlippingInput());
         SetInputStreamByteOrder(true);

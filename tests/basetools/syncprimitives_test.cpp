@@ -22,13 +22,13 @@ bool IsSignaled(Event &event)
     return !timedOut;
 }
 
-/// A name that no other run of the tests uses at the same time.
+/// Makes a name that no other run of the tests uses at the same time.
 string MakeName(string const &stem)
 {
     return stem + std::to_string(std::chrono::steady_clock::now().time_since_epoch().count());
 }
 
-TEST(KernelName, LosesWhatTheNameSpaceForbids)
+TEST(KernelName, LosesForbiddenCharacters)
 {
     std::pair<string, string> const cases[] = {
         {"source\\a.cpp(7)", "source/a.cpp(7)"},
@@ -48,7 +48,7 @@ TEST(KernelName, LosesWhatTheNameSpaceForbids)
     }
 }
 
-TEST(CriticalSection, KeepsOthersOutUntilItsOwnerHasLeftAsOftenAsEntered)
+TEST(CriticalSection, IsLockedUntilItsOwnerHasLeftAsOftenAsEntered)
 {
     CriticalSection section;
     auto const canOtherEnter = [&section]
@@ -72,7 +72,7 @@ TEST(CriticalSection, KeepsOthersOutUntilItsOwnerHasLeftAsOftenAsEntered)
     EXPECT_TRUE(canOtherEnter());
 }
 
-TEST(Event, ResetsByItselfOrByHand)
+TEST(Event, ResetsAutomaticallyOrManually)
 {
     Event automatic(true, false);
     EXPECT_TRUE(IsSignaled(automatic));
@@ -91,7 +91,7 @@ TEST(Event, ResetsByItselfOrByHand)
     EXPECT_FALSE(IsSignaled(manual));
 }
 
-TEST(Event, TimesOutNoEarlierThanTold)
+TEST(Event, DoesNotTimeOutEarly)
 {
     Event event;
     bool timedOut = false;
@@ -128,14 +128,14 @@ TEST(Event, LetsOneThreadThroughForEachSignal)
         thread.join();
 }
 
-TEST(Event, SharesItsStateByNameUntilTheLastIsGone)
+TEST(Event, SharesItsStateByNameUntilTheLastIsDestroyed)
 {
     string const name = MakeName("quillmarsh\\event");
     {
         Event first(true, true, name);
         EXPECT_EQ(first.GetName().find('\\'), string::npos);
         {
-            // Asks for other ways, and gets those of the first.
+            // Asks for other properties, and gets those of the first event.
             Event second(false, false, "Local\\" + name);
             EXPECT_TRUE(IsSignaled(second));
             EXPECT_TRUE(IsSignaled(second));

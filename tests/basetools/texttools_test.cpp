@@ -7,7 +7,8 @@ namespace quillmarsh
 namespace
 {
 
-/// The value of a text in its own text form, "-" when it does not convert or the output changed all the same.
+/// Converts a text to a value and back. Returns "-" when the conversion fails, and when a failed conversion changes the
+/// output.
 template<typename T>
 string Convert(string const &text)
 {
@@ -150,17 +151,17 @@ TEST(TextTools, Shaping)
     EXPECT_EQ(Shaped("12 a-b\xe4_3!", ForceStandardIdentifier), "ab_3");
 }
 
-TEST(TextTools, NothingPrintableObeysATerminal)
+TEST(TextTools, PrintableTextControlsNoTerminal)
 {
     EXPECT_EQ(MakePrintable("caf\xc3\xa9 \xf0\x9d\x84\x9e \\"), "caf\xc3\xa9 \xf0\x9d\x84\x9e \\");
     EXPECT_EQ(MakePrintable("\x1b[2Ja\r\x7f\a" + string(1, '\0')), "\\x1b[2Ja\\x0d\\x7f\\x07\\x00");
     EXPECT_EQ(MakePrintable("a\n\tb"), "a\\n\\tb");
     EXPECT_EQ(MakePrintable("a\n\tb\r\n", true), "a\n\tb\\x0d\n");
-    // Control characters of eight bits: by themselves, and in UTF-8. Then an override of the direction.
+    // 8-bit control characters, as single bytes and in UTF-8, and then a character that reverses the text direction.
     EXPECT_EQ(MakePrintable("\x9b"
                             "2J\xc2\x9b\xe2\x80\xae"),
               "\\x9b2J\\xc2\\x9b\\xe2\\x80\\xae");
-    // A sequence that breaks off does not swallow what follows it.
+    // An incomplete sequence does not hide the text after it.
     EXPECT_EQ(MakePrintable("\xe2\x80\x1b[m\xc3"), "\\xe2\\x80\\x1b[m\\xc3");
     EXPECT_EQ(MakePrintable("\xe2\xc3\xa9"), "\\xe2\xc3\xa9");
 }

@@ -66,7 +66,7 @@ TEST(Thread, RunsUntilToldAndCanRunAgain)
     thread.WaitExit();
     for (int run = 0; run < 2; ++run)
     {
-        // Leaves no signal behind for the run.
+        // Leaves no signal for the next run.
         thread.SignalExit();
         thread.Run();
         thread.WaitReady();
@@ -83,7 +83,7 @@ TEST(Thread, RunsUntilToldAndCanRunAgain)
     }
 }
 
-TEST(Thread, EndsCleanlyHoweverShortTheWork)
+TEST(Thread, EndsCleanlyAfterShortWork)
 {
     for (int i = 0; i < 200; ++i)
     {
@@ -136,7 +136,7 @@ TEST(Thread, VerifiesThatItIsDestroyedAfterItsEnd)
     thread->WaitReady();
     string const threadID = std::to_string(thread->GetThreadID());
     string shown;
-    // The thread of a dialog about its own destruction ends in time.
+    // The thread ends while the dialog about its destruction is open.
     tests::HandledDialogs const dialogs(
         [&, dying = thread.get()](string const &text)
         {
@@ -199,7 +199,7 @@ TEST(Thread, CanBeSuspendedInAWaitAndInItsQueue)
     EXPECT_TRUE(looping.PostStandardQuitMessage());
 }
 
-TEST(Thread, StoresWhatTheSystemMakesOfItsPriority)
+TEST(Thread, StoresThePriorityThatTheSystemSets)
 {
     WorkThread thread(&WaitForExit);
     thread.SetPriority(-1);

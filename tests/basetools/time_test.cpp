@@ -35,14 +35,14 @@ TEST(TimeText, HasTheFormsThatItsFlagsAskFor)
     EXPECT_EQ(time::FormatDate(odd, true, false, {}), "00-07-04");
 }
 
-TEST(TimeText, TellsLocalTime)
+TEST(TimeText, GivesLocalTime)
 {
     std::time_t const before = std::time(nullptr);
     string text;
     time::GetFormattedSystemDateTime(text, false, true, true, DateTimeSeparators('/', '.', ' '));
     std::time_t const after = std::time(nullptr);
 
-    // Two seconds can lie between the readings.
+    // The two readings can differ by up to two seconds.
     bool isBetween = false;
     for (std::time_t each = before; each <= after; ++each)
     {

@@ -67,7 +67,7 @@ TEST(AlarmTimer, FiresOnceAfterItsDelay)
     EXPECT_EQ(handler.GetCount(), 2);
 }
 
-TEST(AlarmTimer, RunsUntilStoppedOrItsHandlerHasEnough)
+TEST(AlarmTimer, RunsUntilStoppedOrItsHandlerEndsIt)
 {
     CountingHandler endless, other;
     AlarmTimer timer;
@@ -88,7 +88,7 @@ TEST(AlarmTimer, RunsUntilStoppedOrItsHandlerHasEnough)
     EXPECT_EQ(other.GetCount(), 0);
 }
 
-TEST(AlarmTimer, StopWaitsForTheCallUnderWay)
+TEST(AlarmTimer, StopWaitsForTheCallInProgress)
 {
     std::atomic<bool> begun{false}, ended{false};
     FunctionHandler handler(
@@ -106,7 +106,7 @@ TEST(AlarmTimer, StopWaitsForTheCallUnderWay)
     EXPECT_TRUE(ended);
 }
 
-TEST(AlarmTimer, StoppingMeetsAHandlerThatStops)
+TEST(AlarmTimer, HandlerMayStopWhileStopIsCalled)
 {
     for (int i = 0; i < 300; ++i)
     {
@@ -157,7 +157,7 @@ TEST(WindowAlarmTimer, NeedsAWindow)
 
 #if !defined(_WIN32)
 
-// Any address will do for the number of a window.
+// Any address can stand for a window.
 int s_windowPlace = 0;
 HWND const s_window = reinterpret_cast<HWND>(&s_windowPlace);
 
@@ -184,7 +184,7 @@ TEST(WindowAlarmTimer, CallsWhileMessagesAreDispatched)
     EXPECT_EQ(caller, &timer);
 }
 
-TEST(WindowAlarmTimer, MissedPeriodsAreOneMessageBehindAllOthers)
+TEST(WindowAlarmTimer, MissedPeriodsBecomeOneMessageAfterAllOthers)
 {
     int count = 0;
     WindowHandler handler([&](WindowAlarmTimer &) { ++count; });
@@ -204,7 +204,7 @@ TEST(WindowAlarmTimer, MissedPeriodsAreOneMessageBehindAllOthers)
     platform::DispatchThreadMessage(message);
     EXPECT_EQ(count, 1);
     EXPECT_FALSE(platform::PeekThreadMessage(message, true));
-    // Stopped after its message was taken.
+    // The timer is stopped after its message was taken.
     platform::WaitThreadMessage();
     ASSERT_TRUE(platform::PeekThreadMessage(message, true));
     timer.SetHWND(nullptr);

@@ -37,7 +37,7 @@ TEST(UID, StreamsItsWordsInTheByteOrderOfTheStream)
 {
     serializer_parameters::OutputStreamByteOrderSentry const outOrder(true);
     serializer_parameters::InputStreamByteOrderSentry const inOrder(true);
-    // The same identifier: big-endian bytes are those of the digits, in both forms.
+    // The same identifier in both forms: its big-endian bytes follow its digits.
     UID const uid(0x01020304, 0x05060708, 0x090a0b0c, 0x0d0e0f10);
     std::stringstream uidBytes, guidBytes;
     uidBytes <= uid;

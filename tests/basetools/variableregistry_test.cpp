@@ -9,7 +9,7 @@ namespace quillmarsh
 namespace
 {
 
-/// Notes name and value of every change that it hears of.
+/// Records name and value of every change.
 class Listener : public VariableProxy::Observer
 {
 public:
@@ -24,7 +24,7 @@ private:
     string heard_;
 };
 
-/// Kind of a program's own that cannot be cloned.
+/// A proxy class of a program that cannot be cloned.
 class Unclonable : public VariableProxyInt
 {
 public:
@@ -186,7 +186,7 @@ TEST_F(VariableProxyTest, ForcingRangesTellsEveryObserver)
 
 TEST_F(VariableProxyTest, VariablesMayComeAndGoWhileRangesAreForced)
 {
-    /// Registers one variable, and unregisters others, its own among them.
+    /// Registers one variable and unregisters others, among them its own.
     class Gardener : public Listener
     {
     public:

@@ -13,7 +13,7 @@ namespace
 
 TEST(Guid, PrintsTheDigitsOfItsUid)
 {
-    // 01234567-89AB-CDEF-FEDC-BA9876543210 in the usual text of a GUID.
+    // 01234567-89AB-CDEF-FEDC-BA9876543210 in the usual form of a GUID.
     Guid const guid(_GUID{0x01234567, 0x89ab, 0xcdef, {0xfe, 0xdc, 0xba, 0x98, 0x76, 0x54, 0x32, 0x10}});
     std::ostringstream out;
     out << guid;
@@ -40,7 +40,7 @@ TEST(Point, RectangleHoldsItsLeftAndTopEdgesOnly)
     EXPECT_EQ(-point, Point(-11, -22));
 }
 
-TEST(Color4b, LiesInMemoryFromBlueToAlpha)
+TEST(Color4b, IsStoredFromBlueToAlpha)
 {
     color4b const color(1, 2, 3, 4);
     unsigned char const *const bytes = color.ToPtr();

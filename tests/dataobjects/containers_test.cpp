@@ -170,7 +170,7 @@ TEST(Containers, MisuseAsserts)
     EXPECT_EQ(dialogs.TakeTexts(), Texts{"Accessing 0x0x0 volume."});
 }
 
-/// Checks that an adapter of 24 bytes neither frees nor grows them, by its own class and as a signal.
+/// Checks that an adapter of 24 bytes neither frees nor grows them, through its own class and through SignalBase.
 template<typename... Dimensions>
 void ExpectBorrowing(auto &adapter, string const &name, Dimensions... dimensions)
 {
@@ -209,7 +209,7 @@ TEST(Adapters, BorrowAndNeverFreeOrGrow)
     EXPECT_EQ(volume.SampleB(1, 1, 1), bytes + 17);
 }
 
-TEST(Containers, GiveNothingBehindTheirEndAfterIgnoredAssertions)
+TEST(Containers, ReturnNothingPastTheirEndAfterIgnoredAssertions)
 {
     ScriptedDialogs dialogs(platform::eDialogAnswer::e_retry);
     Signal<Sample24> signal(UnknownSampleFormat(3), 4), noSignal(UnknownSampleFormat(3), 0);

@@ -22,7 +22,7 @@ using Texts = std::vector<string>;
 
 constexpr unsigned int s_category = DataCategory_UserDefined + 1;
 
-/// Notes in a log that it was tried and that it went.
+/// Records in a log when it is tried and when it is deleted.
 class LoggingEncoder : public DataEncoder
 {
 public:
@@ -86,7 +86,7 @@ TEST(DataCodecManager, TriesCodecsInTheirOrderUntilOneAccepts)
     manager.PrioritizeEncoders(s_category, "c", "a");
     EXPECT_TRUE(manager.SaveData(s_category, &datum, "file", "any", &none));
     EXPECT_EQ(std::exchange(log, {}), (Texts{"c0"}));
-    // Neither the wanted order nor half a pair changes anything.
+    // A pair that has this order already, or an encoder that is missing, changes nothing.
     manager.PrioritizeEncoders(s_category, "c", "b");
     manager.PrioritizeEncoders(s_category, "a", "z");
     manager.PrioritizeEncoders(s_category + 1, "a", "b");
@@ -104,7 +104,7 @@ TEST(DataCodecManager, TriesCodecsInTheirOrderUntilOneAccepts)
     EXPECT_FALSE(manager.SaveData(s_category, &datum, "file", "", nullptr));
     EXPECT_EQ(manager.LoadData(s_category, "", nullptr), nullptr);
     EXPECT_EQ(log, Texts{});
-    // A missing file is looked for before the category.
+    // The file is checked before the category.
     EXPECT_EQ(manager.LoadData(77, directory / "missing", nullptr), nullptr);
     EXPECT_EQ(MessageOf<InvalidUsageException>([&] { manager.LoadData(77, file, nullptr); }),
               "Loading unregistered data-category data.");

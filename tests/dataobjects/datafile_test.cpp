@@ -20,7 +20,8 @@ namespace
 using tests::MessageOf;
 using tests::PackageBytes;
 
-/// Saves and loads images of one row as text, as a plug-in might: by name only, and with reasons of its own.
+/// A codec as in a plug-in: saves and loads images of one row as text, recognises files by their names only, and has
+/// its own reasons.
 class TextEncoder : public ImageEncoder
 {
 public:

@@ -21,7 +21,7 @@ namespace
 
 string const s_package = tests::PackageBytes({e_payload_signal}, {1, e_format_L8, 0, 0}, "a");
 
-/// Lets no file grow beyond a number of bytes: a full disk.
+/// Limits the size of files, to simulate a full disk.
 class FileSizeLimit : NoCopy
 {
 public:
@@ -71,7 +71,7 @@ TEST_F(DataFiles, OldFileStaysWhenTheDiskIsFull)
     string const name = directory_.Write("file", "old");
     chmod(name.c_str(), 0640);
     {
-        // One byte short: all is written by the time that the file is closed, and not before.
+        // One byte short: only closing the file writes everything, and fails.
         FileSizeLimit const limit(s_package.size() - 1);
         EXPECT_FALSE(Overwrite(name));
         EXPECT_FALSE(SaveSignal(signal_, directory_ / "new", "QMDP"));
@@ -86,7 +86,7 @@ TEST_F(DataFiles, OldFileStaysWhenTheDiskIsFull)
     EXPECT_TRUE(std::filesystem::is_character_file("/dev/full"));
 }
 
-TEST_F(DataFiles, NamesThatLookLikePatternsAreNotReplacedUnasked)
+TEST_F(DataFiles, NamesLikePatternsAreNotReplacedWithoutPermission)
 {
     string const name = directory_.Write("a*b", "old");
     EXPECT_FALSE(SaveSignal(signal_, name, "QMDP"));
@@ -105,7 +105,7 @@ TEST_F(DataFiles, PipesAreNoDataFiles)
     EXPECT_EQ(tests::ReadFile(name), s_package);
 }
 
-TEST_F(DataFiles, LinksAreFollowedAndLeadToWholeFiles)
+TEST_F(DataFiles, FollowLinksAndStayComplete)
 {
     string const name = directory_.Write("file", "old");
     string const link = directory_ / "link", dangling = directory_ / "dangling";

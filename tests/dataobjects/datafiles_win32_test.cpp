@@ -26,7 +26,7 @@ protected:
         overwrite_.Insert(NamedParameter(data_codec_parameters::Param_FileOverwrite, true), true);
     }
 
-    /// What a package says that cannot be saved; empty if it can.
+    /// Returns the failure of saving a package; empty on success.
     string GetFailure(string const &name)
     {
         try
@@ -44,7 +44,7 @@ protected:
         }
     }
 
-    /// Saves in each way that there is, replacing what is there.
+    /// Tries to save in every way, with permission to replace.
     void ExpectNotSaved(string const &name)
     {
         EXPECT_FALSE(SaveSignal(signal_, name, "QMDP", &overwrite_)) << name;
@@ -65,7 +65,7 @@ protected:
     DataPackageSignal package_;
 };
 
-TEST_F(DataFiles, FileThatAnotherHoldsOpenStaysWhole)
+TEST_F(DataFiles, FileThatAnotherProgramHasOpenStaysComplete)
 {
     string const name = directory_.Write("file", "old");
     for (unsigned long const sharing : {0, FILE_SHARE_READ, FILE_SHARE_READ | FILE_SHARE_WRITE})
@@ -82,7 +82,7 @@ TEST_F(DataFiles, FileThatAnotherHoldsOpenStaysWhole)
     EXPECT_EQ(GetFailure(name), "");
 }
 
-TEST_F(DataFiles, DevicesAndMissingDrivesTakeNoData)
+TEST_F(DataFiles, CannotBeDevicesOrOnMissingDrives)
 {
     for (string const &name : {directory_ / "nul.png", string("CON"), directory_ / "com1", string("\\\\.\\nul"),
                                string("\\\\?\\nul"), tests::FindMissingDrive() + "file"})

@@ -22,7 +22,7 @@ using tests::NumberBytes;
 using tests::PackageBytes;
 using tests::ScratchDirectory;
 
-/// Fills a container, so that no two neighbours are alike.
+/// Fills a container so that neighbouring samples differ.
 template<typename Container>
 Container &Fill(Container &container)
 {
@@ -41,7 +41,7 @@ string Written(DataPackage const &package)
     return out.str();
 }
 
-/// What the action throws: the message, for a stream that ended without what the standard library adds.
+/// Returns the message that an action throws; for a stream that ended, without the standard library's addition.
 template<typename Action>
 string FailureOf(Action const &action)
 {
@@ -89,7 +89,7 @@ TEST(DataPackage, WritesHeaderPayloadAndTrailerInEitherByteOrder)
     imagePackage.SetRowOrderOnWrite(true);
     EXPECT_EQ(Written(imagePackage), PackageBytes({e_payload_image, 7}, {2, 3, e_format_L8, 2, 0}, "defabc"));
 
-    // Twelve bytes are reversed as one sample, whatever they are made of.
+    // The twelve bytes of a sample are reversed as a whole, not component by component.
     Volume<Sample96> volume(sample_formats::UnknownSampleFormat(12), 1, 1, 2);
     DataPackageVolume volumePackage;
     volumePackage.SetPackageByteOrderOnWrite(true);
@@ -98,7 +98,7 @@ TEST(DataPackage, WritesHeaderPayloadAndTrailerInEitherByteOrder)
               PackageBytes({e_payload_volume, 0, true}, {1, 1, 2, 0x0C000000, 0, 0}, "lkjihgfedcbaxwvutsrqponm"));
 }
 
-TEST(DataPackage, TurnsRowsOverWhenFileAndMemoryDiffer)
+TEST(DataPackage, FlipsRowsWhenFileAndMemoryDiffer)
 {
     Image<Sample8> image(e_format_L8, 2, 3);
     Fill(image);
@@ -154,13 +154,13 @@ TEST(DataPackage, NumbersComeBackInEitherOrderAndSamplesAsTheyLieInTheFile)
     EXPECT_EQ(image.GetNumColumns(), 2u);
     EXPECT_EQ(image.GetSampleFormat(), format);
     EXPECT_EQ(SamplesOf(image), "abcdef");
-    // The order of what is written is another matter.
+    // The order of written data is a separate setting.
     EXPECT_EQ(Written(package), PackageBytes({e_payload_image, 0x0A000001}, {1, 2, format, 0, 0}, "abcdef"));
     EXPECT_FALSE(serializer_parameters::IsInputStreamByteOrderBigEndian());
     EXPECT_FALSE(serializer_parameters::IsOutputStreamByteOrderBigEndian());
 }
 
-TEST(DataPackage, ReadsBehindAHeaderThatWasConsumed)
+TEST(DataPackage, ReadsAfterAHeaderThatWasConsumed)
 {
     std::istringstream in(s_image + "more");
     DataPackageHeader header;
@@ -179,7 +179,7 @@ TEST(DataPackage, ReadsBehindAHeaderThatWasConsumed)
     EXPECT_EQ(ReadFailure(package, s_image), "");
 }
 
-TEST(DataPackage, OwnsWhatItReadUntilItIsTaken)
+TEST(DataPackage, OwnsThePayloadUntilItIsTaken)
 {
     Signal<Sample8> mine(e_format_L8, 1);
     DataPackageSignal package;
@@ -204,7 +204,7 @@ TEST(DataPackage, WithoutSamplesIsNotReady)
     Signal<Sample8> empty(e_format_L8, 0);
     package.SetPayload(&empty);
     EXPECT_EQ(FailureOf([&] { Written(package); }), notReady);
-    // More than a package can tell.
+    // More than a package can store in its fields.
     SignalBaseFromExternalStorageAdapter huge(e_format_L8);
     unsigned char byte = 0;
     huge.SetExternalStorage(&byte, 0xFFFFFFF0);
@@ -269,7 +269,7 @@ TEST(DataPackage, NamesWhatIsWrong)
                    {{"flag", 60, NumberBytes(1), "DeserializationException DataPackageVolume: Corrupted field."}});
 }
 
-TEST(DataPackage, CutAnywhereItTellsTheFieldAndHasNoPayload)
+TEST(DataPackage, TruncatedAnywhereItNamesTheFieldAndHasNoPayload)
 {
     constexpr std::pair<std::size_t, char const *> fields[] = {
         {24, "failure DataPackageHeader: Cannot read opening magic-sequence."},
@@ -299,7 +299,7 @@ TEST(DataPackage, CutAnywhereItTellsTheFieldAndHasNoPayload)
     EXPECT_EQ(length, s_image.size());
 }
 
-TEST(DataPackage, EveryBitOfTheHeaderCounts)
+TEST(DataPackage, EveryBitOfTheHeaderIsChecked)
 {
     for (std::size_t bit = 0; bit < 44 * 8; ++bit)
     {
@@ -308,9 +308,9 @@ TEST(DataPackage, EveryBitOfTheHeaderCounts)
     }
 }
 
-TEST(DataPackage, ClaimOfMoreThanTheStreamHoldsIsACutStream)
+TEST(DataPackage, ClaimOfMoreThanTheStreamHoldsIsATruncatedStream)
 {
-    // Nearly 4 GiB, in agreement with themselves.
+    // Sizes of nearly 4 GiB that agree with each other.
     string bytes = s_image;
     bytes.replace(32, 4, NumberBytes(0xFFFE0001u + 20));
     bytes.replace(44, 8, NumberBytes(0xFFFF) + NumberBytes(0xFFFF));
@@ -318,7 +318,7 @@ TEST(DataPackage, ClaimOfMoreThanTheStreamHoldsIsACutStream)
     EXPECT_EQ(ReadFailure(package, bytes), "failure DataPackageImage: Cannot read samples.");
 }
 
-/// Of the one file that a directory holds, whatever its name.
+/// Returns the content of the only file in a directory, whatever its name is.
 string ContentsOfOnlyFile(ScratchDirectory const &directory)
 {
     std::filesystem::directory_iterator const files(directory.GetPath());
@@ -327,7 +327,7 @@ string ContentsOfOnlyFile(ScratchDirectory const &directory)
     return text;
 }
 
-/// Tells its place, and goes nowhere: a compressed stream, or one of a network.
+/// Reports its position but cannot seek, like a compressed stream or one from a network.
 class ForwardBuffer : public std::stringbuf
 {
 public:
@@ -342,7 +342,7 @@ protected:
     pos_type seekpos(pos_type, std::ios_base::openmode) override { return off_type{-1}; }
 };
 
-TEST(DataPackage, StreamsThatCannotGoToTheirEndAreReadOn)
+TEST(DataPackage, ReadsStreamsThatCannotSeek)
 {
     for (std::size_t const cut : {0, 33})
     {

@@ -17,11 +17,11 @@ namespace
 
 using Sheet = Image<Sample32>;
 
-/// Bounds of what was drawn in a part of a sheet; nothing drawn has right below left.
+/// Bounds of the pixels drawn in a part of a sheet. Without any, right is less than left.
 struct Ink
 {
     unsigned int left = ~0u, top = ~0u, right = 0, bottom = 0;
-    /// Whether there is coverage between none and all.
+    /// True when some pixels are partly covered.
     bool hasEdges = false;
 
     bool IsThere() const { return left <= right; }
@@ -47,7 +47,7 @@ Ink FindInk(ImageBase const &sheet, unsigned int row, unsigned int column, unsig
     return ink;
 }
 
-/// Wine has the fonts of the system below, and no other names for them.
+/// Wine uses the fonts of the host system, under their own names only.
 string GetFamily()
 {
     return tests::IsWine() ? "Liberation Sans" : "Tahoma";
@@ -56,7 +56,7 @@ string GetFamily()
 class FontImages : public testing::Test
 {
 protected:
-    /// One glyph in a tile of 64 pixels.
+    /// Draws one glyph into a tile of 64 pixels.
     Ink Draw(unsigned short glyph, float scale, float move, bool antiAliased, bool centered, bool bold = false,
              string const &family = GetFamily()) const
     {
@@ -82,7 +82,7 @@ TEST_F(FontImages, TestImageHasItsQuadrants)
         unsigned char const *const bytes = image.Sample(row, column).bytes;
         EXPECT_TRUE(bytes[0] == blue && bytes[1] == green && bytes[2] == red) << row << " " << column;
     }
-    // The letter of the black quadrant stands in its middle.
+    // The letter of the black quadrant is in its middle.
     unsigned int numLight = 0;
     for (unsigned int row = 30; row < 61; ++row)
         for (unsigned int column = 40; column < 80; ++column)
@@ -110,12 +110,12 @@ TEST_F(FontImages, GlyphsStandInTheirTiles)
     {
         bool const isEmpty = glyph <= ' ' || (glyph >= 0x7F && glyph <= 0xA0);
         Ink const ink = FindInk(sheet, glyph / 16 * 32, glyph % 16 * 32, 32);
-        // Windows shows boxes in the place of some control characters.
+        // Windows shows boxes for some control characters.
         bool const isFree = glyph == 0xAD || (tests::IsWindows() && isEmpty);
         EXPECT_TRUE(ink.IsThere() == !isEmpty || isFree) << glyph;
     }
 
-    // A last row that is not full, and sizes that are too small.
+    // An incomplete last row, and sizes that are too small.
     Image<Sample8> narrow(e_format_L8, 0, 0);
     GenerateFontGlyphsAscii(narrow, 'a', 'e', "Arial", false, false, 0, 0, 1, 0, 0, 0, 0, true, true, true);
     EXPECT_TRUE(narrow.GetNumRows() == 5 && narrow.GetNumColumns() == 1);
@@ -130,35 +130,35 @@ TEST_F(FontImages, ArgumentsPlaceAndShapeAGlyph)
     Ink const moved = Draw('O', 1, 5, true, false);
     Ink const half = Draw('O', 0.5f, 0, true, true);
     EXPECT_TRUE(plain.hasEdges);
-    // Wine smooths all text.
+    // Wine always smooths text.
     EXPECT_EQ(Draw('O', 1, 0, false, true).hasEdges, tests::IsWine());
     EXPECT_NEAR(plain.left, 63 - plain.right, 2);
     EXPECT_LT(left.left, 6u);
     EXPECT_EQ(moved.left, left.left + 5);
     EXPECT_EQ(moved.top, left.top + 5);
     EXPECT_NEAR((half.bottom - half.top) * 2, plain.bottom - plain.top, 4);
-    // A font's line fits its tile; Wine rounds it up.
+    // A line of the font fits its tile; Wine rounds its height up.
     EXPECT_LT(Draw('g', tests::IsWine() ? 0.95f : 1, 0, true, true).bottom, 63u);
     EXPECT_GT(Draw(0xC5, 1, 0, true, true).top, 0u);
-    // What is drawn beside the tile is cut off.
+    // Drawing outside the tile is cut off.
     EXPECT_FALSE(Draw('O', 1, 100, true, true).IsThere());
     Ink const bold = Draw('l', 1, 0, false, true, true);
     Ink const thin = Draw('l', 1, 0, false, true, false);
     EXPECT_GT(bold.right - bold.left, thin.right - thin.left);
 }
 
-TEST_F(FontImages, UnknownFamiliesGiveWayToEqualWidths)
+TEST_F(FontImages, UnknownFamiliesBecomeMonospace)
 {
     EXPECT_TRUE(CanGenerateFont(GetFamily(), true, true));
     EXPECT_FALSE(CanGenerateFont("no such family", false, false));
     EXPECT_FALSE(CanGenerateFont("", false, false));
     EXPECT_FALSE(CanGenerateFont("GenericMonospace", false, false));
-    // Not bold either.
+    // Neither is it bold.
     EXPECT_EQ(Draw('l', 1, 0, false, true, true, "no such family").right,
               Draw('l', 1, 0, false, true, false, "GenericMonospace").right);
 }
 
-TEST_F(FontImages, WrongArgumentsAreTold)
+TEST_F(FontImages, WrongArgumentsAssert)
 {
     Sheet sheet(e_format_A8R8G8B8, 1, 1);
     unsigned short const glyphs[] = {'a', 'b'};
@@ -171,7 +171,7 @@ TEST_F(FontImages, WrongArgumentsAreTold)
         tests::ScriptedDialogs dialogs;
         generate(1, nullptr, 8, 1);
         generate(0, glyphs, 8, 1);
-        // Ignored, the place stays quiet from then on.
+        // After an ignored assertion, this place shows no more dialogs.
         EXPECT_EQ(dialogs.TakeTexts(), std::vector<string>(1, "Invalid argument."));
     }
     EXPECT_EQ(tests::MessageOf<SystemResourceException>([&] { generate(1, glyphs, 8, 0); }),

@@ -10,7 +10,7 @@ namespace quillmarsh
 namespace
 {
 
-TEST(GdiplusBitmaps, PixelsGoBothWays)
+TEST(GdiplusBitmaps, PixelsAreCopiedBothWays)
 {
     win_utils::GdiplusGuard const guard;
     unsigned int pixels[] = {0xff000001, 0xff000002, 0xff000003, 0xff000004};

@@ -1,5 +1,6 @@
-// Results have the same bits on every system and by every set of vector instructions: one system wrote the files in
-// golden/, and each must make them again. With QUILLMARSH_WRITE_GOLDEN in the environment they are written anew.
+// Results have the same bits on every system and with every set of vector instructions: one system wrote the files in
+// golden/, and every system must produce the same content. With QUILLMARSH_WRITE_GOLDEN in the environment, the test
+// writes them again.
 #include <quillmarsh/basetools/serializer.h>
 #include <quillmarsh/basetools/texttools.h>
 #include <quillmarsh/dataobjects/imageio.h>
@@ -31,12 +32,12 @@ constexpr eSampleFormat s_formats[] = {e_format_L8,       e_format_A8,        e_
                                        e_format_A4R4G4B4, e_format_A1R5G5B5,  e_format_X8R8G8B8,
                                        e_format_A8R8G8B8, e_format_FP32NormL, e_format_FP32NormA};
 
-/// Takes down what is made, with the names of its parts, and copies the same parts out of a file.
+/// Records results with the names of their parts, and reads the same parts from a file.
 struct Golden
 {
     explicit Golden(string const &bytes = "") : file(bytes) {}
 
-    /// Any value with a place on binary streams.
+    /// Records any value that can be written to a binary stream.
     template<typename Value>
     void Add(string const &name, Value const &value)
     {
@@ -58,7 +59,7 @@ struct Golden
         if (file.str().empty())
             return;
         package.Deserialize(file);
-        // Samples of the other order come as they lie in the file.
+        // Samples in the other byte order are read without conversion.
         if (bigEndian)
             ProcessSamples_FlipByteOrder(*package.GetPayload(false));
         package.Serialize(copy);
@@ -67,7 +68,7 @@ struct Golden
     void Add(string const &name, ImageBase const &image) { AddPackage<DataPackageImage>(name, image); }
     void Add(string const &name, VolumeBase const &volume) { AddPackage<DataPackageVolume>(name, volume); }
 
-    /// The part and byte where bytes differ from those that are wanted; empty when they don't.
+    /// Returns the part and the byte at which the bytes differ from the wanted ones; empty when they are equal.
     string Compare(string const &bytes, string const &wanted) const
     {
         auto const at = std::mismatch(bytes.begin(), bytes.end(), wanted.begin(), wanted.end()).first - bytes.begin();
@@ -82,14 +83,14 @@ struct Golden
     std::vector<std::pair<std::streamoff, string>> names;
 };
 
-/// A number from -0.25 to 1.25.
+/// Returns a number from -0.25 to 1.25.
 float NextReal(std::minstd_rand &numbers)
 {
     return static_cast<float>(numbers() >> 7) / 11184810.0f - 0.25f;
 }
 
-/// Fills with bytes or floats of a sequence. Some floats are odd; the last ones of these are for what defines a result
-/// for them.
+/// Fills a container with bytes or floats of a sequence. Some floats are special values; the last of these only for
+/// operations that define a result for them.
 template<typename Container>
 AutoPtr<Container> Fill(Container *container, bool withAll = false)
 {
@@ -107,7 +108,7 @@ AutoPtr<Container> Fill(Container *container, bool withAll = false)
     return AutoPtr<Container>(container);
 }
 
-/// Formats stand by their numbers, since some have no name.
+/// Uses the numbers of formats, because some formats have no name.
 string Name(char const *what, unsigned int first, unsigned int second = 0)
 {
     std::ostringstream name;

@@ -17,7 +17,7 @@ namespace
 
 constexpr char const *s_formats[] = {"PNG", "TIFF", "BMP", "JPEG"};
 
-/// Colours that differ from place to place, but not much from one to the next.
+/// Colours that change slowly from pixel to pixel.
 class Gradient : public Image<Sample32>
 {
 public:

@@ -1,4 +1,4 @@
-// Files that the image libraries themselves write, in all their kinds of pixels, and files that are damaged.
+// Files written by the image libraries themselves, with all their kinds of pixels, and damaged files.
 #include <quillmarsh/dataobjects/datacodecparameters.h>
 #include <quillmarsh/dataobjects/imagecodecs_gdiplus.h>
 #include <quillmarsh/dataobjects/imagelimits.h>
@@ -44,7 +44,7 @@ protected:
         return AutoPtr<ImageBase>(ImageDecoderGdiplus().LoadImageA(name, NamedParameterList()));
     }
 
-    /// Loads a file of these bytes, which goes at once: to write over one takes file systems long.
+    /// Loads a file with these bytes and deletes it at once, because file systems are slow at overwriting.
     AutoPtr<ImageBase> LoadBytes(string const &bytes)
     {
         string const name = directory_.Write("bytes", bytes);
@@ -53,7 +53,7 @@ protected:
         return image;
     }
 
-    /// Why a file of these bytes is not loaded.
+    /// Returns the reason for which a file with these bytes cannot be loaded.
     string TellWhyNotLoaded(string const &bytes)
     {
         CodecFailureSentry const reason;
@@ -61,7 +61,7 @@ protected:
         return reason.GetText();
     }
 
-    /// Holds what is loaded of the file against the picture.
+    /// Compares the loaded file with the picture.
     void Check(string const &name, Picture const &picture, eSampleFormat format, int tolerance = 0)
     {
         auto const image = Load(name);
@@ -78,7 +78,7 @@ protected:
     std::mt19937 random_{1};
 };
 
-/// Values of components in rows of whole bytes, highest bit first.
+/// Packs component values into rows of whole bytes, highest bit first.
 class PackedRows
 {
 public:
@@ -209,7 +209,7 @@ void WriteTiff(string const &name, TiffKind const &kind, Picture const &picture,
         {TIFFTAG_PHOTOMETRIC, kind.photometric},
         {TIFFTAG_PLANARCONFIG, kind.isPlanar ? PLANARCONFIG_SEPARATE : PLANARCONFIG_CONTIG},
         {TIFFTAG_COMPRESSION, kind.compression},
-        // Asks to be turned over, which nobody does.
+        // The file asks for a rotation, which readers ignore.
         {TIFFTAG_ORIENTATION, ORIENTATION_BOTRIGHT},
         {kind.isTiled ? TIFFTAG_TILEWIDTH : TIFFTAG_ROWSPERSTRIP, kind.isTiled ? tile : 5},
         {TIFFTAG_TILELENGTH, tile}};
@@ -303,7 +303,7 @@ TEST_F(ImageFiles, JpegOfEveryKind)
             Pixel const value = {40 + row * 2, 90 + row, 200 - row, 250 - row};
             for (std::size_t component = 0; component < size; ++component)
                 values.push_back(static_cast<unsigned char>(value[component]));
-            // Inks are stored as the light that they leave.
+            // Inks are stored inverted, as the light that they let through.
             auto const light = [&](int ink) { return (ink * value[3] + 127) / 255; };
             if (size == 1)
                 picture.pixels[i] = {value[0], value[0], value[0], 255};
@@ -326,14 +326,14 @@ TEST_F(ImageFiles, JpegOfEveryKind)
     }
 }
 
-/// 16-bit number, lowest byte first.
+/// Writes a 16-bit number, lowest byte first.
 string Word(unsigned int value)
 {
     return tests::NumberBytes(value).substr(0, 2);
 }
 
-/// BMP file of 3 columns and 2 rows with a header of this size. The fields follow the compression, or the first 40
-/// bytes of a larger header.
+/// Makes a BMP file with 3 columns, 2 rows and a header of this size. The given fields follow the compression field, or
+/// the first 40 bytes of a larger header.
 string MakeBmp(unsigned int headerSize, unsigned int bits, unsigned int compression, string const &fields,
                string const &palette, string const &pixels, bool topDown = false)
 {
@@ -435,7 +435,7 @@ TEST_F(ImageFiles, BmpOfEveryVersion)
         EXPECT_EQ(LoadBytes(bytes), nullptr) << &bytes - broken;
 }
 
-TEST_F(ImageFiles, DamagedFilesGiveNothing)
+TEST_F(ImageFiles, DamagedFilesAreRefused)
 {
     SignalOperationsManager const operations;
     Image<Sample32> image(e_format_A8R8G8B8, 5, 9);
@@ -448,7 +448,7 @@ TEST_F(ImageFiles, DamagedFilesGiveNothing)
         string const bytes = tests::ReadFile(directory_ / format);
         for (std::size_t length = 0; length < bytes.size(); ++length)
             ASSERT_EQ(LoadBytes(bytes.substr(0, length)), nullptr) << length;
-        // Whatever a header claims, the pixels come out of the bytes that are there.
+        // Whatever the header claims, the reader uses only the bytes that exist.
         auto const flip = [&](std::size_t begin, std::size_t end)
         {
             for (std::size_t bit = begin * 8; bit < end * 8; ++bit)
@@ -471,7 +471,7 @@ TEST_F(ImageFiles, HugeClaimsAreRefusedBeforePixelsAreReadInto)
     string jpeg = tests::ReadFile(directory_ / "jpeg");
     jpeg.replace(jpeg.find("\xFF\xC0") + 5, 4, "\x70\1\x70\1");
 
-    // A head of 28672 rows and columns in colours, its checksum, and the start of their samples.
+    // A header with 28672 rows and columns of colours, its checksum, and the start of the samples.
     string const png("\x89PNG\r\n\x1a\n\0\0\0\rIHDR\0\0\x70\0\0\0\x70\0\x08\2\0\0\0\xa6\xa3\x69\x9d\0\0\0\1IDAT\0", 42);
     string bmp = MakeBmp(40, 8, 1, "", string(1024, 'x'), string(2, '\1'));
     bmp.replace(18, 8, tests::NumberBytes(0x7000) + tests::NumberBytes(0x7000));

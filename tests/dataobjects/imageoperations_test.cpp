@@ -20,7 +20,7 @@ using tests::CountUp;
 using tests::ScriptedDialogs;
 using Texts = std::vector<string>;
 
-/// Where a flip reads each sample, in a volume; an image has one layer.
+/// Position from which a flip reads each sample of a volume; an image has one layer.
 using Places = std::function<unsigned int(unsigned int layer, unsigned int row, unsigned int column)>;
 
 Bytes Rearranged(VolumeBase const &volume, Places const &places)
@@ -58,7 +58,7 @@ TEST(VolumeOperations, FlipEachAxis)
             check(FlipRows, [&, n = rows](auto l, auto r, auto c) { return at(l, n - 1 - r, c); });
             check(FlipColumns, [&, n = columns](auto l, auto r, auto c) { return at(l, r, n - 1 - c); });
 
-            // Layers are images.
+            // A layer is an image.
             ImageBaseFromExternalStorageAdapter image(format);
             AutoPtr<VolumeBase> const volume(CloneVolume(*original)), expected(CloneVolume(*original));
             for (unsigned int layer = 0; layer < layers; ++layer)
@@ -120,7 +120,7 @@ TEST(VolumeOperations, CopyBlocksAndLayers)
     CopySamples3D(same, src, 0, 0, 0, 1, 0, 0, 0, 0, 0, false, false);
     EXPECT_EQ(BytesOf(same), (Bytes{0, 0, 0, 0, 0, 0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12}));
 
-    // Bytes are bytes.
+    // Copies of layers compare numbers of bytes, so other samples fit as well.
     Signal<Sample16> words(e_format_A8L8, 3);
     CopyToLayer(same, 0, CountUp(words, 40));
     CopyFromLayer(words, same, 2);

@@ -59,7 +59,7 @@ TEST_F(MipmapChains, HalveEachDimensionDownToOne)
         sizes.emplace_back(images.GetLevel(i).GetNumRows(), images.GetLevel(i).GetNumColumns());
     EXPECT_EQ(sizes, (std::vector<std::pair<unsigned int, unsigned int>>{{2, 8}, {1, 4}, {1, 2}, {1, 1}}));
 
-    // A chain that is built again drops what it had. Each level is resampled out of the one before it.
+    // Building a chain again drops the old levels. Each level is resampled from the level before it.
     auto const source = Make<Volume<Sample8>>(e_format_L8, 4, 1, 2);
     VolumeMipmapChain volumes(e_format_L8);
     for (unsigned int i = 0; i < 2; ++i)
@@ -76,7 +76,7 @@ TEST_F(MipmapChains, HalveEachDimensionDownToOne)
 
 TEST_F(MipmapChains, BorrowOrCopyTheSource)
 {
-    // There is no transfer between these two formats, and none is needed.
+    // These two formats have no transfer, and need none.
     auto const source = Make<Image<Sample16>>(e_format_A1R5G5B5, 4, 4);
     ImageMipmapChain borrowing(e_format_A1R5G5B5), copying(e_format_A1R5G5B5);
     ASSERT_TRUE(borrowing.Build(*source, false));

@@ -33,7 +33,7 @@ struct Place
     float weights[2];
 };
 
-/// The walk along one axis.
+/// Makes the walk along one axis.
 std::vector<Place> Walk(unsigned int n, unsigned int m)
 {
     std::vector<Place> places(n);
@@ -99,7 +99,7 @@ Process Packed()
                          LinearInterpolator3D_PackedSample4<P>>{};
 }
 
-/// One way to resample, in one to three dimensions, and what it does to a sample.
+/// A resampling mode in one to three dimensions, and its effect on a sample.
 struct Form
 {
     char const *name;
@@ -170,7 +170,7 @@ std::vector<Form> GetForms()
     return forms;
 }
 
-/// Sample after sample, by the definition.
+/// Resamples one sample after another, by the definition.
 void ResampleOneByOne(Form const &form, unsigned int dimensions, unsigned char *dst, Shape const &to,
                       unsigned char const *src, Shape const &from)
 {
@@ -205,7 +205,7 @@ void ResampleOneByOne(Form const &form, unsigned int dimensions, unsigned char *
 Bytes RandomBytes(std::size_t size, bool areFloats)
 {
     Bytes bytes = tests::RandomBytes(size);
-    // No infinities and none that are no numbers: whose bits come out of these is the compiler's choice.
+    // Without infinities and NaN: for those, the compiler decides which operand's bits survive.
     for (std::size_t i = 3; areFloats && i < size; ++i)
         bytes[i] &= 0xBF;
     return bytes;
@@ -236,8 +236,8 @@ void Run(Form const &form, unsigned int dimensions, unsigned char *dst, Shape co
     }
 }
 
-/// With each set of vector instructions that this machine has: the same bits as sample after sample, in a place at any
-/// alignment whose surroundings stay as they are.
+/// Checks, for each instruction set of this machine, that a block gets the same bits as one sample after another, at
+/// any alignment, and that the memory around it does not change.
 void ExpectSameBits(Form const &form, unsigned int dimensions, Shape const &to, Shape const &from)
 {
     unsigned int const size = sample_formats::ExtractByteSize(form.format);
@@ -278,7 +278,7 @@ TEST(Resampling, GivesTheBitsOfTheInterpolators)
             ExpectSameBits(form, 2, to, from);
         for (auto const &[to, from] : rooms)
             ExpectSameBits(form, 3, to, from);
-        // The steps of as many samples add up to 1.0006: the walk is carried past the last one.
+        // The steps of these samples add up to 1.0006, so the walk runs past the last sample.
         for (unsigned int const m : {3u, 1000u, 70001u})
             ExpectSameBits(form, 1, {1, 1, 70003}, {1, 1, m});
     }
@@ -294,11 +294,11 @@ TEST(Resampling, ReadsBetweenTheSamples)
     };
     std::copy_n(Bytes{0, 1, 2, 3}.data(), 4, src.GetSamplesB());
     EXPECT_EQ(resample(e_resample_nearest), (Bytes{0, 1, 2, 3}));
-    // At 0.4, 1.2, 2.0 and 2.8.
+    // The positions are 0.4, 1.2, 2.0 and 2.8.
     std::copy_n(Bytes{0, 100, 200, 50}.data(), 4, src.GetSamplesB());
     EXPECT_EQ(resample(e_resample_linear), (Bytes{40, 120, 200, 80}));
 
-    // One sample is both taps, whatever the weights.
+    // A single sample is both taps, with any weights.
     Volume<Sample8> from(e_format_L8, 1, 1, 1), to(e_format_L8, 1, 2, 3);
     *from.GetSamplesB() = 255;
     EXPECT_TRUE(Resample3D(to, from, e_resample_linear));
@@ -332,7 +332,7 @@ TEST(Resampling, AssertsInOrder)
     EXPECT_TRUE(Resample1D(noWords, noWords, e_resample_linear));
     EXPECT_EQ(dialogs.TakeTexts(), (Texts{noDst, noSrc, noDst, noSrc}));
 
-    // Where the sizes differ, nothing is written.
+    // If the sizes differ, nothing is written.
     Image<Sample32> colours(e_format_A8R8G8B8, 2, 2);
     Image<Sample8> bytes(e_format_L8, 2, 2);
     *bytes.GetSamplesB() = 5;

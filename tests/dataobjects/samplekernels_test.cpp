@@ -21,7 +21,7 @@ using tests::BytesOf;
 using tests::RandomBytes;
 using Copy = std::function<void(SignalBase &, SignalBase const &)>;
 
-/// A transfer as the one-element processors do it, element after element.
+/// Does a transfer with the one-element processors, element by element.
 template<typename Processor>
 Copy OneByOne(unsigned int dstOffset = 0, unsigned int srcOffset = 0)
 {
@@ -74,7 +74,7 @@ Pair const s_pairs[] = {
     {e_format_FP32NormL, e_format_L8, OneByOne<CopyConverter_UInt8_To_FP32Norm>()},
 };
 
-/// Runs a copy between two places of one block; what lies around the destination has to stay as it is.
+/// Runs a copy between two places of one block, and checks that the bytes around the destination stay the same.
 Bytes RunWithin(Bytes block, Pair const &pair, Copy const &copy, unsigned int count, std::size_t dstAt,
                 std::size_t srcAt)
 {
@@ -90,7 +90,7 @@ void Transfer(SignalBase &dst, SignalBase const &src)
     ASSERT_TRUE(TransferSamples1D(dst, src, false));
 }
 
-/// Every test runs with each set of vector instructions that this machine has.
+/// Each test runs with every instruction set of this machine.
 class SampleKernels : public testing::Test
 {
 protected:
@@ -148,7 +148,7 @@ TEST_F(SampleKernels, AgreeOnEveryColour)
         for (Pair const &pair : s_pairs)
         {
             bool const isColour = pair.src == e_format_X8R8G8B8 || pair.src == e_format_A8R8G8B8;
-            // Only luminance mixes the bytes; for the others a part of the colours has all that there is.
+            // Only luminance mixes the bytes; for the other transfers, a part of the colours covers all cases.
             bool const isLuminance = pair.dst != e_format_A4R4G4B4 && pair.dst != e_format_A1R5G5B5;
             if (isColour && (isLuminance || first == 5 * step))
                 ExpectSameBits(pair, colours);
@@ -162,7 +162,7 @@ TEST_F(SampleKernels, AgreeOnFloatsOfEveryKind)
                                      [](Pair const &candidate) { return candidate.src == e_format_FP32NormL; });
     ExpectSameBits(pair, RandomBytes(1 << 20));
 
-    // Around every step of the rounding, and around the ends of what 32 bits hold.
+    // Values around every rounding step, and around the limits of 32 bits.
     std::vector<float> values;
     for (int step = -600; step <= 1200; ++step)
         values.push_back((static_cast<float>(step) * 0.5f) / 255.0f);
@@ -177,7 +177,7 @@ TEST_F(SampleKernels, AgreeOnFloatsOfEveryKind)
 
 TEST_F(SampleKernels, AgreeOnBlocksThatGoPastTheCaches)
 {
-    // The destination begins within a line of the caches, and ends within one.
+    // The destination begins and ends inside a cache line.
     constexpr std::size_t dstByteSize = (std::size_t{8} << 20) + 1000, dstAt = 4, srcAt = dstByteSize + 65;
     Bytes const block = RandomBytes(srcAt + 4 * dstByteSize);
     for (Pair const &pair : s_pairs)
@@ -226,7 +226,7 @@ TEST_F(SampleKernels, LeaveBlocksThatOverlapToTheOneElementProcessors)
 
 TEST_F(SampleKernels, HaveCodeForVectorsOfThisMachine)
 {
-    // Without it the tests above would compare the plain loops with themselves.
+    // Without such code, the tests above would compare the plain loops with themselves.
     Bytes block(512);
     EXPECT_GT(RunSampleKernel(eSampleKernel::e_byteFromWordLow, block.data(), block.data() + 128, 128), 0u);
 }

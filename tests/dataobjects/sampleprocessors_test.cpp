@@ -56,7 +56,7 @@ TEST(SampleConverters, FloatsRoundAndWrap)
         EXPECT_FLOAT_EQ(FloatOfByte(static_cast<Byte>(byte)), static_cast<float>(byte) / 255);
         EXPECT_EQ(ByteOfFloat(FloatOfByte(static_cast<Byte>(byte))), byte);
     }
-    // A product with the nearest float below 1/255's double: not what a quotient would give.
+    // The definition multiplies by the float just below 1/255; a division would give other results.
     EXPECT_EQ(FloatOfByte(3), 3 * 0x1.010102p-8f);
 }
 
@@ -108,7 +108,7 @@ TEST(SampleConverters, PackedWordsCutOffAndSpread)
     }
 }
 
-TEST(SampleFills, TouchTheirBitsOnly)
+TEST(SampleFills, ChangeOnlyTheirBits)
 {
     Byte byte = 0xAB;
     Process_Fill1NibbleHigh(0xF3).Process(&byte);

@@ -24,8 +24,8 @@ constexpr eSampleFormat s_formats[] = {e_format_L8,       e_format_A8,        e_
                                        e_format_A4R4G4B4, e_format_A1R5G5B5,  e_format_X8R8G8B8,
                                        e_format_A8R8G8B8, e_format_FP32NormL, e_format_FP32NormA};
 
-/// One sample of each format, and what a destination sample of bytes 0xE0, 0xE1, 0xE2, 0xE3 becomes. The colour 10, 20,
-/// 30 (blue, green, red) has the luminance 21.85.
+/// One sample of each format, and the result in a destination sample that had the bytes 0xE0, 0xE1, 0xE2, 0xE3. The
+/// colour 10, 20, 30 (blue, green, red) has the luminance 21.85.
 struct Transfer
 {
     unsigned int dst, src;
@@ -77,7 +77,7 @@ constexpr Transfer s_transfers[] = {
     {FA, L8, {0}, {0, 0, 0, 0}},
 };
 
-/// A signal of equal samples.
+/// Makes a signal of equal samples.
 AutoPtr<SignalBase> MakeSignal(unsigned int format, unsigned int numSamples, std::array<int, 4> bytes)
 {
     AutoPtr<SignalBase> signal(ManufactureSignal(static_cast<eSampleFormat>(format), numSamples));
@@ -126,7 +126,7 @@ TEST_F(SampleTransfer, ResizesInTheShapeOfTheSource)
     Image<Sample8> image(e_format_A8, 0, 0);
     EXPECT_TRUE(TransferSamples2D(image, picture, true));
     EXPECT_TRUE(image.CheckDimensionMatch(picture));
-    // As a signal, a picture becomes one row.
+    // Converted to a signal, a picture becomes one row.
     EXPECT_TRUE(TransferSamples1D(image, Signal<Sample8>(e_format_L8, 4), true));
     EXPECT_TRUE(image.GetNumRows() == 1 && image.GetNumColumns() == 4);
 
@@ -174,7 +174,7 @@ TEST_F(SampleTransfer, ConversionChangesTheTagOfFourPairs)
         for (eSampleFormat const target : s_formats)
         {
             AutoPtr<SignalBase> const signal = MakeSignal(current, 2, {1, 2, 3, 4});
-            // Formats of bytes are alike, and formats of colours.
+            // Formats of bytes are compatible with each other, and so are formats of colours.
             std::pair const pair = std::minmax({unsigned{current}, unsigned{target}});
             bool const isPossible = current == target || pair == std::pair(L8, A8) || pair == std::pair(X8, ARGB);
             EXPECT_EQ(ConvertSamples(*signal, target), isPossible);
@@ -189,7 +189,7 @@ TEST_F(SampleTransfer, CopiesOfPartsCheckTheirOffsets)
     ScriptedDialogs dialogs;
     auto const bytes = [](unsigned int size, unsigned int count = 0)
     { return AutoPtr<SignalBase>(ManufactureSignal(UnknownSampleFormat(size), count)); };
-    // Containers without samples: what follows the assertions has nothing to work on, which the loop says as well.
+    // Containers without samples: after the assertions there is nothing to process, so the element loop asserts too.
     auto const texts = [&dialogs]
     {
         Texts shown = dialogs.TakeTexts();
@@ -220,7 +220,7 @@ TEST_F(SampleTransfer, CopiesOfPartsCheckTheirOffsets)
     EXPECT_EQ(texts(), (Texts{"Invalid destination-sample-size.", "Invalid source-sample-size."}));
 }
 
-TEST(SignalOperationsManagerSingleton, TellsWhenItIsThereTwiceOrNotAtAll)
+TEST(SignalOperationsManagerSingleton, AssertsWhenItExistsTwiceOrNotAtAll)
 {
     ScriptedDialogs dialogs;
     {

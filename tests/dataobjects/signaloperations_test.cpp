@@ -25,7 +25,7 @@ using tests::ScriptedDialogs;
 using Texts = std::vector<string>;
 using Work = std::function<void(SignalBase &)>;
 
-/// Bytes of which some are equal: thresholds and keys have to be met.
+/// Makes random bytes, some of them equal, so that thresholds and keys are hit.
 Bytes RandomBytes(std::size_t size)
 {
     Bytes bytes = tests::RandomBytes(size);
@@ -34,7 +34,7 @@ Bytes RandomBytes(std::size_t size)
     return bytes;
 }
 
-/// The work of a one-element processor at an offset of each sample.
+/// Applies a one-element processor at an offset in each sample.
 template<typename Processor>
 Work OneByOne(unsigned int offset, Processor processor)
 {
@@ -264,24 +264,24 @@ TEST(SignalOperations, AssertWhatDoesNotFitAndLeaveItAlone)
         EXPECT_EQ(dialogs.TakeTexts(), misuse.second) << &misuse - misuses;
         EXPECT_EQ(BytesOf(s), before) << &misuse - misuses;
     }
-    // A format of the same size is told of, and copied all the same.
+    // A different format of the same size is reported, and copied nevertheless.
     CopySamples1D(other, s, 0, 0, 0);
     EXPECT_EQ(dialogs.TakeTexts(), Texts{"Sample-format mismatch."});
     EXPECT_EQ(BytesOf(other), before);
-    // As is a gradient that ends before its start: it has one sample.
+    // The same is true of a gradient that ends before its start: it has one sample.
     EXPECT_TRUE(GradientFill(s, black, black, 2, 0));
     EXPECT_EQ(dialogs.TakeTexts(), Texts{"End-index preceds start-index."});
     EXPECT_EQ(BytesOf(s), (Bytes{0, 1, 2, 3, 4, 5, 6, 7, 0, 0, 0, 0}));
 }
 
-/// What one sample of bytes 0xA5 becomes; an empty string where the format has no such channel.
+/// Result of a fill for a sample of bytes 0xA5; empty when the format has no such channel.
 struct Fill
 {
     eSampleFormat format;
     char const *luminance, *alpha, *red, *green, *blue, *rgb, *argb;
 };
 
-// Values: alone 0xC8, as a colour red 0x11, green 0x92, blue 0x53, alpha 0x74.
+// Values: 0xC8 for a single channel; red 0x11, green 0x92, blue 0x53, alpha 0x74 for colours.
 constexpr Fill s_fills[] = {
     {e_format_L8, "\xC8", "", "", "", "", "", ""},
     {e_format_A8, "", "\xC8", "", "", "", "", ""},
@@ -319,7 +319,7 @@ TEST(SignalOperations, FillTheChannelsThatTheFormatHas)
         check(fill.format, fill.argb, Fill_ARGB, colour);
     }
     check(e_format_A1R5G5B5, "\xA5\x25", Fill_Alpha, static_cast<unsigned char>(100));
-    // Big ones are written past the caches.
+    // Large blocks are written past the caches.
     Signal<Sample32> big(e_format_A8R8G8B8, (2u << 20) + 77);
     EXPECT_TRUE(Fill_ARGB(big, colour));
     Bytes expected;
@@ -362,7 +362,7 @@ TEST(SignalOperations, GradientStopsOneStepShort)
     EXPECT_TRUE(GradientFill(luminance, black, white, 0, 3));
     EXPECT_TRUE(GradientFill(luminance, white, black, 4, 4));
     EXPECT_EQ(BytesOf(luminance), (Bytes{0, 63, 127, 191, 255}));
-    // Steps are added up, not multiplied.
+    // The gradient adds its step again and again instead of multiplying it.
     Signal<Sample32> fine(e_format_A8R8G8B8, 255);
     EXPECT_TRUE(GradientFill(fine, black, white, 0, 254));
     float sum = 0;

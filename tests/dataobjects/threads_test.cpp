@@ -1,4 +1,4 @@
-// Threads that load, save, print and profile at one time; worth most under the thread sanitizer.
+// Threads that load, save, print and profile at the same time; most useful under the thread sanitizer.
 #include <quillmarsh/basetools/profiler.h>
 #include <quillmarsh/basetools/serializer_parameters.h>
 #include <quillmarsh/basetools/sharedoutputstream.h>
@@ -70,7 +70,7 @@ public:
     static constexpr int s_numTurns = 20;
 
 private:
-    /// What a package of either byte order says of itself is in that order.
+    /// Saves and loads a package, whose fields must be in the package's own byte order.
     bool KeepsPackages()
     {
         if (!SaveImage(image_, name_, "QMDP", &params_))

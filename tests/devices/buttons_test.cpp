@@ -1,4 +1,4 @@
-// Keyboard, mouse and game controller: states with their edges, in both modes.
+// Keyboard, mouse and game controller: states and edges, in both sampling modes.
 #include <quillmarsh/devices/gamecontroller.h>
 #include <quillmarsh/devices/keyboard.h>
 #include <quillmarsh/devices/mouse.h>
@@ -91,7 +91,7 @@ public:
     TestKernel kernel;
     ControllerDevice<Controller> device;
 
-    /// Samples once, with the first and the last button that all controllers have pressed, or with none.
+    /// Samples once, with the first and the last common button pressed, or with none.
     void Sample(bool isPressed)
     {
         device.Sample(
@@ -251,7 +251,7 @@ TEST(Mouse, MovesPerSampleOrAddsUpForARead)
 
     mouse.ResetDelta(3, 4);
     EXPECT_EQ(mouse.Readings(), (std::vector<int>{10, 20, -3, 4, 0}));
-    // What nobody reads may wrap, but nothing breaks.
+    // Counts that nobody reads may wrap without harm.
     mouse.ResetDelta(std::numeric_limits<int>::min(), std::numeric_limits<int>::max());
     mouse.AccumDelta(1, 1);
 }
@@ -320,7 +320,7 @@ TEST(Mouse, AcceleratesByLevel)
     EXPECT_TRUE(first == 3.0f && second == 8.0f);
 }
 
-TEST(GameController, KeepsPropertiesInRangeAndTellsOfEach)
+TEST(GameController, KeepsPropertiesInRangeAndReportsEach)
 {
     using Axis = GameController::eAxis;
     TestGameController controller;
@@ -375,7 +375,7 @@ TEST(GameController, ReversesWhenItWritesAndRestsInTheCentre)
     EXPECT_TRUE(controller.IsSliderReversed(7)) << "modifiers stay";
 }
 
-TEST(ButtonDevices, DumpWhatTheyCanDo)
+TEST(ButtonDevices, DumpTheirCapabilities)
 {
     EXPECT_EQ(DumpText(TestKeyboard(true)), "\tIsSystemKeyboard: true\n");
     EXPECT_EQ(DumpText(TestMouse(false)), "\tIsSystemMouse: false\n");

@@ -1,4 +1,4 @@
-// Glove and the static gestures that it makes.
+// Glove and its static gestures.
 #include <quillmarsh/devices/staticgestures.h>
 
 #include "tests/support/controller_device.h"
@@ -25,7 +25,7 @@ public:
     using Glove::SetFlexure;
     using Glove::SetRawValue;
 
-    /// Normalized flexure after a sample with the flexure.
+    /// Returns the normalized flexure after a sample with this flexure.
     float Show(eGloveSensor sensor, float flexure)
     {
         SetFlexure(sensor, flexure);
@@ -33,7 +33,7 @@ public:
         PostSampleUpdate();
         return GetNormalizedFlexure(sensor);
     }
-    /// From now on normalized flexures are flexures.
+    /// Makes normalized flexures equal to flexures.
     void LearnFullRange()
     {
         for (unsigned int i = 0; i < s_numSensors; ++i)
@@ -106,7 +106,7 @@ TEST(Glove, MapsFlexuresToAngles)
     EXPECT_EQ(glove.GetAngle(PinkyJointOuter), 61.0f);
 }
 
-TEST(Glove, DumpsWhatItCanDo)
+TEST(Glove, DumpsItsCapabilities)
 {
     TestGlove glove;
     glove.ReportHardwareCaps_Measurement(true);
@@ -137,7 +137,7 @@ TEST(StandardGestures, AreRecognisedInTheirOrder)
     EXPECT_EQ(ListActive(analyzer, glove), "Stop FlatHand RollLeft PitchUp ") << "at rest";
     glove.LearnFullRange();
 
-    // Thumb to pinky, 0 for stretched to 9 for flexed.
+    // Digits for thumb to pinky: 0 is stretched, 9 is flexed.
     std::pair<char const *, char const *> const hands[] = {
         {"99999", "Grab Fist "},   {"00000", "Stop FlatHand "}, {"09999", "ThumbUp Fist "}, {"59999", "Fist "},
         {"50000", "FlatHand "},    {"90999", "IndexPoint "},    {"09000", "NotIndex "},     {"50099", "DoublePoint "},
@@ -170,7 +170,7 @@ TEST(GestureAnalyzer, DividesFlexuresIntoBands)
     glove.LearnFullRange();
     GestureAnalyzer analyzer;
     Thresholds thresholds;
-    // Bands that hold, by flexure: unflexed, partly, flexed, below and above centre, and one that there is not.
+    // Active bands for each flexure: unflexed, partly flexed, flexed, below and above centre, and an unknown band.
     auto const holds = [&](float flexure)
     {
         analyzer.SetThresholds(thresholds);
@@ -219,7 +219,7 @@ TEST(Gesture, HoldsOneConditionForEachSensor)
     EXPECT_EQ(Condition().flexure, PartlyFlexed);
 }
 
-TEST(GestureAnalyzer, KeepsIdsUniqueAndStartsAnewWithEachChange)
+TEST(GestureAnalyzer, KeepsIdsUniqueAndRestartsAfterEachChange)
 {
     TestGlove const glove;
     GestureAnalyzer analyzer;
@@ -235,7 +235,7 @@ TEST(GestureAnalyzer, KeepsIdsUniqueAndStartsAnewWithEachChange)
     EXPECT_EQ(analyzer.GetFirstActiveGesture(glove)->GetName(), "FlatHand");
     analyzer.SetThresholds(Thresholds());
     EXPECT_EQ(analyzer.GetNextActiveGesture(glove)->GetName(), "RollLeft");
-    // A gesture of the list itself goes to the end.
+    // A gesture that is in the list already moves to the end.
     analyzer.Register(*analyzer.FindRegisteredGesture(4));
     EXPECT_EQ(ListActive(analyzer, glove), "RollLeft PitchUp Always Always FlatHand ");
     analyzer.Unregister("Always");

@@ -1,4 +1,4 @@
-// What accessors do behind an assertion that was ignored: nothing is read or written out of range.
+// After an ignored assertion, accessors neither read nor write out of range.
 #include <quillmarsh/basetools/commandlineparser.h>
 #include <quillmarsh/basetools/consolebuffers.h>
 #include <quillmarsh/basetools/elementprocessors.h>
@@ -24,7 +24,7 @@ constexpr char const *s_szPastEnd = "Index out of range.";
 constexpr char const *s_szNull = "Invalid argument.";
 constexpr char const *s_szNoDevice = "Parent-HID not set for HIDController: ";
 
-/// Keyboard without a device.
+/// A keyboard without a device.
 class LonelyKeyboard : public Keyboard
 {
 public:
@@ -34,7 +34,7 @@ public:
     using Keyboard::SetKeyPressed;
 };
 
-/// Counts what it is given.
+/// Counts the elements that it processes.
 class CountingProcessor final : public element_processors::ElementProcessorInplace<unsigned char>
 {
 public:
@@ -46,7 +46,7 @@ struct Access
 {
     char const *name;
     char const *message;
-    /// Gives what it got in a few letters.
+    /// Returns the result in a few letters.
     string (*get)();
     char const *expected;
 };

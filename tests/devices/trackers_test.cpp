@@ -24,7 +24,7 @@ public:
     using OrientationTracker::ReportHardwareCaps_SamplingMode;
     using OrientationTracker::SetOrientation;
 
-    /// The axes as the columns of a matrix.
+    /// Returns the axes as the columns of a matrix.
     mat3 Corrected() const
     {
         mat3 axes;
@@ -145,7 +145,7 @@ TEST(OrientationTracker, TakesOrientationsInFourForms)
     EXPECT_TRUE(IsNear(tracker.Raw(), Euler(14.0362435f, 17.9202044f, 10.0f), s_tolerance));
     EXPECT_EQ(tracker.RawQuaternion(), orientation) << "untouched";
 
-    // The axes are trusted, so these are not made orthogonal.
+    // The tracker does not check the axes, so these stay not orthogonal.
     tracker.SetOrientation(vec3(0.0f, 5.0f, 0.0f), vec3(0.0f, 3.0f, 4.0f));
     EXPECT_TRUE(IsNear(tracker.Raw().Column1(), vec3::UNIT_Y));
     EXPECT_TRUE(IsNear(tracker.Raw().Column2(), vec3(0.0f, 0.6f, 0.8f)));
@@ -235,7 +235,7 @@ TEST(PositionTracker, ReversesThenTransforms)
     EXPECT_TRUE(tracker.ResetY());
 }
 
-TEST(Trackers, DumpWhatTheyCanDo)
+TEST(Trackers, DumpTheirCapabilities)
 {
     TestOrientationTracker orientation;
     orientation.ReportHardwareCaps_ResetControls(true, false, false, true);

@@ -16,7 +16,7 @@ namespace quillmarsh
 namespace
 {
 
-/// All commands of a framework program, with a few variables.
+/// A program with all commands of the framework, and a few variables.
 class CommandTables : public testing::Test
 {
 protected:
@@ -29,7 +29,7 @@ protected:
         framework_commands::CreateAndRegisterAllCommands(*interpreter, nullptr, 0, 0);
     }
 
-    /// Mistake of a line, without the command's name and the way to its help.
+    /// Returns the mistake in a line, without the command's name and the hint to its help.
     string FindMistake(string const &line)
     {
         CommandLineParser parser;
@@ -96,7 +96,7 @@ TEST_F(CommandTables, FindTheFirstMistakeOfALine)
         EXPECT_EQ(FindMistake(line), mistake) << line;
 }
 
-/// A command of a program, in its own words.
+/// A command of a program, with options of its own.
 class SowCmd : public TableCommand
 {
 public:

@@ -2,7 +2,7 @@
 #include <quillmarsh/framework/directinputproxy.h>
 #include <quillmarsh/framework/hiddriver.h>
 
-// The complete record, wherever the system has it.
+// The full definition of the record, from the system's header on Windows.
 #include "source/platform/directinput.h"
 
 #include "tests/support/test_kernel.h"
@@ -49,7 +49,7 @@ DIDEVICEINSTANCEA MakeInstance(unsigned int type)
     instance.guidProduct = win_utils::Guid(UID(2, 0, 0, 0));
     instance.dwDevType = type;
     std::strcpy(instance.tszInstanceName, "stick");
-    // A name without an end mark.
+    // A name without a terminating zero.
     std::memset(instance.tszProductName, 'x', sizeof(instance.tszProductName));
     return instance;
 }

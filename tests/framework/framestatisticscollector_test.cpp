@@ -34,7 +34,7 @@ TEST_F(FrameStatistics, HistoryCountsTheFramesOfItsInterval)
     RunFrames(8, 0.25);
     EXPECT_DOUBLE_EQ(stats.GetFrameRateSmooth(), 4);
     RunFrames(1, 0.125);
-    // Stamps of the last second: 3 at 0.25, the newest at 0.125.
+    // Time stamps of the last second: 3 frames at 0.25, the newest at 0.125.
     EXPECT_DOUBLE_EQ(stats.GetFrameRateSmooth(), 4 / 0.875 * 0.875 / 0.875 * (4 - 0.0) / 4);
     RunFrames(1, 20);
     EXPECT_EQ(stats.GetFrameRateSmooth(), 0);

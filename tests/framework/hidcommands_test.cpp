@@ -52,7 +52,7 @@ public:
         this->DeviceInfo().SetDeviceDescription(description);
         this->DeviceInfo().SetCanUseDirectInput(true);
     }
-    // Before this class is gone, which the thread calls into.
+    // Stops the thread before the destructor ends, because the thread calls this class.
     ~TestDevice() override { this->StopAsyncSampling(); }
 };
 

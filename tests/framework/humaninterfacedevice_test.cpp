@@ -94,18 +94,18 @@ public:
     double ratesAtStop = -1;
 };
 
-/// Lets a sampling thread into its samples one by one.
+/// Lets a sampling thread take its samples one by one.
 class Turnstile
 {
 public:
-    /// On the sampling thread.
+    /// Called on the sampling thread.
     void Pass()
     {
         ++numAtGate_;
         while (numLetIn_ < numAtGate_)
             std::this_thread::yield();
     }
-    /// Lets the next sample in, and comes back when the thread stands before the one behind it.
+    /// Allows the next sample, and returns when the thread waits for the one after it.
     bool LetOneIn()
     {
         unsigned int const number = ++numLetIn_;
@@ -175,7 +175,7 @@ TEST_F(HumanInterfaceDeviceTest, LockIsAFlagAndTellsTheControllersInOrder)
     EXPECT_FALSE(device.IsSampledDataLocked());
     device.UnlockSampledData();
     EXPECT_EQ("+A+B-A-B", device.journal);
-    // Nothing is held: the thread gets in.
+    // No lock is held, so the thread can sample.
     device.StartAsyncSampling();
     EXPECT_TRUE(WaitUntil([this] { return device.numSamples > 1; }));
 }
@@ -242,7 +242,7 @@ TEST_F(HumanInterfaceDeviceTest, AveragesBeginWithTheWantedRate)
     double const firstTime = device.GetAverageSamplingTime();
     EXPECT_GT(firstTime, 0.0);
 
-    // A new target counts from the pass after the one that is under way.
+    // A new target rate counts from the next pass on.
     device.SetMaxSampleRate(200.0);
     ASSERT_TRUE(turnstile.LetOneIn());
     ASSERT_TRUE(turnstile.LetOneIn());

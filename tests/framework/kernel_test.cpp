@@ -29,7 +29,7 @@ class TestApplication : public Application
 {
 };
 
-TEST(Kernel, IsThereOnce)
+TEST(Kernel, IsASingleton)
 {
     ScriptedDialogs dialogs(platform::eDialogAnswer::e_retry);
     EXPECT_EQ(nullptr, Kernel::InstancePtr());
@@ -43,7 +43,7 @@ TEST(Kernel, IsThereOnce)
             TestKernel second;
             EXPECT_EQ(&second, Kernel::InstancePtr());
         }
-        // The second one has taken the place with it.
+        // The end of the second kernel has left no instance.
     }
     EXPECT_EQ((Texts{"Kernel singleton is not created.", "Kernel singleton already created.",
                      "Destructing non-existent Kernel singleton."}),
@@ -106,7 +106,7 @@ TEST(Kernel, ThreadsPrintAndProfileAtOneTime)
     EXPECT_EQ(console.Count("AutoResetThreshold..............: 0\n"), numThreads);
 }
 
-TEST(Kernel, ApplicationHasToBeThere)
+TEST(Kernel, NeedsAnApplication)
 {
     TestKernel kernel;
     TestApplication application;
@@ -199,7 +199,7 @@ TEST(KernelThreadInfo, DumpsEachField)
               DumpText(info, 0));
 }
 
-/// The bools of a description in field order, as digits.
+/// Returns the flags of a description in the order of their fields, as digits.
 string Digits(FailureDesc const &desc)
 {
     string digits;

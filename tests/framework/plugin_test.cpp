@@ -61,7 +61,7 @@ TEST(PluginInfo, ComparesEveryField)
         EXPECT_TRUE(make(field) != make(7)) << field;
 }
 
-TEST(PluginDescriptor, ForcesTypeAndHandsItsIdentityOver)
+TEST(PluginDescriptor, ForcesTypeAndPassesItsIdentityOn)
 {
     TestDescriptor descriptor;
     EXPECT_EQ(e_plugin_generic_extension, descriptor.GetPluginInfo().GetPluginType());
@@ -77,7 +77,7 @@ TEST(PluginDescriptor, ForcesTypeAndHandsItsIdentityOver)
     EXPECT_EQ(nullptr, descriptor.CreateAndSetupPlugin());
 }
 
-TEST(Plugin, KnowsNoIdentityByItself)
+TEST(Plugin, HasNoIdentityByItself)
 {
     tests::ScriptedDialogs dialogs;
     TestDescriptor descriptor;
@@ -109,7 +109,7 @@ TEST(LibWrapperDXErr8, AnswersWhileAFunctionIsSet)
 } // namespace
 } // namespace quillmarsh
 
-// What a plug-in library writes, outside of any name space.
+// The macro that a plug-in library uses outside of any name space.
 QUILLMARSH_PLUGIN_LIBRARY(quillmarsh::TestDescriptor)
 
 namespace quillmarsh

@@ -17,13 +17,13 @@ namespace
 
 using tests::ScriptedDialogs;
 
-/// Echoes the line that it is run with.
+/// Echoes its command line.
 class EchoCmd : public Command
 {
 public:
     static constexpr char const *s_szDefaultName = "echo";
 
-    /// What commands share counts those that are alive.
+    /// The use count of the shared object is the number of living commands.
     explicit EchoCmd(string const &name = s_szDefaultName, bool developerModeOnly = false,
                      std::shared_ptr<int> shared = nullptr)
         : shared_(std::move(shared))
@@ -51,7 +51,7 @@ class StdInterpreter : public testing::Test
 protected:
     StdInterpreter() { kernel.consoleBuffers = &buffers; }
 
-    /// Output of a line, with the types of its text, and its result at the end.
+    /// Returns the output of a line with the types of its text, and the result at the end.
     string Run(string const &line)
     {
         ConsoleOutputBuffer output(100000);
@@ -233,7 +233,7 @@ TEST_F(StdInterpreter, RegistersKeepTheirCommands)
     EXPECT_EQ(Get().GetExternalCommand("same"), first);
     EXPECT_NE(Get().GetCommand("help"), Get().GetExternalCommand("help"));
 
-    // A new name counts at once, in the place that the command has.
+    // A new name has an effect at once; the command keeps its place in the list.
     Get().GetExternalCommand("zz")->SetName("aa");
     EXPECT_EQ(Get().GetExternalCommand(3u), Get().FindExternalCommand("aa"));
     EXPECT_EQ(Get().FindExternalCommand("zz"), nullptr);
@@ -379,7 +379,7 @@ TEST_F(StdInterpreter, ConsoleBuffersAndHistoryCommands)
     EXPECT_EQ(Run("console-buffers -clear-output"), "Console-buffers not hooked to interpreter.\ntrue");
 }
 
-TEST_F(StdInterpreter, HostileLinesAreJustLines)
+TEST_F(StdInterpreter, AcceptsHostileLines)
 {
     Get().RegisterExternalCommand(new EchoCmd);
     Get().RegisterAlias("e", "echo");

@@ -8,7 +8,7 @@ namespace quillmarsh::tests
 namespace
 {
 
-/// Whether a text has a beginning, and a reason behind it on the same line.
+/// True when a text begins like this, and a reason follows on the same line.
 bool TellsWhy(string const &text, string const &beginning)
 {
     std::size_t const at = text.find(beginning);

@@ -15,7 +15,7 @@ namespace
 
 using std::string;
 
-/// What tracer and test driver wrote down of the devices, and of what became of the run; frames are left out.
+/// Returns the records of tracer and test driver about the devices and the result of the run, without the frames.
 string RunWithDriver(std::vector<std::pair<string, string>> settings, HostResult &result, string const &input = "",
                      std::vector<string> arguments = {"--frames", "4"})
 {
@@ -49,7 +49,7 @@ string MakeDown(string const &samples)
     return "Disconnect;DisconnectDevice ball " + samples + ";~ball;CloseDriver;~TestDriver;";
 }
 
-TEST(HostDevices, AreWalkedUpSampledInEachFrameAndWalkedDown)
+TEST(HostDevices, AreStartedSampledInEachFrameAndShutDown)
 {
     HostResult result;
     EXPECT_EQ(MakeUp("0") + MakeDown("4"), RunWithDriver({}, result));
@@ -86,7 +86,7 @@ TEST(HostDevices, SampleOnTheirThreads)
     EXPECT_NE(string::npos, log.Read().find("Stoping async-sampling on hid: 1\n"));
 }
 
-TEST(HostDevices, ThatFailAreLeftOutWithAWordAboutIt)
+TEST(HostDevices, ThatFailAreLeftOutWithAMessage)
 {
     std::tuple<char const *, char const *, char const *> const cases[] = {
         {"OpenDriver 0 3", "The device driver 'testdriver' is left out: ApplicationException: asked to fail", ""},
@@ -107,7 +107,7 @@ TEST(HostDevices, ThatFailAreLeftOutWithAWordAboutIt)
     }
 }
 
-/// Without the geometry that was told before, which a display may tell any number of times, and the number of samples.
+/// Removes repeated geometry, which a display may send any number of times, and the number of samples.
 string Tidy(string const &trace)
 {
     static constexpr char s_szGeometry[] = "OnAppWindowGeometryChanged";
@@ -125,7 +125,7 @@ string Tidy(string const &trace)
     return tidy;
 }
 
-TEST(HostDevices, HearOfAWindowFromWhenItStandsUntilItGoes)
+TEST(HostDevices, GetEventsOfAWindowFromOpenToClose)
 {
     VirtualDisplay const display;
     if (display.GetName().empty())

@@ -25,7 +25,7 @@ string ReadSource(string const &name)
     return {std::istreambuf_iterator<char>(file), {}};
 }
 
-/// The hooks that the tracer wrote down, joined by ";", with each whole frame as "frame".
+/// Returns the hooks that the tracer recorded, joined by ";", with each complete frame as "frame".
 string RunTracer(std::vector<std::pair<string, string>> settings, HostResult &result, string const &input = "",
                  std::vector<string> arguments = {"--frames", "2"})
 {
@@ -281,7 +281,7 @@ TEST(Host, WritesItsLog)
     EXPECT_TRUE(complains || !std::filesystem::exists("/dev/full"));
 }
 
-TEST(Host, ReadmesOfPluginsShowWhatIsBuilt)
+TEST(Host, DocumentationShowsTheSourcesThatAreBuilt)
 {
     for (auto const &[page, source] : {std::pair("docs/writing-a-plugin.md", "plugins/template/template.cpp"),
                                        std::pair("docs/writing-a-driver.md", "examples/driver/driftmouse.cpp")})

@@ -66,8 +66,8 @@ TEST(Terminal, KeepsPromptAndTextOfOtherThreadsApart)
         EXPECT_TRUE(host.Enter("\003", {"^C\r\nquillmarsh> "}));
         host.Send("\003");
         EXPECT_EQ(0, host.Wait()) << host.GetShown();
-        // Behind each line of the other thread stands another one, the prompt, or the escape that takes it away. Until
-        // the editor stands again, the terminal itself shows what is typed.
+        // After each line of the other thread comes another line, the prompt, or the escape sequence that removes the
+        // prompt. Until the editor has started again, the terminal itself echoes the keys.
         string const shown = host.GetShown();
         std::size_t const editor = shown.find("quillmarsh> ", shown.find("talk"));
         EXPECT_EQ(string::npos, shown.find("quillmarsh> <", editor));
@@ -82,7 +82,7 @@ TEST(Terminal, ShowsDialogsWhileTheEditorIsOpen)
     EXPECT_TRUE(host.Enter("crash -assert\r",
                            {"! Forced assert by crash-command.", "[A]bort, [R]etry, [I]gnore, or Enter for Abort? "}));
     EXPECT_TRUE(host.Enter("i", {"Ignore\r\n", "workbench> "}));
-    // Words and keys of the cursor that are no answer, whatever letters are in them.
+    // Words and cursor keys are no answers, whatever letters they contain.
     EXPECT_TRUE(host.Enter("crash -verify\r", {"or Enter for Abort? "}));
     EXPECT_TRUE(host.Enter("no way\r", {"\r\n[A]bort, [R]etry, [I]gnore, or Enter for Abort? "}));
     EXPECT_TRUE(host.Enter("\033[A\r", {"\r\n[A]bort, [R]etry, [I]gnore, or Enter for Abort? "}));

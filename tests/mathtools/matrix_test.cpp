@@ -133,7 +133,7 @@ TEST(Matrix, BoundariesOfInversionDiffer)
     EXPECT_TRUE(fails4(boundary));
 }
 
-/// Elimination as a textbook has it, with a row exchange for each column.
+/// Inverts by elimination as in a textbook, with a row exchange for each column.
 mat4 InvertSlowly(mat4 source)
 {
     mat4 result = mat4::IDENTITY;

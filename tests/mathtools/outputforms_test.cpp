@@ -21,7 +21,7 @@ string Print(NumberSequenceBoundOutputForm const &bound)
     return out.str();
 }
 
-TEST(Color, BytesSurviveTheWayToFloatsAndBack)
+TEST(Color, BytesSurviveConversionToFloatsAndBack)
 {
     for (int i = 0; i < 256; ++i)
     {
@@ -40,7 +40,7 @@ TEST(Color, FloatsAreTruncatedToTheirLowByte)
         EXPECT_EQ(color4b(color4f(0.0f, channel, 0.0f, 0.0f)).g, byte) << channel;
 }
 
-TEST(Color, ArithmeticCountsAlphaIn)
+TEST(Color, ArithmeticIncludesAlpha)
 {
     color4f const a(0.5f, 1.0f, 2.0f, 4.0f);
     EXPECT_EQ(a + a, a * 2.0f);
@@ -84,7 +84,7 @@ TEST(OutputForms, CountsAtTheEdge)
     float const values[] = {1.0f, 2.0f, 3.0f};
     EXPECT_EQ(Print(NumberSequenceBoundOutputForm_float(form, values, 2, 0)), "[1][2]");
     EXPECT_EQ(Print(NumberSequenceBoundOutputForm_float(form, values, 0, 3)), "");
-    // A row that breaks off is not closed.
+    // An incomplete row has no closing bracket.
     EXPECT_EQ(Print(NumberSequenceBoundOutputForm_float(form, values, 3, 2)), "[1, 2][3");
 }
 

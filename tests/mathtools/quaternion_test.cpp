@@ -14,7 +14,7 @@ using tests::MakeRandom;
 
 TEST(Quaternion, ProductHasTheBitsOfItsFormula)
 {
-    // i j = k and so on, evaluated by the compiler.
+    // i j = k and the other products, evaluated by the compiler.
     constexpr quat i(1.0f, 0.0f, 0.0f, 0.0f);
     constexpr quat j(0.0f, 1.0f, 0.0f, 0.0f);
     constexpr quat k(0.0f, 0.0f, 1.0f, 0.0f);
@@ -114,7 +114,7 @@ TEST(Quaternion, FromMatrixTakesTheEarlierBranchOnATie)
         {{0.0f, half, -half}, {0.0f, half, -half, 0.0f}}, {{-half, 0.0f, half}, {half, 0.0f, -half, 0.0f}}};
     for (HalfTurn const &turn : turns)
     {
-        // Exact but for the axis: twice the dyadic product, minus the identity.
+        // Exact except for the axis: twice the dyadic product, minus the identity.
         auto const row = [&](float component, vec3 const &unit)
         { return (turn.axis * (2.0f * component)).NoiseFiltered() - unit; };
         mat3 m(row(turn.axis.x, vec3::UNIT_X), row(turn.axis.y, vec3::UNIT_Y), row(turn.axis.z, vec3::UNIT_Z));

@@ -42,7 +42,7 @@ TEST(Transforms, UnitAxisMatrixTurnsAsTheVectorDoes)
     }
 }
 
-/// Checks that the four forms of a generator differ by transposition and by the identity around the block only.
+/// Checks that the four forms of a generator differ only by transposition and by the identity around the block.
 template<typename MV3, typename VM3, typename MV4, typename VM4>
 void ExpectForms(MV3 generateMV3, VM3 generateVM3, MV4 generateMV4, VM4 generateVM4)
 {
@@ -120,7 +120,7 @@ TEST(Transforms, EulerAnglesComposeAndComeBack)
 
 TEST(Transforms, EulerAnglesAtThePolesHaveNoRoll)
 {
-    // Both turns go about one axis there, and the first angle stands for both.
+    // At the poles both turns have the same axis, and the first angle is the sum of both.
     mat4 m;
     vec3 back;
     for (float const sign : {1.0f, -1.0f})

@@ -2,7 +2,7 @@
 
 #include "tests/support/math_values.h"
 
-// The headers of the types come to terms with the macro of their constant, whatever is included after them.
+// The constants also work after headers that define macros of the same names.
 #include <math.h>
 
 namespace quillmarsh
@@ -13,7 +13,7 @@ namespace
 using tests::IsNear;
 using tests::MakeRandom;
 
-// Constants are there before any constructor of another file runs, and arithmetic works in constant expressions.
+// Constants are initialised before any constructor of another file runs, and arithmetic works in constant expressions.
 static_assert(vec3::ONE * vec3(1.0f, 2.0f, 4.0f) / 2.0f - vec3::UNIT_X == vec3(-0.5f, 1.0f, 2.0f));
 static_assert(vec4::UNIT_W.HasZeroComponent() && !vec4::ONE.HasZeroComponent() && vec2::ZERO.IsZero());
 static_assert(vec3(vec2(1.0f, 2.0f)) == vec3(1.0f, 2.0f, 0.0f));
@@ -48,7 +48,7 @@ TYPED_TEST(EveryVector, FormsOfAnOperationAgreeComponentByComponent)
         EXPECT_EQ(T(a).Div(3.0f)[i], a[i] / 3.0f);
         EXPECT_EQ(T().Neg(a)[i], -a[i]);
     }
-    // An operand may be the target.
+    // An operand may also be the result.
     EXPECT_EQ(T(a).Sub(b).Neg(), b - a);
     EXPECT_EQ(sum.Add(sum, sum), (a + b) * 2.0f);
 }

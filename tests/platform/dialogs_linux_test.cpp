@@ -1,4 +1,4 @@
-// The system's own dialogs without a display: on a terminal, and without one.
+// The system's own dialogs without a display: with a terminal, and without one.
 #include "source/platform/dialogs.h"
 #include "tests/support/process_linux.h"
 
@@ -22,7 +22,7 @@ DialogRequest MakeAssertDialog()
     return {eDialogButtons::e_abortRetryIgnore, eDialogAnswer::e_retry, "Assert Failed", "@ a.cpp(1)\n! Broken"};
 }
 
-/// Makes the terminal what a line editor makes of it.
+/// Sets the terminal as a line editor does.
 termios MakeRaw()
 {
     termios modes{};
@@ -48,7 +48,7 @@ termios MakeRaw()
     _exit(isKept ? static_cast<int>(answer) : s_modesChanged);
 }
 
-/// Reads until the text ends as wanted, or nothing more comes.
+/// Reads until the text ends with `end`, or no more text arrives.
 string ReadUntil(int descriptor, string const &end)
 {
     string text;
@@ -91,7 +91,7 @@ TEST(TerminalDialog, TakesOneKeyForAButton)
         {"R", eDialogAnswer::e_retry},
         {"\r", eDialogAnswer::e_retry},
         {"\x04", eDialogAnswer::e_retry},
-        // What is typed with a mistake is none of the answers, whatever its letters are.
+        // Mistyped input is no answer, whatever letters it contains.
         {"no way\ri", eDialogAnswer::e_ignore},
         {"\x1b[A\r\r", eDialogAnswer::e_retry},
     };

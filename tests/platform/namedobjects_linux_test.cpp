@@ -1,4 +1,4 @@
-// Events and flags that processes share, also when one of them dies.
+// Events and flags that processes share, even when one of them dies.
 #include <quillmarsh/basetools/syncprimitives.h>
 
 #include <gtest/gtest.h>
@@ -22,7 +22,7 @@ string MakeName(string const &stem)
     return "quillmarsh-test-" + stem + std::to_string(getpid());
 }
 
-/// A process that does its work, says so, and stays until it is killed.
+/// A process that does its work, reports that, and waits until it is killed.
 class OtherProcess : NoCopy
 {
 public:
@@ -113,7 +113,7 @@ TEST(NamedObjects, EventOfACrashedProcessLeavesNoState)
     {
         OtherProcess other([&name] { new Event(true, true, name); });
         other.Kill();
-        // The file of the dead is still there.
+        // The file of the dead process still exists.
         EXPECT_EQ(access(platform::MakeNamedObjectPath(name).c_str(), F_OK), 0);
     }
     Event fresh(false, true, name);

@@ -14,7 +14,7 @@ namespace quillmarsh::platform
 namespace
 {
 
-/// What a process ends with that does nothing but this: the returned status, or minus the signal.
+/// Runs the action in a process of its own, and returns its exit status, or minus the signal.
 int RunInProcess(std::function<int()> const &action)
 {
     pid_t const process = fork();
@@ -23,7 +23,7 @@ int RunInProcess(std::function<int()> const &action)
     return tests::WaitForExit(process);
 }
 
-TEST(Program, DiesOfTheSignalThatItsWatchWasTold)
+TEST(Program, EndsByTheSignalThatItsWatchReceived)
 {
     for (int const number : {SIGINT, SIGTERM, SIGHUP})
     {

@@ -1,4 +1,4 @@
-// A window that a hand works with, on a display without a screen.
+// A window under simulated input, on a virtual display.
 #include <quillmarsh/basetools/messageloop.h>
 #include <quillmarsh/platform/clipboard.h>
 #include <quillmarsh/platform/desktopevents.h>
@@ -31,12 +31,12 @@ bool PumpUntil(Condition condition)
     return tests::WaitUntil(holdsNow);
 }
 
-/// Keeps what was told since the last look.
+/// Keeps the events since the last look.
 class RecordingListener : public DesktopListener
 {
 public:
     void OnDesktopEvent(DesktopEvent const &event) override { events.push_back(event); }
-    /// Pumps until an event for which the condition holds comes.
+    /// Pumps until an event fulfils the condition.
     template<typename Condition>
     bool Await(Condition condition)
     {
@@ -50,7 +50,7 @@ public:
     std::vector<DesktopEvent> events;
 };
 
-TEST(WindowOnADisplay, TellsWhatAHandDoes)
+TEST(WindowOnADisplay, ReportsUserInput)
 {
     tests::VirtualDisplay const display;
     if (display.GetName().empty())
@@ -115,7 +115,7 @@ TEST(WindowOnADisplay, TellsWhatAHandDoes)
     EXPECT_EQ(eWindowState::e_hidden, window->GetState());
 }
 
-TEST(WindowOnADisplay, EndsAMessageLoopAndClosesByItsButtonOnlyIfSomebodyWants)
+TEST(WindowOnADisplay, EndsAMessageLoopAndIsClosedOnlyByItsOwner)
 {
     tests::VirtualDisplay const display;
     if (display.GetName().empty())

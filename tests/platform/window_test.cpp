@@ -1,4 +1,4 @@
-// Windows and the events of the desktop, on any display, and without a hand that works with them.
+// Windows and the events of the desktop, on any display, without simulated input.
 #include <quillmarsh/basetools/timers.h>
 #include <quillmarsh/platform/clipboard.h>
 #include <quillmarsh/platform/desktopevents.h>
@@ -41,11 +41,11 @@ protected:
     }
 
 private:
-    // Elsewhere the display is there in any case.
+    // On other systems there is always a display.
     tests::EnvironmentVariable const driver_{"SDL_VIDEODRIVER", "dummy"};
 };
 
-TEST_F(Windows, TellAllListenersThoughSomeLeaveInTheirCall)
+TEST_F(Windows, ReachAllListenersWhenSomeLeaveInTheirCall)
 {
     string told;
     std::optional<DesktopSubscription> first;
@@ -73,7 +73,7 @@ TEST_F(Windows, TellAllListenersThoughSomeLeaveInTheirCall)
     DesktopSubscription const fourth(last);
     window = Open();
     EXPECT_EQ("aoz", told);
-    // A closing that is told within another telling.
+    // A window closes while listeners handle another event.
     FunctionListener closes([&](DesktopEvent const &event)
                             { event.kind == eDesktopEvent::e_windowExposed ? window.reset() : void(); });
     DesktopSubscription const fifth(closes);
@@ -142,7 +142,7 @@ TEST_F(Windows, WaitingEndsForMessagesOfOtherThreadsTimersAndEvents)
     window->Show();
     PumpDesktop();
 
-    // A message that comes just when the wait begins is the hard one.
+    // The difficult case is a message that arrives just when the wait begins.
     constexpr unsigned int numRounds = 200;
     std::atomic<unsigned int> round{0};
     std::thread poster(
@@ -195,7 +195,7 @@ TEST_F(Windows, TheClipboardTakesTextOfAnyLettersAndLines)
     EXPECT_EQ(text, ReadClipboardText());
 }
 
-TEST_F(Windows, WhatAListenerThrowsReachesWhoeverPumps)
+TEST_F(Windows, ExceptionsOfListenersReachTheCallerOfThePump)
 {
     AutoPtr<Window> const window = Open();
     window->Show();

@@ -1,4 +1,4 @@
-// The driver of game controllers, keyboard and mouse, loaded as a host does, on virtual hardware.
+// The driver of game controllers, keyboard and mouse, loaded as in a host, with virtual hardware.
 #include "tests/support/environment_variable.h"
 #include "tests/support/test_kernel.h"
 #include "tests/support/virtual_display.h"
@@ -28,14 +28,14 @@ namespace quillmarsh::tests
 namespace
 {
 
-/// Opens the driver with the displays that the test names, and makes and connects its devices.
+/// Opens the driver on the displays that the test names, and creates and connects its devices.
 class InputDesktop : public testing::Test
 {
 protected:
     ~InputDesktop() override
     {
         Release();
-        // Ends the window, which otherwise is there for as long as the library: in some builds to the end of the process.
+        // Closes the window. Otherwise it would live as long as the plug-in: in some builds, until the process ends.
         if (driver_ != nullptr)
             driver_->OpenDriver(DirectInputConfig(), 1);
         driver_.reset();
@@ -80,7 +80,7 @@ protected:
         isOpen_ = false;
     }
 
-    /// The next frame, as far as devices go.
+    /// Runs the device part of the next frame.
     bool Frame()
     {
         platform::PumpDesktop();
@@ -96,7 +96,7 @@ protected:
         return dynamic_cast<Controller &>(*devices.at(device)->GetController(0));
     }
 
-    /// Outlasts the windows on it.
+    /// Declared first, so that it outlives its windows.
     AutoPtr<VirtualDisplay> display;
     TestKernel kernel;
     std::vector<AutoPtr<HumanInterfaceDevice>> devices;
@@ -108,7 +108,7 @@ private:
     bool isOpen_ = false;
 };
 
-/// Without a display: game controllers only.
+/// The driver without a display, which has game controllers only.
 class InputDesktopPads : public InputDesktop
 {
 protected:
@@ -120,7 +120,7 @@ protected:
         Release();
     }
 
-    /// The last one plugged in is `pad`.
+    /// Plugs in a controller and stores it in `pad`.
     void Plug(SDL_JoystickType type, int numAxes, int numButtons, int numHats)
     {
         int const index = SDL_JoystickAttachVirtual(type, numAxes, numButtons, numHats);
@@ -146,7 +146,7 @@ private:
     std::vector<SDL_Joystick *> plugged_;
 };
 
-TEST_F(InputDesktopPads, ShowTheirHardwareAsItIsWhenNobodyKnowsThem)
+TEST_F(InputDesktopPads, ShowTheirHardwareUnchangedWithoutAMapping)
 {
     EXPECT_EQ(0u, devices.size());
     Plug(SDL_JOYSTICK_TYPE_FLIGHT_STICK, 8, 40, 1);
@@ -184,7 +184,7 @@ TEST_F(InputDesktopPads, ShowTheirHardwareAsItIsWhenNobodyKnowsThem)
     }
 }
 
-TEST_F(InputDesktopPads, HaveThePlacesOfAGamePadWhenTheyAreMapped)
+TEST_F(InputDesktopPads, HaveTheLayoutOfAGamePadWithAMapping)
 {
     Plug(SDL_JOYSTICK_TYPE_GAMECONTROLLER, SDL_CONTROLLER_AXIS_MAX, SDL_CONTROLLER_BUTTON_MAX, 0);
     Make();
@@ -265,7 +265,7 @@ TEST_F(InputDesktopPads, RestWhenTheyAreUnpluggedAndComeBack)
     EXPECT_EQ(text, kernel.conOut.str());
 }
 
-/// With a window that nobody sees, and events that the test makes.
+/// The driver with an invisible window, and events that the test makes.
 class InputDesktopKeys : public InputDesktop
 {
 protected:
@@ -292,7 +292,7 @@ protected:
         event.motion = {SDL_MOUSEMOTION, 0, 0, 0, 0, x, y, moveX, moveY};
         SDL_PushEvent(&event);
     }
-    /// To the driver's window, which is the only one.
+    /// Sends an event to the driver's window, the only one.
     static void Window(SDL_WindowEventID id)
     {
         Uint32 window = 1;
@@ -304,7 +304,7 @@ protected:
     }
 };
 
-TEST_F(InputDesktopKeys, KeysHaveEdgesTapsAndNoFocusNoKeys)
+TEST_F(InputDesktopKeys, KeysHaveEdgesAndTapsAndNeedTheFocus)
 {
     ASSERT_EQ(2u, devices.size());
     auto &keyboard = Get<Keyboard>(0);
@@ -358,12 +358,12 @@ TEST_F(InputDesktopKeys, CharactersAreThoseThatTheLayoutTyped)
                 Key(c.modifier, isDown, "", c.modifiers);
             Key(c.scancode, isDown, isDown ? c.text : "", c.modifiers);
         }
-        // All of it came between two frames.
+        // All these events came between two frames.
         Frame();
         EXPECT_EQ(c.character, find(c.key)) << SDL_GetScancodeName(c.scancode) << c.text;
         Frame();
     }
-    // What was not typed yet is known for keys alone, and for letters.
+    // Before a key was typed, its character is known only without modifiers, and for letters.
     Key(SDL_SCANCODE_LSHIFT, true);
     Frame();
     EXPECT_EQ('Z', find(e_key_z));
@@ -371,7 +371,7 @@ TEST_F(InputDesktopKeys, CharactersAreThoseThatTheLayoutTyped)
     EXPECT_EQ(0, find(e_key_none));
 }
 
-TEST_F(InputDesktopKeys, MouseFollowsTheCursorOrGoesItsOwnWay)
+TEST_F(InputDesktopKeys, MouseFollowsTheCursorOrMovesFreely)
 {
     auto &mouse = Get<Mouse>(1);
     EXPECT_TRUE(mouse.IsSystemMouse() && mouse.CanSyncWithSystemCursor() && mouse.CanDisplaySystemCursor());
@@ -387,7 +387,7 @@ TEST_F(InputDesktopKeys, MouseFollowsTheCursorOrGoesItsOwnWay)
     Window(SDL_WINDOWEVENT_ENTER);
     Move(50, 60, 3, 4);
     expect(50, 60, true, 1, 2);
-    // The half of a pixel that was left over counts.
+    // The half pixel that remained is counted.
     Move(51, 60, 1, 0);
     expect(51, 60, true, 1, 0);
     Window(SDL_WINDOWEVENT_LEAVE);
@@ -480,7 +480,7 @@ TEST_F(InputDesktopKeys, AProgramsWindowTakesThePlaceOfTheDriversOwn)
     AutoPtr<platform::Window> window = openMain();
     EXPECT_EQ(1u, platform::Window::GetNumOpen());
     Key(SDL_SCANCODE_A, true);
-    // The devices stay, and the cursor is held on.
+    // The devices stay, and the cursor is still held.
     EXPECT_FALSE(Frame());
     EXPECT_TRUE(SDL_GetRelativeMouseMode());
     EXPECT_TRUE(Get<Keyboard>(0).KeyDown(e_key_a));
@@ -491,13 +491,13 @@ TEST_F(InputDesktopKeys, AProgramsWindowTakesThePlaceOfTheDriversOwn)
     Frame();
     EXPECT_EQ(499, mouse.GetPositionX());
     EXPECT_EQ(399, mouse.GetPositionY());
-    // No key stays down in a window that is gone.
+    // No key stays down after its window has closed.
     window.reset();
     EXPECT_FALSE(Frame());
     EXPECT_EQ(1u, platform::Window::GetNumOpen());
     EXPECT_EQ(0u, Get<Keyboard>(0).NumKeysPressed());
 
-    // Without a window of its own the driver has keyboard and mouse from the program's on.
+    // Without a window of its own, the driver has keyboard and mouse once the program opens a window.
     Release();
     Open("dummy", nullptr, 1);
     EXPECT_FALSE(Frame());

@@ -1,4 +1,4 @@
-// The driver for head-mounted displays, with those of OpenHMD's devices that need no hardware.
+// The driver for head-mounted displays, with those devices of OpenHMD that need no hardware.
 #ifdef QUILLMARSH_TEST_input_openhmd
 
 #include "tests/support/loaded_driver.h"
@@ -23,10 +23,10 @@ HumanInterfaceDevice *Find(LoadedDriver &loaded, char const *description)
     return nullptr;
 }
 
-TEST(OpenHMD, TurnsItsAxesToOurs)
+TEST(OpenHMD, ConvertsItsAxes)
 {
     float const sine = std::sin(0.5f), cosine = std::cos(0.5f);
-    // By the right hand about an axis to the right, up, and backwards.
+    // Right-handed turns about axes to the right, up, and backwards.
     struct
     {
         vec3 ahead, up;

@@ -1,4 +1,4 @@
-// The driver for OpenTrack's datagrams, with real ones.
+// The driver for OpenTrack's datagrams, with real datagrams.
 #include "tests/support/failures.h"
 #include "tests/support/host_process.h"
 #include "tests/support/loaded_driver.h"
@@ -27,7 +27,7 @@ using Values = std::array<double, 6>;
 
 constexpr float s_tolerance = 2e-5f;
 
-/// The driver at a port that was free, and a program that sends to it.
+/// The driver on a free port, and a program that sends to it.
 class OpenTrack : public ::testing::Test
 {
 protected:
@@ -50,7 +50,7 @@ protected:
         return out.str();
     }
 
-    // What was sent to the loopback address has arrived.
+    // Datagrams to the loopback address arrive at once.
     void SendBytes(void const *data, std::size_t size) const
     {
         auto const *const address = reinterpret_cast<sockaddr const *>(&address_);
@@ -76,7 +76,7 @@ private:
     sockaddr_in address_{};
 };
 
-TEST_F(OpenTrack, TurnsItsAxesToOursInBothSamplingModes)
+TEST_F(OpenTrack, ConvertsItsAxesInBothSamplingModes)
 {
     static_assert(std::endian::native == std::endian::little, "the datagrams are sent as they lie");
     float const half = 0.5f, root = std::sqrt(0.75f);
@@ -103,7 +103,7 @@ TEST_F(OpenTrack, TurnsItsAxesToOursInBothSamplingModes)
     EXPECT_TRUE(IsNear(SamplePosition({10, 20, 30, 0, 0, 0}), vec3(-0.1f, 0.2f, -0.3f)));
 }
 
-TEST_F(OpenTrack, ShowsTheNewestAndDropsWhatIsNoPose)
+TEST_F(OpenTrack, ShowsTheNewestPoseAndDropsInvalidData)
 {
     for (double yaw : {10.0, 20.0, 30.0})
         Send({0, 0, 0, yaw, 0, 0});
@@ -140,7 +140,7 @@ TEST_F(OpenTrack, IsAtRestUntilSomethingComesAndAfterASecondOfSilence)
     EXPECT_NE(SendAndSample(20, 0, 0), mat3::IDENTITY);
     while (SampleAxes(GetDevice()) != mat3::IDENTITY && timer.GetElapsedSeconds() < 10)
     {
-        // A datagram that is dropped is silence too.
+        // A dropped datagram counts as silence.
         SendBytes("x", 1);
         std::this_thread::sleep_for(std::chrono::milliseconds(10));
     }
@@ -184,7 +184,7 @@ TEST_F(OpenTrack, ResetsWithoutTippingTheVertical)
     EXPECT_TRUE(IsNear(SamplePosition({-200, 300, -500, 0, 0, 0}), vec3::ZERO));
 }
 
-TEST_F(OpenTrack, TakesParametersAndTellsWhatIsWrongWithThem)
+TEST_F(OpenTrack, TakesParametersAndNamesMistakes)
 {
     for (NamedParameter const &parameter :
          {NamedParameter("address", 5), NamedParameter("port", -1), NamedParameter("port", 65536u),

@@ -28,7 +28,7 @@ namespace
 
 using namespace input_recording;
 
-/// A recording with the lines behind its signature.
+/// Parses a recording with these lines after its signature.
 Recording Parse(string const &lines)
 {
     return ParseRecording("quillmarsh-recording 1\n" + lines, "r.txt");
@@ -205,7 +205,7 @@ TEST(Recorder, WritesWhatWasPlayed)
     EXPECT_THROW(Recorder(directory / "no/such/folder", {&device}, Recorder::eStart::e_now), RecordingException);
 }
 
-TEST(RecordingCommands, SayWhatTheyDoAndWhatIsInTheWay)
+TEST(RecordingCommands, SayWhatTheyDoAndWhyTheyRefuse)
 {
     ScratchDirectory const directory;
     string const file = directory / "recorded.txt";
@@ -235,7 +235,7 @@ TEST(RecordingCommands, SayWhatTheyDoAndWhatIsInTheWay)
     EXPECT_EQ(LoadRecording(file).samples.at(0).time, 0);
 }
 
-/// Ids of the gestures that the device's glove makes.
+/// Returns the ids of the present gestures of the device's glove.
 std::vector<unsigned int> FindGestures(PlayedDevice &device)
 {
     static static_gestures::GestureAnalyzer const analyzer;
@@ -249,7 +249,7 @@ std::vector<unsigned int> FindGestures(PlayedDevice &device)
 
 constexpr double s_frame = 1 / 60.0;
 
-/// Gestures in each frame from one to the next.
+/// Returns the gestures in each frame.
 std::vector<std::vector<unsigned int>> FindGestures(TestKernel &kernel, PlayedDevice &device, unsigned int begin,
                                                     unsigned int end)
 {
@@ -264,7 +264,8 @@ std::vector<std::vector<unsigned int>> FindGestures(TestKernel &kernel, PlayedDe
     return gestures;
 }
 
-/// A hand that moves its pinky from 0.25 to 0.5 only, recorded from the begin, and again when it has shown its range.
+/// A hand that moves its pinky only from 0.25 to 0.5, recorded from the beginning, and again after it has shown its
+/// range.
 TEST(Recorder, HandMakesTheSameGesturesWhenItIsReplayed)
 {
     string text = ReadFile(QUILLMARSH_TEST_SOURCES "examples/recordings/gestures.txt");
@@ -294,7 +295,7 @@ TEST(Recorder, HandMakesTheSameGesturesWhenItIsReplayed)
     }
 }
 
-TEST(PlayedDevice, GoesRoundAndOnBehindAPause)
+TEST(PlayedDevice, LoopsAndContinuesAfterAPause)
 {
     TestKernel const kernel;
     auto const recording = std::make_shared<Recording const>(Parse("controller mouse\n"
@@ -322,7 +323,7 @@ TEST(PlayedDevice, GoesRoundAndOnBehindAPause)
     play(once, false);
 }
 
-TEST(ShippedRecordings, AreReadAndGoThroughWhatTheyPromise)
+TEST(ShippedRecordings, AreReadAndShowWhatTheyDescribe)
 {
     string const folder = QUILLMARSH_TEST_SOURCES "examples/recordings/";
     for (char const *const name : {"head.txt", "mouse_and_keys.txt"})
@@ -332,7 +333,7 @@ TEST(ShippedRecordings, AreReadAndGoThroughWhatTheyPromise)
     auto const recording = std::make_shared<Recording const>(LoadRecording(folder + "gestures.txt"));
     PlayedDevice device({"gestures.txt", recording, 1, false});
 
-    // Each gesture begins behind the one ahead of it in the order of ids.
+    // Each gesture begins after the one before it, in the order of ids.
     std::vector<unsigned int> before;
     unsigned int next = 0;
     auto const numFrames = static_cast<unsigned int>(recording->length / s_frame);

@@ -11,14 +11,14 @@ namespace quillmarsh::tests
 namespace
 {
 
-/// Work on data by console commands, in a directory of the test's own.
+/// Console commands for data, in a directory of the test's own.
 class WorkbenchData : public testing::Test
 {
 protected:
     WorkbenchData() { std::filesystem::current_path(directory_.GetPath()); }
     ~WorkbenchData() override { std::filesystem::current_path(before_); }
 
-    /// Runs the lines, and gives what they print without the lines themselves.
+    /// Runs the lines, and returns their output without their echo.
     string RunLines(string const &lines, int status)
     {
         HostResult const result = RunHost({"--set", "data.overwrite=true", "--developer-mode", "--strict"}, lines);
@@ -34,7 +34,7 @@ TEST_F(WorkbenchData, FirstStepsMakeAPictureAndAPackage)
 {
     std::filesystem::create_directory("build");
     std::filesystem::create_directory_symlink(QUILLMARSH_TEST_SOURCES "examples", "examples");
-    // The others wait for long.
+    // The other waits would take long.
     for (string const name : {"examples/first_console.txt", "examples/gestures.txt"})
         RunLines(std::regex_replace(ReadFile(name), std::regex("\nwait .*"), "\nwait"), 0);
     RunLines(ReadFile("examples/first_steps.txt"), 0);

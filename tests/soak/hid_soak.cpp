@@ -20,7 +20,7 @@ namespace
 
 using Clock = std::chrono::steady_clock;
 
-/// Swallows what several threads write.
+/// Discards the output of several threads.
 class Sink : public std::streambuf
 {
     int_type overflow(int_type character) override { return traits_type::not_eof(character); }
@@ -67,7 +67,7 @@ public:
     }
 };
 
-/// Moves its mouse by one in each sample, and holds and releases a key in turns.
+/// Moves its mouse by one in each sample, and presses and releases a key in turn.
 class SoakDevice : public HumanInterfaceDevice
 {
 public:
@@ -91,7 +91,7 @@ public:
         std::uint64_t const number = numSamples.fetch_add(1, std::memory_order_relaxed);
         int const before = mouse.GetDeltaX();
         mouse.Sample();
-        // A thread that is being stopped may take a last sample in the synchronous way, which forgets what was unread.
+        // A thread that is being stopped may take a last synchronous sample, which discards unread data.
         if (isOnThread_)
             numForgotten += static_cast<std::uint64_t>(before + 1 - mouse.GetDeltaX());
         keyboard.Sample((number / holdLength & 1) != 0);
@@ -108,14 +108,14 @@ private:
     bool isOnThread_ = false;
 };
 
-/// The frame thread's side of one device, with the books that it keeps.
+/// The frame thread's side of one device, with its counts.
 class Reader
 {
 public:
     Reader(unsigned int id, unsigned int seed) : device_(id), random_(seed) { device_.holdLength = 1 + id * 7; }
 
-    /// Lets a lock go that was kept to the end of the last frame. All of them go first, so that several are always
-    /// taken in the same order.
+    /// Releases a lock that was kept to the end of the last frame. All locks are released first, so that several are
+    /// always taken in the same order.
     void BeginFrame()
     {
         if (isHeld_)
@@ -206,7 +206,7 @@ private:
         Check(device_.GetAverageSampleRate() == 0, "a rate is left");
         if (device_.failing)
         {
-            // What was not read yet is lost with the device, which reads at rest, unless the stop came first.
+            // Unread data is lost with the device, which reads as at rest, unless it was stopped first.
             device_.failing = false;
             numCounted_ = device_.numSamples - device_.numForgotten;
         }
@@ -221,12 +221,12 @@ private:
     std::mt19937 random_;
     std::uint64_t numCounted_ = 0;
     bool wasPressed_ = false;
-    /// The lock was kept at the end of the last frame.
+    /// `isHeld_`: the lock was kept at the end of the last frame.
     bool isHeld_ = false, isWell_ = true;
     unsigned int numToggles_ = 0;
 };
 
-/// Ends the program when frames come to a stand.
+/// Ends the program when no more frames run.
 class Watchdog
 {
 public:
