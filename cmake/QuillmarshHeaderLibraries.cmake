@@ -1,7 +1,7 @@
-# Libraries that are headers have no packages for Windows, but the system of the build has them.
+# Header-only libraries have no packages for Windows, so the headers of the building system are used.
 
-# quillmarsh_link_headers(VARIABLE HEADER): a folder that holds the topmost folder of HEADER, such as `hwy` of
-# `hwy/highway.h`, and none of that system's other headers.
+# quillmarsh_link_headers(VARIABLE HEADER): sets VARIABLE to a folder with a link to the folder of HEADER, such as `hwy`
+# of `hwy/highway.h`. The other headers of that system stay out.
 function(quillmarsh_link_headers variable header)
   cmake_path(GET header PARENT_PATH folder)
   find_path(quillmarsh_${folder}_directory ${header} PATHS /usr/include

@@ -1,12 +1,14 @@
 #include "tests/support/package_bytes.h"
 #include "tests/support/process.h"
 #include "tests/support/scratch_directory.h"
+#include "tests/support/waiting.h"
 
 #include <gtest/gtest.h>
 
 #include <cstring>
 #include <filesystem>
 
+#include <pty.h>
 #include <sys/stat.h>
 
 namespace quillmarsh::tests
@@ -77,14 +79,13 @@ TEST_F(Qmdp, InfoTellsWhatFilesHold)
     string const volume = directory_.Write("v", Volume(1, 2, 3, 0x0C000000, string(72, 'x')));
     ProcessResult result = RunTool({"info", "--json", odd, directory_ / "none", volume});
     EXPECT_EQ(1, result.status);
-    EXPECT_EQ("{\"file\": \"" + (directory_ / "a \\\"b\\\" \xC3\xBC \\ufffd\\u0001.qmdp.image") +
-                  "\", \"kind\": \"image\", \"container\": \"QMDP\", \"format\": \"A8L8\", \"format_code\": 33554433, "
-                  "\"dimensions\": [2, 3], \"byte_order\": \"big\", \"flags\": 2, \"id\": 7, \"payload_bytes\": 32}\n"
-                  "{\"file\": \"" +
+    EXPECT_EQ("{\"file\":\"" + (directory_ / "a \\\"b\\\" \xC3\xBC \xEF\xBF\xBD\\u0001.qmdp.image") +
+                  "\",\"kind\":\"image\",\"container\":\"QMDP\",\"format\":\"A8L8\",\"format_code\":33554433,"
+                  "\"dimensions\":[2,3],\"byte_order\":\"big\",\"flags\":2,\"id\":7,\"payload_bytes\":32}\n"
+                  "{\"file\":\"" +
                   volume +
-                  "\", \"kind\": \"volume\", \"container\": \"QMDP\", \"format\": \"unknown\", \"format_code\": "
-                  "201326592, \"dimensions\": [1, 2, 3], \"byte_order\": \"little\", \"flags\": 0, \"id\": 0, "
-                  "\"payload_bytes\": 96}\n",
+                  "\",\"kind\":\"volume\",\"container\":\"QMDP\",\"format\":\"unknown\",\"format_code\":201326592,"
+                  "\"dimensions\":[1,2,3],\"byte_order\":\"little\",\"flags\":0,\"id\":0,\"payload_bytes\":96}\n",
               result.out);
     EXPECT_EQ("qmdp: " + (directory_ / "none") + ": cannot be opened: No such file or directory\n", result.err);
 
@@ -175,6 +176,9 @@ TEST_F(Qmdp, WrongArgumentsAreNamed)
         {{"convert", "--filter=cubic"}, "--filter wants nearest or linear, not 'cubic'"},
         {{"convert", "--size=1x2x"}, "--size wants N, WxH or WxHxD, none of them 0, not '1x2x'"},
         {{"convert", "--size=1x0"}, "--size wants N, WxH or WxHxD, none of them 0, not '1x0'"},
+        {{"convert", "--size=20x20j"}, "--size wants N, WxH or WxHxD, none of them 0, not '20x20j'"},
+        {{"convert", "--size=2%"}, "--size wants N, WxH or WxHxD, none of them 0, not '2%'"},
+        {{"info", "--max-pixels=0"}, "--max-pixels wants a number from 1 on, not '0'"},
         {{"mipmaps", "--format=R8"},
          "--format wants one of L8, A8, A8L8, A4R4G4B4, A1R5G5B5, X8R8G8B8, A8R8G8B8, "
          "FP32NormL, FP32NormA, not 'R8'"},
@@ -248,7 +252,7 @@ TEST_F(Qmdp, FilesAreReplacedWholeAndOnlyWhenAskedFor)
     string const out = directory_.Write("o \xC3\xBC.qmdp.image", "old");
     string const full = directory_ / "full.qmdp";
     std::filesystem::create_symlink("/dev/full", full);
-    EXPECT_EQ("qmdp: " + out + ": is there already, and overwriting has to be asked for\n",
+    EXPECT_EQ("qmdp: " + out + ": is there already, and overwriting has to be asked for by --overwrite\n",
               RunTool({"convert", in, out}).err);
     EXPECT_EQ("old", ReadFile(out));
     EXPECT_EQ(0, RunTool({"convert", in, out, "--overwrite", "--id=7"}).status);
@@ -296,7 +300,8 @@ TEST_F(Qmdp, MipmapsAreSavedLevelByLevel)
 
     // One name in the way, and nothing is saved.
     std::filesystem::remove(prefix + ".0.qmdp.image");
-    EXPECT_EQ("qmdp: " + prefix + ".1.qmdp.image: is there already, and overwriting has to be asked for\n",
+    EXPECT_EQ("qmdp: " + prefix +
+                  ".1.qmdp.image: is there already, and overwriting has to be asked for by --overwrite\n",
               RunTool({"mipmaps", in, prefix}).err);
     EXPECT_FALSE(std::filesystem::exists(prefix + ".0.qmdp.image"));
 
@@ -316,7 +321,7 @@ TEST_F(Qmdp, PicturesGoThereAndBack)
         Convert(package, {"--no-compression"}, extension);
         ProcessResult const info = RunTool({"info", "--json", directory_ / ("out" + extension)});
         EXPECT_NE(string::npos, info.out.find(extension == ".png" ? "\"PNG\"" : "\"TIFF\"")) << info.out << info.err;
-        EXPECT_NE(string::npos, info.out.find("\"A8R8G8B8\", \"format_code\": 67108866, \"dimensions\": [2, 2]}\n"));
+        EXPECT_NE(string::npos, info.out.find("\"A8R8G8B8\",\"format_code\":67108866,\"dimensions\":[2,2]}\n"));
         string const back = directory_ / ("back" + extension + ".qmdp.image");
         EXPECT_EQ(0, RunTool({"convert", directory_ / ("out" + extension), back}).status);
         EXPECT_EQ(package, ReadFile(back));
@@ -332,6 +337,73 @@ TEST_F(Qmdp, PicturesGoThereAndBack)
                                              : ": libjpeg-turbo: Invalid JPEG file structure: missing SOS marker\n"),
                   RunTool({"verify", cut}).err);
     }
+}
+
+TEST_F(Qmdp, PluginsBringCodecs)
+{
+    string const in = directory_.Write("in.qmdp", SmallImage());
+    string const dots = directory_ / "o.dot";
+    EXPECT_EQ(2, RunTool({"convert", in, dots}).status);
+    EXPECT_EQ("", RunTool({"convert", "--plugin", QUILLMARSH_TEST_DOTCODEC, in, dots}).err);
+    EXPECT_EQ("DOT\2\3abcdef", ReadFile(dots));
+    ProcessResult const info = RunTool({"info", "--json", dots, "--plugin=" QUILLMARSH_TEST_DOTCODEC});
+    EXPECT_NE(string::npos, info.out.find("\"container\":\"DOT\",\"format\":\"L8\"")) << info.out << info.err;
+    EXPECT_EQ(
+        "qmdp: " + (directory_ / "p.dot") + ": dots are luminance\n",
+        RunTool({"convert", "--plugin=" QUILLMARSH_TEST_DOTCODEC, in, directory_ / "p.dot", "--format=A8L8"}).err);
+    EXPECT_EQ(1, RunTool({"info", "--plugin", in, in}).status);
+}
+
+TEST_F(Qmdp, PicturesHaveALimit)
+{
+    string const picture = directory_ / "p.png";
+    EXPECT_EQ(0, RunTool({"convert", directory_.Write("in.qmdp", SmallImage()), picture}).status);
+    EXPECT_EQ(0, RunTool({"info", "--max-pixels=6", picture}).status);
+    EXPECT_EQ("qmdp: " + picture + ": 2 rows of 3 pixels are more than the limit of 5 pixels\n",
+              RunTool({"info", "--max-pixels=5", picture}).err);
+}
+
+TEST_F(Qmdp, InterruptedSavingLeavesNothingAndTellsTheSignal)
+{
+    string noise;
+    for (unsigned int i = 0; i < 64 * 64; ++i)
+        noise += static_cast<char>(i * i * 2654435761u >> 13);
+    string const in = directory_.Write("in.qmdp", Image(64, 64, s_L8, noise));
+    for (int const number : {SIGINT, SIGTERM, SIGHUP})
+    {
+        pid_t const process = fork();
+        if (process == 0)
+            Execute(QUILLMARSH_TEST_QMDP, {"convert", in, directory_ / "out.png", "--size=5000x5000"});
+        auto const countFiles = [&]
+        { return std::distance(std::filesystem::directory_iterator(directory_.GetPath()), {}); };
+        EXPECT_TRUE(WaitUntil([&] { return countFiles() > 1; }));
+        kill(process, number);
+        EXPECT_EQ(-number, WaitForExit(process));
+        EXPECT_EQ(1, countFiles());
+    }
+}
+
+TEST_F(Qmdp, ControlCharactersReachNoTerminal)
+{
+    string const name = directory_.Write("a\x1B[31m\xC2\x9B\x7F", SmallImage());
+    int terminal = -1;
+    pid_t const process = forkpty(&terminal, nullptr, nullptr, nullptr);
+    if (process == 0)
+        Execute("/bin/sh", {"-c", "\"$0\" verify \"$1\"; \"$0\" info \"$1\" --json; \"$0\" info \"$1\" \"$1-\"",
+                            QUILLMARSH_TEST_QMDP, name});
+    string shown;
+    char bytes[256];
+    for (ssize_t count; (count = read(terminal, bytes, sizeof(bytes))) > 0;)
+        shown.append(bytes, static_cast<std::size_t>(count));
+    WaitForExit(process);
+    close(terminal);
+    // The line that shows the progress has one sequence of its own.
+    for (std::size_t at; (at = shown.find("\x1B[K")) != string::npos;)
+        shown.erase(at, 3);
+    EXPECT_EQ(string::npos, shown.find_first_of("\x1B\x7F\x9B")) << shown;
+    EXPECT_NE(string::npos, shown.find(": ok")) << shown;
+    EXPECT_NE(string::npos, shown.find("\\u001b[31m\\u009b\\u007f")) << shown;
+    EXPECT_NE(string::npos, shown.find("-: cannot be opened: ")) << shown;
 }
 
 TEST_F(Qmdp, HelpAndOutput)

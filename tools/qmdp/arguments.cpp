@@ -3,6 +3,7 @@
 #include "commands.h"
 
 #include <quillmarsh/basetools/texttools.h>
+#include <quillmarsh/dataobjects/imagelimits.h>
 
 #include <charconv>
 #include <string_view>
@@ -22,7 +23,8 @@ struct Option
     void (*take)(Arguments &arguments, string const &value);
 };
 
-bool ReadNumber(std::string_view text, unsigned int &number)
+template<typename Number>
+bool ReadNumber(std::string_view text, Number &number)
 {
     auto const [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
     return error == std::errc() && end == text.data() + text.size();
@@ -66,6 +68,14 @@ void TakeQuality(Arguments &arguments, string const &value)
         throw WrongArgumentException("--quality wants a number from 0 to 100, not '" + value + "'");
 }
 
+void TakeMaxPixels(Arguments &, string const &value)
+{
+    std::uint64_t maxPixels = 0;
+    if (!ReadNumber(value, maxPixels) || maxPixels == 0)
+        throw WrongArgumentException("--max-pixels wants a number from 1 on, not '" + value + "'");
+    image_limits::SetMaxPixels(maxPixels);
+}
+
 template<eSampleAxis axis>
 void TakeFlip(Arguments &arguments, string const &)
 {
@@ -78,7 +88,7 @@ void SwitchOn(Arguments &arguments, string const &)
     arguments.save.*setting = true;
 }
 
-// Groups: i of info, c of convert, f of a format, s of saving, h of everything.
+// Groups: i of info, c of convert, f of a format, s of saving, a of all commands, h of everything.
 constexpr Option s_options[] = {
     {'i', "--json", nullptr, "print one JSON object a line",
      [](Arguments &arguments, string const &) { arguments.json = true; }},
@@ -97,6 +107,9 @@ constexpr Option s_options[] = {
     {'s', "--no-compression", nullptr, "store the samples as they are (PNG, TIFF)",
      [](Arguments &arguments, string const &) { arguments.save.useCompression = false; }},
     {'s', "--overwrite", nullptr, "take the place of files that are there", &SwitchOn<&SaveSettings::overwrite>},
+    {'a', "--max-pixels", "N", "refuse pictures of more pixels, 67108864 by default", &TakeMaxPixels},
+    {'a', "--plugin", "FILE", "use the codecs of a plug-in library, too",
+     [](Arguments &arguments, string const &value) { arguments.plugins.push_back(value); }},
     {'h', "--help", nullptr, "print this help and exit",
      [](Arguments &arguments, string const &) { arguments.help = true; }},
     {'h', "--version", nullptr, "print the version and exit",
@@ -105,7 +118,8 @@ constexpr Option s_options[] = {
 
 bool Takes(Command const *command, Option const &option)
 {
-    return option.group == 'h' || (command && std::string_view(command->options).find(option.group) != string::npos);
+    char const group = option.group;
+    return group == 'h' || (command && (group == 'a' || string(command->options).find(group) != string::npos));
 }
 
 Option const &FindOption(Command const *command, string const &name)

@@ -23,6 +23,7 @@ struct Arguments
     bool help = false;
     bool version = false;
     std::vector<string> operands;
+    std::vector<string> plugins;
     bool json = false;
     std::optional<Dimensions> size;
     eResampleFilter filter = e_resample_linear;

@@ -197,11 +197,9 @@ std::span<Command const> GetCommands()
     return s_commands;
 }
 
-void PrintLine(string message)
+void PrintLine(string const &message)
 {
-    std::replace_if(
-        message.begin(), message.end(), [](char c) { return static_cast<unsigned char>(c) < ' '; }, '?');
-    std::cerr << message + '\n' << std::flush;
+    std::cerr << MakePrintable(message) + '\n' << std::flush;
 }
 
 void PrintError(string const &message)

@@ -21,9 +21,9 @@ bool Verify(Arguments const &arguments);
 /// All of them, in the order of the help.
 std::span<Command const> GetCommands();
 
-/// One line on standard error, whatever is in the message.
-void PrintLine(string message);
-/// The same behind the program's name.
+/// Prints one line on standard error, whatever is in the message.
+void PrintLine(string const &message);
+/// Prints the line behind the program's name.
 void PrintError(string const &message);
 
 } // namespace quillmarsh::tools

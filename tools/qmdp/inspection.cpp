@@ -1,9 +1,11 @@
 // Commands that look at files: info and verify.
 #include "commands.h"
-#include "jsontext.h"
 #include "progress.h"
 
 #include <quillmarsh/basetools/texttools.h>
+#include <quillmarsh/platform/program.h>
+
+#include <nlohmann/json.hpp>
 
 #include <iomanip>
 #include <iostream>
@@ -21,26 +23,39 @@ string Hexadecimal(unsigned int value)
     return text.str();
 }
 
+bool GoesToTerminal()
+{
+    return platform::IsTerminal(platform::eStandardStream::e_output);
+}
+
+/// A name as it goes to standard output: its very bytes, but for what would control a terminal.
+string MakeShown(string const &fileName)
+{
+    return GoesToTerminal() ? MakePrintable(fileName) : fileName;
+}
+
 void PrintJSON(string const &fileName, DataFileDesc const &desc)
 {
-    string dimensions;
-    for (unsigned int const dimension : desc.dimensions)
-        dimensions += (dimensions.empty() ? "" : ", ") + MakeString(dimension);
-    std::cout << "{\"file\": " << MakeJSONText(fileName)                             //
-              << ", \"kind\": " << MakeJSONText(GetKindName(desc.dimensions.size())) //
-              << ", \"container\": " << MakeJSONText(desc.container)                 //
-              << ", \"format\": " << MakeJSONText(GetFormatName(desc.format))        //
-              << ", \"format_code\": " << desc.format << ", \"dimensions\": [" << dimensions << ']';
+    nlohmann::ordered_json object = {{"file", fileName},
+                                     {"kind", GetKindName(desc.dimensions.size())},
+                                     {"container", desc.container},
+                                     {"format", GetFormatName(desc.format)},
+                                     {"format_code", static_cast<unsigned int>(desc.format)},
+                                     {"dimensions", desc.dimensions}};
     if (desc.package)
-        std::cout << ", \"byte_order\": " << MakeJSONText(desc.package->bigEndian ? "big" : "little")
-                  << ", \"flags\": " << desc.package->flags << ", \"id\": " << desc.package->id
-                  << ", \"payload_bytes\": " << desc.package->payloadByteSize;
-    std::cout << "}\n";
+    {
+        object["byte_order"] = desc.package->bigEndian ? "big" : "little";
+        object["flags"] = desc.package->flags;
+        object["id"] = desc.package->id;
+        object["payload_bytes"] = desc.package->payloadByteSize;
+    }
+    // A terminal gets letters of ASCII. Bytes that are no UTF-8, as names of files may have them, become U+FFFD.
+    std::cout << object.dump(-1, ' ', GoesToTerminal(), nlohmann::ordered_json::error_handler_t::replace) << '\n';
 }
 
 void Print(string const &fileName, DataFileDesc const &desc)
 {
-    std::cout << fileName << '\n'
+    std::cout << MakeShown(fileName) << '\n'
               << "    Kind.........: " << GetKindName(desc.dimensions.size()) << '\n'
               << "    Container....: " << desc.container << '\n'
               << "    Sample format: " << GetFormatName(desc.format) << " (" << Hexadecimal(desc.format) << ")\n"
@@ -100,7 +115,7 @@ bool Verify(Arguments const &arguments)
         [](string const &fileName)
         {
             VerifyFile(fileName);
-            std::cout << fileName << ": ok\n";
+            std::cout << MakeShown(fileName) << ": ok\n";
         });
 }
 

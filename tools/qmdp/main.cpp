@@ -1,9 +1,12 @@
 // qmdp: works on files of signals, images and volumes.
 #include "commands.h"
 
+#include <quillmarsh/basetools/filesystem.h>
 #include <quillmarsh/basetools/libraryinfo.h>
 #include <quillmarsh/basetools/memory.h>
 #include <quillmarsh/dataobjects/datacodecmanager.h>
+#include <quillmarsh/framework/genericextension.h>
+#include <quillmarsh/host/pluginset.h>
 #include <quillmarsh/platform/program.h>
 
 #include <cerrno>
@@ -33,7 +36,42 @@ Command const *FindCommand(string const &name)
     throw WrongArgumentException("unknown command '" + name + "'");
 }
 
-bool Run(std::vector<string> words)
+/// What commands work with. Codecs go before the plug-in libraries that their code is in.
+struct Registry : NoCopy
+{
+    host::PluginSet plugins;
+    SignalOperationsManager operations;
+    DataCodecManager codecs;
+    std::vector<AutoPtr<GenericExtension>> extensions;
+};
+
+string GetDirectory(string const &fileName)
+{
+    string path;
+    string base;
+    string extension;
+    file_system::SplitFileName(fileName, path, base, extension);
+    return path;
+}
+
+/// Creates the extensions of a plug-in library, which register their codecs.
+void LoadPlugin(string const &name, string const &program, Registry &registry)
+{
+    string const directory = GetDirectory(platform::GetProgramFileName(program));
+    std::size_t const numBefore = registry.plugins.GetEntries().size();
+    registry.plugins.Load(host::FindPluginFile(name, {directory + "plugins", directory + QMDP_PLUGIN_DIRECTORY}));
+    auto const &entries = registry.plugins.GetEntries();
+    std::size_t const numExtensions = registry.extensions.size();
+    for (std::size_t i = numBefore; i < entries.size(); ++i)
+    {
+        if (entries[i].descriptor->GetPluginInfo().GetPluginType() == e_plugin_generic_extension)
+            registry.extensions.push_back(registry.plugins.CreateAs<GenericExtension>(*entries[i].descriptor));
+    }
+    if (registry.extensions.size() == numExtensions)
+        throw DataException(name + ": brings no extension, and only extensions register codecs here");
+}
+
+bool Run(std::vector<string> words, string const &program, Registry &registry)
 {
     Command const *command = nullptr;
     if (!words.empty() && !words.front().starts_with('-'))
@@ -46,21 +84,28 @@ bool Run(std::vector<string> words)
         std::cout << GetUsage(command);
     else if (arguments.version)
         std::cout << "qmdp " << library_info::GetLibraryVersion().MakeString() << '\n';
-    else
-        return command->run(arguments);
-    return true;
+    if (arguments.help || arguments.version)
+        return true;
+    for (string const &plugin : arguments.plugins)
+        LoadPlugin(plugin, program, registry);
+    return command->run(arguments);
 }
 
-eExit RunGuarded(std::vector<string> const &words)
+eExit RunGuarded(std::vector<string> const &words, string const &program, Registry &registry)
 {
     try
     {
-        return Run(words) ? e_exit_ok : e_exit_failed;
+        return Run(words, program, registry) ? e_exit_ok : e_exit_failed;
     }
     catch (WrongArgumentException const &thrown)
     {
         PrintError(thrown.GetMessage());
         return e_exit_wrong_argument;
+    }
+    catch (DataException const &thrown)
+    {
+        bool const isInTheWay = thrown.GetFailure().kind == eCodecFailure::e_exists;
+        PrintError(thrown.GetMessage() + (isInTheWay ? " by --overwrite" : ""));
     }
     catch (Exception const &thrown)
     {
@@ -73,18 +118,26 @@ eExit RunGuarded(std::vector<string> const &words)
     return e_exit_failed;
 }
 
-eExit Main(std::vector<string> const &words)
+eExit Main(std::vector<string> const &words, string const &program)
 {
-    SignalOperationsManager const operations;
-    DataCodecManager const codecs;
+    Registry registry;
     RegisterDefaultDataCodecs();
-    eExit const exit = RunGuarded(words);
+    eExit const exit = RunGuarded(words, program, registry);
     errno = 0;
     if (std::cout.flush())
         return exit;
     PrintError("cannot write to standard output" +
                (errno != 0 ? ": " + std::generic_category().message(errno) : string()));
     return exit == e_exit_ok ? e_exit_failed : exit;
+}
+
+/// Ends the program as the signal would have ended it, without the files that are not whole yet.
+void OnSignal(platform::eSignal signal)
+{
+    if (signal == platform::eSignal::e_resize)
+        return;
+    RemoveUnfinishedFiles();
+    platform::EndProcessBySignal(signal);
 }
 
 } // namespace
@@ -94,9 +147,10 @@ int main(int argc, char **argv)
 {
     using namespace quillmarsh::tools;
     quillmarsh::platform::PrepareStandardStreams();
+    quillmarsh::platform::SignalWatch const watch(&OnSignal);
     quillmarsh::NewThrowsExceptionSentry const sentry;
     std::vector<std::string> words = quillmarsh::platform::GetProgramArguments(argc, argv);
-    // The program's own name is none of them.
+    std::string const program = words.empty() ? "" : words.front();
     words.erase(words.begin(), words.begin() + (words.empty() ? 0 : 1));
-    return Main(words);
+    return Main(words, program);
 }

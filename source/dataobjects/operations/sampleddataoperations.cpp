@@ -59,17 +59,18 @@ std::optional<Dimensions> ParseSize(string const &text)
     constexpr std::size_t mostDimensions = 3;
     // Columns come first here, and last in the library.
     Dimensions size;
-    char const *at = text.data();
-    char const *const end = at + text.size();
-    do
+    for (char const *at = text.data(), *const end = at + text.size();; ++at)
     {
         unsigned int &dimension = *size.insert(size.begin(), 0);
         auto const [behind, error] = std::from_chars(at, end, dimension);
         if (error != std::errc() || dimension == 0 || size.size() > mostDimensions)
             return std::nullopt;
+        if (behind == end)
+            return size;
+        if (*behind != 'x' && *behind != 'X')
+            return std::nullopt;
         at = behind;
-    } while (at != end && (*at++ | 0x20) == 'x');
-    return at == end && text.back() != 'x' && text.back() != 'X' ? std::optional(size) : std::nullopt;
+    }
 }
 
 SampledData Resample(SampledData const &data, Dimensions const &dimensions, eResampleFilter filter)
