@@ -57,7 +57,7 @@ eDialogAnswer PresentSystemDialog(DialogRequest const &request)
         return eDialogAnswer::e_ignore;
     default:
         // There is no desktop for the dialog.
-        std::cerr << request.title << '\n' << request.text << std::endl;
+        std::cerr << MakePrintable(request.title) << '\n' << MakePrintable(request.text, true) << std::endl;
         return request.defaultAnswer;
     }
 }
