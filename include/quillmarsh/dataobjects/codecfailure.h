@@ -70,7 +70,7 @@ public:
     string GetText() const;
 
 private:
-    friend void TellCodecFailure(eCodecFailure kind, string const &text);
+    friend QUILLMARSH_API void TellCodecFailure(eCodecFailure kind, string const &text);
 
     CodecFailure failure_;
     CodecFailureSentry *outer_;
