@@ -1,7 +1,6 @@
 // Runs scripts in the standard interpreter with the framework's commands.
 #include <quillmarsh/basetools/consolebuffers.h>
 #include <quillmarsh/basetools/exception.h>
-#include <quillmarsh/basetools/profiler.h>
 #include <quillmarsh/basetools/variableregistry.h>
 #include <quillmarsh/framework/commands/crashcmd.h>
 #include <quillmarsh/framework/commands/frameworkcommands.h>
@@ -38,12 +37,8 @@ public:
 extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const *data, std::size_t size)
 {
     tests::TestKernel kernel;
-    ConsoleBuffers buffers;
-    Profiler profiler;
-    VariableRegistry registry;
-    kernel.consoleBuffers = &buffers;
-    kernel.profiler = &profiler;
-    kernel.variableRegistry = &registry;
+    ConsoleBuffers &buffers = *kernel.GetConsoleBuffers();
+    VariableRegistry &registry = *kernel.GetVariableRegistry();
     int number = 1;
     string text = "text";
     registry.RegisterVariable(VariableProxyRangeCheckedInt(&number, 0, 9, "number"));

@@ -106,25 +106,25 @@ void HostKernel::RequestExit()
 
 void HostKernel::ApplyHIDReconfig(DirectInputConfig const &config, unsigned int code)
 {
-    AddRequest(DeviceRequest{code, config});
+    Request(DeviceRequest{code, config});
 }
 
 void HostKernel::ApplyVideoReconfig(string const &pluginName, VideoConfig const &, unsigned int code)
 {
-    AddRequest(VideoRequest{code, pluginName});
+    Request(VideoRequest{code, pluginName});
 }
 
 void HostKernel::RequestGenericReconfig(unsigned int code, unsigned int subcode)
 {
-    AddRequest(GenericRequest{code, subcode});
+    Request(GenericRequest{code, subcode});
 }
 
 void HostKernel::NotifyVSyncUpdate()
 {
-    AddRequest(VSyncRequest{});
+    Request(VSyncRequest{});
 }
 
-void HostKernel::AddRequest(KernelRequest request)
+void HostKernel::Request(KernelRequest request)
 {
     {
         std::lock_guard const lock(requestMutex_);

@@ -22,7 +22,6 @@ class CommandTables : public testing::Test
 protected:
     CommandTables()
     {
-        kernel.variableRegistry = &registry;
         registry.RegisterVariable(VariableProxyUInt(&count, "pond.count", ""));
         registry.RegisterVariable(VariableProxyString(&name, "pond.name", ""));
         interpreter = std::make_unique<std_command_interpreter::Interpreter>();
@@ -43,7 +42,7 @@ protected:
     }
 
     tests::TestKernel kernel;
-    VariableRegistry registry;
+    VariableRegistry &registry = *kernel.GetVariableRegistry();
     unsigned int count = 0;
     string name;
     AutoPtr<std_command_interpreter::Interpreter> interpreter;

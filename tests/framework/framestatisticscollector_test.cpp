@@ -75,11 +75,12 @@ TEST_F(FrameStatistics, ExtremesWaitForTheStabilization)
 
 TEST_F(FrameStatistics, ReconfigurationsReset)
 {
-    for (void (*const reconfigure)(ReconfigObserver &) :
-         {+[](ReconfigObserver &o) { o.OnVideoReconfig(); }, +[](ReconfigObserver &o) { o.OnVSyncReconfig(true); }})
+    host::KernelRequest const requests[] = {host::VideoRequest(), host::VSyncRequest()};
+    for (host::KernelRequest const &request : requests)
     {
         RunFrames(20, 0.25);
-        reconfigure(*kernel.reconfigObservers.at(0));
+        kernel.Request(request);
+        kernel.CarryOutRequests();
         EXPECT_EQ(stats.GetTotalFrameCount(), 0u);
         EXPECT_EQ(stats.GetFrameRateSmooth(), 0);
         EXPECT_EQ(stats.GetFrameRateImmediateMax(), 0);
@@ -108,11 +109,11 @@ TEST_F(FrameStatistics, RegistersItself)
 {
     {
         FrameStatisticsCollector const second;
-        EXPECT_EQ(kernel.frameObservers.size(), 2u);
-        EXPECT_EQ(kernel.reconfigObservers.size(), 2u);
+        EXPECT_EQ(kernel.GetNumFrameObservers(), 2u);
+        EXPECT_EQ(kernel.GetNumReconfigObservers(), 2u);
     }
-    EXPECT_EQ(kernel.frameObservers.size(), 1u);
-    EXPECT_EQ(kernel.reconfigObservers.size(), 1u);
+    EXPECT_EQ(kernel.GetNumFrameObservers(), 1u);
+    EXPECT_EQ(kernel.GetNumReconfigObservers(), 1u);
 }
 
 } // namespace

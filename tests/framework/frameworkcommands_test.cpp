@@ -22,8 +22,6 @@ class FrameworkCommands : public testing::Test
 protected:
     FrameworkCommands()
     {
-        kernel.profiler = &profiler;
-        kernel.variableRegistry = &registry;
         interpreter = std::make_unique<std_command_interpreter::Interpreter>();
         interpreter->SetDeveloperModeActive(true);
         CreateAndRegisterAllCommands(*interpreter, nullptr, 0, 0);
@@ -44,8 +42,8 @@ protected:
     }
 
     tests::TestKernel kernel;
-    Profiler profiler;
-    VariableRegistry registry;
+    Profiler &profiler = *kernel.GetProfiler();
+    VariableRegistry &registry = *kernel.GetVariableRegistry();
     AutoPtr<std_command_interpreter::Interpreter> interpreter;
 };
 

@@ -6,6 +6,7 @@
 #include <quillmarsh/basetools/sharedoutputstream.h>
 #include <quillmarsh/framework/application.h>
 #include <quillmarsh/framework/failuredesc.h>
+#include <quillmarsh/framework/kernelthreadinfo.h>
 
 #include <gtest/gtest.h>
 
@@ -45,9 +46,12 @@ TEST(Kernel, IsASingleton)
         }
         // The end of the second kernel has left no instance.
     }
+    Texts texts = dialogs.TakeTexts();
+    // What a kernel owns complains too.
+    std::erase_if(texts, [](string const &text) { return text.find("Kernel singleton") == string::npos; });
     EXPECT_EQ((Texts{"Kernel singleton is not created.", "Kernel singleton already created.",
                      "Destructing non-existent Kernel singleton."}),
-              dialogs.TakeTexts());
+              texts);
 }
 
 /// Counts equal texts.
@@ -110,10 +114,10 @@ TEST(Kernel, NeedsAnApplication)
 {
     TestKernel kernel;
     TestApplication application;
-    kernel.application = &application;
+    kernel.SetApplication(&application);
     EXPECT_EQ(&application, &kernel.GetApplication());
 
-    kernel.application = nullptr;
+    kernel.SetApplication(nullptr);
     string const text = tests::TextOfLastDialog([&] { kernel.GetApplication(); });
     EXPECT_NE(string::npos, text.find("! No active application."));
 }
@@ -130,10 +134,10 @@ TEST(Kernel, ObserversLeaveItByThemselves)
         Both unknown;
         kernel.AddFrameObserver(&known);
         kernel.AddReconfigObserver(&known);
-        EXPECT_EQ(1u, kernel.frameObservers.size());
+        EXPECT_EQ(1u, kernel.GetNumFrameObservers());
     }
-    EXPECT_TRUE(kernel.frameObservers.empty());
-    EXPECT_TRUE(kernel.reconfigObservers.empty());
+    EXPECT_EQ(0u, kernel.GetNumFrameObservers());
+    EXPECT_EQ(0u, kernel.GetNumReconfigObservers());
 }
 
 constexpr char s_szDefaultParams[] = "\tAutoSampleSystemKeyboard.....: true\n"

@@ -182,7 +182,7 @@ TEST(Recorder, WritesWhatWasPlayed)
         device.SampleAt(0.25);
         kernel.RunFrame(0.25);
     }
-    EXPECT_TRUE(kernel.frameObservers.empty());
+    EXPECT_EQ(0u, kernel.GetNumFrameObservers());
     EXPECT_EQ(ReadFile(file), "quillmarsh-recording 1\n"
                               "description Recorded from Keyboard, Mouse, OrientationTracker, PositionTracker, Glove, "
                               "GameController\n"

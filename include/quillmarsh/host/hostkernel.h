@@ -80,6 +80,8 @@ public:
     /// The steps of a frame in their order: what RunFrame() does, and nothing else.
     static std::span<FrameStep const> GetFrameOrder();
     void RunFrame();
+    /// Asks for what is to be done between two frames: what the operations of Kernel do for their callers. Any thread.
+    void Request(KernelRequest request);
     /// Does what was asked for since the last call.
     void CarryOutRequests();
     /// Replaces `lines` by those that wait to be interpreted.
@@ -149,7 +151,6 @@ private:
     void PollDevices();
     void SampleDevices();
     void CallFrameObservers();
-    void AddRequest(KernelRequest request);
     void CarryOut(DeviceRequest const &request);
     void CarryOut(VideoRequest const &request);
     void CarryOut(GenericRequest const &request);
