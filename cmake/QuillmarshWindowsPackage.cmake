@@ -11,7 +11,7 @@ function(install_licence name)
       return()
     endif()
   endforeach()
-  install(CODE "message(FATAL_ERROR \"The package would lack ${name}: there is none of ${ARGN}\")")
+  install(CODE "message(FATAL_ERROR \"The package needs ${name}, but none of these files exists: ${ARGN}\")")
 endfunction()
 
 set(documents /usr/share/doc)

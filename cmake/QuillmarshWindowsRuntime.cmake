@@ -13,7 +13,7 @@ foreach(name libstdc++-6.dll libwinpthread-1.dll ${quillmarsh_unwinder})
   execute_process(COMMAND "${CMAKE_CXX_COMPILER}" "-print-file-name=${name}"
     OUTPUT_VARIABLE file OUTPUT_STRIP_TRAILING_WHITESPACE)
   if(NOT EXISTS "${file}")
-    message(FATAL_ERROR "The compiler has no ${name}.")
+    message(FATAL_ERROR "The compiler does not provide ${name}.")
   endif()
   execute_process(COMMAND "${CMAKE_STRIP}" -o "${quillmarsh_runtime_directory}/${name}" "${file}"
     COMMAND_ERROR_IS_FATAL ANY)

@@ -1,4 +1,4 @@
-"""Shows values of the library in GDB as a reader thinks of them. Installed where GDB loads it with the library."""
+"""Shows values of the library in GDB in their usual form. It is installed where GDB loads it with the library."""
 import gdb
 import gdb.printing
 
@@ -18,7 +18,7 @@ def components_text(value):
 
 
 def format_text(value):
-    """Returns the name of a sample format, as it is told everywhere: "A8R8G8B8"."""
+    """Returns the name of a sample format, such as "A8R8G8B8"."""
     return str(value).rsplit("e_format_", 1)[-1]
 
 
@@ -31,7 +31,7 @@ def behind_reference(value):
 
 
 class Text:
-    """A printer that is a function from the value to a text."""
+    """A printer made of a function that converts the value to a text."""
 
     def __init__(self, text, hint=None):
         self.text, self.hint = text, hint
@@ -77,7 +77,7 @@ def version_text(value):
 
 
 def container_text(value):
-    """Returns the size, the format and the place of the samples: "3 x 4 A8R8G8B8 at 0x5581"."""
+    """Returns size, format and address of the samples, such as "3 x 4 A8R8G8B8 at 0x5581"."""
     names = [name for name in DIMENSIONS if has_member(value.type.strip_typedefs(), name)] or ["numSamples_"]
     size = " x ".join(str(int(value[name])) for name in names)
     return f"{size} {format_text(value['format_'])} at {int(value['samples_']):#x}"

@@ -1,8 +1,7 @@
-# Filter for Doxygen, so that headers need no comment that only repeats a name.
+# Filter for Doxygen, so that headers need no comments that only repeat a name.
 #
-# The text under an "@name", or else the name itself, speaks for every member of the group that has no comment of its
-# own. Outside of groups, constructors and what every value type has, plain accessors and plain fields speak for
-# themselves.
+# A member of a group without a comment of its own gets the text under "@name", or else the name itself. Outside of
+# groups, constructors, the operators of value types, plain accessors and plain fields get a short standard text.
 function braces(line,   code) {
     code = line
     gsub(/'[{}]'|"[^"]*"/, "", code)

@@ -1,4 +1,4 @@
-// What the examples in the documentation comments take for granted. scripts/check examples compiles them behind it.
+// Declarations that the examples in the documentation comments need. scripts/check examples compiles them after it.
 #ifndef QUILLMARSH_DOCS_EXAMPLE_CONTEXT_H
 #define QUILLMARSH_DOCS_EXAMPLE_CONTEXT_H
 
@@ -17,7 +17,7 @@ public:
     Application *CreateApplication() override;
 };
 
-/// Each example that is made of statements is a member function of a class derived from this one.
+/// An example that consists of statements becomes a member function of a class derived from this one.
 struct ExampleContext
 {
     struct Listener

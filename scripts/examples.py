@@ -1,7 +1,7 @@
 """Compiles the examples of the documentation: examples.py COMPILER OPTION...
 
-In headers these are the blocks of \\code: one that ends with a semicolon is the body of a member function, any other
-stands by itself, both behind docs/example_context.h. A block of C++ in docs/*.md is a whole file.
+In headers, the examples are the \\code blocks. A block that ends with a semicolon becomes the body of a member function;
+any other block is compiled at file level. Both follow docs/example_context.h. A C++ block in docs/*.md is a whole file.
 """
 import pathlib
 import re

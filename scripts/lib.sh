@@ -13,7 +13,7 @@ die() { say "$*"; exit 1; }
 install_packages() {
   local wanted missing
   wanted=$(awk -v groups=" $* " '!/^#/ && index(groups, " " $1 " ") { print $2 }' scripts/packages | sort -u)
-  command -v dpkg-query >/dev/null || { say "This is no Debian system: make sure that these are there: "$wanted; return; }
+  command -v dpkg-query >/dev/null || { say "This is not a Debian system. Make sure that these packages are installed: "$wanted; return; }
   missing=$(comm -23 <(printf '%s\n' $wanted) \
     <(dpkg-query -W -f='${db:Status-Status} ${Package}\n' $wanted 2>/dev/null | sed -n 's/^installed //p' | sort -u))
   [ -n "$missing" ] || return 0

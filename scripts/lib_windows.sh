@@ -55,7 +55,7 @@ test_windows() {
   fi
   if [ -n "$reason" ]; then
     build win32 source/all host/all tools/all plugins/all
-    say "The 32-bit programs were built, and their tests left out: $reason."
+    say "The 32-bit programs were built, but not tested: $reason."
   else
     build win32
     say "Running the tests of the 32-bit build."

@@ -1,7 +1,7 @@
 """Runs clang-tidy on sources: tidy.py BUILD JOBS FILE...
 
-A good part of its time goes into headers. Files with the same compile options are therefore joined into one source,
-several at once. Files that cannot be joined, because both define a name, are tried in smaller groups.
+The tool spends much of its time on headers. Files with the same compile options are therefore joined into one source,
+several sources at a time. Files that define the same name cannot be joined; they are tried in smaller groups.
 """
 import bisect
 import concurrent.futures
@@ -20,7 +20,7 @@ DEPTH = ["-Xclang", "-analyzer-config", "-Xclang", "max-nodes=60000"]
 
 
 def options_of(entry):
-    """The compile options, without compiler, source, object and precompiled header."""
+    """Returns the compile options, without compiler, source, object and precompiled header."""
     words = shlex.split(entry["command"])
     words = words[next(i for i, word in enumerate(words) if re.search(r"(\+\+|g\+\+|clang)[^/]*$", word)) + 1:]
     options, skip = [], 0
@@ -59,7 +59,7 @@ def join(source, files):
 
 
 def analyse(work, options, files):
-    """Returns what the tool says of these files, a line each."""
+    """Returns the messages of the tool about these files, one in each line."""
     source = str(work / (re.sub(r"\W", "_", files[0]) + f"_{len(files)}.cpp"))
     begins = join(source, files)
     options = [*options, *(f"-iquote{directory}" for directory in dict.fromkeys(map(os.path.dirname, files)))]

@@ -38,10 +38,10 @@ def main():
         if door:
             used.add(door)
         else:
-            print(f"{file} goes up to {room} without a reason in docs/ARCHITECTURE.md")
+            print(f"{file} includes the higher room {room} without a reason in docs/ARCHITECTURE.md")
     for path, room in doors:
         if (path, room) not in used:
-            print(f"docs/ARCHITECTURE.md: no include needs {path} → {room}")
+            print(f"docs/ARCHITECTURE.md: no include needs the line {path} → {room}")
 
 
 if __name__ == "__main__":

@@ -4,9 +4,9 @@ usage: bars.py PROGRAM BARS.json [FILTER] [--target NAME] [--json FILE]
 
 A line has the median, the spread (the range without the lowest and the highest figure), the wanted figure and a verdict:
 
-    ok      the median is as wanted
-    unsure  the median is not, but the spread reaches what is wanted, in MAX_TURNS turns too
-    short   all of the spread misses what is wanted
+    ok      the median reaches the wanted figure
+    unsure  the median does not reach it, but the wanted figure lies within the spread, even after MAX_TURNS turns
+    short   no figure of the spread reaches the wanted figure
 """
 import argparse
 import json
@@ -18,7 +18,7 @@ import subprocess
 import sys
 
 TURNS = 7
-MAX_TURNS = 21  # where the spread leaves it open
+MAX_TURNS = 21  # while the spread leaves the verdict open
 MIN_TIME = 0.05  # seconds of one run
 COMPARE = {"<=": operator.le, ">=": operator.ge}
 
@@ -39,7 +39,7 @@ def name_processor():
 
 
 class Program:
-    """The benchmark program, which runs the cases that it is asked for."""
+    """The benchmark program, which runs cases on request."""
 
     def __init__(self, path, target):
         environment = dict(os.environ)
@@ -58,7 +58,7 @@ class Program:
         return line.strip()
 
     def run(self, case):
-        """Figures of one run of a case: {"time": nanoseconds, counter: value, ...}."""
+        """Returns the figures of one run of a case: {"time": nanoseconds, counter: value, ...}."""
         self.process.stdin.write("^" + re.escape(case) + "(/real_time|/iterations:[0-9]+)*$\n")
         self.process.stdin.flush()
         line = self.read_line()
@@ -72,7 +72,7 @@ class Program:
 
 
 def take_turn(program, bar, is_odd):
-    """One figure of a bar. Which of case and limit goes first changes from turn to turn."""
+    """Measures one figure of a bar. Case and limit take turns at being first."""
     kind = bar["measure"]
     if kind.startswith("counter:"):
         return program.run(bar["case"])[kind.removeprefix("counter:")]

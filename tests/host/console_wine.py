@@ -12,7 +12,7 @@ import time
 
 
 class Console:
-    """A process in a terminal, and what it shows without the escape sequences."""
+    """A process in a terminal, and its output without the escape sequences."""
 
     def __init__(self, *command):
         self.shown = ""

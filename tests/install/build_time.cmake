@@ -11,7 +11,7 @@ include("${WORK}/cmake/QuillmarshBuildTime.cmake")
 set(PROJECT_SOURCE_DIR "${WORK}/project")
 file(WRITE "${PROJECT_SOURCE_DIR}/main.cpp" "")
 unset(ENV{SOURCE_DATE_EPOCH})
-# What the folders above are has no say.
+# The folders above must not matter.
 set(ENV{GIT_CEILING_DIRECTORIES} "${WORK}")
 
 quillmarsh_build_timestamp(found)

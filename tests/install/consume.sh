@@ -17,7 +17,7 @@ configure_and_build() {
 install_and_move() {
   cmake --install "$build" --prefix "$work/first" >"$work/install.log"
   mv "$work/first" "$work/prefix"
-  ! grep -rIlF -e "$build" -e "$work/first" "$work/prefix" || { echo "The installed files name the build."; exit 1; }
+  ! grep -rIlF -e "$build" -e "$work/first" "$work/prefix" || { echo "The installed files contain the path of the build."; exit 1; }
 }
 
 case $way in
@@ -50,8 +50,8 @@ esac
 "$host" "$plugin" >"$work/out"
 printf 'Hello from frame %d\n' 1 2 3 | diff - "$work/out"
 
-# The library has its name, and shows no symbol but its own.
+# The library has the right name, and exports only its own symbols.
 library=$(ldd "$host" | sed -n 's/^.*libquillmarsh\.so\.[0-9.]* => \([^ ]*\).*/\1/p')
 readelf -d "$library" | grep -q 'SONAME.*\[libquillmarsh\.so\.[0-9]*\.[0-9]*\]'
 others=$(nm -DC --defined-only "$library" | cut -d' ' -f3- | grep -vE 'quillmarsh|^operator new(\[\])?\(unsigned long(, std::align_val_t)?\)' || true)
-[ -z "$others" ] || { printf 'The library shows symbols that are not its own:\n%s\n' "$others"; exit 1; }
+[ -z "$others" ] || { printf 'The library exports symbols that are not its own:\n%s\n' "$others"; exit 1; }

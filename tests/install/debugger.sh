@@ -1,9 +1,9 @@
 #!/usr/bin/env bash
-# Installs the build, and has GDB load the library's printers by itself and show values.
+# Installs the build, and checks that GDB loads the library's printers automatically and shows values.
 # usage: debugger.sh SOURCE_DIR BUILD_DIR WORK_DIR CXX
 set -euo pipefail
 source=$1 build=$2 work=$3 cxx=$4
-command -v gdb >/dev/null || { echo "There is no gdb: nothing is tested."; exit 77; }
+command -v gdb >/dev/null || { echo "GDB is not installed, so nothing is tested."; exit 77; }
 rm -rf "$work"
 mkdir -p "$work"
 cmake --install "$build" --prefix "$work/prefix" >"$work/install.log"
@@ -20,7 +20,7 @@ gdb -batch -nx -iex "set auto-load safe-path /" \
   -iex "set auto-load scripts-directory $work/prefix/share/gdb/auto-load" -ex "break printed_values.cpp:$line" -ex run \
   "${show[@]}" "$work/values" >"$work/out" 2>"$work/log" </dev/null || { cat "$work/out" "$work/log"; exit 1; }
 if grep -q "ptrace: Operation not permitted" "$work/log"; then
-  echo "No process may be traced here: nothing is tested."
+  echo "Tracing processes is not allowed here, so nothing is tested."
   exit 77
 fi
 sed -n '/stop here/,$p' "$work/out" | tail -n +2 | sed 's/at 0x[0-9a-f]*/at PLACE/' | diff - <(cat <<'WANTED'

@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Packs the Windows build, unpacks it in an empty Wine, starts the host there, and builds the example project against it.
+# Packs the Windows build, unpacks it in an empty Wine prefix, starts the host there, and builds the example project against it.
 # usage: unpack_windows.sh SOURCE_DIR BUILD_DIR WORK_DIR TOOLCHAIN_FILE
 set -euo pipefail
 source=$1 build=$2 work=$3 toolchain=$4
@@ -9,7 +9,7 @@ mkdir -p "$work"
 (cd "$build" && cpack -B "$work/package") >"$work/log"
 zip=$(echo "$work"/package/quillmarsh-*.zip)
 (cd "$build" && cpack -B "$work/again") >>"$work/log"
-cmp "$zip" "$work/again/$(basename "$zip")" || { echo "The package tells when it was packed."; exit 1; }
+cmp "$zip" "$work/again/$(basename "$zip")" || { echo "The package contains the time of packing."; exit 1; }
 
 export WINEPREFIX=$work/wine WINEDEBUG=-all WINEDLLOVERRIDES='mscoree,mshtml,winemenubuilder.exe='
 trap 'wineserver -k; rm -rf "$WINEPREFIX"' EXIT
@@ -17,12 +17,12 @@ wineboot -i >>"$work/log" 2>&1
 unzip -q "$zip" -d "$WINEPREFIX/drive_c"
 name=$(basename "$zip" .zip)
 installed=$WINEPREFIX/drive_c/$name
-! grep -rIlF -e "$build" -e "$source" "$installed" || { echo "The package names the build."; exit 1; }
+! grep -rIlF -e "$build" -e "$source" "$installed" || { echo "The package contains the path of the build."; exit 1; }
 for file in LICENSE licences/compiler-runtime.txt licences/system-runtime.txt licences/vector-library.txt; do
   [ -s "$installed/$file" ] || { echo "The package lacks $file."; exit 1; }
 done
 
-# From a folder of its own: nothing may lie there that the host needs.
+# Starts the host in another folder, where it finds none of its files.
 cd "$WINEPREFIX/drive_c"
 printf 'greet\nlist-commands\n' | wine "C:\\$name\\bin\\quillmarsh-host.exe" >"$work/out"
 grep -q 'Hello from the workbench!' "$work/out" || { cat "$work/out"; exit 1; }
