@@ -18,10 +18,14 @@ class CommandLineParser;
 class QUILLMARSH_API Command
 {
 public:
+    /// @name Life
+    /// A copy has the same names and description.
+    /// @{
     Command();
     Command(Command const &);
     Command &operator=(Command const &);
     virtual ~Command();
+    /// @}
 
     /// Runs the command. `parser` holds the parsed line, and `commandLine` is that line after the expansion of aliases.
     /// Returns true when the command did its work; this is the result of the whole line.

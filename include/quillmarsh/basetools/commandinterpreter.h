@@ -12,10 +12,14 @@ namespace quillmarsh
 class QUILLMARSH_API CommandInterpreter
 {
 public:
+    /// @name Life
+    /// The class has no data, so that copying copies nothing.
+    /// @{
     CommandInterpreter();
     CommandInterpreter(CommandInterpreter const &);
     CommandInterpreter &operator=(CommandInterpreter const &);
     virtual ~CommandInterpreter();
+    /// @}
 
     /// Runs the lines of a script in order, and echoes each line to `out` first. Returns the number of lines that
     /// failed or, with `stopOnError`, the number of the line that failed and ended the script, counted from 1. The

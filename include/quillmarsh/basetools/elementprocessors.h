@@ -115,7 +115,7 @@ struct Strides3D
     std::ptrdiff_t inner;  ///< from column to column
 };
 
-/// What the loops are made of.
+/// Parts of the loops.
 namespace loops
 {
 

@@ -16,10 +16,14 @@ namespace quillmarsh
 class QUILLMARSH_API HeapTracked
 {
 public:
+    /// @name Life
+    /// The class has no data. A copy is on the heap or not, whatever its original is.
+    /// @{
     HeapTracked();
     HeapTracked(HeapTracked const &);
     HeapTracked &operator=(HeapTracked const &);
     virtual ~HeapTracked();
+    /// @}
 
     /// True when the whole object was made with `new`, through whichever of its bases it is asked.
     bool IsOnHeap() const;

@@ -31,7 +31,7 @@ public:
 
     /// The buffer is borrowed. It outlives the stream, unless the derived class removes it by `rdbuf(nullptr)`.
     explicit OutputStream(std::streambuf *buffer);
-    /// Flushes. Throws nothing, whatever the stream's exception mask is.
+    /// Flushes. Throws nothing, even if the stream's exception mask says so.
     ~OutputStream() override;
 
     /// Selects the type of the text that follows. Does nothing by default.

@@ -19,14 +19,14 @@ constexpr bool IsMachineBigEndian()
     return false;
 }
 
-/// Sets the byte order of what is written from now on: for the process or, on a thread that holds a sentry of output,
-/// for that thread until its innermost sentry ends.
+/// Sets the byte order of output from now on: for the process or, on a thread that holds a sentry of output, for that
+/// thread until its innermost sentry ends.
 QUILLMARSH_API void SetOutputStreamByteOrder(bool bigEndian);
-/// Byte order of what the calling thread writes.
+/// Byte order of the calling thread's output.
 QUILLMARSH_API bool IsOutputStreamByteOrderBigEndian();
-/// Sets the byte order of what is read from now on, likewise.
+/// Sets the byte order of input from now on, likewise.
 QUILLMARSH_API void SetInputStreamByteOrder(bool bigEndian);
-/// Byte order of what the calling thread reads.
+/// Byte order of the calling thread's input.
 QUILLMARSH_API bool IsInputStreamByteOrderBigEndian();
 
 /// True when the calling thread writes in another order than the machine's.
@@ -39,6 +39,7 @@ QUILLMARSH_API bool IsFlippingInput();
 class QUILLMARSH_API OutputStreamByteOrderSentry : NoCopy
 {
 public:
+    /// Without an argument it sets the order of the machine.
     explicit OutputStreamByteOrderSentry(bool bigEndian = IsMachineBigEndian());
     ~OutputStreamByteOrderSentry();
 
@@ -51,6 +52,7 @@ private:
 class QUILLMARSH_API InputStreamByteOrderSentry : NoCopy
 {
 public:
+    /// Without an argument it sets the order of the machine.
     explicit InputStreamByteOrderSentry(bool bigEndian = IsMachineBigEndian());
     ~InputStreamByteOrderSentry();
 

@@ -34,14 +34,15 @@ class InterleavedRenderArea;
 /// default body, and an application overrides the hooks that it needs. An exception from a hook ends the run: the
 /// kernel walks down everything that was up, and gives Cleanup() a description of the failure.
 ///
-/// What is called when a hook throws:
+/// These rules tell which hooks are called after a hook has thrown:
 ///
-/// - A hook that undoes another one is called exactly once for each call of the other one that returned, whatever threw
-///   since, and in a reconfiguration that fails too. It is not called when the other one threw, and not again when it
-/// threw itself. DisconnectHumanInterfaceDevices() undoes BeginConnectHumanInterfaceDevices() and all that follows it,
-/// before the devices are deleted; DisconnectSubsystemsFromAppWindow() undoes ConnectSubsystemsToAppWindow();
-/// CleanupSubsystems() undoes InitializeSubsystems(). The hooks of video follow the same rule.
-/// - A hook that ends what another one began is called only when nothing threw in between: EndStartup(),
+/// - A hook that undoes another one is called exactly once for each call of the other one that returned, whichever hook
+///   has thrown since, and also in a reconfiguration that fails. It is not called when the other one threw, and not
+///   again when it threw itself. DisconnectHumanInterfaceDevices() undoes BeginConnectHumanInterfaceDevices() and all
+///   that follows it, before the devices are deleted; DisconnectSubsystemsFromAppWindow() undoes
+///   ConnectSubsystemsToAppWindow(); CleanupSubsystems() undoes InitializeSubsystems(). The hooks of video follow the
+///   same rule.
+/// - A hook that ends what another one began is called only when no hook has thrown in between: EndStartup(),
 ///   EndConfirmHumanInterfaceDevices(), EndConnectHumanInterfaceDevices(), FrameEnd().
 /// - Cleanup() is called once for every application.
 ///
@@ -49,7 +50,7 @@ class InterleavedRenderArea;
 class QUILLMARSH_API Application : public Plugin
 {
 public:
-    /// What the host tells about itself at start-up.
+    /// Paths and command line that the host tells at start-up.
     struct QUILLMARSH_API StartupInfo
     {
         /// The host's command line: program and arguments, joined by blanks.

@@ -15,7 +15,7 @@ namespace quillmarsh
 class CommandArguments;
 class HumanInterfaceDevice;
 
-/// What the value of an assignment, or an argument, may be.
+/// Kind of value of an assignment or an argument.
 ///
 /// A plug-in adds kinds of its own:
 ///
@@ -127,7 +127,7 @@ struct CommandWord
     constexpr bool IsArgument() const { return kind == eKind::e_argument || kind == eKind::e_leadingArgument; }
 };
 
-/// What a command tells of its words. Programs ask a command for it by `dynamic_cast`.
+/// Gives the words of a command. Programs ask a command for it by `dynamic_cast`.
 class QUILLMARSH_API CommandVocabulary
 {
 public:
@@ -220,7 +220,8 @@ class QUILLMARSH_API TableCommand : public Command, public CommandVocabulary
 public:
     ~TableCommand() override;
 
-    /// Runs Execute(). Prints the first mistake of the line instead, when there is one, and is false.
+    /// Runs Execute() and returns its result. If the line has a mistake, prints the first one instead, and returns
+    /// false.
     bool ParseAndExecute(ostream &out, CommandLineParser const &parser, string const &commandLine) final;
     /// Prints the words and the default behaviour.
     void DumpHelp(ostream &out, CommandLineParser const &parser) override;
@@ -228,7 +229,7 @@ public:
 protected:
     /// Does the command's work, on a line without mistakes. The result is that of ParseAndExecute().
     virtual bool Execute(ostream &out, CommandArguments const &arguments) = 0;
-    /// What the command does on a line without words, for its help; empty by default.
+    /// Sentence of the help about a line without words; empty by default.
     virtual string GetDefaultBehavior() const;
 };
 

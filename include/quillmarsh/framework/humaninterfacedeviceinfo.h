@@ -1,4 +1,4 @@
-// What is known of an input device.
+// Description of an input device.
 #ifndef QUILLMARSH_FRAMEWORK_HUMANINTERFACEDEVICEINFO_H
 #define QUILLMARSH_FRAMEWORK_HUMANINTERFACEDEVICEINFO_H
 

@@ -1,4 +1,4 @@
-// Entry point of plug-in libraries: what a library writes once, and what a host reads before it trusts a library.
+// Entry point of plug-in libraries. A library defines it once; a host checks its record before it trusts the library.
 #ifndef QUILLMARSH_FRAMEWORK_PLUGINLIBRARY_H
 #define QUILLMARSH_FRAMEWORK_PLUGINLIBRARY_H
 
