@@ -70,10 +70,9 @@ public:
     string GetText() const;
 
 private:
-    friend QUILLMARSH_API void TellCodecFailure(eCodecFailure kind, string const &text);
-
     CodecFailure failure_;
-    CodecFailureSentry *outer_;
+    /// Where the next outer sentry of the thread keeps its failure; null for the outermost.
+    CodecFailure *outer_;
 };
 
 } // namespace quillmarsh

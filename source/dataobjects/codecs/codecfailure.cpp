@@ -7,11 +7,11 @@ namespace quillmarsh
 namespace
 {
 
-constinit thread_local CodecFailureSentry *s_innermost = nullptr;
+constinit thread_local CodecFailure *s_innermost = nullptr;
 
 } // namespace
 
-CodecFailureSentry::CodecFailureSentry() : outer_(std::exchange(s_innermost, this)) {}
+CodecFailureSentry::CodecFailureSentry() : outer_(std::exchange(s_innermost, &failure_)) {}
 
 CodecFailureSentry::~CodecFailureSentry()
 {
@@ -26,7 +26,7 @@ string CodecFailureSentry::GetText() const
 void TellCodecFailure(eCodecFailure kind, string const &text)
 {
     if (s_innermost)
-        s_innermost->failure_ = {kind, text};
+        *s_innermost = {kind, text};
 }
 
 } // namespace quillmarsh
