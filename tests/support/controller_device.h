@@ -11,7 +11,7 @@
 namespace quillmarsh::tests
 {
 
-/// `Controller` is a concrete controller; its device's own sampling, on the thread too, leaves it alone.
+/// `Controller` is a concrete controller. The device's own sampling, also on a thread, does not change it.
 template<typename Controller>
 class ControllerDevice : public HumanInterfaceDevice
 {
@@ -30,7 +30,7 @@ public:
     void SampleDevice() override {}
     void ApplyUseDirectInput(bool use) override { UpdateUsingDirectInput(use); }
 
-    /// One sample, which `write` fills in.
+    /// Takes one sample, which `write` fills in.
     template<typename Write>
     void Sample(Write write)
     {
@@ -48,7 +48,7 @@ public:
     Controller controller;
 };
 
-/// Opens what a device may do with its controller. Bases come by `using` in the derived class.
+/// Makes the operations of a controller public that only its device may call. The derived class lists them by `using`.
 template<typename Base>
 class AttachedController : public Base
 {

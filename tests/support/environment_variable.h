@@ -1,4 +1,4 @@
-// Environment variable set for a scope.
+// Sets an environment variable for a scope.
 #ifndef QUILLMARSH_TESTS_SUPPORT_ENVIRONMENT_VARIABLE_H
 #define QUILLMARSH_TESTS_SUPPORT_ENVIRONMENT_VARIABLE_H
 
@@ -9,7 +9,7 @@
 namespace quillmarsh::tests
 {
 
-/// Sets a variable, or takes it away where the value is null, and brings the old state back at the end of the scope.
+/// Sets a variable, or removes it when the value is null, and restores the old state at the end of the scope.
 class EnvironmentVariable : NoCopy
 {
 public:

@@ -1,4 +1,4 @@
-// What an action throws, for tests of messages.
+// Messages of thrown exceptions, for tests of messages.
 #ifndef QUILLMARSH_TESTS_SUPPORT_FAILURES_H
 #define QUILLMARSH_TESTS_SUPPORT_FAILURES_H
 
@@ -9,8 +9,8 @@
 namespace quillmarsh::tests
 {
 
-/// Message of the exception of the class that the action throws, with empty text when it throws none. The source file
-/// that it names is held against one that is given.
+/// Returns the message of the exception of this class that the action throws; empty when it throws none. Also checks
+/// the source file that the exception names, when one is given.
 template<typename Failure>
 string MessageOf(auto const &action, string const &file = "")
 {

@@ -1,4 +1,4 @@
-// Files as other programs on Windows leave them.
+// Files in states that other programs on Windows cause.
 #ifndef QUILLMARSH_TESTS_SUPPORT_FILES_WIN32_H
 #define QUILLMARSH_TESTS_SUPPORT_FILES_WIN32_H
 
@@ -10,7 +10,7 @@
 namespace quillmarsh::tests
 {
 
-/// Holds a file open, as another program does, and lets others have a part of the access to it.
+/// Keeps a file open, as another program would, and shares a part of the access.
 class FileHolder : NoCopy
 {
 public:
@@ -25,7 +25,7 @@ private:
     HANDLE handle_;
 };
 
-/// Directory in another one whose name is longer than the system's old limit. It is to be empty at the end of the scope.
+/// A directory whose full name is longer than the system's old limit. It must be empty at the end of the scope.
 class DeepDirectory : NoCopy
 {
 public:
@@ -52,7 +52,7 @@ private:
     int depth_ = 0;
 };
 
-/// "X:\" of a drive that is not there.
+/// Returns "X:\" with the letter of a missing drive.
 inline string FindMissingDrive()
 {
     string drive = "b:\\";

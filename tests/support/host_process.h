@@ -1,4 +1,4 @@
-// The host as a process of its own.
+// Runs the host as a process.
 #ifndef QUILLMARSH_TESTS_SUPPORT_HOST_PROCESS_H
 #define QUILLMARSH_TESTS_SUPPORT_HOST_PROCESS_H
 
@@ -13,33 +13,34 @@ namespace quillmarsh::tests
 
 #if defined(_WIN32)
 constexpr char s_szPluginExtension[] = ".dll";
-/// What the host says of a plug-in library that is cut off.
+/// The host's message for a truncated plug-in library.
 constexpr char s_szCutOffReason[] = "the library cannot be loaded: ";
-/// Why a file that is not there cannot be opened, in the user's language on Windows.
+/// The reason for a missing file: on Windows it is in the user's language, so tests do not compare it.
 constexpr char s_szNotFoundReason[] = "";
 #else
 constexpr char s_szPluginExtension[] = ".so";
-/// What the host says of a plug-in library that is cut off.
+/// The host's message for a truncated plug-in library.
 constexpr char s_szCutOffReason[] = "the library is cut off: ";
-/// Why a file that is not there cannot be opened.
+/// The reason for a missing file.
 constexpr char s_szNotFoundReason[] = "No such file or directory";
 #endif
 
 using HostResult = ProcessResult;
 
-/// Runs the host to its end, with a text on its standard input.
+/// Runs the host until it ends, with a text on its standard input.
 inline HostResult RunHost(std::vector<string> const &arguments, string const &input = "")
 {
     return RunProcess(QUILLMARSH_TEST_HOST, arguments, input);
 }
 
-/// Name of a plug-in library of the tests.
+/// Returns the file name of a test plug-in.
 inline string TestPlugin(string const &name)
 {
     return Preferred(QUILLMARSH_TEST_PLUGINS + name + s_szPluginExtension);
 }
 
-/// Runs the host, and gives the lines that plug-ins of the tests wrote down. The environment's variables are for them.
+/// Runs the host, and returns the lines that the test plug-ins recorded. The environment variables are for these
+/// plug-ins.
 inline string RunTraced(std::vector<string> arguments, std::vector<std::pair<string, string>> settings,
                         std::initializer_list<char const *> plugins, HostResult &result, string const &input)
 {

@@ -1,4 +1,4 @@
-// The host in a terminal.
+// Runs the host in a terminal.
 #ifndef QUILLMARSH_TESTS_SUPPORT_HOST_TERMINAL_LINUX_H
 #define QUILLMARSH_TESTS_SUPPORT_HOST_TERMINAL_LINUX_H
 
@@ -16,7 +16,7 @@
 namespace quillmarsh::tests
 {
 
-/// The host in a terminal of 80 columns.
+/// A host in a terminal with 80 columns.
 class HostTerminal
 {
 public:
@@ -43,7 +43,7 @@ public:
     HostTerminal(HostTerminal const &) = delete;
 
     void Send(string const &keys) { static_cast<void>(!write(terminal_, keys.data(), keys.size())); }
-    /// Sends keys, and waits for texts one behind the other.
+    /// Sends keys, and waits for texts one after another.
     bool Enter(string const &keys, std::initializer_list<string> texts)
     {
         Send(keys);
@@ -51,7 +51,7 @@ public:
     }
     void Signal(int signal) { kill(process_, signal); }
 
-    /// Waits for a text behind what was waited for last; false when it does not come.
+    /// Waits for a text after the last one that was found; false when it does not come.
     bool Expect(string const &text)
     {
         auto const end = std::chrono::steady_clock::now() + std::chrono::seconds(20);
@@ -68,7 +68,7 @@ public:
         }
     }
 
-    /// Waits for the end; what is still shown is read.
+    /// Waits for the end of the program, and reads the rest of its output.
     int Wait()
     {
         while (ReadMore())

@@ -1,4 +1,4 @@
-// A driver of devices from its library, with the first devices that it finds.
+// A device driver loaded from its library, with the first devices that it finds.
 #ifndef QUILLMARSH_TESTS_SUPPORT_LOADED_DRIVER_H
 #define QUILLMARSH_TESTS_SUPPORT_LOADED_DRIVER_H
 
@@ -23,7 +23,7 @@ public:
     explicit LoadedDriver(char const *fileName) : plugin(Load(fileName)), driver(dynamic_cast<HIDDriver0 &>(*plugin)) {}
     ~LoadedDriver() { Close(); }
 
-    /// Opens the driver anew, and all that it finds.
+    /// Opens the driver again, with all devices that it finds.
     void Open()
     {
         Close();
@@ -68,7 +68,8 @@ inline PositionTracker &GetPositionTracker(HumanInterfaceDevice &device)
     return dynamic_cast<PositionTracker &>(*device.FindController("PositionTracker"));
 }
 
-/// The axes that a sample shows, as the columns of a matrix. The third is where the head looks, the second its top.
+/// Returns the axes of a sample as the columns of a matrix. The head looks along the third axis; the second points to
+/// its top.
 inline mat3 SampleAxes(HumanInterfaceDevice &device)
 {
     device.SampleDevice();

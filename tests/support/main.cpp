@@ -1,4 +1,4 @@
-// Entry of the test programs: a dialog that no test expects is a failure.
+// Main program of the tests: a dialog that no test expects is a failure.
 #include <quillmarsh/platform/dialogs.h>
 
 #include <gtest/gtest.h>
@@ -25,7 +25,7 @@ public:
 int main(int argc, char **argv)
 {
 #if defined(_WIN32)
-    // A test that crashes, or whose child is to crash, ends without a window or a debugger.
+    // Keeps windows and debuggers away when a test or its child process crashes.
     SetErrorMode(SEM_FAILCRITICALERRORS | SEM_NOGPFAULTERRORBOX);
 #endif
     FailingDialogs dialogs;

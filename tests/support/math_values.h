@@ -1,4 +1,4 @@
-// Math values in tests: random ones, their text in a failure, and comparison with a tolerance.
+// Math values in tests: random values, their text in failures, and comparison with a tolerance.
 #ifndef QUILLMARSH_TESTS_SUPPORT_MATH_VALUES_H
 #define QUILLMARSH_TESTS_SUPPORT_MATH_VALUES_H
 
@@ -14,7 +14,7 @@
 namespace quillmarsh
 {
 
-// Found by the test framework, which would print addresses else.
+// The test framework finds this function; otherwise it would print bytes.
 template<typename T>
 requires std::is_base_of_v<LinearOperations<T>, T>
 void PrintTo(T const &value, std::ostream *out)
@@ -26,7 +26,7 @@ void PrintTo(T const &value, std::ostream *out)
 namespace tests
 {
 
-/// A value with components from -1 to 1, of the sequence that the engine gives.
+/// Returns a value with random components from -1 to 1.
 template<typename T>
 T MakeRandom(std::mt19937 &engine)
 {
@@ -51,7 +51,7 @@ bool HaveSameBits(T const &a, T const &b)
     return std::memcmp(&a, &b, sizeof(T)) == 0;
 }
 
-/// The matrix applied to a column vector.
+/// Applies the matrix to a column vector.
 inline vec3 Apply(mat3 const &matrix, vec3 const &v)
 {
     return vec3(matrix.Row0().Dot(v), matrix.Row1().Dot(v), matrix.Row2().Dot(v));

@@ -1,4 +1,4 @@
-// Data packages, put together byte by byte.
+// Makes data packages byte by byte.
 #ifndef QUILLMARSH_TESTS_SUPPORT_PACKAGE_BYTES_H
 #define QUILLMARSH_TESTS_SUPPORT_PACKAGE_BYTES_H
 
@@ -10,7 +10,7 @@
 namespace quillmarsh::tests
 {
 
-/// 32-bit number in one of the byte orders.
+/// Writes a 32-bit number in either byte order.
 inline string NumberBytes(unsigned int number, bool bigEndian = false)
 {
     string bytes;
@@ -21,7 +21,7 @@ inline string NumberBytes(unsigned int number, bool bigEndian = false)
     return bytes;
 }
 
-/// Bytes with one bit turned over.
+/// Returns the bytes with one bit inverted.
 inline string FlipBit(string bytes, std::size_t bit)
 {
     bytes[bit / 8] = static_cast<char>(bytes[bit / 8] ^ 1 << bit % 8);
@@ -34,7 +34,7 @@ struct PackageFrame
     bool bigEndian = false;
 };
 
-/// Package of a payload with these numbers in its fixed part, and these samples.
+/// Makes a package whose payload has these numbers in its fixed part, and these samples.
 inline string PackageBytes(PackageFrame const &frame, std::initializer_list<unsigned int> fixed, string const &samples)
 {
     string payload;

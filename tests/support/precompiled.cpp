@@ -1,2 +1,2 @@
-// The target of the header that is precompiled for all tests.
+// Source of the target that precompiles the header for all tests.
 #include <gtest/gtest.h>

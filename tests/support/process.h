@@ -1,4 +1,4 @@
-// A program as a process of its own, with files for its standard streams.
+// Runs a program as a process, with files as its standard streams.
 #ifndef QUILLMARSH_TESTS_SUPPORT_PROCESS_H
 #define QUILLMARSH_TESTS_SUPPORT_PROCESS_H
 
@@ -22,7 +22,7 @@ public:
     explicit ScratchFile(string const &content = "") : name_(directory_.Write("file", content)) {}
 
     string const &GetName() const { return name_; }
-    /// All of it, with the line ends of text.
+    /// Returns the whole content, with a line feed alone at the end of each line.
     string Read() const
     {
         std::ifstream file(name_);
@@ -40,7 +40,7 @@ struct ProcessResult
     string out, err;
 };
 
-/// Runs a program to its end, with a text on its standard input. Its outputs go through files, which never fill up.
+/// Runs a program until it ends, with a text on its standard input. Its output goes to files, which never block it.
 inline ProcessResult RunProcess(string const &program, std::vector<string> const &arguments, string const &input = "")
 {
     ScratchDirectory const scratch;

@@ -1,4 +1,4 @@
-// Starting a program on Linux.
+// Starts a program on Linux.
 #ifndef QUILLMARSH_TESTS_SUPPORT_PROCESS_LINUX_H
 #define QUILLMARSH_TESTS_SUPPORT_PROCESS_LINUX_H
 
@@ -14,10 +14,10 @@
 namespace quillmarsh::tests
 {
 
-/// What a process ends with when an exception leaves it.
+/// Status of a process that an exception ended.
 constexpr int s_abortStatus = -SIGABRT;
 
-/// Names of the files that the standard streams are.
+/// Names of the files for the standard streams.
 struct StreamFiles
 {
     string in, out, err;
@@ -31,14 +31,14 @@ struct StreamFiles
     for (string &word : words)
         pointers.push_back(word.data());
     pointers.push_back(nullptr);
-    // A shell has its jobs in the background ignore interrupts, and what they start with them.
+    // Background jobs of a shell, and their children, ignore interrupts.
     for (int const number : {SIGINT, SIGHUP, SIGTERM})
         signal(number, SIG_DFL);
     execv(pointers[0], pointers.data());
     _exit(127);
 }
 
-/// Exit status, or minus the signal.
+/// Returns the exit status, or minus the signal.
 inline int WaitForExit(pid_t process)
 {
     int status = 0;

@@ -1,4 +1,4 @@
-// Starting a program on Windows.
+// Starts a program on Windows.
 #ifndef QUILLMARSH_TESTS_SUPPORT_PROCESS_WIN32_H
 #define QUILLMARSH_TESTS_SUPPORT_PROCESS_WIN32_H
 
@@ -13,10 +13,10 @@
 namespace quillmarsh::tests
 {
 
-/// What a process ends with when an exception leaves it.
+/// Status of a process that an exception ended.
 constexpr int s_abortStatus = 3;
 
-/// Names of the files that the standard streams are.
+/// Names of the files for the standard streams.
 struct StreamFiles
 {
     string in;
@@ -31,7 +31,7 @@ inline std::wstring ToWide(string const &text)
     return {wide.begin(), wide.end()};
 }
 
-/// One word of a command line: backslashes are themselves, but those before a quotation mark count twice.
+/// Quotes one word of a command line. Backslashes stay, except before a quotation mark, where they are doubled.
 inline string QuoteWord(string const &word)
 {
     string quoted = "\"";
@@ -82,7 +82,7 @@ inline int RunWithStreams(string const &program, std::vector<string> const &argu
     std::wstring const line = MakeCommandLine(program, arguments);
     PROCESS_INFORMATION process{};
     bool started = false;
-    // Wine on a busy machine has failed to start a program that it started a moment later.
+    // On a busy machine, Wine sometimes fails to start a program and succeeds a moment later.
     for (int numTries = IsWine() ? 3 : 1; !started && numTries > 0; --numTries)
     {
         std::wstring changeable = line;

@@ -1,4 +1,4 @@
-// Containers of samples for tests: random, of given bytes, and their comparison.
+// Containers of samples for tests: random or given bytes, and comparisons.
 #ifndef QUILLMARSH_TESTS_SUPPORT_SAMPLE_BLOCKS_H
 #define QUILLMARSH_TESTS_SUPPORT_SAMPLE_BLOCKS_H
 
@@ -27,7 +27,7 @@ inline Bytes BytesOf(SignalBase const &signal)
     return Bytes(signal.GetSamplesB(), signal.GetSamplesB() + signal.GetTotalByteSize());
 }
 
-/// Fills a container with bytes that count up from a first one.
+/// Fills a container with bytes that count up from `first`.
 template<typename Container>
 Container &CountUp(Container &container, unsigned int first = 0)
 {

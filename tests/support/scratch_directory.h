@@ -1,4 +1,4 @@
-// Directory of its own for a test that writes files.
+// A separate directory for a test that writes files.
 #ifndef QUILLMARSH_TESTS_SUPPORT_SCRATCH_DIRECTORY_H
 #define QUILLMARSH_TESTS_SUPPORT_SCRATCH_DIRECTORY_H
 
@@ -12,13 +12,14 @@
 namespace quillmarsh::tests
 {
 
-/// A name with the system's separators.
+/// Returns a name with the system's separators.
 inline string Preferred(std::filesystem::path name)
 {
     return name.make_preferred().string();
 }
 
-/// Empty directory under the system's one for temporary files; goes with all that is in it at the end of the scope.
+/// An empty directory in the system's folder for temporary files. It is deleted with its content at the end of the
+/// scope.
 class ScratchDirectory : NoCopy
 {
 public:
@@ -37,10 +38,10 @@ public:
     }
 
     std::filesystem::path const &GetPath() const { return path_; }
-    /// Full name of something in the directory.
+    /// Returns the full name of an entry in the directory.
     string operator/(string const &name) const { return Preferred(path_ / name); }
 
-    /// Writes a file and gives its full name.
+    /// Writes a file and returns its full name.
     string Write(string const &name, string const &text) const
     {
         string const full = *this / name;
@@ -52,7 +53,7 @@ private:
     std::filesystem::path path_;
 };
 
-/// All of a file; empty when it is not there.
+/// Returns the content of a file; empty when it does not exist.
 inline string ReadFile(std::filesystem::path const &name)
 {
     std::ifstream file(name, std::ios::binary);

@@ -1,4 +1,4 @@
-// Scripted answers to the library's dialogs, and a count of those that a test expects.
+// Scripted answers to the library's dialogs, and checks for unexpected dialogs.
 #ifndef QUILLMARSH_TESTS_SUPPORT_SCRIPTED_DIALOGS_H
 #define QUILLMARSH_TESTS_SUPPORT_SCRIPTED_DIALOGS_H
 
@@ -16,10 +16,10 @@
 namespace quillmarsh::tests
 {
 
-/// Answers the dialogs that come while it lives. Answers run out to Ignore.
+/// Answers the dialogs while it exists. After the last scripted answer, it answers Ignore.
 ///
-/// A test takes what was shown by TakeTexts() or TakeRequests(); a dialog that it does not take is a failure of the
-/// test. Outside such an object every dialog fails the test that raised it (see main.cpp of this folder).
+/// A test takes the shown dialogs by TakeTexts() or TakeRequests(); a dialog that it does not take fails the test.
+/// Without such an object, every dialog fails its test (see main.cpp of this folder).
 class ScriptedDialogs : public platform::DialogPresenter, NoCopy
 {
 public:
@@ -29,7 +29,8 @@ public:
     {
     }
 
-    /// Answers every dialog alike. With Retry an assertion shows again each time that it fails, in place of once.
+    /// Gives every dialog the same answer. With Retry, an assertion shows its dialog each time that it fails, not only
+    /// once.
     explicit ScriptedDialogs(platform::eDialogAnswer every) : ScriptedDialogs() { every_ = every; }
 
     ~ScriptedDialogs() override
@@ -50,14 +51,14 @@ public:
         return answer;
     }
 
-    /// What was shown since the last call.
+    /// Returns the dialogs since the last call.
     std::vector<platform::DialogRequest> TakeRequests()
     {
         std::lock_guard const lock(mutex_);
         return std::exchange(requests_, {});
     }
 
-    /// The messages of the assertions shown since the last call: what stands behind "! ".
+    /// Returns the messages of the assertions since the last call: the text after "! ".
     std::vector<string> TakeTexts()
     {
         std::vector<string> texts;
@@ -77,7 +78,7 @@ private:
     platform::eDialogAnswer every_ = platform::eDialogAnswer::e_ignore;
 };
 
-/// Hands the texts of the dialogs that come while it lives to a function, and ignores them.
+/// Passes the texts of dialogs to a function while it exists, and answers Ignore.
 class HandledDialogs : public platform::DialogPresenter, NoCopy
 {
 public:
@@ -99,7 +100,8 @@ private:
     platform::DialogPresenter *previous_;
 };
 
-/// Text of the dialog that an action runs into, which is left by an exception: there is nothing to go on with.
+/// Returns the text of the dialog that an action raises. An exception leaves the dialog, because the action cannot
+/// continue after it.
 string TextOfLastDialog(auto const &action)
 {
     HandledDialogs const dialogs([](string const &text) { throw text; });

@@ -17,8 +17,8 @@ struct TestStreams
     std::ostringstream conOut, logOut;
 };
 
-/// The kernel of hosts with a clock that a test plays, with devices of the test's own, and with a record of what it was
-/// asked for. Its streams are `conOut` and `logOut`.
+/// The hosts' kernel with a clock that the test sets, with devices of the test, and with a record of requests. Its
+/// streams are `conOut` and `logOut`.
 class TestKernel : private TestStreams, public host::HostKernel
 {
 public:
@@ -37,7 +37,7 @@ public:
     std::vector<HumanInterfaceDevice *> devices;
     DirectInputConfig directInputConfig;
     std::vector<std::pair<DirectInputConfig, unsigned int>> hidReconfigs;
-    /// What the kernel hands out, which a test may replace.
+    /// Objects that the kernel returns; a test may replace them.
     ConsoleBuffers *consoleBuffers = HostKernel::GetConsoleBuffers();
 
     /// Runs one frame, `delta` seconds after the last one.
@@ -68,7 +68,7 @@ private:
     host::FramePacer::Clock::time_point now_;
 };
 
-/// What a record writes of itself.
+/// Returns the dump of a record.
 string DumpText(auto const &record, unsigned int tabs)
 {
     std::ostringstream out;

@@ -1,4 +1,4 @@
-// A display without a screen, and a hand that types and points on it.
+// A virtual display, with simulated typing and pointing.
 #ifndef QUILLMARSH_TESTS_SUPPORT_VIRTUAL_DISPLAY_H
 #define QUILLMARSH_TESTS_SUPPORT_VIRTUAL_DISPLAY_H
 
@@ -12,7 +12,7 @@
 namespace quillmarsh::tests
 {
 
-/// An X server of the test's own. Its name is empty when the programs that it takes are not there.
+/// An X server for one test. Its name is empty when the required programs are not installed.
 class VirtualDisplay
 {
 public:
@@ -30,7 +30,7 @@ public:
             _exit(127);
         }
         close(ends[1]);
-        // It tells its number when it is ready, with a line end.
+        // The server writes its number and a line end when it is ready.
         std::string number;
         char letter = 0;
         while (read(ends[0], &letter, 1) == 1 && letter != '\n')
@@ -49,7 +49,7 @@ public:
     VirtualDisplay(VirtualDisplay const &) = delete;
 
     std::string const &GetName() const { return name_; }
-    /// Runs xdotool with the arguments.
+    /// Runs xdotool with these arguments.
     bool Do(std::string const &arguments) const
     {
         return std::system(("DISPLAY=" + name_ + " xdotool " + arguments + " >/dev/null").c_str()) == 0;

@@ -1,4 +1,4 @@
-// Waiting for what another thread brings about.
+// Waits for results of other threads.
 #ifndef QUILLMARSH_TESTS_SUPPORT_WAITING_H
 #define QUILLMARSH_TESTS_SUPPORT_WAITING_H
 
@@ -8,7 +8,7 @@
 namespace quillmarsh::tests
 {
 
-/// Waits until the condition holds; false when it has not come to hold in twenty seconds.
+/// Waits until the condition holds; false when it does not within twenty seconds.
 template<typename Condition>
 bool WaitUntil(Condition condition)
 {

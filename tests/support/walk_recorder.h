@@ -1,4 +1,4 @@
-// Walker that keeps a record of its hooks.
+// A walker that records the calls of its hooks.
 #ifndef QUILLMARSH_TESTS_SUPPORT_WALK_RECORDER_H
 #define QUILLMARSH_TESTS_SUPPORT_WALK_RECORDER_H
 
@@ -11,13 +11,13 @@
 namespace quillmarsh::tests
 {
 
-/// Writes down what it is told: level, index, path below the root with "/" between its pieces, and name.
+/// Records level, index, path below the root with "/" between its parts, and name.
 class WalkRecorder : public file_system::FileSystemWalker
 {
 public:
     explicit WalkRecorder(string const &root) : root_(root) {}
 
-    /// Walks, and gives what was told, each piece with ";" behind it. A walk that fails has a "-" in the end.
+    /// Walks, and returns the record, with ";" after each entry. A failed walk adds "-" at the end.
     string Record()
     {
         lines_.clear();

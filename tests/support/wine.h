@@ -1,4 +1,4 @@
-// Windows, and Wine in its place, which lacks some of what Windows has.
+// Tells Wine from Windows, because Wine lacks some features of Windows.
 #ifndef QUILLMARSH_TESTS_SUPPORT_WINE_H
 #define QUILLMARSH_TESTS_SUPPORT_WINE_H
 

@@ -1,5 +1,5 @@
-// What a window manager and other programs do to windows on a display. The macros of its headers want a file of their own
-// in front of everything else that they would not fit.
+// Actions of a window manager and of other programs on a display. Include it before headers that X11's macros conflict
+// with.
 #ifndef QUILLMARSH_TESTS_SUPPORT_X11_CLIENT_LINUX_H
 #define QUILLMARSH_TESTS_SUPPORT_X11_CLIENT_LINUX_H
 
@@ -15,13 +15,13 @@
 namespace quillmarsh::tests
 {
 
-/// A program of its own on the display.
+/// Another program on the display.
 class X11Client
 {
 public:
     explicit X11Client(std::string const &displayName) : display_(XOpenDisplay(displayName.c_str()), &XCloseDisplay) {}
 
-    /// Presses the close button of the window with the title, once it is there.
+    /// Presses the close button of the window with this title, once it exists.
     bool PressCloseButton(std::string const &title)
     {
         Window window = 0;
@@ -38,7 +38,7 @@ public:
         return isThere;
     }
 
-    /// Copies something.
+    /// Takes over the clipboard, as a program that copies does.
     void TakeClipboard()
     {
         Window const window = XCreateSimpleWindow(display_.get(), GetRoot(), 0, 0, 1, 1, 0, 0, 0);
@@ -50,7 +50,7 @@ private:
     Window GetRoot() const { return DefaultRootWindow(display_.get()); }
     Atom GetAtom(char const *name) const { return XInternAtom(display_.get(), name, False); }
 
-    /// No window manager is there to put frames around the windows.
+    /// Finds a top-level window; without a window manager, windows have no frames around them.
     Window FindWindow(std::string const &title) const
     {
         Window root, parent, *children = nullptr;

@@ -44,7 +44,7 @@ string Volume(unsigned int layers, unsigned int rows, unsigned int columns, unsi
     return PackageBytes({3}, {layers, rows, columns, format, 0, 0}, samples);
 }
 
-/// Two rows of three samples; the samples begin at byte 64, and the trailer at 70.
+/// Makes a package with two rows of three samples. The samples begin at byte 64, and the trailer at byte 70.
 string SmallImage()
 {
     return PackageBytes({2, 7}, {2, 3, s_L8, 0, 0}, "abcdef");
@@ -58,7 +58,7 @@ long CountLines(string const &text)
 class Qmdp : public testing::Test
 {
 protected:
-    /// Converts a package and gives the bytes of the result; the text of the failure if there was one.
+    /// Converts a package and returns the bytes of the result, or the text of the failure.
     string Convert(string const &package, Words const &options, string const &extension = ".qmdp")
     {
         Words words = {"convert", directory_.Write("in.qmdp", package), directory_ / ("out" + extension),
@@ -151,7 +151,7 @@ TEST_F(Qmdp, CutAndFlippedPackagesFailInOneLineEach)
     for (std::size_t i = 0; i < 64 * 8; ++i)
         flipped.push_back(directory_.Write("flipped" + std::to_string(i), FlipBit(bytes, i)));
     result = RunTool(flipped);
-    // Any layout of components is a format, and the order of rows is free.
+    // Every layout of components has a format, and rows can have either order.
     EXPECT_EQ(24 + 1, CountLines(result.out));
     EXPECT_EQ(64 * 8 - 24 - 1, CountLines(result.err));
 }
@@ -266,7 +266,7 @@ TEST_F(Qmdp, FilesAreReplacedWholeAndOnlyWhenAskedFor)
               RunTool({"convert", in, directory_ / "d.qmdp", "--overwrite"}).err);
     EXPECT_EQ(1, RunTool({"convert", in, directory_ / "link.qmdp"}).status);
     EXPECT_EQ(1, RunTool({"convert", in, directory_ / "no/where.qmdp"}).status);
-    // No leftovers: both images, two links, a directory.
+    // Nothing else remains: two images, two links, a directory.
     EXPECT_EQ(5, std::distance(std::filesystem::directory_iterator(directory_.GetPath()), {}));
 }
 
@@ -298,7 +298,7 @@ TEST_F(Qmdp, MipmapsAreSavedLevelByLevel)
     EXPECT_EQ(Image(1, 1, s_A8R8G8B8, "aaa\xFF"), ReadFile(prefix + ".2.qmdp.image"));
     EXPECT_FALSE(std::filesystem::exists(prefix + ".3.qmdp.image"));
 
-    // One name in the way, and nothing is saved.
+    // If one name exists, nothing is saved.
     std::filesystem::remove(prefix + ".0.qmdp.image");
     EXPECT_EQ("qmdp: " + prefix +
                   ".1.qmdp.image: is there already, and overwriting has to be asked for by --overwrite\n",

@@ -1,4 +1,4 @@
-// Library that a module of the tests needs and does not find.
+// Library that a test module needs and that the system does not find.
 #include <quillmarsh/platform/api.h>
 
 QUILLMARSH_PLUGIN_EXPORT int TestAbsent()

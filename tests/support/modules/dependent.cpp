@@ -1,4 +1,4 @@
-// Module that cannot be loaded, since a library that it needs is not found.
+// Module that cannot be loaded, because the system does not find a library that it needs.
 #include <quillmarsh/platform/api.h>
 
 extern "C" int TestAbsent();

@@ -1,4 +1,4 @@
-// Module that tests load: it keeps a number for as long as it stays loaded.
+// Module that tests load. It stores a number while it is loaded.
 #include <quillmarsh/platform/api.h>
 
 namespace

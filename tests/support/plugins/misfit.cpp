@@ -1,4 +1,4 @@
-// Plug-in libraries that no host may use. The build makes one of each fault.
+// Plug-in libraries that every host must refuse. The build makes one for each fault.
 #include <quillmarsh/framework/plugindescriptors.h>
 #include <quillmarsh/framework/pluginlibrary.h>
 

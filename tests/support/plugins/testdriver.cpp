@@ -1,4 +1,4 @@
-// Driver of two mice that move by themselves. It writes down what it is asked for, and changes or fails on demand.
+// Driver of two mice that move by themselves. It records its calls, and changes or fails on request.
 #include "trace.h"
 
 #include <quillmarsh/basetools/texttools.h>

@@ -1,4 +1,4 @@
-// What the plug-ins of tests write down, and how they are told to fail.
+// Records the calls of test plug-ins, and makes them fail on request.
 #ifndef QUILLMARSH_TESTS_SUPPORT_PLUGINS_TRACE_H
 #define QUILLMARSH_TESTS_SUPPORT_PLUGINS_TRACE_H
 
@@ -19,8 +19,8 @@ inline string GetSetting(char const *name)
     return value != nullptr ? value : "";
 }
 
-/// Appends a line of some words to the file TRACER_FILE. A line that is TRACER_FAIL fails; with "!" behind it, by an
-/// exception of the standard library.
+/// Appends a line of words to the file TRACER_FILE. Throws when the line equals TRACER_FAIL; when TRACER_FAIL has "!"
+/// after the line, it throws an exception of the standard library.
 inline void Trace(auto const &...words)
 {
     static std::ofstream s_file(GetSetting("TRACER_FILE"), std::ios::app);

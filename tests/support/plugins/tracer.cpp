@@ -1,4 +1,4 @@
-// Application that writes down which hooks are called, and fails in one of them when it is asked to.
+// Application that records the calls of its hooks, and fails in one of them on request.
 #include "../waiting.h"
 #include "trace.h"
 
@@ -35,7 +35,7 @@ public:
     string GetGenericExtensionInterfaceName() override { return "tracing"; }
 };
 
-/// Command of one function.
+/// A command that calls a function.
 class FunctionCmd : public Command
 {
 public:
@@ -70,7 +70,7 @@ void Talk(std::thread &talker, CommandLineParser const &parser)
         });
 }
 
-/// Asks the kernel for everything that is done between frames.
+/// Sends the kernel every kind of request that it handles between frames.
 void AskKernel(CommandLineParser const &)
 {
     Kernel::Instance().RequestGenericReconfig(7, 8);
@@ -192,7 +192,7 @@ class TracerApplication : public Application
     void FramePostRenderVideo() override { Trace("FramePostRenderVideo"); }
     void FrameEnd() override { Trace("FrameEnd"); }
 
-    /// Works with the window: "open", "widen", "close".
+    /// Opens, widens or closes the window: "open", "widen", "close".
     void Work(string const &way)
     {
         string reason;
