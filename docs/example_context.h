@@ -2,8 +2,10 @@
 #ifndef QUILLMARSH_DOCS_EXAMPLE_CONTEXT_H
 #define QUILLMARSH_DOCS_EXAMPLE_CONTEXT_H
 
+#include <quillmarsh/host/host.h>
 #include <quillmarsh/quillmarsh.h>
 
+#include <cstdlib>
 #include <iostream>
 
 using namespace quillmarsh;

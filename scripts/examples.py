@@ -31,7 +31,7 @@ def header_source():
     parts = ['#include "docs/example_context.h"\n']
     for index, (place, text) in enumerate(header_blocks()):
         if re.search(r"[;}]\s*\Z", text):
-            parts.append(f"struct Example{index} : ExampleContext\n{{\nvoid Run()\n{{\n{place}{text}}}\n}};\n")
+            parts.append(f"struct Example{index} : ExampleContext\n{{\nauto Run()\n{{\n{place}{text}}}\n}};\n")
         else:
             parts.append(f"namespace example{index}\n{{\n{place}{text}}}\n")
     return "".join(parts)

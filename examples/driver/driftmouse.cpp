@@ -1,4 +1,4 @@
-// The smallest device driver there is: one mouse, which drifts to the right.
+// The smallest device driver: one mouse, which drifts to the right.
 #include <quillmarsh/devices/mouse.h>
 #include <quillmarsh/framework/hiddriver.h>
 #include <quillmarsh/framework/humaninterfacedevice.h>

@@ -15,7 +15,7 @@ int main(int argc, char **argv)
     session.Open(argv[1]);
     for (int frame = 0; frame < 3 && session.RunFrame(); ++frame)
     {
-        // What the program itself does in each frame stands here.
+        // The program's own work for each frame goes here.
     }
     session.Close();
     return session.HasFailed() ? EXIT_FAILURE : EXIT_SUCCESS;

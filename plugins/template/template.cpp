@@ -1,4 +1,4 @@
-// The smallest application there is: a place to begin with one's own.
+// The smallest application: a starting point for your own.
 #include <quillmarsh/framework/application.h>
 #include <quillmarsh/framework/plugindescriptors.h>
 #include <quillmarsh/framework/pluginlibrary.h>
