@@ -47,7 +47,7 @@ TEST(Kernel, IsASingleton)
         // The end of the second kernel has left no instance.
     }
     Texts texts = dialogs.TakeTexts();
-    // What a kernel owns complains too.
+    // The objects that a kernel owns assert as well.
     std::erase_if(texts, [](string const &text) { return text.find("Kernel singleton") == string::npos; });
     EXPECT_EQ((Texts{"Kernel singleton is not created.", "Kernel singleton already created.",
                      "Destructing non-existent Kernel singleton."}),

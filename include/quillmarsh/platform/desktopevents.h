@@ -19,8 +19,8 @@ enum class eDesktopEvent
     e_windowClosing,
     /// The user wants to close the window. It stays open until its owner destroys it.
     e_windowCloseWish,
-    /// The window has got the keyboard focus, or has lost it: `isOn`. Keys and buttons that are down when it loses the
-    /// focus send no event when they go up.
+    /// The window has got the keyboard focus, or has lost it: `isOn`. After a loss, the release of keys and buttons
+    /// that were down may send no event.
     e_windowActive,
     /// The window was moved or resized, or its state changed. The window itself has the new values.
     e_windowGeometry,

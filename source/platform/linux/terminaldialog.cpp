@@ -66,7 +66,7 @@ public:
         return count == 1 ? key : s_endOfInput;
     }
 
-    /// Drops what is typed up to Enter, or to a pause.
+    /// Discards input up to Enter, or up to a pause.
     void SkipMistake()
     {
         constexpr int pauseMilliseconds = 1000;
