@@ -51,6 +51,9 @@ public:
         Kernel::Instance().SetFrameRateLimit(frameRate_);
     }
 
+    /// Extensions may register codecs, which the commands for data use.
+    bool ConfirmGenericExtension(string const &, string const &) override { return true; }
+
     void FrameSampleInput() override { inputWatch_.Update(GetConOut()); }
 
     void FrameUpdateStates(double timeDelta) override

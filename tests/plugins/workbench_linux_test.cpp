@@ -53,6 +53,19 @@ TEST_F(WorkbenchData, CommandsWorkOnTheCurrentData)
     EXPECT_NE(string::npos, RunLines("load in.qmdp\ninfo\nformats\n", 0).find("A1R5G5B5  to: X8R8G8B8 A8R8G8B8\n"));
 }
 
+#ifdef QUILLMARSH_TEST_dotcodec
+TEST_F(WorkbenchData, CodecsOfPluginsAreUsed)
+{
+    directory_.Write("in.dot", string("DOT\1\3abc"));
+    HostResult const result = RunHost({"--plugin", QUILLMARSH_TEST_dotcodec},
+                                      "load in.dot\nflip -columns\nsave out.dot\nconvert A8\nsave no.dot\n");
+    EXPECT_EQ(1, result.status);
+    EXPECT_EQ("DOT\1\3cba", ReadFile("out.dot"));
+    EXPECT_NE(string::npos, result.out.find("no.dot: dots are luminance\n")) << result.out;
+    EXPECT_FALSE(std::filesystem::exists("no.dot"));
+}
+#endif
+
 TEST_F(WorkbenchData, FailuresAreToldAndKeepTheData)
 {
     directory_.Write("in.qmdp", PackageBytes({2}, {2, 3, 0x02000020, 0, 0}, "abcdefabcdef"));
