@@ -42,9 +42,9 @@ void HostKernel::CallFrameHook(HostKernel &kernel, char const *name)
 }
 
 constexpr FrameStep HostKernel::s_frameOrder[] = {
+    {"FrameBegin", "The application begins the frame.", &CallFrameHook<&Application::FrameBegin>},
     {"PumpDesktop", "The listeners of the desktop hear what has happened to windows and input.",
      [](HostKernel &kernel, char const *) { kernel.PumpDesktop(); }, nullptr, nullptr},
-    {"FrameBegin", "The application begins the frame.", &CallFrameHook<&Application::FrameBegin>},
     {"PollDevices", "The drivers tell whether devices came or went.",
      [](HostKernel &kernel, char const *) { kernel.PollDevices(); }, nullptr, nullptr},
     {"SampleDevices", "The devices that no thread samples are sampled.",

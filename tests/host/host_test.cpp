@@ -41,7 +41,7 @@ string RunTracer(std::vector<std::pair<string, string>> settings, HostResult &re
 }
 
 string const s_up =
-    "level 1;BeginStartup;QueryAutoInit;Initialize;EndStartup;level 2;ConfirmGenericExtension ext tracing;"
+    "level 1;BeginStartup;QueryAutoInit;Initialize;EndStartup;level 2;ConfirmGenericExtension tracer.ext tracing;"
     "ConnectGenericExtensions;level 3;QueryHIDConfig 0 0;BeginConfirmHumanInterfaceDevices;"
     "EndConfirmHumanInterfaceDevices;BeginConnectHumanInterfaceDevices;EndConnectHumanInterfaceDevices;"
     "SetupAsyncHIDSampling;level 4;level 5;ConnectSubsystemsToAppWindow;InitializeSubsystems;level 6";
@@ -67,6 +67,24 @@ TEST(Host, RequestsAreCarriedOutBetweenFrames)
                   s_down + ";Cleanup well 0 number 1",
               RunTracer({}, result, "ask\nwait\n", {}));
     EXPECT_EQ("ask\nwait\ntrace queued\n", result.out);
+}
+
+TEST(Host, LineThatQueuesItselfLeavesFramesBetween)
+{
+    HostResult result;
+    EXPECT_NE(string::npos,
+              RunTracer({}, result, "again\n", {"--frames", "4"}).find(";frame;again;frame;again;level 5"));
+    EXPECT_EQ(0, result.status) << result.err;
+}
+
+TEST(Host, LongestNameOfAPluginGetsTheParameter)
+{
+    HostResult result;
+    string const trace = RunTracer({}, result, "", {"--frames", "1", "--parameter", "tracer.ext.way.far=1=2"});
+    EXPECT_NE(string::npos, trace.find(";parameter way.far 1=2;")) << trace;
+    RunTracer({}, result, "", {"--parameter", "trace.ext=1"});
+    EXPECT_EQ(3, result.status);
+    EXPECT_EQ("quillmarsh-host: There is no plug-in to be given the parameter 'trace.ext'.\n", result.err);
 }
 
 TEST(Host, ApplicationMayLeaveOutAStageOrTheRun)

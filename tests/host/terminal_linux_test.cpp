@@ -1,4 +1,5 @@
 #include "tests/support/host_terminal_linux.h"
+#include "tests/support/waiting.h"
 
 #include <gtest/gtest.h>
 
@@ -48,6 +49,24 @@ TEST(Terminal, EndOfInputAndTerminationEndInGoodOrder)
         EXPECT_EQ(endOfInput ? 0 : -SIGTERM, host.Wait()) << host.GetShown();
         EXPECT_NE(string::npos, trace.Read().find("Cleanup well"));
     }
+}
+
+TEST(Terminal, InterruptEndsAWaitAndAScript)
+{
+    ScratchFile const log;
+    HostTerminal host({"--log", log.GetName()});
+    ASSERT_TRUE(host.Expect("workbench> "));
+    host.Send("wait 100000000\r");
+    ASSERT_TRUE(WaitUntil([&] { return log.Read().find("wait 100000000") != string::npos; }));
+    EXPECT_TRUE(host.Enter("\003", {"workbench> "})) << host.GetShown();
+    host.Send("exit\r");
+    EXPECT_EQ(0, host.Wait()) << host.GetShown();
+
+    ScratchFile const script("greet\nwait 100000000\n");
+    HostTerminal running({"--script", script.GetName()});
+    ASSERT_TRUE(running.Expect("Hello from the workbench!"));
+    running.Send("\003");
+    EXPECT_EQ(-SIGINT, running.Wait()) << running.GetShown();
 }
 
 TEST(Terminal, KeepsPromptAndTextOfOtherThreadsApart)

@@ -4,6 +4,7 @@
 
 #include <quillmarsh/basetools/commandlineparser.h>
 #include <quillmarsh/basetools/consolebuffers.h>
+#include <quillmarsh/basetools/namedparameter.h>
 #include <quillmarsh/basetools/variableregistry.h>
 #include <quillmarsh/framework/application.h>
 #include <quillmarsh/framework/frameobserver.h>
@@ -33,6 +34,11 @@ class TracerExtension : public GenericExtension
 public:
     ~TracerExtension() override { Trace("~TracerExtension"); }
     string GetGenericExtensionInterfaceName() override { return "tracing"; }
+    bool SetPluginParameter(NamedParameter const &parameter) override
+    {
+        Trace("parameter", parameter.GetName(), parameter.GetValueString());
+        return true;
+    }
 };
 
 /// A command that calls a function.
@@ -106,11 +112,33 @@ class TracerApplication : public Application
     void Initialize() override
     {
         Trace("Initialize");
-        std::pair<char const *, std::function<void(CommandLineParser const &)>> const commands[] = {
-            {"talk", [this](CommandLineParser const &parser) { Talk(talker_, parser); }},
-            {"ask", &AskKernel},
-            {"window", [this](CommandLineParser const &parser) { Work(parser.GetArgument(0).String()); }},
-            {"trace", [](CommandLineParser const &parser) { Trace("trace", parser.GetArgument(0).String()); }}};
+        std::pair<char const *,
+                  std::function<void(CommandLineParser const &)>> const commands[] = {{"talk",
+                                                                                       [this](CommandLineParser const
+                                                                                                  &parser)
+                                                                                       { Talk(talker_, parser); }},
+                                                                                      {"ask", &AskKernel},
+                                                                                      {"again",
+                                                                                       [](CommandLineParser const &)
+                                                                                       {
+                                                                                           Trace("again");
+                                                                                           Kernel::Instance()
+                                                                                               .QueueCommandLine(
+                                                                                                   "again");
+                                                                                       }},
+                                                                                      {"window",
+                                                                                       [this](CommandLineParser const
+                                                                                                  &parser) {
+                                                                                           Work(parser.GetArgument(0)
+                                                                                                    .String());
+                                                                                       }},
+                                                                                      {"trace",
+                                                                                       [](CommandLineParser const
+                                                                                              &parser) {
+                                                                                           Trace("trace",
+                                                                                                 parser.GetArgument(0)
+                                                                                                     .String());
+                                                                                       }}};
         for (auto const &[name, call] : commands)
             Kernel::Instance().GetCommandInterpreter()->RegisterExternalCommand(new FunctionCmd(name, call));
         Kernel::Instance().GetVariableRegistry()->RegisterVariable(VariableProxyInt(&number_, "tracer.number"));
@@ -220,7 +248,11 @@ class TracerApplication : public Application
 class TracerDescriptor : public ApplicationPluginDescriptor
 {
 public:
-    TracerDescriptor() : ApplicationPluginDescriptor(PluginInfo()) {}
+    TracerDescriptor()
+        : ApplicationPluginDescriptor(
+              PluginInfo(library_info::GetHeaderVersion(), e_plugin_application, "tracer", PluginVersion(), "", "", ""))
+    {
+    }
     Application *CreateApplication() override { return new TracerApplication; }
 };
 
@@ -229,7 +261,7 @@ class TracerExtensionDescriptor : public GenericExtensionPluginDescriptor
 public:
     TracerExtensionDescriptor()
         : GenericExtensionPluginDescriptor(PluginInfo(library_info::GetHeaderVersion(), e_plugin_generic_extension,
-                                                      "ext", PluginVersion(), "", "", ""))
+                                                      "tracer.ext", PluginVersion(), "", "", ""))
     {
     }
     GenericExtension *CreateGenericExtension() override { return new TracerExtension; }

@@ -1,0 +1,160 @@
+#include "tests/support/failures.h"
+#include "tests/support/host_process.h"
+
+#include <quillmarsh/basetools/exception.h>
+#include <quillmarsh/host/session.h>
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <map>
+#include <sstream>
+
+namespace quillmarsh::tests
+{
+namespace
+{
+
+/// The lines that tracer and test driver write during a session of three frames, with requests after the first one.
+/// The line of this text that comes for the time `occurrence`, counted from 0, throws.
+std::vector<string> RunSession(string const &failing, unsigned int occurrence, bool &failed)
+{
+    ScratchFile const trace;
+    EnvironmentVariable const file("TRACER_FILE", trace.GetName().c_str());
+    EnvironmentVariable const fail("TRACER_FAIL", failing.c_str());
+    EnvironmentVariable const skip("TRACER_SKIP", std::to_string(occurrence).c_str());
+    {
+        host::Session session({.report = [](string const &) {}});
+        session.GetKernel().GetPlugins().Load(TestPlugin("testdriver"));
+        if (session.Open(TestPlugin("tracer")) && session.RunFrame())
+        {
+            session.GetKernel().RequestHIDReconfig(5);
+            session.GetKernel().RequestGenericReconfig(7, 8);
+            session.GetKernel().NotifyVSyncUpdate();
+            while (session.RunFrame() && session.GetKernel().GetFrameNumber() < 3)
+            {
+            }
+        }
+        session.Close();
+        failed = session.HasFailed();
+    }
+    std::vector<string> lines;
+    std::istringstream text(trace.Read());
+    for (string line; std::getline(text, line);)
+        lines.push_back(line);
+    return lines;
+}
+
+/// A hook, the hook that undoes it, and what is gone only behind that.
+struct Pair
+{
+    string first, second, gone;
+};
+
+Pair const s_pairs[] = {
+    {"BeginConnectHumanInterfaceDevices", "DisconnectHumanInterfaceDevices", "~ball"},
+    {"ConnectSubsystemsToAppWindow", "DisconnectSubsystemsFromAppWindow", "level 4"},
+    {"InitializeSubsystems", "CleanupSubsystems", "DisconnectSubsystemsFromAppWindow"},
+};
+
+/// Checks that each call of the first hook that returned is undone once, in time.
+void CheckPair(Pair const &pair, std::vector<string> const &lines, string const &failing, unsigned int occurrence)
+{
+    bool isOpen = false;
+    for (string const &line : lines)
+    {
+        if (line == pair.first)
+            isOpen = line != failing || occurrence-- != 0;
+        EXPECT_TRUE(line != pair.second || std::exchange(isOpen, false)) << "undone twice: " << pair.second;
+        EXPECT_FALSE(isOpen && line == pair.gone) << "too early: " << line;
+    }
+    EXPECT_FALSE(isOpen) << "not undone: " << pair.first;
+}
+
+TEST(Session, EveryHookThatThrowsIsMetByItsCounterparts)
+{
+    bool failed = true;
+    std::vector<string> const whole = RunSession("", 0, failed);
+    EXPECT_FALSE(failed);
+    ASSERT_EQ(2, std::count(whole.begin(), whole.end(), "Connect 1/ball/testdriver"));
+
+    // What drivers and devices throw does not end a run.
+    std::vector<string> const others = {
+        "~", "OpenDriver", "CloseDriver", "EnumerateDevices", "CreateDevice", "ConnectDevice", "DisconnectDevice"};
+    std::map<string, unsigned int> occurrences;
+    for (string const &failing : whole)
+    {
+        if (std::any_of(others.begin(), others.end(), [&](string const &other) { return failing.starts_with(other); }))
+            continue;
+        unsigned int const occurrence = occurrences[failing]++;
+        SCOPED_TRACE(failing + " " + std::to_string(occurrence));
+        std::vector<string> const lines = RunSession(failing, occurrence, failed);
+        EXPECT_TRUE(failed);
+        for (Pair const &pair : s_pairs)
+            CheckPair(pair, lines, failing, occurrence);
+        auto const count = [&lines](string const &begin) {
+            return std::count_if(lines.begin(), lines.end(),
+                                 [&](string const &line) { return line.starts_with(begin); });
+        };
+        EXPECT_EQ(1, count("Cleanup "));
+        EXPECT_EQ(count("OpenDriver"), count("CloseDriver"));
+        EXPECT_EQ(count("CreateDevice 0"), count("~ball"));
+    }
+}
+
+TEST(Session, RunsAnApplicationOfTheProgramsOwn)
+{
+    struct Talker : Application
+    {
+        void FrameUpdateStates(double) override { GetConOut() << "frame" << std::endl; }
+        void FrameEnd() override
+        {
+            if (Kernel::Instance().GetFrameNumber() == 2)
+                Kernel::Instance().RequestExit();
+        }
+    };
+    std::ostringstream out, log;
+    host::Session session({.programName = "talker", .out = &out, .log = &log});
+    EXPECT_FALSE(session.RunFrame());
+    EXPECT_TRUE(session.Open(std::make_unique<Talker>()));
+    EXPECT_TRUE(session.RunFrame());
+    EXPECT_FALSE(session.RunFrame());
+    EXPECT_FALSE(session.RunFrame());
+    session.Close();
+    session.Close();
+    EXPECT_FALSE(session.HasFailed());
+    EXPECT_EQ("frame\nframe\n", out.str());
+    EXPECT_NE(string::npos, log.str().find("Kernel level: running\nframe\n")) << log.str();
+}
+
+TEST(Session, RefusesWhatDoesNotFit)
+{
+    library_info::LibraryVersion const own = library_info::GetHeaderVersion();
+    string const message = MessageOf<KernelException>(
+        [&own] { host::Session({}, library_info::LibraryVersion(9, 1, 0, own.GetBuildType())); });
+    EXPECT_NE(string::npos, message.find("compiled for version 9.1.")) << message;
+
+    for (string const file : {"missing", "testdriver"})
+    {
+        string reported;
+        host::Session session({.report = [&reported](string const &text) { reported = text; }});
+        EXPECT_FALSE(session.Open(TestPlugin(file)));
+        EXPECT_TRUE(session.HasFailed());
+        EXPECT_NE(string::npos, reported.find(file)) << reported;
+    }
+}
+
+TEST(HostKernel, FrameOrderIsWhatTheDocumentationTells)
+{
+    std::ifstream file(QUILLMARSH_TEST_SOURCES "docs/ARCHITECTURE.md");
+    string const page{std::istreambuf_iterator<char>(file), {}};
+    std::size_t at = page.find("## The way of a frame");
+    for (host::FrameStep const &step : host::HostKernel::GetFrameOrder())
+    {
+        at = page.find(string("`") + step.name + "`: " + step.description, at);
+        EXPECT_NE(string::npos, at) << step.name;
+    }
+}
+
+} // namespace
+} // namespace quillmarsh::tests
