@@ -18,6 +18,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <cstdlib>
 #include <cstring>
 #include <random>
@@ -170,6 +171,16 @@ void MakeResampled(Golden &golden)
         Resample3D(*target, *Fill(ManufactureVolume(format, 3, 4, 19)), filter);
         golden.Add(Name("resampled volume", format, filter), *target);
     }
+    // These rows are so wide that the resampling splits them into runs of columns.
+    for (eSampleFormat const format : {e_format_L8, e_format_A8R8G8B8})
+    {
+        for (auto const &[rows, columns] : {std::pair(1u, 2101u), std::pair(4u, 530u)})
+        {
+            AutoPtr<ImageBase> const target = Fill(ManufactureImage(format, rows, columns));
+            Resample2D(*target, *Fill(ManufactureImage(format, 2, 2600)), e_resample_linear);
+            golden.Add(Name("resampled wide image", format, columns), *target);
+        }
+    }
 }
 
 template<typename Chain, typename Container>
@@ -216,6 +227,14 @@ void MakeMath(Golden &golden)
         golden.Add("quaternion", quat().FromRotationMatrixMV(a));
         golden.Add("colour", color4f(color4b(1, 77, 200, 255)) * 1.1f);
         golden.Add("colour", color4b(color4f(-0.3f, 0.77f, 1.1f, 1e30f)));
+    }
+    // Every other matrix has elements of equal size in its first column, where the choice of the pivot matters.
+    for (int i = 0; i < 32; ++i)
+    {
+        auto m = Next<mat4>(numbers);
+        for (int row = 0; i % 2 == 0 && row < 4; ++row)
+            m[row][0] = std::copysign(0.5f, m[row][0]);
+        golden.Add("inverse", m.Inverse());
     }
     for (float const angle : {0.0f, 1e-30f, 30.0f, 45.0f, 90.0f, -180.0f, 359.9f, 540.0f, 7.2e6f, 1e9f, -3e38f})
     {

@@ -59,19 +59,9 @@ TEST_F(MipmapChains, HalveEachDimensionDownToOne)
         sizes.emplace_back(images.GetLevel(i).GetNumRows(), images.GetLevel(i).GetNumColumns());
     EXPECT_EQ(sizes, (std::vector<std::pair<unsigned int, unsigned int>>{{2, 8}, {1, 4}, {1, 2}, {1, 1}}));
 
-    // Building a chain again drops the old levels. Each level is resampled from the level before it.
-    auto const source = Make<Volume<Sample8>>(e_format_L8, 4, 1, 2);
-    VolumeMipmapChain volumes(e_format_L8);
-    for (unsigned int i = 0; i < 2; ++i)
-    {
-        ASSERT_TRUE(volumes.Build(*source, false));
-        ASSERT_EQ(volumes.GetNumLevels(), 3u);
-        Volume<Sample8> level1(e_format_L8, 2, 1, 1), level2(e_format_L8, 1, 1, 1);
-        Resample3D(level1, *source, e_resample_linear);
-        Resample3D(level2, level1, e_resample_linear);
-        EXPECT_EQ(BytesOf(volumes.GetLevel(1)), BytesOf(level1));
-        EXPECT_EQ(BytesOf(volumes.GetLevel(2)), BytesOf(level2));
-    }
+    // Building a chain again drops the old levels.
+    ASSERT_TRUE(images.Build(*Make<Image<Sample32>>(e_format_A8R8G8B8, 2, 2), true));
+    EXPECT_EQ(images.GetNumLevels(), 2u);
 }
 
 TEST_F(MipmapChains, BorrowOrCopyTheSource)
@@ -95,25 +85,6 @@ TEST_F(MipmapChains, BorrowOrCopyTheSource)
     EXPECT_EQ(single.GetNumLevels(), 1u);
     EXPECT_EQ(&single.GetLevel(0), sample.get());
     EXPECT_EQ(single.GetSampleFormat(), e_format_L8);
-}
-
-TEST_F(MipmapChains, FilterInTheFormatOfTheSource)
-{
-    auto const source = Make<Image<Sample32>>(e_format_A8R8G8B8, 4, 4);
-    Image<Sample32> work1(e_format_A8R8G8B8, 2, 2), work2(e_format_A8R8G8B8, 1, 1);
-    Resample2D(work1, *source, e_resample_linear);
-    Resample2D(work2, work1, e_resample_linear);
-    ImageMipmapChain chain(e_format_L8);
-    ASSERT_TRUE(chain.Build(*source, false));
-    ASSERT_EQ(chain.GetNumLevels(), 3u);
-    ImageBase const *const works[] = {source.get(), &work1, &work2};
-    for (unsigned int i = 0; i < 3; ++i)
-    {
-        Image<Sample8> expected(e_format_L8, 0, 0);
-        TransferSamples2D(expected, *works[i], true);
-        EXPECT_EQ(chain.GetLevel(i).GetSampleFormat(), e_format_L8);
-        EXPECT_EQ(BytesOf(chain.GetLevel(i)), BytesOf(expected)) << i;
-    }
 }
 
 TEST_F(MipmapChains, AreEmptyAfterAFailure)

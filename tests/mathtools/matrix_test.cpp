@@ -133,46 +133,12 @@ TEST(Matrix, BoundariesOfInversionDiffer)
     EXPECT_TRUE(fails4(boundary));
 }
 
-/// Inverts by elimination as in a textbook, with a row exchange for each column.
-mat4 InvertSlowly(mat4 source)
-{
-    mat4 result = mat4::IDENTITY;
-    for (int i = 0; i < 4; ++i)
-    {
-        int pivot = i;
-        for (int row = i + 1; row < 4; ++row)
-            pivot = std::fabs(source[row][i]) > std::fabs(source[pivot][i]) ? row : pivot;
-        std::swap(source.Row(i), source.Row(pivot));
-        std::swap(result.Row(i), result.Row(pivot));
-        float const scale = 1.0f / source[i][i];
-        source.Row(i) *= scale;
-        result.Row(i) *= scale;
-        for (int row = 0; row < 4; ++row)
-        {
-            float const factor = source[row][i];
-            for (int column = 0; row != i && column < 4; ++column)
-            {
-                source[row][column] -= factor * source[i][column];
-                result[row][column] -= factor * result[i][column];
-            }
-        }
-    }
-    return result;
-}
-
-TEST(Matrix, EliminationTakesTheFirstOfTheLargestPivots)
+TEST(Matrix, InverseThatDestroysItsSourceIsTheSame)
 {
     std::mt19937 engine(6);
-    for (int i = 0; i < 2000; ++i)
-    {
-        mat4 m = MakeRandom<mat4>(engine);
-        // Equal weights in the first column, with either sign.
-        for (int row = 0; i % 2 == 0 && row < 4; ++row)
-            m[row][0] = std::copysign(0.5f, m[row][0]);
-        ASSERT_TRUE(HaveSameBits(m.Inverse(), InvertSlowly(m)));
-        mat4 destroyed = m;
-        ASSERT_EQ(mat4().InverseNCE(destroyed), InvertSlowly(m));
-    }
+    mat4 m = MakeRandom<mat4>(engine);
+    mat4 const inverse = m.Inverse();
+    EXPECT_EQ(mat4().InverseNCE(m), inverse);
     mat4 zero = mat4::ZERO;
     EXPECT_THROW(mat4().InverseNCE(zero), MatrixNotInvertibleException);
 }

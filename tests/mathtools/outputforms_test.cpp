@@ -1,7 +1,8 @@
-#include <quillmarsh/basetools/serializer.h>
 #include <quillmarsh/mathtools/outputforms.h>
 
-#include "tests/support/math_values.h"
+#include <gtest/gtest.h>
+
+#include <cmath>
 
 #include <iomanip>
 #include <sstream>
@@ -10,9 +11,6 @@ namespace quillmarsh
 {
 namespace
 {
-
-using tests::HaveSameBits;
-using tests::MakeRandom;
 
 string Print(NumberSequenceBoundOutputForm const &bound)
 {
@@ -131,46 +129,6 @@ TEST(OutputForms, CurrentFormIsOneForEachClassAndNullIsTheDefault)
     EXPECT_NE(&VectorOutputForm::GetCurrentOutputForm(), &custom);
     ColorOutputForm::SetCurrentOutputForm(nullptr);
     EXPECT_EQ(&ColorOutputForm::GetCurrentOutputForm(), &defaultForm);
-}
-
-template<typename T>
-class SerializedMath : public testing::Test
-{
-};
-using SerializedTypes = testing::Types<vec2, vec3, vec4, mat2, mat3, mat4, quat, color4f>;
-TYPED_TEST_SUITE(SerializedMath, SerializedTypes);
-
-TYPED_TEST(SerializedMath, IsItsFloatsInTheByteOrderOfTheStream)
-{
-    std::mt19937 engine(9);
-    TypeParam const value = MakeRandom<TypeParam>(engine);
-    for (bool const bigEndian : {false, true})
-    {
-        serializer_parameters::OutputStreamByteOrderSentry const output(bigEndian);
-        serializer_parameters::InputStreamByteOrderSentry const input(bigEndian);
-        std::stringstream whole, floats;
-        whole <= value;
-        for (std::size_t i = 0; i < sizeof(TypeParam) / sizeof(float); ++i)
-            floats <= value.ToPtr()[i];
-        EXPECT_EQ(whole.str(), floats.str());
-        TypeParam back;
-        whole >= back;
-        EXPECT_TRUE(HaveSameBits(back, value));
-    }
-}
-
-TEST(SerializedColor, BytesGoHighestFirst)
-{
-    for (bool const bigEndian : {false, true})
-    {
-        serializer_parameters::OutputStreamByteOrderSentry const output(bigEndian);
-        std::stringstream stream;
-        color4b back;
-        stream <= color4b(1, 2, 3, 4);
-        EXPECT_EQ(stream.str(), "\4\1\2\3");
-        stream >= back;
-        EXPECT_EQ(back, color4b(1, 2, 3, 4));
-    }
 }
 
 } // namespace

@@ -8,28 +8,12 @@ namespace quillmarsh
 namespace
 {
 
-using tests::HaveSameBits;
 using tests::IsNear;
 using tests::MakeRandom;
 
-TEST(Quaternion, ProductHasTheBitsOfItsFormula)
-{
-    // i j = k and the other products, evaluated by the compiler.
-    constexpr quat i(1.0f, 0.0f, 0.0f, 0.0f);
-    constexpr quat j(0.0f, 1.0f, 0.0f, 0.0f);
-    constexpr quat k(0.0f, 0.0f, 1.0f, 0.0f);
-    static_assert(i * j == k && j * k == i && k * i == j && i * i == -quat::IDENTITY);
-
-    std::mt19937 engine(1);
-    for (int n = 0; n < 1000; ++n)
-    {
-        quat const a = MakeRandom<quat>(engine), b = MakeRandom<quat>(engine);
-        quat const expected(
-            a.y * b.z - a.z * b.y + a.x * b.w + a.w * b.x, a.z * b.x - a.x * b.z + a.y * b.w + a.w * b.y,
-            a.x * b.y - a.y * b.x + a.z * b.w + a.w * b.z, a.w * b.w - a.x * b.x - a.y * b.y - a.z * b.z);
-        ASSERT_TRUE(HaveSameBits(a * b, expected));
-    }
-}
+// i j = k and so on, evaluated by the compiler.
+constexpr quat s_i(1.0f, 0.0f, 0.0f, 0.0f), s_j(0.0f, 1.0f, 0.0f, 0.0f), s_k(0.0f, 0.0f, 1.0f, 0.0f);
+static_assert(s_i * s_j == s_k && s_j * s_k == s_i && s_k * s_i == s_j && s_i * s_i == -quat::IDENTITY);
 
 TEST(Quaternion, CombinesInTheOrderOfTheTurns)
 {

@@ -470,14 +470,18 @@ void SetKernelTarget(long long) {}
 
 std::vector<long long> GetKernelTargets()
 {
-    std::vector<long long> targets;
-    for (std::int64_t const target : hwy::SupportedAndGeneratedTargets())
-        targets.push_back(target);
-    return targets;
+    // Once there was a choice, nothing else counts as supported.
+    static std::vector<long long> const s_targets = []
+    {
+        std::vector<std::int64_t> const targets = hwy::SupportedAndGeneratedTargets();
+        return std::vector<long long>(targets.begin(), targets.end());
+    }();
+    return s_targets;
 }
 
 void SetKernelTarget(long long target)
 {
+    GetKernelTargets();
     hwy::SetSupportedTargetsForTest(target);
     hwy::GetChosenTarget().Update(hwy::SupportedTargets());
 }
