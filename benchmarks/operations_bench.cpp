@@ -35,7 +35,7 @@ struct OperationCase
 {
     char const *name;
     eSampleFormat format;
-    unsigned int movedBytes; ///< a sample; what is kept is read as well
+    unsigned int movedBytes; ///< for each sample; bytes that stay are read as well
     Work work;
 };
 

@@ -21,7 +21,7 @@ struct FormatCase
 {
     char const *name;
     eSampleFormat format;
-    int openCV; ///< the type of the same samples there; negative: none
+    int openCV; ///< OpenCV's type for these samples; negative when it has none
 };
 
 constexpr FormatCase s_formats[] = {

@@ -18,7 +18,7 @@ struct TransferCase
 {
     char const *name;
     eSampleFormat dst, src;
-    bool keepsBytes; ///< some bytes of the destination stay, so that it has to be read as well
+    bool keepsBytes; ///< some bytes of the destination stay, so it is read as well
 };
 
 constexpr TransferCase s_cases[] = {
