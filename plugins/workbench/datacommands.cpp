@@ -49,7 +49,7 @@ protected:
         catch (DataException const &thrown)
         {
             bool const isTaken = thrown.GetFailure().kind == eCodecFailure::e_exists;
-            out << thrown.GetMessage() << (isTaken ? " (var data.overwrite true)" : "") << std::endl;
+            out << thrown.GetMessage() << (isTaken ? " by 'var data.overwrite true'" : "") << std::endl;
         }
         catch (NoMemoryException const &thrown)
         {

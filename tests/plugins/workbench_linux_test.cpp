@@ -92,7 +92,7 @@ TEST_F(WorkbenchData, FailuresAreToldAndKeepTheData)
     }
     EXPECT_NE(string::npos, RunLines("info\n", 1).find("no data are loaded"));
     EXPECT_NE(string::npos, RunLines("load in.qmdp\nvar data.overwrite false\nsave in.qmdp\n", 1)
-                                .find("asked for (var data.overwrite true)\n"));
+                                .find("asked for by 'var data.overwrite true'\n"));
 }
 
 } // namespace
