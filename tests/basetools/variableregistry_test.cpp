@@ -69,7 +69,8 @@ TEST_F(VariableProxyTest, TextGoesBothWaysForEachType)
     for (auto const &[proxy, value, typeName] : cases)
     {
         AutoPtr<VariableProxy> const clone(proxy.Clone());
-        EXPECT_EQ(typeid(*clone), typeid(proxy));
+        VariableProxy const &cloned = *clone;
+        EXPECT_EQ(typeid(cloned), typeid(proxy));
         clone->SetValueFromString(value);
         EXPECT_EQ(proxy.GetValueString(), value);
         EXPECT_EQ(proxy.GetTargetTypeName(), typeName);
