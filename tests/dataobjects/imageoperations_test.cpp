@@ -48,19 +48,11 @@ TEST(VolumeOperations, FlipEachAxis)
             CountUp(*original);
             auto const at = [r = rows, c = columns](unsigned int layer, unsigned int row, unsigned int column)
             { return (layer * r + row) * c + column; };
-<<<<<<< Updated upstream
             auto const check = [&, c = columns](void (*flip)(VolumeBase &), Places const &places)
             {
                 AutoPtr<VolumeBase> const volume(CloneVolume(*original));
                 flip(*volume);
                 EXPECT_EQ(BytesOf(*volume), Rearranged(*original, places)) << size << ", " << c << " columns";
-=======
-            auto const check = [&, numColumns = columns](void (*flip)(VolumeBase &), Places const &places)
-            {
-                AutoPtr<VolumeBase> const volume(CloneVolume(*original));
-                flip(*volume);
-                EXPECT_EQ(BytesOf(*volume), Rearranged(*original, places)) << size << ", " << numColumns << " columns";
->>>>>>> Stashed changes
             };
             check(FlipLayers, [&, n = layers](auto l, auto r, auto c) { return at(n - 1 - l, r, c); });
             check(FlipRows, [&, n = rows](auto l, auto r, auto c) { return at(l, n - 1 - r, c); });
