@@ -2,8 +2,8 @@
 #ifndef QUILLMARSH_PLUGINS_INPUT_OPENHMD_OPENHMDDEVICE_H
 #define QUILLMARSH_PLUGINS_INPUT_OPENHMD_OPENHMDDEVICE_H
 
-#include "tracker_support/resettabletrackers.h"
 #include "openhmdcontext.h"
+#include "tracker_support/resettabletrackers.h"
 
 #include <quillmarsh/framework/humaninterfacedevice.h>
 

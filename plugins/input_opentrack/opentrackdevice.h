@@ -2,9 +2,9 @@
 #ifndef QUILLMARSH_PLUGINS_INPUT_OPENTRACK_OPENTRACKDEVICE_H
 #define QUILLMARSH_PLUGINS_INPUT_OPENTRACK_OPENTRACKDEVICE_H
 
-#include "tracker_support/resettabletrackers.h"
 #include "datagramsocket.h"
 #include "pose.h"
+#include "tracker_support/resettabletrackers.h"
 
 #include <quillmarsh/basetools/time.h>
 #include <quillmarsh/framework/humaninterfacedevice.h>
