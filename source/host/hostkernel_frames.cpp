@@ -3,6 +3,7 @@
 #include <quillmarsh/platform/desktopevents.h>
 
 #include <algorithm>
+#include <functional>
 #include <ostream>
 #include <type_traits>
 
@@ -31,14 +32,10 @@ double HostKernel::GetFrameTimeDelta()
 template<auto Hook>
 void HostKernel::CallFrameHook(HostKernel &kernel, char const *name)
 {
-    kernel.CallHook(name,
-                    [&kernel](Application &application)
-                    {
-                        if constexpr (std::is_invocable_v<decltype(Hook), Application &, double>)
-                            (application.*Hook)(kernel.frameTimeDelta_);
-                        else
-                            (application.*Hook)();
-                    });
+    if constexpr (std::is_invocable_v<decltype(Hook), Application &, double>)
+        kernel.CallHook(name, [&kernel](Application &application) { (application.*Hook)(kernel.frameTimeDelta_); });
+    else
+        kernel.CallHook(name, std::mem_fn(Hook));
 }
 
 constexpr FrameStep HostKernel::s_frameOrder[] = {
