@@ -1,5 +1,7 @@
 #include <quillmarsh/basetools/sharedoutputstream.h>
 
+#include "source/platform/threadvalue.h"
+
 #include <atomic>
 #include <deque>
 
@@ -89,13 +91,20 @@ SharedOutputStream::ThreadRecord &SharedOutputStream::Buffer::GetThreadRecord()
 {
     // A host has two shared streams, so the search is short. A record must keep its address: while the text of one
     // stream is passed on, the thread may begin to write to another.
-    static thread_local std::deque<ThreadRecord> s_records;
-    for (ThreadRecord &record : s_records)
+    struct Records : platform::ThreadValue
+    {
+        std::deque<ThreadRecord> list;
+    };
+    static auto &s_slot = *new platform::ThreadValueSlot;
+    if (s_slot.Get() == nullptr)
+        s_slot.Set(std::make_unique<Records>());
+    std::deque<ThreadRecord> &records = static_cast<Records *>(s_slot.Get())->list;
+    for (ThreadRecord &record : records)
     {
         if (record.streamID == id_)
             return record;
     }
-    return s_records.emplace_back(ThreadRecord{id_, {}, 0, nullptr});
+    return records.emplace_back(ThreadRecord{id_, {}, 0, nullptr});
 }
 
 void SharedOutputStream::Buffer::Pass(ThreadRecord &record, std::size_t length)
