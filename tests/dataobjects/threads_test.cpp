@@ -88,7 +88,7 @@ private:
         {
             bool const isSaved = SaveImage(image_, name_, format, &params_);
             AutoPtr<ImageBase> const loaded(isSaved ? LoadImageA(name_) : nullptr);
-            bool const keepsAll = string(format) != "JPEG";
+            bool const keepsAll = string(format) == "PNG";
             if (!loaded || !loaded->CheckDimensionMatch(image_) ||
                 (keepsAll && std::memcmp(loaded->GetSamplesB(), image_.GetSamplesB(), image_.GetTotalByteSize()) != 0))
                 return false;
@@ -101,8 +101,9 @@ private:
         CodecFailureSentry const reason;
         bool const isPicture = number_ % 3 == 0;
         AutoPtr<ImageBase> const loaded(LoadImageA(isPicture ? damaged_ : name_ + "/none"));
-        return !loaded &&
-               reason.GetFailure().kind == (isPicture ? eCodecFailure::e_damaged : eCodecFailure::e_notFound);
+        eCodecFailure const kind = reason.GetFailure().kind;
+        bool const isOfPicture = kind == eCodecFailure::e_damaged || kind == eCodecFailure::e_unsupported;
+        return !loaded && (isPicture ? isOfPicture : kind == eCodecFailure::e_notFound);
     }
 
     unsigned int number_;
