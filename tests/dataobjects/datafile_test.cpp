@@ -188,8 +188,11 @@ TEST_F(DataFileTest, ReasonsStayWithTheirThreadAndTheirCall)
     EXPECT_EQ(LoadSignal(image), nullptr);
     string const reason = "the package holds an image, not a signal";
     EXPECT_EQ(outer.GetText(), reason);
+    string const cut = directory_.Write("cut", PackageBytes({1}, {2, e_format_L8, 0, 0}, "ab").substr(0, 50));
     {
         CodecFailureSentry const inner;
+        EXPECT_EQ(LoadSignal(cut), nullptr);
+        EXPECT_EQ(inner.GetText(), "is cut short, or cannot be read: DataPackageSignal: Cannot read sample format.");
         EXPECT_EQ(LoadVolume(directory_ / "none"), nullptr);
         EXPECT_EQ(inner.GetFailure().kind, eCodecFailure::e_notFound);
     }

@@ -89,7 +89,12 @@ CodecFailure ChooseFailure(CodecFailureSentry const &told, CodecFailure const &t
 
 CodecFailure DescribeReadFailure(ios_base::failure const &failure)
 {
-    return {eCodecFailure::e_damaged, string("is cut short, or cannot be read: ") + failure.what()};
+    string text = failure.what();
+    // The standard library adds a text that says nothing.
+    string const added = ": " + failure.code().message();
+    if (text.ends_with(added))
+        text.resize(text.size() - added.size());
+    return {eCodecFailure::e_damaged, "is cut short, or cannot be read: " + text};
 }
 
 /// True when the action throws nothing. Tells the failure of what it throws, and throws it on when asked for.
