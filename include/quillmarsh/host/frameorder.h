@@ -16,6 +16,7 @@ struct FrameStep
     char const *name;
     /// One sentence for people.
     char const *description;
+    /// Does the step's work; gets the name of the step.
     void (*run)(HostKernel &kernel, char const *name);
     /// False in a frame that leaves the step out. Null for a step of every frame.
     bool (*isDue)(HostKernel &kernel) = nullptr;

@@ -15,6 +15,7 @@ namespace quillmarsh::host
 class FramePacer : NoCopy
 {
 public:
+    /// The clock of all times of frames; it never goes back.
     using Clock = std::chrono::steady_clock;
 
     /// Sleeps until the time is there, or somebody calls WakeUp(); one that came since the last pause counts.

@@ -24,12 +24,14 @@ struct SourceLine
 class LineSource
 {
 public:
+    /// Result of Take().
     enum class eNext
     {
+        /// A line was taken.
         e_line,
-        /// Nothing at the moment.
+        /// No line is there yet; one may come later.
         e_none,
-        /// Nothing any more.
+        /// No line will come any more.
         e_end
     };
 

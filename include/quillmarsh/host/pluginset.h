@@ -24,9 +24,12 @@ struct PluginParameter
 class PluginSet : NoCopy
 {
 public:
+    /// One plug-in that a loaded library offers.
     struct Entry
     {
+        /// Describes the plug-in and creates it; owned by its library.
         PluginDescriptor *descriptor;
+        /// Name of the library's file.
         string fileName;
     };
 
@@ -61,6 +64,7 @@ public:
         return AutoPtr<Class>(wanted);
     }
 
+    /// Prints the plug-ins with their files.
     void Dump(ostream &out) const;
 
 private:

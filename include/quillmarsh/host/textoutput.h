@@ -14,6 +14,7 @@ class TextOutput
 {
 public:
     virtual ~TextOutput();
+    /// Shows a text of one output type; it may have several lines, or a part of one.
     virtual void Write(std::string_view text, unsigned int type) = 0;
 };
 
