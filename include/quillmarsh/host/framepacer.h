@@ -5,8 +5,7 @@
 #include <quillmarsh/platform/types.h>
 
 #include <chrono>
-#include <condition_variable>
-#include <mutex>
+#include <memory>
 
 namespace quillmarsh::host
 {
@@ -18,15 +17,18 @@ public:
     /// The clock of all times of frames; it never goes back.
     using Clock = std::chrono::steady_clock;
 
-    /// Sleeps until the time is there, or somebody calls WakeUp(); one that came since the last pause counts.
+    FramePacer();
+    ~FramePacer();
+
+    /// Sleeps until the time is there, or until WakeUp() is called. Does not sleep when it was called since the last
+    /// pause.
     void PauseUntil(Clock::time_point time);
     /// Ends the pause. Any thread.
     void WakeUp();
 
 private:
-    std::mutex mutex_;
-    std::condition_variable condition_;
-    bool wakeUp_ = false;
+    struct State;
+    AutoPtr<State> state_;
 };
 
 } // namespace quillmarsh::host

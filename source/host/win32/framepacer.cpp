@@ -1,0 +1,36 @@
+#include <quillmarsh/host/framepacer.h>
+
+#include <condition_variable>
+#include <mutex>
+
+namespace quillmarsh::host
+{
+
+struct FramePacer::State
+{
+    std::mutex mutex;
+    std::condition_variable condition;
+    bool wakeUp = false;
+};
+
+FramePacer::FramePacer() : state_(std::make_unique<State>()) {}
+
+FramePacer::~FramePacer() = default;
+
+void FramePacer::PauseUntil(Clock::time_point time)
+{
+    std::unique_lock lock(state_->mutex);
+    state_->condition.wait_until(lock, time, [this] { return state_->wakeUp; });
+    state_->wakeUp = false;
+}
+
+void FramePacer::WakeUp()
+{
+    {
+        std::lock_guard const lock(state_->mutex);
+        state_->wakeUp = true;
+    }
+    state_->condition.notify_one();
+}
+
+} // namespace quillmarsh::host
