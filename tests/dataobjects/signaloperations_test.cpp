@@ -2,22 +2,25 @@
 
 #include "source/dataobjects/operations/inplacekernels.h"
 #include "source/dataobjects/transfer/samplekernels.h"
+#include "tests/support/plain_target.h"
 #include "tests/support/sample_blocks.h"
+#include "tests/support/scratch_directory.h"
 #include "tests/support/scripted_dialogs.h"
-#include <quillmarsh/dataobjects/sampleprocessors.h>
+#include <quillmarsh/basetools/serializer.h>
 
 #include <gtest/gtest.h>
 
 #include <array>
+#include <cstdlib>
+#include <fstream>
 #include <functional>
+#include <sstream>
 
 namespace quillmarsh
 {
 namespace
 {
 
-using namespace element_processors;
-using namespace sample_processors;
 using tests::Bytes;
 using tests::BytesOf;
 using tests::CountUp;
@@ -34,142 +37,92 @@ Bytes RandomBytes(std::size_t size)
     return bytes;
 }
 
-/// Applies a one-element processor at an offset in each sample.
-template<typename Processor>
-Work OneByOne(unsigned int offset, Processor processor)
-{
-    return [=](SignalBase &signal) mutable
-    {
-        ProcessElementsInplace(processor, signal.GetNumSamples(), signal.GetSamplesB() + offset,
-                               signal.GetSampleByteSize());
-    };
-}
-
-Work InTurn(std::initializer_list<Work> steps)
-{
-    return [all = std::vector<Work>(steps)](SignalBase &signal)
-    {
-        for (Work const &step : all)
-            step(signal);
-    };
-}
-
 struct Operation
 {
     char const *name;
     std::vector<unsigned int> sizes; ///< of samples
-    Work work, oneByOne;
+    Work work;
 };
 
-using Threshold = Process_ThresholdSegmentation<unsigned char>;
-using Fill1 = Process_Fill1<unsigned char>;
-
 std::vector<Operation> const s_operations = {
-    {"flip bytes",
-     {2, 3, 4, 5, 6, 8, 12, 16},
-     [](SignalBase &s) { ProcessSamples_FlipByteOrder(s); },
-     [](SignalBase &s) { OneByOne(0, Process_FlipOrderN<unsigned char>(s.GetSampleByteSize()))(s); }},
-    {"flip a triplet",
-     {4, 6, 7, 12},
-     [](SignalBase &s) { ProcessSamples_3BytesFlipByteOrder(s, 1); },
-     OneByOne(1, Process_FlipOrder3<unsigned char>())},
-    {"swap bytes",
-     {4, 6, 16},
-     [](SignalBase &s) { ProcessSamples_SwapBytes(s, 1, 2); },
-     OneByOne(1, Process_Swap1<unsigned char>(2))},
-    {"clear",
-     {1, 3, 5},
-     ProcessSamples_Clear,
-     [](SignalBase &s) { OneByOne(0, Process_FillN<unsigned char>(s.GetSampleByteSize(), 0))(s); }},
+    {"flip bytes", {2, 3, 4, 5, 6, 8, 12, 16}, [](SignalBase &s) { ProcessSamples_FlipByteOrder(s); }},
+    {"flip a triplet", {4, 6, 7, 12}, [](SignalBase &s) { ProcessSamples_3BytesFlipByteOrder(s, 1); }},
+    {"swap bytes", {4, 6, 16}, [](SignalBase &s) { ProcessSamples_SwapBytes(s, 1, 2); }},
+    {"clear", {1, 3, 5}, ProcessSamples_Clear},
     {"fill a byte",
      {1, 2, 3, 4, 7, 12},
-     [](SignalBase &s) { ProcessSamples_Fill1Byte(s, s.GetSampleByteSize() - 1, 9); },
-     [](SignalBase &s) { OneByOne(s.GetSampleByteSize() - 1, Fill1(9))(s); }},
-    {"fill all bytes",
-     {3, 4},
-     [](SignalBase &s) { ProcessSamples_FillNBytes(s, 9); },
-     [](SignalBase &s) { OneByOne(0, Process_FillN<unsigned char>(s.GetSampleByteSize(), 9))(s); }},
-    {"fill three bytes",
-     {3, 4, 16},
-     [](SignalBase &s) { ProcessSamples_Fill3Bytes(s, 0, 1, 2, 3); },
-     OneByOne(0, Process_Fill3<unsigned char>(1, 2, 3))},
+     [](SignalBase &s) { ProcessSamples_Fill1Byte(s, s.GetSampleByteSize() - 1, 9); }},
+    {"fill all bytes", {3, 4}, [](SignalBase &s) { ProcessSamples_FillNBytes(s, 9); }},
+    {"fill three bytes", {3, 4, 16}, [](SignalBase &s) { ProcessSamples_Fill3Bytes(s, 0, 1, 2, 3); }},
     {"fill nibbles",
      {2, 3},
      [](SignalBase &s)
      {
          ProcessSamples_Fill1Nibble(s, 1, true, 0x35);
          ProcessSamples_Fill1Nibble_MapValueRange(s, 0, false, 0x7A);
-     },
-     InTurn({OneByOne(1, Process_Fill1NibbleHigh(0x35)), OneByOne(0, Process_Fill1NibbleLow(7))})},
-    {"fill bits",
-     {2},
-     [](SignalBase &s) { ProcessSamples_FillBits_UShort(s, 0xFFFB, 0x1E, 7); },
-     [](SignalBase &s)
-     {
-         Process_FillBits<unsigned short> processor(0xFFFB, 0x1E, 7);
-         ProcessElementsInplace(processor, s.GetNumSamples(), s.GetSamplesB(), 2);
      }},
-    {"colour key",
-     {4, 6},
-     [](SignalBase &s) { ProcessSamples_AlphaFromColorKey(s, color4b(0, 0, 0, 77), 3, 200); },
-     [](SignalBase &s)
-     {
-         for (unsigned int i = 0; i < s.GetNumSamples(); ++i)
-             s.SampleB(i)[3] = s.SampleB(i)[0] + s.SampleB(i)[1] + s.SampleB(i)[2] == 0 ? 3 : 200;
-     }},
-    {"coverage",
-     {4, 8},
-     [](SignalBase &s) { ProcessSamples_BGRToA_ThresholdBGR(s, 60); },
-     InTurn({[](SignalBase &s) { CopySamples_3BytesBGRTo1ByteL(s, 3, s, 0); }, OneByOne(0, Threshold(60, 0, 0, 255)),
-             OneByOne(1, Threshold(60, 0, 0, 255)), OneByOne(2, Threshold(60, 0, 0, 255))})},
-    {"high pass",
-     {1, 2, 4, 6},
-     [](SignalBase &s) { HighPassFilter(s, 0, 60, 1, 2); },
-     OneByOne(0, Process_HighPassFilter<unsigned char>(60, 1, 2))},
-    {"low pass",
-     {1, 3, 5},
-     [](SignalBase &s) { LowPassFilter(s, 0, 60, 1, 2); },
-     OneByOne(0, Process_LowPassFilter<unsigned char>(60, 1, 2))},
-    {"three values",
-     {2, 4, 12},
-     [](SignalBase &s) { ThresholdSegmentation(s, 1, 0, 7, 8, 9); },
-     OneByOne(1, Threshold(0, 7, 8, 9))},
-    {"three values of two bytes",
-     {4, 6, 7},
-     [](SignalBase &s) { ThresholdSegmentationNBytes(s, 2, 2, 255, 7, 8, 9); },
-     InTurn({OneByOne(2, Threshold(255, 7, 8, 9)), OneByOne(3, Threshold(255, 7, 8, 9))})},
-    {"reverse",
-     {1, 2, 3, 4, 5, 6, 8, 12, 16},
-     FlipSamples,
-     [](SignalBase &s)
-     {
-         std::ptrdiff_t const size = s.GetSampleByteSize();
-         Swap_N<unsigned char> swap(s.GetSampleByteSize());
-         ProcessElements(swap, s.GetNumSamples() / 2, s.GetSamplesB(), size,
-                         s.GetSamplesB() + s.GetTotalByteSize() - size, -size);
-     }},
+    {"fill bits", {2}, [](SignalBase &s) { ProcessSamples_FillBits_UShort(s, 0xFFFB, 0x1E, 7); }},
+    {"colour key", {4, 6}, [](SignalBase &s) { ProcessSamples_AlphaFromColorKey(s, color4b(0, 0, 0, 77), 3, 200); }},
+    {"coverage", {4, 8}, [](SignalBase &s) { ProcessSamples_BGRToA_ThresholdBGR(s, 60); }},
+    {"high pass", {1, 2, 4, 6}, [](SignalBase &s) { HighPassFilter(s, 0, 60, 1, 2); }},
+    {"low pass", {1, 3, 5}, [](SignalBase &s) { LowPassFilter(s, 0, 60, 1, 2); }},
+    {"three values", {2, 4, 12}, [](SignalBase &s) { ThresholdSegmentation(s, 1, 0, 7, 8, 9); }},
+    {"three values of two bytes", {4, 6, 7}, [](SignalBase &s) { ThresholdSegmentationNBytes(s, 2, 2, 255, 7, 8, 9); }},
+    {"reverse", {1, 2, 3, 4, 5, 6, 8, 12, 16}, FlipSamples},
 };
 
-TEST(SignalOperations, AgreeWithTheOneElementProcessorsAtAnyLengthAndPlace)
+/// Runs an operation on a part of a block, and returns all of the block.
+Bytes Processed(Operation const &operation, unsigned int size, unsigned int count, std::size_t start, Bytes block)
+{
+    SignalBaseFromExternalStorageAdapter signal(sample_formats::UnknownSampleFormat(size));
+    signal.SetExternalStorage(block.data() + start, count);
+    operation.work(signal);
+    return block;
+}
+
+TEST(SignalOperations, GiveTheSameBytesWithAnyVectorsAtAnyLengthAndPlace)
 {
     constexpr std::size_t margin = 64;
-    for (long long const target : GetKernelTargets())
-    {
-        SetKernelTarget(target);
-        for (Operation const &operation : s_operations)
-            for (unsigned int const size : operation.sizes)
-                for (unsigned int count = 1; count < 300; count += count < 40 ? 1 : 29)
+    for (Operation const &operation : s_operations)
+        for (unsigned int const size : operation.sizes)
+            for (unsigned int count = 1; count < 300; count += count < 40 ? 1 : 29)
+            {
+                Bytes const block = RandomBytes(2 * margin + std::size_t{size} * count);
+                std::size_t const start = margin + count % 5;
+                SetKernelTarget(tests::GetPlainTarget());
+                Bytes const expected = Processed(operation, size, count, start, block);
+                for (long long const target : GetKernelTargets())
                 {
-                    Bytes block = RandomBytes(2 * margin + std::size_t{size} * count), expected = block;
-                    SignalBaseFromExternalStorageAdapter signal(sample_formats::UnknownSampleFormat(size));
-                    signal.SetExternalStorage(expected.data() + margin + count % 5, count);
-                    operation.oneByOne(signal);
-                    signal.SetExternalStorage(block.data() + margin + count % 5, count);
-                    operation.work(signal);
-                    ASSERT_EQ(block, expected) << operation.name << ", " << count << " of " << size << " by " << target;
+                    SetKernelTarget(target);
+                    ASSERT_EQ(Processed(operation, size, count, start, block), expected)
+                        << operation.name << ", " << count << " of " << size << " by " << target;
                 }
-    }
+            }
     SetKernelTarget(0);
+}
+
+// With QUILLMARSH_WRITE_GOLDEN in the environment the file is written anew.
+TEST(SignalOperations, GiveTheBytesOfTheGoldenFile)
+{
+    string const name = QUILLMARSH_TEST_GOLDEN "operations.bin";
+    std::istringstream golden(tests::ReadFile(name));
+    std::ostringstream made;
+    for (Operation const &operation : s_operations)
+        for (unsigned int const size : operation.sizes)
+        {
+            constexpr unsigned int count = 37;
+            Bytes block(std::size_t{size} * count);
+            for (std::size_t i = 0; i < block.size(); ++i)
+                block[i] = static_cast<unsigned char>(i % 5 * (i * i / 3 % 64));
+            block = Processed(operation, size, count, 0, block);
+            string const bytes(block.begin(), block.end());
+            string wanted;
+            golden >= wanted;
+            EXPECT_TRUE(bytes == wanted) << operation.name << " of " << size;
+            made <= bytes;
+        }
+    if (std::getenv("QUILLMARSH_WRITE_GOLDEN") != nullptr)
+        std::ofstream(name, std::ios::binary) << made.str();
 }
 
 TEST(SignalOperations, CopyPartsFlipped)
