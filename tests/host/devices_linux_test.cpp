@@ -160,7 +160,8 @@ TEST(HostDevices, CloseButtonOfTheWindowEndsTheProgram)
     EnvironmentVariable const noWayland("WAYLAND_DISPLAY", nullptr);
     std::future<bool> hand =
         std::async(std::launch::async, [&] { return X11Client(display.GetName()).PressCloseButton("Tracer"); });
-    HostResult const result = RunHost({"--plugin", TestPlugin("tracer")}, "window open\nwait 5000\ntrace late\n");
+    HostResult const result =
+        RunHost({"--plugin", TestPlugin("tracer"), "--frame-rate", "100"}, "window open\nwait 5000\ntrace late\n");
     EXPECT_TRUE(hand.get());
     EXPECT_EQ(0, result.status) << result.err;
     EXPECT_EQ(string::npos, trace.Read().find("late"));

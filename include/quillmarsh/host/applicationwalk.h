@@ -11,8 +11,8 @@ namespace quillmarsh::host
 
 /// Walks an application through its start-up, stage by stage, and down through the same stages.
 ///
-/// Each step of a stage that succeeded leaves behind what undoes it. A step that fails ends the way up; the way down
-/// undoes what there is, in reverse order, and goes on past further failures. Frame thread only.
+/// A step that fails ends the way up. The way down undoes the steps that succeeded, in reverse order, and goes on after
+/// further failures. Frame thread only.
 class ApplicationWalk : NoCopy
 {
 public:
@@ -22,12 +22,12 @@ public:
     /// Creates the application and walks it up to the frames. False when a step failed, or when the application asked
     /// not to go on.
     bool Up(std::function<AutoPtr<Application>()> const &create, Application::StartupInfo const &info);
-    /// Walks down from wherever Up() came to, and deletes the application.
+    /// Walks down from the stage that Up() reached, and deletes the application.
     void Down();
 
     /// What the application answered at start-up.
     Application::StartupResult const &GetResult() const { return result_; }
-    /// Hears of the answer before the start-up goes on.
+    /// Is called with the answer before the start-up goes on; may be null.
     std::function<void(Application::StartupResult const &)> onStartupResult;
 
 private:

@@ -16,15 +16,15 @@ namespace quillmarsh::host
 class ConsoleLines : NoCopy
 {
 public:
-    /// Without a source at first. `report` tells the user of a failed line of a script.
+    /// Begins without a source. `report` tells the user of a failed line of a script.
     ConsoleLines(HostKernel &kernel, std::function<void(string const &)> report);
     ~ConsoleLines();
 
     /// Takes lines from a source from now on; it is borrowed, and null for none. With `stopOnError`, the first line of a
     /// script that fails is the last one.
     void SetSource(LineSource *source, bool stopOnError);
-    /// Lines in which a command's table finds a mistake, such as a word that the command does not know: `report` is told
-    /// of each, and where `strict` is set the line is refused before it runs. Off at first.
+    /// With `strict`, refuses a line before it runs when the table of its command finds a mistake in it, such as a word
+    /// that the command does not know. Without it, which is how the object begins, `report` only tells of the mistake.
     ///
     /// Commands of the class TableCommand refuse such lines by themselves.
     void SetStrict(bool strict) { strict_ = strict; }
@@ -36,11 +36,11 @@ public:
     /// Ends a wait, so that the next line runs after the next frame. False when nothing waits. Any thread.
     bool EndWait() { return framesToWait_.exchange(0) > 0; }
 
-    /// Whether there is no line any more.
+    /// True when the source has no more lines.
     bool IsAtEnd() const { return next_ == LineSource::eNext::e_end; }
-    /// Whether a line can come at any time from outside.
+    /// True when the next line comes from outside, at any time.
     bool WaitsForInput() const { return next_ == LineSource::eNext::e_none && framesToWait_ == 0; }
-    /// Whether a line of a script failed.
+    /// True when a line of a script has failed.
     bool HasFailed() const { return hasFailed_; }
 
 private:

@@ -27,8 +27,8 @@ public:
 
     /// Walks the application up through its hooks of the group. `code` and `subcode` reach it unchanged.
     void Open(DirectInputConfig const &config, unsigned int code, unsigned int subcode);
-    /// Tells the application to let the devices go, once for each time that it was given devices: that is, since
-    /// BeginConnectHumanInterfaceDevices() returned. Passes on what the hook throws; it is not called a second time then.
+    /// Calls DisconnectHumanInterfaceDevices() if BeginConnectHumanInterfaceDevices() has returned since the last call.
+    /// Passes on what the hook throws, and does not call it a second time then.
     void Disconnect();
     /// Stops, disconnects and deletes the devices, then the drivers. To be called after Disconnect().
     void Release();

@@ -31,8 +31,8 @@ namespace quillmarsh::host
 
 /// The kernel of a host: owns what programs share, runs frames, and carries out requests between them.
 ///
-/// ApplicationWalk brings an application up to the frames and down again, and Session calls both in turn. A program that
-/// wants some operations otherwise derives from this class and overrides those.
+/// ApplicationWalk brings an application up to the frames and down again, and Session uses both. A program that needs
+/// other behaviour derives from this class and overrides single operations.
 class HostKernel : public Kernel
 {
 public:
@@ -77,12 +77,12 @@ public:
 
     /// @name For the loop
     /// @{
-    /// The steps of a frame in their order: what RunFrame() does, and nothing else.
+    /// The steps of a frame in their order. RunFrame() does these steps, and nothing else.
     static std::span<FrameStep const> GetFrameOrder();
     void RunFrame();
-    /// Asks for what is to be done between two frames: what the operations of Kernel do for their callers. Any thread.
+    /// Queues work for the time between two frames, as ApplyHIDReconfig() and its like do. Any thread.
     void Request(KernelRequest request);
-    /// Does what was asked for since the last call.
+    /// Carries out the requests since the last call.
     void CarryOutRequests();
     /// Replaces `lines` by those that wait to be interpreted.
     void TakeQueuedLines(std::vector<string> &lines);
@@ -194,10 +194,10 @@ private:
     std::vector<KernelRequest> requests_;
     std::vector<string> queuedLines_;
     /// @}
-    /// Whether there is something under the mutex, so that a frame without requests takes no lock.
+    /// True while something is queued; a frame without requests takes no lock.
     std::atomic<bool> hasRequests_{false};
 
-    /// The last to come and the first to go: its commands use everything above.
+    /// Made last and deleted first, because its commands use everything above.
     AutoPtr<std_command_interpreter::Interpreter> interpreter_;
 };
 

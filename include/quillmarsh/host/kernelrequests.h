@@ -1,4 +1,4 @@
-// What is asked of the kernel during a frame and carried out between two frames.
+// Requests to the kernel, which it carries out between two frames.
 #ifndef QUILLMARSH_HOST_KERNELREQUESTS_H
 #define QUILLMARSH_HOST_KERNELREQUESTS_H
 

@@ -14,8 +14,8 @@ class PluginLibraryFile;
 /// A parameter for a plug-in, which gets it as a text.
 struct PluginParameter
 {
-    /// Name of the plug-in and name of the parameter, joined by a dot. Either may have dots of its own: the longest name
-    /// of a plug-in that fits is meant.
+    /// Name of the plug-in and name of the parameter, joined by a dot. Both may contain dots; the longest name of a
+    /// loaded plug-in that fits counts.
     string path;
     string value;
 };
@@ -49,8 +49,8 @@ public:
 
     /// What Create() gives to plug-ins. Throws a KernelException when one of them is for a plug-in that is not loaded.
     void SetParameters(std::vector<PluginParameter> const &parameters);
-    /// A new plug-in of a descriptor, null when it gives none. Throws a KernelException that names the plug-in's file
-    /// when its constructor throws, and when it refuses a parameter.
+    /// A new plug-in of a descriptor, null when it gives none. Throws a KernelException when the plug-in's constructor
+    /// throws, with the name of its file, and when it refuses a parameter.
     AutoPtr<Plugin> Create(PluginDescriptor &descriptor) const;
     /// The same, as the class that the descriptor's type stands for. Throws a KernelException when it is of another.
     template<typename Class>

@@ -43,7 +43,7 @@ struct SessionOptions
 /// session.Close();
 /// return session.HasFailed() ? EXIT_FAILURE : EXIT_SUCCESS;
 /// \endcode
-/// What fails is reported and ends the run; nothing of it is thrown. The session holds the program's one kernel, and runs
+/// A failure is reported and ends the run; no operation throws it. The session holds the program's one kernel, and runs
 /// one application. Main thread only.
 class Session : NoCopy
 {
@@ -55,7 +55,7 @@ public:
     /// Closes it.
     ~Session();
 
-    /// @name Before Open()
+    /// @name Parts, which a program may change before Open()
     /// @{
 
     HostKernel &GetKernel() { return kernel_; }
@@ -74,11 +74,11 @@ public:
     bool Open();
     /// Runs one frame, and then does what was asked for: requests, console lines. False when the run is to end.
     bool RunFrame();
-    /// Runs what is not part of a frame but may end the run. `place` says where it stands in the message. False when it
-    /// failed, or the run is to end.
+    /// Calls a function of the program as if it were a hook: what it throws is reported, with `place` in the message, and
+    /// ends the run. Returns false then, and when the run is to end.
     bool Run(char const *place, std::function<void()> const &call);
-    /// Sleeps until the next frame is due, by the limit of the frame rate; without one, by `idleRate` in frames a second,
-    /// and 0 does not sleep at all.
+    /// Sleeps until the next frame is due. Without a limit of the frame rate, `idleRate` is the rate in frames a second; 0
+    /// does not sleep.
     void Pause(double idleRate = 60);
     /// Walks the application down and deletes it, then unloads the plug-ins. Harmless when nothing is open.
     void Close();
@@ -86,10 +86,10 @@ public:
 
     /// What the application answered at its start.
     Application::StartupResult const &GetStartupResult() const { return walk_.GetResult(); }
-    /// True when something failed that ended the run, or kept it from beginning.
+    /// True after a failure that ended the run or kept it from beginning.
     bool HasFailed() const { return refused_ || kernel_.GetFailures().HasFailed(); }
-    /// After Close(): what ended the run, if KernelExecutionParams::EnableHardRethrowExit says that it is to be thrown
-    /// again; else null. The code of the plug-ins stays in the process then.
+    /// The exception that ended the run, for a program that throws it again after Close(); null without
+    /// KernelExecutionParams::EnableHardRethrowExit. The code of the plug-ins stays in the process for it.
     std::exception_ptr const &GetRethrown() const { return rethrown_; }
 
 private:
