@@ -109,7 +109,8 @@ bool Session::Open()
 bool Session::Begin(std::function<AutoPtr<Application>()> const &create)
 {
     QUILLMARSH_ASSERT(!isOpen_, "The session is open already.");
-    isOpen_ = true;
+    if (std::exchange(isOpen_, true))
+        return false;
     hasRun_ = isRunning_ = walk_.Up(create, MakeStartupInfo());
     return isRunning_;
 }
