@@ -34,7 +34,7 @@ unsigned char *MakeBlock(unsigned int seed)
     return block;
 }
 
-/// @name Stores that go round the caches: lines that are written whole need not be read first
+/// @name Stores past the caches: cache lines that are written whole are not read first
 /// @{
 constexpr std::size_t s_line = 64;
 /// Distance in bytes at which memory is fetched ahead.

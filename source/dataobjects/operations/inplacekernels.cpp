@@ -206,7 +206,8 @@ HWY_ATTR std::size_t ReorderVectors(unsigned char *dst, unsigned char const *src
     return done;
 }
 
-/// Reorders all bytes of a block that is written past the caches. The bytes up to the first line are written twice.
+/// Reorders all bytes of a block and writes them past the caches. The bytes before the first whole line are written
+/// twice.
 HWY_ATTR std::size_t ReorderPastCaches(unsigned char *dst, unsigned char const *src, std::size_t byteSize,
                                        OrderTables const &tables)
 {

@@ -223,7 +223,7 @@ private:
     }
 };
 
-/// Colours of four bytes: each byte has its sum, and all four take the weights of one vector.
+/// Colours of four bytes. Each byte has its own sum, and all four use the same vector of weights.
 struct ColourElement
 {
     static constexpr std::size_t s_size = 4, s_tapSize = 4;
@@ -237,7 +237,7 @@ struct ColourElement
     {
         V32 const colours = LoadColours(tap);
 #if HWY_TARGET == HWY_AVX2 || HWY_TARGET == HWY_AVX3
-        // As in a luminance, each byte stands behind 2^23 in a float.
+        // As for the luminance, each byte is in the mantissa of a float, below 2^23.
         V32 const behind = Set32(0x4B000000);
         V32 const prepared = hn::OrAnd(behind, colours, Set32(0x00FFFFFF));
         VFloat const taken = hn::Mul(weights, hn::Set(s_dFloat, -8388608.0f));
@@ -276,7 +276,7 @@ private:
     }
 };
 
-/// Colours of which the picked ones are floats, by the vector: all blue ones, then the others.
+/// Colours whose picked bytes are floats: for each vector of colours, all blue ones, then the green, red and alpha ones.
 struct WideColourElement
 {
     static constexpr std::size_t s_size = 4, s_tapSize = 16;
@@ -345,7 +345,7 @@ HWY_INLINE void BlendVector(BlendJob const &job, std::size_t i)
         Element::Store(job.dst + i * Element::s_size, sums);
 }
 
-/// Brings near what is read next, for so many vectors.
+/// Prefetches the memory that is read next, for a number of vectors.
 HWY_INLINE void Prefetch(BlendJob const &job, std::size_t &ahead, std::size_t numVectors)
 {
     std::size_t const end = ahead + numVectors * job.aheadStep;
@@ -358,7 +358,7 @@ HWY_INLINE void Prefetch(BlendJob const &job, std::size_t &ahead, std::size_t nu
 
 #if HWY_TARGET == HWY_AVX2 || HWY_TARGET == HWY_AVX3
 
-/// Does as many fours of vectors as there are, each of which gives one full vector of bytes; returns the elements done.
+/// Sums four vectors at a time, which give one full vector of bytes. Returns the number of elements that are done.
 template<typename Element, unsigned int numRows, bool masked>
 HWY_INLINE std::size_t BlendFours(BlendJob const &job, std::size_t &ahead)
 {
@@ -391,7 +391,7 @@ HWY_INLINE std::size_t BlendFours(BlendJob const &, std::size_t &)
 
 #endif
 
-/// The last vector where the picked samples stand in whole vectors, of which a part may be wanted only.
+/// Handles the last vector of a kernel that reads picked samples in whole vectors. Only a part of it may be wanted.
 template<typename Element, unsigned int numRows, bool masked>
 HWY_INLINE void BlendPart(BlendJob const &job, std::size_t i)
 {
@@ -452,7 +452,7 @@ BlendKernel FindBlend(eSampleElement element, unsigned int numRows, bool isMaske
     case eSampleElement::e_colour:
         return FindBlendOf<ColourElement>(numRows, isMasked);
     case eSampleElement::e_wideColour:
-        // The widest vectors convert a colour faster than they load it four times as wide.
+        // With the widest vectors, converting the bytes again is faster than loading them as floats.
         return HWY_TARGET == HWY_AVX3 ? BlendKernel{} : FindBlendOf<WideColourElement>(numRows, isMasked);
     case eSampleElement::e_float:
         return FindBlendOf<FloatElement>(numRows, isMasked);

@@ -36,7 +36,7 @@ enum class eSampleElement
 {
     e_byte,
     e_colour,     ///< four bytes at once
-    e_wideColour, ///< the same, of which the picked ones are floats
+    e_wideColour, ///< the same, with the picked bytes as floats
     e_float,
     e_word4444,
     e_word1555
@@ -72,8 +72,8 @@ struct BlendKernel
 /// For 1, 2 or 4 rows. Machines with vectors have kernels for all, but for wide colours only where these are faster.
 BlendKernel GetBlendKernel(eSampleElement element, unsigned int numRows, bool isMasked);
 
-/// Makes of picked colours what the kernel for wide ones takes: for each vector of colours, one of each byte. Both blocks
-/// have room for whole vectors. Only where there is such a kernel.
+/// Converts picked colours for the kernel for wide ones: each vector of colours gives a vector of floats for each byte.
+/// Both blocks must have room for whole vectors. Call this only when there is such a kernel.
 void WidenColours(unsigned char *dst, unsigned char const *src, std::size_t count);
 
 } // namespace quillmarsh

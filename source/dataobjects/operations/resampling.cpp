@@ -178,7 +178,7 @@ void ResampleLinear(SampleBlock<unsigned char> const &dst, SampleBlock<unsigned 
                     SamplePart const &part, unsigned int numDimensions)
 {
     auto const work = std::make_unique_for_overwrite<Workspace>();
-    // Rows of the source serve for several of the destination where these are more.
+    // Each row of the source is used for several rows of a larger destination.
     bool const reusesRows = numDimensions > 1 && dst.numRows >= src.numRows && dst.numLayers >= src.numLayers;
     bool const areWide = reusesRows && ResamplingColumns::CanBeWide(part);
     unsigned int const pickedSize = part.sampleSize * (areWide ? unsigned{sizeof(float)} : 1);

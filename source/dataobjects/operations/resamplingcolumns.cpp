@@ -179,7 +179,7 @@ bool ResamplingColumns::SetBlock(unsigned int column, unsigned int srcColumns, s
 
 eSampleElement ResamplingColumns::FindElement(bool areWide) const
 {
-    // Fewer than a vector holds are left to the kernel for bytes.
+    // The kernel for bytes does columns that do not fill a vector of colours.
     bool const areEnough = numColumns_ >= GetBlendKernel(eSampleElement::e_colour, numRows_, false).lanes;
     if (!AreColours(part_) || !areEnough)
         return part_.element;

@@ -22,18 +22,18 @@ public:
     /// Bytes that keep one such array away from the next.
     static constexpr unsigned int s_stagger = 5 * 64;
 
-    /// The number of columns for a run, of so many that there are, whose picked samples have that size.
+    /// Returns the number of columns of a run, for a row of `numColumns` with picked samples of that size.
     static unsigned int GetRunLength(unsigned int numColumns, unsigned int pickedSize);
 
     /// @name Set-up, from where the walk stands
     /// @{
     void SetNearest(AxisWalk &walk, unsigned int numColumns, unsigned int srcColumns, unsigned int sampleSize);
-    /// With `areWide`, colours become floats once they are picked, and not in each of the sums.
+    /// With `areWide`, colours are converted to floats when they are picked, not in each of the sums.
     void SetLinear(AxisWalk &walk, unsigned int numColumns, unsigned int srcColumns, SamplePart const &part,
                    unsigned int numRows, bool areWide);
     /// @}
 
-    /// True when there is a kernel for colours that were picked as floats, and the part is of such.
+    /// True when the part is a colour and there is a kernel for colours as floats.
     static bool CanBeWide(SamplePart const &part);
 
     unsigned int GetNumColumns() const { return numColumns_; }

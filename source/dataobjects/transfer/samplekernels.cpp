@@ -293,7 +293,8 @@ HWY_ATTR inline TwoVectors NextVectors(unsigned char const *src)
                 FullVector<Kernel, dstSize, srcSize>(src + hn::Lanes(s_d8) / dstSize * srcSize)};
 }
 
-/// Writes past the caches: lines that are written whole need not be read. Returns the samples that were done.
+/// Writes past the caches, so that cache lines which are written whole are not read first. Returns the number of samples
+/// that are done.
 template<typename Kernel, std::size_t dstSize, std::size_t srcSize>
 HWY_ATTR std::size_t RunPastCaches(unsigned char *dst, unsigned char const *src, std::size_t count)
 {
@@ -470,7 +471,7 @@ void SetKernelTarget(long long) {}
 
 std::vector<long long> GetKernelTargets()
 {
-    // Once there was a choice, nothing else counts as supported.
+    // Highway lists only the chosen set once there is a choice, so the list is made before.
     static std::vector<long long> const s_targets = []
     {
         std::vector<std::int64_t> const targets = hwy::SupportedAndGeneratedTargets();

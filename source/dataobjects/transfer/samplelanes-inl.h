@@ -39,11 +39,11 @@ using V16 = hn::Vec<decltype(s_d16)>;
 /// Blocks of this size don't stay in the caches of one processor.
 constexpr std::size_t s_bigBlockSize = std::size_t{8} << 20;
 
-/// Bytes between what is read and what is fetched: two pages. A machine that fetches ahead by itself stops at the end of
-/// one.
+/// Distance in bytes at which memory is prefetched: two pages. The processor's own prefetching stops at the end of a
+/// page.
 constexpr std::size_t s_fetchDistance = 8192;
 
-/// Brings bytes near that come some way behind these; what lies beyond the end of a block does no harm.
+/// Prefetches the bytes at that distance behind these. Addresses past the end of a block are harmless.
 inline void FetchAhead(unsigned char const *src, std::size_t byteSize)
 {
     for (std::size_t at = 0; at < byteSize; at += 64)
@@ -230,7 +230,7 @@ HWY_ATTR inline V32 Luminance(V32 colours)
     auto const green = Weigh<256>(hn::OrAnd(behind, colours, Set32(0xFF00)), 0.587f);
     auto const red = Weigh<256>(hn::OrAnd(behind, hn::ShiftRight<8>(colours), Set32(0xFF00)), 0.299f);
 #else
-    // One shuffle for each byte, since what is behind stands in the place of alpha.
+    // Each byte takes a single shuffle, because the bits behind it are in the place of alpha.
     V32 const prepared = hn::OrAnd(behind, colours, Set32(0x00FFFFFF));
     auto const blue = Weigh<1>(Shuffle(prepared, 0x03808000), 0.114f);
     auto const green = Weigh<1>(Shuffle(prepared, 0x03808001), 0.587f);
