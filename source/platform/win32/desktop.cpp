@@ -111,7 +111,7 @@ HCURSOR LoadSystemCursor(eStockCursor cursor)
     {
         if (row.cursor == cursor)
             return static_cast<HCURSOR>(
-                LoadImageA(nullptr, row.resource, IMAGE_CURSOR, 0, 0, LR_DEFAULTSIZE | LR_SHARED));
+                ::LoadImageA(nullptr, row.resource, IMAGE_CURSOR, 0, 0, LR_DEFAULTSIZE | LR_SHARED));
     }
     return nullptr;
 }
