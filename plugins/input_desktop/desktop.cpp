@@ -8,7 +8,7 @@ using namespace quillmarsh;
 namespace
 {
 
-// Of one turn of the wheel, in the unit that mice report.
+// One notch of the wheel, in the unit that mice report.
 constexpr float s_wheelTurn = 120.0f;
 
 using Guard = CriticalSectionSentry;
@@ -95,7 +95,7 @@ void Desktop::TakePointer(PointerSample &sample)
     sample = pointer_;
     sample.buttons |= tappedButtons_;
     sample.wheel = static_cast<int>(wheel_);
-    // A part of a step waits for the rest.
+    // A fraction of a step is kept until the rest arrives.
     wheel_ -= static_cast<float>(sample.wheel);
     tappedButtons_ = 0;
     pointer_.moveX = pointer_.moveY = 0;

@@ -1,4 +1,4 @@
-// Keys and pointer of the window that has the focus, as the system's events tell of them.
+// Keys and pointer of the window with the focus, as reported by the system's events.
 #ifndef QUILLMARSH_PLUGINS_INPUT_DESKTOP_DESKTOP_H
 #define QUILLMARSH_PLUGINS_INPUT_DESKTOP_DESKTOP_H
 
@@ -20,11 +20,11 @@ struct KeySample
 
 struct PointerSample
 {
-    /// Since the sample before.
+    /// Movement since the last sample.
     float moveX = 0;
     float moveY = 0;
     int wheel = 0;
-    /// In pixels of the window, which is so large.
+    /// Position in pixels of the window, and the size of the window.
     int x = 0;
     int y = 0;
     int width = 0;
@@ -34,21 +34,21 @@ struct PointerSample
     unsigned int buttons = 0;
 };
 
-/// What the mouse wants of the system's cursor.
+/// The state that the mouse wants for the system's cursor.
 struct CursorWish
 {
-    /// Hidden and held: movements count, wherever it stands.
+    /// True to hide the cursor and hold it in the window, so that only movements are reported.
     bool isHeld = false;
-    /// Move it there, once.
+    /// True to move the cursor once to the position below.
     bool mustMove = false;
     int x = 0;
     int y = 0;
 };
 
-/// The one place where the thread that takes events and the threads that sample meet. Any thread.
+/// The state that the thread of events and the sampling threads share. Any thread.
 ///
-/// A key or button that was pressed and released between two samples shows as pressed in the later one: no tap is lost
-/// to a low frame rate.
+/// A key or button that was pressed and released between two samples is reported as pressed in the later one, so that
+/// no tap is lost at a low frame rate.
 class Desktop : quillmarsh::NoCopy
 {
 public:
@@ -60,10 +60,10 @@ public:
     void OnMove(float x, float y);
     void OnPosition(int x, int y);
     void OnInside(bool isInside);
-    /// In turns of the wheel, away from the user.
+    /// Adds notches of the wheel; positive is away from the user.
     void OnWheel(float turns);
     void OnSize(int width, int height);
-    /// What was down is told of no more.
+    /// Releases all keys and buttons.
     void OnFocusLost();
     /// @}
 
@@ -71,20 +71,20 @@ public:
     /// @{
     void TakeKeys(KeySample &sample);
     void TakePointer(PointerSample &sample);
-    /// Forgets taps, movements and wheel.
+    /// Discards the taps, movements and wheel steps since the last sample.
     void ForgetThePast();
     /// @}
 
     /// @name Cursor
     /// @{
     void Wish(CursorWish const &wish);
-    /// The wish in force; a movement is handed out once.
+    /// Returns the current wish. A request to move the cursor is returned only once.
     CursorWish TakeWish();
     /// @}
 
 private:
     mutable quillmarsh::CriticalSection lock_;
-    // As they are now, and what went down since the last sample.
+    // The current state, and the keys that were pressed since the last sample.
     KeySample keys_;
     std::bitset<quillmarsh::e_key_none> tappedKeys_;
     PointerSample pointer_;

@@ -14,7 +14,7 @@ namespace
 
 constexpr char32_t s_lastLatin1 = 0xff;
 
-/// The whole pixels of a movement; the rest stays for the next one.
+/// Returns the whole pixels of a movement, and keeps the rest for the next call.
 int TakeWhole(float movement, float &rest)
 {
     constexpr float limit = 1e9f;

@@ -16,9 +16,9 @@ class DesktopKeyboard final : public quillmarsh::Keyboard
 public:
     DesktopKeyboard(quillmarsh::HumanInterfaceDevice &device, Desktop &desktop);
 
-    /// By the keys and locks of the last sample. Frame thread only.
+    /// Maps a key by the modifiers and locks of the last sample. Frame thread only.
     bool MapKeyToCharacter(quillmarsh::eKey key, char &character) override;
-    /// The system maps anyway.
+    /// Does nothing: the system maps keys to characters.
     void OnCharacterMappingChanged() override {}
     void Sample();
 
@@ -29,8 +29,8 @@ private:
 };
 
 /// In relative mode, and without synchronisation, the system's cursor is hidden and held in the window. Without
-/// synchronisation the mouse has a position of its own, which its modified movements move; when synchronisation begins
-/// again, the system's cursor comes to that position.
+/// synchronisation the mouse has its own position, to which its modified movements are added. When synchronisation
+/// begins again, the system's cursor moves to that position.
 class DesktopMouse final : public quillmarsh::Mouse
 {
 public:
@@ -45,17 +45,17 @@ private:
     void UpdateCursor(bool mustMove);
 
     Desktop &desktop_;
-    // What the thread that samples has to know of the modes.
+    // The modes, for the sampling thread.
     std::atomic<bool> isRelative_{false};
     std::atomic<bool> isSynced_{true};
     std::atomic<int> ownX_{0};
     std::atomic<int> ownY_{0};
-    // Parts of a pixel that were not told of yet.
+    // Fractions of a pixel that have not been reported yet.
     float restX_ = 0;
     float restY_ = 0;
 };
 
-/// A device that has just this controller.
+/// A device with this single controller.
 template<typename Controller>
 class DesktopDevice final : public quillmarsh::HumanInterfaceDevice
 {

@@ -51,10 +51,10 @@ void DesktopInput::OpenWindow()
         window_ = Window::Open(desc, reason);
     if (window_ != nullptr)
         return window_->Show();
-    // What could not be had is not asked for again in each frame.
+    // After a failure, no further attempt is made in each frame.
     wantsWindow_ = false;
     if (!reason.empty())
-        GetConOut() << "There are no keyboard and mouse, since no window can be opened: " << reason << std::endl;
+        GetConOut() << "Keyboard and mouse are not available, because no window can be opened: " << reason << std::endl;
 }
 
 DesktopInput::Window *DesktopInput::GetCurrentWindow() const
@@ -106,7 +106,7 @@ void DesktopInput::OnWindowEvent(DesktopEvent const &event)
         Kernel::Instance().RequestExit();
     if (event.kind != eDesktopEvent::e_windowOpened)
         return;
-    // A wish is carried out anew for another window.
+    // A new window needs the wish to be carried out again.
     isCursorHeld_ = false;
     if (event.window->GetRole() == platform::eWindowRole::e_main)
         window_.reset();

@@ -1,4 +1,4 @@
-// Brings the events of the desktop to keyboard and mouse.
+// Passes the events of the desktop to keyboard and mouse.
 #ifndef QUILLMARSH_PLUGINS_INPUT_DESKTOP_DESKTOPINPUT_H
 #define QUILLMARSH_PLUGINS_INPUT_DESKTOP_DESKTOPINPUT_H
 
@@ -10,19 +10,19 @@
 namespace input_desktop
 {
 
-/// Brings the events of the desktop into the record, and the record's wishes to the cursor. Opens a window of its own
-/// where the program has none. Frame thread only.
+/// Passes the events of the desktop to Desktop, and the wishes of Desktop to the cursor. Opens its own window if the
+/// program has none. Frame thread only.
 class DesktopInput final : quillmarsh::platform::DesktopListener, quillmarsh::NoCopy
 {
 public:
     explicit DesktopInput(Desktop &desktop) : desktop_(desktop) {}
     ~DesktopInput() override;
 
-    /// Opens a window now, and later whenever the program has none; or never does.
+    /// True makes it open a window now, and again whenever the program has none; false makes it never open one.
     void SetWantsWindow(bool wants);
-    /// True while there is a window that keyboard and mouse belong to.
+    /// True while any window is open, to which keyboard and mouse belong.
     bool HasWindow() const { return quillmarsh::platform::Window::GetNumOpen() > 0; }
-    /// Called once in each frame.
+    /// Opens the window if one is missing, and carries out the wishes for the cursor. Call it once in each frame.
     void Update();
 
 private:
@@ -31,7 +31,7 @@ private:
     void OnDesktopEvent(quillmarsh::platform::DesktopEvent const &event) override;
     void OnWindowEvent(quillmarsh::platform::DesktopEvent const &event);
     void OpenWindow();
-    /// The window that the user works with; null without one.
+    /// Returns the active window, or else the main window, or else the driver's own; null without any.
     Window *GetCurrentWindow() const;
 
     Desktop &desktop_;

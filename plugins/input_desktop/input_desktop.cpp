@@ -1,4 +1,4 @@
-// Driver of game controllers, and of keyboard and mouse of the windows of the program.
+// Driver of game controllers, and of keyboard and mouse in the program's windows.
 #include "desktopdevices.h"
 #include "desktopinput.h"
 #include "paddevice.h"
@@ -20,10 +20,11 @@ namespace
 
 using namespace quillmarsh;
 
-/// Flag of OpenDriver(): open no window.
+/// Flag of OpenDriver(): the driver opens no window.
 constexpr unsigned int s_flagNoWindow = 1;
 
-/// What outlasts a driver: when devices are reconfigured, because a controller came say, the window keeps its focus.
+/// State that outlives a driver, so that the window keeps the focus while devices are reconfigured (after a controller
+/// was plugged in, for example).
 struct Session
 {
     Desktop desktop;
@@ -81,7 +82,7 @@ public:
             if (!std::binary_search(found_.begin(), found_.end(), pads_[i]))
                 GetConOut() << "The game controller " << names_[i] << " was unplugged." << std::endl;
         }
-        // Until the next enumeration there is nothing more to tell.
+        // Nothing more is reported before the next enumeration.
         pads_ = found_;
         names_.clear();
         return true;
@@ -92,7 +93,7 @@ private:
 
     Session &session_;
     unsigned int numDesktopDevices_ = 0;
-    /// Game controllers that are known, and their names as of the last enumeration.
+    /// Ids of the game controllers of the last enumeration, and their names.
     std::vector<unsigned int> pads_;
     std::vector<string> names_;
     std::vector<unsigned int> found_;

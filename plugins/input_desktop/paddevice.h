@@ -9,7 +9,7 @@
 namespace input_desktop
 {
 
-/// Applies dead zones and saturations, which no system does for it.
+/// Applies dead zones and saturations itself, because no system does.
 class PadController final : public quillmarsh::GameController
 {
 public:
@@ -19,7 +19,7 @@ public:
     void Sample(PadReading const &reading);
 
 private:
-    /// Dead zone and saturation; what is between them is drawn out to the whole way.
+    /// Dead zone and saturation. The range between them is stretched to the whole range.
     struct Shape
     {
         float deadZone = 0;
@@ -33,7 +33,7 @@ private:
     Shape sliderShapes_[s_maxSliders];
 };
 
-/// From when it is unplugged it reads as at rest.
+/// A game controller as a device. Once it is unplugged, it reads as at rest.
 class PadDevice final : public quillmarsh::HumanInterfaceDevice
 {
 public:

@@ -1,4 +1,4 @@
-// Game controllers, as the system has them. The build picks the side: linux/ or win32/.
+// The system's game controllers. The build picks the implementation: linux/ or win32/.
 #ifndef QUILLMARSH_PLUGINS_INPUT_DESKTOP_PADSYSTEM_H
 #define QUILLMARSH_PLUGINS_INPUT_DESKTOP_PADSYSTEM_H
 
@@ -11,7 +11,7 @@ namespace input_desktop
 
 using quillmarsh::string;
 
-/// What a game controller has, and where it comes from. Texts that are empty are not known.
+/// The features and the origin of a game controller. A text is empty when it is not known.
 struct PadDesc
 {
     string name;
@@ -26,45 +26,45 @@ struct PadDesc
     unsigned int numButtons = 0;
 };
 
-/// What a game controller shows; as it stands here it is at rest.
+/// The readings of a game controller; the initial values are those at rest.
 struct PadReading
 {
     float axes[quillmarsh::GameController::s_numAxes] = {};
     float sliders[quillmarsh::GameController::s_maxSliders] = {};
-    /// In degrees from up, clockwise.
+    /// Degrees from up, clockwise; -1 when centred.
     float hats[quillmarsh::GameController::s_maxPOVHats] = {-1, -1, -1, -1};
     /// A bit for each button.
     unsigned int buttons = 0;
 };
 
-/// A game controller that is open.
+/// An open game controller.
 class Pad : quillmarsh::NoCopy
 {
 public:
     virtual ~Pad() = default;
 
     PadDesc const &GetDesc() const { return desc_; }
-    /// Reads it; false, with the reading as it was, when it has been unplugged. Any thread. Allocates nothing.
+    /// Reads the controller. False, with `reading` unchanged, when it has been unplugged. Any thread. Allocates nothing.
     virtual bool Read(PadReading &reading) = 0;
 
 protected:
     PadDesc desc_;
 };
 
-/// The system's game controllers. Each has a number for as long as it is plugged in. Frame thread only.
+/// The system's game controllers. Each has an id while it is plugged in. Frame thread only.
 class PadSystem : quillmarsh::NoCopy
 {
 public:
     virtual ~PadSystem() = default;
 
-    /// Lists those that are plugged in, in ascending order.
+    /// Lists the ids of the connected controllers, in ascending order.
     virtual void ListPads(std::vector<unsigned int> &ids) = 0;
     virtual string GetPadName(unsigned int id) = 0;
-    /// Null when it has been unplugged, or cannot be opened.
+    /// Opens a controller. Null when it has been unplugged or cannot be opened.
     virtual quillmarsh::AutoPtr<Pad> OpenPad(unsigned int id) = 0;
 };
 
-/// Starts the side that the driver was built with. Throws HIDDriverException when nothing can be had at all.
+/// Starts the system's support for game controllers. Throws a HIDDriverException when it cannot be used.
 quillmarsh::AutoPtr<PadSystem> StartPadSystem();
 
 } // namespace input_desktop

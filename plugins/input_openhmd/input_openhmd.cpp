@@ -19,11 +19,11 @@ namespace
 
 using namespace quillmarsh;
 
-/// The devices that are there when the driver is asked: OpenHMD looks for them only while none is open.
+/// Creates the devices that are connected at an enumeration. OpenHMD searches for devices only while none is open.
 class OpenHMDDriver : public HIDDriver0
 {
 public:
-    /// Bool, or its text: whether the library's dummies, which never move, are devices too.
+    /// A bool or its text: true makes devices of OpenHMD's dummies, which never move, too.
     static constexpr char s_szParameterDummies[] = "dummies";
 
     bool SetPluginParameter(NamedParameter const &parameter) override
@@ -56,7 +56,7 @@ public:
         indices_.clear();
         int const count = ohmd_ctx_probe(context_->Get());
         if (count < 0)
-            QUILLMARSH_THROW(HIDDriverException, "OpenHMD cannot look for devices: " + context_->GetError());
+            QUILLMARSH_THROW(HIDDriverException, "OpenHMD cannot search for devices: " + context_->GetError());
         for (int index = 0; index < count; ++index)
         {
             if (withDummies_ || (context_->GetNumber(index, OHMD_DEVICE_FLAGS) & OHMD_DEVICE_FLAGS_NULL_DEVICE) == 0)
@@ -73,7 +73,7 @@ public:
 private:
     bool withDummies_ = false;
     std::optional<OpenHMDContext> context_;
-    /// In the context's list, of those that are devices of ours.
+    /// Indices in the context's list of the devices that this driver creates.
     std::vector<int> indices_;
 };
 

@@ -8,7 +8,7 @@ namespace input_openhmd
 OpenHMDContext::OpenHMDContext() : context_(ohmd_ctx_create())
 {
     if (context_ == nullptr)
-        QUILLMARSH_THROW(quillmarsh::HIDDriverException, "OpenHMD gives no context");
+        QUILLMARSH_THROW(quillmarsh::HIDDriverException, "OpenHMD cannot create a context");
 }
 
 OpenHMDContext::~OpenHMDContext()
@@ -32,7 +32,7 @@ int OpenHMDContext::GetNumber(int index, ohmd_int_value which) const
 string OpenHMDContext::GetError() const
 {
     char const *const text = ohmd_ctx_get_error(context_);
-    return text != nullptr && *text != '\0' ? text : "no reason is given";
+    return text != nullptr && *text != '\0' ? text : "it gives no reason";
 }
 
 } // namespace input_openhmd

@@ -13,19 +13,19 @@ namespace input_openhmd
 
 using quillmarsh::string;
 
-/// The library keeps all devices of a context in one place, without a lock of its own that could be relied on: every
-/// call, from whatever thread, is made under this one.
+/// OpenHMD's context and its lock. The library protects the devices of a context by no reliable lock of its own, so
+/// every call into it is made under this lock, on any thread.
 class OpenHMDContext : quillmarsh::NoCopy
 {
 public:
-    /// Throws a HIDDriverException.
+    /// Creates the context. Throws a HIDDriverException if that fails.
     OpenHMDContext();
     ~OpenHMDContext();
 
     ohmd_context *Get() const { return context_; }
     std::mutex &GetLock() { return lock_; }
 
-    /// @name For who holds the lock
+    /// @name The caller holds the lock
     /// @{
     string GetText(int index, ohmd_string_value which) const;
     int GetNumber(int index, ohmd_int_value which) const;

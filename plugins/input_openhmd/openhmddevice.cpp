@@ -70,7 +70,7 @@ void OpenHMDDevice::ConnectDevice(HWND)
     std::scoped_lock const lock(context_.GetLock());
     device_ = ohmd_list_open_device(context_.Get(), index_);
     if (device_ == nullptr)
-        QUILLMARSH_THROW(HIDException, "OpenHMD cannot open it: " + context_.GetError());
+        QUILLMARSH_THROW(HIDException, "OpenHMD cannot open the device: " + context_.GetError());
 }
 
 void OpenHMDDevice::DisconnectDevice()
@@ -89,7 +89,7 @@ void OpenHMDDevice::SampleDevice()
         ohmd_ctx_update(context_.Get());
         if ((orientation_ && ohmd_device_getf(device_, OHMD_ROTATION_QUAT, orientation) != OHMD_S_OK) ||
             (position_ && ohmd_device_getf(device_, OHMD_POSITION_VECTOR, position) != OHMD_S_OK))
-            QUILLMARSH_THROW(HIDException, "OpenHMD gives no readings: " + context_.GetError());
+            QUILLMARSH_THROW(HIDException, "OpenHMD cannot read the device: " + context_.GetError());
     }
     if (orientation_)
         SampleOrientation(orientation);
@@ -99,7 +99,7 @@ void OpenHMDDevice::SampleDevice()
 
 void OpenHMDDevice::SampleOrientation(quat const &orientation)
 {
-    // Sensors that have told nothing yet, or nonsense, give no rotation.
+    // Sensors that have reported nothing yet, or invalid numbers, are no rotation.
     float const norm = orientation.Norm();
     if (std::isfinite(norm) && norm > 0.0f)
         orientation_->Sample(quat(-orientation.x, orientation.y, -orientation.z, orientation.w).Unit());

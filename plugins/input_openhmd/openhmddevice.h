@@ -12,22 +12,22 @@
 namespace input_openhmd
 {
 
-/// A device that OpenHMD lists, with a tracker for each thing that it can track.
+/// A device that OpenHMD lists, with a tracker for its orientation and one for its position, if it reports them.
 ///
-/// OpenHMD's axes are X to the right, Y up, and Z backwards; they are turned half round about Y (see
-/// MakeOrientation()). Positions are in metres in both.
+/// OpenHMD's axes are X to the right, Y up, and Z backwards. The device turns them by 180 degrees about Y (see
+/// MakeOrientation()). Positions are in metres on both sides.
 class OpenHMDDevice final : public quillmarsh::HumanInterfaceDevice
 {
 public:
-    /// Parameter of the device: a pointer to ten floats, which are seconds since the last time, three rates of turn, three
-    /// accelerations and three magnetic forces on OpenHMD's axes. For a device without sensors of its own.
+    /// Parameter for a device without sensors of its own: a pointer to ten floats on OpenHMD's axes. They are the seconds
+    /// since the last call, three rates of turn, three accelerations, and three components of the magnetic field.
     static constexpr char s_szParameterSensors[] = "sensors";
 
-    /// `index` is that of the context's list. The context is borrowed.
+    /// `index` is the device's place in the context's list. Borrows the context, which must outlive the device.
     OpenHMDDevice(OpenHMDContext &context, int index);
     ~OpenHMDDevice() override;
 
-    /// "sensors" while the device is connected.
+    /// Accepts "sensors" while the device is connected.
     bool SetHIDParameter(quillmarsh::NamedParameter const &parameter) override;
     unsigned int GetNumControllers() override;
     quillmarsh::HIDController *GetController(unsigned int index) override;

@@ -32,7 +32,7 @@ DatagramSocket::DatagramSocket(string const &address, unsigned int port)
       name_(address + " port " + MakeString(port))
 {
     if (!StartSockets())
-        ThrowSocketError("There is no network");
+        ThrowSocketError("The network cannot be used");
     try
     {
         Bind(address, port);
@@ -63,7 +63,7 @@ DatagramSocket::eResult DatagramSocket::Receive(std::span<std::byte> buffer, std
     if (IsNothingThere(error))
         return e_nothing;
     if (!IsDatagramLost(error))
-        ThrowSocketError("Nothing can be read at " + name_);
+        ThrowSocketError("Cannot receive at " + name_);
     return e_lost;
 }
 
@@ -74,13 +74,13 @@ void DatagramSocket::Bind(string const &address, unsigned int port)
     hints.ai_socktype = SOCK_DGRAM;
     addrinfo *found = nullptr;
     if (getaddrinfo(address.c_str(), MakeString(port).c_str(), &hints, &found) != 0)
-        QUILLMARSH_THROW(HIDException, "The address '" + address + "' is no IP address");
+        QUILLMARSH_THROW(HIDException, "The address '" + address + "' is not an IP address");
     std::unique_ptr<addrinfo, decltype(&freeaddrinfo)> const owned(found, &freeaddrinfo);
 
     SocketHandle const opened = socket(found->ai_family, found->ai_socktype, found->ai_protocol);
     handle_ = static_cast<std::intptr_t>(opened);
     if (opened == s_noSocket || !MakeNonBlocking(opened))
-        ThrowSocketError("There is no socket to be had");
+        ThrowSocketError("Cannot create a socket");
     if (bind(opened, found->ai_addr, static_cast<socklen_t>(found->ai_addrlen)) != 0)
         ThrowSocketError("Cannot listen at " + name_);
 }

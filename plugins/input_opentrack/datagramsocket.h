@@ -1,4 +1,4 @@
-// Socket that datagrams arrive at.
+// A socket that receives datagrams.
 #ifndef QUILLMARSH_PLUGINS_INPUT_OPENTRACK_DATAGRAMSOCKET_H
 #define QUILLMARSH_PLUGINS_INPUT_OPENTRACK_DATAGRAMSOCKET_H
 
@@ -13,7 +13,7 @@ namespace input_opentrack
 
 using quillmarsh::string;
 
-/// An address and a port, taken for as long as the object lives. One thread at a time.
+/// Receives at an address and a port, which it occupies while it lives. One thread at a time.
 class DatagramSocket : quillmarsh::NoCopy
 {
 public:
@@ -21,20 +21,20 @@ public:
     {
         e_nothing,
         e_datagram,
-        /// Something came that does not fit the buffer, or was lost.
+        /// A datagram was lost, or did not fit the buffer.
         e_lost
     };
 
-    /// `address` is of IP version 4 or 6, in numbers; port 0 is one that is free. Throws a HIDException that says what
-    /// was wrong.
+    /// `address` is a numeric address of IP version 4 or 6; port 0 takes any free port. Throws a HIDException that names
+    /// the reason.
     DatagramSocket(string const &address, unsigned int port);
     ~DatagramSocket();
 
-    /// Address and port as they were taken, for people.
+    /// Text with the occupied address and port, for messages.
     string const &GetName() const { return name_; }
 
-    /// The next datagram, without waiting for it. Throws a HIDException when the socket is of no use any more.
-    /// Allocates nothing.
+    /// Reads the next datagram without waiting. Throws a HIDException when the socket cannot be used any more. Allocates
+    /// nothing.
     eResult Receive(std::span<std::byte> buffer, std::size_t &size);
 
 private:
@@ -42,7 +42,7 @@ private:
     void FindName();
     void Close();
 
-    /// As wide as the handles of any system.
+    /// Wide enough for the handles of any system.
     std::intptr_t handle_;
     string name_;
 };

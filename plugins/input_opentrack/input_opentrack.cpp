@@ -1,4 +1,4 @@
-// Driver for programs that track a head and send what they find as OpenTrack does.
+// Driver for programs that track a head and send its pose in OpenTrack's datagrams.
 #include "opentrackdevice.h"
 
 #include <quillmarsh/basetools/namedparameter.h>
@@ -21,22 +21,22 @@ namespace
 
 using namespace quillmarsh;
 
-/// One device, which is always there: whether somebody sends shows with its readings.
+/// Creates one device, which always exists. It is at rest while no program sends.
 class OpenTrackDriver : public HIDDriver0
 {
 public:
     static constexpr char s_szParameterAddress[] = "address";
     static constexpr char s_szParameterPort[] = "port";
 
-    /// For devices that are created from then on.
+    /// Sets the address or the port for devices that are created later.
     bool SetPluginParameter(NamedParameter const &parameter) override
     {
         if (parameter.GetName() == s_szParameterAddress)
             return SetAddress(parameter);
         if (parameter.GetName() == s_szParameterPort)
             return SetPort(parameter);
-        return Refuse("There is no parameter '" + parameter.GetName() + "', but '" + s_szParameterAddress + "' and '" +
-                      s_szParameterPort + "'");
+        return Refuse("The parameter '" + parameter.GetName() + "' does not exist; the parameters are '" +
+                      s_szParameterAddress + "' and '" + s_szParameterPort + "'");
     }
 
     bool GetPluginParameter(string const &name, NamedParameter &parameter) const override
@@ -65,12 +65,12 @@ private:
     bool SetAddress(NamedParameter const &parameter)
     {
         if (parameter.GetValueType() != NamedParameter::e_string)
-            return Refuse("The address wants to be a text with an IP address");
+            return Refuse("The address must be a text with an IP address");
         endpoint_.address = parameter.GetValueString();
         return true;
     }
 
-    /// A number, or its text.
+    /// Sets the port from a number or its text.
     bool SetPort(NamedParameter const &parameter)
     {
         int port = -1;
@@ -89,7 +89,7 @@ private:
             break;
         }
         if (port < 0 || port > static_cast<int>(s_maxPort))
-            return Refuse("The port wants to be a number from 0, for one that is free, to " + MakeString(s_maxPort));
+            return Refuse("The port must be a number from 1 to " + MakeString(s_maxPort) + ", or 0 for any free port");
         endpoint_.port = static_cast<unsigned int>(port);
         return true;
     }

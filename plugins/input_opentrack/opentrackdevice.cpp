@@ -64,7 +64,7 @@ void OpenTrackDevice::SampleDevice()
 
 void OpenTrackDevice::ReceivePoses()
 {
-    // One more than is wanted tells a datagram that is longer.
+    // One byte more than a pose has, so that longer datagrams are recognised.
     std::byte buffer[s_poseSize + 1];
     Pose pose;
     for (unsigned int i = 0; i < s_maxDatagrams; ++i)

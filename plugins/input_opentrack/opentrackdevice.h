@@ -1,4 +1,4 @@
-// The head that OpenTrack tells of.
+// The head whose pose OpenTrack sends.
 #ifndef QUILLMARSH_PLUGINS_INPUT_OPENTRACK_OPENTRACKDEVICE_H
 #define QUILLMARSH_PLUGINS_INPUT_OPENTRACK_OPENTRACKDEVICE_H
 
@@ -14,16 +14,16 @@
 namespace input_opentrack
 {
 
-/// Where to listen.
+/// The address and port to listen at.
 struct Endpoint
 {
-    /// Nobody but programs of this machine, unless told otherwise.
+    /// The default accepts only programs on this machine.
     string address = "127.0.0.1";
     unsigned int port = 4242;
 };
 
-/// Listens from its connection on. Each sample takes what has come, and shows the last of it; at rest when nothing has
-/// come for a second.
+/// Listens while it is connected. Each sample reads all datagrams that have arrived, and uses the last one. The device
+/// is at rest when none has arrived for a second.
 class OpenTrackDevice final : public quillmarsh::HumanInterfaceDevice
 {
 public:
@@ -41,7 +41,7 @@ protected:
 
 private:
     static constexpr double s_maxSilence = 1.0;
-    /// In one sample, so that a sender that never pauses does not hold it up.
+    /// Most datagrams that one sample reads, so that a sender without pauses cannot delay it.
     static constexpr unsigned int s_maxDatagrams = 1000;
 
     void ReceivePoses();

@@ -22,7 +22,7 @@ double ReadDouble(std::span<std::byte const> bytes)
     return std::bit_cast<double>(bits);
 }
 
-/// Of angles that went round and round, what is left.
+/// Reduces an angle by whole turns.
 float WithinTurn(double degrees)
 {
     return static_cast<float>(std::remainder(degrees, 360.0));

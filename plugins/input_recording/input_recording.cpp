@@ -1,4 +1,4 @@
-// Driver that plays recordings as devices, and records devices.
+// A driver that plays recordings as devices, and records devices.
 #include "recordingcommands.h"
 
 #include <quillmarsh/framework/directinputconfig.h>
@@ -18,7 +18,7 @@ namespace
 
 using namespace quillmarsh;
 
-/// Each playback is a device. The commands are there while the driver is open.
+/// Creates a device for each playback. The commands exist while the driver is open.
 class RecordingDriver : public HIDDriver0
 {
 public:
@@ -37,7 +37,8 @@ public:
     void CloseDriver() override
     {
         if (recorder_)
-            GetConOut() << "The recording ends with the devices: " << recorder_->GetFileName() << std::endl;
+            GetConOut() << "The recording stopped, because the devices are reconfigured: " << recorder_->GetFileName()
+                        << std::endl;
         recorder_.reset();
         if (std_command_interpreter::Interpreter *const interpreter = Kernel::Instance().GetCommandInterpreter())
         {
@@ -60,7 +61,7 @@ private:
     AutoPtr<Recorder> recorder_;
 };
 
-/// Keeps what is played from one driver to the next.
+/// Keeps the list of playbacks from one driver to the next.
 class RecordingDescriptor : public HIDDriverPluginDescriptor
 {
 public:

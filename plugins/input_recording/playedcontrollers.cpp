@@ -18,7 +18,7 @@ using namespace quillmarsh;
 namespace
 {
 
-// Where a field of a kind stands in the state.
+// Returns the index of a field's first value in the state.
 unsigned int FindFirst(eKind kind, string const &field)
 {
     KindDesc const &desc = GetKindDesc(kind);
@@ -32,7 +32,7 @@ public:
 
     HIDController &GetController() override { return *this; }
 
-    /// A recording knows keys only, and no layout.
+    /// Returns false: a recording contains keys, but no keyboard layout.
     bool MapKeyToCharacter(eKey, char &) override { return false; }
     void OnCharacterMappingChanged() override {}
 
@@ -162,7 +162,7 @@ protected:
     }
 
 private:
-    /// A glove widens a range to where its sensor stands.
+    /// Sets the range of a sensor. The flexure comes first, because a glove widens a range to the current flexure.
     void SetRange(eGloveSensor sensor, Range const &range)
     {
         SetFlexure(sensor, range.min);
@@ -184,7 +184,7 @@ public:
     }
 
     HIDController &GetController() override { return *this; }
-    /// The properties in force are asked for with each sample.
+    /// Does nothing: each sample reads the current properties.
     void OnOperationModifiersChanged() override {}
 
 protected:
@@ -207,7 +207,7 @@ protected:
     }
 
 private:
-    /// Dead zone and saturation, and what is between them drawn out to the whole way.
+    /// Applies dead zone and saturation, and stretches the range between them to the whole range.
     static float Shape(float position, float deadZone, float saturation)
     {
         float const way = std::fabs(position);
@@ -216,7 +216,7 @@ private:
         return std::copysign(way >= saturation ? 1.0f : (way - deadZone) / (saturation - deadZone), position);
     }
 
-    /// One more than the last of a row of fields that is there.
+    /// Returns the number of fields from `first` to the last one that the controller has.
     static unsigned int FindEnd(std::vector<unsigned int> const &counts, unsigned int first, unsigned int end)
     {
         while (end > 0 && counts[first + end - 1] == 0)
@@ -224,7 +224,7 @@ private:
         return end;
     }
 
-    // Up to the buttons each field has one value, and so the same place in the state as among the fields.
+    // Each field before the buttons has one value, so its index in the state is its index among the fields.
     unsigned int const sliders_ = FindFirst(e_kind_game_controller, "slider0");
     unsigned int const hats_ = FindFirst(e_kind_game_controller, "hat0");
     unsigned int const buttons_ = FindFirst(e_kind_game_controller, "buttons");

@@ -1,4 +1,4 @@
-// Controllers that show what a recording says.
+// Controllers that show the input of a recording.
 #ifndef QUILLMARSH_PLUGINS_INPUT_RECORDING_PLAYEDCONTROLLERS_H
 #define QUILLMARSH_PLUGINS_INPUT_RECORDING_PLAYEDCONTROLLERS_H
 
@@ -9,7 +9,7 @@
 namespace input_recording
 {
 
-/// A controller of a played device. The thread that samples the device.
+/// A controller of a played device. Only the thread that samples the device uses it.
 class PlayedController
 {
 public:
@@ -20,12 +20,12 @@ public:
     void Sample(std::span<float const> state);
 
 protected:
-    /// Writes the readings.
+    /// Writes the readings of `state` to the controller.
     virtual void Apply(std::span<float const> state) = 0;
 };
 
-/// A controller of the kind that was recorded, with the abilities that the recording lists. The device, which owns it, is
-/// borrowed.
+/// Creates a controller of the recorded kind, with the abilities that the recording lists. Borrows the device, which owns
+/// the controller.
 quillmarsh::AutoPtr<PlayedController> MakePlayedController(quillmarsh::HumanInterfaceDevice &device,
                                                            RecordedController const &recorded);
 

@@ -13,17 +13,17 @@
 namespace input_recording
 {
 
-/// What is played, and how.
+/// A recording and the way to play it.
 struct Playback
 {
     string fileName;
     std::shared_ptr<Recording const> recording;
-    /// Seconds of the recording in a second.
+    /// Seconds of the recording that are played in one second.
     double speed = 1;
     bool isLooped = true;
 };
 
-/// Plays a recording from its connection on, or from when it is told to restart.
+/// Plays a recording. It starts when the device is connected, and again at each restart.
 class PlayedDevice final : public quillmarsh::HumanInterfaceDevice
 {
 public:
@@ -36,7 +36,7 @@ public:
     void DisconnectDevice() override;
     void SampleDevice() override;
 
-    /// Samples the state at a time in seconds from the connection; times do not go backwards.
+    /// Samples the state at a time in seconds since the connection. `seconds` must not decrease.
     void SampleAt(double seconds);
 
 protected:

@@ -22,7 +22,7 @@ using namespace quillmarsh;
 namespace
 {
 
-// One of each for every kind: what a controller has, and what it shows. Values go to the state in the order of fields.
+// A pair of functions for each kind: the values that a controller has, and their readings, in the order of the fields.
 
 void Describe(Keyboard const &, RecordedController &) {}
 
@@ -60,7 +60,7 @@ void Capture(OrientationTracker const &tracker, RecordedController const &record
     }
     else if (recorded.counts[0] != 0)
     {
-        // Hardware that reports axes.
+        // The hardware reports three axes instead.
         vec3 axes[3];
         tracker.GetOrientationRaw(axes[0], axes[1], axes[2]);
         mat3 rotation;
@@ -121,7 +121,7 @@ void Capture(GameController const &controller, RecordedController const &, float
         *state++ = controller.ButtonPressed(button) ? 1.0f : 0.0f;
 }
 
-/// The two functions above for a kind, behind the interface class.
+/// The pair of functions for a kind.
 struct KindHands
 {
     bool (*isOf)(HIDController const &);
@@ -176,7 +176,7 @@ Recorder::Recorder(string const &fileName, std::vector<HumanInterfaceDevice *> c
 {
     Collect(devices);
     if (sources_.empty())
-        Fail("There is no device to record.");
+        Fail("No device can be recorded.");
     std::filesystem::path const path = file_system::GetStreamPath(fileName_);
     if (!path.empty())
         file_.open(path, std::ios::binary | std::ios::trunc);
@@ -231,12 +231,12 @@ void Recorder::OnFrame(bool &removeObserver, unsigned int, double frameTime)
     WriteStates(true);
     if (!file_)
     {
-        GetLogOut() << "Recording ended, the file cannot be written: " << fileName_ << std::endl;
+        GetLogOut() << "The recording ended, because the file cannot be written: " << fileName_ << std::endl;
         removeObserver = true;
     }
 }
 
-/// What moved before time 0 is no part of the recording.
+/// Writes the states of all controllers. Movements before time 0 are not part of the recording.
 void Recorder::WriteStates(bool withMovements)
 {
     for (unsigned int i = 0; i < sources_.size(); ++i)
@@ -245,7 +245,7 @@ void Recorder::WriteStates(bool withMovements)
         KindDesc const &desc = recorded_[i].GetDesc();
         std::span<float> const state = std::span(state_).first(desc.rest.size());
         {
-            // A lock that the application still holds is the application's.
+            // Takes no second lock while the application still holds its own.
             AsyncSampleReadSentry const sentry(device, !device.IsSampledDataLocked());
             CaptureState(*sources_[i].controller, recorded_[i], state);
         }

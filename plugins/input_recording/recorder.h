@@ -1,4 +1,4 @@
-// Recording of live devices.
+// Records live devices.
 #ifndef QUILLMARSH_PLUGINS_INPUT_RECORDING_RECORDER_H
 #define QUILLMARSH_PLUGINS_INPUT_RECORDING_RECORDER_H
 
@@ -18,32 +18,32 @@ class HumanInterfaceDevice;
 namespace input_recording
 {
 
-/// What the controller can show, as it is recorded; nothing for a controller of an unknown interface class.
+/// Returns the description of a controller for a recording; nothing for an unknown interface class.
 std::optional<RecordedController> DescribeController(quillmarsh::HIDController const &controller);
 
-/// The controller's present state. `state` has the length of one.
+/// Writes the controller's current state to `state`, which has the length of its kind's state.
 void CaptureState(quillmarsh::HIDController const &controller, RecordedController const &recorded,
                   std::span<float> state);
 
-/// Writes to a file what devices show, from its construction to its end: at time 0 their state, and what changes by the
-/// end of each frame.
+/// Writes the input of devices to a file while it lives: their state at time 0, then the changes at the end of each
+/// frame.
 ///
-/// Of each kind the first controller counts. A device that a thread samples is read once more in each frame, so that
-/// edges and movements between the application's read and the end of the frame are the recorder's. Frame thread only;
-/// the devices are borrowed, but for the destructor.
+/// It records the first controller of each kind. In each frame it reads a device with a sampling thread once more, and
+/// so takes edges and movements that came after the application's read. Frame thread only. It borrows the devices; the
+/// destructor does not use them.
 class Recorder : public quillmarsh::FrameObserver
 {
 public:
-    /// When time 0 is.
+    /// The moment of time 0.
     enum class eStart
     {
-        /// At once: the devices have been sampled.
+        /// Now: the devices have been sampled.
         e_now,
-        /// At the end of the next frame, which samples the devices for the first time.
+        /// The end of the next frame, which samples the devices for the first time.
         e_nextFrame
     };
 
-    /// Throws RecordingException when there is nothing to record, or the file cannot be written.
+    /// Starts recording. Throws a RecordingException when there is nothing to record, or the file cannot be written.
     Recorder(string const &fileName, std::vector<quillmarsh::HumanInterfaceDevice *> const &devices, eStart start);
     ~Recorder() override;
 

@@ -1,4 +1,4 @@
-// Recorded input of one device, as it stands in a file: controllers, and what changed in them when.
+// Recorded input of one device, with the contents of its file: the controllers, and their changes over time.
 #ifndef QUILLMARSH_PLUGINS_INPUT_RECORDING_RECORDING_H
 #define QUILLMARSH_PLUGINS_INPUT_RECORDING_RECORDING_H
 
@@ -12,7 +12,7 @@ namespace input_recording
 
 using quillmarsh::string;
 
-/// A text that is no recording. The message names file, line and field.
+/// Thrown for a text that is not a valid recording. The message names file, line and field.
 class RecordingException : public quillmarsh::Exception
 {
 };
@@ -29,22 +29,22 @@ enum eKind : unsigned int
 };
 constexpr unsigned int s_numKinds = 6;
 
-/// What a field says, and so how its values are written.
+/// Type of a field, which decides how its values are written.
 enum class eFieldType
 {
-    /// Finite numbers, which hold until they are given anew.
+    /// Finite numbers, which stay until the next change.
     e_numbers,
-    /// Whole numbers, which hold likewise.
+    /// Whole numbers, which stay until the next change.
     e_integers,
-    /// 0 or 1, which holds likewise.
+    /// 0 or 1, which stays until the next change.
     e_flag,
-    /// Whole numbers that tell how far something moved since the sample before.
+    /// Whole numbers: the distance moved since the last sample.
     e_movement,
-    /// The names of those things that are pressed.
+    /// The names of the pressed keys or buttons.
     e_set
 };
 
-/// A field of a sample. Its values stand in a row of the controller's state.
+/// A field of a sample. Its values are consecutive in the controller's state.
 struct Field
 {
     string name;
@@ -53,28 +53,28 @@ struct Field
     unsigned int count;
 };
 
-/// What a kind of controller can show.
+/// The fields that a kind of controller can have.
 struct KindDesc
 {
-    /// In a file.
+    /// Name of the kind in a file.
     char const *name;
-    /// Of the interface class.
+    /// Name of the interface class.
     char const *interfaceName;
     std::vector<Field> fields;
     /// State of a controller at rest. The movements come first.
     std::vector<float> rest;
     unsigned int numMovements;
-    /// Names what a set holds.
+    /// Returns the name of an element of a set.
     string (*getItemName)(unsigned int index);
 
-    /// Index of a field; the number of fields when there is none of that name.
+    /// Returns the index of a field, or the number of fields when none has that name.
     unsigned int FindField(string const &fieldName) const;
 };
 
 /// Description of a kind. Any thread.
 KindDesc const &GetKindDesc(eKind kind);
 
-/// Flexures between which a sensor of a glove had moved when its recording began; none while `min` is above `max`.
+/// Range of flexures that a sensor of a glove had covered when its recording began. Empty if `min` is above `max`.
 struct Range
 {
     float min = 1.0f;
@@ -88,12 +88,12 @@ struct RecordedController
 {
     eKind kind = e_kind_keyboard;
     bool isLeftHanded = false;
-    /// By field of the kind: how many of its values the controller has, 0 for none.
+    /// For each field of the kind: the number of its values that the controller has, 0 for none.
     std::vector<unsigned int> counts;
-    /// By field, for gloves.
+    /// For each field of a glove.
     std::vector<Range> ranges;
 
-    /// With all fields, or without any.
+    /// Creates a controller with all fields of its kind, or without any.
     RecordedController(eKind newKind, bool withFields);
     KindDesc const &GetDesc() const { return GetKindDesc(kind); }
 };
@@ -105,18 +105,18 @@ struct Change
     float value;
 };
 
-/// What happened to one controller at one time.
+/// The changes of one controller at one time.
 struct Sample
 {
-    /// In seconds from the begin.
+    /// In seconds from the start of the recording.
     double time;
     unsigned int controller;
-    /// Part of Recording::changes.
+    /// First of the sample's changes in Recording::changes.
     unsigned int firstChange;
     unsigned int numChanges;
 };
 
-/// A whole recording. Samples stand in the order of time, and none is behind the length.
+/// A whole recording. The samples are in the order of time, and none is later than the length.
 struct Recording
 {
     string description;
@@ -132,10 +132,10 @@ struct Recording
     }
 };
 
-/// First word of every file, and the version of what follows.
+/// First word of every file, and the version of the format.
 constexpr char s_szSignature[] = "quillmarsh-recording";
 constexpr char s_szVersion[] = "1";
-/// Movements beyond it either way are no input of a hand.
+/// Largest whole number that is recorded, and the negative of the smallest. No hand moves farther in a sample.
 constexpr float s_maxInteger = 1e6f;
 
 } // namespace input_recording

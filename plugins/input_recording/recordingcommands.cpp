@@ -25,21 +25,21 @@ constexpr CommandValue s_speed{"a speed from 0.01 to 100", [](CommandArguments c
 
 constexpr CommandWord s_playWords[] = {
     CommandWord::Option(PlayCmd::s_szOptionOnce, "play once, and stay at the end\n"),
-    CommandWord::Option(PlayCmd::s_szOptionStop, "end all that is played\n"),
+    CommandWord::Option(PlayCmd::s_szOptionStop, "stop all recordings that are played\n"),
     CommandWord::Assignment(PlayCmd::s_szAssignSpeed, PlayCmd::s_szValueSpeed,
-                            "play at a multiple of the true speed, from 0.01 to 100\n", s_speed),
+                            "play at a multiple of the recorded speed, from 0.01 to 100\n", s_speed),
     CommandWord::Argument("0) string", "file of the recording, which becomes a device\n"),
 };
 
 constexpr CommandWord s_recordWords[] = {
     CommandWord::Option(RecordCmd::s_szOptionStop, "end the recording\n"),
-    CommandWord::Option(RecordCmd::s_szOptionOverwrite, "replace the file if there is one\n"),
+    CommandWord::Option(RecordCmd::s_szOptionOverwrite, "replace the file if it exists\n"),
     CommandWord::Assignment(RecordCmd::s_szAssignDevice, RecordCmd::s_szValueDevice,
                             "record only the device with this creation-id\n", command_values::s_device),
     CommandWord::Argument("0) string", "file to write\n"),
 };
 
-/// False, behind a message, for a line whose words are about a file that it does not name.
+/// Prints a message and returns false if the line has words about a file but names none.
 bool HasFileForItsWords(ostream &out, string const *fileName, bool hasWords)
 {
     if (fileName == nullptr && hasWords)
@@ -68,7 +68,7 @@ std::span<CommandWord const> PlayCmd::GetWords() const
 
 string PlayCmd::GetDefaultBehavior() const
 {
-    return "list what is played";
+    return "list the recordings that are played";
 }
 
 bool PlayCmd::Execute(ostream &out, CommandArguments const &arguments)
@@ -136,7 +136,7 @@ std::span<CommandWord const> RecordCmd::GetWords() const
 
 string RecordCmd::GetDefaultBehavior() const
 {
-    return "tell what is recorded";
+    return "print the file that is written";
 }
 
 bool RecordCmd::Execute(ostream &out, CommandArguments const &arguments)
@@ -198,15 +198,15 @@ bool RecordCmd::Start(ostream &out, CommandArguments const &arguments, string co
     return true;
 }
 
-/// Why the file cannot be recorded now; empty when it can.
+/// Returns the reason why the file cannot be recorded now; empty when it can.
 string RecordCmd::FindObstacle(CommandArguments const &arguments, string const &fileName) const
 {
     if (list_.hasChanged)
-        return "The devices change with the next frame: let it pass first (wait).";
+        return "The devices change in the next frame; enter wait first.";
     if (recorder_ && recorder_->GetFileName() == fileName)
-        return fileName + ": is being recorded, end that first (record -stop)";
+        return fileName + ": is being recorded, stop that first with record -stop";
     if (!arguments.HasOption(s_szOptionOverwrite) && file_system::FileExists(fileName))
-        return fileName + ": there is such a file already, replace it by -overwrite";
+        return fileName + ": the file already exists, replace it with -overwrite";
     return "";
 }
 

@@ -10,15 +10,16 @@
 namespace input_recording
 {
 
-/// What is played. It outlasts the driver, which goes and comes back when devices do. Frame thread only.
+/// The recordings that are played. The list outlives the driver, which is created anew when devices are reconfigured.
+/// Frame thread only.
 struct PlaybackList
 {
     std::vector<Playback> playbacks;
-    /// Set by whoever changes the list.
+    /// The code that changes the list sets this.
     bool hasChanged = false;
 };
 
-/// Plays recordings, each as a device of its own.
+/// "play": plays recordings, each as its own device.
 class PlayCmd : public quillmarsh::TableCommand
 {
 public:
@@ -43,7 +44,7 @@ private:
     PlaybackList &list_;
 };
 
-/// Records live devices.
+/// "record": records live devices.
 class RecordCmd : public quillmarsh::TableCommand
 {
 public:
@@ -53,7 +54,7 @@ public:
     static constexpr char s_szAssignDevice[] = "d";
     static constexpr char s_szValueDevice[] = "uinteger";
 
-    /// The recorder is the driver's: it must not outlive the devices. The command belongs to the devices that are there.
+    /// The driver owns `recorder`, which must not outlive the devices. The command is for the present devices only.
     RecordCmd(quillmarsh::AutoPtr<Recorder> &recorder, PlaybackList const &list);
 
     std::span<quillmarsh::CommandWord const> GetWords() const override;
@@ -69,7 +70,7 @@ private:
 
     quillmarsh::AutoPtr<Recorder> &recorder_;
     PlaybackList const &list_;
-    /// Frames before the devices came.
+    /// Number of the frame in which the devices were connected.
     unsigned int const firstFrame_;
 };
 

@@ -8,7 +8,7 @@ namespace input_recording
 
 RecordingPlayer::RecordingPlayer(Recording const &recording, bool isLooped)
     : recording_(recording),
-      // Without a length there is nothing to go round.
+      // A recording without a length cannot be looped.
       isLooped_(isLooped && recording.length >= s_minLoopLength)
 {
     for (RecordedController const &controller : recording.controllers)
@@ -27,7 +27,7 @@ void RecordingPlayer::AdvanceTo(double time)
     if (isLooped_ && time - roundStart_ >= recording_.length)
     {
         PlayTo(recording_.length);
-        // Of rounds that were passed as a whole nothing is left but their number.
+        // Whole rounds are skipped: they change only the start of the current round.
         roundStart_ = std::floor(time / recording_.length) * recording_.length;
         Rest();
     }

@@ -1,4 +1,4 @@
-// Playing of a recording: the state of its controllers at a time.
+// Plays a recording: the state of its controllers at a time.
 #ifndef QUILLMARSH_PLUGINS_INPUT_RECORDING_RECORDINGPLAYER_H
 #define QUILLMARSH_PLUGINS_INPUT_RECORDING_RECORDINGPLAYER_H
 
@@ -7,19 +7,19 @@
 namespace input_recording
 {
 
-/// Goes through a recording, once or over and over. One thread at a time; advancing allocates nothing.
+/// Plays a recording once or in a loop. One thread at a time; advancing allocates nothing.
 class RecordingPlayer
 {
 public:
-    /// The recording is borrowed.
+    /// Borrows `recording`, which must outlive the player.
     RecordingPlayer(Recording const &recording, bool isLooped);
 
-    /// Back to the begin, with everything at rest.
+    /// Goes back to the start, with everything at rest.
     void Restart();
-    /// Goes on to a time in seconds from the begin of the first round; times do not go backwards. What is behind the end
-    /// of a recording that is played once stays as it was at the end.
+    /// Advances to a time in seconds from the start of the first round; `time` must not decrease. After the end of a
+    /// recording that is played once, the state stays as it was at the end.
     void AdvanceTo(double time);
-    /// State of a controller, with the movements since they were cleared.
+    /// Returns the state of a controller, with its movements since they were last cleared.
     std::span<float const> GetState(unsigned int controller) const { return states_[controller]; }
     void ClearMovements();
 
@@ -27,7 +27,7 @@ private:
     static constexpr double s_minLoopLength = 0.001;
 
     void Rest();
-    /// Plays what is left of this round up to a time within it.
+    /// Plays from the current time to `time`, which is in the same round.
     void PlayTo(double time);
 
     Recording const &recording_;

@@ -20,7 +20,7 @@ namespace
 constexpr double s_maxTime = 1e9;
 constexpr std::streamoff s_maxFileSize = std::streamoff(64) << 20;
 
-/// Pieces between single delimiters; there is always at least one.
+/// Splits a text at each delimiter; returns at least one piece.
 std::vector<string> Split(string const &text, char delimiter)
 {
     std::vector<string> pieces;
@@ -45,7 +45,7 @@ std::vector<string> SplitWords(string const &line)
     return words;
 }
 
-/// Everything from the second word of a line on.
+/// Returns the text of a line from its second word on.
 string GetRest(string const &line)
 {
     std::size_t const word = line.find_first_not_of(" \t");
@@ -108,7 +108,7 @@ private:
         hasSignature_ = true;
     }
 
-    /// Index among the controllers; their number when there is none of that kind.
+    /// Returns the index of a controller, or the number of controllers when none is of that kind.
     unsigned int FindController(string const &kindName) const
     {
         unsigned int index = 0;
@@ -126,9 +126,9 @@ private:
         while (kind < s_numKinds && words[1] != GetKindDesc(static_cast<eKind>(kind)).name)
             ++kind;
         if (kind == s_numKinds)
-            Fail("there is no such kind of controller");
+            Fail("no kind of controller has this name");
         if (FindController(words[1]) < recording_.controllers.size())
-            Fail("there is such a controller already");
+            Fail("this kind of controller is listed twice");
 
         std::size_t word = 2;
         bool const hasHand = kind == e_kind_glove && words.size() > 2 && (words[2] == "left" || words[2] == "right");
@@ -139,7 +139,7 @@ private:
         for (; word < words.size(); ++word)
             ReadDeclaredField(controller, words[word]);
         if (kind == e_kind_orientation_tracker && (controller.counts[0] != 0) == (controller.counts[1] != 0))
-            Fail("it reports either angles or a quaternion");
+            Fail("it must have either angles or a quaternion");
         states_.push_back(controller.GetDesc().rest);
         recording_.controllers.push_back(std::move(controller));
     }
@@ -151,7 +151,7 @@ private:
         Field const &field = GetField(controller, parts[0]);
         unsigned int &count = controller.counts[static_cast<std::size_t>(&field - controller.GetDesc().fields.data())];
         if (count != 0)
-            Fail("it stands there twice");
+            Fail("it is given twice");
         count = field.count;
         if (parts.size() == 1)
             return;
@@ -164,7 +164,7 @@ private:
         bool const fits = field.type == eFieldType::e_set && parts.size() == 2 && number >= 1.0f &&
                           number <= static_cast<float>(field.count);
         if (!fits)
-            Fail("\"" + word + "\" is no number of things from 1 to " + MakeString(field.count));
+            Fail("\"" + word + "\" has no count from 1 to " + MakeString(field.count));
         count = static_cast<unsigned int>(number);
     }
 
@@ -175,7 +175,7 @@ private:
             Fail("\"" + word + "\" has no range MIN,MAX");
         Range const range{ReadNumber(ends[0], false), ReadNumber(ends[1], false)};
         if (!range.IsKnown())
-            Fail("\"" + word + "\" has a range whose begin is above its end");
+            Fail("\"" + word + "\" has a range with MIN above MAX");
         return range;
     }
 
@@ -193,7 +193,7 @@ private:
         field_ = "time";
         double const time = ReadTime(words[0]);
         if (time < recording_.length)
-            Fail("\"" + words[0] + "\" is before the line ahead of it");
+            Fail("\"" + words[0] + "\" is earlier than the time of the previous line");
         recording_.length = time;
 
         field_ = words.size() > 1 ? words[1] : "controller";
@@ -204,9 +204,9 @@ private:
         }
         unsigned int const controller = words.size() > 1 ? FindController(words[1]) : 0;
         if (words.size() < 2 || controller == recording_.controllers.size())
-            Fail("the head has no such controller");
+            Fail("the head does not list this controller");
         if (words.size() == 2)
-            Fail("the sample says nothing");
+            Fail("the sample has no fields");
         ReadSample(time, controller, words);
     }
 
@@ -224,7 +224,7 @@ private:
             if (controller.counts[fieldIndex] == 0)
                 Fail("the head does not list it");
             if (isRead[fieldIndex])
-                Fail("it stands there twice");
+                Fail("it is given twice");
             isRead[fieldIndex] = true;
             if (equals == string::npos)
                 Fail("\"=\" and a value are missing");
@@ -242,7 +242,7 @@ private:
     {
         std::vector<string> const values = Split(text, ',');
         if (values.size() != field.count)
-            Fail("it has " + MakeString(field.count) + (field.count == 1 ? " value" : " values"));
+            Fail("it must have " + MakeString(field.count) + (field.count == 1 ? " value" : " values"));
         bool const isWhole = field.type != eFieldType::e_numbers;
         for (unsigned int i = 0; i < field.count; ++i)
         {
@@ -265,7 +265,7 @@ private:
                 while (item < count && desc.getItemName(item) != name)
                     ++item;
                 if (item == count)
-                    Fail("\"" + name + "\" is not one of its things");
+                    Fail("\"" + name + "\" is not a name in this set");
                 isIn[item] = true;
             }
         }
@@ -299,17 +299,17 @@ private:
         if (error != std::errc() || end != text.data() + text.size() || !std::isfinite(value))
             Fail("\"" + text + "\" is not a finite number");
         if (isWhole && (std::fabs(value) > s_maxInteger || value != std::trunc(value)))
-            Fail("\"" + text + "\" is not a whole number within a million");
+            Fail("\"" + text + "\" is not a whole number from -1000000 to 1000000");
         return value;
     }
 
     string const name_;
     unsigned int line_ = 0;
-    /// Field that is being read; empty at the beginning of a line.
+    /// The field that is read; empty at the beginning of a line.
     string field_;
     bool hasSignature_ = false;
     bool hasEnded_ = false;
-    /// By controller, as the samples so far leave it.
+    /// For each controller, its state after the samples so far.
     std::vector<std::vector<float>> states_;
     Recording recording_;
 };
@@ -339,7 +339,7 @@ Recording LoadRecording(string const &fileName)
     if (size < 0)
         fail("the file cannot be read");
     if (size > s_maxFileSize)
-        fail("the file has more than 64 MiB");
+        fail("the file is larger than 64 MiB");
     file.seekg(0);
     string text(static_cast<std::size_t>(size), '\0');
     if (!file.read(text.data(), static_cast<std::streamsize>(size)))

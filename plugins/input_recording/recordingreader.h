@@ -1,4 +1,4 @@
-// Reading of recordings from text.
+// Reads recordings from text.
 #ifndef QUILLMARSH_PLUGINS_INPUT_RECORDING_RECORDINGREADER_H
 #define QUILLMARSH_PLUGINS_INPUT_RECORDING_RECORDINGREADER_H
 
@@ -7,11 +7,11 @@
 namespace input_recording
 {
 
-/// The recording that a text holds. `name` stands for it in messages. Throws RecordingException on the first fault, so
-/// that a text is taken whole or not at all.
+/// Reads a recording from a text. `name` stands for the text in messages. Throws a RecordingException at the first
+/// fault: a text is accepted whole or not at all.
 Recording ParseRecording(string const &text, string const &name);
 
-/// The recording in a file, likewise.
+/// Reads a recording from a file. Throws a RecordingException when it cannot be read, or is at fault.
 Recording LoadRecording(string const &fileName);
 
 } // namespace input_recording

@@ -67,14 +67,14 @@ void RecordingWriter::Write(double time, unsigned int controller, std::span<floa
         Field const &field = desc.fields[i];
         auto const begin = state.begin() + field.first;
         auto const last = written.begin() + field.first;
-        // What is no number is not recorded either.
+        // Fields with a value that is not finite are not recorded.
         bool const isFinite = std::all_of(begin, begin + field.count, [](float value) { return std::isfinite(value); });
         bool const isMovement = field.type == eFieldType::e_movement;
         bool const isFirst = !hasWritten_[controller] && !isMovement;
         if (recorded.counts[i] == 0 || !isFinite || (!isFirst && std::equal(begin, begin + field.count, last)))
             continue;
         AppendField(field, recorded, state);
-        // A movement is over with its sample.
+        // A movement belongs to its sample only.
         if (!isMovement)
             std::copy(begin, begin + field.count, last);
     }

@@ -1,4 +1,4 @@
-// Writing of recordings as text, line by line as things happen.
+// Writes recordings as text, line by line.
 #ifndef QUILLMARSH_PLUGINS_INPUT_RECORDING_RECORDINGWRITER_H
 #define QUILLMARSH_PLUGINS_INPUT_RECORDING_RECORDINGWRITER_H
 
@@ -11,16 +11,17 @@
 namespace input_recording
 {
 
-/// Writes what changes in some controllers. Frame thread only; writing in a settled state allocates nothing.
+/// Writes the changes of controllers. Frame thread only. Allocates nothing after the first samples.
 class RecordingWriter
 {
 public:
-    /// Writes the head. The stream is borrowed.
+    /// Writes the head. Borrows `out`, which must outlive the writer.
     RecordingWriter(quillmarsh::ostream &out, string const &description,
                     std::vector<RecordedController> const &controllers);
 
-    /// Writes a sample with the fields that differ from the sample before, if there are any; the first sample of a
-    /// controller has all fields but those of movements that rest. `state` is the controller's whole state. Times in seconds do not go backwards.
+    /// Writes a sample with the fields that differ from the last sample, if there are any. The first sample of a
+    /// controller has all fields except movements of 0. `state` is the whole state of the controller. `time` is in
+    /// seconds and must not decrease.
     void Write(double time, unsigned int controller, std::span<float const> state);
     /// Writes the last line.
     void WriteEnd(double time);
@@ -33,7 +34,7 @@ private:
 
     quillmarsh::ostream &out_;
     std::vector<RecordedController> controllers_;
-    /// By controller, as it was written last.
+    /// For each controller, the state that was written last.
     std::vector<std::vector<float>> states_;
     std::vector<bool> hasWritten_;
     string line_;

@@ -8,10 +8,10 @@ namespace
 
 class TemplateApplication : public quillmarsh::Application
 {
-    /// The program begins: register commands and export variables here.
+    /// Called once when the program starts: register commands and export variables here.
     void Initialize() override {}
 
-    /// One frame of the program. `timeDelta` is in seconds.
+    /// Called once in each frame. `timeDelta` is the time since the last frame, in seconds.
     void FrameUpdateStates(double timeDelta) override { time_ += timeDelta; }
 
     double time_ = 0;

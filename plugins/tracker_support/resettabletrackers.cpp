@@ -17,7 +17,7 @@ struct Angles
     float roll;
 };
 
-/// The way back from MakeOrientation(), which turns in the order opposite to the one that is factored.
+/// Returns the angles of MakeOrientation(). The order of turns there is the opposite of the factored one.
 Angles FactorOrientation(quat const &orientation)
 {
     mat3 matrix;
@@ -72,7 +72,7 @@ void ResettableOrientationTracker::SampleRest()
     PostSampleUpdate();
 }
 
-// Heading is zeroed in the world, pitch and roll on the sensor: what is vertical stays so, however the sensor sat.
+// The heading is reset in the world, pitch and roll on the sensor. Vertical lines stay vertical for any mount.
 
 bool ResettableOrientationTracker::DoResetOrientation()
 {

@@ -1,4 +1,4 @@
-// Trackers for hardware that does not zero itself: resets are offsets, which every sample goes through.
+// Trackers for hardware without a reset of its own: a reset stores an offset, which is applied to every sample.
 #ifndef QUILLMARSH_PLUGINS_TRACKER_SUPPORT_RESETTABLETRACKERS_H
 #define QUILLMARSH_PLUGINS_TRACKER_SUPPORT_RESETTABLETRACKERS_H
 
@@ -8,15 +8,15 @@
 namespace tracker_support
 {
 
-/// Orientation of what turns by `head` about Y, then by `pitch` about its own X, then by `roll` about its own Z.
+/// Returns the rotation by `head` about Y, then by `pitch` about the turned X, then by `roll` about the turned Z.
 ///
-/// A head at rest looks along Z, with Y up and X to its left. So `head` turns it to the left, `pitch` down, and `roll`
-/// leans it to the right.
+/// A head at rest looks along Z, with Y up and X to its left. Positive angles therefore turn it to the left (`head`) and
+/// down (`pitch`), and lean it to the right (`roll`).
 quillmarsh::quat MakeOrientation(float head, float pitch, float roll);
 
-/// Orientation that a device samples as quaternions. The reader chooses between the sampling modes; the axes are the
-/// same in both. Resets take effect with the next sample, and fail while the sensor is at rest. As other controllers,
-/// but for SetParentHID(), which is done.
+/// Orientation that a device samples as quaternions. The reader chooses the sampling mode; the axes are the same in both
+/// modes. A reset takes effect with the next sample, and fails while the sensor is at rest. The constructor has already
+/// called SetParentHID().
 class ResettableOrientationTracker final : public quillmarsh::OrientationTracker
 {
 public:
@@ -25,7 +25,7 @@ public:
     /// @name Writing of a sample
     /// @{
     void Sample(quillmarsh::quat const &unitOrientation);
-    /// For a sensor that tells nothing.
+    /// For a sensor without readings.
     void SampleRest();
     /// @}
 
@@ -39,15 +39,15 @@ protected:
 private:
     quillmarsh::quat GetCorrected() const { return (world_ * sensor_ * mount_).Unit(); }
 
-    /// Turns what the sensor calls ahead to what the user does.
+    /// Turns the sensor's forward direction to the user's.
     quillmarsh::quat world_ = quillmarsh::quat::IDENTITY;
     quillmarsh::quat sensor_ = quillmarsh::quat::IDENTITY;
-    /// How the sensor sits on what it turns with.
+    /// Orientation of the sensor on the object that it is attached to.
     quillmarsh::quat mount_ = quillmarsh::quat::IDENTITY;
     bool isAtRest_ = true;
 };
 
-/// Position that a device samples, in metres, on the same axes.
+/// Position that a device samples, in metres on the same axes.
 class ResettablePositionTracker final : public quillmarsh::PositionTracker
 {
 public:
@@ -56,7 +56,7 @@ public:
     /// @name Writing of a sample
     /// @{
     void Sample(quillmarsh::vec3 const &position);
-    /// For a sensor that tells nothing.
+    /// For a sensor without readings.
     void SampleRest();
     /// @}
 

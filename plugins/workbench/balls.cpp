@@ -22,7 +22,7 @@ void Balls::Reset()
 
 void Balls::AdaptCount()
 {
-    // Each ball begins a little higher than the one before.
+    // Each ball starts a little higher than the one before.
     while (balls_.size() < settings_.count)
         balls_.push_back({1.0 + 0.01 * static_cast<double>(balls_.size()), 0.0});
     balls_.resize(settings_.count);
@@ -33,7 +33,7 @@ void Balls::Move(double timeDelta)
     AdaptCount();
     if (settings_.paused)
         return;
-    // A program that was stopped for a while goes on where it was.
+    // After a long pause, as in a debugger, the balls continue from where they were.
     double const delta = std::min(timeDelta, 0.1);
     time_ += delta;
     for (int step = 0; step < settings_.steps; ++step)

@@ -1,4 +1,4 @@
-// Bouncing balls: what the workbench does in its frames.
+// Bouncing balls, which the workbench moves in its frames.
 #ifndef QUILLMARSH_PLUGINS_WORKBENCH_BALLS_H
 #define QUILLMARSH_PLUGINS_WORKBENCH_BALLS_H
 
@@ -9,19 +9,19 @@
 namespace workbench
 {
 
-/// What the user may change of the balls while they bounce; each member is an exported variable.
+/// Settings that the user may change while the balls bounce; each member is an exported variable.
 struct BallSettings
 {
     /// Number of balls.
     unsigned int count = 100;
-    /// Acceleration towards the floor, in metres and seconds.
+    /// Acceleration towards the floor, in metres per second squared.
     float gravity = 9.81f;
-    /// Part of its speed that a ball keeps when it bounces, 0 to 1.
+    /// Fraction of its speed that a ball keeps when it bounces, 0 to 1.
     double bounce = 0.9;
     /// Steps of the simulation in each frame; more are finer.
     int steps = 4;
     bool paused = false;
-    /// What the command "greet" says.
+    /// Text that the command "greet" prints.
     quillmarsh::string greeting = "Hello from the workbench";
 };
 
@@ -31,9 +31,9 @@ class Balls
 public:
     explicit Balls(BallSettings const &settings);
 
-    /// Lets every ball begin anew.
+    /// Puts every ball back to its start.
     void Reset();
-    /// Moves all balls by a time in seconds. Allocates only when there have never been as many balls.
+    /// Moves all balls by a time in seconds. Allocates only when the number of balls reaches a new maximum.
     void Move(double timeDelta);
 
     /// @name State
@@ -41,7 +41,7 @@ public:
     double GetTime() const { return time_; }
     unsigned int GetNumBalls() const { return static_cast<unsigned int>(balls_.size()); }
     unsigned int GetNumBounces() const { return numBounces_; }
-    /// Of the highest ball, in metres.
+    /// Returns the height of the highest ball, in metres.
     double GetHeight() const;
     /// @}
 

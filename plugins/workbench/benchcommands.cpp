@@ -14,7 +14,7 @@ namespace
 {
 
 constexpr CommandWord s_benchWords[] = {
-    CommandWord::Option(BenchCmd::s_szOptionReset, "let the balls begin anew\n"),
+    CommandWord::Option(BenchCmd::s_szOptionReset, "start the balls again\n"),
 };
 
 constexpr CommandWord s_greetWords[] = {
@@ -26,7 +26,7 @@ constexpr CommandWord s_greetWords[] = {
 BenchCmd::BenchCmd(Balls &balls) : balls_(balls)
 {
     SetDefaultName(s_szDefaultName);
-    SetShortDesc("Print state of the workbench's balls");
+    SetShortDesc("Print the state of the workbench's balls");
 }
 
 bool BenchCmd::Execute(ostream &out, CommandArguments const &arguments)
@@ -53,7 +53,7 @@ string BenchCmd::GetDefaultBehavior() const
 GreetCmd::GreetCmd(BallSettings const &settings) : settings_(settings)
 {
     SetDefaultName(s_szDefaultName);
-    SetShortDesc("Say the greeting");
+    SetShortDesc("Print the greeting");
 }
 
 bool GreetCmd::Execute(ostream &out, CommandArguments const &arguments)
@@ -72,7 +72,7 @@ std::span<CommandWord const> GreetCmd::GetWords() const
 
 string GreetCmd::GetDefaultBehavior() const
 {
-    return "say the greeting to nobody in particular";
+    return "print the greeting without a name";
 }
 
 } // namespace workbench

@@ -9,14 +9,14 @@
 namespace workbench
 {
 
-/// "bench": prints how the balls are, and resets them.
+/// "bench": prints the state of the balls, or resets them.
 class BenchCmd : public quillmarsh::TableCommand
 {
 public:
     static constexpr char const *s_szDefaultName = "bench";
     static constexpr char const *s_szOptionReset = "reset";
 
-    /// The balls are borrowed.
+    /// Borrows `balls`, which must outlive the command.
     explicit BenchCmd(Balls &balls);
 
     std::span<quillmarsh::CommandWord const> GetWords() const override;
@@ -29,7 +29,7 @@ private:
     Balls &balls_;
 };
 
-/// "greet": says the greeting, to somebody if a name is given.
+/// "greet": prints the greeting, with a name if one is given.
 class GreetCmd : public quillmarsh::TableCommand
 {
 public:
@@ -37,7 +37,7 @@ public:
     static constexpr char const *s_szAssignTo = "to";
     static constexpr char const *s_szValueTo = "name";
 
-    /// The settings are borrowed.
+    /// Borrows `settings`, which must outlive the command.
     explicit GreetCmd(BallSettings const &settings);
 
     std::span<quillmarsh::CommandWord const> GetWords() const override;

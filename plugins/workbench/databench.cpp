@@ -11,16 +11,14 @@ void DataBench::ExportVariables(VariableRegistry &registry)
 {
     using namespace data_codec_parameters;
     registry.RegisterVariable(VariableProxyString(&filter, "data.filter", "filter of resample: nearest or linear"));
-    registry.RegisterVariable(VariableProxyBool(&save.overwrite, "data.overwrite", "whether files are overwritten"));
+    registry.RegisterVariable(VariableProxyBool(&save.overwrite, "data.overwrite", "replace existing files"));
     registry.RegisterVariable(
-        VariableProxyBool(&save.bigEndian, "data.big_endian", "whether packages are saved big-endian"));
+        VariableProxyBool(&save.bigEndian, "data.big_endian", "save packages in big-endian order"));
     registry.RegisterVariable(VariableProxyUInt(&save.id, "data.id", "id of saved packages"));
+    registry.RegisterVariable(VariableProxyBool(&save.originBottom, "data.origin_bottom", "save the last row first"));
+    registry.RegisterVariable(VariableProxyBool(&save.originBack, "data.origin_back", "save the last layer first"));
     registry.RegisterVariable(
-        VariableProxyBool(&save.originBottom, "data.origin_bottom", "whether the last row is saved first"));
-    registry.RegisterVariable(
-        VariableProxyBool(&save.originBack, "data.origin_back", "whether the last layer is saved first"));
-    registry.RegisterVariable(
-        VariableProxyBool(&save.useCompression, "data.compression", "whether PNG and TIFF files are compressed"));
+        VariableProxyBool(&save.useCompression, "data.compression", "compress PNG and TIFF files"));
     registry.RegisterVariable(VariableProxyRangeCheckedUInt(&save.compressionLevel, Value_CompressionLevel_Min,
                                                             Value_CompressionLevel_Max, "data.compression_level",
                                                             "effort of the compression"));

@@ -1,4 +1,4 @@
-// Sampled data on the workbench: what is loaded, and how it is filtered and saved.
+// Sampled data on the workbench: the loaded data, and the settings for filtering and saving.
 #ifndef QUILLMARSH_PLUGINS_WORKBENCH_DATABENCH_H
 #define QUILLMARSH_PLUGINS_WORKBENCH_DATABENCH_H
 
@@ -9,14 +9,14 @@
 namespace workbench
 {
 
-/// The current data, and what the user may change of the work on them. Console's thread.
+/// The current data and the user's settings for the work on them. Console's thread only.
 class DataBench
 {
 public:
-    /// Exports filter and codec parameters as variables, which stay here.
+    /// Exports the filter and the codec parameters. The registry refers to the members, so this object must outlive it.
     void ExportVariables(quillmarsh::VariableRegistry &registry);
 
-    /// The current data. Throws a DataException when there are none.
+    /// Returns the current data. Throws a DataException when none are loaded.
     quillmarsh::sampled_data::SampledData &GetData();
     /// Replaces the current data.
     void SetData(quillmarsh::sampled_data::SampledData data);

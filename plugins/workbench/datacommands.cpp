@@ -49,7 +49,7 @@ protected:
         catch (DataException const &thrown)
         {
             bool const isTaken = thrown.GetFailure().kind == eCodecFailure::e_exists;
-            out << thrown.GetMessage() << (isTaken ? " by 'var data.overwrite true'" : "") << std::endl;
+            out << thrown.GetMessage() << (isTaken ? " with 'var data.overwrite true'" : "") << std::endl;
         }
         catch (NoMemoryException const &thrown)
         {
@@ -69,7 +69,7 @@ string const &RequireArgument(CommandArguments const &arguments, char const *wha
 {
     if (string const *const argument = arguments.FindArgument(0))
         return *argument;
-    throw DataException(string(what) + " is wanted");
+    throw DataException(string(what) + " is missing");
 }
 
 sampled_data::FileType RequireFileType(string const &fileName)
@@ -122,7 +122,7 @@ void Resample(DataBench &bench, ostream &, CommandArguments const &arguments)
     SampledData const &data = bench.GetData();
     std::optional<sampled_data::Dimensions> const size = sampled_data::ParseSize(text);
     if (!size || size->size() != data.GetDimensions().size())
-        throw DataException("no size of " + sampled_data::GetKindPhrase(data.GetDimensions().size()) + ": " + text);
+        throw DataException("not a size of " + sampled_data::GetKindPhrase(data.GetDimensions().size()) + ": " + text);
     bench.SetData(sampled_data::Resample(data, *size, *filter));
 }
 
@@ -173,7 +173,7 @@ void FillChannels(SampledData const &data, CommandArguments const &arguments)
 void Fill(DataBench &bench, ostream &, CommandArguments const &arguments)
 {
     SampledData const &data = bench.GetData();
-    // One sample first, so that a channel that is not there leaves the data as they are.
+    // Fills a single sample first: a missing channel throws here and leaves the data unchanged.
     FillChannels(SampledData(data.GetFormat(), {1}), arguments);
     FillChannels(data, arguments);
 }
@@ -196,7 +196,7 @@ void Save(DataBench &bench, ostream &out, CommandArguments const &arguments)
     out << fileName << " saved" << std::endl;
 }
 
-/// Each format with those that it can be converted to, and what files there are.
+/// Prints each format with its target formats, and the extensions of files.
 void Formats(DataBench &, ostream &out, CommandArguments const &)
 {
     std::vector<eSampleFormat> const formats = sampled_data::GetNamedFormats();
@@ -215,7 +215,8 @@ void Formats(DataBench &, ostream &out, CommandArguments const &)
     out << "Files: " << sampled_data::GetExtensions() << std::endl;
 }
 
-constexpr CommandWord s_fileWords[] = {CommandWord::Argument("0) file-name", "its end tells the type of the file\n")};
+constexpr CommandWord s_fileWords[] = {
+    CommandWord::Argument("0) file-name", "its extension selects the type of file\n")};
 constexpr CommandWord s_convertWords[] = {CommandWord::Argument("0) format-name", "sample format, see formats\n")};
 constexpr CommandWord s_resampleWords[] = {
     CommandWord::Argument("0) size", "N samples, WxH columns and rows, or WxHxD columns, rows and layers\n")};
@@ -235,21 +236,21 @@ constexpr CommandWord s_fillWords[] = {CommandWord::Assignment("luminance", "0..
                                        CommandWord::Assignment("blue", "0..255", "set the blue\n", s_byte)};
 constexpr CommandWord s_mipmapsWords[] = {
     CommandWord::Assignment("format", "format-name", "sample format of the levels\n"),
-    CommandWord::Argument("0) prefix", "of the packages' names, prefix.0.qmdp.image and so on\n")};
+    CommandWord::Argument("0) prefix", "begins the names of the packages: prefix.0.qmdp.image and so on\n")};
 
 constexpr DataCommand s_commands[] = {
     {"load", "Load a file as the current data", s_fileWords, "", &Load},
-    {"info", "Print what the current data are", {}, "print kind, sample format, dimensions and bytes", &Info},
+    {"info", "Describe the current data", {}, "print kind, sample format, dimensions and bytes", &Info},
     {"convert", "Change the sample format of the current data", s_convertWords, "", &Convert},
     {"resample", "Resample the current data", s_resampleWords, "", &Resample},
-    {"flip", "Turn over the current data", s_flipWords, "change nothing", &Flip},
+    {"flip", "Mirror the current data", s_flipWords, "change nothing", &Flip},
     {"fill", "Fill channels of the current data", s_fillWords, "change nothing", &Fill},
     {"mipmaps", "Save a mipmap chain of the current data as packages", s_mipmapsWords, "", &Mipmaps},
     {"save", "Save the current data", s_fileWords, "", &Save},
     {"formats",
-     "Print what sample formats and files there are",
+     "List the sample formats and types of files",
      {},
-     "print each format, and what it converts to",
+     "print each format with the formats that it converts to",
      &Formats},
 };
 

@@ -9,8 +9,8 @@
 namespace workbench
 {
 
-/// Registers "load", "info", "convert", "resample", "flip", "fill", "mipmaps", "save" and "formats". The bench is
-/// borrowed by the commands.
+/// Registers "load", "info", "convert", "resample", "flip", "fill", "mipmaps", "save" and "formats". The commands
+/// borrow `bench`, which must outlive them.
 void RegisterDataCommands(quillmarsh::std_command_interpreter::Interpreter &interpreter, DataBench &bench);
 
 } // namespace workbench

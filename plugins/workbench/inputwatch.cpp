@@ -16,7 +16,7 @@ using static_gestures::Gesture;
 namespace
 {
 
-/// A head that turned less than this, in degrees, is not worth a line.
+/// A head must turn by this many degrees before a new line is printed.
 constexpr float s_orientationStep = 10.0f;
 
 } // namespace
@@ -59,7 +59,7 @@ void InputWatch::UpdateGlove(WatchedGlove &watched, ostream &out)
              gesture = analyzer_.GetNextActiveGesture(*watched.glove))
             active_.push_back(gesture->GetID());
     }
-    // Followed in silence too: what was there when the user began to ask does not begin then.
+    // Gestures are followed while nothing is printed, too: one that lasts since before does not begin when printing does.
     if (settings_.gestures)
     {
         PrintMissing(out, "Gesture ends: ", watched.active, active_);

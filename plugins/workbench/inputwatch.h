@@ -1,4 +1,4 @@
-// Tells on the console what hands and heads do.
+// Prints gestures of hands and turns of heads to the console.
 #ifndef QUILLMARSH_PLUGINS_WORKBENCH_INPUTWATCH_H
 #define QUILLMARSH_PLUGINS_WORKBENCH_INPUTWATCH_H
 
@@ -11,7 +11,7 @@
 namespace workbench
 {
 
-/// What the user wants to be told; exported as variables.
+/// Selects what InputWatch prints. The members are exported as variables.
 struct WatchSettings
 {
     bool gestures = false;
@@ -24,23 +24,23 @@ class InputWatch
 public:
     explicit InputWatch(WatchSettings const &settings) : settings_(settings) {}
 
-    /// The device is borrowed until DisconnectAll().
+    /// Watches a device, which is borrowed until DisconnectAll().
     void Connect(quillmarsh::HumanInterfaceDevice &device);
     void DisconnectAll();
-    /// Prints what began and ended, and what turned, since the last call.
+    /// Prints the gestures that began or ended, and the trackers that turned, since the last call.
     void Update(quillmarsh::ostream &out);
 
 private:
     struct WatchedGlove
     {
         quillmarsh::Glove *glove;
-        /// Ids of the gestures that it makes, in their order.
+        /// Ids of the gestures that the hand makes, in ascending order.
         std::vector<unsigned int> active;
     };
     struct WatchedTracker
     {
         quillmarsh::OrientationTracker *tracker;
-        /// As printed last.
+        /// The angles that were printed last.
         quillmarsh::vec3 angles;
     };
 

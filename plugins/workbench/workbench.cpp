@@ -19,7 +19,7 @@ namespace
 
 using namespace quillmarsh;
 
-/// Lets balls bounce, works on sampled data, and shows how an application exports variables, brings commands, profiles
+/// Lets balls bounce, works on sampled data, and shows how an application exports variables, adds commands, profiles
 /// its blocks and reads devices.
 class WorkbenchApplication : public Application
 {
@@ -32,7 +32,7 @@ public:
     {
         ExportVariables(*Kernel::Instance().GetVariableRegistry());
         data_.ExportVariables(*Kernel::Instance().GetVariableRegistry());
-        // The interpreter owns its commands, and drops them before this object goes.
+        // The interpreter owns its commands, and deletes them before this object is deleted.
         std_command_interpreter::Interpreter &interpreter = *Kernel::Instance().GetCommandInterpreter();
         interpreter.RegisterExternalCommand(new BenchCmd(balls_));
         interpreter.RegisterExternalCommand(new GreetCmd(settings_));
@@ -51,7 +51,7 @@ public:
         Kernel::Instance().SetFrameRateLimit(frameRate_);
     }
 
-    /// Extensions may register codecs, which the commands for data use.
+    /// Accepts all extensions: they may register codecs, which the data commands use.
     bool ConfirmGenericExtension(string const &, string const &) override { return true; }
 
     void FrameSampleInput() override { inputWatch_.Update(GetConOut()); }
@@ -63,7 +63,7 @@ public:
     }
 
 private:
-    /// The registry keeps copies of the proxies; the variables stay here.
+    /// Exports the variables. The registry copies the proxies, which refer to the variables in this object.
     void ExportVariables(VariableRegistry &registry)
     {
         registry.RegisterVariable(
@@ -71,19 +71,18 @@ private:
         registry.RegisterVariable(
             VariableProxyFloat(&settings_.gravity, "bench.gravity", "acceleration towards the floor"));
         registry.RegisterVariable(VariableProxyRangeCheckedDouble(&settings_.bounce, 0.0, 1.0, "bench.bounce",
-                                                                  "part of its speed that a bouncing ball keeps"));
+                                                                  "fraction of its speed that a bouncing ball keeps"));
         registry.RegisterVariable(
             VariableProxyRangeCheckedInt(&settings_.steps, 1, 64, "bench.steps", "steps in each frame", true));
+        registry.RegisterVariable(VariableProxyBool(&settings_.paused, "bench.paused", "stop the balls"));
         registry.RegisterVariable(
-            VariableProxyBool(&settings_.paused, "bench.paused", "whether the balls stand still"));
-        registry.RegisterVariable(
-            VariableProxyString(&settings_.greeting, "bench.greeting", "what the command greet says"));
+            VariableProxyString(&settings_.greeting, "bench.greeting", "text that the command greet prints"));
         registry.RegisterVariable(VariableProxyRangeCheckedDouble(&frameRate_, 0.0, 1000.0, "bench.frame-rate",
-                                                                  "limit of frames a second, 0 for none"));
-        registry.RegisterVariable(VariableProxyBool(&watchSettings_.gestures, "bench.gestures",
-                                                    "whether gestures are told as they begin and end"));
+                                                                  "most frames per second, 0 for no limit"));
+        registry.RegisterVariable(
+            VariableProxyBool(&watchSettings_.gestures, "bench.gestures", "print gestures as they begin and end"));
         registry.RegisterVariable(VariableProxyBool(&watchSettings_.orientations, "bench.orientations",
-                                                    "whether orientations of trackers are told"));
+                                                    "print the orientations of trackers"));
     }
 
     BallSettings settings_;

@@ -211,7 +211,7 @@ TEST_F(OpenTrack, TakesParametersAndNamesMistakes)
             });
     };
     EXPECT_EQ(tellWhyNot("127.0.0.1", "0"), "");
-    EXPECT_EQ(tellWhyNot("localhost", "0"), "The address 'localhost' is no IP address");
+    EXPECT_EQ(tellWhyNot("localhost", "0"), "The address 'localhost' is not an IP address");
     EXPECT_EQ(tellWhyNot("127.0.0.1", GetPort()),
               "Cannot listen at 127.0.0.1 port " + GetPort() + ": Address already in use");
     EXPECT_EQ(tellWhyNot("192.0.2.1", "4242"), "Cannot listen at 192.0.2.1 port 4242: Cannot assign requested address");

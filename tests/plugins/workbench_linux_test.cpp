@@ -72,10 +72,10 @@ TEST_F(WorkbenchData, FailuresAreToldAndKeepTheData)
     std::pair<char const *, char const *> const cases[] = {
         {"load nothing.qmdp", "nothing.qmdp: cannot be opened: No such file or directory"},
         {"load picture.gif", "picture.gif: ends in none of "},
-        {"load", "the name of a file is wanted"},
+        {"load", "the name of a file is missing"},
         {"convert L8", "no transfer leads from the sample format A1R5G5B5 to L8"},
         {"convert R8", "no sample format has the name R8"},
-        {"resample 5", "no size of an image: 5"},
+        {"resample 5", "not a size of an image: 5"},
         {"flip -layers -rows", "an image has no layers"},
         {"fill -red=255 -blue=256", "fill: -blue=256: '256' is not a number from 0 to 255 (see 'help fill')"},
         {"flip -row", "flip: unknown option -row"},
@@ -92,7 +92,7 @@ TEST_F(WorkbenchData, FailuresAreToldAndKeepTheData)
     }
     EXPECT_NE(string::npos, RunLines("info\n", 1).find("no data are loaded"));
     EXPECT_NE(string::npos, RunLines("load in.qmdp\nvar data.overwrite false\nsave in.qmdp\n", 1)
-                                .find("asked for by 'var data.overwrite true'\n"));
+                                .find("allowed with 'var data.overwrite true'\n"));
 }
 
 } // namespace

@@ -11,14 +11,14 @@ using namespace quillmarsh;
 namespace
 {
 
-// By SDL_JoystickType.
+// Indexed by SDL_JoystickType.
 constexpr char const *s_typeNames[] = {"",          "Game pad", "Wheel",    "Arcade stick", "Flight stick",
                                        "Dance pad", "Guitar",   "Drum kit", "Arcade pad",   "Throttle"};
 
-// By the bits SDL_HAT_UP, SDL_HAT_RIGHT, SDL_HAT_DOWN and SDL_HAT_LEFT.
+// Degrees, indexed by the bits SDL_HAT_UP, SDL_HAT_RIGHT, SDL_HAT_DOWN and SDL_HAT_LEFT.
 constexpr float s_hatPositions[16] = {-1, 0, 90, 45, 180, -1, 135, -1, 270, 315, -1, -1, 225, -1, -1, -1};
 
-// Places of a game pad.
+// The layout of a game pad.
 
 struct PadAxis
 {
@@ -88,7 +88,7 @@ PadDesc Describe(SDL_Joystick *joystick)
     return desc;
 }
 
-/// Reads under the lock, so that nothing changes within a reading.
+/// Reads under the lock, so that all values of a reading belong to the same moment.
 class SdlPad : public Pad
 {
 public:

@@ -1,4 +1,4 @@
-// Game controllers, as SDL has them.
+// Game controllers that SDL provides.
 #ifndef QUILLMARSH_PLUGINS_INPUT_DESKTOP_LINUX_SDLPAD_H
 #define QUILLMARSH_PLUGINS_INPUT_DESKTOP_LINUX_SDLPAD_H
 
@@ -9,7 +9,7 @@
 namespace input_desktop
 {
 
-/// Holds SDL's lock of all joysticks: none comes or goes.
+/// Holds SDL's lock of all joysticks, so that none is added or removed.
 class JoystickLock : quillmarsh::NoCopy
 {
 public:
@@ -17,11 +17,11 @@ public:
     ~JoystickLock() { SDL_UnlockJoysticks(); }
 };
 
-/// Index of a joystick with the number, which holds while the lock is held; negative without one.
+/// Returns the index of the joystick with this id, negative if there is none. It is valid while the lock is held.
 int FindJoystick(unsigned int id);
 
-/// Opens one by its index, which holds. A controller that the mapping database knows has the places of a game pad, one
-/// that it does not know those of its hardware. Null when it cannot be opened.
+/// Opens a joystick by its index; the caller holds the lock. A controller in the mapping database has the layout of a
+/// game pad, any other has the layout of its hardware. Null when it cannot be opened.
 quillmarsh::AutoPtr<Pad> OpenSdlPad(int index);
 
 } // namespace input_desktop

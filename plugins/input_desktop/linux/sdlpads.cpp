@@ -21,9 +21,9 @@ struct Hint
 };
 
 constexpr Hint s_hints[] = {
-    // The program's own handling of signals stays.
+    // SDL leaves the program's handling of signals alone.
     {SDL_HINT_NO_SIGNAL_HANDLERS, "1"},
-    // Game controllers work whichever window has the focus.
+    // Game controllers work without the focus, too.
     {SDL_HINT_JOYSTICK_ALLOW_BACKGROUND_EVENTS, "1"},
 };
 
@@ -53,7 +53,7 @@ private:
     bool areOurs_[std::size(s_hints)];
 };
 
-/// A part of SDL, which others may have started too.
+/// Starts a part of SDL and ends it. SDL counts: other code may use the same part.
 class SubSystem : NoCopy
 {
 public:
@@ -74,7 +74,7 @@ private:
     Uint32 flag_ = 0;
 };
 
-/// Keeps the controllers out of the queue of events, which is the desktop's: whoever samples them reads them on the spot.
+/// Keeps events of controllers out of SDL's queue, which belongs to the desktop. Controllers are read directly instead.
 class EventSilence : NoCopy
 {
 public:

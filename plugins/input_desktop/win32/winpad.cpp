@@ -18,7 +18,7 @@ namespace
 
 constexpr float s_hatUnit = 100.0f;
 
-/// An axis of a controller: where its reading and its range stand, and what says that it is there.
+/// An axis of a controller: the fields with its reading and its range, and the flag that tells if it exists.
 struct Axis
 {
     DWORD JOYINFOEX::*position;
@@ -27,7 +27,7 @@ struct Axis
     UINT capability;
 };
 
-/// In the order of GameController::eAxis. The first two are always there.
+/// In the order of GameController::eAxis. The first two always exist.
 constexpr Axis s_axes[] = {
     {&JOYINFOEX::dwXpos, &JOYCAPSA::wXmin, &JOYCAPSA::wXmax, 0},
     {&JOYINFOEX::dwYpos, &JOYCAPSA::wYmin, &JOYCAPSA::wYmax, 0},

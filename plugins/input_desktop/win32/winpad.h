@@ -1,4 +1,4 @@
-// Game controllers, as the multimedia part of Windows has them.
+// Game controllers that the multimedia part of Windows provides.
 #ifndef QUILLMARSH_PLUGINS_INPUT_DESKTOP_WIN32_WINPAD_H
 #define QUILLMARSH_PLUGINS_INPUT_DESKTOP_WIN32_WINPAD_H
 
@@ -7,10 +7,10 @@
 namespace input_desktop
 {
 
-/// Those that are plugged in, in ascending order. Takes a while.
+/// Lists the ids of the connected controllers, in ascending order. Takes milliseconds.
 void FindWinPads(std::vector<unsigned int> &ids);
 string GetWinPadName(unsigned int id);
-/// Null when it has been unplugged.
+/// Opens a controller. Null when it has been unplugged.
 quillmarsh::AutoPtr<Pad> OpenWinPad(unsigned int id);
 
 } // namespace input_desktop

@@ -13,11 +13,11 @@ using namespace quillmarsh;
 namespace
 {
 
-// Milliseconds between two looks for game controllers without a window.
+// Milliseconds between two searches for game controllers while no window is open.
 constexpr ULONGLONG s_findInterval = 2000;
 
-/// Looking for game controllers takes milliseconds: it is done when the desktop tells that hardware came or went, and now
-/// and then while there is no window to hear of that.
+/// Searches for game controllers only when the desktop reports changed hardware, because a search takes milliseconds.
+/// While no window is open, nothing reports such changes, and it searches at intervals.
 class WinPads final : public PadSystem, platform::DesktopListener
 {
 public:

@@ -1,4 +1,4 @@
-// Sockets as the system has them.
+// The system's sockets.
 #ifndef QUILLMARSH_PLUGINS_INPUT_OPENTRACK_LINUX_SOCKETS_H
 #define QUILLMARSH_PLUGINS_INPUT_OPENTRACK_LINUX_SOCKETS_H
 
@@ -17,7 +17,7 @@ namespace input_opentrack
 
 using SocketHandle = int;
 constexpr SocketHandle s_noSocket = -1;
-/// Length of a buffer.
+/// Type of a buffer's length.
 using SocketLength = std::size_t;
 
 /// @name Use of sockets by this process
@@ -34,13 +34,13 @@ inline void CloseSocket(SocketHandle socket)
     close(socket);
 }
 
-/// Reading does not wait.
+/// Makes reads return at once. False when that fails.
 inline bool MakeNonBlocking(SocketHandle socket)
 {
     return fcntl(socket, F_SETFL, O_NONBLOCK) == 0;
 }
 
-/// Number of the last failure, and its text.
+/// Returns the number of the last failure.
 inline int GetSocketError()
 {
     return errno;
@@ -50,13 +50,13 @@ inline std::string GetSocketErrorText(int error)
     return std::generic_category().message(error);
 }
 
-/// @name What a failure to read means
+/// @name Meaning of a failed read
 /// @{
 inline bool IsNothingThere(int error)
 {
     return error == EAGAIN || error == EWOULDBLOCK;
 }
-/// The datagram is lost, the socket is well.
+/// True when a datagram is lost, but the socket still works.
 inline bool IsDatagramLost(int error)
 {
     return error == EINTR;

@@ -1,4 +1,4 @@
-// Sockets as the system has them.
+// The system's sockets.
 #ifndef QUILLMARSH_PLUGINS_INPUT_OPENTRACK_WIN32_SOCKETS_H
 #define QUILLMARSH_PLUGINS_INPUT_OPENTRACK_WIN32_SOCKETS_H
 
@@ -13,7 +13,7 @@ namespace input_opentrack
 
 using SocketHandle = SOCKET;
 constexpr SocketHandle s_noSocket = INVALID_SOCKET;
-/// Length of a buffer.
+/// Type of a buffer's length.
 using SocketLength = int;
 
 /// @name Use of sockets by this process
@@ -35,14 +35,14 @@ inline void CloseSocket(SocketHandle socket)
     closesocket(socket);
 }
 
-/// Reading does not wait.
+/// Makes reads return at once. False when that fails.
 inline bool MakeNonBlocking(SocketHandle socket)
 {
     u_long enable = 1;
     return ioctlsocket(socket, FIONBIO, &enable) == 0;
 }
 
-/// Number of the last failure, and its text.
+/// Returns the number of the last failure.
 inline int GetSocketError()
 {
     return WSAGetLastError();
@@ -52,13 +52,14 @@ inline std::string GetSocketErrorText(int error)
     return std::system_category().message(error);
 }
 
-/// @name What a failure to read means
+/// @name Meaning of a failed read
 /// @{
 inline bool IsNothingThere(int error)
 {
     return error == WSAEWOULDBLOCK;
 }
-/// The datagram is lost, the socket is well: it was longer than the buffer, or answers something of an earlier owner.
+/// True when a datagram is lost, but the socket still works: it was longer than the buffer, or it answers something that
+/// an earlier owner of the port sent.
 inline bool IsDatagramLost(int error)
 {
     return error == WSAEINTR || error == WSAEMSGSIZE || error == WSAECONNRESET;
