@@ -161,31 +161,31 @@ TEST_F(Qmdp, WrongArgumentsAreNamed)
     string const image = directory_.Write("i.qmdp", SmallImage());
     string const volume = directory_.Write("v.qmdp", Volume(2, 1, 1, s_L8, "ab"));
     std::pair<Words, char const *> const cases[] = {
-        {{}, "a command is wanted"},
+        {{}, "a command is missing"},
         {{"paint"}, "unknown command 'paint'"},
-        {{"info"}, "info wants FILE..."},
-        {{"convert", "a.png", "b.png", "c.png"}, "convert wants IN OUT, and no 'c.png'"},
+        {{"info"}, "info needs FILE..."},
+        {{"convert", "a.png", "b.png", "c.png"}, "convert needs IN OUT, but not 'c.png'"},
         {{"convert", "a.gif", "b.png"},
          "'a.gif' ends in none of .qmdp.signal .qmdp.image .qmdp.volume .qmdp .tif .tiff "
          ".jpg .jpeg .png .bmp"},
         {{"info", "--size=3", "a"}, "info takes no --size"},
         {{"convert", "--overwrite=1"}, "--overwrite takes no value"},
-        {{"convert", "--id"}, "--id wants a value: N"},
-        {{"convert", "--id=-1"}, "--id wants a number below 4294967296, not '-1'"},
-        {{"convert", "--quality", "101"}, "--quality wants a number from 0 to 100, not '101'"},
-        {{"convert", "--filter=cubic"}, "--filter wants nearest or linear, not 'cubic'"},
-        {{"convert", "--size=1x2x"}, "--size wants N, WxH or WxHxD, none of them 0, not '1x2x'"},
-        {{"convert", "--size=1x0"}, "--size wants N, WxH or WxHxD, none of them 0, not '1x0'"},
-        {{"convert", "--size=20x20j"}, "--size wants N, WxH or WxHxD, none of them 0, not '20x20j'"},
-        {{"convert", "--size=2%"}, "--size wants N, WxH or WxHxD, none of them 0, not '2%'"},
-        {{"info", "--max-pixels=0"}, "--max-pixels wants a number from 1 on, not '0'"},
+        {{"convert", "--id"}, "--id needs a value: N"},
+        {{"convert", "--id=-1"}, "--id must be a number below 4294967296, not '-1'"},
+        {{"convert", "--quality", "101"}, "--quality must be a number from 0 to 100, not '101'"},
+        {{"convert", "--filter=cubic"}, "--filter must be nearest or linear, not 'cubic'"},
+        {{"convert", "--size=1x2x"}, "--size must be N, WxH or WxHxD without zeros, not '1x2x'"},
+        {{"convert", "--size=1x0"}, "--size must be N, WxH or WxHxD without zeros, not '1x0'"},
+        {{"convert", "--size=20x20j"}, "--size must be N, WxH or WxHxD without zeros, not '20x20j'"},
+        {{"convert", "--size=2%"}, "--size must be N, WxH or WxHxD without zeros, not '2%'"},
+        {{"info", "--max-pixels=0"}, "--max-pixels must be a number above 0, not '0'"},
         {{"mipmaps", "--format=R8"},
-         "--format wants one of L8, A8, A8L8, A4R4G4B4, A1R5G5B5, X8R8G8B8, A8R8G8B8, "
+         "--format must be one of L8, A8, A8L8, A4R4G4B4, A1R5G5B5, X8R8G8B8, A8R8G8B8, "
          "FP32NormL, FP32NormA, not 'R8'"},
-        {{"convert", image, "o.qmdp", "--flip-layers"}, "holds an image, which --flip-layers has nothing to do with"},
-        {{"convert", image, "o.qmdp", "--size=5"}, "holds an image, and --size is that of a signal"},
-        {{"slice", volume, "2", "o.qmdp"}, "slice wants a layer below 2, not 2"},
-        {{"slice", volume, "first", "o.qmdp"}, "slice wants the number of a layer, not 'first'"},
+        {{"convert", image, "o.qmdp", "--flip-layers"}, "holds an image, so --flip-layers does not apply"},
+        {{"convert", image, "o.qmdp", "--size=5"}, "holds an image, but --size is for a signal"},
+        {{"slice", volume, "2", "o.qmdp"}, "slice needs a layer below 2, not 2"},
+        {{"slice", volume, "first", "o.qmdp"}, "slice needs the number of a layer, not 'first'"},
     };
     for (auto const &[words, message] : cases)
     {
@@ -252,7 +252,7 @@ TEST_F(Qmdp, FilesAreReplacedWholeAndOnlyWhenAskedFor)
     string const out = directory_.Write("o \xC3\xBC.qmdp.image", "old");
     string const full = directory_ / "full.qmdp";
     std::filesystem::create_symlink("/dev/full", full);
-    EXPECT_EQ("qmdp: " + out + ": is there already, and overwriting has to be asked for by --overwrite\n",
+    EXPECT_EQ("qmdp: " + out + ": already exists, and overwriting must be allowed with --overwrite\n",
               RunTool({"convert", in, out}).err);
     EXPECT_EQ("old", ReadFile(out));
     EXPECT_EQ(0, RunTool({"convert", in, out, "--overwrite", "--id=7"}).status);
@@ -280,11 +280,11 @@ TEST_F(Qmdp, VolumesAreStacksOfSlices)
     EXPECT_EQ(Volume(2, 1, 2, s_A8L8, "abcdefgh"), ReadFile(volume));
     EXPECT_EQ(0, RunTool({"slice", volume, "1", directory_ / "s.qmdp"}).status);
     EXPECT_EQ(ReadFile(second), ReadFile(directory_ / "s.qmdp"));
-    EXPECT_EQ("qmdp: " + other + ": 1 rows, 4 columns of L8, and the first slice has 1 rows, 2 columns of A8L8\n",
+    EXPECT_EQ("qmdp: " + other + ": 1 rows, 4 columns of L8, but the first slice has 1 rows, 2 columns of A8L8\n",
               RunTool({"volume", first, other, directory_ / "w.qmdp"}).err);
-    EXPECT_EQ("qmdp: " + volume + ": holds a volume, and a slice is an image\n",
+    EXPECT_EQ("qmdp: " + volume + ": holds a volume, but a slice must be an image\n",
               RunTool({"volume", first, volume, directory_ / "w.qmdp"}).err);
-    EXPECT_EQ("qmdp: " + first + ": holds an image, and only volumes have layers\n",
+    EXPECT_EQ("qmdp: " + first + ": holds an image, but only volumes have layers\n",
               RunTool({"slice", first, "0", directory_ / "w.qmdp"}).err);
 }
 
@@ -300,8 +300,7 @@ TEST_F(Qmdp, MipmapsAreSavedLevelByLevel)
 
     // If one name exists, nothing is saved.
     std::filesystem::remove(prefix + ".0.qmdp.image");
-    EXPECT_EQ("qmdp: " + prefix +
-                  ".1.qmdp.image: is there already, and overwriting has to be asked for by --overwrite\n",
+    EXPECT_EQ("qmdp: " + prefix + ".1.qmdp.image: already exists, and overwriting must be allowed with --overwrite\n",
               RunTool({"mipmaps", in, prefix}).err);
     EXPECT_FALSE(std::filesystem::exists(prefix + ".0.qmdp.image"));
 

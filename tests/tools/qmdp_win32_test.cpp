@@ -32,7 +32,7 @@ TEST(Qmdp, FailuresNameFileAndReasonAndLoseNothing)
     }
     EXPECT_EQ(0u, RunProcess(QUILLMARSH_TEST_QMDP, {"info", held}).err.find("qmdp: " + held + ": cannot be opened: "));
     string const taken = RunProcess(QUILLMARSH_TEST_QMDP, {"convert", in, read}).err;
-    EXPECT_EQ("qmdp: " + read + ": is there already, and overwriting has to be asked for by --overwrite\n", taken);
+    EXPECT_EQ("qmdp: " + read + ": already exists, and overwriting must be allowed with --overwrite\n", taken);
     EXPECT_EQ("old", ReadFile(read));
     EXPECT_EQ(3, std::distance(std::filesystem::directory_iterator(scratch.GetPath()), {}));
 

@@ -13,7 +13,7 @@ namespace quillmarsh::tools
 namespace
 {
 
-/// One option: its group, its name, the word for its value (null for none), what it does, and how it is taken in.
+/// One option: its group, its name, the word for its value (null for none), its description, and its function.
 struct Option
 {
     char group;
@@ -34,14 +34,14 @@ void TakeSize(Arguments &arguments, string const &value)
 {
     arguments.size = ParseSize(value);
     if (!arguments.size)
-        throw WrongArgumentException("--size wants N, WxH or WxHxD, none of them 0, not '" + value + "'");
+        throw WrongArgumentException("--size must be N, WxH or WxHxD without zeros, not '" + value + "'");
 }
 
 void TakeFilter(Arguments &arguments, string const &value)
 {
     std::optional<eResampleFilter> const filter = FindFilter(value);
     if (!filter)
-        throw WrongArgumentException("--filter wants nearest or linear, not '" + value + "'");
+        throw WrongArgumentException("--filter must be nearest or linear, not '" + value + "'");
     arguments.filter = *filter;
 }
 
@@ -53,26 +53,26 @@ void TakeFormat(Arguments &arguments, string const &value)
     string names;
     for (eSampleFormat const format : GetNamedFormats())
         names += (names.empty() ? "" : ", ") + GetFormatName(format);
-    throw WrongArgumentException("--format wants one of " + names + ", not '" + value + "'");
+    throw WrongArgumentException("--format must be one of " + names + ", not '" + value + "'");
 }
 
 void TakeID(Arguments &arguments, string const &value)
 {
     if (!ReadNumber(value, arguments.save.id))
-        throw WrongArgumentException("--id wants a number below 4294967296, not '" + value + "'");
+        throw WrongArgumentException("--id must be a number below 4294967296, not '" + value + "'");
 }
 
 void TakeQuality(Arguments &arguments, string const &value)
 {
     if (!ReadNumber(value, arguments.save.quality) || arguments.save.quality > data_codec_parameters::Value_Quality_Max)
-        throw WrongArgumentException("--quality wants a number from 0 to 100, not '" + value + "'");
+        throw WrongArgumentException("--quality must be a number from 0 to 100, not '" + value + "'");
 }
 
 void TakeMaxPixels(Arguments &, string const &value)
 {
     std::uint64_t maxPixels = 0;
     if (!ReadNumber(value, maxPixels) || maxPixels == 0)
-        throw WrongArgumentException("--max-pixels wants a number from 1 on, not '" + value + "'");
+        throw WrongArgumentException("--max-pixels must be a number above 0, not '" + value + "'");
     image_limits::SetMaxPixels(maxPixels);
 }
 
@@ -88,9 +88,9 @@ void SwitchOn(Arguments &arguments, string const &)
     arguments.save.*setting = true;
 }
 
-// Groups: i of info, c of convert, f of a format, s of saving, a of all commands, h of everything.
+// Groups: i for info, c for convert, f for a format, s for saving, a for all commands, h with or without a command.
 constexpr Option s_options[] = {
-    {'i', "--json", nullptr, "print one JSON object a line",
+    {'i', "--json", nullptr, "print one JSON object per line",
      [](Arguments &arguments, string const &) { arguments.json = true; }},
     {'c', "--size", "SIZE", "resample to N samples, to WxH or WxHxD columns, rows and layers", &TakeSize},
     {'c', "--filter", "NAME", "resample by nearest or linear, linear by default", &TakeFilter},
@@ -104,11 +104,11 @@ constexpr Option s_options[] = {
     {'s', "--origin-bottom", nullptr, "store the last row first", &SwitchOn<&SaveSettings::originBottom>},
     {'s', "--origin-back", nullptr, "store the last layer first", &SwitchOn<&SaveSettings::originBack>},
     {'s', "--quality", "N", "quality from 0 to 100, 100 by default (JPEG)", &TakeQuality},
-    {'s', "--no-compression", nullptr, "store the samples as they are (PNG, TIFF)",
+    {'s', "--no-compression", nullptr, "store the samples without compression (PNG, TIFF)",
      [](Arguments &arguments, string const &) { arguments.save.useCompression = false; }},
-    {'s', "--overwrite", nullptr, "take the place of files that are there", &SwitchOn<&SaveSettings::overwrite>},
-    {'a', "--max-pixels", "N", "refuse pictures of more pixels, 67108864 by default", &TakeMaxPixels},
-    {'a', "--plugin", "FILE", "use the codecs of a plug-in library, too",
+    {'s', "--overwrite", nullptr, "replace existing files", &SwitchOn<&SaveSettings::overwrite>},
+    {'a', "--max-pixels", "N", "refuse pictures with more pixels, 67108864 by default", &TakeMaxPixels},
+    {'a', "--plugin", "FILE", "also use the codecs of a plug-in library",
      [](Arguments &arguments, string const &value) { arguments.plugins.push_back(value); }},
     {'h', "--help", nullptr, "print this help and exit",
      [](Arguments &arguments, string const &) { arguments.help = true; }},
@@ -130,7 +130,7 @@ Option const &FindOption(Command const *command, string const &name)
             continue;
         if (!Takes(command, option))
             throw WrongArgumentException(command ? string(command->name) + " takes no " + name
-                                                 : name + " stands behind a command");
+                                                 : name + " needs a command before it");
         return option;
     }
     throw WrongArgumentException("unknown argument '" + name + "'");
@@ -138,11 +138,11 @@ Option const &FindOption(Command const *command, string const &name)
 
 void CheckOperands(Command const &command, std::vector<string> const &operands)
 {
-    string const wants = string(command.name) + " wants " + command.operands;
+    string const needs = string(command.name) + " needs " + command.operands;
     if (operands.size() < command.minOperands)
-        throw WrongArgumentException(wants);
+        throw WrongArgumentException(needs);
     if (operands.size() > command.maxOperands)
-        throw WrongArgumentException(wants + ", and no '" + operands[command.maxOperands] + "'");
+        throw WrongArgumentException(needs + ", but not '" + operands[command.maxOperands] + "'");
 }
 
 void AppendEntry(string &text, string const &name, string const &description)
@@ -182,11 +182,11 @@ Arguments ParseArguments(std::vector<string> const &words, Command const *comman
         else if (++word != words.end())
             option.take(arguments, *word);
         else
-            throw WrongArgumentException(string(option.name) + " wants a value: " + option.value);
+            throw WrongArgumentException(string(option.name) + " needs a value: " + option.value);
     }
     bool const runs = !arguments.help && !arguments.version;
     if (runs && !command)
-        throw WrongArgumentException("a command is wanted");
+        throw WrongArgumentException("a command is missing");
     if (runs)
         CheckOperands(*command, arguments.operands);
     return arguments;
@@ -213,7 +213,7 @@ string GetUsage(Command const *command)
                 "JPEG, PNG and BMP.\n\nCommands:\n";
         for (Command const &known : GetCommands())
             AppendEntry(usage, known.name, known.description);
-        usage += "\nqmdp COMMAND --help tells about a command.\n\nOptions:\n";
+        usage += "\nqmdp COMMAND --help describes a command.\n\nOptions:\n";
     }
     for (Option const &option : s_options)
     {
@@ -221,8 +221,7 @@ string GetUsage(Command const *command)
             AppendEntry(usage, string(option.name) + (option.value ? string(" ") + option.value : ""),
                         option.description);
     }
-    return usage + "\nExit status: 0 all went well, 1 data that cannot be read, converted or written, 2 a wrong "
-                   "argument.\n";
+    return usage + "\nExit status: 0 success, 1 data cannot be read, converted or written, 2 wrong argument.\n";
 }
 
 } // namespace quillmarsh::tools

@@ -10,14 +10,14 @@ namespace quillmarsh::tools
 
 using namespace sampled_data;
 
-/// An argument that cannot be followed. Its message is one line that names the argument.
+/// Thrown for a wrong argument. Its message is one line that names the argument.
 class WrongArgumentException : public Exception
 {
 public:
     explicit WrongArgumentException(string const &message) { SetMessage(message + " (see --help)"); }
 };
 
-/// What the command line asks for.
+/// The contents of the command line.
 struct Arguments
 {
     bool help = false;
@@ -39,20 +39,20 @@ struct Command
     char const *description;
     std::size_t minOperands;
     std::size_t maxOperands;
-    /// Options that it takes, by the letters of their groups.
+    /// Letters of the groups of options that the command takes.
     char const *options;
-    /// False when it has told of failures and gone on.
+    /// Runs the command. False when it reported failures and went on.
     bool (*run)(Arguments const &arguments);
 };
 
-/// Reads the arguments behind the name of the command; it is null when there was none, which only help and version
-/// allow. Throws a WrongArgumentException.
+/// Reads the arguments after the name of the command. `command` is null when none was given; only help and version
+/// allow that. Throws a WrongArgumentException.
 Arguments ParseArguments(std::vector<string> const &words, Command const *command);
 
-/// Type of a file that is to be loaded or saved. Throws a WrongArgumentException for a name that tells none.
+/// Returns the type of a file to load or save. Throws a WrongArgumentException for an unknown extension.
 FileType RequireFileType(string const &fileName);
 
-/// Text of `--help`; of the whole program without a command.
+/// Returns the text of `--help` for a command; for the whole program if `command` is null.
 string GetUsage(Command const *command);
 
 } // namespace quillmarsh::tools

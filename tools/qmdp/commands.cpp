@@ -18,16 +18,16 @@ namespace
 constexpr std::size_t s_any = std::numeric_limits<std::size_t>::max();
 
 constexpr Command s_commands[] = {
-    {"info", "FILE...", "Prints what files hold", 1, s_any, "i", &Info},
-    {"convert", "IN OUT", "Loads a file, works on its data, and saves them in another", 2, 2, "cfs", &Convert},
+    {"info", "FILE...", "Describes the contents of files", 1, s_any, "i", &Info},
+    {"convert", "IN OUT", "Loads a file, changes its data, and saves them to another file", 2, 2, "cfs", &Convert},
     {"mipmaps", "IN PREFIX", "Saves the levels of a mipmap chain as packages, PREFIX.0.qmdp.image and so on", 2, 2,
      "fs", &Mipmaps},
     {"volume", "SLICE... OUT", "Builds a volume of equal images", 2, s_any, "s", &BuildVolume},
     {"slice", "IN LAYER OUT", "Saves a layer of a volume, counted from 0, as an image", 3, 3, "s", &Slice},
-    {"verify", "FILE...", "Reads files whole, and tells what is wrong in them", 1, s_any, "", &Verify},
+    {"verify", "FILE...", "Reads whole files, and reports their faults", 1, s_any, "", &Verify},
 };
 
-/// Runs work on a file. What it throws is told with the file's name.
+/// Runs work on a file. Puts the file's name before the messages of failures that it throws.
 template<typename Work>
 decltype(auto) NameFile(string const &fileName, Work const &work)
 {
@@ -50,11 +50,11 @@ void CheckFits(Arguments const &arguments, string const &fileName, SampledData c
     std::size_t const numDimensions = data.GetDimensions().size();
     string const holds = "'" + fileName + "' holds " + GetKindPhrase(numDimensions);
     if (arguments.size && arguments.size->size() != numDimensions)
-        throw WrongArgumentException(holds + ", and --size is that of " + GetKindPhrase(arguments.size->size()));
+        throw WrongArgumentException(holds + ", but --size is for " + GetKindPhrase(arguments.size->size()));
     for (eSampleAxis const axis : arguments.flips)
     {
         if (!HasAxis(numDimensions, axis))
-            throw WrongArgumentException(holds + ", which --flip-" + GetAxisName(axis) + " has nothing to do with");
+            throw WrongArgumentException(holds + ", so --flip-" + GetAxisName(axis) + " does not apply");
     }
 }
 
@@ -77,7 +77,7 @@ void Work(Arguments const &arguments, SampledData &data, Progress &progress)
     }
 }
 
-/// Layers of the size and format of a slice.
+/// Creates a volume with layers of the size and format of a slice.
 SampledData MakeVolumeFor(SampledData const &slice, std::size_t numLayers)
 {
     Dimensions dimensions = slice.GetDimensions();
@@ -92,7 +92,7 @@ void CheckSlice(SampledData const &volume, SampledData const &slice, string cons
     Dimensions const equal(layers.begin() + 1, layers.end());
     if (dimensions != equal || slice.GetFormat() != volume.GetFormat())
         throw DataException(fileName + ": " + Describe(dimensions) + " of " + GetFormatName(slice.GetFormat()) +
-                            ", and the first slice has " + Describe(equal) + " of " +
+                            ", but the first slice has " + Describe(equal) + " of " +
                             GetFormatName(volume.GetFormat()));
 }
 
@@ -101,7 +101,7 @@ SampledData LoadSlice(string const &fileName, FileType const &type)
     SampledData slice = LoadFile(fileName, type);
     std::size_t const numDimensions = slice.GetDimensions().size();
     if (numDimensions != 2)
-        throw DataException(fileName + ": holds " + GetKindPhrase(numDimensions) + ", and a slice is an image");
+        throw DataException(fileName + ": holds " + GetKindPhrase(numDimensions) + ", but a slice must be an image");
     return slice;
 }
 
@@ -174,16 +174,16 @@ bool Slice(Arguments const &arguments)
     unsigned int layer = 0;
     auto const [end, error] = std::from_chars(number.data(), number.data() + number.size(), layer);
     if (error != std::errc() || end != number.data() + number.size())
-        throw WrongArgumentException("slice wants the number of a layer, not '" + number + "'");
+        throw WrongArgumentException("slice needs the number of a layer, not '" + number + "'");
     Progress progress;
     progress.Begin("Loading");
     SampledData const data = LoadFile(in, inType);
     VolumeBase const *const volume = data.Get<VolumeBase>();
     if (!volume)
         throw DataException(in + ": holds " + GetKindPhrase(data.GetDimensions().size()) +
-                            ", and only volumes have layers");
+                            ", but only volumes have layers");
     if (layer >= volume->GetNumLayers())
-        throw WrongArgumentException("slice wants a layer below " + MakeString(volume->GetNumLayers()) + ", not " +
+        throw WrongArgumentException("slice needs a layer below " + MakeString(volume->GetNumLayers()) + ", not " +
                                      number);
     SampledData const image(data.GetFormat(), {volume->GetNumRows(), volume->GetNumColumns()});
     CopyFromLayer(image.GetSamples(), *volume, layer);

@@ -9,7 +9,7 @@
 namespace quillmarsh::tools
 {
 
-// Each throws a DataException or a WrongArgumentException for what ends it.
+// Each command throws a DataException or a WrongArgumentException when it cannot go on.
 
 bool Info(Arguments const &arguments);
 bool Convert(Arguments const &arguments);
@@ -18,12 +18,12 @@ bool BuildVolume(Arguments const &arguments);
 bool Slice(Arguments const &arguments);
 bool Verify(Arguments const &arguments);
 
-/// All of them, in the order of the help.
+/// Returns all commands in the order of the help.
 std::span<Command const> GetCommands();
 
-/// Prints one line on standard error, whatever is in the message.
+/// Prints the message on standard error as one line: control characters in it are escaped.
 void PrintLine(string const &message);
-/// Prints the line behind the program's name.
+/// Prints the message after the program's name.
 void PrintError(string const &message);
 
 } // namespace quillmarsh::tools

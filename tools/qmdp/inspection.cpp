@@ -1,4 +1,4 @@
-// Commands that look at files: info and verify.
+// Commands that examine files: info and verify.
 #include "commands.h"
 #include "progress.h"
 
@@ -28,7 +28,7 @@ bool GoesToTerminal()
     return platform::IsTerminal(platform::eStandardStream::e_output);
 }
 
-/// A name as it goes to standard output: its very bytes, but for what would control a terminal.
+/// Returns a name for standard output: unchanged, but control characters are escaped for a terminal.
 string MakeShown(string const &fileName)
 {
     return GoesToTerminal() ? MakePrintable(fileName) : fileName;
@@ -49,7 +49,7 @@ void PrintJSON(string const &fileName, DataFileDesc const &desc)
         object["id"] = desc.package->id;
         object["payload_bytes"] = desc.package->payloadByteSize;
     }
-    // A terminal gets letters of ASCII. Bytes that are no UTF-8, as names of files may have them, become U+FFFD.
+    // A terminal gets only ASCII. Bytes that are not UTF-8, which names of files may contain, become U+FFFD.
     std::cout << object.dump(-1, ' ', GoesToTerminal(), nlohmann::ordered_json::error_handler_t::replace) << '\n';
 }
 
@@ -75,7 +75,7 @@ void VerifyFile(string const &fileName)
     file.Verify([&](std::uint64_t done) { progress.Update(done, file.GetDesc().package->byteSize); });
 }
 
-/// Goes through all files, whatever is wrong with some.
+/// Runs work on all files, and goes on after failures. False when some file failed.
 template<typename Work>
 bool ForEachFile(Arguments const &arguments, void (*report)(string const &message), Work const &work)
 {

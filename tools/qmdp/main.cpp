@@ -36,7 +36,7 @@ Command const *FindCommand(string const &name)
     throw WrongArgumentException("unknown command '" + name + "'");
 }
 
-/// What commands work with. Codecs go before the plug-in libraries that their code is in.
+/// The codecs and operations of the run. Codecs are deleted before the plug-in libraries that contain their code.
 struct Registry : NoCopy
 {
     host::PluginSet plugins;
@@ -68,7 +68,7 @@ void LoadPlugin(string const &name, string const &program, Registry &registry)
             registry.extensions.push_back(registry.plugins.CreateAs<GenericExtension>(*entries[i].descriptor));
     }
     if (registry.extensions.size() == numExtensions)
-        throw DataException(name + ": brings no extension, and only extensions register codecs here");
+        throw DataException(name + ": has no extension, but qmdp takes codecs only from extensions");
 }
 
 bool Run(std::vector<string> words, string const &program, Registry &registry)
@@ -105,7 +105,7 @@ eExit RunGuarded(std::vector<string> const &words, string const &program, Regist
     catch (DataException const &thrown)
     {
         bool const isInTheWay = thrown.GetFailure().kind == eCodecFailure::e_exists;
-        PrintError(thrown.GetMessage() + (isInTheWay ? " by --overwrite" : ""));
+        PrintError(thrown.GetMessage() + (isInTheWay ? " with --overwrite" : ""));
     }
     catch (Exception const &thrown)
     {
@@ -131,7 +131,7 @@ eExit Main(std::vector<string> const &words, string const &program)
     return exit == e_exit_ok ? e_exit_failed : exit;
 }
 
-/// Ends the program as the signal would have ended it, without the files that are not whole yet.
+/// Deletes unfinished files, and ends the program as the signal would have ended it.
 void OnSignal(platform::eSignal signal)
 {
     if (signal == platform::eSignal::e_resize)

@@ -10,7 +10,7 @@ namespace quillmarsh::tools
 
 using platform::eStandardStream;
 
-// A run whose output is redirected is most likely a script's.
+// Redirected output most likely means that a script started this run.
 Progress::Progress()
     : shows_(platform::IsTerminal(eStandardStream::e_output) &&
              platform::TakesEscapeSequences(eStandardStream::e_error))

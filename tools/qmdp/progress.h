@@ -1,4 +1,4 @@
-// What a long piece of work is doing, shown where somebody watches.
+// Shows the progress of long work on a terminal.
 #ifndef QUILLMARSH_TOOLS_QMDP_PROGRESS_H
 #define QUILLMARSH_TOOLS_QMDP_PROGRESS_H
 
@@ -10,7 +10,7 @@
 namespace quillmarsh::tools
 {
 
-/// Shows a line on a terminal, which goes when this object does; nothing anywhere else.
+/// Shows a line on a terminal and removes it at the end. Shows nothing if the output is redirected.
 class Progress : NoCopy
 {
 public:
@@ -19,7 +19,7 @@ public:
 
     /// Begins a step of the work.
     void Begin(string const &step);
-    /// How much of the step is done; shown a few times a second.
+    /// Reports how much of the step is done. The line changes a few times per second.
     void Update(std::uint64_t done, std::uint64_t total);
 
 private:

@@ -67,7 +67,7 @@ CodecFailure FindWritingObstacle(string const &fileName, bool overwrite)
 
 CodecFailure DescribeTakenName()
 {
-    return {eCodecFailure::e_exists, "is there already, and overwriting has to be asked for"};
+    return {eCodecFailure::e_exists, "already exists, and overwriting must be allowed"};
 }
 
 CodecFailure DescribeOpenFailure()
