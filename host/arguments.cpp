@@ -18,7 +18,7 @@ string CheckFrameRate(string const &text)
 {
     double rate = 0;
     bool const isRate = ToValue(text, rate) && std::isfinite(rate) && rate >= 0;
-    return isRate ? "" : "'" + text + "' is no number of frames a second";
+    return isRate ? "" : "'" + text + "' is not a number of frames per second";
 }
 
 void TakeVariables(Arguments &arguments, std::vector<string> const &values)
@@ -27,7 +27,7 @@ void TakeVariables(Arguments &arguments, std::vector<string> const &values)
     {
         std::size_t const equals = value.find('=');
         if (equals == string::npos || equals == 0)
-            ThrowWrongArgument("--set wants NAME=VALUE, not '" + value + "'");
+            ThrowWrongArgument("--set needs NAME=VALUE, not '" + value + "'");
         arguments.variables.emplace_back(value.substr(0, equals), value.substr(equals + 1));
     }
 }
@@ -39,21 +39,21 @@ void TakeParameters(Arguments &arguments, std::vector<string> const &values)
         std::size_t const equals = value.find('=');
         std::size_t const dot = value.find('.');
         if (equals == string::npos || dot == 0 || dot + 1 >= equals)
-            ThrowWrongArgument("--parameter wants PLUGIN.NAME=VALUE, not '" + value + "'");
+            ThrowWrongArgument("--parameter needs PLUGIN.NAME=VALUE, not '" + value + "'");
         arguments.parameters.push_back({value.substr(0, equals), value.substr(equals + 1)});
     }
 }
 
 void AddOptions(CLI::App &app, Arguments &arguments)
 {
-    // Of options with one value the last counts.
+    // If an option with one value is repeated, its last value counts.
     app.option_defaults()->multi_option_policy(CLI::MultiOptionPolicy::TakeLast);
     app.add_option("--script", arguments.script, "run the lines of FILE (- is standard input), then exit")
         ->type_name("FILE");
     app.add_flag("--stop-on-error", arguments.stopOnError, "stop a script at the first line that fails");
-    app.add_flag("--strict", arguments.strict, "refuse lines with a word that their command does not know");
+    app.add_flag("--strict", arguments.strict, "refuse lines with words that their command does not know");
     app.add_option("--frames", arguments.frames, "exit after N frames")->type_name("N");
-    app.add_option("--frame-rate", arguments.frameRate, "run at most HZ frames a second")
+    app.add_option("--frame-rate", arguments.frameRate, "run at most HZ frames per second")
         ->type_name("HZ")
         ->check(CheckFrameRate);
     app.add_option("--log", arguments.log, "write a log to FILE")->type_name("FILE");
@@ -61,7 +61,7 @@ void AddOptions(CLI::App &app, Arguments &arguments)
 
     app.option_defaults()->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
     app.add_option("--plugin", arguments.plugins,
-                   "load the plug-in library FILE; a name alone is looked for beside the host's own plug-ins")
+                   "load the plug-in library FILE; a name without a path is searched among the host's own plug-ins")
         ->type_name("FILE")
         ->allow_extra_args(false);
     app.add_option_function<std::vector<string>>(
@@ -80,7 +80,7 @@ void AddOptions(CLI::App &app, Arguments &arguments)
 
 void ThrowWrongArgument(string const &message)
 {
-    // One line, whatever is in the argument.
+    // Keeps the message on one line, even if the argument has control characters.
     string line = message + " (see --help)";
     std::replace_if(
         line.begin(), line.end(), [](char c) { return static_cast<unsigned char>(c) < ' '; }, '?');
@@ -94,9 +94,9 @@ Arguments ParseArguments(std::vector<string> words)
     Arguments arguments;
     CLI::App app(
         "Runs an application from a plug-in library, the workbench by default, with a console in the terminal.\n"
-        "When standard input is no terminal, its lines are run as a script.",
+        "When standard input is not a terminal, its lines run as a script.",
         "quillmarsh-host");
-    app.footer("Exit status: 0 all went well, 1 a line of a script failed, 2 a wrong argument, 3 the host failed.");
+    app.footer("Exit status: 0 success, 1 a line of a script failed, 2 wrong argument, 3 the host failed.");
     app.set_help_flag("--help", "print this help and exit");
     app.set_version_flag("--version", "quillmarsh-host " + library_info::GetLibraryVersion().MakeString(),
                          "print the version and exit");

@@ -13,7 +13,7 @@
 namespace quillmarsh::host
 {
 
-/// An argument that cannot be followed. Its message is one line that names the argument.
+/// Thrown for a wrong argument. Its message is one line that names the argument.
 class WrongArgumentException : public Exception
 {
 };
@@ -21,20 +21,20 @@ class WrongArgumentException : public Exception
 /// Throws a WrongArgumentException with the message and a hint at the help.
 [[noreturn]] void ThrowWrongArgument(string const &message);
 
-/// What the command line asks for.
+/// The contents of the command line.
 struct Arguments
 {
-    /// Text that is asked for in place of a run: the help or the version.
+    /// The help or the version, if the user asks for it instead of a run.
     string answer;
     std::vector<string> plugins;
     /// File of the script; "-" is standard input.
     std::optional<string> script;
     bool stopOnError = false;
-    /// Whether lines with a mistake in them are refused before they run.
+    /// True to refuse lines with a mistake before they run.
     bool strict = false;
     /// Number of frames after which the run ends.
     std::optional<unsigned int> frames;
-    /// Frames a second; 0 leaves it to the way the host is used.
+    /// Frames per second; 0 lets the host choose.
     double frameRate = 0;
     std::optional<string> log;
     /// Exported variables and their values.
@@ -44,7 +44,7 @@ struct Arguments
     bool developerMode = false;
 };
 
-/// Reads the arguments behind the program's name. Throws a WrongArgumentException.
+/// Reads the arguments after the program's name. Throws a WrongArgumentException.
 Arguments ParseArguments(std::vector<string> words);
 
 } // namespace quillmarsh::host

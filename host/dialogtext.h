@@ -9,16 +9,16 @@
 namespace quillmarsh::host
 {
 
-/// A dialog as it shows on a terminal: title, text and question.
+/// Formats a dialog for a terminal: title, text and question.
 string FormatDialog(platform::DialogRequest const &request);
-/// The question alone: the answers, and the default one.
+/// Formats only the question: the answers, and the default one.
 string FormatQuestion(platform::DialogRequest const &request);
 
-/// Answer that a text stands for: its name or the begin of it, or nothing at all for the default answer. Nothing for any
+/// Returns the answer whose name is `typed`, or begins with it; the default answer for an empty text. Nothing for any
 /// other text.
 std::optional<platform::eDialogAnswer> FindDialogAnswer(platform::DialogRequest const &request, string const &typed);
 
-/// Name of an answer.
+/// Returns the name of an answer.
 char const *GetAnswerName(platform::eDialogAnswer answer);
 
 } // namespace quillmarsh::host

@@ -17,7 +17,7 @@ HostLog::~HostLog() = default;
 void HostLog::Open(string const &fileName)
 {
     if (fileName.empty())
-        ThrowWrongArgument("the log wants the name of a file");
+        ThrowWrongArgument("--log needs the name of a file");
     errno = 0;
     auto file = std::make_unique<LogFileStream>("quillmarsh-host", fileName);
     file->flush();

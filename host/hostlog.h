@@ -17,10 +17,10 @@ public:
     HostLog();
     ~HostLog() override;
 
-    /// Opens the file. Throws a WrongArgumentException with the system's cause.
+    /// Opens the file. Throws a WrongArgumentException that names the system's reason.
     void Open(string const &fileName);
     bool IsOpen() const { return file_ != nullptr; }
-    /// Writes the end of the log. False when the file does not hold all that was logged.
+    /// Writes the end of the log. False when some text could not be written to the file.
     bool Close();
 
     ostream &GetStream() { return stream_; }

@@ -1,4 +1,4 @@
-// Reference host: loads an application from a plug-in library and runs it, with a console.
+// Reference host: loads an application from a plug-in library and runs it with a console.
 #include "program.h"
 
 #include <quillmarsh/basetools/memory.h>

@@ -20,10 +20,10 @@ using platform::eStandardStream;
 namespace
 {
 
-/// Frames a second while the host has nothing better to go by.
+/// Frames per second while the host waits for input and no limit is set.
 constexpr double s_defaultFrameRate = 60;
 constexpr char s_szDefaultApplication[] = "workbench";
-/// Drivers that come with the host, loaded with its own application where they lie beside it.
+/// Drivers that come with the host. They are loaded with the host's own application if they exist beside it.
 constexpr char const *s_defaultDrivers[] = {"input_recording"};
 
 string JoinWords(std::vector<string> const &words)
@@ -105,7 +105,7 @@ int Program::Run()
     }
     catch (KernelException const &thrown)
     {
-        // A plug-in that cannot be used: the message says it all.
+        // A plug-in cannot be used; the message already says why.
         outputFailed_ = true;
         Report(thrown.GetMessage());
     }
@@ -247,7 +247,7 @@ void Program::RunFrames()
 {
     while (!IsFrameLimitReached() && session_.RunFrame())
     {
-        // A number of frames that was asked for is run whether or not there are lines left.
+        // If the user asks for a number of frames, all of them run, even after the last line.
         if (lines_.IsAtEnd() && !arguments_.frames)
             break;
         if (!IsFrameLimitReached())
@@ -258,7 +258,7 @@ void Program::RunFrames()
 void Program::Report(string const &message)
 {
     log_.GetStream() << message << std::endl;
-    // Where the terminal shows the prompt, its thread is the only one that writes there.
+    // While the terminal shows the prompt, only its thread writes to it.
     if (terminal_ != nullptr && platform::IsTerminal(eStandardStream::e_error))
         terminal_->Write("quillmarsh-host: " + message + "\n", OutputStream::e_typeError);
     else

@@ -34,10 +34,10 @@ public:
     Program(Arguments const &arguments, std::vector<string> const &words);
     ~Program();
 
-    /// Runs, and gives the exit status. Throws only what ended the run, when the hard rethrow at exit is on.
+    /// Runs, and returns the exit status. Throws only the failure that ended the run, if the hard rethrow at exit is on.
     int Run();
 
-    /// The signal that ended the run, if one did. To be asked after Run().
+    /// Returns the signal that ended the run, if one did. Call it after Run().
     std::optional<platform::eSignal> GetEndingSignal();
 
 private:
@@ -66,13 +66,13 @@ private:
     Session session_;
     HostKernel &kernel_ = session_.GetKernel();
     ConsoleLines &lines_ = session_.GetLines();
-    /// @name Under the mutex, and ahead of the signals' thread, which uses them
+    /// @name Under the mutex; declared before `signals_`, whose thread uses them
     /// @{
     std::mutex terminalMutex_;
     AutoPtr<Terminal> terminal_;
     std::optional<platform::eSignal> endingSignal_;
     /// @}
-    /// Before the first thread, which the terminal or the script starts.
+    /// Declared before all members that start threads: the terminal and the script.
     platform::SignalWatch signals_;
     StandardOutput standardOutput_;
     AutoPtr<LineSource> script_;

@@ -10,8 +10,7 @@
 namespace quillmarsh::host
 {
 
-/// What the reader's thread shares with who takes the lines. It outlives the reader when the thread cannot be called
-/// off.
+/// State that the reader's thread and the frame thread share. It outlives the reader if the thread cannot be cancelled.
 struct ScriptReader::State
 {
     static constexpr std::size_t s_maxLinesAhead = 1000;
@@ -60,7 +59,7 @@ void ScriptReader::State::Read()
     Announce(lock);
 }
 
-/// Adds the line to those that are complete, and begins the next.
+/// Adds the line to the complete ones, and begins the next line.
 void ScriptReader::State::Complete(SourceLine &line, std::vector<SourceLine> &complete)
 {
     constexpr char byteOrderMark[] = "\xEF\xBB\xBF";
@@ -73,7 +72,7 @@ void ScriptReader::State::Complete(SourceLine &line, std::vector<SourceLine> &co
     ++line.number;
 }
 
-/// What came at once goes on at once, so that no frame falls between.
+/// Passes on all lines of one read together, so that no frame runs between them. False when the reader is closed.
 bool ScriptReader::State::Push(std::vector<SourceLine> const &complete)
 {
     std::unique_lock lock(mutex);
@@ -122,7 +121,7 @@ ScriptReader::~ScriptReader()
 LineSource::eNext ScriptReader::Take(SourceLine &line)
 {
     std::unique_lock lock(state_->mutex);
-    // A file is there at once: what it brings does not depend on how quick the reader's thread is.
+    // A file never has to be waited for, so its lines must not depend on the speed of the reader's thread.
     if (state_->input->IsFile())
         state_->condition.wait(lock, [this] { return state_->atEnd || !state_->lines.empty(); });
     if (state_->lines.empty())

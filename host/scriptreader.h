@@ -12,12 +12,12 @@
 namespace quillmarsh::host
 {
 
-/// Reads the lines of a file or of standard input on a thread of its own, a little ahead of who takes them.
+/// Reads the lines of a file or of standard input on its own thread, a little ahead of Take().
 class ScriptReader : public LineSource, NoCopy
 {
 public:
-    /// Opens the script. Throws a WrongArgumentException. `onLines` is called on the reader's thread when there is
-    /// something to take again after there was nothing.
+    /// Opens the script. Throws a WrongArgumentException if that fails. After Take() has found no line, `onLines` is
+    /// called on the reader's thread when lines or the end have arrived.
     ScriptReader(string const &fileName, std::function<void()> onLines);
     ~ScriptReader() override;
 

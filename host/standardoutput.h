@@ -9,11 +9,11 @@
 namespace quillmarsh::host
 {
 
-/// Shows the console's text on standard output, in colours where that is a terminal.
+/// Shows the console's text on standard output, in colours if that is a terminal.
 class StandardOutput : public TextOutput, NoCopy
 {
 public:
-    /// `onFailure` hears once of a failed write, with the system's cause; what is written after it is dropped.
+    /// `onFailure` is called once, with the system's reason, when a write fails. All later text is dropped.
     explicit StandardOutput(std::function<void(string const &)> onFailure);
     ~StandardOutput() override;
 

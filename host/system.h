@@ -1,4 +1,4 @@
-// What the program needs from the system beyond the library: reading that can be called off.
+// The system's services for the program that the library does not have: reads that another thread can cancel.
 #ifndef QUILLMARSH_HOST_SYSTEM_H
 #define QUILLMARSH_HOST_SYSTEM_H
 
@@ -6,24 +6,24 @@
 
 #include <cstddef>
 
-// linux/ and win32/ implement what is declared here, and the build picks one.
+// linux/ and win32/ implement these declarations, and the build picks one of them.
 namespace quillmarsh::host::system
 {
 
-/// Bytes of a file or of standard input, read on a thread that can be called off.
+/// Reads bytes of a file or of standard input. Another thread can cancel a read.
 class Input : NoCopy
 {
 public:
     virtual ~Input();
 
-    /// Opens a file, or standard input for "-". Null, and the system's cause, when that fails.
+    /// Opens a file, or standard input for "-". If that fails, returns null and the system's reason in `error`.
     static AutoPtr<Input> Open(string const &name, string &error);
 
-    /// Reads up to `size` bytes, and waits for the first. 0 at the end, after a failure, and once it is called off.
+    /// Reads up to `size` bytes, and waits for the first. Returns 0 at the end, after a failure, and once it is cancelled.
     virtual std::size_t Read(char *buffer, std::size_t size) = 0;
-    /// Whether this is a file, which is read without waiting for anybody.
+    /// True for a file, which is read without waiting.
     virtual bool IsFile() const = 0;
-    /// Calls reading off; from another thread. False when a Read() that waits cannot be reached.
+    /// Cancels reading. Called by another thread. False when a waiting Read() cannot be cancelled.
     virtual bool Cancel() = 0;
 };
 

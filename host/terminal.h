@@ -17,40 +17,39 @@ namespace quillmarsh::host
 
 /// The console in the terminal: a prompt with line editing, and the console's text above it.
 ///
-/// One thread of its own does everything that shows on the terminal, so that text and prompt stay apart whoever writes.
-/// Lines are handed to the frame thread one at a time; the prompt comes back when a line is done. While it lives it
-/// presents the library's dialogs.
+/// Its own thread writes everything that the terminal shows, so that text and prompt never mix. The frame thread gets the
+/// lines one at a time; the prompt returns when a line is done. While it lives, it presents the library's dialogs.
 ///
-/// On Windows the system edits the lines: text that comes while one is being typed shows at once, an answer to a dialog
-/// wants Enter, and the second interrupt in a row ends the program, whatever has been typed.
+/// On Windows the system edits the lines. There, text appears at once even while the user types a line, an answer to a
+/// dialog needs Enter, and the second interrupt in a row ends the program even if the line is not empty.
 class Terminal : public LineSource, public TextOutput, private platform::DialogPresenter, NoCopy
 {
 public:
-    /// What the terminal asks of the program. Called on any thread.
+    /// Calls from the terminal to the program, on any thread.
     struct Client
     {
-        /// A line, or something to serve, is there.
+        /// A line, or a request for Serve(), has arrived.
         std::function<void()> onInput;
         /// The user wants the program to end.
         std::function<void()> onExit;
     };
 
-    /// The history of the buffers, which are borrowed, is what the up and down keys go through.
+    /// Borrows `buffers`, whose history the up and down keys show.
     Terminal(ConsoleBuffers &buffers, Client client);
-    /// Shows what is still to be shown, and gives the terminal back as it was.
+    /// Shows the remaining text, and restores the terminal.
     ~Terminal() override;
 
-    /// Offers the prompt.
+    /// Shows the prompt, and takes lines from now on.
     void BeginEditing(string const &prompt);
-    /// Takes the prompt away for good.
+    /// Removes the prompt, and takes no more lines.
     void EndEditing();
 
     /// @name Any thread
     /// @{
 
-    /// The user interrupts: the line is cleared, and on an empty line the second interrupt ends the program.
+    /// Handles an interrupt by the user: clears the line. On an empty line, the second interrupt ends the program.
     void OnInterrupt();
-    /// The terminal has another size.
+    /// Adapts to a new size of the terminal.
     void OnResize();
     void Write(std::string_view text, unsigned int type) override;
     /// @}

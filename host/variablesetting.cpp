@@ -13,10 +13,10 @@ void SetVariable(VariableRegistry &registry, string const &name, string const &v
     if (proxy == nullptr)
         ThrowWrongArgument("--set: there is no variable '" + name + "'");
     if (proxy->IsDeveloperModeOnly() && !developerMode)
-        ThrowWrongArgument("--set: the variable '" + name + "' wants --developer-mode");
+        ThrowWrongArgument("--set: the variable '" + name + "' needs --developer-mode");
     if (!framework_commands::VariableCmd::AcceptsValue(*proxy, value))
     {
-        ThrowWrongArgument("--set: '" + value + "' is no value for the variable '" + name + "' of type " +
+        ThrowWrongArgument("--set: '" + value + "' is not a value for the variable '" + name + "' of type " +
                            proxy->GetTargetTypeName());
     }
     proxy->SetValueFromString(value);

@@ -1,4 +1,4 @@
-// Setting of exported variables from the command line.
+// Sets exported variables from the command line.
 #ifndef QUILLMARSH_HOST_VARIABLESETTING_H
 #define QUILLMARSH_HOST_VARIABLESETTING_H
 
@@ -7,8 +7,8 @@
 namespace quillmarsh::host
 {
 
-/// Sets an exported variable. Throws a WrongArgumentException when there is none of that name, when the value does not
-/// convert, and for a developer's variable outside the developer mode.
+/// Sets an exported variable. Throws a WrongArgumentException when no variable has that name, when the value cannot be
+/// converted, and for a developer's variable outside the developer mode.
 void SetVariable(VariableRegistry &registry, string const &name, string const &value, bool developerMode);
 
 } // namespace quillmarsh::host

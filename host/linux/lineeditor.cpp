@@ -24,7 +24,7 @@ namespace quillmarsh::host
 namespace
 {
 
-/// Text that may wait for the terminal before its writers have to.
+/// Bytes of text that may be pending before writers must wait.
 constexpr std::size_t s_maxPendingText = 1 << 20;
 
 std::size_t GetWidth(wchar_t const *begin, wchar_t const *end)
@@ -41,7 +41,7 @@ std::size_t GetTerminalColumns()
     return width > 0 ? width : 80;
 }
 
-/// Whether the terminal understands the common escape sequences.
+/// True when the terminal understands the common escape sequences.
 bool HasCursorControl()
 {
     char const *const term = std::getenv("TERM");
@@ -54,9 +54,9 @@ void Put(string const &text)
     std::fflush(stdout);
 }
 
-/// What a terminal sends for the end of the input; here also for an input that is closed.
+/// Character of a terminal for the end of input; used for a closed input, too.
 constexpr char s_endOfInput = '\x04';
-/// Milliseconds without a key that end a mistake of typing.
+/// Milliseconds without a key after which a mistyped answer counts as complete.
 constexpr int s_mistakePause = 1000;
 
 bool WaitForKey(int milliseconds)
@@ -88,8 +88,8 @@ bool EndsLine(char key)
     return key == '\n' || key == '\r' || key == s_endOfInput;
 }
 
-/// Answer that is typed in a single key, the default one with Enter or when the input ends. Nothing for other keys: what
-/// is typed with them, up to Enter or a pause, is dropped.
+/// Reads an answer of a single key. Enter and the end of input give the default answer. Any other key gives nothing, and
+/// the text typed with it is dropped, up to Enter or a pause.
 std::optional<platform::eDialogAnswer> ReadAnswer(platform::DialogRequest const &request)
 {
     char const key = ReadKey();
@@ -101,7 +101,7 @@ std::optional<platform::eDialogAnswer> ReadAnswer(platform::DialogRequest const 
     return answer;
 }
 
-/// Characters beyond ASCII need a locale that knows them.
+/// Sets a locale for characters beyond ASCII.
 void PrepareLocale()
 {
     if (std::setlocale(LC_CTYPE, "") == nullptr || MB_CUR_MAX == 1)
@@ -131,11 +131,11 @@ LineEditor::~LineEditor()
     close(wake_[1]);
 }
 
-// From other threads
+// Called by other threads
 
 void LineEditor::Wake()
 {
-    // A full pipe wakes as well.
+    // A full pipe wakes the thread, too.
     static_cast<void>(!write(wake_[1], "", 1));
 }
 
@@ -316,7 +316,7 @@ void LineEditor::EditOneLine()
         Put("\n");
     atLineStart_ = false;
     inEditor_ = true;
-    // Ahead of the prompt: a key that comes right behind it is the editor's already.
+    // Before the prompt, so that the editor gets a key that is typed immediately after it appears.
     el_set(editor_, EL_PREP_TERM, 1);
     int length = 0;
     char const *const text = el_gets(editor_, &length);
@@ -330,7 +330,7 @@ void LineEditor::EditOneLine()
         HandOverAndWait(line_, line);
         return;
     }
-    // The end of input, or the editor was taken away.
+    // The input ended, or the editor is being closed.
     if (!atLineStart_)
         Put("\n");
     atLineStart_ = true;
@@ -353,7 +353,7 @@ void LineEditor::HandOverAndWait(HandOver &handOver, string const &text)
     {
         {
             std::lock_guard const lock(mutex_);
-            // A line that nobody took when the editor is taken away is dropped.
+            // A line that was not taken before the editor closes is dropped.
             bool const dropped = closing_ || (!mayEdit_ && handOver.state == HandOver::eState::e_offered);
             if (dropped || handOver.state == HandOver::eState::e_done)
             {
@@ -366,7 +366,7 @@ void LineEditor::HandOverAndWait(HandOver &handOver, string const &text)
     }
 }
 
-/// Does what others left to do, with the prompt out of the way.
+/// Does the work that other threads have left, while the prompt is hidden.
 void LineEditor::DoWork()
 {
     Work work;
@@ -409,7 +409,7 @@ void LineEditor::ShowText(string const &text)
     atLineStart_ = text.back() == '\n';
 }
 
-/// Takes prompt and line off the terminal; the cursor is then at the begin of a line.
+/// Erases the prompt and the typed line. The cursor is then at the start of a line.
 void LineEditor::EraseEditArea()
 {
     atLineStart_ = true;
@@ -435,7 +435,7 @@ platform::eDialogAnswer LineEditor::AskDialog(platform::DialogRequest const &req
     tcgetattr(STDIN_FILENO, &present);
     termios singleKeys = present;
     singleKeys.c_lflag &= ~static_cast<tcflag_t>(ICANON | ECHO);
-    // Keys that were typed before the question are not meant for it.
+    // Drops keys that were typed before the question.
     tcsetattr(STDIN_FILENO, TCSAFLUSH, &singleKeys);
     Put(FormatDialog(request));
     std::optional<platform::eDialogAnswer> answer = ReadAnswer(request);
@@ -443,7 +443,7 @@ platform::eDialogAnswer LineEditor::AskDialog(platform::DialogRequest const &req
         Put("\n" + FormatQuestion(request));
     Put(string(GetAnswerName(*answer)) + "\n");
     atLineStart_ = true;
-    // Abort ends the program at once: the terminal is left as it was found.
+    // Abort ends the program at once, so the terminal is restored here.
     bool const stops = *answer == platform::eDialogAnswer::e_abort;
     tcsetattr(STDIN_FILENO, TCSADRAIN, stops ? &terminalAtStart_ : &present);
     return *answer;
@@ -512,7 +512,7 @@ unsigned char LineEditor::Complete()
         return CC_NORM;
     string const text(line->buffer, line->lastchar);
     HandOverAndWait(completion_, text);
-    // The text of the hand-over was replaced by the answer, which begins with what was asked.
+    // The hand-over now contains the answer, which begins with the text that was to be completed.
     string completed;
     {
         std::lock_guard const lock(mutex_);
@@ -523,7 +523,7 @@ unsigned char LineEditor::Complete()
     return CC_REFRESH;
 }
 
-/// What the editor asks of a history: index 0 is its newest entry.
+/// Answers the editor's requests for the history; index 0 is the newest entry.
 int LineEditor::ServeHistory(HistEvent *event, int operation)
 {
     CommandHistorySentry const lock(buffers_);

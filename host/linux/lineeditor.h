@@ -20,8 +20,8 @@ namespace quillmarsh::host
 
 /// The line editor and the thread that owns the terminal.
 ///
-/// All that shows on the terminal is written by one thread. While it waits for a key it is woken by whoever has
-/// something for it: text, a dialog, an interrupt. It takes the prompt away, does the work, and shows the prompt again.
+/// One thread writes everything that the terminal shows. While it waits for a key, other threads wake it when they have
+/// work for it: text, a dialog, an interrupt. It removes the prompt, does the work, and shows the prompt again.
 class LineEditor : NoCopy
 {
 public:
@@ -35,7 +35,7 @@ public:
     /// @{
     void Interrupt();
     void Resize();
-    /// Waits when there is very much that the terminal has not shown yet.
+    /// Shows a text of one output type. Waits while too much text is not shown yet.
     void Write(std::string_view text, unsigned int type);
     platform::eDialogAnswer PresentDialog(platform::DialogRequest const &request);
     /// @}
@@ -43,16 +43,16 @@ public:
     /// @name Frame thread
     /// @{
 
-    /// Takes the line that was typed, if there is one; the prompt stays away until FinishLine().
+    /// Takes the typed line, if there is one. The prompt stays hidden until FinishLine().
     bool TakeLine(string &line);
     void FinishLine();
-    /// Takes the text that is to be completed, if there is one; the editor waits for AnswerCompletion().
+    /// Takes the text that the user wants completed, if there is one. The editor waits for AnswerCompletion().
     bool TakeCompletion(string &text);
     void AnswerCompletion(string const &completed);
     /// @}
 
 private:
-    /// A thing that the editor's thread hands to the frame thread and waits for.
+    /// A text that the editor's thread gives to the frame thread, and whose return it waits for.
     struct HandOver
     {
         enum class eState
@@ -123,12 +123,12 @@ private:
     HandOver completion_;
     bool mayEdit_ = false;
     bool closing_ = false;
-    /// The thread does nothing any more.
+    /// The thread has ended.
     bool ended_ = false;
     string prompt_;
     /// @}
 
-    /// @name Of the editor's thread
+    /// @name For the editor's thread only
     /// @{
     EditLine *editor_ = nullptr;
     termios terminalAtStart_{};

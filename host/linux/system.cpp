@@ -79,7 +79,7 @@ AutoPtr<Input> Input::Open(string const &name, string &error)
     bool const standardInput = name == "-";
     int const descriptor = standardInput ? STDIN_FILENO : open(name.c_str(), O_RDONLY | O_CLOEXEC);
     char probe;
-    // A directory opens, but cannot be read.
+    // A directory can be opened, but not read.
     if (descriptor < 0 || (!standardInput && read(descriptor, &probe, 0) < 0))
     {
         error = file_system::GetLastFailureReason();

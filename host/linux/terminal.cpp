@@ -7,7 +7,7 @@
 namespace quillmarsh::host
 {
 
-/// The editor, and what passes between its thread and the frame thread.
+/// The editor, and the name of the terminal for messages.
 struct Terminal::State : LineEditor
 {
     using LineEditor::LineEditor;

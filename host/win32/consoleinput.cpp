@@ -17,7 +17,7 @@ bool ReadConsoleLine(string &line)
         wchar_t buffer[512];
         DWORD count = 0;
         SetLastError(ERROR_SUCCESS);
-        // The run-time library's own reading takes the system's code page, and an interrupt for the end.
+        // The run-time library would read in the system's code page, and take an interrupt for the end of input.
         bool const succeeded = ReadConsoleW(input, buffer, 512, &count, nullptr) != FALSE;
         bool const isInterrupt = count == 0 && GetLastError() == ERROR_OPERATION_ABORTED;
         if (isInterrupt)

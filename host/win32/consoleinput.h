@@ -1,4 +1,4 @@
-// Lines that the user types into the console.
+// Reads lines that the user types into the console.
 #ifndef QUILLMARSH_HOST_WIN32_CONSOLEINPUT_H
 #define QUILLMARSH_HOST_WIN32_CONSOLEINPUT_H
 
@@ -7,8 +7,8 @@
 namespace quillmarsh::host
 {
 
-/// Waits for a line that the user typed and edited by the system's own means, without its end. False at the end of the
-/// input. An interrupt drops what was typed, and the wait goes on.
+/// Waits for a line, which the user edits with the system's own editor; `line` is without its end. False at the end of
+/// the input. An interrupt drops the typed text, and the wait goes on.
 bool ReadConsoleLine(string &line);
 
 } // namespace quillmarsh::host

@@ -16,7 +16,7 @@ Input::~Input() = default;
 namespace
 {
 
-/// A read that waits for a pipe or a console cannot be called off: the thread ends with the process.
+/// Reads a file. A read that waits for a pipe or a console cannot be cancelled: its thread ends with the process.
 class FileInput : public Input
 {
 public:

@@ -27,8 +27,8 @@ struct OpenDialog
 
 } // namespace
 
-/// What the thread that reads lines shares with the frame thread; it outlives the terminal, since a read that waits for
-/// the console cannot be called off.
+/// State that the reading thread and the frame thread share. It outlives the terminal, because a waiting read of the
+/// console cannot be cancelled.
 struct Terminal::State
 {
     explicit State(Client requests) : client(std::move(requests)) {}
@@ -43,7 +43,7 @@ struct Terminal::State
     bool mayEdit = false;
     bool closing = false;
     bool lineIsDone = true;
-    /// Some thread waits for a line, for whomever it will be.
+    /// A thread waits for a line, which may be for the console or for a dialog.
     bool isReading = false;
     bool atLineStart = true;
     unsigned int numInterrupts = 0;
@@ -82,7 +82,7 @@ void Terminal::State::Run(std::shared_ptr<State> const &state)
         state->client.onExit();
 }
 
-/// Waits for a line and hands it on. One thread at a time. False at the end of the input.
+/// Waits for a line and passes it to Accept(). One thread at a time. False at the end of the input.
 bool Terminal::State::ReadLine(std::unique_lock<std::mutex> &lock)
 {
     isReading = true;
@@ -99,7 +99,7 @@ bool Terminal::State::ReadLine(std::unique_lock<std::mutex> &lock)
     return succeeded;
 }
 
-/// A line is the answer of a dialog that is open, and else one for the console.
+/// Takes a line as the answer to an open dialog, or else as a line for the console.
 void Terminal::State::Accept(string const &line)
 {
     if (closing)
@@ -222,7 +222,7 @@ platform::eDialogAnswer Terminal::Present(platform::DialogRequest const &request
     state_->Put("\n" + FormatDialog(request));
     OpenDialog dialog{request, {}};
     state_->dialogs.push_back(&dialog);
-    // Whoever waits for a line takes the answer; where nobody does, this thread.
+    // If another thread waits for a line, it takes the answer; otherwise this thread does.
     while (!dialog.answer)
     {
         if (state_->isReading)
