@@ -335,8 +335,12 @@ bool TiffReader::ReadTiles(PixelRows const &rows)
     auto const tileRows = GetField<std::uint32_t>(TIFFTAG_TILELENGTH);
     auto const tileRowBytes = static_cast<std::size_t>(TIFFTileRowSize(tiff_.get()));
     tmsize_t const tileBytes = TIFFTileSize(tiff_.get());
-    if (tileBytes <= 0 || static_cast<std::uint64_t>(tileBytes) > largestBlock_ || tileColumns == 0 || tileRows == 0)
-        return false;
+    // A tile may be larger than the picture, but not much.
+    std::uint64_t const pictureBytes =
+        std::uint64_t{rows.numRows} * rows.numColumns * std::max<std::uint64_t>(layout_.numComponents, 4);
+    std::uint64_t const mostBytes = std::min(largestBlock_, std::max(4 * pictureBytes, s_smallBlock));
+    if (tileBytes <= 0 || static_cast<std::uint64_t>(tileBytes) > mostBytes || tileColumns == 0 || tileRows == 0)
+        return Fail(eImageFailure::e_damaged, "a TIFF with tiles of an impossible size");
     auto const tile = std::make_unique_for_overwrite<unsigned char[]>(static_cast<std::size_t>(tileBytes));
     for (std::uint16_t plane = 0; plane < GetNumPlanes(); ++plane)
     {
