@@ -13,6 +13,8 @@ namespace
 
 /// Upper bound for the bytes that one byte of compressed pixels can produce.
 constexpr std::uint64_t s_largestRatio = 4096;
+/// Bytes of a tile that are accepted for a picture of any size.
+constexpr std::uint64_t s_smallBlock = std::uint64_t{64} << 20;
 /// Approximate size of the pieces in which pixels are compressed.
 constexpr std::size_t s_stripByteSize = std::size_t{64} << 10;
 
