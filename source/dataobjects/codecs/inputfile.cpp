@@ -9,7 +9,6 @@
 #include <algorithm>
 #include <array>
 #include <cerrno>
-#include <cstring>
 #include <streambuf>
 
 namespace quillmarsh::sampled_data
@@ -34,7 +33,7 @@ protected:
     std::streamsize xsgetn(char *bytes, std::streamsize count) override
     {
         std::streamsize const buffered = std::min<std::streamsize>(count, egptr() - gptr());
-        std::memcpy(bytes, gptr(), static_cast<std::size_t>(buffered));
+        std::copy_n(gptr(), buffered, bytes);
         setg(eback(), gptr() + buffered, egptr());
         std::streamsize const left = count - buffered;
         return buffered + static_cast<std::streamsize>(Read(bytes + buffered, static_cast<std::size_t>(left)));
