@@ -156,7 +156,7 @@ TEST_F(DataFileTest, FailuresNameFileAndReason)
         {load(directory_ / "no.png"), directory_ / "no.png: cannot be opened: ", eCodecFailure::e_notFound},
         {load(directory_ / "no.qmdp"), directory_ / "no.qmdp: cannot be opened: ", eCodecFailure::e_notFound},
         {load(cut), cut + ": byte 0: opening magic-sequence: the file ends", eCodecFailure::e_damaged},
-        {save({1, 2}, image), image + ": is there already, and overwriting", eCodecFailure::e_exists},
+        {save({1, 2}, image), image + ": already exists, and overwriting", eCodecFailure::e_exists},
         {save({1, 2}, directory_ / "no/where.png"),
          directory_ / "no/where.png: cannot be written as PNG: ", eCodecFailure::e_notFound},
         {save({2}, directory_ / "s.png"), directory_ / "s.png: takes an image, and no signal",
