@@ -2,6 +2,7 @@
 
 #include <quillmarsh/basetools/libraryinfo.h>
 #include <quillmarsh/basetools/texttools.h>
+#include <quillmarsh/framework/commandtable.h>
 
 #include <CLI/CLI.hpp>
 
@@ -14,11 +15,21 @@ namespace quillmarsh::host
 namespace
 {
 
-string CheckFrameRate(string const &text)
+/// Reads decimal digits only. CLI11 would take 010 for eight.
+void TakeFrames(Arguments &arguments, string const &text)
+{
+    unsigned int frames = 0;
+    if (!command_values::IsUnsigned(text) || !ToValue(text, frames))
+        ThrowWrongArgument("--frames wants a number of frames, not '" + text + "'");
+    arguments.frames = frames;
+}
+
+void TakeFrameRate(Arguments &arguments, string const &text)
 {
     double rate = 0;
-    bool const isRate = ToValue(text, rate) && std::isfinite(rate) && rate >= 0;
-    return isRate ? "" : "'" + text + "' is not a number of frames per second";
+    if (!ToValue(text, rate) || !std::isfinite(rate) || rate < 0)
+        ThrowWrongArgument("--frame-rate wants a number of frames per second, not '" + text + "'");
+    arguments.frameRate = rate;
 }
 
 void TakeVariables(Arguments &arguments, std::vector<string> const &values)
@@ -52,10 +63,13 @@ void AddOptions(CLI::App &app, Arguments &arguments)
         ->type_name("FILE");
     app.add_flag("--stop-on-error", arguments.stopOnError, "stop a script at the first line that fails");
     app.add_flag("--strict", arguments.strict, "refuse lines with words that their command does not know");
-    app.add_option("--frames", arguments.frames, "exit after N frames")->type_name("N");
-    app.add_option("--frame-rate", arguments.frameRate, "run at most HZ frames per second")
-        ->type_name("HZ")
-        ->check(CheckFrameRate);
+    app.add_option_function<string>(
+           "--frames", [&arguments](string const &text) { TakeFrames(arguments, text); }, "exit after N frames")
+        ->type_name("N");
+    app.add_option_function<string>(
+           "--frame-rate", [&arguments](string const &text) { TakeFrameRate(arguments, text); },
+           "run at most HZ frames per second")
+        ->type_name("HZ");
     app.add_option("--log", arguments.log, "write a log to FILE")->type_name("FILE");
     app.add_flag("--developer-mode", arguments.developerMode, "allow commands and variables for developers");
 

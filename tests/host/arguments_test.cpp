@@ -12,10 +12,10 @@ namespace
 TEST(Arguments, AreReadInBothForms)
 {
     Arguments const arguments = ParseArguments(
-        {"--script=-", "--frames=2", "--frames", "3", "--frame-rate=2.5", "--plugin", "a", "--plugin=b", "--set",
+        {"--script=-", "--frames=2", "--frames", "010", "--frame-rate=2.5", "--plugin", "a", "--plugin=b", "--set",
          "x=", "--set=y=1=2", "--stop-on-error", "--log=l", "--developer-mode", "--parameter=a.b.c=d.e=f"});
     EXPECT_EQ("-", arguments.script);
-    EXPECT_EQ(3u, arguments.frames);
+    EXPECT_EQ(10u, arguments.frames);
     EXPECT_EQ(2.5, arguments.frameRate);
     EXPECT_EQ((std::vector<string>{"a", "b"}), arguments.plugins);
     EXPECT_EQ((std::vector<std::pair<string, string>>{{"x", ""}, {"y", "1=2"}}), arguments.variables);
@@ -33,8 +33,9 @@ TEST(Arguments, WrongOnesAreNamed)
         {{"--two\nlines"}, "'--two?lines'"},
         {{""}, "''"},
         {{"--frames"}, "--frames"},
-        {{"--frames", "-1"}, "--frames = -1"},
-        {{"--frames", "5000000000"}, "--frames = 5000000000"},
+        {{"--frames", "-1"}, "'-1'"},
+        {{"--frames", "0x10"}, "'0x10'"},
+        {{"--frames", "5000000000"}, "'5000000000'"},
         {{"--frame-rate", "fast"}, "'fast'"},
         {{"--frame-rate", "-2"}, "'-2'"},
         {{"--frame-rate", "inf"}, "'inf'"},
