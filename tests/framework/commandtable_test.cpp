@@ -81,6 +81,7 @@ TEST_F(CommandTables, FindTheFirstMistakeOfALine)
         {"var lake", "'lake' is not the name of a variable, nor what such a name begins with"},
         {"var pond.c 3", "'pond.c' is not the name of a variable, nor what such a name begins with"},
         {"var pond.count many", "'many' is not a value of the variable's type"},
+        {"var pond.count -3", "'-3' is not a value of the variable's type"},
         {"var -i pond.count", "the argument 'pond.count' must stand ahead of the options"},
         {"var pond.name a b", "surplus argument 'b'"},
         {"alias -pond='var pond'", ""},

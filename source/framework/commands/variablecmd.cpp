@@ -24,7 +24,8 @@ bool TestValue(VariableProxy const &variable, string const &text, bool &converts
     if (dynamic_cast<TVariableProxy<T> const *>(&variable) == nullptr)
         return false;
     T value{};
-    converts = ToValue(text, value);
+    // ToValue() reads a negative number as an unsigned one, modulo its range; nobody means that.
+    converts = std::is_same_v<T, unsigned int> ? command_values::IsUnsigned(text) : ToValue(text, value);
     return true;
 }
 
