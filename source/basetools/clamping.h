@@ -19,7 +19,7 @@ T ClampSetting(T value, T low, T high, T defaultValue)
 template<typename T>
 T RaiseSetting(T value, T low, T defaultValue)
 {
-    return std::max(std::isnan(value) ? defaultValue : value, low);
+    return std::max(low, std::isnan(value) ? defaultValue : value);
 }
 
 } // namespace quillmarsh
