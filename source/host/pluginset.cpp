@@ -61,16 +61,14 @@ void PluginSet::Refuse(PluginDescriptor const &descriptor, string const &reason)
 
 PluginSet::Parameter PluginSet::Resolve(PluginParameter const &parameter) const
 {
-    Parameter resolved{nullptr, "", parameter.value};
-    std::size_t longest = 0;
+    Parameter resolved{"", "", parameter.value};
     for (Entry const &entry : entries_)
     {
         string const &plugin = entry.descriptor->GetPluginInfo().GetPluginName();
         bool const fits = parameter.path.starts_with(plugin + '.') && parameter.path.size() > plugin.size() + 1;
-        if (!fits || plugin.size() < longest)
+        if (!fits || plugin.size() <= resolved.plugin.size())
             continue;
-        longest = plugin.size();
-        resolved.descriptor = entry.descriptor;
+        resolved.plugin = plugin;
         resolved.name = parameter.path.substr(plugin.size() + 1);
     }
     return resolved;
@@ -82,7 +80,7 @@ void PluginSet::SetParameters(std::vector<PluginParameter> const &parameters)
     for (PluginParameter const &parameter : parameters)
     {
         resolved.push_back(Resolve(parameter));
-        if (resolved.back().descriptor == nullptr)
+        if (resolved.back().plugin.empty())
             QUILLMARSH_THROW(KernelException,
                              "There is no plug-in to be given the parameter '" + parameter.path + "'.");
     }
@@ -96,7 +94,7 @@ AutoPtr<Plugin> PluginSet::Create(PluginDescriptor &descriptor) const
         Refuse(descriptor, "its constructor failed: " + *reason);
     for (Parameter const &parameter : parameters_)
     {
-        if (plugin == nullptr || parameter.descriptor != &descriptor)
+        if (plugin == nullptr || parameter.plugin != descriptor.GetPluginInfo().GetPluginName())
             continue;
         if (!plugin->SetPluginParameter(NamedParameter(parameter.name, parameter.value)))
         {

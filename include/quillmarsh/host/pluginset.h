@@ -70,13 +70,13 @@ public:
 private:
     struct Parameter
     {
-        PluginDescriptor *descriptor;
+        string plugin;
         string name;
         string value;
     };
 
     [[noreturn]] void Refuse(PluginDescriptor const &descriptor, string const &reason) const;
-    /// Splits the path; the descriptor is null when no plug-in has the name.
+    /// Splits the path at the longest name of a plug-in that fits. The plug-in is empty when none fits.
     Parameter Resolve(PluginParameter const &parameter) const;
 
     std::vector<AutoPtr<PluginLibraryFile>> libraries_;
