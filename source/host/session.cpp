@@ -4,7 +4,9 @@
 #include <quillmarsh/basetools/exception.h>
 #include <quillmarsh/basetools/filesystem.h>
 #include <quillmarsh/basetools/profilerdumpdesc.h>
+#include <quillmarsh/basetools/texttools.h>
 #include <quillmarsh/host/waitcmd.h>
+#include <quillmarsh/platform/program.h>
 
 #include <iostream>
 
@@ -38,8 +40,10 @@ SessionOptions WithDefaults(SessionOptions options)
 {
     if (!options.report)
     {
-        options.report = [name = options.programName](string const &message) {
-            std::cerr << name + ": " + message + "\n" << std::flush;
+        options.report = [name = options.programName](string const &message)
+        {
+            bool const isTerminal = platform::IsTerminal(platform::eStandardStream::e_error);
+            std::cerr << name + ": " + (isTerminal ? MakePrintable(message, true) : message) + "\n" << std::flush;
         };
     }
     return options;
