@@ -7,6 +7,7 @@
 #include <quillmarsh/basetools/texttools.h>
 #include <quillmarsh/framework/kernel.h>
 
+#include <filesystem>
 #include <utility>
 
 namespace input_recording
@@ -45,6 +46,14 @@ bool HasFileForItsWords(ostream &out, string const *fileName, bool hasWords)
     if (fileName == nullptr && hasWords)
         out << "The name of the file is missing." << std::endl;
     return fileName != nullptr || !hasWords;
+}
+
+/// True for equal names, and for two names of one file.
+bool IsSameFile(string const &one, string const &other)
+{
+    std::error_code error;
+    return one == other ||
+           std::filesystem::equivalent(file_system::GetStreamPath(one), file_system::GetStreamPath(other), error);
 }
 
 string CountControllers(Recorder const &recorder)
@@ -203,7 +212,7 @@ string RecordCmd::FindObstacle(CommandArguments const &arguments, string const &
 {
     if (list_.hasChanged)
         return "The devices change in the next frame; enter wait first.";
-    if (recorder_ && recorder_->GetFileName() == fileName)
+    if (recorder_ && IsSameFile(recorder_->GetFileName(), fileName))
         return fileName + ": is being recorded, stop that first with record -stop";
     if (!arguments.HasOption(s_szOptionOverwrite) && file_system::FileExists(fileName))
         return fileName + ": the file already exists, replace it with -overwrite";

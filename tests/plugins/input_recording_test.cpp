@@ -209,7 +209,7 @@ TEST(Recorder, WritesWhatWasPlayed)
 TEST(RecordingCommands, SayWhatTheyDoAndWhyTheyRefuse)
 {
     ScratchDirectory const directory;
-    string const file = directory / "recorded.txt";
+    string const file = directory / "recorded.txt", sameFile = directory / "./recorded.txt";
     string const play = "play '" QUILLMARSH_TEST_SOURCES "examples/recordings/gestures.txt'",
                  record = "record '" + file + "'";
     std::pair<string, string> const lines[] = {
@@ -218,6 +218,7 @@ TEST(RecordingCommands, SayWhatTheyDoAndWhyTheyRefuse)
         {"wait", ""},
         {record, "Recording 1 controller to " + file + "\n"},
         {record, file + ": is being recorded, stop that first with record -stop\n"},
+        {"record '" + sameFile + "' -overwrite", sameFile + ": is being recorded, stop that first with record -stop\n"},
         {"record -stop", "Recorded " + file},
         {record, file + ": the file already exists, replace it with -overwrite\n"},
         {record + " -overwrite -d=77", "record: -d=77: '77' is not the creation-id of a device (see 'help record')\n"},
