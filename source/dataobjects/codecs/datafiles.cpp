@@ -272,15 +272,14 @@ bool DataFile::TryCodecsWithNames(CodecFailure &failure)
         unsigned int const category = s_categories[numDimensions - 1];
         for (unsigned int i = 0; i < manager.GetNumDecoders(category); ++i)
         {
-            DataDecoder &decoder = *manager.GetDecoder(category, i);
+            DataDecoder *const decoder = manager.GetDecoder(category, i);
+            if (decoder == nullptr || dynamic_cast<OpenFileDecoder *>(decoder))
+                continue;
             CodecFailureSentry told;
-            void *const data = dynamic_cast<OpenFileDecoder *>(&decoder)
-                                   ? nullptr
-                                   : decoder.LoadData(GetName(), manager.GetDecoderDefaultParamList(category));
-            if (data)
+            if (void *const data = decoder->LoadData(GetName(), manager.GetDecoderDefaultParamList(category)))
             {
                 loaded_ = AdoptData(numDimensions, data);
-                string const &name = decoder.GetCodecName();
+                string const &name = decoder->GetCodecName();
                 desc_ = {name.substr(name.rfind('/') + 1), loaded_->GetDimensions(), loaded_->GetFormat(), {}};
                 return true;
             }

@@ -56,7 +56,7 @@ CodecFailure FindReadingObstacle(string const &fileName)
 
 CodecFailure FindWritingObstacle(string const &fileName, bool overwrite)
 {
-    if (CodecFailure const oddity = FindOddity(fileName, file_system::GetFileType(fileName, true)))
+    if (CodecFailure oddity = FindOddity(fileName, file_system::GetFileType(fileName, true)))
         return oddity;
     // The entry itself counts: a link that leads nowhere is there all the same.
     file_type const entry = file_system::GetFileType(fileName, false);
