@@ -478,6 +478,7 @@ void LineEditor::HandleInterrupt()
 
 int LineEditor::ReadCharacter(wchar_t *character)
 {
+    constexpr auto invalid = static_cast<std::size_t>(-1);
     std::mbstate_t state{};
     while (true)
     {
@@ -497,10 +498,16 @@ int LineEditor::ReadCharacter(wchar_t *character)
         if (got < 0)
             continue;
         interruptedBefore_ = false;
-        std::size_t const length = std::mbrtowc(character, &byte, 1, &state);
+        std::size_t length = std::mbrtowc(character, &byte, 1, &state);
+        if (length == invalid)
+        {
+            // The bytes before this one are not a character. This one may be another, or begin it.
+            state = {};
+            length = std::mbrtowc(character, &byte, 1, &state);
+        }
         if (length <= 1)
             return 1;
-        if (length == static_cast<std::size_t>(-1))
+        if (length == invalid)
             state = {};
     }
 }

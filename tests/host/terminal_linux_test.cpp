@@ -14,6 +14,8 @@ TEST(Terminal, EditsCompletesAndRemembersLines)
 {
     HostTerminal host;
     ASSERT_TRUE(host.Expect("workbench> "));
+    // An incomplete character does not take the next key with it.
+    EXPECT_TRUE(host.Enter("greet\xe2\x82\r", {"Hello from the workbench!", "workbench> "}));
     EXPECT_TRUE(host.Enter("gree\t\r", {"Hello from the workbench!", "workbench> "}));
     EXPECT_TRUE(host.Enter("h\t", {"Matching commands/aliases: help, history", "workbench> h"}));
     EXPECT_TRUE(host.Enter("\bbench\r", {"Balls", "workbench> "}));
