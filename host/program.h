@@ -34,7 +34,8 @@ public:
     Program(Arguments const &arguments, std::vector<string> const &words);
     ~Program();
 
-    /// Runs, and returns the exit status. Throws only the failure that ended the run, if the hard rethrow at exit is on.
+    /// Runs, and returns the exit status. Throws only the failure that ended the run, if the hard rethrow at exit is
+    /// on.
     int Run();
 
     /// Returns the signal that ended the run, if one did. Call it after Run().

@@ -19,7 +19,8 @@ public:
     /// Opens a file, or standard input for "-". If that fails, returns null and the system's reason in `error`.
     static AutoPtr<Input> Open(string const &name, string &error);
 
-    /// Reads up to `size` bytes, and waits for the first. Returns 0 at the end, after a failure, and once it is cancelled.
+    /// Reads up to `size` bytes, and waits for the first. Returns 0 at the end, after a failure, and once it is
+    /// cancelled.
     virtual std::size_t Read(char *buffer, std::size_t size) = 0;
     /// True for a file, which is read without waiting.
     virtual bool IsFile() const = 0;

@@ -17,8 +17,8 @@ namespace quillmarsh::host
 
 /// The console in the terminal: a prompt with line editing, and the console's text above it.
 ///
-/// Its own thread writes everything that the terminal shows, so that text and prompt never mix. The frame thread gets the
-/// lines one at a time; the prompt returns when a line is done. While it lives, it presents the library's dialogs.
+/// Its own thread writes everything that the terminal shows, so that text and prompt never mix. The frame thread gets
+/// the lines one at a time; the prompt returns when a line is done. While it lives, it presents the library's dialogs.
 ///
 /// On Windows the system edits the lines. There, text appears at once even while the user types a line, an answer to a
 /// dialog needs Enter, and the second interrupt in a row ends the program even if the line is not empty.

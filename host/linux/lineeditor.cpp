@@ -88,8 +88,8 @@ bool EndsLine(char key)
     return key == '\n' || key == '\r' || key == s_endOfInput;
 }
 
-/// Reads an answer of a single key. Enter and the end of input give the default answer. Any other key gives nothing, and
-/// the text typed with it is dropped, up to Enter or a pause.
+/// Reads an answer of a single key. Enter and the end of input give the default answer. Any other key gives nothing,
+/// and the text typed with it is dropped, up to Enter or a pause.
 std::optional<platform::eDialogAnswer> ReadAnswer(platform::DialogRequest const &request)
 {
     char const key = ReadKey();

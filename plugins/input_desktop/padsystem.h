@@ -44,7 +44,8 @@ public:
     virtual ~Pad() = default;
 
     PadDesc const &GetDesc() const { return desc_; }
-    /// Reads the controller. False, with `reading` unchanged, when it has been unplugged. Any thread. Allocates nothing.
+    /// Reads the controller. False, with `reading` unchanged, when it has been unplugged. Any thread. Allocates
+    /// nothing.
     virtual bool Read(PadReading &reading) = 0;
 
 protected:

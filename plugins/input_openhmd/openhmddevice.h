@@ -19,8 +19,9 @@ namespace input_openhmd
 class OpenHMDDevice final : public quillmarsh::HumanInterfaceDevice
 {
 public:
-    /// Parameter for a device without sensors of its own: a pointer to ten floats on OpenHMD's axes. They are the seconds
-    /// since the last call, three rates of turn, three accelerations, and three components of the magnetic field.
+    /// Parameter for a device without sensors of its own: a pointer to ten floats on OpenHMD's axes. They are the
+    /// seconds since the last call, three rates of turn, three accelerations, and three components of the magnetic
+    /// field.
     static constexpr char s_szParameterSensors[] = "sensors";
 
     /// `index` is the device's place in the context's list. Borrows the context, which must outlive the device.

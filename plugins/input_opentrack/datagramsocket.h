@@ -25,16 +25,16 @@ public:
         e_lost
     };
 
-    /// `address` is a numeric address of IP version 4 or 6; port 0 takes any free port. Throws a HIDException that names
-    /// the reason.
+    /// `address` is a numeric address of IP version 4 or 6; port 0 takes any free port. Throws a HIDException that
+    /// names the reason.
     DatagramSocket(string const &address, unsigned int port);
     ~DatagramSocket();
 
     /// Text with the occupied address and port, for messages.
     string const &GetName() const { return name_; }
 
-    /// Reads the next datagram without waiting. Throws a HIDException when the socket cannot be used any more. Allocates
-    /// nothing.
+    /// Reads the next datagram without waiting. Throws a HIDException when the socket cannot be used any more.
+    /// Allocates nothing.
     eResult Receive(std::span<std::byte> buffer, std::size_t &size);
 
 private:

@@ -24,8 +24,8 @@ protected:
     virtual void Apply(std::span<float const> state) = 0;
 };
 
-/// Creates a controller of the recorded kind, with the abilities that the recording lists. Borrows the device, which owns
-/// the controller.
+/// Creates a controller of the recorded kind, with the abilities that the recording lists. Borrows the device, which
+/// owns the controller.
 quillmarsh::AutoPtr<PlayedController> MakePlayedController(quillmarsh::HumanInterfaceDevice &device,
                                                            RecordedController const &recorded);
 

@@ -10,13 +10,13 @@ namespace tracker_support
 
 /// Returns the rotation by `head` about Y, then by `pitch` about the turned X, then by `roll` about the turned Z.
 ///
-/// A head at rest looks along Z, with Y up and X to its left. Positive angles therefore turn it to the left (`head`) and
-/// down (`pitch`), and lean it to the right (`roll`).
+/// A head at rest looks along Z, with Y up and X to its left. Positive angles therefore turn it to the left (`head`)
+/// and down (`pitch`), and lean it to the right (`roll`).
 quillmarsh::quat MakeOrientation(float head, float pitch, float roll);
 
-/// Orientation that a device samples as quaternions. The reader chooses the sampling mode; the axes are the same in both
-/// modes. A reset takes effect with the next sample, and fails while the sensor is at rest. The constructor has already
-/// called SetParentHID().
+/// Orientation that a device samples as quaternions. The reader chooses the sampling mode; the axes are the same in
+/// both modes. A reset takes effect with the next sample, and fails while the sensor is at rest. The constructor has
+/// already called SetParentHID().
 class ResettableOrientationTracker final : public quillmarsh::OrientationTracker
 {
 public:

@@ -59,7 +59,8 @@ void InputWatch::UpdateGlove(WatchedGlove &watched, ostream &out)
              gesture = analyzer_.GetNextActiveGesture(*watched.glove))
             active_.push_back(gesture->GetID());
     }
-    // Gestures are followed while nothing is printed, too: one that lasts since before does not begin when printing does.
+    // Gestures are followed while nothing is printed, too: one that lasts since before does not begin when printing
+    // does.
     if (settings_.gestures)
     {
         PrintMissing(out, "Gesture ends: ", watched.active, active_);

@@ -22,7 +22,7 @@ bool ApplicationWalk::Up(std::function<AutoPtr<Application>()> const &create, Ap
         {
             application_ = create();
             if (application_ == nullptr)
-                QUILLMARSH_THROW(KernelException, "The plug-in gave no application.");
+                QUILLMARSH_THROW(KernelException, "The plug-in created no application.");
         });
     if (!created)
         return false;
@@ -125,7 +125,7 @@ void ApplicationWalk::OpenDevices()
     devices.Open(DirectInputConfig(), 0, 0);
 }
 
-// There is no renderer and no window yet.
+// There is no renderer yet, and no window of the host.
 void ApplicationWalk::OpenVideo() {}
 
 void ApplicationWalk::OpenSubsystems()
@@ -159,7 +159,7 @@ void ApplicationWalk::Down()
     CleanUp();
 }
 
-/// Undoes one stage. A failure in it is kept and reported, and the rest is done all the same.
+/// Undoes one stage. Reports and keeps a failure in it, and then undoes the rest.
 void ApplicationWalk::Descend(eKernelLevel level)
 {
     if (kernel_.GetKernelLevel() != level)
@@ -182,7 +182,7 @@ void ApplicationWalk::CleanUp()
             kernel_.CallHook("Cleanup", [&](Application &application)
                              { application.Cleanup(failures.HasFailed(), failures.GetDesc()); });
         });
-    failures.SetPlace("the end of the application");
+    failures.SetPlace("the release of the application");
     failures.Guard([this] { kernel_.ReleasePluginLeftovers(); });
     kernel_.SetApplication(nullptr);
     failures.Guard([this] { application_.reset(); });

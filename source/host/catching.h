@@ -9,8 +9,8 @@
 namespace quillmarsh::host
 {
 
-/// Runs `call`. Returns the reason when it throws, else nothing. What was thrown is gone when this returns, so the
-/// library that threw it may be unloaded.
+/// Runs `call`. Returns the reason when it throws, else nothing. The exception no longer exists when this returns, so
+/// the library that threw it may be unloaded.
 template<typename Call>
 std::optional<string> Catch(Call &&call)
 {

@@ -41,7 +41,7 @@ void ConsoleLines::SetSource(LineSource *source, bool stopOnError)
 bool ConsoleLines::PassFrame()
 {
     unsigned int frames = framesToWait_;
-    // Another thread may end the wait meanwhile.
+    // Another thread may end the wait at the same time.
     while (frames > 0 && !framesToWait_.compare_exchange_weak(frames, frames - 1))
     {
     }
@@ -58,7 +58,7 @@ void ConsoleLines::Run()
         return;
     while (true)
     {
-        // A line that ended the program is not followed by another prompt.
+        // No prompt follows a line that ended the program.
         if (kernel_.IsExitRequested() || IsAtEnd())
             return;
         if (lineIsOpen_)
@@ -135,7 +135,7 @@ bool ConsoleLines::Inspect(Command const &command, CommandLineParser const &pars
     return !strict_;
 }
 
-/// Place of the line of a script, ahead of a message; empty for a typed line.
+/// Returns the place of a script's line, which goes before a message; empty for a typed line.
 string ConsoleLines::GetLinePlace() const
 {
     return source_->IsTyped() ? "" : source_->GetName() + "(" + MakeString(line_.number) + "): ";

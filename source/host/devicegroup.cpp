@@ -18,7 +18,7 @@ namespace
 
 constexpr unsigned int s_directInputVersion8 = 0x0800;
 
-/// The controller that the class names, if the device has one.
+/// Returns the device's first controller of this class, null if it has none.
 template<typename Controller>
 Controller *Find(HumanInterfaceDevice &device, char const *interfaceName)
 {
@@ -145,7 +145,7 @@ void DeviceGroup::AddDriver(PluginDescriptor &descriptor, unsigned int flags)
             auto *const driver0 = dynamic_cast<HIDDriver0 *>(plugin.get());
             auto *const driver8 = dynamic_cast<HIDDriver8 *>(plugin.get());
             if (driver0 == nullptr && driver8 == nullptr)
-                QUILLMARSH_THROW(HIDDriverException, "The plug-in gave no driver of a kind that the host knows.");
+                QUILLMARSH_THROW(HIDDriverException, "The plug-in created no driver of a kind that the host knows.");
             static_cast<void>(plugin.release());
             HIDDriver *const driver = driver0 != nullptr ? static_cast<HIDDriver *>(driver0) : driver8;
             drivers_.push_back({AutoPtr<HIDDriver>(driver), driver0, driver8, name, flags});
@@ -263,7 +263,7 @@ void DeviceGroup::Disconnect()
 void DeviceGroup::Release()
 {
     Failures &failures = kernel_.GetFailures();
-    failures.SetPlace("the end of an input device");
+    failures.SetPlace("the release of an input device");
     for (; !devices_.empty(); devices_.pop_back())
     {
         HumanInterfaceDevice &device = *devices_.back().device;
@@ -271,7 +271,7 @@ void DeviceGroup::Release()
         failures.Guard([&] { device.DisconnectDevice(); });
     }
     candidates_.clear();
-    failures.SetPlace("the end of a device driver");
+    failures.SetPlace("the release of a device driver");
     for (; !drivers_.empty(); drivers_.pop_back())
     {
         if (drivers_.back().isOpen)
@@ -316,7 +316,7 @@ void DeviceGroup::OnAppWindowGeometryChanged()
     TellAllOfWindow([](HumanInterfaceDevice &device) { device.OnAppWindowGeometryChanged(); });
 }
 
-// What runs in each frame makes no message unless something failed.
+// The functions below run in each frame. They build messages only after a failure.
 
 bool DeviceGroup::PollDeviceChanges()
 {

@@ -46,7 +46,7 @@ void HostConsole::Append(std::string_view text, unsigned int type)
     appending_ = false;
 }
 
-/// Somebody wrote to the buffer: if it was not this object, what is new has still to be shown.
+/// Called after a change of the buffer. Shows the new text, unless this object wrote it.
 void HostConsole::OnChanged(ConsoleOutputBuffer const &buffer)
 {
     unsigned long long const first = buffer.GetNumDroppedLines();

@@ -82,7 +82,7 @@ eKernelLevel HostKernel::GetKernelLevel()
 
 void HostKernel::SetFrameRateLimit(double framesPerSecond)
 {
-    // In this order, NaN counts as 0.
+    // In this order of arguments, NaN becomes 0.
     frameRateLimit_ = std::max(0.0, framesPerSecond);
 }
 
@@ -102,7 +102,7 @@ void HostKernel::RequestExit()
     pacer_.WakeUp();
 }
 
-// Requests. There is no video stack to be configured yet; its requests take their way all the same.
+// Requests. There is no video stack yet: its requests are queued, but have no effect.
 
 void HostKernel::ApplyHIDReconfig(DirectInputConfig const &config, unsigned int code)
 {

@@ -28,7 +28,7 @@ double HostKernel::GetFrameTimeDelta()
     return frameTimeDelta_;
 }
 
-/// Calls one of the frame's hooks, with the time since the last frame where the hook takes it.
+/// Calls one of the frame's hooks, and passes the time since the last frame to those hooks that take it.
 template<auto Hook>
 void HostKernel::CallFrameHook(HostKernel &kernel, char const *name)
 {
@@ -40,21 +40,21 @@ void HostKernel::CallFrameHook(HostKernel &kernel, char const *name)
 
 constexpr FrameStep HostKernel::s_frameOrder[] = {
     {"FrameBegin", "The application begins the frame.", &CallFrameHook<&Application::FrameBegin>},
-    {"PumpDesktop", "The listeners of the desktop hear what has happened to windows and input.",
+    {"PumpDesktop", "The listeners of the desktop get the events of windows and input.",
      [](HostKernel &kernel, char const *) { kernel.PumpDesktop(); }, nullptr, nullptr},
-    {"PollDevices", "The drivers tell whether devices came or went.",
+    {"PollDevices", "The drivers report added and removed devices.",
      [](HostKernel &kernel, char const *) { kernel.PollDevices(); }, nullptr, nullptr},
-    {"SampleDevices", "The devices that no thread samples are sampled.",
+    {"SampleDevices", "The devices without a sampling thread are sampled.",
      [](HostKernel &kernel, char const *) { kernel.SampleDevices(); },
      [](HostKernel &kernel) { return kernel.devices_.GetNumDevices() > 0; }},
     {"FrameSampleInput", "The application reads its input.", &CallFrameHook<&Application::FrameSampleInput>},
-    {"FrameUpdateStates", "The application goes on by the time that has passed.",
+    {"FrameUpdateStates", "The application updates its state by the elapsed time.",
      &CallFrameHook<&Application::FrameUpdateStates>},
     {"FramePreRenderVideo", "The application prepares its picture.", &CallFrameHook<&Application::FramePreRenderVideo>},
     {"FrameRenderVideo", "The application draws its picture.", &CallFrameHook<&Application::FrameRenderVideo>},
     {"FramePostRenderVideo", "The application ends its picture.", &CallFrameHook<&Application::FramePostRenderVideo>},
     {"FrameEnd", "The application ends the frame.", &CallFrameHook<&Application::FrameEnd>},
-    {"FrameObservers", "Every FrameObserver is told of the frame.",
+    {"FrameObservers", "Every FrameObserver is notified.",
      [](HostKernel &kernel, char const *) { kernel.CallFrameObservers(); }, nullptr,
      &Application::AutoInitInfo::ProfileObservers},
 };
@@ -83,7 +83,7 @@ void HostKernel::RunFrame()
 {
     AdvanceTime();
     Profiler *const profiler = autoInit_.ProfileFrames ? FrameworkProfiler::GetEnabled() : nullptr;
-    // Observers that are no block are no part of the iteration either.
+    // If the observers are not a block of the profiler, they are also outside its iteration.
     auto const isOutside = [this](FrameStep const &step)
     { return step.profiled == &Application::AutoInitInfo::ProfileObservers && !autoInit_.ProfileObservers; };
     std::span<FrameStep const> const steps(s_frameOrder);
@@ -136,7 +136,7 @@ void HostKernel::CallFrameObservers()
         {
             bool remove = false;
             observer.OnFrame(remove, frameNumber_, frameTimeDelta_);
-            // An observer that destroyed itself in its call has left the list by that; the pointer is only compared.
+            // An observer that deleted itself in its call is no longer in the list; the pointer is only compared.
             if (remove)
                 frameObservers_.Remove(&observer);
         });
@@ -169,7 +169,7 @@ void HostKernel::CarryOut(DeviceRequest const &request)
     CheckSubsystems();
 }
 
-// There is no video stack to be configured yet; the request takes its way all the same.
+// There is no video stack yet: the request has no effect.
 void HostKernel::CarryOut(VideoRequest const &)
 {
     reconfigObservers_.ForEach([](ReconfigObserver &observer) { observer.OnVideoReconfig(); });
@@ -211,7 +211,8 @@ void HostKernel::PauseUntilNextFrame(double idleRate)
     double const rate = frameRateLimit_ > 0 && autoInit_.PaceFrames ? frameRateLimit_ : idleRate;
     if (rate <= 0 || exitRequested_)
         return;
-    // From the begin of the last frame on: a frame that took longer is followed at once, and none is caught up with.
+    // Counts from the start of the last frame: the next frame follows a longer one at once, and no lost time is made
+    // up.
     duration<double> const longest(3600.0);
     duration<double> const period(1.0 / rate);
     pacer_.PauseUntil(frameStart_ + duration_cast<FramePacer::Clock::duration>(std::min(period, longest)));

@@ -24,7 +24,7 @@ bool HasClassOfItsType(PluginDescriptor const &descriptor)
     using Test = bool (*)(PluginDescriptor const &);
     static constexpr auto s_isA = []<typename Class>(Class *) -> Test
     { return [](PluginDescriptor const &tested) { return dynamic_cast<Class const *>(&tested) != nullptr; }; };
-    // By type.
+    // Indexed by type.
     static constexpr Test s_tests[] = {
         s_isA(static_cast<GenericExtensionPluginDescriptor *>(nullptr)),
         s_isA(static_cast<ApplicationPluginDescriptor *>(nullptr)),
@@ -73,7 +73,7 @@ void PluginLibraryFile::FillImportTable(DLLImportTable &table)
 PluginLibraryRecord const &PluginLibraryFile::Open()
 {
     if (system::IsLibraryFile(GetFileName()) && !system::IsCompleteLibraryFile(GetFileName()))
-        Refuse("the library is cut off: it loads more than the file holds.");
+        Refuse("the library is cut off: it loads more than the file contains.");
     if (!Load())
     {
         if (!system::IsLibraryFile(GetFileName()))
@@ -81,11 +81,11 @@ PluginLibraryRecord const &PluginLibraryFile::Open()
         Refuse("the library cannot be loaded: " + GetLoadError());
     }
     if (!ImportSymbols(nullptr))
-        Refuse(string("it is not a plug-in library, since it does not export ") + s_szPluginLibraryEntry + ".");
+        Refuse(string("it is not a plug-in library, because it does not export ") + s_szPluginLibraryEntry + ".");
     PluginLibraryRecord const *record = nullptr;
     CallLibrary("its entry failed: ", [&] { record = entry_(); });
     if (record == nullptr || record->Magic != s_pluginLibraryMagic)
-        Refuse(string("what its ") + s_szPluginLibraryEntry + " gives is not the record of a plug-in library.");
+        Refuse(string("the result of ") + s_szPluginLibraryEntry + " is not the record of a plug-in library.");
     return *record;
 }
 
@@ -99,7 +99,7 @@ void PluginLibraryFile::CheckVersion(library_info::LibraryVersion const &version
 
 void PluginLibraryFile::CheckRecord(PluginLibraryRecord const &record) const
 {
-    // The head first: nothing behind it means anything before it fits.
+    // Checks the head first: the other fields have a meaning only if it fits.
     unsigned int const *const version = record.LibraryVersion;
     CheckVersion(library_info::LibraryVersion(version[0], version[1], version[2], version[3]));
 
@@ -123,13 +123,13 @@ void PluginLibraryFile::CheckRecord(PluginLibraryRecord const &record) const
 void PluginLibraryFile::CollectDescriptors(PluginLibraryRecord const &record)
 {
     unsigned int count = 0;
-    CallLibrary("it cannot say what it offers: ", [&] { count = record.GetNumDescriptors(); });
+    CallLibrary("its number of plug-ins cannot be read: ", [&] { count = record.GetNumDescriptors(); });
     if (count == 0)
         Refuse("it offers no plug-in.");
     for (unsigned int i = 0; i < count; ++i)
     {
         PluginDescriptor *descriptor = nullptr;
-        CallLibrary("its descriptors cannot be made: ", [&] { descriptor = record.GetDescriptor(i); });
+        CallLibrary("its descriptors cannot be created: ", [&] { descriptor = record.GetDescriptor(i); });
         if (descriptor == nullptr)
             Refuse("its descriptor " + MakeString(i) + " is missing.");
         CheckDescriptor(*descriptor);

@@ -10,17 +10,17 @@
 namespace quillmarsh::host
 {
 
-/// One plug-in library: loads the file, checks the record that it hands over, and gives its descriptors.
+/// One plug-in library: loads the file, checks its record, and returns its descriptors.
 class PluginLibraryFile : private DynamicLinkLibrary
 {
 public:
-    /// Loads the file. Throws a KernelException that says what is wrong with it.
+    /// Loads the file. Throws a KernelException with the reason when it cannot be used.
     explicit PluginLibraryFile(string const &fileName);
     ~PluginLibraryFile() override;
 
     using DynamicLinkLibrary::GetFileName;
 
-    /// Leaves the library in the process when this object goes, for code of it that is still to be used.
+    /// Keeps the library loaded when this object is deleted, because its code is still used.
     void Keep() { SetAutoUnload(false); }
 
     std::vector<PluginDescriptor *> const &GetDescriptors() const { return descriptors_; }
@@ -29,7 +29,7 @@ private:
     void FillImportTable(DLLImportTable &table) override;
 
     PluginLibraryRecord const &Open();
-    /// Calls code of the library; refuses it when it throws. `what` begins the reason.
+    /// Calls code of the library, and refuses the library when the code throws. `what` begins the reason.
     template<typename Call>
     void CallLibrary(char const *what, Call &&call) const;
     void CheckRecord(PluginLibraryRecord const &record) const;
@@ -42,7 +42,7 @@ private:
     std::vector<PluginDescriptor *> descriptors_;
 };
 
-/// Throws a KernelException: the file of a plug-in library, and why it cannot be used.
+/// Throws a KernelException that names the file of a plug-in library and the reason why it cannot be used.
 [[noreturn]] void RefusePluginFile(string const &file, string const &reason);
 
 } // namespace quillmarsh::host

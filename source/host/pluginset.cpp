@@ -45,7 +45,7 @@ PluginDescriptor *PluginSet::FindApplication() const
         if (found != nullptr)
         {
             QUILLMARSH_THROW(KernelException, "'" + found->fileName + "' and '" + entry.fileName +
-                                                  "' both bring an application; a run has one.");
+                                                  "' both have an application, but a run has only one.");
         }
         found = &entry;
     }
@@ -81,8 +81,7 @@ void PluginSet::SetParameters(std::vector<PluginParameter> const &parameters)
     {
         resolved.push_back(Resolve(parameter));
         if (resolved.back().plugin.empty())
-            QUILLMARSH_THROW(KernelException,
-                             "There is no plug-in to be given the parameter '" + parameter.path + "'.");
+            QUILLMARSH_THROW(KernelException, "No loaded plug-in is named in the parameter '" + parameter.path + "'.");
     }
     parameters_ = std::move(resolved);
 }

@@ -13,7 +13,7 @@
 namespace quillmarsh::host
 {
 
-/// Writes to a stream of the program's, one text at a time; nowhere without one.
+/// Writes to a stream of the program, one text at a time; drops the text if there is none.
 class Session::Text : public TextSink, public TextOutput
 {
 public:
@@ -83,11 +83,11 @@ bool Session::Open(string const &pluginFileName)
     {
         kernel_.GetPlugins().Load(pluginFileName);
         if (kernel_.GetPlugins().FindApplication() == nullptr)
-            QUILLMARSH_THROW(KernelException, "'" + pluginFileName + "' brings no application.");
+            QUILLMARSH_THROW(KernelException, "'" + pluginFileName + "' has no application.");
     }
     catch (KernelException const &thrown)
     {
-        // The message says it all.
+        // The message says enough.
         refused_ = true;
         options_.report(thrown.GetMessage());
         return false;

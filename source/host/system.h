@@ -1,17 +1,17 @@
-// What a host needs from the system beyond the library: a look into files of plug-in libraries.
+// The system's services for hosts that the library does not have: checks of plug-in library files.
 #ifndef QUILLMARSH_SOURCE_HOST_SYSTEM_H
 #define QUILLMARSH_SOURCE_HOST_SYSTEM_H
 
 #include <quillmarsh/platform/types.h>
 
-// linux/ and win32/ implement what is declared here, and the build picks one.
+// linux/ and win32/ implement these declarations, and the build picks one of them.
 namespace quillmarsh::host::system
 {
 
-/// Whether the file begins as the system's libraries do.
+/// True when the file begins like a library of this system.
 bool IsLibraryFile(string const &fileName);
-/// False when a library is cut off: what it loads lies behind the end of the file, where a loader that maps it without
-/// a look would end the process.
+/// False when a library is cut off: it loads bytes behind the end of the file. The system's loader maps such a file
+/// without a check, and the process ends.
 bool IsCompleteLibraryFile(string const &fileName);
 
 } // namespace quillmarsh::host::system

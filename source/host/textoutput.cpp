@@ -10,7 +10,7 @@ namespace quillmarsh::host
 namespace
 {
 
-/// Escape sequence of an output type; empty for the terminal's own colour.
+/// Returns the escape sequence of an output type; empty for the terminal's own colour.
 std::string_view GetColour(unsigned int type)
 {
     switch (type)

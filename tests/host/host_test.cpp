@@ -84,7 +84,7 @@ TEST(Host, LongestNameOfAPluginGetsTheParameter)
     EXPECT_NE(string::npos, trace.find(";parameter way.far 1=2;")) << trace;
     RunTracer({}, result, "", {"--parameter", "trace.ext=1"});
     EXPECT_EQ(3, result.status);
-    EXPECT_EQ("quillmarsh-host: There is no plug-in to be given the parameter 'trace.ext'.\n", result.err);
+    EXPECT_EQ("quillmarsh-host: No loaded plug-in is named in the parameter 'trace.ext'.\n", result.err);
 }
 
 TEST(Host, ApplicationMayLeaveOutAStageOrTheRun)
@@ -161,7 +161,7 @@ TEST(Host, RefusesMisfitPlugins)
         {TestPlugin("other-size"), "its PluginInfo has "},
         {TestPlugin("empty"), "it offers no plug-in."},
         {TestPlugin("failing-entry"), "its entry failed: asked to fail"},
-        {TestPlugin("failing-descriptor"), "its descriptors cannot be made: asked to fail"},
+        {TestPlugin("failing-descriptor"), "its descriptors cannot be created: asked to fail"},
         {TestPlugin("failing-constructor"), "its constructor failed: asked to fail"},
         {TestPlugin("other-class"), "is of another class than its type Application says."},
     };
@@ -176,7 +176,7 @@ TEST(Host, RefusesMisfitPlugins)
     }
     HostResult const two = RunHost({"--plugin", TestPlugin("tracer"), "--plugin", "workbench"});
     EXPECT_EQ(3, two.status);
-    EXPECT_TRUE(Contains(two.err, "both bring an application")) << two.err;
+    EXPECT_TRUE(Contains(two.err, "both have an application")) << two.err;
 }
 
 TEST(Host, NeverLooksForAPluginInTheCurrentDirectory)

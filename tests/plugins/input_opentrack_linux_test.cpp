@@ -229,7 +229,7 @@ TEST_F(OpenTrack, IsGivenParametersByTheHost)
     string const refused = run("input_opentrack.port=" + GetPort() + "0");
     EXPECT_NE(refused.find("'input_opentrack' is left out: KernelException: It does not take"), string::npos)
         << refused;
-    EXPECT_NE(run("opentrack.port=1").find("There is no plug-in to be given the parameter 'opentrack.port'"),
+    EXPECT_NE(run("opentrack.port=1").find("No loaded plug-in is named in the parameter 'opentrack.port'"),
               string::npos);
 }
 

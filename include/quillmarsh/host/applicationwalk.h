@@ -16,16 +16,17 @@ namespace quillmarsh::host
 class ApplicationWalk : NoCopy
 {
 public:
+    /// Borrows `kernel`, which must outlive this object.
     explicit ApplicationWalk(HostKernel &kernel);
     ~ApplicationWalk();
 
-    /// Creates the application and walks it up to the frames. False when a step failed, or when the application asked
-    /// not to go on.
+    /// Creates the application and walks it up to the frames. False when a step fails, or when the application asks not
+    /// to go on. Call Down() in either case.
     bool Up(std::function<AutoPtr<Application>()> const &create, Application::StartupInfo const &info);
     /// Walks down from the stage that Up() reached, and deletes the application.
     void Down();
 
-    /// What the application answered at start-up.
+    /// Returns the application's answer at start-up.
     Application::StartupResult const &GetResult() const { return result_; }
     /// Is called with the answer before the start-up goes on; may be null.
     std::function<void(Application::StartupResult const &)> onStartupResult;
@@ -55,7 +56,7 @@ private:
     AutoPtr<Application> application_;
     Application::StartupInfo info_;
     Application::StartupResult result_;
-    /// Levels that were begun, in order.
+    /// Levels that were started, in order.
     std::vector<eKernelLevel> climbed_;
     std::vector<Undo> undo_;
 };

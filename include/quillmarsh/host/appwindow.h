@@ -1,4 +1,4 @@
-// The window of the program, as the devices and the kernel hear of it.
+// Reports the program's window to the devices and the kernel.
 #ifndef QUILLMARSH_HOST_APPWINDOW_H
 #define QUILLMARSH_HOST_APPWINDOW_H
 
@@ -9,11 +9,12 @@ namespace quillmarsh::host
 
 class HostKernel;
 
-/// Tells the devices of the main window that the program opens, of its activation and its geometry, until it goes; makes
-/// the wish to close it, and the desktop's wish to end the program, a request to exit. Frame thread only.
+/// Reports the program's main window to the devices: its opening, activation, geometry and end. Requests the exit of
+/// the program when the user closes the window, or when the desktop ends the program. Frame thread only.
 class AppWindow final : platform::DesktopListener, NoCopy
 {
 public:
+    /// Listens from now on. Borrows `kernel`, which must outlive this object.
     explicit AppWindow(HostKernel &kernel) : kernel_(kernel) {}
 
 private:
@@ -21,7 +22,7 @@ private:
     void OnWindowEvent(platform::DesktopEvent const &event);
 
     HostKernel &kernel_;
-    /// The main window that was opened last; null without one.
+    /// The main window that was opened last; null if there is none.
     platform::Window *window_ = nullptr;
     platform::DesktopSubscription const subscription_{*this};
 };

@@ -1,4 +1,4 @@
-// Lines of the console, run between frames.
+// Runs lines of the console between frames.
 #ifndef QUILLMARSH_HOST_CONSOLELINES_H
 #define QUILLMARSH_HOST_CONSOLELINES_H
 
@@ -10,7 +10,7 @@
 namespace quillmarsh::host
 {
 
-/// Runs the lines of a source between frames: all that are there, until one of them waits.
+/// Runs the lines of a source between frames: all available lines, until one of them waits.
 ///
 /// Blank lines, and lines that begin with "#", are not run. Frame thread only.
 class ConsoleLines : NoCopy
@@ -20,8 +20,8 @@ public:
     ConsoleLines(HostKernel &kernel, std::function<void(string const &)> report);
     ~ConsoleLines();
 
-    /// Takes lines from a source from now on; it is borrowed, and null for none. With `stopOnError`, the first line of a
-    /// script that fails is the last one.
+    /// Takes lines from `source` from now on; borrows it, and null means none. With `stopOnError`, a script ends at its
+    /// first line that fails.
     void SetSource(LineSource *source, bool stopOnError);
     /// With `strict`, refuses a line before it runs when the table of its command finds a mistake in it, such as a word
     /// that the command does not know. Without it, which is how the object begins, `report` only tells of the mistake.
@@ -29,7 +29,7 @@ public:
     /// Commands of the class TableCommand refuse such lines by themselves.
     void SetStrict(bool strict) { strict_ = strict; }
 
-    /// To be called after each frame. Lines that are queued meanwhile run after the next frame.
+    /// Runs the lines. Call it after each frame. Lines that are queued meanwhile run after the next frame.
     void Run();
     /// Lets frames pass before the next line.
     void Wait(unsigned int numFrames) { framesToWait_ = numFrames; }
@@ -51,7 +51,7 @@ private:
     string GetLinePlace() const;
 
     HostKernel &kernel_;
-    /// Lets a frame of a wait pass. True while there are more.
+    /// Counts one frame of a wait. True while more frames must pass.
     bool PassFrame();
 
     LineSource *source_ = nullptr;
@@ -61,7 +61,7 @@ private:
     LineSource::eNext next_ = LineSource::eNext::e_none;
     SourceLine line_;
     std::vector<string> queuedLines_;
-    /// Place of a failure while a line runs.
+    /// Text for the place of a failure while a line runs.
     string place_;
     bool lineIsOpen_ = false;
     bool runsLine_ = false;

@@ -1,4 +1,4 @@
-// The input devices of a run, and the drivers that they come from.
+// The input devices of a run, and their drivers.
 #ifndef QUILLMARSH_HOST_DEVICEGROUP_H
 #define QUILLMARSH_HOST_DEVICEGROUP_H
 
@@ -15,40 +15,45 @@ namespace quillmarsh::host
 
 class HostKernel;
 
-/// The input devices of a run: opens drivers, finds devices, asks the application about them, connects and samples them.
+/// The input devices of a run: opens drivers, finds devices, asks the application about them, connects and samples
+/// them.
 ///
 /// A driver or a device that fails is reported and left out; a hook of the application that fails passes through.
 /// Frame thread only.
 class DeviceGroup : NoCopy
 {
 public:
+    /// Borrows `kernel`, which must outlive this object.
     explicit DeviceGroup(HostKernel &kernel);
     ~DeviceGroup();
 
-    /// Walks the application up through its hooks of the group. `code` and `subcode` reach it unchanged.
+    /// Opens the drivers and connects the devices, and calls the application's hooks for them. Passes `code` and
+    /// `subcode` to QueryHIDConfig(). Throws what a hook throws.
     void Open(DirectInputConfig const &config, unsigned int code, unsigned int subcode);
     /// Calls DisconnectHumanInterfaceDevices() if BeginConnectHumanInterfaceDevices() has returned since the last call.
     /// Passes on what the hook throws, and does not call it a second time then.
     void Disconnect();
-    /// Stops, disconnects and deletes the devices, then the drivers. To be called after Disconnect().
+    /// Stops, disconnects and deletes the devices, then the drivers. Call it after Disconnect().
     void Release();
 
-    /// The configuration in force.
+    /// Returns the current configuration.
     DirectInputConfig const &GetConfig() const { return config_; }
+    /// Returns the number of connected devices.
     unsigned int GetNumDevices() const { return static_cast<unsigned int>(devices_.size()); }
-    /// Null past the end.
+    /// Returns a connected device by index; null past the end. The group owns it.
     HumanInterfaceDevice *GetDevice(unsigned int index) const;
 
-    /// Asks all drivers; true when devices came or went.
+    /// Asks all drivers for changes. True when devices were added or removed.
     bool PollDeviceChanges();
-    /// Samples the devices that are wanted, and that no thread samples.
+    /// Samples the devices that `wanted` selects and that have no sampling thread.
     void Sample(HIDAutoSamplingConfig const &wanted);
 
     /// @name The application's window
-    /// Each connected device is told, in the order of HumanInterfaceDevice; a device that throws is reported.
+    /// Each connected device is notified, in the order that HumanInterfaceDevice describes. A device that throws is
+    /// reported.
     /// @{
 
-    /// Tells of a window that stands, or by null that the window is about to go.
+    /// Reports an open window, or with null that the window is about to close.
     void SetAppWindow(HWND window);
     HWND GetAppWindow() const { return appWindow_; }
     void SetAppWindowActive(bool active);
@@ -59,7 +64,7 @@ private:
     struct Driver
     {
         AutoPtr<HIDDriver> plugin;
-        // The one of the two that it is.
+        // One of these two is the plug-in, the other is null.
         HIDDriver0 *driver0;
         HIDDriver8 *driver8;
         string name;
@@ -93,13 +98,14 @@ private:
     void ConnectDevices();
     void ConnectDevice(AutoPtr<HumanInterfaceDevice> device);
     void OnSampleFailed(Device &device, string const &reason);
-    /// Tells one device, or all, of the window by a call that takes the device.
+    /// Reports the window to one device, or to all, with a call that takes the device.
     template<typename Call>
     void TellOfWindow(HumanInterfaceDevice &device, Call &&call);
     template<typename Call>
     void TellAllOfWindow(Call &&call);
 
-    /// Calls what may fail without ending the run. False, with a message that begins with `what`, when it failed.
+    /// Calls a function whose failure does not end the run. If it fails, returns false and shows a message that begins
+    /// with `what`.
     template<typename Call>
     bool Try(string const &what, Call &&call);
 
@@ -111,9 +117,9 @@ private:
     bool isProxyOpen_ = false;
     std::vector<Driver> drivers_;
     unsigned int lastCreationID_ = 0;
-    /// Confirmed, and not connected yet.
+    /// Devices that are confirmed but not connected yet.
     std::vector<AutoPtr<HumanInterfaceDevice>> candidates_;
-    /// Connected.
+    /// Connected devices.
     std::vector<Device> devices_;
     bool applicationHasDevices_ = false;
 };

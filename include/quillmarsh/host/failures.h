@@ -1,4 +1,4 @@
-// Failures that end the run: caught, reported, and kept for the clean-up.
+// Catches the failures that end the run, reports them, and keeps the first for the clean-up.
 #ifndef QUILLMARSH_HOST_FAILURES_H
 #define QUILLMARSH_HOST_FAILURES_H
 
@@ -12,10 +12,10 @@
 namespace quillmarsh::host
 {
 
-/// Name of a level for messages.
+/// Returns the name of a level, for messages.
 char const *GetLevelName(eKernelLevel level);
 
-/// Catches what the run throws, reports it with its place, and keeps the first failure. Frame thread only.
+/// Catches exceptions, reports them with their place, and keeps the first failure. Frame thread only.
 class Failures : NoCopy
 {
 public:
@@ -23,11 +23,12 @@ public:
     explicit Failures(std::function<void(string const &)> report);
     ~Failures();
 
-    /// What runs now and at which level, for the message of a failure. The text is borrowed until the next call.
+    /// Sets the name of the current work, for the message of a failure. Borrows the text until the next call.
     void SetPlace(char const *place) { place_ = place; }
+    /// Sets the current level, for the message and the description of a failure.
     void SetLevel(eKernelLevel level) { level_ = level; }
 
-    /// Runs `call`. True when it returned, false when it failed.
+    /// Runs `call`. True when it returns, false when it throws; the exception is reported and does not pass.
     template<typename Call>
     bool Guard(Call &&call)
     {
@@ -43,13 +44,15 @@ public:
         }
     }
 
-    /// Shows a message about what does not end the run.
+    /// Shows a message about a failure that does not end the run.
     void Warn(string const &message) { report_(message); }
 
+    /// True after a failure.
     bool HasFailed() const { return hasFailed_; }
-    /// The first failure; nothing is set in it when there was none.
+    /// Returns the first failure; an empty description if there was none.
     FailureDesc const &GetDesc() const { return desc_; }
-    /// Hands the first failure's exception over; its code may be a plug-in's.
+    /// Returns the exception of the first failure and forgets it; null if there is none. The code of the exception may
+    /// be in a plug-in, so release it before the plug-ins are unloaded.
     std::exception_ptr TakeException() { return std::exchange(exception_, nullptr); }
 
 private:

@@ -9,12 +9,12 @@ namespace quillmarsh::host
 
 class HostKernel;
 
-/// One step of a frame. HostKernel::GetFrameOrder() gives all of them in their order.
+/// One step of a frame. HostKernel::GetFrameOrder() returns all steps in their order.
 struct FrameStep
 {
     /// Name of the hook, or of the kernel's own work. A block of the profiler has the same name.
     char const *name;
-    /// One sentence for people.
+    /// One sentence for the reader.
     char const *description;
     /// Does the step's work; gets the name of the step.
     void (*run)(HostKernel &kernel, char const *name);

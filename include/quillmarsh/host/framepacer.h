@@ -20,8 +20,7 @@ public:
     FramePacer();
     ~FramePacer();
 
-    /// Sleeps until the time is there, or until WakeUp() is called. Does not sleep when it was called since the last
-    /// pause.
+    /// Sleeps until `time`, or until WakeUp() is called. Returns at once if WakeUp() was called after the last pause.
     void PauseUntil(Clock::time_point time);
     /// Ends the pause. Any thread.
     void WakeUp();

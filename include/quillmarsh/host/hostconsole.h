@@ -1,4 +1,4 @@
-// The console's text on its way from all writers to all readers.
+// Passes the console's text from all writers to all readers.
 #ifndef QUILLMARSH_HOST_HOSTCONSOLE_H
 #define QUILLMARSH_HOST_HOSTCONSOLE_H
 
@@ -10,27 +10,29 @@
 namespace quillmarsh::host
 {
 
-/// Brings what is written to the console, by whom and on which thread ever, to the console's buffers, to the output that
-/// shows it, and to the log.
+/// Passes all text that is written to the console, on any thread, to the console's buffers, to the output that shows
+/// it, and to the log.
 ///
-/// Writers have two ways: the stream of this class, and streams of their own from ConsoleBuffers::CreateOutputStream.
-/// The lock of the output buffer keeps all texts in one order.
+/// Code writes to the stream of this class, or to its own stream from ConsoleBuffers::CreateOutputStream. The lock of
+/// the output buffer keeps all texts in one order.
 class HostConsole : public TextSink, private ConsoleOutputBuffer::Observer
 {
 public:
-    /// The log is borrowed. Where several threads print, it is a SharedOutputStream.
+    /// Borrows `log`, which must outlive this object. If several threads print, it must be a SharedOutputStream.
     explicit HostConsole(ostream &log);
     ~HostConsole() override;
 
-    /// The console's stream.
+    /// Returns the console's stream.
     SharedOutputStream &GetStream() { return stream_; }
+    /// Returns the buffers that hold the console's text and the history.
     ConsoleBuffers &GetBuffers() { return buffers_; }
 
-    /// Output that shows the text from now on, borrowed; null for none.
+    /// Sets the output that shows the text from now on; borrows it, and null means none. Any thread.
     void SetOutput(TextOutput *output);
+    /// Selects if the text goes to the log, too; it does at first. Any thread.
     void SetLogging(bool logging) { logging_ = logging; }
 
-    /// Enters a line that the user sees already, since it was typed where the output is shown.
+    /// Adds a typed line to the buffer without showing it: the user has typed it where the output is shown.
     void EnterTypedLine(string const &line);
 
     void OnText(std::string_view text, unsigned int type) override;
@@ -50,7 +52,7 @@ private:
     TextOutput *output_ = nullptr;
     bool appending_ = false;
     string appended_;
-    /// Open line up to which the buffer was shown, counted from the first line ever, and the characters of it.
+    /// The open line up to which the buffer has been shown, counted from the first line ever, and its shown length.
     unsigned long long shownLine_ = 0;
     std::size_t shownLength_ = 0;
     /// @}

@@ -29,41 +29,48 @@
 namespace quillmarsh::host
 {
 
-/// The kernel of a host: owns what programs share, runs frames, and carries out requests between them.
+/// The kernel of a host: owns the services that library and plug-ins share, runs frames, and carries out requests
+/// between them. Frame thread only, except where Kernel permits any thread.
 ///
 /// ApplicationWalk brings an application up to the frames and down again, and Session uses both. A program that needs
 /// other behaviour derives from this class and overrides single operations.
 class HostKernel : public Kernel
 {
 public:
-    /// `log` is borrowed; where several threads print, it is a SharedOutputStream. `report` shows a message to the user.
+    /// Borrows `log`; if several threads print, it must be a SharedOutputStream. `report` shows a message to the user.
     HostKernel(ostream &log, std::function<void(string const &)> report, bool developerMode = false);
     ~HostKernel() override;
 
+    /// @name Parts of the kernel
+    /// The kernel owns them; references are valid while it lives.
+    /// @{
     Failures &GetFailures() { return failures_; }
     Failures const &GetFailures() const { return failures_; }
     PluginSet &GetPlugins() { return plugins_; }
     HostConsole &GetConsole() { return console_; }
     ostream &GetLog() { return log_; }
-    /// The parameters in force, which may be changed.
+    /// Returns the current parameters, which the caller may change.
     KernelExecutionParams &GetParams() { return params_; }
+    /// @}
 
     /// @name For the walk
+    /// ApplicationWalk uses these to bring the application up and down.
     /// @{
 
-    /// The application, borrowed; null for none.
+    /// Sets the application and borrows it; null for none.
     void SetApplication(Application *application) { application_ = application; }
     std::vector<AutoPtr<GenericExtension>> &GetGenericExtensions() { return genericExtensions_; }
-    /// Changes the level and tells the application.
+    /// Changes the level and notifies the application.
     void SetLevel(eKernelLevel level);
     Application::AutoInitInfo &GetAutoInit() { return autoInit_; }
     DeviceGroup &GetDevices() { return devices_; }
-    /// See Kernel::HumanInterfaceDevice_DeviceInfo.
+    /// Returns the description of a device for changes, as Kernel::HumanInterfaceDevice_DeviceInfo does.
     static HumanInterfaceDeviceInfo &GetDeviceInfo(HumanInterfaceDevice &device)
     {
         return HumanInterfaceDevice_DeviceInfo(device);
     }
-    /// Calls a hook of the application, if there is one; its name is the place of a failure.
+    /// Calls a hook of the application, if there is one. `name` is the place in the message of a failure. Throws what
+    /// the hook throws.
     template<typename Hook>
     void CallHook(char const *name, Hook &&hook)
     {
@@ -71,22 +78,24 @@ public:
         if (application_ != nullptr)
             hook(*application_);
     }
-    /// Drops what plug-ins may have left behind: commands, variables, observers.
+    /// Removes the commands, variables and observers that plug-ins may have left, before the plug-ins are unloaded.
     void ReleasePluginLeftovers();
     /// @}
 
     /// @name For the loop
     /// @{
-    /// The steps of a frame in their order. RunFrame() does these steps, and nothing else.
+    /// Returns the steps of a frame in their order. RunFrame() does these steps, and nothing else.
     static std::span<FrameStep const> GetFrameOrder();
+    /// Runs one frame. Throws what a hook throws.
     void RunFrame();
     /// Queues work for the time between two frames, as ApplyHIDReconfig() and its like do. Any thread.
     void Request(KernelRequest request);
     /// Carries out the requests since the last call.
     void CarryOutRequests();
-    /// Replaces `lines` by those that wait to be interpreted.
+    /// Moves the queued console lines to `lines`, whose old contents are dropped.
     void TakeQueuedLines(std::vector<string> &lines);
-    /// Sleeps until the next frame is due; at `idleRate` frames a second when there is no limit.
+    /// Sleeps until the next frame is due. Without a limit of the frame rate, `idleRate` is the rate in frames per
+    /// second.
     void PauseUntilNextFrame(double idleRate);
     /// @}
 
@@ -136,7 +145,7 @@ public:
     void NotifyVSyncUpdate() override;
 
 protected:
-    /// The clock that frames go by.
+    /// Returns the current time for the frames. A test may override it with a clock of its own.
     virtual FramePacer::Clock::time_point GetNow();
 
 private:

@@ -9,7 +9,7 @@
 namespace quillmarsh::host
 {
 
-/// Builds the devices anew with a configuration: see Kernel::ApplyHIDReconfig.
+/// Creates the devices anew with a configuration: see Kernel::ApplyHIDReconfig.
 struct DeviceRequest
 {
     static constexpr char const *s_szName = "devices";
@@ -18,17 +18,17 @@ struct DeviceRequest
     DirectInputConfig config;
 };
 
-/// Builds the video stack anew with a renderer: see Kernel::ApplyVideoReconfig.
+/// Creates the video stack anew with a renderer: see Kernel::ApplyVideoReconfig.
 struct VideoRequest
 {
     static constexpr char const *s_szName = "video";
 
     unsigned int code = 0;
-    /// Plug-in of the renderer; empty for none.
+    /// Name of the renderer's plug-in; empty for none.
     string pluginName;
 };
 
-/// Reaches Application::GenericReconfig: see Kernel::RequestGenericReconfig.
+/// Calls Application::GenericReconfig: see Kernel::RequestGenericReconfig.
 struct GenericRequest
 {
     static constexpr char const *s_szName = "generic";
@@ -37,7 +37,7 @@ struct GenericRequest
     unsigned int subcode = 0;
 };
 
-/// Tells of a changed vertical synchronisation: see Kernel::NotifyVSyncUpdate.
+/// Reports a changed vertical synchronisation: see Kernel::NotifyVSyncUpdate.
 struct VSyncRequest
 {
     static constexpr char const *s_szName = "vertical synchronisation";
@@ -45,7 +45,7 @@ struct VSyncRequest
     unsigned int code = 0;
 };
 
-/// One request. Each alternative has its name for the log, its code, and what it carries.
+/// One request. Each alternative has a name for the log, a code, and its data.
 using KernelRequest = std::variant<DeviceRequest, VideoRequest, GenericRequest, VSyncRequest>;
 
 } // namespace quillmarsh::host

@@ -1,4 +1,4 @@
-// Where the lines of the console come from.
+// Interface of the sources of console lines.
 #ifndef QUILLMARSH_HOST_LINESOURCE_H
 #define QUILLMARSH_HOST_LINESOURCE_H
 
@@ -20,7 +20,7 @@ struct SourceLine
     unsigned int number = 0;
 };
 
-/// Where the lines of the console come from: a script, or the terminal. Used by the frame thread.
+/// A source of console lines: a script or the terminal. Only the frame thread calls it.
 class LineSource
 {
 public:
@@ -37,15 +37,16 @@ public:
 
     virtual ~LineSource();
 
-    /// Takes the next line, without waiting for it.
+    /// Takes the next line without waiting. Changes `line` only when it returns eNext::e_line.
     virtual eNext Take(SourceLine &line) = 0;
-    /// The line that was taken last is done with.
+    /// Called when the last taken line has run.
     virtual void OnDone() = 0;
-    /// Whether the user sees the lines already, since they were typed.
+    /// True when the user types the lines, and so sees them already.
     virtual bool IsTyped() const = 0;
-    /// Name for messages.
+    /// Returns the name of the source, for messages.
     virtual string const &GetName() const = 0;
-    /// Does what a user who types needs from the interpreter; called between frames.
+    /// Answers requests of a user who types, such as the completion of a command. Called between frames; does nothing
+    /// by default.
     virtual void Serve(std_command_interpreter::Interpreter &interpreter, ostream &out);
 };
 

@@ -20,7 +20,7 @@ struct PluginParameter
     string value;
 };
 
-/// All plug-in libraries of a run, and what they offer. Frame thread only.
+/// All plug-in libraries of a run, and their plug-ins. Frame thread only.
 class PluginSet : NoCopy
 {
 public:
@@ -33,26 +33,31 @@ public:
         string fileName;
     };
 
+    /// Creates an empty set.
     PluginSet();
     ~PluginSet();
 
-    /// Loads a library. Throws a KernelException.
+    /// Loads a library. Throws a KernelException that names the file and the reason when it cannot be used.
     void Load(string const &fileName);
-    /// Unloads the libraries, the last one first. Nothing of theirs may be in use.
+    /// Unloads the libraries, the last one first. None of their code or objects may be in use.
     void Unload();
-    /// Leaves the libraries in the process for good.
+    /// Keeps the libraries loaded until the process ends.
     void Keep();
 
+    /// Returns all plug-ins, in the order of loading.
     std::vector<Entry> const &GetEntries() const { return entries_; }
-    /// The application's factory, null without one. Throws a KernelException when there is more than one.
+    /// Returns the descriptor of the application, null if there is none. Throws a KernelException when there are
+    /// several.
     PluginDescriptor *FindApplication() const;
 
-    /// What Create() gives to plug-ins. Throws a KernelException when one of them is for a plug-in that is not loaded.
+    /// Sets the parameters that Create() passes to plug-ins. Throws a KernelException when one of them is for a plug-in
+    /// that is not loaded.
     void SetParameters(std::vector<PluginParameter> const &parameters);
-    /// A new plug-in of a descriptor, null when it gives none. Throws a KernelException when the plug-in's constructor
-    /// throws, with the name of its file, and when it refuses a parameter.
+    /// Creates a plug-in and passes it its parameters; null when the descriptor creates none. Throws a KernelException
+    /// when the plug-in's constructor throws, with the name of its file, and when it refuses a parameter.
     AutoPtr<Plugin> Create(PluginDescriptor &descriptor) const;
-    /// The same, as the class that the descriptor's type stands for. Throws a KernelException when it is of another.
+    /// Creates a plug-in of the class that the descriptor's type stands for. Throws a KernelException also when the
+    /// plug-in is of another class.
     template<typename Class>
     AutoPtr<Class> CreateAs(PluginDescriptor &descriptor) const
     {
@@ -84,12 +89,12 @@ private:
     std::vector<Parameter> parameters_;
 };
 
-/// Full name of the file that a user names. One with a path separator, or a drive, is that file; a name alone is
-/// looked for in the directories, with the system's extension if it has none, and never in the current one. Throws a
-/// KernelException when there is no such file.
+/// Returns the full name of the plug-in file that a user names. A name with a path separator or a drive is that file.
+/// Any other name is searched in `directories`, with the system's extension if it has none, but never in the current
+/// directory. Throws a KernelException when the file does not exist.
 string FindPluginFile(string const &name, std::vector<string> const &directories);
 
-/// Extension of plug-in libraries, with its dot.
+/// Returns the extension of plug-in libraries, with its dot.
 char const *GetPluginExtension();
 
 } // namespace quillmarsh::host

@@ -11,18 +11,19 @@
 namespace quillmarsh::host
 {
 
-/// What a Session is made with. Streams are borrowed, and outlive the session.
+/// Settings of a Session. The streams are borrowed, and must outlive the session.
 struct SessionOptions
 {
     /// Name of the program, for messages and dialogs.
     string programName = "host";
     /// Shows what is printed to the console; null shows nothing. The console's buffers hold the text in any case.
     ostream *out = nullptr;
-    /// Takes the log; null for none. Any thread may print to the log: the session writes to the stream one text at a time.
+    /// Takes the log; null for none. Any thread may print to the log: the session writes to the stream one text at a
+    /// time.
     ostream *log = nullptr;
     /// Shows a message to the user: a line without its end, or a few. Null prints to the standard error stream.
     std::function<void(string const &)> report = nullptr;
-    /// Hears what the application answered, before its start-up goes on. May be null.
+    /// Called with the application's answer before its start-up goes on. May be null.
     std::function<void(Application::StartupResult const &)> onStartup = nullptr;
     /// See Application::StartupInfo.
     string commandLine = "";
@@ -48,14 +49,15 @@ struct SessionOptions
 class Session : NoCopy
 {
 public:
-    /// `version` is that of the headers that the program was compiled with. Throws a KernelException when the library
-    /// that the program finds at run time does not fit them.
+    /// Creates the kernel. `version` is the version of the headers that the program was compiled with. Throws a
+    /// KernelException when the library that the program finds at run time does not fit them.
     explicit Session(SessionOptions options,
                      library_info::LibraryVersion const &version = library_info::GetHeaderVersion());
-    /// Closes it.
+    /// Calls Close().
     ~Session();
 
     /// @name Parts, which a program may change before Open()
+    /// The session owns them.
     /// @{
 
     HostKernel &GetKernel() { return kernel_; }
@@ -65,31 +67,32 @@ public:
     /// @name The run
     /// @{
 
-    /// Loads a plug-in library and walks its application up to the frames. False when that failed, and when the
-    /// application asked not to go on.
+    /// Loads a plug-in library and walks its application up to the frames. False when that fails, and when the
+    /// application asks not to go on.
     bool Open(string const &pluginFileName);
-    /// The same with an application of the program's own.
+    /// Does the same with an application of the program, which the session then owns.
     bool Open(AutoPtr<Application> application);
-    /// The same with the application of the plug-ins that GetKernel().GetPlugins() has loaded already.
+    /// Does the same with the application among the plug-ins that GetKernel().GetPlugins() has already loaded.
     bool Open();
-    /// Runs one frame, and then does what was asked for: requests, console lines. False when the run is to end.
+    /// Runs one frame, then the requests and the console lines. False when the run must end.
     bool RunFrame();
-    /// Calls a function of the program as if it were a hook: what it throws is reported, with `place` in the message, and
-    /// ends the run. Returns false then, and when the run is to end.
+    /// Calls a function of the program as if it were a hook: what it throws is reported, with `place` in the message,
+    /// and ends the run. Returns false then, and when the run is to end.
     bool Run(char const *place, std::function<void()> const &call);
-    /// Sleeps until the next frame is due. Without a limit of the frame rate, `idleRate` is the rate in frames a second; 0
-    /// does not sleep.
+    /// Sleeps until the next frame is due. Without a limit of the frame rate, `idleRate` is the rate in frames a
+    /// second; 0 does not sleep.
     void Pause(double idleRate = 60);
     /// Walks the application down and deletes it, then unloads the plug-ins. Harmless when nothing is open.
     void Close();
     /// @}
 
-    /// What the application answered at its start.
+    /// Returns the application's answer at its start.
     Application::StartupResult const &GetStartupResult() const { return walk_.GetResult(); }
     /// True after a failure that ended the run or kept it from beginning.
     bool HasFailed() const { return refused_ || kernel_.GetFailures().HasFailed(); }
-    /// The exception that ended the run, for a program that throws it again after Close(); null without
-    /// KernelExecutionParams::EnableHardRethrowExit. The code of the plug-ins stays in the process for it.
+    /// Returns the exception that ended the run, for a program that throws it again after Close(); null without
+    /// KernelExecutionParams::EnableHardRethrowExit. The plug-ins then stay loaded, because their code may belong to
+    /// it.
     std::exception_ptr const &GetRethrown() const { return rethrown_; }
 
 private:
@@ -108,9 +111,9 @@ private:
     ApplicationWalk walk_;
     ConsoleLines lines_;
     bool isOpen_ = false;
-    /// Reached the frames.
+    /// The application has reached the frames.
     bool hasRun_ = false;
-    /// May run the next frame.
+    /// The next frame may run.
     bool isRunning_ = false;
     bool refused_ = false;
     std::exception_ptr rethrown_;

@@ -1,4 +1,4 @@
-// Where the console's text is shown.
+// Interface of outputs that show the console's text.
 #ifndef QUILLMARSH_HOST_TEXTOUTPUT_H
 #define QUILLMARSH_HOST_TEXTOUTPUT_H
 
@@ -9,7 +9,7 @@
 namespace quillmarsh::host
 {
 
-/// Where the console's text is shown. One call at a time; the console sees to that.
+/// Shows the console's text. The console makes one call at a time, on any thread.
 class TextOutput
 {
 public:
@@ -18,10 +18,11 @@ public:
     virtual void Write(std::string_view text, unsigned int type) = 0;
 };
 
-/// Appends text to `target` in the colour of its output type; every line is coloured by itself.
+/// Appends text to `target` with the escape sequences for the colour of its output type. Each line is coloured
+/// separately.
 void AppendColoured(string &target, std::string_view text, unsigned int type);
 
-/// Whether text on a terminal is to be coloured: unless the environment variable NO_COLOR is set.
+/// True when text on a terminal should be coloured: the environment variable NO_COLOR is not set.
 bool WantsColours();
 
 } // namespace quillmarsh::host

@@ -9,13 +9,13 @@
 namespace quillmarsh::host
 {
 
-/// "wait": lets a number of frames pass before the next line runs, one by default. Console's thread.
+/// "wait": lets a number of frames pass before the next line runs, one by default. Console's thread only.
 class WaitCmd : public TableCommand
 {
 public:
     static constexpr char const *s_szDefaultName = "wait";
 
-    /// The lines are borrowed.
+    /// Borrows `lines`, which must outlive the command.
     explicit WaitCmd(ConsoleLines &lines);
     ~WaitCmd() override;
 

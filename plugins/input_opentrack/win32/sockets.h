@@ -58,8 +58,8 @@ inline bool IsNothingThere(int error)
 {
     return error == WSAEWOULDBLOCK;
 }
-/// True when a datagram is lost, but the socket still works: it was longer than the buffer, or it answers something that
-/// an earlier owner of the port sent.
+/// True when a datagram is lost, but the socket still works: it was longer than the buffer, or it answers something
+/// that an earlier owner of the port sent.
 inline bool IsDatagramLost(int error)
 {
     return error == WSAEINTR || error == WSAEMSGSIZE || error == WSAECONNRESET;

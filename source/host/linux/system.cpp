@@ -35,7 +35,7 @@ bool IsCompleteLibraryFile(string const &fileName)
     ElfW(Ehdr) header{};
     file.seekg(0);
     file.read(reinterpret_cast<char *>(&header), sizeof(header));
-    // What this machine cannot load is told by the loader, which looks at no more than the header then.
+    // The loader itself refuses a file for another machine, and then reads no more than its header.
     if (file && header.e_phentsize != sizeof(ElfW(Phdr)))
         return true;
     for (unsigned int i = 0; file && i < header.e_phnum; ++i)

@@ -29,7 +29,7 @@ bool IsLibraryFile(string const &fileName)
 
 bool IsCompleteLibraryFile(string const &)
 {
-    // The system's loader looks by itself, and tells.
+    // The system's loader checks this itself, and reports it.
     return true;
 }
 
