@@ -1,4 +1,4 @@
-// Why data could not be loaded or saved.
+// Reasons why data could not be loaded or saved.
 #ifndef QUILLMARSH_DATAOBJECTS_CODECFAILURE_H
 #define QUILLMARSH_DATAOBJECTS_CODECFAILURE_H
 
@@ -11,17 +11,17 @@ namespace quillmarsh
 enum class eCodecFailure
 {
     e_none,
-    /// The file, or the format asked for, is none of the codec's: the request passes on to the next codec.
+    /// The codec does not know the file or the requested format: the request passes on to the next codec.
     e_otherFormat,
-    /// There is no file of this name.
+    /// No file has this name.
     e_notFound,
-    /// The system does not permit it.
+    /// The system refuses access.
     e_noPermission,
-    /// The name is that of a directory, a pipe, a socket or a device, or one that no file can have.
+    /// The name belongs to a directory, a pipe, a socket or a device, or no file can have it.
     e_notAFile,
-    /// There is a file of this name, and the call does not allow to replace it.
+    /// A file has this name, and the call does not allow replacing it.
     e_exists,
-    /// The codec knows the format, and not this kind of data in it.
+    /// The codec knows the format, but not this kind of data in it.
     e_unsupported,
     /// The file is cut short, or its contents contradict each other.
     e_damaged,
@@ -43,35 +43,36 @@ struct CodecFailure
     explicit operator bool() const { return kind != eCodecFailure::e_none; }
 };
 
-/// Tells the calling thread's innermost CodecFailureSentry why a codec is about to return false or null. It replaces what
-/// was told before, and does nothing on a thread without a sentry.
+/// Tells the calling thread's innermost CodecFailureSentry why a codec is about to return false or null. Replaces an
+/// earlier reason. Does nothing on a thread without a sentry.
 QUILLMARSH_API void TellCodecFailure(eCodecFailure kind, string const &text);
 
-/// Collects what codecs tell about a failure, from its construction on, on the thread that made it.
+/// Receives the reasons of codecs' failures while it lives, on the thread that created it.
 ///
 /// Codecs and DataCodecManager return false or null on failure; the reason goes to the innermost sentry of the calling
-/// thread. It means something only when the call has failed:
+/// thread. It is valid only when the call has failed:
 /// @code
 /// CodecFailureSentry reason;
 /// AutoPtr<ImageBase> const image(LoadImageA(fileName));
 /// if (!image)
 ///     GetConOut() << fileName << ": " << reason.GetText() << std::endl;
 /// @endcode
-/// Sentries may nest; each ends on its own thread, the innermost first.
+/// Sentries may nest. Each must be destroyed on its own thread, the innermost first.
 class QUILLMARSH_API CodecFailureSentry : NoCopy
 {
 public:
+    /// Becomes the innermost sentry of the calling thread, without a failure.
     CodecFailureSentry();
     ~CodecFailureSentry();
 
-    /// The failure that was told last; none when no codec has told one.
+    /// Returns the last reason; its kind is eCodecFailure::e_none if there is none.
     CodecFailure const &GetFailure() const { return failure_; }
-    /// Its text; "failed without a reason" when no codec has told one.
+    /// Returns the text of the last reason, or "failed without a reason" if there is none.
     string GetText() const;
 
 private:
     CodecFailure failure_;
-    /// Where the next outer sentry of the thread keeps its failure; null for the outermost.
+    /// Failure of the thread's next outer sentry; null for the outermost.
     CodecFailure *outer_;
 };
 

@@ -11,11 +11,11 @@
 namespace quillmarsh
 {
 
-/// Offers each request to the codecs of a category, one after the other in the order of their registration; the first
-/// that accepts it wins.
+/// Passes each request to the codecs of a category, one after the other in the order of their registration, until one
+/// accepts it.
 ///
-/// A singleton: the host makes it, registers the categories and the codecs that it wants, and destroys it with them.
-/// Nothing is registered by itself. Registration belongs to start-up; afterwards any thread may save and load.
+/// A singleton: the host creates it, registers categories and codecs, and destroys it. Nothing is registered
+/// automatically. Register at start-up; afterwards any thread may save and load.
 class QUILLMARSH_API DataCodecManager : NoCopy
 {
 public:
@@ -39,8 +39,8 @@ public:
     /// @}
 
     /// @name Registration
-    /// The manager owns the codec from then on. Throws InvalidUsageException, and leaves it with the caller, if it was
-    /// not made with `new`, if its category is not registered, or if the category has a codec of that name. Asserts
+    /// The manager then owns the codec. Throws InvalidUsageException, and leaves the codec to the caller, if it was not
+    /// created with `new`, if its category is not registered, or if the category has a codec with this name. Asserts
     /// "Invalid argument." for null.
     /// @{
     void RegisterEncoder(DataEncoder *encoder);
@@ -50,7 +50,7 @@ public:
     /// @}
 
     /// @name Removal, which deletes the codec
-    /// A name or category that is not there is nothing to remove. Categories stay registered.
+    /// These do nothing for an unknown name or category. Categories stay registered.
     /// @{
     void UnregisterEncoder(unsigned int category, string const &codecName);
     void UnregisterDecoder(unsigned int category, string const &codecName);
@@ -61,16 +61,16 @@ public:
     /// @}
 
     /// @name Order
-    /// Exchanges two codecs when both are there and `other` stands before `preferred`.
+    /// Exchange two codecs if both are registered and `other` comes before `preferred`.
     /// @{
     void PrioritizeEncoders(unsigned int category, string const &preferred, string const &other);
     void PrioritizeDecoders(unsigned int category, string const &preferred, string const &other);
     /// @}
 
     /// @name Codecs of a category, in their order
-    /// By index they assert "Unregistered data-category." and "Index out of range.", and are null then. By name they
-    /// are null when there is no such codec, and all of a category is null when it is not registered. Pointers hold
-    /// until the codec, or the manager, goes.
+    /// Access by index asserts "Unregistered data-category." and "Index out of range.", and then returns null. Access
+    /// by name returns null when no codec has the name. The list of a category is null when the category is not
+    /// registered. Pointers are valid until the codec or the manager is deleted.
     /// @{
     unsigned int GetNumEncoders(unsigned int category) const;
     DataEncoder *GetEncoder(unsigned int category, unsigned int index) const;
@@ -83,30 +83,30 @@ public:
     /// @}
 
     /// @name Dumps
-    /// One line for each codec: its name, and the formats that it knows.
+    /// Print one line for each codec: its name, and its list of formats.
     /// @{
     void DumpRegisteredEncoders(unsigned int category, ostream &out, unsigned int indent) const;
     void DumpRegisteredDecoders(unsigned int category, ostream &out, unsigned int indent) const;
     /// @}
 
     /// @name File-name extensions of formats
-    /// For callers that build file names; they take no part in choosing a codec.
+    /// For callers that build file names. The choice of a codec does not depend on them.
     /// @{
 
-    /// An empty extension removes that of the format.
+    /// Sets the extension of a format; an empty one removes it.
     void SetDefaultFileFormatExtension(unsigned int category, string const &format, string const &extension);
-    /// False, with the fallback as the extension, when none is known for the format.
+    /// Gets the extension of a format. If it has none, returns false and sets `extension` to the fallback.
     bool GetDefaultFileFormatExtension(unsigned int category, string const &format, string &extension,
                                        string const &fallback) const;
-    /// Formats of the category with their extensions; empty when there are none.
+    /// Returns the formats of the category with their extensions; empty when there are none.
     std::map<string, string> GetDefaultFileFormatExtensions(unsigned int category) const;
     void ClearDefaultFileFormatExtensions(unsigned int category);
     void ClearDefaultFileFormatExtensions();
     /// @}
 
     /// @name Default parameters of a category
-    /// They count when a request brings none. A category that is not registered has the initial list, and takes none.
-    /// A factory adds to the initial list.
+    /// A request without parameters uses them. A category that is not registered has the initial list, and ignores
+    /// changes. A factory adds to the initial list.
     /// @{
     void SetEncoderDefaultParamList(unsigned int category, NamedParameterList const &list);
     void SetDecoderDefaultParamList(unsigned int category, NamedParameterList const &list);
@@ -116,10 +116,10 @@ public:
     NamedParameterList const &GetDecoderDefaultParamList(unsigned int category) const;
     /// @}
 
-    /// @name Initial parameters, which a category starts with
-    /// A change has no effect on categories that are registered already. Reset, that of encoders holds
-    /// "FileOverwrite", "ByteOrderBigEndian", "UseCompression", "CompressionLevel" and "Quality" with their defaults,
-    /// and that of decoders is empty.
+    /// @name Initial parameters of new categories
+    /// A change has no effect on categories that are already registered. A reset gives encoders "FileOverwrite",
+    /// "ByteOrderBigEndian", "UseCompression", "CompressionLevel" and "Quality" with their defaults, and decoders an
+    /// empty list.
     /// @{
     void ResetEncoderInitialParamList();
     void ResetDecoderInitialParamList();
@@ -130,22 +130,22 @@ public:
     /// @}
 
     /// @name Saving and loading
-    /// A call that returns false or null tells why (see CodecFailureSentry): of what the codecs have told, the first that
-    /// is more than eCodecFailure::e_otherFormat.
+    /// A call that returns false or null tells the reason (see CodecFailureSentry). Of the codecs' reasons, it is the
+    /// first one other than eCodecFailure::e_otherFormat.
     /// @{
 
-    /// Saves an object of the category (see DataEncoder::SaveData). Null parameters stand for the category's default.
-    /// False when no encoder takes it. Throws InvalidUsageException for a category that is not registered, and whatever
-    /// a codec throws.
+    /// Saves an object of the category (see DataEncoder::SaveData). Null `params` stand for the category's defaults.
+    /// False when no encoder saves it. Throws InvalidUsageException for a category that is not registered, and the
+    /// exceptions of the codecs.
     bool SaveData(unsigned int category, void const *data, string const &fileName, string const &format,
                   NamedParameterList const *params);
-    /// Loads an object of the category (see DataDecoder::LoadData), which the caller owns; null when there is no file
-    /// or no decoder takes it. Throws as SaveData does, if there is a file.
+    /// Loads an object of the category (see DataDecoder::LoadData), which the caller owns. Null when the file does not
+    /// exist or no decoder loads it. If the file exists, throws as SaveData does.
     void *LoadData(unsigned int category, string const &fileName, NamedParameterList const *params);
-    /// The same from a file that is open. Codecs that are no OpenFileDecoder get its name.
+    /// Loads an object from an open file. Decoders that are not an OpenFileDecoder get the file's name.
     void *LoadData(unsigned int category, sampled_data::InputFile &file, NamedParameterList const *params);
-    /// Asks the decoders of the category, in their order, what they would load. Those that are no OpenFileDecoder are
-    /// passed over. False when none knows the file.
+    /// Asks the decoders of the category, in their order, for a description of the file. Skips decoders that are not an
+    /// OpenFileDecoder. False when none knows the file.
     bool QueryData(unsigned int category, sampled_data::InputFile &file, DataFileHead &head) const;
     /// @}
 
@@ -162,9 +162,9 @@ private:
 };
 
 /// @name Saving and loading through the manager
-/// Null parameters stand for the default ones of the category. The caller owns what is loaded, null when no decoder
-/// takes the file. Loading "as" keeps the format of the destination and takes the size of the file; it is false as well
-/// when the samples cannot be transferred into that format.
+/// Null `params` stand for the defaults of the category. The caller owns the loaded object, which is null when no
+/// decoder loads the file. The functions ending in "As" keep the format of `dst` and give it the size in the file. They
+/// also return false when the samples cannot be transferred into that format.
 /// @{
 QUILLMARSH_API bool SaveSignal(SignalBase const &signal, string const &fileName, string const &format,
                                NamedParameterList const *params = nullptr);
@@ -180,15 +180,16 @@ QUILLMARSH_API VolumeBase *LoadVolume(string const &fileName, NamedParameterList
 QUILLMARSH_API bool LoadVolumeAs(VolumeBase &dst, string const &fileName, NamedParameterList const *params = nullptr);
 /// @}
 
-/// @name File-name extensions of the library's formats, entered into the manager
+/// @name File-name extensions of the library's formats
+/// Set the extensions in the DataCodecManager, which must exist.
 /// @{
 QUILLMARSH_API void RegisterDefaultSignalFileExtensions();
 QUILLMARSH_API void RegisterDefaultImageFileExtensions();
 QUILLMARSH_API void RegisterDefaultVolumeFileExtensions();
 /// @}
 
-/// Registers the categories of signals, images and volumes with the manager, and all codecs that the library has for
-/// them, those of packages first.
+/// Registers the categories of signals, images and volumes in the DataCodecManager, and all the library's codecs for
+/// them, beginning with those of packages.
 QUILLMARSH_API void RegisterDefaultDataCodecs();
 
 } // namespace quillmarsh

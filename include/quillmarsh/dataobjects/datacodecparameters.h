@@ -1,4 +1,4 @@
-// Names, types and defaults of the parameters that codecs read, and how a program makes lists of them.
+// Names, types and defaults of the parameters of codecs, and factories of parameter lists.
 #ifndef QUILLMARSH_DATAOBJECTS_DATACODECPARAMETERS_H
 #define QUILLMARSH_DATAOBJECTS_DATACODECPARAMETERS_H
 
@@ -7,29 +7,29 @@
 namespace quillmarsh
 {
 
-/// Parameters of all codecs. A codec leaves alone what its format has no use for.
+/// Parameters of all codecs. A codec ignores parameters that its format does not use.
 namespace data_codec_parameters
 {
 
-/// @name bool: whether a file that is there may be replaced
+/// @name bool: true allows replacing an existing file
 /// @{
 inline constexpr char Param_FileOverwrite[] = "FileOverwrite";
 inline constexpr bool Value_FileOverwrite_Default = false;
 /// @}
 
-/// @name bool: byte order of formats that have both
+/// @name bool: true selects big-endian byte order, in formats with a choice
 /// @{
 inline constexpr char Param_ByteOrderBigEndian[] = "ByteOrderBigEndian";
 inline constexpr bool Value_ByteOrderBigEndian_Default = false;
 /// @}
 
-/// @name bool: whether formats that can do without compression compress
+/// @name bool: true compresses, in formats with a choice
 /// @{
 inline constexpr char Param_UseCompression[] = "UseCompression";
 inline constexpr bool Value_UseCompression_Default = true;
 /// @}
 
-/// @name unsigned int: how much work compression without loss takes on
+/// @name unsigned int: effort of lossless compression
 /// @{
 inline constexpr char Param_CompressionLevel[] = "CompressionLevel";
 inline constexpr unsigned int Value_CompressionLevel_Min = 0;
@@ -37,7 +37,7 @@ inline constexpr unsigned int Value_CompressionLevel_Max = 100;
 inline constexpr unsigned int Value_CompressionLevel_Default = 100;
 /// @}
 
-/// @name unsigned int: quality of compression with loss
+/// @name unsigned int: quality of lossy compression
 /// @{
 inline constexpr char Param_Quality[] = "Quality";
 inline constexpr unsigned int Value_Quality_Min = 0;
@@ -57,13 +57,13 @@ inline constexpr unsigned int Value_PackageID_Default = 0;
 namespace signal_codec_parameters
 {
 
-/// @name bool: whether the first row in memory is the bottom one
+/// @name bool: true when the first row in memory is the bottom one
 /// @{
 inline constexpr char Param_OriginBottom[] = "OriginBottom";
 inline constexpr bool Value_OriginBottom_Default = false;
 /// @}
 
-/// @name bool: whether the first layer in memory is the one at the back
+/// @name bool: true when the first layer in memory is the one at the back
 /// @{
 inline constexpr char Param_OriginBack[] = "OriginBack";
 inline constexpr bool Value_OriginBack_Default = false;
@@ -96,12 +96,11 @@ inline constexpr char const *Value_VolumeFileFormat_Default = Value_VolumeFileFo
 
 } // namespace signal_codec_parameters
 
-/// Adds to the parameters that a category of data has by default. It is lent for one call and never deleted through
-/// this class.
+/// Adds parameters to the defaults of a category of data. The manager borrows it for one call, and never deletes it.
 class QUILLMARSH_API CodecParameterFactory
 {
 public:
-    /// Inserts into `list`, which holds the initial parameters of encoders or decoders.
+    /// Adds parameters to `list`, which already has the initial parameters of encoders or decoders.
     virtual void FillParameterList(unsigned int dataCategory, bool forEncoder, NamedParameterList &list) const = 0;
 
 protected:
@@ -111,11 +110,11 @@ protected:
     ~CodecParameterFactory() = default;
 };
 
-/// Sets "OriginBottom" and "OriginBack", whatever category and direction.
+/// Sets "OriginBottom" and "OriginBack" for every category, for encoders and decoders.
 class QUILLMARSH_API SignalCodecParamFactory final : public CodecParameterFactory
 {
 public:
-    /// The values that it sets.
+    /// Stores the values to set.
     SignalCodecParamFactory(bool originBottom, bool originBack);
 
     /// Replaces earlier values.

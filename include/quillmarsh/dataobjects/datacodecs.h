@@ -1,4 +1,4 @@
-// Encoders and decoders of data files, by the category of data that they work on.
+// Encoders and decoders of data files, for each category of data.
 #ifndef QUILLMARSH_DATAOBJECTS_DATACODECS_H
 #define QUILLMARSH_DATAOBJECTS_DATACODECS_H
 
@@ -30,23 +30,24 @@ inline constexpr unsigned int DataCategory_Volume = 3;
 inline constexpr unsigned int DataCategory_UserDefined = 0x10000000;
 /// @}
 
-/// What encoders and decoders have in common: category, name, and the formats that they know.
+/// Common base of encoders and decoders: category, name and formats.
 ///
-/// Codecs are made with `new` and belong to the DataCodecManager once they are registered. Any number of threads may
-/// call a codec at a time. A codec that fails tells why (see TellCodecFailure) before it returns.
+/// Codecs are created with `new`, and the DataCodecManager owns them once they are registered. Several threads may call
+/// a codec at the same time. A codec that fails tells the reason (see TellCodecFailure) before it returns.
 class QUILLMARSH_API DataCodecBase : public HeapTracked, NoCopy
 {
 public:
     ~DataCodecBase() override;
 
+    /// Returns the category of the codec's data.
     unsigned int GetDataCategory() const { return dataCategory_; }
-    /// Name by which the codec is registered in its category, such as "ImageEncoder/QMDP".
+    /// Returns the name of the codec in its category, such as "ImageEncoder/QMDP".
     string const &GetCodecName() const { return codecName_; }
-    /// Formats of the codec, for people to read. It takes no part in choosing a codec.
+    /// Returns the formats of the codec, for the reader of a dump. The choice of a codec does not depend on it.
     string const &GetFormatList() const { return formatList_; }
 
 protected:
-    /// `codecName` is the full name by which the codec is registered.
+    /// `codecName` is the full name of the codec in its category.
     DataCodecBase(unsigned int dataCategory, string const &codecName, string const &formatList);
 
 private:
@@ -61,9 +62,9 @@ class QUILLMARSH_API DataEncoder : public DataCodecBase
 public:
     ~DataEncoder() override;
 
-    /// Saves the object that `data` points to: exactly the type that the category stands for, a `SignalBase`, an
-    /// `ImageBase` or a `VolumeBase`. False if the format is none of this codec's, or if saving failed: the next codec
-    /// gets its try.
+    /// Saves the object that `data` points to. It has exactly the type of the category: `SignalBase`, `ImageBase` or
+    /// `VolumeBase`. Returns false if the codec does not know the format, or if saving fails; the manager then tries
+    /// the next codec.
     virtual bool SaveData(void const *data, string const &fileName, string const &format,
                           NamedParameterList const &params) = 0;
 
@@ -78,8 +79,8 @@ class QUILLMARSH_API DataDecoder : public DataCodecBase
 public:
     ~DataDecoder() override;
 
-    /// A new object of exactly the type that the category stands for, which the caller owns; null if the file is none
-    /// of this codec's, or if loading failed: the next codec gets its try.
+    /// Loads a new object of exactly the type of the category; the caller owns it. Returns null if the codec does not
+    /// know the file, or if loading fails; the manager then tries the next codec.
     virtual void *LoadData(string const &fileName, NamedParameterList const &params) = 0;
 
 protected:
@@ -87,7 +88,7 @@ protected:
     DataDecoder(unsigned int dataCategory, string const &codecName, string const &formatList);
 };
 
-/// What a decoder tells of a file that it has not loaded.
+/// A decoder's description of a file that it has not loaded.
 struct DataFileHead
 {
     /// Format of the file, such as "TIFF".
@@ -97,19 +98,19 @@ struct DataFileHead
     std::vector<unsigned int> dimensions;
 };
 
-/// Further base of a decoder that can read a file which is open already, so that the file that was inspected is the one
-/// that is loaded. A decoder without this base gets the name of the file.
+/// Second base class of a decoder that can read an open file, so that inspection and loading use the same file. A
+/// decoder without this base gets the name of the file.
 ///
-/// Both operations start reading at the beginning of the file, and tell why they fail (see TellCodecFailure).
+/// Both operations read from the beginning of the file, and tell the reason of a failure (see TellCodecFailure).
 class QUILLMARSH_API OpenFileDecoder
 {
 public:
     virtual ~OpenFileDecoder();
 
-    /// Tells what LoadOpened gives, as far as that is known without loading. False if the file is none of this codec's,
-    /// or one that it cannot load.
+    /// Describes the data that LoadOpened would load, as far as possible without loading. False if the codec does not
+    /// know the file, or cannot load it.
     virtual bool QueryOpened(sampled_data::InputFile &file, DataFileHead &head) = 0;
-    /// As DataDecoder::LoadData.
+    /// Loads the file as DataDecoder::LoadData does.
     virtual void *LoadOpened(sampled_data::InputFile &file, NamedParameterList const &params) = 0;
 };
 

@@ -8,11 +8,11 @@
 namespace quillmarsh::sampled_data
 {
 
-/// Data that cannot be read, worked on or written. Its message is one line that says what was wrong and where.
+/// Thrown when data cannot be read, processed or written. Its message is one line that names the fault and its place.
 class QUILLMARSH_API DataException : public Exception
 {
 public:
-    /// A failure of work on data that are loaded.
+    /// A failure of work on loaded data.
     explicit DataException(string const &message) { SetMessage(message); }
     /// A failure of loading or saving; the message is the name of the file, ": ", and the text of the failure.
     DataException(string const &fileName, CodecFailure const &failure) : failure_(failure)
@@ -20,7 +20,7 @@ public:
         SetMessage(fileName + ": " + failure.text);
     }
 
-    /// The failure of loading or saving; none for other work.
+    /// Returns the failure of loading or saving; none for other work.
     CodecFailure const &GetFailure() const { return failure_; }
 
 private:

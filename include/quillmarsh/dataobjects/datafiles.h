@@ -10,9 +10,9 @@
 #include <functional>
 #include <optional>
 
-/// Everything here works through the codecs of the DataCodecManager, which the program has created and filled: a codec
-/// that a plug-in registers is used as the library's own. Failures are DataExceptions that name the file and the cause.
-/// Any thread may call, as far as the codecs allow it.
+/// Functions for files of sampled data. They use the codecs of the DataCodecManager, which the program has created and
+/// filled; codecs of plug-ins are used like the library's own. A failure throws a DataException that names the file and
+/// the reason. Any thread may call them, as far as the codecs allow it.
 namespace quillmarsh::sampled_data
 {
 
@@ -24,28 +24,28 @@ inline constexpr char s_szPackageContainer[] = "QMDP";
 /// Type of a file.
 struct FileType
 {
-    /// End of the name, dot and all.
+    /// End of the file's name, with the dot.
     string extension;
-    /// Format by which the codecs know it: "QMDP", "TIFF", "JPEG", "PNG", "BMP", or one that a plug-in has registered.
+    /// Name of the format in the codecs: "QMDP", "TIFF", "JPEG", "PNG", "BMP", or the format of a plug-in's codec.
     string container;
-    /// Number of dimensions of what it holds; 0 when that may be anything.
+    /// Number of dimensions of the data; 0 when a file of this type may have any.
     std::size_t numDimensions;
 };
 
 /// True for packages.
 QUILLMARSH_API bool IsPackage(FileType const &type);
-/// Type of a file by the end of its name, in letters of either case; none when no type has that ending. The types are
-/// those of the library, and then those whose extensions are entered into the DataCodecManager.
+/// Returns the type of a file by the extension of its name, in upper or lower case; nothing when no type has this
+/// extension. Searches the types of the library, then those with an extension in the DataCodecManager.
 QUILLMARSH_API std::optional<FileType> FindFileType(string const &fileName);
-/// The extensions of all types, separated by blanks.
+/// Returns the extensions of all types, separated by spaces.
 QUILLMARSH_API string GetExtensions();
-/// Format of a package or picture of the library's own codecs, which the first bytes of a stream tell; null when they
-/// tell none. The stream is at its beginning before and after.
+/// Recognises a format of the library's own codecs by the first bytes of a stream; null for any other stream. The
+/// stream must be at its beginning, and is there again afterwards.
 QUILLMARSH_API char const *RecogniseContainer(istream &in);
 
 /// @}
 
-/// What a file holds.
+/// Description of a file's contents.
 struct DataFileDesc
 {
     /// Format of the file, as in FileType.
@@ -56,25 +56,26 @@ struct DataFileDesc
     std::optional<PackageDesc> package;
 };
 
-/// A file that is opened once: what was inspected is what is loaded. One thread at a time.
+/// A file that is opened only once, so that the inspected data are the loaded data. One thread at a time.
 class QUILLMARSH_API DataFile : NoCopy
 {
 public:
-    /// Opens the file, and finds out by its contents, whatever its name, what it holds. The samples are not read, unless
-    /// the only codec that knows the file cannot tell without them.
+    /// Opens the file and inspects its contents, whatever its name. Reads the samples only if the codec that knows the
+    /// file cannot describe it otherwise.
     explicit DataFile(string const &fileName);
-    /// The same for a file that has to be of a type: a package type expects a package, with as many dimensions as the
-    /// type has.
+    /// Opens a file that must be of a type: a package type requires a package with as many dimensions as the type has.
     DataFile(string const &fileName, FileType const &type);
     ~DataFile();
 
+    /// Returns the name of the file, as it was passed.
     string const &GetName() const { return file_.GetName(); }
+    /// Returns the description of the file's contents.
     DataFileDesc const &GetDesc() const { return desc_; }
 
-    /// Loads the data.
+    /// Loads the data. Throws a DataException when the file is damaged.
     SampledData Load();
-    /// Reads the whole file, and keeps nothing. Throws when anything is wrong in it; of a package also when bytes follow
-    /// its trailer. `onRead` is told how many bytes of a package are read.
+    /// Reads the whole file without keeping the data. Throws a DataException for any fault in it; in a package, bytes
+    /// after the trailer are a fault, too. Calls `onRead` with the number of bytes of a package that have been read.
     void Verify(std::function<void(std::uint64_t)> const &onRead);
 
 private:
@@ -85,14 +86,14 @@ private:
 
     InputFile file_;
     DataFileDesc desc_;
-    /// The data, when inspection had to load them.
+    /// The data, if the inspection had to load them.
     std::optional<SampledData> loaded_;
 };
 
-/// Loads a file of a type.
+/// Loads a file of a type. Throws a DataException when that fails.
 QUILLMARSH_API SampledData LoadFile(string const &fileName, FileType const &type);
 
-/// How files are saved.
+/// Settings for saving files.
 struct SaveSettings
 {
     bool bigEndian = data_codec_parameters::Value_ByteOrderBigEndian_Default;
@@ -105,20 +106,20 @@ struct SaveSettings
     bool overwrite = data_codec_parameters::Value_FileOverwrite_Default;
 };
 
-/// Throws when `data` cannot be saved there, without touching anything.
+/// Throws a DataException when `data` cannot be saved under this name. Changes nothing.
 QUILLMARSH_API void RequireSaveable(SampledData const &data, string const &fileName, FileType const &type,
                                     SaveSettings const &settings);
-/// Saves a file, which appears whole or not at all, and takes the place of another only if the settings say so. The
-/// failure of the exception is eCodecFailure::e_exists where they do not.
+/// Saves a file completely or not at all. Replaces an existing file only if the settings allow it; otherwise the
+/// failure of the exception is eCodecFailure::e_exists.
 QUILLMARSH_API void SaveFile(SampledData const &data, string const &fileName, FileType const &type,
                              SaveSettings const &settings);
-/// Saves the levels of a chain as packages, "PREFIX.0.qmdp.image" and so on. Nothing is saved when one of the names is
-/// in the way.
+/// Saves the levels of a chain as packages, "PREFIX.0.qmdp.image" and so on. Saves none when one of these files exists
+/// and must not be replaced.
 QUILLMARSH_API void SaveLevels(std::vector<SampledData> const &levels, string const &prefix,
                                SaveSettings const &settings);
 
-/// Removes the temporary files of all saving that is going on in the process; for a program that is about to end
-/// meanwhile. Any thread, but no signal handler.
+/// Removes the temporary files of all saves that are in progress, for a program that is about to end. Any thread, but
+/// not in a signal handler.
 QUILLMARSH_API void RemoveUnfinishedFiles();
 
 } // namespace quillmarsh::sampled_data

@@ -1,4 +1,4 @@
-// Frame of the data package, the file format of signals, images and volumes: header, trailer, and what lies between.
+// The data package, the file format of signals, images and volumes: header, payload and trailer.
 #ifndef QUILLMARSH_DATAOBJECTS_DATAPACKAGE_H
 #define QUILLMARSH_DATAOBJECTS_DATAPACKAGE_H
 
@@ -11,7 +11,7 @@
 namespace quillmarsh
 {
 
-/// What a package holds, as its header tells it.
+/// Type of a package's payload in its header.
 enum eDataPackagePayload
 {
     e_payload_signal = 1,
@@ -29,10 +29,11 @@ public:
     /// Bytes on the stream.
     static constexpr unsigned int s_byteSize = 44;
 
+    /// Creates a header with the machine's byte order and numbers of 0.
     DataPackageHeader();
 
     /// @name Fields
-    /// The order is the machine's at first, and the numbers are 0.
+    /// Plain values; the byte order decides how Serialize() writes.
     /// @{
     void SetPackageByteOrder(bool bigEndian) { packageByteOrderBigEndian_ = bigEndian; }
     bool IsPackageByteOrderBigEndian() const { return packageByteOrderBigEndian_; }
@@ -44,10 +45,10 @@ public:
     unsigned int GetPayloadType() const { return payloadType_; }
     /// @}
 
-    /// Writes in the byte order of the field.
+    /// Writes the header in the byte order of the field.
     void Serialize(ostream &out) const override;
-    /// Takes over the byte order that stands in the header. Throws DeserializationException: "Invalid opening
-    /// magic-sequence.", "Invalid byte-order specifier." or "Invalid closing magic-sequence.", behind the class name.
+    /// Reads the header with its byte order. Throws DeserializationException: "Invalid opening magic-sequence.",
+    /// "Invalid byte-order specifier." or "Invalid closing magic-sequence.", after the class name.
     void Deserialize(istream &in) override;
 
 private:
@@ -57,17 +58,18 @@ private:
     unsigned int payloadType_ = 0;
 };
 
-/// Last 32 bytes of a package: the id once more, between two magic sequences. As DataPackageHeader.
+/// Last 32 bytes of a package: the id again, between two magic sequences. A plain value, like DataPackageHeader.
 class QUILLMARSH_API DataPackageTrailer : public Serializable
 {
 public:
     /// Bytes on the stream.
     static constexpr unsigned int s_byteSize = 32;
 
+    /// Creates a trailer with the machine's byte order and the id 0.
     DataPackageTrailer();
 
     /// @name Fields
-    /// The byte order does not stand in the trailer: whoever reads one sets it from the header before.
+    /// The trailer does not contain the byte order: set it from the header before reading.
     /// @{
     void SetPackageByteOrder(bool bigEndian) { packageByteOrderBigEndian_ = bigEndian; }
     bool IsPackageByteOrderBigEndian() const { return packageByteOrderBigEndian_; }
@@ -75,10 +77,10 @@ public:
     unsigned int GetPackageID() const { return packageID_; }
     /// @}
 
-    /// Writes in the byte order of the field.
+    /// Writes the trailer in the byte order of the field.
     void Serialize(ostream &out) const override;
-    /// Throws DeserializationException: "Invalid opening magic-sequence." or "Invalid closing magic-sequence.", behind
-    /// the class name.
+    /// Reads the trailer in the byte order of the field. Throws DeserializationException: "Invalid opening
+    /// magic-sequence." or "Invalid closing magic-sequence.", after the class name.
     void Deserialize(istream &in) override;
 
 private:
@@ -86,64 +88,64 @@ private:
     unsigned int packageID_ = 0;
 };
 
-/// A header, a payload and a trailer. Derived classes bring the payload.
+/// A header, a payload and a trailer. Derived classes implement the payload.
 ///
-/// The samples of a package in the machine's byte order come back exactly. In a package of the other order each whole
-/// sample is reversed on writing and not on reading; samples of one byte have no order.
+/// Samples in the machine's byte order are read exactly as they were written. In the other byte order, each whole
+/// sample is reversed when it is written, but not when it is read; samples of one byte do not change.
 ///
-/// One thread at a time for each package; different packages may be written and read at a time.
+/// One thread at a time for each package. Several threads may use different packages at the same time.
 class QUILLMARSH_API DataPackage : public Serializable, NoCopy
 {
 public:
-    /// Byte order of the packages that are written; the machine's at first. Reading leaves it alone.
+    /// Sets the byte order of written packages; the machine's order at first. Reading does not change it.
     void SetPackageByteOrderOnWrite(bool bigEndian) { packageByteOrderOnWrite_ = bigEndian; }
 
     /// @name Id, free for the user
-    /// 0 at first; reading takes over that of the package.
+    /// 0 at first. Reading sets it to the id of the package.
     /// @{
     void SetPackageID(unsigned int id) { packageID_ = id; }
     unsigned int GetPackageID() const { return packageID_; }
     /// @}
 
-    /// For a reader that has consumed the header, to see what the package holds: with `skip`, Deserialize takes the
-    /// given header and reads none. The header is borrowed and lives until then. Asserts "Invalid argument." unless
-    /// there is a header exactly when `skip` is set.
+    /// Serves a caller that has already read the header, to see the type of the payload. With `skip`, Deserialize uses
+    /// the given header and reads none. Borrows the header until then. Asserts "Invalid argument." unless a header is
+    /// given exactly when `skip` is set.
     void SetSkipHeaderOnRead(bool skip, DataPackageHeader const *header);
 
-    /// Writes the package. Throws SerializationException ("Payload not ready.", "Payload byte-size mismatch.", behind
+    /// Writes the package. Throws SerializationException ("Payload not ready.", "Payload byte-size mismatch.", after
     /// the class name), and `std::ios_base::failure` when the stream fails.
     void Serialize(ostream &out) const override;
-    /// Reads a package and replaces the payload by its own. Throws DeserializationException ("Payload-type mismatch.",
-    /// "Payload byte-size mismatch.", "Package-id mismatch.", "Corrupted field.", "Unsupported sample-byte-size.",
-    /// behind the class name, and the texts of header and trailer), and `std::ios_base::failure`, which names the
-    /// field, when the stream ends early. There is no payload after a failure.
+    /// Reads a package and replaces the payload. Throws DeserializationException ("Payload-type mismatch.", "Payload
+    /// byte-size mismatch.", "Package-id mismatch.", "Corrupted field.", "Unsupported sample-byte-size.", after the
+    /// class name, and the texts of header and trailer), and `std::ios_base::failure`, which names the field, when the
+    /// stream ends early. After a failure the package has no payload.
     ///
-    /// Nothing is allocated for a payload that does not fit its own size, or that the stream does not hold where it can
-    /// go to its end and back. A stream has to tell its position.
+    /// The stream must report its position. No memory is allocated for a payload whose fields contradict its size, or,
+    /// on a stream that can seek to its end and back, for a payload that is longer than the stream.
     void Deserialize(istream &in) override;
 
-    /// Saves the package under a name. A file that is there keeps its contents until the new ones are complete.
-    /// A symbolic link is followed; a pipe is no file. A failure is false, or with `rethrow` the exception: a
-    /// SerializationException "Cannot open file: " with the name, or what Serialize throws. The reason is told (see
-    /// CodecFailureSentry).
+    /// Saves the package to a file. An existing file keeps its contents until the new ones are complete. Follows
+    /// symbolic links; does not write to pipes. On failure, tells the reason (see CodecFailureSentry) and returns
+    /// false, or with `rethrow` throws: a SerializationException "Cannot open file: " with the name, or the exception
+    /// of Serialize.
     bool SaveToFile(string const &fileName, bool rethrow);
-    /// Loads a package from a plain file; whatever lies behind the trailer is ignored. A failure is false, or with
-    /// `rethrow` the exception: a DeserializationException "Cannot open file: " with the name, or what Deserialize
-    /// throws. The reason is told (see CodecFailureSentry).
+    /// Loads a package from a plain file; ignores bytes after the trailer. On failure, tells the reason (see
+    /// CodecFailureSentry) and returns false, or with `rethrow` throws: a DeserializationException "Cannot open file: "
+    /// with the name, or the exception of Deserialize.
     bool LoadFromFile(string const &fileName, bool rethrow);
 
 protected:
-    /// `payloadType` is what the header tells.
+    /// `payloadType` is the type in the header.
     explicit DataPackage(unsigned int payloadType);
 
     /// @name Hooks
     /// The stream throws on any failure, and the byte order is that of the package.
     /// @{
 
-    /// Number of bytes that SerializePayload is going to write.
+    /// Returns the number of bytes that SerializePayload will write.
     virtual void QueryPayloadByteSize(unsigned int &byteSize) const = 0;
     virtual void SerializePayload(ostream &out) const = 0;
-    /// Drops the payload, and reads `payloadByteSize` bytes into a new one.
+    /// Releases the payload, and reads `payloadByteSize` bytes into a new one.
     virtual void DeserializePayload(istream &in, unsigned int payloadByteSize) = 0;
     /// @}
 
@@ -155,13 +157,13 @@ private:
     DataPackageHeader const *skipHeader_ = nullptr;
 };
 
-/// Package around a container: SignalBase, ImageBase or VolumeBase. It borrows what it is to write, and owns what it
-/// has read until somebody takes it.
+/// Package around a container: SignalBase, ImageBase or VolumeBase. It borrows the container that it writes. It owns a
+/// container that it has read, until the caller takes ownership.
 template<typename Container>
 class DataPackageOf : public DataPackage
 {
 public:
-    /// Keeps a pointer to what is to be written; it must live until then, or until the next payload. Null for none.
+    /// Keeps a pointer to `payload`, which must live until Serialize() or the next SetPayload(). Null for none.
     void SetPayload(Container const *payload)
     {
         if (payload == payload_)
@@ -170,8 +172,8 @@ public:
         owned_.reset();
     }
 
-    /// The payload; null when there is none. With `takeOwnership` the caller owns it from now on if the package did;
-    /// the package still knows it.
+    /// Returns the payload; null when there is none. With `takeOwnership`, the caller owns it if the package did
+    /// before; the package keeps a pointer to it.
     Container *GetPayload(bool takeOwnership)
     {
         if (takeOwnership)
@@ -179,7 +181,7 @@ public:
         return payload_;
     }
 
-    /// As DataPackage::Deserialize.
+    /// Reads a package as DataPackage::Deserialize does.
     void Deserialize(istream &in) override
     {
         try
@@ -197,7 +199,7 @@ protected:
     using DataPackage::DataPackage;
 
     Container const *GetPayload() const { return payload_; }
-    /// Owns a payload that was read.
+    /// Takes ownership of a payload that was read.
     void AdoptPayload(AutoPtr<Container> payload)
     {
         payload_ = payload.get();

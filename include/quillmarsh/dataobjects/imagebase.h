@@ -1,4 +1,4 @@
-// Two-dimensional arrays of samples: untyped, typed, and over memory that somebody else owns.
+// Two-dimensional arrays of samples: untyped, typed, and over borrowed memory.
 #ifndef QUILLMARSH_DATAOBJECTS_IMAGEBASE_H
 #define QUILLMARSH_DATAOBJECTS_IMAGEBASE_H
 
@@ -7,22 +7,23 @@
 namespace quillmarsh
 {
 
-/// Rows of samples in one block without padding. Columns run fastest; row 0 comes first in memory.
+/// Rows of samples in one block without padding. Row 0 comes first in memory, and column 0 first in its row.
 ///
-/// Either both dimensions are above zero or both are zero. Threads: as SignalBase.
+/// Both dimensions are above zero, or both are zero. For threads, the rules of SignalBase apply.
 class QUILLMARSH_API ImageBase : public virtual SignalBase
 {
 public:
     ~ImageBase() override;
 
-    /// One row of this many columns.
+    /// Makes one row of this many columns.
     void ReserveSampleStorage(unsigned int numSamples) override;
     void ReleaseSampleStorage() override;
-    /// Holds this many rows and columns afterwards; none at all when either is 0. As long as the product stays, so do
-    /// block and contents.
+    /// Makes this many rows and columns; none when either is 0. Keeps block and contents if the product is unchanged.
+    /// Throws NoMemoryException, and is empty then.
     virtual void ReserveSampleStorage(unsigned int numRows, unsigned int numColumns);
 
-    /// @name Size
+    /// @name Size, in rows, columns and bytes
+    /// All are 0 for an empty image.
     /// @{
     unsigned int GetNumRows() const { return numRows_; }
     unsigned int GetNumColumns() const { return numColumns_; }
@@ -31,25 +32,25 @@ public:
 
     using SignalBase::SampleB;
     /// @name First byte of one sample
-    /// Asserts "Accessing 0x0 image.", "Row-index out of range." and "Column-index out of range."; null after an ignored
-    /// assertion.
+    /// Asserts "Accessing 0x0 image.", "Row-index out of range." and "Column-index out of range."; null after an
+    /// ignored assertion.
     /// @{
     unsigned char const *SampleB(unsigned int row, unsigned int column) const;
     unsigned char *SampleB(unsigned int row, unsigned int column);
     /// @}
 
     using SignalBase::CheckDimensionMatch;
-    /// Whether rows and columns are equal.
+    /// True when both have as many rows and columns.
     bool CheckDimensionMatch(ImageBase const &other) const;
 
 protected:
-    /// Empty. As with every virtual base, it is the most derived class that sets the size of the samples.
+    /// Creates an empty image. SignalBase is a virtual base, so the most derived class sets the size of the samples.
     explicit ImageBase(unsigned int sampleByteSize);
 
-    /// Stores the dimensions, both as 0 if either is, and what follows from them.
+    /// Stores the dimensions, both as 0 if either is 0, and the sizes that result.
     void SetupInternalImageProperties(unsigned int numRows, unsigned int numColumns);
 
-    /// Asserts that row and column name a sample. False after an ignored assertion.
+    /// Asserts that row and column are in range. False after an ignored assertion.
     bool CheckAccess2D(unsigned int row, unsigned int column) const;
 
 private:
@@ -65,7 +66,7 @@ template<typename T>
 class Image : public ImageBase, public Signal<T>
 {
 public:
-    /// With undefined contents; empty when a dimension is 0.
+    /// Creates an image with undefined contents; empty when a dimension is 0.
     Image(eSampleFormat format, unsigned int numRows, unsigned int numColumns)
         : SignalBase(sizeof(T)),
           ImageBase(sizeof(T)),
@@ -77,7 +78,9 @@ public:
     }
 
     using Signal<T>::Sample;
-    /// @name Samples by their type; as the untyped forms
+    /// @name Typed samples
+    /// They assert like the untyped forms. After an ignored assertion, the reference is to a substitute of the calling
+    /// thread with bytes of 0.
     /// @{
     T const &Sample(unsigned int row, unsigned int column) const
     {
@@ -99,16 +102,17 @@ extern template class QUILLMARSH_API Image<Sample64>;
 extern template class QUILLMARSH_API Image<Sample96>;
 extern template class QUILLMARSH_API Image<Sample128>;
 
-/// Gives a block of memory that somebody else owns the interface of an image: a locked texture surface, a decoded
-/// bitmap. As SignalBaseFromExternalStorageAdapter.
+/// Gives borrowed memory the interface of an image, such as a locked texture surface or a decoded bitmap. Behaves like
+/// SignalBaseFromExternalStorageAdapter.
 class QUILLMARSH_API ImageBaseFromExternalStorageAdapter : public ImageBase
 {
 public:
-    /// Empty, for samples of this format.
+    /// Creates an empty adapter for samples of this format.
     explicit ImageBaseFromExternalStorageAdapter(eSampleFormat format);
 
-    /// Borrows a block of rows without padding, which has to outlive its use here; null lets go of it, whatever the
-    /// dimensions. Asserts "Invalid argument combination passed to ImageBase adapter." for a dimension of 0.
+    /// Borrows a block of rows without padding, until the next call or the end of the adapter. Null forgets the block;
+    /// the dimensions are then ignored. Asserts "Invalid argument combination passed to ImageBase adapter." for a
+    /// dimension of 0.
     void SetExternalStorage(unsigned char *samples, unsigned int numRows, unsigned int numColumns);
 
     /// Throws InvalidUsageException.
@@ -119,8 +123,8 @@ public:
     void ReleaseSampleStorage() override;
 };
 
-/// Makes an image whose record the sample size of the format selects, as ManufactureSignal does; null for a size that
-/// has no record. The caller owns it.
+/// Creates an image of the plain sample with the format's size, as ManufactureSignal does; null when no plain sample
+/// has this size. The caller owns it.
 QUILLMARSH_API ImageBase *ManufactureImage(eSampleFormat format, unsigned int numRows, unsigned int numColumns);
 
 } // namespace quillmarsh

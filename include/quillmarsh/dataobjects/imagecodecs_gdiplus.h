@@ -1,4 +1,4 @@
-// Codecs of the common image files, on the system's image service.
+// Codecs of the common image files.
 #ifndef QUILLMARSH_DATAOBJECTS_IMAGECODECS_GDIPLUS_H
 #define QUILLMARSH_DATAOBJECTS_IMAGECODECS_GDIPLUS_H
 
@@ -9,46 +9,49 @@ namespace quillmarsh
 
 /// Saves images in the formats "TIFF", "JPEG", "PNG" and "BMP".
 ///
-/// Pixels pass through a form of 32 bits: images with alpha keep it where the format has alpha, luminance becomes equal
-/// blue, green and red. A sample format that is neither fails. A file appears whole or not at all, and one that was
-/// there stays until the new one is complete. A symbolic link is followed.
+/// Pixels are converted to 32 bits: alpha is kept if the file format has alpha, and luminance becomes equal blue, green
+/// and red. Sample formats without any of these fail. A file is written completely or not at all, and an existing file
+/// stays until the new one is complete. Symbolic links are followed.
 ///
-/// Reads the parameters "FileOverwrite"; "UseCompression", without which PNG and TIFF are stored plain;
+/// Reads the parameters "FileOverwrite"; "UseCompression", without which PNG and TIFF are stored uncompressed;
 /// "CompressionLevel" for these two; "Quality" for JPEG; and "OriginBottom".
 ///
-/// On Windows the system's image service does the work; it compresses by levels of its own, and knows none for PNG.
-/// Any number of threads may save at a time. A failure is told with the words of the library that found it (see
+/// On Windows the system's image service does the work; it has its own levels of compression, and none for PNG. Several
+/// threads may save at the same time. The reason of a failure contains the text of the image library (see
 /// CodecFailureSentry).
 class QUILLMARSH_API ImageEncoderGdiplus : public ImageEncoder
 {
 public:
+    /// Creates the codec "ImageEncoder/GDI+".
     ImageEncoderGdiplus();
 
-    /// False, with no file made or changed, for an empty image or name, another format, a file that must not be
-    /// replaced, and when writing fails.
+    /// Saves an image. False, without a new or changed file, for an empty image or name, another format, a file that
+    /// must not be replaced, and when writing fails.
     bool SaveImage(ImageBase const &image, string const &fileName, string const &format,
                    NamedParameterList const &params) override;
 };
 
-/// Loads images from TIFF, JPEG, PNG and BMP files, whatever their names end in: as "A8R8G8B8" if the picture has
-/// alpha, else as "X8R8G8B8" with unused bytes of 255. Rows stay as the file has them; orientations that it asks for
-/// are not carried out.
+/// Loads images from TIFF, JPEG, PNG and BMP files with any extension: as "A8R8G8B8" if the picture has alpha, else as
+/// "X8R8G8B8" with unused bytes of 255. Rows keep the order of the file; an orientation that the file requests is
+/// ignored.
 ///
-/// Pictures of more pixels than image_limits::GetMaxPixels() are refused. Reads the parameter "OriginBottom". Any number
-/// of threads may load at a time. A failure is told with the words of the library that found it (see CodecFailureSentry).
+/// Refuses pictures with more pixels than image_limits::GetMaxPixels(). Reads the parameter "OriginBottom". Several
+/// threads may load at the same time. The reason of a failure contains the text of the image library (see
+/// CodecFailureSentry).
 class QUILLMARSH_API ImageDecoderGdiplus : public ImageDecoder, public OpenFileDecoder
 {
 public:
+    /// Creates the codec "ImageDecoder/GDI+".
     ImageDecoderGdiplus();
 
-    /// Null also for a picture that is cut short, damaged, of a kind that is not supported, or larger than its file can
-    /// hold or the limit allows.
+    /// Loads a picture. Null also for a picture that is cut short, damaged, of an unsupported kind, larger than its
+    /// file can contain, or larger than the limit.
     ImageBase *LoadImageA(string const &fileName, NamedParameterList const &params) override;
     bool QueryOpened(sampled_data::InputFile &file, DataFileHead &head) override;
     void *LoadOpened(sampled_data::InputFile &file, NamedParameterList const &params) override;
 
-    /// Tells what LoadImageA gives without decoding the picture, which may prove to be damaged. False if there is none,
-    /// or one that is larger than its file can hold.
+    /// Describes the image that LoadImageA would return, without decoding the picture, which may still be damaged.
+    /// False if the file contains no picture, or one that is larger than the file can contain.
     static bool QueryImage(string const &fileName, eSampleFormat &format, unsigned int &numRows,
                            unsigned int &numColumns);
 };

@@ -18,19 +18,20 @@ extern template class QUILLMARSH_API DataPackageOf<ImageBase>;
 class QUILLMARSH_API DataPackageImage : public DataPackageOf<ImageBase>
 {
 public:
+    /// Creates a package without a payload.
     DataPackageImage();
     ~DataPackageImage() override;
 
     /// @name Order of rows
-    /// Set, the package is written, or the memory filled, last row first. A package tells its own order, so that rows
-    /// are turned over only when the two differ. Not set at first.
+    /// True writes the package, or fills the memory, with the last row first. The package stores its order, so rows are
+    /// reversed only when the two orders differ. False at first.
     /// @{
     void SetRowOrderOnWrite(bool lastFirst) { rowOrderOnWrite_ = lastFirst; }
     void SetRowOrderOnRead(bool lastFirst) { rowOrderOnRead_ = lastFirst; }
     /// @}
 
-    /// Sets the largest number of pixels that is read; no limit at first. A package with more throws a
-    /// DeserializationException "Too many pixels." behind the class name.
+    /// Sets the largest number of pixels to read; there is no limit at first. A package with more throws a
+    /// DeserializationException "Too many pixels." after the class name.
     void SetMaxPixelsOnRead(std::uint64_t maxPixels) { maxPixelsOnRead_ = maxPixels; }
 
 protected:
@@ -49,6 +50,7 @@ private:
 class QUILLMARSH_API ImageEncoderQMDP : public ImageEncoder
 {
 public:
+    /// Creates the codec "ImageEncoder/QMDP".
     ImageEncoderQMDP();
 
     bool SaveImage(ImageBase const &image, string const &fileName, string const &format,
@@ -59,6 +61,7 @@ public:
 class QUILLMARSH_API ImageDecoderQMDP : public ImageDecoder, public OpenFileDecoder
 {
 public:
+    /// Creates the codec "ImageDecoder/QMDP".
     ImageDecoderQMDP();
 
     ImageBase *LoadImageA(string const &fileName, NamedParameterList const &params) override;

@@ -1,4 +1,4 @@
-// Work on images: copies of blocks, resampling, flips, fills of blocks, checkerboards.
+// Operations on images: copies of blocks, resampling, flips, fills of blocks, checkerboards.
 #ifndef QUILLMARSH_DATAOBJECTS_IMAGEOPERATIONS_H
 #define QUILLMARSH_DATAOBJECTS_IMAGEOPERATIONS_H
 
@@ -9,24 +9,24 @@
 namespace quillmarsh
 {
 
-// What signaloperations.h says of offsets, allocation and threads holds here too.
+// The rules in signaloperations.h for offsets, allocation and threads apply here, too.
 
-/// New image with format and samples of another one, which is not empty; null when no record has the size of the format.
-/// The caller owns it.
+/// Creates an image with the format and samples of another one, which must not be empty; null when no plain sample has
+/// the format's size. The caller owns it.
 QUILLMARSH_API ImageBase *CloneImage(ImageBase const &src);
 
 /// Copies a block of samples of one format between two places; a count of 0 means all rows or columns of `src`. With
-/// `flipRows` the last row of the block comes first. Asserts "Sample-format mismatch.", "Destination is empty.", "Source
-/// is empty.", "Destination-row-offset/row-count out of range.", "Destination-column-offset/column-count out of range.",
-/// "Source-row-offset/row-count out of range." and "Source-column-offset/column-count out of range.".
+/// `flipRows` the last row of the block comes first. Asserts "Sample-format mismatch.", "Destination is empty.",
+/// "Source is empty.", "Destination-row-offset/row-count out of range.", "Destination-column-offset/column-count out of
+/// range.", "Source-row-offset/row-count out of range." and "Source-column-offset/column-count out of range.".
 QUILLMARSH_API void CopySamples2D(ImageBase &dst, ImageBase const &src, unsigned int numRows, unsigned int numColumns,
                                   unsigned int dstRow, unsigned int dstColumn, unsigned int srcRow,
                                   unsigned int srcColumn, bool flipRows);
 
 /// @name Resampling
-/// The walk of Resample1D on rows and columns. The linear filter weighs four samples, in the order (row 0, column 0),
-/// (0, 1), (1, 0), (1, 1); the weight of each is that of its row times that of its column. Results and assertions are
-/// those of the forms for signals.
+/// Resample rows and columns as Resample1D does. The linear filter weighs four samples, in the order (row 0, column 0),
+/// (0, 1), (1, 0), (1, 1); the weight of a sample is the weight of its row times the weight of its column. Results and
+/// assertions are the same as for signals.
 /// @{
 QUILLMARSH_API bool Resample2D(ImageBase &dst, ImageBase const &src, eResampleFilter filter);
 QUILLMARSH_API void Resample2D_Nearest(ImageBase &dst, ImageBase const &src);
@@ -54,11 +54,11 @@ QUILLMARSH_API void FlipColumns(ImageBase &image);
 QUILLMARSH_API void FillBlock(ImageBase &image, unsigned int byteOffset, unsigned char value, unsigned int row,
                               unsigned int numRows, unsigned int column, unsigned int numColumns);
 
-/// Sets one byte of every sample to one of two values that take turns block by block; the block at the top left has the
-/// first. Block sizes of 0 count as 1. An empty image stays as it is. Asserts "Byte-offset out of range.".
+/// Sets one byte of every sample to one of two values, which alternate block by block; the block at the top left gets
+/// the first value. Block sizes of 0 count as 1. Does nothing to an empty image. Asserts "Byte-offset out of range.".
 QUILLMARSH_API void GenerateCheckerboard(ImageBase &image, unsigned int byteOffset, unsigned char firstValue,
                                          unsigned char secondValue, unsigned int blockRows, unsigned int blockColumns);
-/// The same with blue, green and red of two colours. Asserts "Triplet-offset out of range.".
+/// Does the same with blue, green and red of two colours. Asserts "Triplet-offset out of range.".
 QUILLMARSH_API void GenerateCheckerboard(ImageBase &image, unsigned int tripletOffset, color4b firstColor,
                                          color4b secondColor, unsigned int blockRows, unsigned int blockColumns);
 /// @}

@@ -1,4 +1,4 @@
-// A file that is opened once, inspected and loaded.
+// A file that is opened once, for inspection and loading.
 #ifndef QUILLMARSH_DATAOBJECTS_INPUTFILE_H
 #define QUILLMARSH_DATAOBJECTS_INPUTFILE_H
 
@@ -11,25 +11,26 @@
 namespace quillmarsh::sampled_data
 {
 
-/// A plain file, open for reading. What is read through it is the same file to the end, whatever becomes of the name
-/// meanwhile. One thread at a time.
+/// A plain file that is open for reading. It stays the same file even if another file gets its name. One thread at a
+/// time.
 class QUILLMARSH_API InputFile : NoCopy
 {
 public:
-    /// Opens the file. Throws a DataException that names it and the cause: not there, no permission, a directory, a pipe,
-    /// a device.
+    /// Opens the file. Throws a DataException that names it and the reason: it does not exist, no permission, a
+    /// directory, a pipe, a device.
     explicit InputFile(string const &fileName);
     ~InputFile();
 
+    /// Returns the name of the file, as it was passed.
     string const &GetName() const { return name_; }
-    /// Size of the file when it was opened.
+    /// Returns the size in bytes that the file had when it was opened.
     std::uint64_t GetByteSize() const { return byteSize_; }
 
     /// @name Two ways to read
-    /// Each call goes back to the beginning of the file, and ends the other way.
+    /// Each call goes back to the beginning of the file. Do not use the other way after it.
     /// @{
     istream &GetStream();
-    /// The file of the standard library; it is closed with this object.
+    /// Returns the file for functions of the standard library. This object closes it.
     std::FILE *GetFile();
     /// @}
 

@@ -10,26 +10,26 @@
 namespace quillmarsh
 {
 
-/// What the chains have in common: the format of their samples and the number of their levels.
+/// Common base of the chains: the format of the samples, and the number of levels.
 ///
-/// A chain is used by one thread at a time.
+/// One thread at a time may use a chain.
 class QUILLMARSH_API MipmapChain : NoCopy
 {
 public:
-    /// Format of the samples of every level.
+    /// Returns the format of the samples of every level.
     eSampleFormat GetSampleFormat() const { return sampleFormat_; }
-    /// 0 as long as nothing was built.
+    /// Returns the number of levels; 0 before the chain is built.
     unsigned int GetNumLevels() const { return numLevels_; }
 
-    /// A dimension, halved as often as the level says; at least 1.
+    /// Returns a dimension of level 0 at another level: halved `level` times, but at least 1.
     static unsigned int ComputeDimensionAtLevel(unsigned int level, unsigned int dimensionAtLevel0);
 
 protected:
-    /// For levels of this format.
+    /// Sets the format of the levels.
     explicit MipmapChain(eSampleFormat sampleFormat) : sampleFormat_(sampleFormat) {}
     ~MipmapChain() = default;
 
-    /// Sets the number of levels that a largest dimension gives: down to 1, and none for 0.
+    /// Sets the number of levels for the largest dimension: down to 1, and no level for 0.
     void SetMaxDimension(unsigned int maxDimension);
 
 private:
@@ -39,9 +39,9 @@ private:
 
 /// Chain over one kind of container: SignalBase, ImageBase or VolumeBase.
 ///
-/// All filtering takes place in the format of the source, each level out of the one before it, and the format of the
-/// chain is made of each level by itself; bytes that neither filter nor transfer writes are 0. A dimension that has come
-/// to 1 stays there while the others go on.
+/// Each level is filtered from the previous one in the format of the source, and then transferred into the format of
+/// the chain. Bytes that neither filter nor transfer writes are 0. A dimension that has reached 1 stays 1 while the
+/// others shrink.
 ///
 ///     ImageMipmapChain chain(e_format_A8R8G8B8);
 ///     if (chain.Build(picture, false))
@@ -50,21 +50,21 @@ template<typename Container>
 class TypedMipmapChain : public MipmapChain
 {
 public:
-    /// Empty, for levels of this format.
+    /// Creates an empty chain for levels of this format.
     explicit TypedMipmapChain(eSampleFormat sampleFormat);
     ~TypedMipmapChain();
 
-    /// Replaces the levels by those of a source, whose dimensions are powers of two. A source of the chain's own format
-    /// that is not to be copied is level 0 itself and has to outlive the levels. False, with an empty chain, for a
-    /// format that can't be transferred into that of the chain or has no linear resampling. Asserts "Dimension is not
-    /// power-of-2."; behind that, sizes are cut off.
+    /// Replaces the levels by those of a source, whose dimensions must be powers of two. Without `copySource`, a source
+    /// in the chain's format becomes level 0 itself: the chain borrows it, and it must outlive the levels. False, with
+    /// an empty chain, for a format without linear resampling or without a transfer into the chain's format. Asserts
+    /// "Dimension is not power-of-2."; after an ignored assertion, half sizes are rounded down.
     bool Build(Container const &source, bool copySource);
 
-    /// Level by index, 0 the largest; good until the next build. Asserts "Level-index out of range."; behind that, an
-    /// empty container.
+    /// Returns a level by index, 0 for the largest; valid until the next Build() or Clear(). Asserts "Level-index out
+    /// of range."; after an ignored assertion, returns an empty container.
     Container const &GetLevel(unsigned int level) const;
 
-    /// Lets go of all levels.
+    /// Releases all levels.
     void Clear();
 
 private:

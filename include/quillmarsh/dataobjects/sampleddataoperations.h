@@ -1,4 +1,4 @@
-// Work on data of any kind: resampling, formats, flips, mipmaps.
+// Operations on data of any kind: resampling, formats, flips, mipmaps.
 #ifndef QUILLMARSH_DATAOBJECTS_SAMPLEDDATAOPERATIONS_H
 #define QUILLMARSH_DATAOBJECTS_SAMPLEDDATAOPERATIONS_H
 
@@ -9,25 +9,25 @@
 namespace quillmarsh::sampled_data
 {
 
-// New data are opaque where the library leaves bytes alone. What cannot be done throws a DataException.
+// In new data, bytes that an operation does not write are opaque. An operation that fails throws a DataException.
 
-/// Filter by its name, "nearest" or "linear"; nothing for any other text.
+/// Returns the filter with the name "nearest" or "linear"; nothing for any other text.
 QUILLMARSH_API std::optional<eResampleFilter> FindFilter(string const &name);
 
-/// Size as N samples, as WxH columns and rows, or as WxHxD columns, rows and layers; nothing for any other text, and
-/// where a number is 0.
+/// Reads a size: N samples, WxH columns and rows, or WxHxD columns, rows and layers. Nothing for any other text, and if
+/// a number is 0.
 QUILLMARSH_API std::optional<Dimensions> ParseSize(string const &text);
 
-/// As many dimensions as `data` has, none of them 0.
+/// Returns the data at another size. `dimensions` must have as many numbers as those of `data`, and none may be 0.
 QUILLMARSH_API SampledData Resample(SampledData const &data, Dimensions const &dimensions, eResampleFilter filter);
 
-/// Throws for two different formats without a registered transfer; the message names both.
+/// Throws a DataException for two different formats without a registered transfer; the message names both.
 QUILLMARSH_API void RequireTransfer(eSampleFormat target, eSampleFormat source);
-/// Through the transfers that are registered. Data that have the format already, or that cannot get it, stay as they
-/// are.
+/// Changes the format of data by the registered transfers. Leaves data unchanged that already have the format. Throws
+/// as RequireTransfer() does, and leaves the data unchanged then.
 QUILLMARSH_API void ChangeFormat(SampledData &data, eSampleFormat format);
 
-/// Axis along which samples are turned over. A signal has columns only.
+/// Axis along which samples are reversed. A signal has columns only.
 enum class eSampleAxis
 {
     e_layers,
@@ -35,14 +35,14 @@ enum class eSampleAxis
     e_columns
 };
 
-/// Turns over the samples along an axis that the data have.
+/// Reverses the samples along an axis, which the data must have.
 QUILLMARSH_API void Flip(SampledData &data, eSampleAxis axis);
-/// Whether data of so many dimensions have the axis.
+/// True when data with this number of dimensions have the axis.
 QUILLMARSH_API bool HasAxis(std::size_t numDimensions, eSampleAxis axis);
-/// "layers", "rows" or "columns".
+/// Returns "layers", "rows" or "columns".
 QUILLMARSH_API char const *GetAxisName(eSampleAxis axis);
 
-/// Levels of a mipmap chain in a format, the largest first.
+/// Returns the levels of a mipmap chain in a format, the largest first. The dimensions of `data` must be powers of two.
 QUILLMARSH_API std::vector<SampledData> BuildMipmaps(SampledData const &data, eSampleFormat format);
 
 } // namespace quillmarsh::sampled_data

@@ -7,8 +7,8 @@
 namespace quillmarsh
 {
 
-/// What the bytes of a sample mean. The most significant byte is the size of a sample in bytes, the low 24 bits are the
-/// layout of its components. Programs may use codes of their own.
+/// Meaning of a sample's bytes. The most significant byte is the size of a sample in bytes; the low 24 bits are the
+/// layout of its components. Programs may use their own codes.
 enum eSampleFormat : unsigned int
 {
     e_format_none = 0,
@@ -46,31 +46,31 @@ using Sample128 = SampleOfBytes<16>;
 namespace sample_formats
 {
 
-/// Size of a sample in bytes.
+/// Returns the size of a sample in bytes.
 constexpr unsigned int ExtractByteSize(unsigned int format)
 {
     return (format >> 24) & 0xFF;
 }
 
-/// Layout of the components: the code without the size.
+/// Returns the layout of the components: the code without the size.
 constexpr unsigned int ExtractComponentLayout(unsigned int format)
 {
     return format & 0xFFFFFF;
 }
 
-/// Code with a size and no layout, for a container whose format is set later.
+/// Returns a code with a size and no layout, for a container whose format is set later.
 constexpr eSampleFormat UnknownSampleFormat(unsigned int byteSize)
 {
     return static_cast<eSampleFormat>(byteSize << 24);
 }
 
-/// Name of a format; "unknown" for one that has none.
+/// Returns the name of a format; "unknown" if it has none.
 QUILLMARSH_API string MapSampleFormatToName(unsigned int format);
 
-/// Format of a name, in upper or lower case; 0 for a name that is none.
+/// Returns the format with a name, in upper or lower case; 0 for an unknown name.
 QUILLMARSH_API eSampleFormat MapNameToSampleFormat(string const &name);
 
-/// Word viewed as four fields. Each is read and written by mask and shift; writing leaves the other bits in place.
+/// A word with four fields. Each field is read and written by mask and shift; writing does not change the other bits.
 template<typename W, unsigned int maskA, unsigned int shiftA, unsigned int maskB, unsigned int shiftB,
          unsigned int maskC, unsigned int shiftC, unsigned int maskD, unsigned int shiftD>
 struct PackedSample4
@@ -87,7 +87,8 @@ struct PackedSample4
 
     W word; ///< all four fields
 
-    /// @name Fields; a value that is set keeps its low bits
+    /// @name Fields
+    /// A setter stores only as many low bits of the value as the field has.
     /// @{
     constexpr unsigned int GetA() const { return word >> shiftA & maskA; }
     constexpr unsigned int GetB() const { return word >> shiftB & maskB; }

@@ -1,4 +1,4 @@
-// Processors that know about sample formats: fills of nibbles and bits, format converters, linear interpolators.
+// Processors for sample formats: fills of nibbles and bits, format converters, linear interpolators.
 #ifndef QUILLMARSH_DATAOBJECTS_SAMPLEPROCESSORS_H
 #define QUILLMARSH_DATAOBJECTS_SAMPLEPROCESSORS_H
 
@@ -8,17 +8,17 @@
 namespace quillmarsh
 {
 
-/// As element_processors. What these compute is the definition of the formats' arithmetic: whatever works on whole
-/// blocks gives the same bits.
+/// Processors for single samples, like those in element_processors. They define the arithmetic of the formats: code
+/// that works on whole blocks gives the same bits.
 namespace sample_processors
 {
 
 using element_processors::LoadElement;
 using element_processors::StoreElement;
 
-/// The rounding step that is used everywhere: half added in single precision, then cut off toward zero. Callers keep
-/// the low bits and nothing is clamped, so 1.5 in a normalised float becomes the low byte of 383. The low bits of a
-/// number beyond 32 bits are all 0, as they are of what is no number.
+/// Rounds as all sample arithmetic does: adds a half in single precision, then truncates toward zero. Callers keep the
+/// low bits without clamping, so 1.5 in a normalised float becomes the low byte of 383. Returns 0 for NaN and for
+/// numbers beyond 32 bits.
 constexpr int Round(float value)
 {
     float const shifted = value + 0.5f;
@@ -72,10 +72,10 @@ private:
 /// @}
 
 /// @name Converters
-/// Colours of three bytes are blue, green, red. Whether a sample has three bytes or four is up to the stride.
+/// Colours of three bytes are blue, green, red. The stride decides if a sample has three bytes or four.
 /// @{
 
-/// Byte from a float in 0..1, rounded.
+/// Converts a float in 0..1 to a byte, with rounding.
 class CopyConverter_FP32Norm_To_UInt8 final
     : public element_processors::ElementProcessorDstSrc<unsigned char, unsigned char const>
 {
@@ -86,7 +86,7 @@ public:
     }
 };
 
-/// Float in 0..1 from a byte: a product, not a quotient.
+/// Converts a byte to a float in 0..1, by a multiplication and not a division.
 class CopyConverter_UInt8_To_FP32Norm final
     : public element_processors::ElementProcessorDstSrc<unsigned char, unsigned char const>
 {
@@ -97,7 +97,7 @@ public:
     }
 };
 
-/// Luminance of a colour, summed from blue to red.
+/// Converts a colour to its luminance; the sum goes from blue to red.
 class CopyConverter_B8G8R8_To_L8 final
     : public element_processors::ElementProcessorDstSrc<unsigned char, unsigned char const>
 {
@@ -111,7 +111,7 @@ public:
     }
 };
 
-/// The same byte three times.
+/// Converts luminance to a colour: writes the same byte three times.
 class CopyConverter_L8_To_B8G8R8 final
     : public element_processors::ElementProcessorDstSrc<unsigned char, unsigned char const>
 {
@@ -119,7 +119,7 @@ public:
     void Process(unsigned char *dst, unsigned char const *src) override { dst[0] = dst[1] = dst[2] = *src; }
 };
 
-/// Four fields of four bits from four bytes; cut off, not rounded.
+/// Converts four bytes to four fields of four bits, without rounding.
 class CopyConverter_UInt8888_To_UShort4444 final
     : public element_processors::ElementProcessorDstSrc<unsigned short, unsigned int const>
 {
@@ -136,7 +136,7 @@ public:
     }
 };
 
-/// One bit of alpha and three fields of five bits from four bytes; cut off, not rounded.
+/// Converts four bytes to one bit of alpha and three fields of five bits, without rounding.
 class CopyConverter_UInt8888_To_UShort1555 final
     : public element_processors::ElementProcessorDstSrc<unsigned short, unsigned int const>
 {
@@ -153,7 +153,7 @@ public:
     }
 };
 
-/// Four bytes from the fields of a packed word, each spread over 0..255 and rounded.
+/// Converts the fields of a packed word to four bytes, each scaled to 0..255 and rounded.
 template<typename P>
 class CopyConverter_PackedSample4_To_UInt8888 final
     : public element_processors::ElementProcessorDstSrc<unsigned int, unsigned short const>
@@ -176,16 +176,16 @@ private:
         return static_cast<unsigned int>(Round(static_cast<float>(field) / static_cast<float>(largest) * 255.0f));
     }
 };
-/// Four bytes from four fields of four bits, each times 17.
+/// Converts four fields of four bits to four bytes: each times 17.
 using CopyConverter_UShort4444_To_UInt8888 =
     CopyConverter_PackedSample4_To_UInt8888<sample_formats::PackedSample_UShort4444>;
-/// Four bytes from one bit of alpha and three fields of five bits.
+/// Converts one bit of alpha and three fields of five bits to four bytes.
 using CopyConverter_UShort1555_To_UInt8888 =
     CopyConverter_PackedSample4_To_UInt8888<sample_formats::PackedSample_UShort1555>;
 /// @}
 
 /// @name Linear interpolators
-/// The weights are the caller's. A sum is taken in the order of the arguments.
+/// The caller chooses the weights. Each sum is taken in the order of the arguments.
 /// @{
 
 /// Interpolates between two elements.
@@ -227,14 +227,14 @@ protected:
     ~LinearInterpolator3D() = default;
 };
 
-/// Sources of one interpolation with their weights: what the interpolators of all dimensions share.
+/// Sources of one interpolation with their weights, for the interpolators of all dimensions.
 template<typename S, unsigned int n>
 struct Taps
 {
     S const *src[n];  ///< source elements
     float weights[n]; ///< the weight of each
 
-    /// Weighted sum of what `value` reads from a source.
+    /// Returns the weighted sum of the values that `value` reads from the sources.
     template<typename Value>
     float Sum(Value value) const
     {
@@ -245,7 +245,7 @@ struct Taps
     }
 };
 
-/// Weighted sums of bytes, one for each of the components, rounded.
+/// Stores a weighted sum of bytes for each component, rounded.
 template<unsigned int n>
 void InterpolateComponents(unsigned char *dst, unsigned int numComponents, Taps<unsigned char, n> const &taps)
 {
@@ -256,7 +256,7 @@ void InterpolateComponents(unsigned char *dst, unsigned int numComponents, Taps<
     }
 }
 
-/// Weighted sums of floats, one for each of the components.
+/// Stores a weighted sum of floats for each component.
 template<unsigned int n>
 void InterpolateComponents(float *dst, unsigned int numComponents, Taps<float, n> const &taps)
 {
@@ -264,7 +264,7 @@ void InterpolateComponents(float *dst, unsigned int numComponents, Taps<float, n
         StoreElement(dst + k, taps.Sum([k](float const *src) { return LoadElement(src + k); }));
 }
 
-/// Weighted sums of the fields of packed words, each rounded and stored by its mask.
+/// Stores a weighted sum for each field of packed words, rounded and masked.
 template<typename P, unsigned int n>
 void InterpolatePacked(unsigned short *dst, Taps<unsigned short, n> const &taps)
 {

@@ -1,4 +1,4 @@
-// Transfer of samples between containers of different formats, conversion in place, and the manager of their handlers.
+// Transfer of samples between containers of different formats, conversion in place, and the manager of the handlers.
 #ifndef QUILLMARSH_DATAOBJECTS_SAMPLETRANSFER_H
 #define QUILLMARSH_DATAOBJECTS_SAMPLETRANSFER_H
 
@@ -11,20 +11,22 @@
 namespace quillmarsh
 {
 
-/// Knows which pairs of formats can be transferred or converted, and how. A program can add pairs of its own.
+/// Registry of the pairs of formats that can be transferred or converted, with their handlers. A program can add its
+/// own pairs.
 ///
-/// A singleton: the host makes it before the first transfer and destroys it after the last. Handlers are not owned.
-/// They are registered at start-up, by the thread that made the manager; any thread may look them up afterwards.
+/// A singleton: the host creates it before the first transfer and destroys it after the last. It borrows the handlers,
+/// which must outlive it. Register them at start-up, on the thread that created the manager; afterwards any thread may
+/// look them up.
 class QUILLMARSH_API SignalOperationsManager : NoCopy
 {
 public:
-    /// Pair of formats, the one that is wanted first.
+    /// Pair of formats, the destination first.
     struct HandlerKey
     {
         eSampleFormat first;  ///< format of the destination
         eSampleFormat second; ///< format of the source
 
-        /// By the first format as a signed number, then by the second.
+        /// Orders by the first format as a signed number, then by the second.
         bool operator<(HandlerKey const &other) const
         {
             if (first != other.first)
@@ -33,25 +35,25 @@ public:
         }
     };
 
-    /// Writes the samples of one container into another. Both have the same number of samples and the formats that the
-    /// handler was registered for.
+    /// Writes the samples of one container into another. Both have the same number of samples, and the formats for
+    /// which the handler is registered.
     class QUILLMARSH_API TransferSamplesHandler
     {
     public:
         TransferSamplesHandler() = default;
         virtual ~TransferSamplesHandler();
-        /// Does nothing here.
+        /// Transfers the samples. The base class does nothing.
         virtual void Handle(SignalBase &dst, SignalBase const &src);
     };
 
-    /// Rewrites the samples of a container for a format of the same size. The format itself is set afterwards, by
-    /// ConvertSamples.
+    /// Rewrites the samples of a container for another format of the same size. ConvertSamples sets the format
+    /// afterwards.
     class QUILLMARSH_API ConvertSamplesHandler
     {
     public:
         ConvertSamplesHandler() = default;
         virtual ~ConvertSamplesHandler();
-        /// Does nothing here.
+        /// Converts the samples. The base class does nothing.
         virtual void Handle(SignalBase &signal, eSampleFormat targetFormat);
     };
 
@@ -68,7 +70,7 @@ public:
     /// @}
 
     /// @name Registration
-    /// An earlier handler of the same pair is replaced; a pair that is not there is nothing to remove.
+    /// A new handler replaces an earlier one of the same pair. Removing an unknown pair does nothing.
     /// @{
     void RegisterTransferHandler(eSampleFormat dst, eSampleFormat src, TransferSamplesHandler &handler);
     void RegisterConvertHandler(eSampleFormat target, eSampleFormat current, ConvertSamplesHandler &handler);
@@ -80,7 +82,8 @@ public:
     void RegisterDefaultConvertHandlers();
     /// @}
 
-    /// @name Lookup; a handler is null when there is none
+    /// @name Lookup
+    /// Returns null or false when no handler is registered for the pair.
     /// @{
     TransferSamplesHandler *GetTransferHandler(eSampleFormat dst, eSampleFormat src) const;
     ConvertSamplesHandler *GetConvertHandler(eSampleFormat target, eSampleFormat current) const;
@@ -96,10 +99,10 @@ private:
 };
 
 /// @name Transfer
-/// Writes all samples of `src` into `dst`, in the format that `dst` has. False, with nothing changed, when no handler
-/// knows the two formats. With `resizeDestination` the destination takes the dimensions of the source first, which an
-/// adapter refuses by InvalidUsageException. Bytes of the destination that the source has nothing for keep what they
-/// held. Asserts "Sample-count mismatch." or "Dimensions mismatch.".
+/// Write all samples of `src` into `dst`, in the format of `dst`. False, with nothing changed, when no handler is
+/// registered for the two formats. With `resizeDestination`, `dst` first gets the dimensions of `src`; an adapter then
+/// throws InvalidUsageException. Bytes of `dst` without a counterpart in `src` keep their values. Asserts "Sample-count
+/// mismatch." or "Dimensions mismatch.".
 /// @{
 QUILLMARSH_API bool TransferSamples1D(SignalBase &dst, SignalBase const &src, bool resizeDestination);
 QUILLMARSH_API void TransferSamples1D(SignalBase &dst, SignalBase const &src,
@@ -108,24 +111,24 @@ QUILLMARSH_API bool TransferSamples2D(ImageBase &dst, ImageBase const &src, bool
 QUILLMARSH_API bool TransferSamples3D(VolumeBase &dst, VolumeBase const &src, bool resizeDestination);
 /// @}
 
-/// Changes the format of a container in place. True also when it has that format already; false, with nothing changed,
-/// for a format of another sample size or when no handler knows the two formats.
+/// Changes the format of a container in place. True also when it already has the format. False, with nothing changed,
+/// for a format of another sample size, or when no handler is registered for the two formats.
 QUILLMARSH_API bool ConvertSamples(SignalBase &signal, eSampleFormat targetFormat);
 
 /// @name Copies of all samples, part by part
-/// What the handlers are made of. Offsets are bytes within a sample. All assert "Sample-count mismatch.", and that the
-/// parts lie within the samples.
+/// The handlers consist of these. Offsets are bytes within a sample. All assert "Sample-count mismatch.", and that the
+/// parts are within the samples.
 /// @{
 
-/// Whole samples.
+/// Copies whole samples.
 QUILLMARSH_API void CopySamples(SignalBase &dst, SignalBase const &src);
-/// The same `n` bytes of each sample; one block copy when these are whole samples.
+/// Copies the same `n` bytes of each sample; in one block when these are whole samples.
 QUILLMARSH_API void CopySamples_NBytes(SignalBase &dst, unsigned int dstOffset, SignalBase const &src,
                                        unsigned int srcOffset, unsigned int n);
-/// Luminance from blue, green and red.
+/// Computes luminance from blue, green and red.
 QUILLMARSH_API void CopySamples_3BytesBGRTo1ByteL(SignalBase &dst, unsigned int dstLOffset, SignalBase const &src,
                                                   unsigned int srcBGROffset);
-/// Blue, green and red from luminance.
+/// Sets blue, green and red to the luminance.
 QUILLMARSH_API void CopySamples_1ByteLTo3BytesBGR(SignalBase &dst, unsigned int dstBGROffset, SignalBase const &src,
                                                   unsigned int srcLOffset);
 QUILLMARSH_API void CopySamples_UInt8888_To_UShort4444(SignalBase &dst, SignalBase const &src);

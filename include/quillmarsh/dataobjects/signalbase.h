@@ -1,4 +1,4 @@
-// One-dimensional arrays of samples: untyped, typed, and over memory that somebody else owns.
+// One-dimensional arrays of samples: untyped, typed, and over borrowed memory.
 #ifndef QUILLMARSH_DATAOBJECTS_SIGNALBASE_H
 #define QUILLMARSH_DATAOBJECTS_SIGNALBASE_H
 
@@ -9,25 +9,26 @@
 namespace quillmarsh
 {
 
-/// One contiguous block of samples of a fixed size, with a format code beside it.
+/// One contiguous block of samples of a fixed size, with a format code.
 ///
-/// A container knows nothing of what its bytes mean: the format code tells it to those who work on them. Images and
-/// volumes are signals too, of as many samples as they have in all. A container that cannot be held (its size passes
-/// 32 bits, or there is no memory) throws NoMemoryException and is empty then.
+/// A container does not interpret its bytes; the format code gives their meaning to other code. Images and volumes are
+/// signals, too, with all their samples in one row. If the size exceeds 32 bits, or memory is short, the container
+/// throws NoMemoryException and is empty.
 ///
-/// There is no lock: any number of threads may read, and who changes the storage keeps the others out.
+/// There is no lock: several threads may read at the same time, but a thread that changes the storage must be alone.
 class QUILLMARSH_API SignalBase : NoCopy
 {
 public:
     virtual ~SignalBase();
 
-    /// Holds this many samples afterwards. An unchanged count keeps block and contents and costs nothing; another one
-    /// gives a new block with undefined contents.
+    /// Makes this many samples. An unchanged count keeps block and contents; another count gives a new block with
+    /// undefined contents. Throws NoMemoryException, and is empty then.
     virtual void ReserveSampleStorage(unsigned int numSamples);
-    /// Lets go of all samples. The format stays.
+    /// Releases all samples. Keeps the format.
     virtual void ReleaseSampleStorage();
 
     /// @name Size and format
+    /// Sizes are in bytes, and 0 for an empty container except the size of a sample.
     /// @{
     eSampleFormat GetSampleFormat() const { return format_; }
     unsigned int GetNumSamples() const { return numSamples_; }
@@ -35,7 +36,8 @@ public:
     unsigned int GetTotalByteSize() const { return totalByteSize_; }
     /// @}
 
-    /// @name First byte of all samples; null when there are none
+    /// @name First byte of all samples
+    /// Null for an empty container. Valid until the storage changes.
     /// @{
     unsigned char const *GetSamplesB() const { return samples_; }
     unsigned char *GetSamplesB() { return samples_; }
@@ -48,14 +50,14 @@ public:
     unsigned char *SampleB(unsigned int index);
     /// @}
 
-    /// Changes the tag only; the samples stay as they are. Asserts "Setting invalid sample-format." for a format of
-    /// another sample size.
+    /// Changes only the format code; the samples stay unchanged. Asserts "Setting invalid sample-format." for a format
+    /// of another sample size.
     void SetSampleFormat(eSampleFormat format);
-    /// Whether samples of this format have the size of those in here.
+    /// True when samples of this format have the size of this container's samples.
     bool IsValidSampleFormat(eSampleFormat format) const;
 
     /// @name Comparison with another container
-    /// They report, and do not assert.
+    /// They return the result, and do not assert.
     /// @{
     bool CheckDimensionMatch(SignalBase const &other) const;
     bool CheckSampleByteSizeMatch(SignalBase const &other) const;
@@ -64,18 +66,18 @@ public:
     /// @}
 
 protected:
-    /// Empty, with a size of samples that never changes. Asserts "Invalid sample-byte-size." for 0.
+    /// Creates an empty container. The size of a sample never changes. Asserts "Invalid sample-byte-size." for 0.
     explicit SignalBase(unsigned int sampleByteSize);
 
-    /// Drops what is held. Then borrows the external block, or makes one of its own when that is null.
+    /// Releases the samples. Then borrows the external block, or allocates a block if that is null.
     void AllocateStorage(unsigned int numSamples, unsigned char *external);
-    /// Frees the block, or forgets it when it is borrowed.
+    /// Frees the block, or forgets it if it is borrowed.
     void DeallocateStorage();
 
-    /// Asserts that the index names a sample. False after an ignored assertion.
+    /// Asserts that the index is in range. False after an ignored assertion.
     bool CheckAccess1D(unsigned int index) const;
 
-    /// The sample; a stand-in where there is none.
+    /// Returns the sample, or a substitute for null.
     template<typename T>
     static T &OrStandIn(T *sample)
     {
@@ -83,7 +85,7 @@ protected:
     }
 
 private:
-    /// Bytes of 0, as many as the largest sample has, for the calling thread.
+    /// Returns the calling thread's substitute: bytes of 0, as many as the largest sample has.
     static unsigned char *GetStandIn();
 
     eSampleFormat format_ = e_format_none;
@@ -101,7 +103,7 @@ class Signal : public virtual SignalBase
     static_assert(alignof(T) == 1);
 
 public:
-    /// With undefined contents; 0 samples make it empty.
+    /// Creates a signal with undefined contents; empty for 0 samples.
     Signal(eSampleFormat format, unsigned int numSamples) : SignalBase(sizeof(T))
     {
         SetSampleFormat(format);
@@ -109,8 +111,9 @@ public:
             SignalBase::ReserveSampleStorage(numSamples);
     }
 
-    /// @name Samples by their type; as the untyped forms
-    /// In place of null, a reference is to a stand-in of the calling thread, with bytes of 0.
+    /// @name Typed samples
+    /// They assert like the untyped forms. After an ignored assertion, the reference is to a substitute of the calling
+    /// thread with bytes of 0.
     /// @{
     T const *GetSamples() const { return reinterpret_cast<T const *>(GetSamplesB()); }
     T *GetSamples() { return reinterpret_cast<T *>(GetSamplesB()); }
@@ -122,7 +125,7 @@ public:
     /// @}
 };
 
-// Made in the library, so that every module has the same classes.
+// Instantiated in the library, so that every module uses the same classes.
 extern template class QUILLMARSH_API Signal<Sample8>;
 extern template class QUILLMARSH_API Signal<Sample16>;
 extern template class QUILLMARSH_API Signal<Sample24>;
@@ -132,16 +135,16 @@ extern template class QUILLMARSH_API Signal<Sample64>;
 extern template class QUILLMARSH_API Signal<Sample96>;
 extern template class QUILLMARSH_API Signal<Sample128>;
 
-/// Gives a block of memory that somebody else owns the interface of a signal. The block is never freed and never grown:
-/// reserving throws InvalidUsageException, and only SetExternalStorage with null lets go of the block.
+/// Gives borrowed memory the interface of a signal. The adapter never frees or resizes the block: reserving throws
+/// InvalidUsageException, and only SetExternalStorage with null forgets the block.
 class QUILLMARSH_API SignalBaseFromExternalStorageAdapter : public SignalBase
 {
 public:
-    /// Empty, for samples of this format.
+    /// Creates an empty adapter for samples of this format.
     explicit SignalBaseFromExternalStorageAdapter(eSampleFormat format);
 
-    /// Borrows a block, which has to outlive its use here; null lets go of it, whatever the count. Asserts "Invalid
-    /// argument combination passed to SignalBase adapter." for a block of 0 samples.
+    /// Borrows a block until the next call or the end of the adapter. Null forgets the block; the count is then
+    /// ignored. Asserts "Invalid argument combination passed to SignalBase adapter." for a block of 0 samples.
     void SetExternalStorage(unsigned char *samples, unsigned int numSamples);
 
     /// Throws InvalidUsageException.
@@ -150,8 +153,8 @@ public:
     void ReleaseSampleStorage() override;
 };
 
-/// Makes a signal whose record the sample size of the format selects: 1, 2, 3, 4, 6, 8, 12 or 16 bytes; null for any
-/// other size. The caller owns it.
+/// Creates a signal of the plain sample with the format's size: 1, 2, 3, 4, 6, 8, 12 or 16 bytes; null for any other
+/// size. The caller owns it.
 QUILLMARSH_API SignalBase *ManufactureSignal(eSampleFormat format, unsigned int numSamples);
 
 } // namespace quillmarsh

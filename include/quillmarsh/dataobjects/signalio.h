@@ -15,6 +15,7 @@ extern template class QUILLMARSH_API DataPackageOf<SignalBase>;
 class QUILLMARSH_API DataPackageSignal : public DataPackageOf<SignalBase>
 {
 public:
+    /// Creates a package without a payload.
     DataPackageSignal();
     ~DataPackageSignal() override;
 
@@ -29,16 +30,18 @@ protected:
 class QUILLMARSH_API SignalEncoderQMDP : public SignalEncoder
 {
 public:
+    /// Creates the codec "SignalEncoder/QMDP".
     SignalEncoderQMDP();
 
     bool SaveSignal(SignalBase const &signal, string const &fileName, string const &format,
                     NamedParameterList const &params) override;
 };
 
-/// Loads signals from packages, and knows no parameters.
+/// Loads signals from packages. Reads no parameters.
 class QUILLMARSH_API SignalDecoderQMDP : public SignalDecoder, public OpenFileDecoder
 {
 public:
+    /// Creates the codec "SignalDecoder/QMDP".
     SignalDecoderQMDP();
 
     SignalBase *LoadSignal(string const &fileName, NamedParameterList const &params) override;

@@ -1,4 +1,4 @@
-// Work on the samples of any container taken as one row of them: copies, fills, thresholds, a gradient, resampling.
+// Operations on the samples of any container, as one row: copies, fills, thresholds, a gradient, resampling.
 #ifndef QUILLMARSH_DATAOBJECTS_SIGNALOPERATIONS_H
 #define QUILLMARSH_DATAOBJECTS_SIGNALOPERATIONS_H
 
@@ -10,15 +10,15 @@
 namespace quillmarsh
 {
 
-// Images and volumes are signals too, so all of this works on them. Offsets are bytes within a sample. An offset, an
-// index or a count that leads out of the samples is asserted, and then nothing is written. Work in place makes no heap
+// Images and volumes are signals, so these functions work on them, too. Offsets are bytes within a sample. An offset,
+// an index or a count that is out of range asserts, and then nothing is written. Work in place makes no heap
 // allocation. Any thread may call these functions, on containers that no other thread is writing.
 
-/// How a sample between the samples of a source is found.
+/// Way to compute a sample at a position between samples.
 enum eResampleFilter : unsigned int
 {
-    e_resample_nearest = 0, ///< the nearest sample as it is
-    e_resample_linear = 1   ///< the weighted sum of the samples around
+    e_resample_nearest = 0, ///< the nearest sample, unchanged
+    e_resample_linear = 1   ///< the weighted sum of the adjacent samples
 };
 
 /// @name Copies
@@ -30,8 +30,8 @@ enum eResampleFilter : unsigned int
 QUILLMARSH_API void CopySamples1D(SignalBase &dst, SignalBase const &src, unsigned int count, unsigned int dstOffset,
                                   unsigned int srcOffset);
 
-/// New signal with format and samples of another container, which is not empty; null when no record has the size of the
-/// format. The caller owns it.
+/// Creates a signal with the format and samples of another container, which must not be empty; null when no plain
+/// sample has the format's size. The caller owns it.
 QUILLMARSH_API SignalBase *CloneSignal(SignalBase const &src);
 
 /// Reverses the order of the samples.
@@ -45,12 +45,12 @@ QUILLMARSH_API void FlipSamples(SignalBase &signal);
 QUILLMARSH_API void ProcessSamples_FlipByteOrder(Signal<Sample16> &signal);
 /// Reverses the bytes of each sample.
 QUILLMARSH_API void ProcessSamples_FlipByteOrder(Signal<Sample32> &signal);
-/// Reverses the bytes of each sample, whatever its size.
+/// Reverses the bytes of each sample of any size.
 QUILLMARSH_API void ProcessSamples_FlipByteOrder(SignalBase &signal);
 /// Reverses three bytes of each sample. Asserts "Triplet-offset out of range.".
 QUILLMARSH_API void ProcessSamples_3BytesFlipByteOrder(SignalBase &signal, unsigned int tripletOffset);
-/// Exchanges the byte at the first offset with the one so many bytes behind it: the second offset counts from the
-/// first. Asserts "Byte-offset-1 out of range." and "Byte-offset-2 out of range.".
+/// Exchanges the bytes at `offset1` and at `offset1 + offset2`: the second offset counts from the first. Asserts
+/// "Byte-offset-1 out of range." and "Byte-offset-2 out of range.".
 QUILLMARSH_API void ProcessSamples_SwapBytes(SignalBase &signal, unsigned int offset1, unsigned int offset2);
 /// Copies samples with their bytes reversed. Asserts "Sample-count mismatch.".
 QUILLMARSH_API void CopySamples_FlippedByteOrder(Signal<Sample16> &dst, Signal<Sample16> const &src);
@@ -89,11 +89,11 @@ QUILLMARSH_API void ProcessSamples_FillBits_UShort(SignalBase &signal, unsigned 
 /// @name Alpha of colours
 /// @{
 
-/// Alpha becomes the luminance of the colour; then each byte of the colour becomes 255 above the threshold and else 0.
-/// Makes coverage and a white glyph out of a grey one. Nothing happens to samples under four bytes.
+/// Sets alpha to the luminance of the colour, then each byte of the colour to 255 above the threshold and else to 0.
+/// Turns a grey glyph into a white one with coverage. Does nothing to samples with less than four bytes.
 QUILLMARSH_API void ProcessSamples_BGRToA_ThresholdBGR(SignalBase &signal, unsigned char threshold = 0);
-/// Alpha becomes the one value where blue, green and red equal those of the key, and the other elsewhere. Nothing
-/// happens to samples under four bytes.
+/// Sets alpha to `matchAlpha` where blue, green and red equal those of the key, and to `otherAlpha` elsewhere. Does
+/// nothing to samples with less than four bytes.
 QUILLMARSH_API void ProcessSamples_AlphaFromColorKey(SignalBase &signal, color4b key, unsigned char matchAlpha,
                                                      unsigned char otherAlpha);
 /// @}
@@ -102,69 +102,70 @@ QUILLMARSH_API void ProcessSamples_AlphaFromColorKey(SignalBase &signal, color4b
 /// All assert "Byte-offset out of range.".
 /// @{
 
-/// Replaces what is below the threshold, and what equals it.
+/// Replaces bytes below the threshold, and bytes equal to it.
 QUILLMARSH_API void HighPassFilter(SignalBase &signal, unsigned int byteOffset, unsigned char threshold,
                                    unsigned char onEqual, unsigned char onBelow);
-/// Replaces what is above the threshold, and what equals it.
+/// Replaces bytes above the threshold, and bytes equal to it.
 QUILLMARSH_API void LowPassFilter(SignalBase &signal, unsigned int byteOffset, unsigned char threshold,
                                   unsigned char onEqual, unsigned char onAbove);
-/// Replaces everything by one of three values.
+/// Replaces every byte by one of three values.
 QUILLMARSH_API void ThresholdSegmentation(SignalBase &signal, unsigned int byteOffset, unsigned char threshold,
                                           unsigned char onBelow, unsigned char onEqual, unsigned char onAbove);
-/// The same for so many bytes of each sample. Asserts "Num-bytes-per-sample out of range." too, and does nothing after
-/// either.
+/// Does the same for `numBytes` bytes of each sample. Asserts also "Num-bytes-per-sample out of range.". Does nothing
+/// after an ignored assertion.
 QUILLMARSH_API void ThresholdSegmentationNBytes(SignalBase &signal, unsigned int byteOffset, unsigned int numBytes,
                                                 unsigned char threshold, unsigned char onBelow, unsigned char onEqual,
                                                 unsigned char onAbove);
 /// @}
 
 /// @name Fills of channels
-/// The channel is where the format has it; values have 8 bits, of which narrower channels keep the upper ones. False,
-/// with nothing changed, for a format that has no such channel.
+/// Set a channel of the format in every sample. Values have 8 bits; narrower channels keep the upper bits. False, with
+/// nothing changed, for a format without the channel.
 /// @{
 QUILLMARSH_API bool Fill_Luminance(SignalBase &signal, unsigned char value);
 QUILLMARSH_API bool Fill_Alpha(SignalBase &signal, unsigned char value);
 QUILLMARSH_API bool Fill_Red(SignalBase &signal, unsigned char value);
 QUILLMARSH_API bool Fill_Green(SignalBase &signal, unsigned char value);
 QUILLMARSH_API bool Fill_Blue(SignalBase &signal, unsigned char value);
-/// Leaves alpha as it is.
+/// Sets the colour and leaves alpha unchanged.
 QUILLMARSH_API bool Fill_RGB(SignalBase &signal, color4b color);
-/// Needs a format that has an alpha: not "X8R8G8B8".
+/// Sets colour and alpha. The format must have alpha, so "X8R8G8B8" returns false.
 QUILLMARSH_API bool Fill_ARGB(SignalBase &signal, color4b color);
 /// @}
 
-/// Fills samples from `startIndex` up to and with `endIndex` with colours that go from one to the other, in equal steps
-/// of which there are as many as samples: the last sample is one step short of `endColor`. False when colours cannot be
-/// transferred into the format of the signal. Asserts "Signal is empty.", "Start-index out of range.", "End-index out of
-/// range." and "End-index preceds start-index.".
+/// Fills the samples from `startIndex` to `endIndex`, both included, with colours from `startColor` towards `endColor`.
+/// The number of equal steps is the number of samples, so the last sample is one step short of `endColor`. False when
+/// colours cannot be transferred into the format of the signal. Asserts "Signal is empty.", "Start-index out of
+/// range.", "End-index out of range." and "End-index preceds start-index.".
 QUILLMARSH_API bool GradientFill(SignalBase &signal, color4f const &startColor, color4f const &endColor,
                                  unsigned int startIndex, unsigned int endIndex);
 
 /// @name Resampling
-/// Spreads the samples of `src` over those of `dst`; both keep their counts. For n samples out of m, the walk goes by
-/// `step = 1 / (n + 1)` from half a step on and reads at position `u * m`, all in single precision: it leaves a margin at
-/// both ends, and the same count is not the identity. The nearest filter takes the sample at the position rounded. The
-/// linear one weighs the sample at the position cut off and the one behind it, which at the end is the same again.
+/// Compute the samples of `dst` from those of `src`; both keep their counts. For n samples from m, the position `u`
+/// starts at half a step and advances by `step = 1 / (n + 1)`; samples are read at `u * m`, all in single precision.
+/// This leaves a margin at both ends, and equal counts do not give a plain copy. The nearest filter takes the sample at
+/// the rounded position. The linear filter weighs the sample at the truncated position and the next one; at the end,
+/// both are the last sample.
 /// @{
 
-/// By the format of the two, which is the same. False for a filter that is none, and with the linear one for a format
-/// without a name that is no float either. The unused byte of "X8R8G8B8" stays as it is with the linear filter. Asserts
-/// "Destination is empty.", "Source is empty." and "Sample-format mismatch.".
+/// Resamples by the format, which both must share. False for an unknown filter. The linear filter also returns false
+/// for a format that is neither named nor one of the float formats, and leaves the unused byte of "X8R8G8B8" unchanged.
+/// Asserts "Destination is empty.", "Source is empty." and "Sample-format mismatch.".
 QUILLMARSH_API bool Resample1D(SignalBase &dst, SignalBase const &src, eResampleFilter filter);
-/// Nearest samples, whole. Asserts as Resample1D.
+/// Takes whole nearest samples. Asserts as Resample1D does.
 QUILLMARSH_API void Resample1D_Nearest(SignalBase &dst, SignalBase const &src);
-/// Linear, so many bytes of each sample. Asserts as Resample1D, "Num-bytes-per-sample out of range." and "Byte-offset
-/// out of range.".
+/// Resamples `numBytes` bytes of each sample with the linear filter. Asserts as Resample1D does, and
+/// "Num-bytes-per-sample out of range." and "Byte-offset out of range.".
 QUILLMARSH_API void Resample1D_Linear_NBytes(SignalBase &dst, SignalBase const &src, unsigned int byteOffset,
                                              unsigned int numBytes);
-/// Linear, so many floats of each sample; the offset counts floats. Asserts as Resample1D, "Num-components-per-sample
-/// out of range." and "Component-offset out of range.".
+/// Resamples `numComponents` floats of each sample with the linear filter; the offset counts floats. Asserts as
+/// Resample1D does, and "Num-components-per-sample out of range." and "Component-offset out of range.".
 QUILLMARSH_API void Resample1D_Linear_NFloats(SignalBase &dst, SignalBase const &src, unsigned int componentOffset,
                                               unsigned int numComponents);
-/// Linear, each field of "A4R4G4B4". Asserts "Destination is empty.", "Source is empty.", "Invalid sample-format size."
-/// and "Sample-format mismatch.".
+/// Resamples each field of "A4R4G4B4" with the linear filter. Asserts "Destination is empty.", "Source is empty.",
+/// "Invalid sample-format size." and "Sample-format mismatch.".
 QUILLMARSH_API void Resample1D_Linear_PackedSample_UShort4444(SignalBase &dst, SignalBase const &src);
-/// Linear, each field of "A1R5G5B5". Asserts as for "A4R4G4B4".
+/// Resamples each field of "A1R5G5B5" with the linear filter. Asserts as the function for "A4R4G4B4" does.
 QUILLMARSH_API void Resample1D_Linear_PackedSample_UShort1555(SignalBase &dst, SignalBase const &src);
 /// @}
 

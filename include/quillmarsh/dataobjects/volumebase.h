@@ -1,4 +1,4 @@
-// Three-dimensional arrays of samples: untyped, typed, and over memory that somebody else owns.
+// Three-dimensional arrays of samples: untyped, typed, and over borrowed memory.
 #ifndef QUILLMARSH_DATAOBJECTS_VOLUMEBASE_H
 #define QUILLMARSH_DATAOBJECTS_VOLUMEBASE_H
 
@@ -7,22 +7,24 @@
 namespace quillmarsh
 {
 
-/// Layers of rows of samples in one block without padding. Columns run fastest, then rows, then layers.
+/// Layers of rows of samples in one block without padding: layer 0 comes first in memory, row 0 first in its layer, and
+/// column 0 first in its row.
 ///
-/// Either all dimensions are above zero or all are zero. Threads: as SignalBase.
+/// All dimensions are above zero, or all are zero. For threads, the rules of SignalBase apply.
 class QUILLMARSH_API VolumeBase : public virtual SignalBase
 {
 public:
     ~VolumeBase() override;
 
-    /// One layer with one row of this many columns.
+    /// Makes one layer with one row of this many columns.
     void ReserveSampleStorage(unsigned int numSamples) override;
     void ReleaseSampleStorage() override;
-    /// Holds this many layers, rows and columns afterwards; none at all when one of them is 0. As long as the product
-    /// stays, so do block and contents.
+    /// Makes this many layers, rows and columns; none when one of them is 0. Keeps block and contents if the product is
+    /// unchanged. Throws NoMemoryException, and is empty then.
     virtual void ReserveSampleStorage(unsigned int numLayers, unsigned int numRows, unsigned int numColumns);
 
-    /// @name Size
+    /// @name Size, in layers, rows, columns, samples and bytes
+    /// All are 0 for an empty volume.
     /// @{
     unsigned int GetNumLayers() const { return numLayers_; }
     unsigned int GetNumRows() const { return numRows_; }
@@ -42,17 +44,17 @@ public:
     /// @}
 
     using SignalBase::CheckDimensionMatch;
-    /// Whether layers, rows and columns are equal.
+    /// True when both have as many layers, rows and columns.
     bool CheckDimensionMatch(VolumeBase const &other) const;
 
 protected:
-    /// Empty. As with every virtual base, it is the most derived class that sets the size of the samples.
+    /// Creates an empty volume. SignalBase is a virtual base, so the most derived class sets the size of the samples.
     explicit VolumeBase(unsigned int sampleByteSize);
 
-    /// Stores the dimensions, all as 0 if one is, and what follows from them.
+    /// Stores the dimensions, all as 0 if one is 0, and the sizes that result.
     void SetupInternalVolumeProperties(unsigned int numLayers, unsigned int numRows, unsigned int numColumns);
 
-    /// Asserts that layer, row and column name a sample. False after an ignored assertion.
+    /// Asserts that layer, row and column are in range. False after an ignored assertion.
     bool CheckAccess3D(unsigned int layer, unsigned int row, unsigned int column) const;
 
 private:
@@ -71,7 +73,7 @@ template<typename T>
 class Volume : public VolumeBase, public Signal<T>
 {
 public:
-    /// With undefined contents; empty when a dimension is 0.
+    /// Creates a volume with undefined contents; empty when a dimension is 0.
     Volume(eSampleFormat format, unsigned int numLayers, unsigned int numRows, unsigned int numColumns)
         : SignalBase(sizeof(T)),
           VolumeBase(sizeof(T)),
@@ -83,7 +85,9 @@ public:
     }
 
     using Signal<T>::Sample;
-    /// @name Samples by their type; as the untyped forms
+    /// @name Typed samples
+    /// They assert like the untyped forms. After an ignored assertion, the reference is to a substitute of the calling
+    /// thread with bytes of 0.
     /// @{
     T const &Sample(unsigned int layer, unsigned int row, unsigned int column) const
     {
@@ -105,15 +109,16 @@ extern template class QUILLMARSH_API Volume<Sample64>;
 extern template class QUILLMARSH_API Volume<Sample96>;
 extern template class QUILLMARSH_API Volume<Sample128>;
 
-/// Gives a block of memory that somebody else owns the interface of a volume. As SignalBaseFromExternalStorageAdapter.
+/// Gives borrowed memory the interface of a volume. Behaves like SignalBaseFromExternalStorageAdapter.
 class QUILLMARSH_API VolumeBaseFromExternalStorageAdapter : public VolumeBase
 {
 public:
-    /// Empty, for samples of this format.
+    /// Creates an empty adapter for samples of this format.
     explicit VolumeBaseFromExternalStorageAdapter(eSampleFormat format);
 
-    /// Borrows a block without padding, which has to outlive its use here; null lets go of it, whatever the dimensions.
-    /// Asserts "Invalid argument combination passed to VolumeBase adapter." for a dimension of 0.
+    /// Borrows a block without padding, until the next call or the end of the adapter. Null forgets the block; the
+    /// dimensions are then ignored. Asserts "Invalid argument combination passed to VolumeBase adapter." for a
+    /// dimension of 0.
     void SetExternalStorage(unsigned char *samples, unsigned int numLayers, unsigned int numRows,
                             unsigned int numColumns);
 
@@ -125,8 +130,8 @@ public:
     void ReleaseSampleStorage() override;
 };
 
-/// Makes a volume whose record the sample size of the format selects, as ManufactureSignal does; null for a size that
-/// has no record. The caller owns it.
+/// Creates a volume of the plain sample with the format's size, as ManufactureSignal does; null when no plain sample
+/// has this size. The caller owns it.
 QUILLMARSH_API VolumeBase *ManufactureVolume(eSampleFormat format, unsigned int numLayers, unsigned int numRows,
                                              unsigned int numColumns);
 

@@ -15,11 +15,12 @@ extern template class QUILLMARSH_API DataPackageOf<VolumeBase>;
 class QUILLMARSH_API DataPackageVolume : public DataPackageOf<VolumeBase>
 {
 public:
+    /// Creates a package without a payload.
     DataPackageVolume();
     ~DataPackageVolume() override;
 
     /// @name Order of layers, and of rows within each layer
-    /// As the order of rows of DataPackageImage.
+    /// They work like the order of rows in DataPackageImage.
     /// @{
     void SetLayerOrderOnWrite(bool lastFirst) { layerOrderOnWrite_ = lastFirst; }
     void SetLayerOrderOnRead(bool lastFirst) { layerOrderOnRead_ = lastFirst; }
@@ -44,6 +45,7 @@ private:
 class QUILLMARSH_API VolumeEncoderQMDP : public VolumeEncoder
 {
 public:
+    /// Creates the codec "VolumeEncoder/QMDP".
     VolumeEncoderQMDP();
 
     bool SaveVolume(VolumeBase const &volume, string const &fileName, string const &format,
@@ -54,6 +56,7 @@ public:
 class QUILLMARSH_API VolumeDecoderQMDP : public VolumeDecoder, public OpenFileDecoder
 {
 public:
+    /// Creates the codec "VolumeDecoder/QMDP".
     VolumeDecoderQMDP();
 
     VolumeBase *LoadVolume(string const &fileName, NamedParameterList const &params) override;

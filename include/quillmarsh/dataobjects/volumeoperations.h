@@ -1,4 +1,4 @@
-// Work on volumes: copies of blocks and of layers, resampling, flips.
+// Operations on volumes: copies of blocks and of layers, resampling, flips.
 #ifndef QUILLMARSH_DATAOBJECTS_VOLUMEOPERATIONS_H
 #define QUILLMARSH_DATAOBJECTS_VOLUMEOPERATIONS_H
 
@@ -8,10 +8,10 @@
 namespace quillmarsh
 {
 
-// What signaloperations.h says of offsets, allocation and threads holds here too.
+// The rules in signaloperations.h for offsets, allocation and threads apply here, too.
 
-/// New volume with format and samples of another one, which is not empty; null when no record has the size of the
-/// format. The caller owns it.
+/// Creates a volume with the format and samples of another one, which must not be empty; null when no plain sample has
+/// the format's size. The caller owns it.
 QUILLMARSH_API VolumeBase *CloneVolume(VolumeBase const &src);
 
 /// Copies a block of samples of one format between two places; a count of 0 means all layers, rows or columns of `src`.
@@ -27,18 +27,18 @@ QUILLMARSH_API void CopySamples3D(VolumeBase &dst, VolumeBase const &src, unsign
 /// @name Single layers
 /// @{
 
-/// Copies all bytes of a signal into a layer, whatever their format. Asserts "Byte-size mismatch." and
-/// "Destination-layer-index out of range.".
+/// Copies all bytes of a signal of any format into a layer. Asserts "Byte-size mismatch." and "Destination-layer-index
+/// out of range.".
 QUILLMARSH_API void CopyToLayer(VolumeBase &dst, unsigned int layer, SignalBase const &src);
-/// Copies all bytes of a layer into a signal, whatever their format. Asserts "Byte-size mismatch." and
-/// "Source-layer-index out of range.".
+/// Copies all bytes of a layer into a signal of any format. Asserts "Byte-size mismatch." and "Source-layer-index out
+/// of range.".
 QUILLMARSH_API void CopyFromLayer(SignalBase &dst, VolumeBase const &src, unsigned int layer);
 /// @}
 
 /// @name Resampling
-/// The walk of Resample1D on layers, rows and columns. The linear filter weighs eight samples, of which the column
-/// changes fastest and the layer slowest; the weight of each is that of its layer times that of its row, times that of
-/// its column. Results and assertions are those of the forms for signals.
+/// Resample layers, rows and columns as Resample1D does. The linear filter weighs eight samples, in an order in which
+/// the column changes fastest and the layer slowest; the weight of a sample is the weight of its layer times the weight
+/// of its row, times the weight of its column. Results and assertions are the same as for signals.
 /// @{
 QUILLMARSH_API bool Resample3D(VolumeBase &dst, VolumeBase const &src, eResampleFilter filter);
 QUILLMARSH_API void Resample3D_Nearest(VolumeBase &dst, VolumeBase const &src);
