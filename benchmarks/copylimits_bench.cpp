@@ -1,5 +1,5 @@
-// Plain copies and fills: the limits of everything that reads and writes samples. Each has two kinds of stores, so that a
-// case finds the kind that it uses itself.
+// Plain copies and fills: the limits of everything that reads and writes samples. There are two kinds of stores, and a
+// case is compared with the limit that has its own kind.
 #include "benchmarks/support/image_blocks.h"
 
 #include <benchmark/benchmark.h>
@@ -142,6 +142,7 @@ bool RegisterAll()
             std::string const work = "copy_of_" + std::to_string(moved) + "_bytes_a_sample";
             benchmark::RegisterBenchmark(NameOfCase("limit", work.c_str(), side).c_str(), RunCopy, moved, side);
         }
+        RegisterMove<1, 2>(side);
         RegisterMove<1, 4>(side);
         RegisterMove<2, 2>(side);
         RegisterMove<2, 4>(side);

@@ -169,10 +169,9 @@ TEST_F(SampleKernels, HaveCodeForVectorsOfThisMachine)
     // Without such code, the tests above would compare the plain loops with themselves. The last target has none.
     Bytes block(512);
     EXPECT_GT(RunSampleKernel(eSampleKernel::e_byteFromWordLow, block.data(), block.data() + 128, 128), 0u);
-#ifndef _WIN32
     SetKernelTarget(tests::GetPlainTarget());
-    EXPECT_EQ(RunSampleKernel(eSampleKernel::e_byteFromWordLow, block.data(), block.data() + 128, 128), 0u);
-#endif
+    bool const hasOthers = GetKernelTargets().size() > 1;
+    EXPECT_EQ(RunSampleKernel(eSampleKernel::e_byteFromWordLow, block.data(), block.data() + 128, 128) == 0, hasOthers);
 }
 
 } // namespace

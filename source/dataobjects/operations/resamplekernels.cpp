@@ -276,7 +276,7 @@ private:
     }
 };
 
-/// Colours whose picked bytes are floats: for each vector of colours, all blue ones, then the green, red and alpha ones.
+/// Colours whose picked bytes are floats: for each vector of colours, first all blue ones, then green, red and alpha.
 struct WideColourElement
 {
     static constexpr std::size_t s_size = 4, s_tapSize = 16;

@@ -116,15 +116,17 @@ struct TwoVectors
 /// @{
 struct ByteFromWordLow
 {
+    static HWY_ATTR V16 Words(unsigned char const *src)
+    {
+        return hn::And(LoadWords(src), hn::Set(s_d16, std::uint16_t{0xFF}));
+    }
     static HWY_ATTR void Run(unsigned char *dst, unsigned char const *src) { StoreBytesOf16(dst, LoadWords(src)); }
 };
 
 struct ByteFromWordHigh
 {
-    static HWY_ATTR void Run(unsigned char *dst, unsigned char const *src)
-    {
-        StoreBytesOf16(dst, hn::ShiftRight<8>(LoadWords(src)));
-    }
+    static HWY_ATTR V16 Words(unsigned char const *src) { return hn::ShiftRight<8>(LoadWords(src)); }
+    static HWY_ATTR void Run(unsigned char *dst, unsigned char const *src) { StoreBytesOf16(dst, Words(src)); }
 };
 
 struct ByteFromColourAlpha
@@ -270,7 +272,12 @@ template<typename Kernel, std::size_t dstSize, std::size_t srcSize>
 HWY_ATTR inline V32 FullVector(unsigned char const *src)
 {
     std::size_t const step = hn::Lanes(s_d32) * srcSize;
-    if constexpr (dstSize == 4)
+    if constexpr (requires { Kernel::Words(src); })
+    {
+        V32 const first = hn::BitCast(s_d32, Kernel::Words(src));
+        return InOrder(PackToBytes(first, hn::BitCast(s_d32, Kernel::Words(src + hn::Lanes(s_d8)))), s_orderOf2);
+    }
+    else if constexpr (dstSize == 4)
         return Kernel::Values(src);
     else if constexpr (dstSize == 2)
         return InOrder(PackToWords(Kernel::Values(src), Kernel::Values(src + step)), s_orderOf2);
@@ -293,8 +300,8 @@ HWY_ATTR inline TwoVectors NextVectors(unsigned char const *src)
                 FullVector<Kernel, dstSize, srcSize>(src + hn::Lanes(s_d8) / dstSize * srcSize)};
 }
 
-/// Writes past the caches, so that cache lines which are written whole are not read first. Returns the number of samples
-/// that are done.
+/// Writes past the caches, so that cache lines which are written whole are not read first. Returns the number of
+/// samples that are done.
 template<typename Kernel, std::size_t dstSize, std::size_t srcSize>
 HWY_ATTR std::size_t RunPastCaches(unsigned char *dst, unsigned char const *src, std::size_t count)
 {
@@ -376,6 +383,26 @@ HWY_ATTR std::size_t RunAll(unsigned char *dst, unsigned char const *src, std::s
     return done;
 }
 
+#if HWY_TARGET == HWY_AVX2 || HWY_TARGET == HWY_AVX3
+
+/// Runs a kernel that takes bytes out of words: full vectors first, then the rest.
+template<typename Kernel>
+HWY_ATTR std::size_t RunWords(unsigned char *dst, unsigned char const *src, std::size_t count)
+{
+    std::size_t const done = RunFullVectors<Kernel, 1, 2>(dst, src, count);
+    return done + RunAll<Kernel, 1, 2>(dst + done, src + 2 * done, count - done);
+}
+
+#else
+
+template<typename Kernel>
+HWY_ATTR std::size_t RunWords(unsigned char *dst, unsigned char const *src, std::size_t count)
+{
+    return RunAll<Kernel, 1, 2>(dst, src, count);
+}
+
+#endif
+
 std::size_t Run(eSampleKernel kernel, unsigned char *dst, unsigned char const *src, std::size_t count)
 {
     switch (kernel)
@@ -383,9 +410,9 @@ std::size_t Run(eSampleKernel kernel, unsigned char *dst, unsigned char const *s
     case eSampleKernel::e_none:
         return 0;
     case eSampleKernel::e_byteFromWordLow:
-        return RunAll<ByteFromWordLow, 1, 2>(dst, src, count);
+        return RunWords<ByteFromWordLow>(dst, src, count);
     case eSampleKernel::e_byteFromWordHigh:
-        return RunAll<ByteFromWordHigh, 1, 2>(dst, src, count);
+        return RunWords<ByteFromWordHigh>(dst, src, count);
     case eSampleKernel::e_byteFromColourAlpha:
         return RunValues<ByteFromColourAlpha, 1, 4>(dst, src, count);
     case eSampleKernel::e_byteFromColourLuminance:
