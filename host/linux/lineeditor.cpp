@@ -10,8 +10,6 @@
 #include <cerrno>
 #include <clocale>
 #include <cstdio>
-#include <cstdlib>
-#include <cstring>
 #include <cwchar>
 
 #include <fcntl.h>
@@ -44,8 +42,7 @@ std::size_t GetTerminalColumns()
 /// True when the terminal understands the common escape sequences.
 bool HasCursorControl()
 {
-    char const *const term = std::getenv("TERM");
-    return term != nullptr && *term != 0 && std::strcmp(term, "dumb") != 0;
+    return platform::TakesEscapeSequences(platform::eStandardStream::e_output);
 }
 
 void Put(string const &text)

@@ -63,8 +63,12 @@ TEST(Program, KnowsItsTerminal)
     {
         setenv("TERM", "xterm", 1);
         bool const follows = TakesEscapeSequences(eStandardStream::e_output);
-        setenv("TERM", "dumb", 1);
-        bool const obeys = TakesEscapeSequences(eStandardStream::e_output) || !IsTerminal(eStandardStream::e_error);
+        bool obeys = !IsTerminal(eStandardStream::e_error);
+        for (char const *const kind : {"dumb", ""})
+        {
+            setenv("TERM", kind, 1);
+            obeys = obeys || TakesEscapeSequences(eStandardStream::e_output);
+        }
         _exit(follows && !obeys ? static_cast<int>(GetTerminalWidth(eStandardStream::e_input)) : 1);
     }
     EXPECT_EQ(tests::WaitForExit(process), 77);

@@ -65,7 +65,8 @@ bool IsTerminal(eStandardStream stream)
 bool TakesEscapeSequences(eStandardStream stream)
 {
     char const *const kind = std::getenv("TERM");
-    return IsTerminal(stream) && (!kind || std::strcmp(kind, "dumb") != 0);
+    bool const isKnown = kind != nullptr && *kind != '\0' && std::strcmp(kind, "dumb") != 0;
+    return isKnown && IsTerminal(stream);
 }
 
 unsigned int GetTerminalWidth(eStandardStream stream)
