@@ -81,7 +81,7 @@ TEST_F(WorkbenchData, FailuresAreToldAndKeepTheData)
         {"flip -row", "flip: unknown option -row"},
         {"resample 2x2 linear", "resample: surplus argument 'linear'"},
         {"fill -luminance=1", "the sample format A1R5G5B5 has no luminance"},
-        {"mipmaps m", "mipmaps need dimensions that are powers of two, and there are 2 rows, 3 columns"},
+        {"mipmaps m", "mipmaps need dimensions that are powers of two, but there are 2 rows, 3 columns"},
         {"save out.qmdp.volume", "out.qmdp.volume: takes a volume, and no image"},
     };
     for (auto const &[line, message] : cases)

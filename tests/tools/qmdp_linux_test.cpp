@@ -230,7 +230,10 @@ TEST_F(Qmdp, FailuresOfDataLeaveNoFile)
          {"--format=L8"},
          ".qmdp",
          in + ": no transfer leads from the sample format A1R5G5B5 to L8"},
-        {Image(1, 1, 0x03000005, "abc"), {"--size=2x2"}, ".qmdp", in + ": no filter knows the sample format unknown"},
+        {Image(1, 1, 0x03000005, "abc"),
+         {"--size=2x2"},
+         ".qmdp",
+         in + ": no filter supports the sample format unknown"},
         {Image(1, 1, s_L8, "a"), {"--size=4294967295x4294967295"}, ".qmdp", in + ": "},
         {Image(1, 1, s_L8, "a"), {}, ".qmdp.volume", out + ".qmdp.volume: takes a volume, and no image"},
         {Signal(s_L8, "a"), {}, ".png", out + ".png: takes an image, and no signal"},
@@ -305,7 +308,7 @@ TEST_F(Qmdp, MipmapsAreSavedLevelByLevel)
     EXPECT_FALSE(std::filesystem::exists(prefix + ".0.qmdp.image"));
 
     string const odd = directory_.Write("odd.qmdp", Signal(s_L8, "abc"));
-    EXPECT_EQ("qmdp: " + odd + ": mipmaps need dimensions that are powers of two, and there are 3 samples\n",
+    EXPECT_EQ("qmdp: " + odd + ": mipmaps need dimensions that are powers of two, but there are 3 samples\n",
               RunTool({"mipmaps", odd, prefix}).err);
     string const packed = directory_.Write("p.qmdp", Signal(s_A1R5G5B5, "ab"));
     EXPECT_EQ(1, RunTool({"mipmaps", packed, prefix, "--format=A8"}).status);

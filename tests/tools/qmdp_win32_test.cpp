@@ -24,7 +24,7 @@ TEST(Qmdp, FailuresNameFileAndReasonAndLoseNothing)
         ProcessResult const saved = RunProcess(QUILLMARSH_TEST_QMDP, {"convert", in, name, "--overwrite"});
         EXPECT_EQ(1, saved.status) << name;
         bool const isDevice = name.starts_with(scratch / "nul") || name.starts_with(scratch / "com");
-        string const failure = isDevice                 ? ": no name of a file"
+        string const failure = isDevice                 ? ": not a name of a file"
                                : name.ends_with(".png") ? ": cannot be written as PNG: "
                                                         : ": cannot be written as QMDP: ";
         EXPECT_EQ(0u, saved.err.find("qmdp: " + name + failure)) << saved.err;

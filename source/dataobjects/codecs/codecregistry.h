@@ -1,4 +1,4 @@
-// What the registries of encoders and of decoders do alike.
+// Common code of the registries of encoders and decoders.
 #ifndef QUILLMARSH_SOURCE_DATAOBJECTS_CODECS_CODECREGISTRY_H
 #define QUILLMARSH_SOURCE_DATAOBJECTS_CODECS_CODECREGISTRY_H
 
@@ -17,11 +17,11 @@
 namespace quillmarsh::codec_registry
 {
 
-/// Codecs by category, in the order in which they are tried. They are owned.
+/// Codecs by category, in the order in which they are tried. The registry owns them.
 template<typename Codec>
 using Registry = std::map<unsigned int, std::vector<Codec *>>;
 
-/// Null for a category that is not registered.
+/// Finds the entry of a category; null when the category is not registered.
 template<typename Map>
 auto FindCategory(Map &map, unsigned int category) -> decltype(&map.begin()->second)
 {
@@ -29,7 +29,7 @@ auto FindCategory(Map &map, unsigned int category) -> decltype(&map.begin()->sec
     return found == map.end() ? nullptr : &found->second;
 }
 
-/// Place of a codec in its category; the end when it is not there.
+/// Finds a codec in its category; returns the end when no codec has the name.
 template<typename Codecs>
 auto FindByName(Codecs &codecs, string const &codecName)
 {
@@ -65,7 +65,7 @@ Codec *Get(Registry<Codec> const &registry, unsigned int category, unsigned int 
     return index < codecs->size() ? (*codecs)[index] : nullptr;
 }
 
-/// `kind` begins the texts of failures: "Encoder" or "Decoder".
+/// Registers a codec. `kind` begins the texts of failures: "Encoder" or "Decoder".
 template<typename Codec>
 void Register(Registry<Codec> &registry, Codec *codec, char const *kind)
 {
@@ -136,7 +136,7 @@ void Dump(Registry<Codec> const &registry, unsigned int category, ostream &out, 
     }
 }
 
-/// Keeps the failure that says more: the first that is more than that the file or format is none of the codec's.
+/// Keeps the more specific failure: the first one that is not eCodecFailure::e_otherFormat.
 inline void KeepBetter(CodecFailure &kept, CodecFailure const &told)
 {
     if (kept.kind <= eCodecFailure::e_otherFormat && told.kind > eCodecFailure::e_otherFormat)

@@ -22,7 +22,7 @@ string ManagerName()
     return FormatClassName(GetTypeName(typeid(DataCodecManager)));
 }
 
-/// Categories that are registered have a list; it is left alone for any other.
+/// Sets the list of a registered category. Does nothing for any other category.
 void SetParams(std::map<unsigned int, NamedParameterList> &lists, unsigned int category, NamedParameterList const &list)
 {
     if (NamedParameterList *const params = registry::FindCategory(lists, category))
@@ -40,8 +40,8 @@ std::vector<DataDecoder *> const &RequireDecoders(registry::Registry<DataDecoder
     return *found;
 }
 
-/// What `call` gives with the first codec that succeeds. After the last one it tells the failure that says most, or
-/// `passed` when all have passed the request on.
+/// Calls each codec until one succeeds, and returns its result. If none does, tells the most specific failure, or
+/// `passed` if all codecs have passed the request on.
 template<typename Codec, typename Call>
 auto TryEach(std::vector<Codec *> const &codecs, string const &passed, Call const &call)
 {

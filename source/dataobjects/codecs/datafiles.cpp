@@ -39,9 +39,9 @@ constexpr KnownFileType s_fileTypes[] = {
     {".bmp", "BMP", 2},
 };
 
-/// Categories of the codecs, by the number of dimensions of their data less one.
+/// Categories of the codecs, indexed by the number of dimensions of their data minus one.
 constexpr unsigned int s_categories[] = {DataCategory_Signal, DataCategory_Image, DataCategory_Volume};
-/// Images first: a file whose kind is not known is a picture more often than not.
+/// Images come first, because a file of an unknown kind is most likely a picture.
 constexpr std::size_t s_dimensionsTried[] = {2, 1, 3};
 
 struct FirstBytes
@@ -71,7 +71,7 @@ bool HasExtension(FileType const &type, string const &extension)
     return known == extension;
 }
 
-/// The types of the library, then those that others have entered into the manager.
+/// Returns the types of the library, then those of other extensions in the manager.
 std::vector<FileType> ListFileTypes()
 {
     std::vector<FileType> types;
@@ -91,7 +91,7 @@ std::vector<FileType> ListFileTypes()
     return types;
 }
 
-/// Does work on a file. A failure is told with the file's name.
+/// Runs work on a file. Failures get the file's name.
 template<typename Work>
 auto NameFile(string const &fileName, Work const &work)
 {
@@ -113,7 +113,7 @@ auto NameFile(string const &fileName, Work const &work)
     {
         throw DataException(fileName, DescribeNoMemory(""));
     }
-    // What a codec of somebody else throws.
+    // Exceptions of other codecs.
     catch (Exception const &thrown)
     {
         throw DataException(fileName, {eCodecFailure::e_system, thrown.GetMessage()});
@@ -154,14 +154,14 @@ NamedParameterList MakeParameters(SaveSettings const &settings)
     return list;
 }
 
-/// True for failures of the system that do not name the attempt themselves.
+/// True for failures of the system, whose text does not say that the program tried to write.
 bool IsOfWriting(eCodecFailure kind)
 {
     return kind == eCodecFailure::e_notFound || kind == eCodecFailure::e_noPermission ||
            kind == eCodecFailure::e_noMemory || kind == eCodecFailure::e_system;
 }
 
-/// The container as the codecs take it: a pointer to exactly the type of its category.
+/// Returns the container as codecs expect it: a pointer to exactly the type of its category.
 void const *ToCodecData(SampledData const &data)
 {
     return data.Visit([](auto &container) -> void const * { return &container; });

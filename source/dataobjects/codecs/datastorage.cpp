@@ -1,4 +1,4 @@
-// Saving and loading by the type of the data, and what of the library is entered into the manager for it.
+// Saving and loading by the type of the data, and registration of the library's codecs and extensions.
 #include <quillmarsh/dataobjects/datacodecmanager.h>
 #include <quillmarsh/dataobjects/imagecodecs_gdiplus.h>
 #include <quillmarsh/dataobjects/imageio.h>
@@ -43,7 +43,7 @@ void RegisterFileExtensions(unsigned int category)
 template<typename Encoder, typename Decoder>
 void RegisterCodecs(DataCodecManager &manager)
 {
-    // A codec that is refused stays with its maker.
+    // The manager throws for a codec that it refuses, and does not own it.
     auto encoder = std::make_unique<Encoder>();
     manager.RegisterEncoder(encoder.get());
     static_cast<void>(encoder.release());

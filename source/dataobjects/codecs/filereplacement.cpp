@@ -25,7 +25,7 @@ using std::filesystem::file_type;
 using std::filesystem::path;
 using std::filesystem::perms;
 
-/// The files that are being written beside others, in all threads.
+/// The unfinished files of all threads.
 class UnfinishedFiles
 {
 public:
@@ -58,14 +58,14 @@ private:
     std::vector<path> files_;
 };
 
-/// The name of a path in the library's text.
+/// Returns the name of a path as UTF-8.
 string ToName(path const &file)
 {
     std::u8string const text = file.u8string();
     return string(text.begin(), text.end());
 }
 
-/// Nobody can guess it.
+/// Returns a file name that cannot be guessed.
 string MakeHiddenName()
 {
     constexpr char digits[] = "0123456789abcdef";
@@ -88,7 +88,7 @@ bool IsPipe(string const &fileName)
     return type == file_type::fifo || type == file_type::socket;
 }
 
-/// Where a chain of links ends; the name itself where the system does not tell.
+/// Returns the end of a chain of links; the name itself when the system does not report it.
 path FollowEachLink(path name)
 {
     constexpr int mostLinks = 40;
@@ -135,7 +135,7 @@ void FileReplacement::ReplaceFile(string const &fileName)
     case file_type::fifo:
     case file_type::socket:
     case file_type::not_found:
-        // A new file in a directory that takes no further one cannot be written in place either.
+        // If a new file cannot be created in the directory, the target cannot be created in place either.
         CreateBeside(FollowEachLink(name));
         return;
     default:
@@ -175,7 +175,7 @@ bool FileReplacement::Commit()
 bool FileReplacement::CreateBeside(path const &target)
 {
     path const beside = target.parent_path() / MakeHiddenName();
-    // Known before it is there: whoever removes what is unfinished may come at any moment.
+    // Added before the file exists, because another thread may remove unfinished files at any moment.
     UnfinishedFiles::Instance().Add(beside);
     if (!platform::CreateNewFile(beside))
     {

@@ -1,4 +1,4 @@
-// Files that data are saved in: replaced only when that is allowed, and only by whole ones.
+// Saves data in files: replaces a file only if that is allowed, and only by a complete one.
 #ifndef QUILLMARSH_SOURCE_DATAOBJECTS_CODECS_FILEREPLACEMENT_H
 #define QUILLMARSH_SOURCE_DATAOBJECTS_CODECS_FILEREPLACEMENT_H
 
@@ -9,13 +9,14 @@
 namespace quillmarsh
 {
 
-/// Contents for a file, which is there whole or not at all, and keeps its old contents until the new ones are complete.
+/// New contents for a file. The file keeps its old contents until the new ones are complete.
 ///
-/// They are written to a file beside it, which nobody else makes or opens, and that takes its place at the end. A
-/// symbolic link stays and leads to the new contents, also one that led nowhere; permissions stay. A
-/// pipe or a socket gives way to a file. What is a device, or stands in a directory that takes no further file, is written in place.
+/// The contents are written to a new file beside the target, which no other program creates or opens, and which
+/// replaces the target at the end. A symbolic link stays and then leads to the new contents, even if it led to no file
+/// before. The permissions stay. A pipe or a socket is replaced by a file. A device is written in place, and so is a
+/// file in a directory where no new file can be created.
 ///
-/// Tells a codec's failure (see CodecFailureSentry) where it refuses or fails.
+/// When it refuses or fails, it tells a codec's failure (see CodecFailureSentry).
 /// @code
 /// FileReplacement replacement(fileName, overwrite);
 /// bool const succeeded = !replacement.GetPath().empty() && Write(replacement.GetPath()) && replacement.Commit();
@@ -23,15 +24,16 @@ namespace quillmarsh
 class FileReplacement : NoCopy
 {
 public:
-    /// With `overwrite` false, the name must be free now and when the new contents are complete.
+    /// Prepares the new file. Without `overwrite`, the name must be free now and again when the contents are complete.
     FileReplacement(string const &fileName, bool overwrite);
-    /// Removes what was not committed.
+    /// Removes the new file if it was not committed.
     ~FileReplacement();
 
-    /// Where to write; empty when the name is taken, or that of a directory, or of a file that cannot be written.
+    /// Returns the file to write to. Empty when the name exists and must not be replaced, belongs to a directory, or to
+    /// a file that cannot be written.
     std::filesystem::path const &GetPath() const { return path_; }
 
-    /// Puts the new contents, which are written and closed, in the place of the old ones. False if that fails.
+    /// Replaces the old contents by the new ones; the caller has written and closed the file. False if that fails.
     bool Commit();
 
 private:
@@ -40,7 +42,7 @@ private:
 
     bool overwrite_;
     std::filesystem::path path_;
-    /// Name that the file at path_ gets in the end; empty when it is written in place.
+    /// Final name of the file at path_; empty when it is written in place.
     std::filesystem::path target_;
     std::filesystem::perms permissions_ = std::filesystem::perms::unknown;
 };

@@ -63,7 +63,7 @@ constexpr PixelForm s_pixelForms[] = {
     {e_format_A8R8G8B8, e_format_A8R8G8B8},
 };
 
-/// Form of 32 bits that a format is saved in; none for a format that is not saved.
+/// Returns the 32-bit format in which a sample format is saved; e_format_none for one that is not saved.
 eSampleFormat FindPixelForm(eSampleFormat source)
 {
     for (PixelForm const &row : s_pixelForms)
@@ -79,11 +79,11 @@ bool IsOriginBottom(NamedParameterList const &params)
     return params.GetValueBool(Param_OriginBottom, Value_OriginBottom_Default);
 }
 
-/// The pixels to be saved: the image itself where it has them in the right form and order, else a copy.
+/// The pixels to save: the image itself if it has the right format and order, else a copy.
 class PixelSource : NoCopy
 {
 public:
-    /// False if the format of the image cannot be brought to the form.
+    /// Prepares the pixels. False if the image cannot be transferred into the format.
     bool Prepare(ImageBase const &image, eSampleFormat form, bool turnedOver)
     {
         pixels_ = &image;
@@ -91,7 +91,7 @@ public:
             return true;
         copy_.emplace(form, image.GetNumRows(), image.GetNumColumns());
         pixels_ = &*copy_;
-        // Alpha alone gets a colour to go with it.
+        // An image with only alpha gets a colour.
         if (image.GetSampleFormat() == e_format_A8)
             std::fill_n(copy_->GetSamplesB(), copy_->GetTotalByteSize(), static_cast<unsigned char>(255));
         if (!TransferSamples2D(*copy_, image, true))
@@ -135,7 +135,7 @@ eCodecFailure ToCodecFailure(platform::eImageFailure kind)
     }
 }
 
-/// False, with the failure told.
+/// Tells the failure and returns false.
 bool Fail(platform::ImageFailure const &failure)
 {
     TellCodecFailure(ToCodecFailure(failure.kind), failure.text);
@@ -149,7 +149,7 @@ bool SavePixels(ImageBase const &pixels, string const &path, bool overwrite, cha
     if (replacement.GetPath().empty())
         return false;
     platform::ImageFailure failure;
-    // Writers only read what they are given.
+    // SaveImageFile() only reads the pixels.
     if (!platform::SaveImageFile(ToPixelRows(const_cast<ImageBase &>(pixels)), replacement.GetPath(), mimeType, options,
                                  failure))
         return Fail(failure.kind != platform::eImageFailure::e_none
@@ -163,7 +163,7 @@ eSampleFormat FormatOf(platform::ImageFileReader const &reader)
     return reader.HasAlpha() ? e_format_A8R8G8B8 : e_format_X8R8G8B8;
 }
 
-/// Null, with the failure told, also for a picture of more pixels than the limit.
+/// Opens a picture. On failure, and for a picture with more pixels than the limit, tells the failure and returns null.
 AutoPtr<platform::ImageFileReader> OpenPicture(sampled_data::InputFile &file)
 {
     platform::ImageFailure failure;
@@ -194,7 +194,7 @@ AutoPtr<ImageBase> LoadPixels(sampled_data::InputFile &file, bool turnedOver)
     return image;
 }
 
-/// What the call gives; false or null, with the failure told, when it finds no memory.
+/// Returns the result of the call. When memory is short, tells the failure and returns false or null.
 template<typename Call>
 auto CallWithMemory(Call const &call) -> decltype(call())
 {
@@ -213,14 +213,14 @@ auto CallWithMemory(Call const &call) -> decltype(call())
     return {};
 }
 
-/// False, with the failure told, for what cannot be saved whatever the file.
+/// True when the image can be saved in the format. Otherwise tells the failure and returns false.
 bool CanSave(ImageBase const &image, string const &fileName, string const &format)
 {
     if (!FindMimeType(format))
-        TellCodecFailure(eCodecFailure::e_otherFormat, "no format of pictures: " + format);
+        TellCodecFailure(eCodecFailure::e_otherFormat, "not a format of pictures: " + format);
     else if (fileName.empty() || image.GetNumSamples() == 0)
         TellCodecFailure(eCodecFailure::e_unsupported,
-                         fileName.empty() ? "a name of a file is missing" : "there are no pixels to save");
+                         fileName.empty() ? "the name of the file is missing" : "there are no pixels to save");
     else if (FindPixelForm(image.GetSampleFormat()) == e_format_none)
         TellCodecFailure(eCodecFailure::e_unsupported, format + " takes no samples of the format " +
                                                            sampled_data::GetFormatName(image.GetSampleFormat()));

@@ -14,7 +14,7 @@
 namespace quillmarsh::sampled_data
 {
 
-/// Reads large blocks straight into the memory of the reader.
+/// Reads large blocks directly into the reader's memory.
 class InputFile::Buffer final : public std::streambuf
 {
 public:
@@ -69,7 +69,7 @@ private:
 
     platform::FilePtr file_;
     std::uint64_t byteSize_;
-    /// Place in the file where the bytes in the buffer end.
+    /// Offset in the file of the end of the buffered bytes.
     std::uint64_t offset_ = 0;
     std::array<char, 4096> bytes_;
 };

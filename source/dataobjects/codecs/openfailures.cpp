@@ -12,7 +12,7 @@ namespace
 
 using std::filesystem::file_type;
 
-/// What stands under a name and has no contents to read or to replace; null for a file or a device.
+/// Returns a text for types of files without contents to read or replace; null for a file or a device.
 char const *NameOddity(file_type type)
 {
     switch (type)
@@ -31,7 +31,7 @@ char const *NameOddity(file_type type)
 CodecFailure FindOddity(string const &fileName, file_type type)
 {
     if (file_system::GetStreamPath(fileName).empty())
-        return {eCodecFailure::e_notAFile, "no name of a file"};
+        return {eCodecFailure::e_notAFile, "not a name of a file"};
     char const *const oddity = NameOddity(type);
     return oddity ? CodecFailure{eCodecFailure::e_notAFile, oddity} : CodecFailure();
 }
@@ -58,7 +58,7 @@ CodecFailure FindWritingObstacle(string const &fileName, bool overwrite)
 {
     if (CodecFailure oddity = FindOddity(fileName, file_system::GetFileType(fileName, true)))
         return oddity;
-    // The entry itself counts: a link that leads nowhere is there all the same.
+    // Links are not followed here: a link that leads to no file exists, too.
     file_type const entry = file_system::GetFileType(fileName, false);
     if (!overwrite && entry != file_type::not_found && entry != file_type::none)
         return DescribeTakenName();

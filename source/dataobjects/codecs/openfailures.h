@@ -1,4 +1,4 @@
-// What stands in the way of opening a file.
+// Reasons why a file cannot be opened.
 #ifndef QUILLMARSH_SOURCE_DATAOBJECTS_CODECS_OPENFAILURES_H
 #define QUILLMARSH_SOURCE_DATAOBJECTS_CODECS_OPENFAILURES_H
 
@@ -8,28 +8,28 @@
 namespace quillmarsh
 {
 
-/// What makes a name none of a plain file that can be read: no name at all, or that of a directory, a pipe, a socket or a
-/// device. No failure for a plain file and for a name that nothing has.
+/// Returns a failure if the name is empty, or belongs to a directory, a pipe, a socket or a device. No failure for a
+/// plain file, and for an unused name.
 CodecFailure FindReadingObstacle(string const &fileName);
 
-/// What makes a name none to save under: as above, but a device may be written to; with `overwrite` false also anything
-/// that has the name.
+/// Returns a failure if data cannot be saved under this name: the same reasons, but a device can be written to. Without
+/// `overwrite`, an existing file is a failure, too.
 CodecFailure FindWritingObstacle(string const &fileName, bool overwrite);
 
-/// Failure of saving under a name that something has.
+/// Returns the failure for a name that already exists.
 CodecFailure DescribeTakenName();
-/// Failure of the call that has just failed to open a file: "cannot be opened: " and the system's reason.
+/// Returns the failure of the call that has just failed to open a file: "cannot be opened: " and the system's reason.
 CodecFailure DescribeOpenFailure();
-/// Failure of a call that has just failed to write: the system's reason, or "writing failed" if it has none.
+/// Returns the failure of a call that has just failed to write: the system's reason, or "writing failed" without one.
 CodecFailure DescribeWriteFailure();
 
-/// Failure of an allocation: "not enough memory", and the text that tells how much, where there is one.
+/// Returns the failure of an allocation: "not enough memory", and `text` with the size if it is not empty.
 CodecFailure DescribeNoMemory(string const &text);
 
-/// Tells a codec's failure.
+/// Tells a codec's failure to the innermost CodecFailureSentry.
 void Tell(CodecFailure const &failure);
 
-/// Opens a plain file; null, with the failure told, if that fails.
+/// Opens a plain file. On failure, tells it and returns null.
 AutoPtr<sampled_data::InputFile> OpenInputFile(string const &fileName);
 
 } // namespace quillmarsh

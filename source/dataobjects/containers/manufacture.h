@@ -1,4 +1,4 @@
-// Choice of a typed container by a format that is known at run time only.
+// Creates typed containers for a format that is known only at run time.
 #ifndef QUILLMARSH_SOURCE_DATAOBJECTS_CONTAINERS_MANUFACTURE_H
 #define QUILLMARSH_SOURCE_DATAOBJECTS_CONTAINERS_MANUFACTURE_H
 
@@ -7,7 +7,7 @@
 namespace quillmarsh
 {
 
-/// New container over the plain sample of the format's size; null when there is none of that size.
+/// Creates a container of the plain sample with the format's size; null when no plain sample has it.
 template<typename Base, template<typename> class Container, typename... Dimensions>
 Base *Manufacture(eSampleFormat format, Dimensions... dimensions)
 {

@@ -16,7 +16,7 @@ struct NamedFormat
     char const *name;
 };
 
-/// Formats that the library knows and has no names for.
+/// Formats that the library knows without a name.
 constexpr NamedFormat s_floatFormats[] = {{e_format_FP32NormL, "FP32NormL"}, {e_format_FP32NormA, "FP32NormA"}};
 
 constexpr eSampleFormat s_formats[] = {e_format_L8,       e_format_A8,        e_format_A8L8,

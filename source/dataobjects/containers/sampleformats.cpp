@@ -13,7 +13,7 @@ struct NamedFormat
     char const *name;
 };
 
-// The float formats are left out on purpose: no file and no command names them.
+// The float formats are omitted on purpose: no file and no command names them.
 constexpr NamedFormat s_namedFormats[] = {
     {e_format_L8, "L8"},
     {e_format_A8, "A8"},

@@ -13,10 +13,10 @@ namespace quillmarsh
 namespace
 {
 
-// Blocks begin at a cache line, so that work on whole vectors never crosses one.
+// Blocks begin at a cache line, so that no vector crosses one.
 constexpr std::align_val_t s_blockAlignment{64};
 
-/// Uninitialised block. The handler of the program gets its chance to make room before this gives up.
+/// Allocates an uninitialised block. Calls the program's new-handler, which may free memory, before it fails.
 unsigned char *NewBlock(std::size_t byteSize)
 {
     void *const block = ::operator new[](byteSize, s_blockAlignment, std::nothrow);
@@ -104,7 +104,7 @@ void SignalBase::AllocateStorage(unsigned int numSamples, unsigned char *externa
         samples_ = external;
     else if (numSamples != 0)
         samples_ = NewBlock(static_cast<std::size_t>(byteSize));
-    // Only now, so that a container that could not be held is empty.
+    // Set after the allocation, so that the container is empty if that throws.
     numSamples_ = numSamples;
     totalByteSize_ = static_cast<unsigned int>(byteSize);
     externalStorage_ = external != nullptr;

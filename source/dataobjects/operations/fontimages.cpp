@@ -32,7 +32,7 @@ platform::PixelRows ToPixelRows(Image<Sample32> &image)
             image.GetNumColumns(), true};
 }
 
-/// The face, or that of equal widths where the system has it not.
+/// Returns the wanted face, or the fixed-width face if the system does not have it.
 FontFace ChooseFace(FontFace const &wanted)
 {
     if (drawing::HasFace(wanted))
@@ -43,7 +43,7 @@ FontFace ChooseFace(FontFace const &wanted)
     return face;
 }
 
-/// Size of the em in pixels at which a line is as high as this.
+/// Returns the em size in pixels at which a line has this height.
 float GetSizeOfLine(FontFace const &face, float height)
 {
     drawing::FaceHeights const heights = drawing::MeasureFace(face);
@@ -51,7 +51,7 @@ float GetSizeOfLine(FontFace const &face, float height)
     return line > 0 ? height * static_cast<float>(heights.em) / line : height;
 }
 
-/// Additions to the edges of a rectangle, as they are passed.
+/// Additions to the edges of a rectangle, in the order of the arguments.
 struct EdgeOffsets
 {
     float left;
@@ -67,7 +67,7 @@ drawing::RectF MoveEdges(drawing::Rect const &rect, EdgeOffsets const &offsets)
             static_cast<float>(rect.height) + offsets.bottom - offsets.top};
 }
 
-/// Rows of tiles and their size; throws NoMemoryException if the sheet is one that no image holds.
+/// Number and size of the tiles. Throws NoMemoryException if the sheet is too large for an image.
 struct SheetLayout
 {
     SheetLayout(unsigned int numGlyphs, unsigned int columns, unsigned int width)
@@ -93,7 +93,7 @@ struct SheetLayout
     unsigned int numRows;
 };
 
-/// White on black becomes white with its coverage as alpha.
+/// Turns white on black into white with its coverage as alpha.
 void TurnCoverageIntoAlpha(Image<Sample32> &image)
 {
     CopySamples_3BytesBGRTo1ByteL(image, 3, image, 0);

@@ -1,4 +1,4 @@
-// Images and the bitmaps of the drawing service that Windows has.
+// Images and the bitmaps of Windows' drawing service.
 #include <quillmarsh/dataobjects/fontimages.h>
 
 #include "source/platform/gdiplus.h"

@@ -12,7 +12,7 @@ namespace quillmarsh
 namespace
 {
 
-/// Sets bytes of each element to one of two patterns, by turns. Begins with the first of them.
+/// Sets bytes of each element to one of two patterns, which alternate. Begins with the first pattern.
 class CheckerboardProcessor final : public element_processors::ElementProcessorInplace<unsigned char>
 {
 public:

@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <cstring>
 
-// The newest set has a wrong truncation in the version that distributions still carry.
+// The newest set truncates wrongly in the version that distributions still have.
 #define HWY_DISABLED_TARGETS HWY_AVX3_DL
 
 // The code below is compiled once for each set of vector instructions.
@@ -27,7 +27,7 @@ namespace
 
 #if HWY_TARGET == HWY_SCALAR || HWY_TARGET == HWY_EMU128
 
-// Without vectors the one-element processors do it all.
+// Without vectors, the one-element processors do all the work.
 std::size_t RunFill(unsigned char *, std::size_t, BytePattern const &, BytePattern const &)
 {
     return 0;
@@ -65,8 +65,8 @@ std::size_t RunReverse(unsigned char *, std::size_t, std::size_t, unsigned int)
 
 using V8 = hn::Vec<decltype(s_d8)>;
 
-/// Calls `step` with the offset of each vector of a block and the number, 0 to 2, of its place in the pattern; returns
-/// how many bytes that were.
+/// Calls `step` with the offset of each vector of a block and its place in the pattern, 0 to 2. Returns the number of
+/// bytes that are done.
 template<typename Step>
 HWY_ATTR inline std::size_t ForVectors(BytePattern const &pattern, std::size_t byteSize, Step step)
 {
@@ -97,7 +97,7 @@ struct Vectors
     HWY_ATTR V8 At(int place) const { return place == 0 ? v0 : place == 1 ? v1 : v2; }
 };
 
-/// Lines that are written whole need not be read.
+/// Writes whole cache lines past the caches, so that they are not read first.
 HWY_ATTR std::size_t FillPastCaches(unsigned char *samples, std::size_t byteSize, V8 values)
 {
     std::size_t const size = hn::Lanes(s_d8);
@@ -163,7 +163,7 @@ HWY_ATTR std::size_t RunMerge(unsigned char *dst, unsigned char const *src, std:
                       });
 }
 
-/// Orders and masks of the bytes of 16, of which the last belong to no sample where the size does not fit.
+/// Orders and masks for 16 bytes. If 16 is not a multiple of the samples' size, the last bytes belong to no sample.
 struct OrderTables
 {
     alignas(16) unsigned char order[16];
@@ -226,8 +226,8 @@ HWY_ATTR std::size_t ReorderPastCaches(unsigned char *dst, unsigned char const *
     return done;
 }
 
-/// Samples whose size 16 is no multiple of: as many as fit into 16 bytes at a time. What is loaded beyond them is stored
-/// again, before it is worked on.
+/// Reorders samples whose size does not divide 16, as many at a time as fit into 16 bytes. The bytes that are loaded
+/// after them are stored again unchanged, and then reordered in the next step.
 HWY_ATTR std::size_t ReorderParts(unsigned char *dst, unsigned char const *src, std::size_t byteSize, std::size_t step,
                                   OrderTables const &tables)
 {
@@ -320,7 +320,7 @@ HWY_ATTR std::size_t RunSwap(unsigned char *a, unsigned char *b, std::size_t byt
     return done;
 }
 
-/// Exchanges vectors of both ends, reversed, as long as there are two; returns how many bytes that were at each end.
+/// Exchanges and reverses vectors from both ends while there are two. Returns the number of bytes done at each end.
 template<typename D>
 HWY_ATTR inline std::size_t ReverseEnds(D d, unsigned char *samples, std::size_t byteSize, std::size_t done,
                                         unsigned char const *orderInBlock)
@@ -375,7 +375,7 @@ HWY_EXPORT(RunLuminance);
 HWY_EXPORT(RunSwap);
 HWY_EXPORT(RunReverse);
 
-/// Reverses what the vectors left in the middle, and samples of any size.
+/// Reverses the samples that the vectors leave in the middle, and samples of any size.
 template<unsigned int sampleSize>
 void ReverseRest(unsigned char *samples, std::size_t count)
 {

@@ -13,7 +13,7 @@ namespace quillmarsh
 namespace
 {
 
-/// @name What differs between the kinds of containers
+/// @name Differences between the kinds of containers
 /// @{
 unsigned int GetMaxDimension(SignalBase const &source)
 {
@@ -111,7 +111,7 @@ bool Halve(VolumeBase &dst, VolumeBase const &src)
     return Resample3D(dst, src, e_resample_linear);
 }
 
-/// What stands for a level that isn't there.
+/// Returns an empty container for a level that does not exist.
 SignalBase const &NoLevel(SignalBase const *)
 {
     static SignalBaseFromExternalStorageAdapter const s_none(e_format_L8);
@@ -131,8 +131,7 @@ VolumeBase const &NoLevel(VolumeBase const *)
 }
 /// @}
 
-/// A container for one level of a source. Bytes that neither filter nor transfer writes are 0; null for a format that
-/// no container has.
+/// Creates a container for one level of a source, with bytes of 0. Null for a format that no container supports.
 template<typename Container>
 AutoPtr<Container> MakeClearLevel(eSampleFormat format, Container const &source, unsigned int level)
 {
@@ -143,7 +142,7 @@ AutoPtr<Container> MakeClearLevel(eSampleFormat format, Container const &source,
     return made;
 }
 
-/// Clears a chain at the end of the scope unless it is complete by then.
+/// Clears a chain at the end of the scope if it is not complete.
 template<typename Chain>
 class UnfinishedChainSentry : NoCopy
 {
@@ -169,7 +168,7 @@ unsigned int MipmapChain::ComputeDimensionAtLevel(unsigned int level, unsigned i
 
 void MipmapChain::SetMaxDimension(unsigned int maxDimension)
 {
-    // Whole numbers: a quotient of logarithms can fall short of the last level.
+    // Computed in whole numbers, because a quotient of logarithms can lose the last level by rounding.
     numLevels_ = static_cast<unsigned int>(std::bit_width(maxDimension));
 }
 
@@ -222,7 +221,7 @@ template<typename Container>
 bool TypedMipmapChain<Container>::BuildSmallerLevels(Container const &source)
 {
     bool const sharesFormat = GetSampleFormat() == source.GetSampleFormat();
-    // The level before in the format of the source, where it isn't one of the chain's own.
+    // The previous level in the format of the source, if the chain has another format.
     AutoPtr<Container> kept;
     Container const *previous = &source;
     for (unsigned int i = 1; i < GetNumLevels(); ++i)

@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <cstring>
 
-// The newest set has a wrong truncation in the version that distributions still carry.
+// The newest set truncates wrongly in the version that distributions still have.
 #define HWY_DISABLED_TARGETS HWY_AVX3_DL
 
 // The code below is compiled once for each set of vector instructions.
@@ -28,7 +28,7 @@ namespace
 
 #if HWY_TARGET == HWY_SCALAR || HWY_TARGET == HWY_EMU128
 
-// Without vectors the plain loops do it all.
+// Without vectors, the plain loops do all the work.
 GatherKernel FindGather(unsigned int, bool)
 {
     return {};
@@ -99,7 +99,7 @@ HWY_ATTR void GatherBlocks(GatherJob const &job)
                                    both ? job.tap1 + at : nullptr);
         control += controlSize;
     }
-    // The last block may repeat what the one before it did.
+    // The last block may repeat a part of the block before it.
     std::size_t const at = (job.numColumns - blockColumns) * sampleSize;
     Kernel::template Run<both>(job.src + *window * sampleSize, control, job.tap0 + at, both ? job.tap1 + at : nullptr);
 }
@@ -131,7 +131,7 @@ GatherKernel FindGather(unsigned int sampleSize, bool wantsBoth)
 /// @name Weighted sums
 /// @{
 
-/// Elements that are values by themselves: each has one sum.
+/// Elements with a single value, and so a single sum.
 template<typename Element>
 struct SingleSum
 {
@@ -147,7 +147,7 @@ struct SingleSum
     }
 };
 
-/// Bits of `values` where the mask has them, else those of what is there.
+/// Returns the bits of `values` in the mask, and the destination's bits elsewhere.
 template<typename D, typename V>
 HWY_INLINE void StoreBits(V values, D d, unsigned char *at, unsigned char const *mask)
 {
@@ -391,7 +391,8 @@ HWY_INLINE std::size_t BlendFours(BlendJob const &, std::size_t &)
 
 #endif
 
-/// Handles the last vector of a kernel that reads picked samples in whole vectors. Only a part of it may be wanted.
+/// Handles the last vector of a kernel that reads picked samples in whole vectors. It may use only a part of the
+/// vector.
 template<typename Element, unsigned int numRows, bool masked>
 HWY_INLINE void BlendPart(BlendJob const &job, std::size_t i)
 {
@@ -410,7 +411,7 @@ HWY_INLINE void BlendPart(BlendJob const &job, std::size_t i)
 template<typename Element, unsigned int numRows, bool masked>
 HWY_ATTR void BlendAll(BlendJob const &given)
 {
-    // A copy of its own, which the stores can't change.
+    // A local copy, which the stores cannot change.
     BlendJob const job = given;
     std::size_t const step = hn::Lanes(s_dFloat);
     std::size_t ahead = 0;
@@ -422,7 +423,7 @@ HWY_ATTR void BlendAll(BlendJob const &given)
         Prefetch(job, ahead, 1);
         BlendVector<Element, numRows, masked>(job, i);
     }
-    // The last vector may repeat what the one before it did.
+    // The last vector may repeat a part of the vector before it.
     if constexpr (Element::s_tapSize == Element::s_size)
         BlendVector<Element, numRows, masked>(job, job.count - step);
     else

@@ -1,4 +1,4 @@
-// The inner work of resampling, a vector at a time: picking samples out of a row, and weighted sums of what was picked.
+// The inner loops of resampling, a vector at a time: pick samples from a row, and compute weighted sums of them.
 #ifndef QUILLMARSH_SOURCE_DATAOBJECTS_OPERATIONS_RESAMPLEKERNELS_H
 #define QUILLMARSH_SOURCE_DATAOBJECTS_OPERATIONS_RESAMPLEKERNELS_H
 
@@ -8,9 +8,9 @@
 namespace quillmarsh
 {
 
-/// One row to be picked from. Every block has a window, and a vector of control values: which of the window's samples
-/// go to the first output, then which go to the second. These count samples of four bytes in words of 32 bits, and the
-/// bytes of smaller samples in bytes.
+/// Picks samples from one row. Every block has a window, and a vector of control values: the window's samples for the
+/// first output, then those for the second. The values count samples of four bytes in words of 32 bits, and the bytes
+/// of smaller samples in bytes.
 struct GatherJob
 {
     std::size_t numColumns; ///< at least those of a block; the last block ends with the last column
@@ -18,20 +18,20 @@ struct GatherJob
     unsigned char const *controls;
     unsigned char const *src;
     unsigned char *tap0;
-    unsigned char *tap1; ///< unused when only the first output is wanted
+    unsigned char *tap1; ///< unused if there is only the first output
 };
 
-/// Picks by blocks of so many columns, each of which comes out of a window of so many samples.
+/// Picks blocks of a number of columns, each from a window of a number of samples.
 struct GatherKernel
 {
     unsigned int blockColumns, windowSamples;
     void (*run)(GatherJob const &job); ///< null: there is no kernel
 };
 
-/// Samples of one, two and four bytes have kernels where the machine has vectors.
+/// Returns the kernel for samples of this size. On machines with vectors, samples of one, two and four bytes have one.
 GatherKernel GetGatherKernel(unsigned int sampleSize, bool wantsBoth);
 
-/// What samples consist of.
+/// Elements of samples.
 enum class eSampleElement
 {
     e_byte,
@@ -42,8 +42,8 @@ enum class eSampleElement
     e_word1555
 };
 
-/// Weighted sums of the elements of one to four rows, with two taps in each. A tap's weight is that of its row times that
-/// of its column, and the sum goes through the rows in order, tap by tap.
+/// Weighted sums of the elements of one to four rows, with two taps in each. The weight of a tap is the weight of its
+/// row times the weight of its column. The sum takes the rows in order, tap by tap.
 struct BlendJob
 {
     static constexpr unsigned int s_maxRows = 4;
@@ -55,25 +55,26 @@ struct BlendJob
     unsigned char *dst;
     std::size_t count; ///< of elements, at least those of a vector
 
-    /// @name What is read next, and brought near meanwhile: so many bytes from two places with each vector
+    /// @name Prefetched bytes that are read next, from two places with each vector
     /// @{
     unsigned char const *ahead0, *ahead1;
     std::size_t aheadStep;
     /// @}
 };
 
-/// Does the work of the one-element interpolators, to the bit.
+/// Gives the same bits as the one-element interpolators.
 struct BlendKernel
 {
     std::size_t lanes;                ///< elements of a vector
     void (*run)(BlendJob const &job); ///< null: there is no kernel
 };
 
-/// For 1, 2 or 4 rows. Machines with vectors have kernels for all, but for wide colours only where these are faster.
+/// Returns the kernel for 1, 2 or 4 rows. Machines with vectors have kernels for all elements, but for wide colours
+/// only if these are faster.
 BlendKernel GetBlendKernel(eSampleElement element, unsigned int numRows, bool isMasked);
 
-/// Converts picked colours for the kernel for wide ones: each vector of colours gives a vector of floats for each byte.
-/// Both blocks must have room for whole vectors. Call this only when there is such a kernel.
+/// Converts picked colours for the kernel of wide colours: each vector of colours gives a vector of floats for each
+/// byte. Both blocks must have room for whole vectors. Call this only if that kernel exists.
 void WidenColours(unsigned char *dst, unsigned char const *src, std::size_t count);
 
 } // namespace quillmarsh

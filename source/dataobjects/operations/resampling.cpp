@@ -10,7 +10,7 @@ namespace quillmarsh
 namespace
 {
 
-/// The rows of the source around a place.
+/// The source rows of a row of the destination.
 struct RowTaps
 {
     unsigned int count;
@@ -18,17 +18,17 @@ struct RowTaps
     unsigned int slots[BlendJob::s_maxRows]; ///< see PickedRows
 };
 
-/// Samples that were picked from rows of the source, kept for the rows of the destination that share them. The rows
-/// around a place follow each other, and so do the layers: whether these are even or odd gives each a slot of its own.
+/// Samples that were picked from rows of the source, kept for the rows of the destination that share them. The rows of
+/// one place are consecutive, and so are the layers, so the parity of row and layer gives each a slot of its own.
 class PickedRows
 {
 public:
     static unsigned int GetSlot(unsigned int layer, unsigned int row) { return (layer & 1) << 1 | (row & 1); }
 
-    /// For another run of columns.
+    /// Drops the samples, for another run of columns.
     void Forget() { std::fill_n(keys_, s_numSlots, s_noKey); }
 
-    /// Picks what is not there yet of the source rows, and enters their samples into the job.
+    /// Picks the source rows that are missing, and enters the samples of all into the job.
     void Fetch(RowTaps const &taps, ResamplingColumns const &columns, unsigned char const *src, std::size_t rowSize,
                BlendJob &job)
     {
@@ -48,7 +48,7 @@ public:
 private:
     static constexpr unsigned int s_numSlots = BlendJob::s_maxRows;
     static constexpr std::size_t s_noKey = static_cast<std::size_t>(-1);
-    // All of these are read side by side: their starts keep away from the same lines of the cache.
+    // All slots are read at the same time, so their starts must not share lines of the cache.
     static constexpr std::size_t s_slotSize = ResamplingColumns::s_maxBytes + ResamplingColumns::s_stagger;
 
     std::size_t keys_[s_numSlots];
@@ -56,14 +56,14 @@ private:
     alignas(64) unsigned char tap1_[s_numSlots][s_slotSize];
 };
 
-/// All that a resampling needs besides its samples.
+/// The working memory of a resampling.
 struct Workspace
 {
     ResamplingColumns columns;
     PickedRows rows;
 };
 
-/// Finds the rows around a place, and sets their weights.
+/// Finds the source rows of a place, and sets their weights.
 RowTaps CombineTaps(unsigned int numDimensions, AxisTaps const &layer, AxisTaps const &row, std::size_t numRows,
                     float *weights)
 {
@@ -91,7 +91,7 @@ RowTaps CombineTaps(unsigned int numDimensions, AxisTaps const &layer, AxisTaps 
             {layerSlot0 | slot0, layerSlot0 | slot1, layerSlot1 | slot0, layerSlot1 | slot1}};
 }
 
-/// Does all rows of one run of columns, which starts at `dst`.
+/// Computes the weighted sums in all rows of one run of columns, which starts at `dst`.
 void BlendRun(Workspace &work, unsigned char *dst, SampleBlock<unsigned char> const &dstShape,
               SampleBlock<unsigned char const> const &src, unsigned int sampleSize, unsigned int numDimensions)
 {
@@ -111,7 +111,7 @@ void BlendRun(Workspace &work, unsigned char *dst, SampleBlock<unsigned char> co
             RowTaps const taps = CombineTaps(numDimensions, layerTaps, rows.NextLinear(), src.numRows, job.rowWeights);
             job.dst = dst;
             work.rows.Fetch(taps, work.columns, src.samples, srcRowSize, job);
-            // The two rows behind the last one are read next, as a rule.
+            // Usually the two rows after the last one are read next.
             std::size_t const last = taps.rows[taps.count - 1];
             job.ahead0 = srcStart + std::min(last + 1, lastRow) * srcRowSize;
             job.ahead1 = srcStart + std::min(last + 2, lastRow) * srcRowSize;
@@ -120,7 +120,7 @@ void BlendRun(Workspace &work, unsigned char *dst, SampleBlock<unsigned char> co
     }
 }
 
-/// Does all rows of one run of columns, which starts at `dst`.
+/// Picks the samples in all rows of one run of columns, which starts at `dst`.
 void PickRun(ResamplingColumns const &columns, unsigned char *dst, SampleBlock<unsigned char> const &dstShape,
              SampleBlock<unsigned char const> const &src, unsigned int sampleSize)
 {
@@ -145,7 +145,8 @@ void PickRun(ResamplingColumns const &columns, unsigned char *dst, SampleBlock<u
     }
 }
 
-/// Goes through the runs of columns: `set(walk, n)` sets up the next `n`, and `run(dst)` does all rows of them.
+/// Goes through the runs of columns: `set(walk, n)` sets up the next `n` columns, and `run(dst)` computes all their
+/// rows.
 template<typename Set, typename Run>
 void ForEachRun(SampleBlock<unsigned char> const &dst, unsigned int srcColumns, unsigned int sampleSize,
                 unsigned int pickedSize, Set set, Run run)

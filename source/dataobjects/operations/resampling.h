@@ -1,4 +1,4 @@
-// Resampling of blocks of samples in up to three dimensions, behind the functions on signals, images and volumes.
+// Resampling of blocks of samples in up to three dimensions, for the functions on signals, images and volumes.
 #ifndef QUILLMARSH_SOURCE_DATAOBJECTS_OPERATIONS_RESAMPLING_H
 #define QUILLMARSH_SOURCE_DATAOBJECTS_OPERATIONS_RESAMPLING_H
 
@@ -7,7 +7,7 @@
 namespace quillmarsh
 {
 
-/// Samples without padding. What has fewer dimensions than three is one layer, or one row of one layer.
+/// Samples without padding. An image is one layer, and a signal is one row of one layer.
 template<typename Byte>
 struct SampleBlock
 {
@@ -15,7 +15,7 @@ struct SampleBlock
     unsigned int numLayers, numRows, numColumns;
 };
 
-/// What is resampled: a part of each sample, in samples of one size on both sides.
+/// The part of each sample that is resampled. Samples have the same size on both sides.
 struct SamplePart
 {
     unsigned int sampleSize; ///< in bytes
@@ -24,14 +24,14 @@ struct SamplePart
     unsigned int numElements;
 };
 
-/// Neither block is empty, and they share no memory. Any thread may call these.
+/// The blocks must not be empty or share memory. Any thread may call these functions.
 /// @{
 
-/// Nearest samples, whole.
+/// Takes whole nearest samples.
 void ResampleNearest(SampleBlock<unsigned char> const &dst, SampleBlock<unsigned char const> const &src,
                      unsigned int sampleSize);
 
-/// Weighted sums over so many of the dimensions: 1 for columns only, 2 for rows as well, 3 for all.
+/// Computes weighted sums over some dimensions: 1 for columns only, 2 for columns and rows, 3 for all.
 void ResampleLinear(SampleBlock<unsigned char> const &dst, SampleBlock<unsigned char const> const &src,
                     SamplePart const &part, unsigned int numDimensions);
 /// @}

@@ -1,4 +1,4 @@
-// Walk of a resampling along one axis.
+// Positions of a resampling along one axis.
 #ifndef QUILLMARSH_SOURCE_DATAOBJECTS_OPERATIONS_RESAMPLINGAXIS_H
 #define QUILLMARSH_SOURCE_DATAOBJECTS_OPERATIONS_RESAMPLINGAXIS_H
 
@@ -15,8 +15,8 @@ struct AxisTaps
     float weight0, weight1;
 };
 
-/// Gives the places in the source for one sample of the destination after the other. Positions are summed up in single
-/// precision, which over many samples leads past the source; a tap stays at the last sample then.
+/// Returns the places in the source for one sample of the destination after the other. Positions are summed in single
+/// precision, which over many samples can exceed the source; a tap then stays at the last sample.
 class AxisWalk
 {
 public:
@@ -28,14 +28,14 @@ public:
     {
     }
 
-    /// The sample nearest to the position.
+    /// Returns the nearest sample of the next position.
     unsigned int NextNearest()
     {
         float const shifted = NextPosition() + 0.5f;
         return AtMostLast(static_cast<std::uint64_t>(shifted));
     }
 
-    /// The samples around the position.
+    /// Returns the two adjacent samples of the next position.
     AxisTaps NextLinear()
     {
         float const position = NextPosition();

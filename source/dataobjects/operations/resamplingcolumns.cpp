@@ -11,7 +11,7 @@ namespace
 
 using sample_processors::Taps;
 
-/// Copies one sample for each column, in a loop of its own for each of the usual sizes.
+/// Copies one sample for each column, with a separate loop for each of the usual sizes.
 template<unsigned int size>
 void PickOneByOne(unsigned char *dst, unsigned char const *src, AxisTaps const *taps, unsigned int AxisTaps::*tap,
                   std::size_t numColumns)
@@ -112,7 +112,7 @@ bool ResamplingColumns::CanBeWide(SamplePart const &part)
 unsigned int ResamplingColumns::GetRunLength(unsigned int numColumns, unsigned int pickedSize)
 {
     unsigned int const longest = std::min(s_maxBytes / pickedSize, s_maxColumns);
-    // Runs of much the same length, so that none is too short for a vector.
+    // The runs have nearly the same length, so that none is too short for a vector.
     unsigned int const numRuns = (numColumns - 1) / longest + 1;
     return (numColumns - 1) / numRuns + 1;
 }
@@ -179,7 +179,7 @@ bool ResamplingColumns::SetBlock(unsigned int column, unsigned int srcColumns, s
 
 eSampleElement ResamplingColumns::FindElement(bool areWide) const
 {
-    // The kernel for bytes does columns that do not fill a vector of colours.
+    // The kernel for bytes handles runs that do not fill a vector of colours.
     bool const areEnough = numColumns_ >= GetBlendKernel(eSampleElement::e_colour, numRows_, false).lanes;
     if (!AreColours(part_) || !areEnough)
         return part_.element;

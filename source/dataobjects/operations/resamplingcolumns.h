@@ -1,4 +1,4 @@
-// A run of columns that a resampling does for all rows before it goes on to the next.
+// A run of columns, which a resampling computes for all rows before it goes on to the next run.
 #ifndef QUILLMARSH_SOURCE_DATAOBJECTS_OPERATIONS_RESAMPLINGCOLUMNS_H
 #define QUILLMARSH_SOURCE_DATAOBJECTS_OPERATIONS_RESAMPLINGCOLUMNS_H
 
@@ -10,22 +10,22 @@
 namespace quillmarsh
 {
 
-/// Where the columns of a run come from, worked out once for all rows.
+/// The source places of the columns of a run, computed once for all rows.
 ///
-/// A run is so short that what belongs to it stays in the nearest cache. The object is large; it holds everything that a
-/// resampling needs, without further allocations.
+/// A run is so short that its data stay in the nearest cache. The object is large, because it contains all data of a
+/// resampling, without further allocations.
 class ResamplingColumns
 {
 public:
-    /// Bytes of the samples of a run, in every array that holds such.
+    /// Bytes of the samples of a run, in each array of samples.
     static constexpr unsigned int s_maxBytes = 4096;
-    /// Bytes that keep one such array away from the next.
+    /// Bytes between one such array and the next.
     static constexpr unsigned int s_stagger = 5 * 64;
 
     /// Returns the number of columns of a run, for a row of `numColumns` with picked samples of that size.
     static unsigned int GetRunLength(unsigned int numColumns, unsigned int pickedSize);
 
-    /// @name Set-up, from where the walk stands
+    /// @name Set-up, from the current position of the walk
     /// @{
     void SetNearest(AxisWalk &walk, unsigned int numColumns, unsigned int srcColumns, unsigned int sampleSize);
     /// With `areWide`, colours are converted to floats when they are picked, not in each of the sums.
@@ -39,17 +39,18 @@ public:
     unsigned int GetNumColumns() const { return numColumns_; }
     std::size_t GetByteSize() const { return std::size_t{numColumns_} * part_.sampleSize; }
 
-    /// Picks the samples at the first taps out of a row of the source, and those at the second taps.
+    /// Picks the samples at the first taps and those at the second taps from a row of the source.
     void Gather(unsigned char const *src, unsigned char *tap0, unsigned char *tap1) const;
 
-    /// @name Weighted sums of picked samples, of as many rows as were named before
+    /// @name Weighted sums of picked samples, for the number of rows in the set-up
     /// @{
 
-    /// A job with what is the same for every row of the destination. The caller names the picked samples, the weights of
-    /// their rows, the destination, which is the run's part of a row, and the places that are read next.
+    /// Returns a job with the values that are the same for every row of the destination. The caller adds the picked
+    /// samples, the weights of their rows, the destination, which is the run's part of a row, and the places that are
+    /// read next.
     BlendJob MakeJob() const;
     void Blend(BlendJob const &job) const;
-    /// Where the run's part of a row of the source begins, in bytes.
+    /// Returns the offset of the run's part in a row of the source, in bytes.
     std::size_t GetSourceStart() const { return std::size_t{taps_[0].first} * part_.sampleSize; }
     /// @}
 

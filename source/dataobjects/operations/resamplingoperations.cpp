@@ -24,15 +24,14 @@ constexpr unsigned int s_numDimensions = std::is_base_of_v<VolumeBase, Signal>  
                                          : std::is_base_of_v<ImageBase, Signal> ? 2
                                                                                 : 1;
 
-/// Whether there is something to do once the assertions are behind: without samples on a side, or with samples of
-/// different sizes, nothing is written.
+/// True when both sides have samples of the same size. After ignored assertions, nothing is written otherwise.
 bool CanResample(SignalBase const &dst, SignalBase const &src)
 {
     return dst.GetNumSamples() != 0 && src.GetNumSamples() != 0 && dst.CheckSampleByteSizeMatch(src);
 }
 
-/// The public functions, by what follows the dimension in their names. Each has its assertions to itself: what is ignored
-/// in one still speaks up in another.
+/// The public functions, by the part of their names after the dimension. Each has its own assertions, so that ignoring
+/// one for ever does not silence those of the other functions.
 enum class eFunction
 {
     e_byFormat,
@@ -116,7 +115,7 @@ void LinearPacked(Signal &dst, Signal const &src)
         Linear(dst, src, is4444 ? eSampleElement::e_word4444 : eSampleElement::e_word1555, 0, 1);
 }
 
-/// Linear resampling as the format wants it; false for a format that is not known.
+/// Resamples by the linear filter for the format; false for an unknown format.
 template<typename Signal>
 bool LinearByFormat(Signal &dst, Signal const &src)
 {

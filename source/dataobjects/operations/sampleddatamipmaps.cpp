@@ -23,7 +23,7 @@ VolumeMipmapChain ChainFor(VolumeBase const &volume)
     return VolumeMipmapChain(volume.GetSampleFormat());
 }
 
-/// A copy of a level in another format, or in the same one. What the filter leaves alone is made opaque.
+/// Copies a level in the same or another format. Bytes that the filter does not write become opaque.
 SampledData CopyLevel(SignalBase const &level, unsigned int index, Dimensions dimensions, eSampleFormat format)
 {
     for (unsigned int &dimension : dimensions)
@@ -43,7 +43,7 @@ std::vector<SampledData> BuildMipmaps(SampledData const &data, eSampleFormat for
     for (unsigned int const dimension : data.GetDimensions())
     {
         if (!IsPowerOf2(dimension))
-            throw DataException("mipmaps need dimensions that are powers of two, and there are " +
+            throw DataException("mipmaps need dimensions that are powers of two, but there are " +
                                 Describe(data.GetDimensions()));
     }
     RequireTransfer(format, data.GetFormat());
@@ -51,10 +51,10 @@ std::vector<SampledData> BuildMipmaps(SampledData const &data, eSampleFormat for
     data.Visit(
         [&](auto &source)
         {
-            // In the format of the source, since the chain would leave alone what is to be opaque.
+            // Built in the format of the source, because the chain would not make unwritten bytes opaque.
             auto chain = ChainFor(source);
             if (!chain.Build(source, false))
-                throw DataException("no filter knows the sample format " + GetFormatName(data.GetFormat()));
+                throw DataException("no filter supports the sample format " + GetFormatName(data.GetFormat()));
             for (unsigned int i = 0; i < chain.GetNumLevels(); ++i)
                 levels.push_back(CopyLevel(chain.GetLevel(i), i, data.GetDimensions(), format));
         });

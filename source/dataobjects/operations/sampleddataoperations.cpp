@@ -10,7 +10,7 @@ namespace quillmarsh::sampled_data
 namespace
 {
 
-// One name for what the library calls by the number of dimensions.
+// One name for functions whose names in the library contain the number of dimensions.
 
 bool ResampleInto(SignalBase &dst, SignalBase const &src, eResampleFilter filter)
 {
@@ -57,7 +57,7 @@ std::optional<eResampleFilter> FindFilter(string const &name)
 std::optional<Dimensions> ParseSize(string const &text)
 {
     constexpr std::size_t mostDimensions = 3;
-    // Columns come first here, and last in the library.
+    // Columns come first in the text, and last in the library.
     Dimensions size;
     for (char const *at = text.data(), *const end = at + text.size();; ++at)
     {
@@ -83,7 +83,7 @@ SampledData Resample(SampledData const &data, Dimensions const &dimensions, eRes
             return ResampleInto(dst, *data.Get<Container>(), filter);
         });
     if (!resampled)
-        throw DataException("no filter knows the sample format " + GetFormatName(data.GetFormat()));
+        throw DataException("no filter supports the sample format " + GetFormatName(data.GetFormat()));
     return result;
 }
 

@@ -1,4 +1,4 @@
-// Fills of channels, where the format of the samples has them.
+// Fills of channels by the format of the samples.
 #include <quillmarsh/dataobjects/signaloperations.h>
 
 #include "source/dataobjects/transfer/sampleparts.h"
@@ -59,7 +59,7 @@ struct WordBytes
     std::span<unsigned char const> First(unsigned int count) const { return {bytes, count}; }
 };
 
-/// Fills all of these channels at once, or none if the format lacks one.
+/// Fills all these channels at once; returns false and fills none if the format lacks one.
 bool FillChannels(SignalBase &signal, std::initializer_list<ChannelValue> values)
 {
     unsigned int mask = 0, bits = 0;
@@ -80,7 +80,7 @@ bool FillChannels(SignalBase &signal, std::initializer_list<ChannelValue> values
     return true;
 }
 
-/// Colours from one to the other, the second of which is never reached.
+/// Writes colours from `startColor` towards `endColor`, which is never reached.
 void FillWithSteps(SignalBase &colours, color4f const &startColor, color4f const &endColor)
 {
     color4f const step = (endColor - startColor) / static_cast<float>(colours.GetNumSamples());

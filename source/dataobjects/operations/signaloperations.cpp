@@ -73,7 +73,7 @@ private:
     Process_ThresholdSegmentation<unsigned char> threshold_;
 };
 
-/// Takes bytes of a sample to new places: `length` of them, which come from behind each other or from the front.
+/// Returns an order of a sample's bytes in which byte i comes from `place(i)`.
 template<typename Place>
 ByteOrder MakeOrder(unsigned int sampleSize, Place place)
 {
@@ -84,7 +84,7 @@ ByteOrder MakeOrder(unsigned int sampleSize, Place place)
     return order;
 }
 
-/// Place that a byte of a part comes from when the part is reversed; `shift` is added to it.
+/// Returns the place from which a byte comes when a part is reversed. Bytes outside the part keep their places.
 constexpr unsigned int ReversedPlace(unsigned int at, unsigned int offset, unsigned int length)
 {
     bool const isInPart = at >= offset && at < offset + length;
@@ -135,7 +135,7 @@ void CopyFlippedSamples(Signal<Sample> &dst, Signal<Sample> const &src)
     CopyFlipped<sizeof(Sample)>(dst, 0, src, 0);
 }
 
-/// Runs a threshold on bytes of each sample that are there.
+/// Runs a threshold on bytes of each sample, which must exist.
 template<typename Processor>
 void RunThreshold(SignalBase &signal, unsigned int offset, unsigned int numBytes, ThresholdRule const &rule,
                   Processor processor)

@@ -14,7 +14,7 @@ struct Place3D
     unsigned int layer, row, column;
 };
 
-/// Which axes of a block lie within a volume.
+/// Tells for each axis if a block is within a volume.
 struct Fit3D
 {
     bool layers, rows, columns;
@@ -28,7 +28,7 @@ struct Fit3D
     bool All() const { return layers && rows && columns; }
 };
 
-/// Copies a block that is there in both.
+/// Copies a block that is within both volumes.
 void CopyRows(VolumeBase &dst, VolumeBase const &src, Place3D const &count, Place3D const &to, Place3D const &from,
               bool flipLayers, bool flipRows)
 {

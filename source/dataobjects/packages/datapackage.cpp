@@ -68,7 +68,7 @@ void ReadNumber(Serializable const &object, istream &in, char const *field, unsi
     ReadField(object, field, [&] { in >= value; });
 }
 
-/// Bytes of a payload, of which a package has less than 4 GiB.
+/// Returns the size of a payload in bytes, which is less than 4 GiB.
 unsigned int Distance(std::streampos begin, std::streampos end)
 {
     return static_cast<unsigned int>(end - begin);
@@ -81,7 +81,7 @@ char const *NameOfPayload(unsigned int type)
     return s_payloadNames[type < std::size(s_payloadNames) ? type : 0];
 }
 
-/// Failure of what was thrown. What was told before it was thrown says more.
+/// Returns the failure for an exception. A failure that was told before the throw is more specific.
 CodecFailure ChooseFailure(CodecFailureSentry const &told, CodecFailure const &thrown)
 {
     return told.GetFailure() ? told.GetFailure() : thrown;
@@ -90,14 +90,14 @@ CodecFailure ChooseFailure(CodecFailureSentry const &told, CodecFailure const &t
 CodecFailure DescribeReadFailure(ios_base::failure const &failure)
 {
     string text = failure.what();
-    // The standard library adds a text that says nothing.
+    // The standard library adds a text without information.
     string const added = ": " + failure.code().message();
     if (text.ends_with(added))
         text.resize(text.size() - added.size());
     return {eCodecFailure::e_damaged, "is cut short, or cannot be read: " + text};
 }
 
-/// True when the action throws nothing. Tells the failure of what it throws, and throws it on when asked for.
+/// Runs an action. If it throws, tells the failure, and returns false or with `rethrow` throws the exception again.
 template<typename Action>
 bool Succeeds(bool rethrow, Action const &action)
 {
@@ -146,7 +146,7 @@ void WriteTo(DataPackage const &package, string const &fileName, FileReplacement
 {
     std::ofstream file;
     errno = 0;
-    // An attempt without a path would take the place of the reason why there is none.
+    // Opening an empty path would replace the reason why it is empty.
     if (!replacement.GetPath().empty())
     {
         file.open(replacement.GetPath(), ios_base::out | ios_base::trunc | ios_base::binary);
@@ -158,7 +158,7 @@ void WriteTo(DataPackage const &package, string const &fileName, FileReplacement
     try
     {
         package.Serialize(file);
-        // The last bytes reach the disk only now.
+        // The last bytes are written only here.
         file.exceptions(ios_base::failbit | ios_base::badbit);
         file.close();
     }
@@ -188,8 +188,8 @@ void DataPackageHeader::Serialize(ostream &out) const
 
 void DataPackageHeader::Deserialize(istream &in)
 {
-    // The reason, unless the sequence is there.
-    TellCodecFailure(eCodecFailure::e_otherFormat, "no data package");
+    // The reason if the sequence is missing.
+    TellCodecFailure(eCodecFailure::e_otherFormat, "not a data package");
     ReadOpeningMagic(*this, in, s_headerOpening);
     TellCodecFailure(eCodecFailure::e_none, "");
     unsigned int specifier = 1; // neither of the two, for a stream that ends and does not throw

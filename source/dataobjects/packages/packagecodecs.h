@@ -1,4 +1,4 @@
-// What the codecs of all packages do alike.
+// Common code of the codecs of packages.
 #ifndef QUILLMARSH_SOURCE_DATAOBJECTS_PACKAGES_PACKAGECODECS_H
 #define QUILLMARSH_SOURCE_DATAOBJECTS_PACKAGES_PACKAGECODECS_H
 
@@ -14,7 +14,8 @@ namespace quillmarsh
 
 inline constexpr char s_szPackageCodec[] = "QMDP";
 
-/// Saves data in a package that is set up but for its payload, byte order and id. False for another format.
+/// Saves data in `package`, and sets its payload, byte order and id; the caller has set the rest. False for another
+/// format.
 template<typename Package, typename Container>
 bool SavePackage(Package &package, Container const &data, string const &fileName, string const &format,
                  NamedParameterList const &params)
@@ -23,13 +24,13 @@ bool SavePackage(Package &package, Container const &data, string const &fileName
 
     if (format != s_szPackageCodec)
     {
-        TellCodecFailure(eCodecFailure::e_otherFormat, "no format of packages");
+        TellCodecFailure(eCodecFailure::e_otherFormat, "not a format of packages");
         return false;
     }
     if (fileName.empty() || data.GetNumSamples() == 0)
     {
         TellCodecFailure(eCodecFailure::e_unsupported,
-                         fileName.empty() ? "a name of a file is missing" : "there are no samples to save");
+                         fileName.empty() ? "the name of the file is missing" : "there are no samples to save");
         return false;
     }
     package.SetPackageByteOrderOnWrite(params.GetValueBool(Param_ByteOrderBigEndian, Value_ByteOrderBigEndian_Default));
@@ -40,7 +41,7 @@ bool SavePackage(Package &package, Container const &data, string const &fileName
     return !replacement.GetPath().empty() && WritePackageFile(package, path, replacement);
 }
 
-/// Loads a package that is set up, and hands out its payload; null on failure.
+/// Loads a package, which the caller has set up, and returns its payload, owned by the caller; null on failure.
 template<typename Package>
 auto LoadPackage(Package &package, string const &fileName) -> decltype(package.GetPayload(true))
 {
@@ -48,14 +49,14 @@ auto LoadPackage(Package &package, string const &fileName) -> decltype(package.G
     return loaded ? package.GetPayload(true) : nullptr;
 }
 
-/// The same from a file that is open.
+/// Does the same from an open file.
 template<typename Package>
 auto LoadPackage(Package &package, sampled_data::InputFile &file) -> decltype(package.GetPayload(true))
 {
     return ReadPackageFile(package, file.GetStream()) ? package.GetPayload(true) : nullptr;
 }
 
-/// Reads what a package of so many dimensions holds. False, with the failure told, for anything else.
+/// Describes a package with this number of dimensions. For any other file, tells the failure and returns false.
 bool QueryPackage(sampled_data::InputFile &file, std::size_t numDimensions, DataFileHead &head);
 
 inline bool IsOriginBottom(NamedParameterList const &params)

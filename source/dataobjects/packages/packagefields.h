@@ -1,4 +1,4 @@
-// Texts of failures of packages: behind the class name, with the field at which a stream ended.
+// Texts of failures of packages: the class name, and the field at which a stream ended.
 #ifndef QUILLMARSH_SOURCE_DATAOBJECTS_PACKAGES_PACKAGEFIELDS_H
 #define QUILLMARSH_SOURCE_DATAOBJECTS_PACKAGES_PACKAGEFIELDS_H
 
@@ -11,13 +11,13 @@
 namespace quillmarsh
 {
 
-/// Text behind the plain name of the object's class.
+/// Returns the plain name of the object's class, followed by the text.
 inline string PackageMessage(Serializable const &object, string const &text)
 {
     return FormatClassName(GetTypeName(typeid(object))) + ": " + text;
 }
 
-/// Reads something of a package. Where the stream throws, the failure tells what was being read.
+/// Reads a field of a package. If the stream throws, the new exception names the field.
 template<typename Read>
 void ReadField(Serializable const &object, char const *field, Read const &read)
 {

@@ -1,4 +1,4 @@
-// Packages in files that are open, for the codecs.
+// Packages in open files, for the codecs.
 #ifndef QUILLMARSH_SOURCE_DATAOBJECTS_PACKAGES_PACKAGEFILES_H
 #define QUILLMARSH_SOURCE_DATAOBJECTS_PACKAGES_PACKAGEFILES_H
 
@@ -9,10 +9,10 @@
 namespace quillmarsh
 {
 
-/// Writes a package as the new contents of a file, and commits them. False, with the failure told, if that fails.
+/// Writes a package as the new contents of a file, and commits them. On failure, tells it and returns false.
 bool WritePackageFile(DataPackage const &package, string const &fileName, FileReplacement &replacement);
 
-/// Reads a package from a stream. False, with the failure told, if that fails.
+/// Reads a package from a stream. On failure, tells it and returns false.
 bool ReadPackageFile(DataPackage &package, istream &in);
 
 } // namespace quillmarsh

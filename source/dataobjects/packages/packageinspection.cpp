@@ -23,7 +23,7 @@ constexpr unsigned int s_payloadSizeOffset = 32;
 constexpr unsigned int s_allowedFlags[] = {0, 2, 6};
 constexpr char const *s_dimensionFields[] = {"number of layers", "number of rows", "number of columns"};
 
-/// A value as a package stores it.
+/// Returns the bytes of a value in a package.
 string BytesOf(Serializable const &object)
 {
     std::ostringstream bytes;
@@ -31,7 +31,7 @@ string BytesOf(Serializable const &object)
     return bytes.str();
 }
 
-/// Reads fields one after the other, and tells which of them is wrong.
+/// Reads fields one after the other, and names the wrong one.
 class FieldReader
 {
 public:
@@ -51,7 +51,7 @@ public:
         auto const numBytes = static_cast<std::size_t>(std::min<std::uint64_t>(magic.size(), streamSize_ - offset_));
         string read(magic.size(), '\0');
         in_.read(read.data(), static_cast<std::streamsize>(numBytes));
-        // What is wrong before the end of the file is no file that was cut off.
+        // A wrong byte before the end of the file comes first: such a file is not merely cut off.
         if (read.compare(0, numBytes, magic, 0, numBytes) != 0)
             Fail(field, "not that of a package");
         BeginField(field, magic.size());
@@ -65,9 +65,9 @@ public:
         EndField();
     }
 
-    /// Of the field that was read last.
+    /// Returns the offset of the field that was read last.
     std::uint64_t GetFieldOffset() const { return fieldOffset_; }
-    /// Behind it.
+    /// Returns the offset after that field.
     std::uint64_t GetOffset() const { return offset_; }
 
     [[noreturn]] void Fail(string const &field, string const &what) const { FailAt(offset_, field, what); }
@@ -154,7 +154,7 @@ void ReadFlags(FieldReader &reader, PackageDesc &desc)
         FailLast(reader, field, MakeString(reserved) + " instead of 0");
 }
 
-/// Bytes of all samples; more than any package can hold when there are that many.
+/// Returns the number of bytes of all samples; if it is too large for a package, a number that no package can have.
 std::uint64_t CountSampleBytes(PackageDesc const &desc)
 {
     constexpr std::uint64_t limit = std::uint64_t{1} << 32;

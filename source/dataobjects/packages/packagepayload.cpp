@@ -46,14 +46,14 @@ bool HasSampleRecord(unsigned int format)
     return empty != nullptr;
 }
 
-/// Position of the stream; negative when it has none.
+/// Returns the position of the stream; negative when it has none.
 std::streamoff FindPosition(istream &in)
 {
     return in.rdbuf()->pubseekoff(0, std::ios_base::cur, std::ios_base::in);
 }
 
-/// True when the stream cannot hold so many bytes behind a position, which it is left at. A stream that cannot go to its
-/// end and back may hold any number.
+/// True when the stream ends within `byteSize` bytes after a position. The stream is at that position afterwards. False
+/// for a stream that cannot seek to its end and back.
 bool EndsBefore(istream &in, std::streamoff position, std::uint64_t byteSize)
 {
     std::streambuf &buffer = *in.rdbuf();
@@ -64,7 +64,7 @@ bool EndsBefore(istream &in, std::streamoff position, std::uint64_t byteSize)
     return end < position || byteSize > static_cast<std::uint64_t>(end - position);
 }
 
-/// Calls `visit(index of the first sample, number of samples)` for each run of samples that lie together in file and
+/// Calls `visit(index of the first sample, number of samples)` for each run of samples that are consecutive in file and
 /// memory, in the order of the file.
 template<typename Visit>
 void VisitRuns(PayloadDesc const &desc, unsigned int lastFirst, Visit const &visit)
@@ -134,7 +134,7 @@ PayloadDesc ReadPayloadDesc(Serializable const &package, istream &in, unsigned i
         QUILLMARSH_THROW(DeserializationException, PackageMessage(package, "Unsupported sample-byte-size."));
     std::uint64_t const byteSize = SamplesByteSize(desc);
     std::streamoff const position = FindPosition(in);
-    // Without a position there is no telling whether the sizes agree.
+    // Without a position, the sizes cannot be compared.
     if (byteSize > payloadByteSize || byteSize + FixedByteSize(numDimensions) != payloadByteSize || position < 0)
         QUILLMARSH_THROW(DeserializationException, PackageMessage(package, "Payload byte-size mismatch."));
     if (EndsBefore(in, position, byteSize))

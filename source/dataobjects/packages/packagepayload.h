@@ -1,4 +1,4 @@
-// Payload of a package: the fixed part in front of the samples, and the samples in the order of the file.
+// Payload of a package: the fixed part before the samples, and the samples in the order of the file.
 #ifndef QUILLMARSH_SOURCE_DATAOBJECTS_PACKAGES_PACKAGEPAYLOAD_H
 #define QUILLMARSH_SOURCE_DATAOBJECTS_PACKAGES_PACKAGEPAYLOAD_H
 
@@ -20,12 +20,12 @@ inline constexpr unsigned int s_layersLastFirst = 4;
 struct PayloadDesc
 {
     unsigned int numDimensions; ///< 1 signal, 2 image, 3 volume
-    unsigned int dimensions[3]; ///< layers, rows, columns; those that there are, from the first place on
+    unsigned int dimensions[3]; ///< layers, rows, columns, without those that the kind of data lacks
     unsigned int format;
     unsigned int flags;
 };
 
-/// The payload. Throws SerializationException "Payload not ready." when there is none.
+/// Returns the payload. Throws SerializationException "Payload not ready." when there is none.
 template<typename Container>
 Container const &RequirePayload(Serializable const &package, Container const *payload)
 {
@@ -34,18 +34,18 @@ Container const &RequirePayload(Serializable const &package, Container const *pa
     return *payload;
 }
 
-/// Size of the payload on the stream.
+/// Returns the size of the payload on the stream, in bytes.
 unsigned int QueryPayload(Serializable const &package, SignalBase const *payload, unsigned int numDimensions);
 
-/// Writes fixed part and samples, last row or layer first as the flags say.
+/// Writes the fixed part and the samples. The flags decide if the last row or layer comes first.
 void WritePayload(Serializable const &package, ostream &out, SignalBase const &payload, PayloadDesc const &desc);
 
-/// Reads the fixed part, and checks it: each number by itself, all of them against the size of the payload, and that
-/// against what the stream still holds. `allowedFlags` are the bits that may be set.
+/// Reads the fixed part, and checks each number by itself, all of them against the size of the payload, and that size
+/// against the rest of the stream. `allowedFlags` are the bits that may be set.
 PayloadDesc ReadPayloadDesc(Serializable const &package, istream &in, unsigned int numDimensions,
                             unsigned int allowedFlags, unsigned int payloadByteSize);
 
-/// Fills a container of the dimensions in `desc`, from its last row or layer on where `lastFirst` has the flag.
+/// Fills a container of the dimensions in `desc`. Starts with its last row or layer if `lastFirst` has the flag.
 void ReadSamples(Serializable const &package, istream &in, SignalBase &payload, PayloadDesc const &desc,
                  unsigned int lastFirst);
 

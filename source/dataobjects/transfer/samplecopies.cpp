@@ -17,7 +17,7 @@ namespace
 using element_processors::Copy_1;
 using element_processors::Copy_N;
 
-/// A part of each sample of a signal. The start is null for an empty one.
+/// A part of each sample of a signal. The start is null for an empty signal.
 template<typename Byte>
 struct Part
 {
@@ -39,8 +39,8 @@ auto PartOf(Signal &signal, unsigned int offset)
                                              static_cast<std::ptrdiff_t>(signal.GetSampleByteSize())};
 }
 
-/// Runs a processor over all samples. A kernel that does the same takes the first of them, as long as no block is
-/// written where the other is read: there the order of the elements counts.
+/// Runs a processor over all samples. A kernel with the same results handles the first of them if the blocks do not
+/// overlap; if they do, the order of the elements matters.
 template<typename Processor>
 void ProcessAll(eSampleKernel kernel, Processor processor, SignalBase &dst, unsigned int dstOffset,
                 SignalBase const &src, unsigned int srcOffset)
@@ -102,7 +102,7 @@ eSampleKernel FindKernel(LaidOutKernel const (&kernels)[n], SignalBase const &ds
     return eSampleKernel::e_none;
 }
 
-/// A converter, and a byte beside it that is copied as it is.
+/// A converter that also copies one byte unchanged.
 template<typename Converter>
 class ConvertAndCloneByte final : public element_processors::ElementProcessorDstSrc<unsigned char, unsigned char const>
 {
@@ -121,13 +121,13 @@ private:
     unsigned int dstOffset_, srcOffset_;
 };
 
-/// Whether both passes of a copy can be made in one: all is as it should be, and nothing is read that was written.
+/// True when both passes of a copy can be made in one: all arguments are valid, and no written byte is read.
 bool CanFuse(CopyLayout const &wanted, CopyLayout const &layout, SignalBase const &dst, SignalBase const &src)
 {
     return wanted == layout && dst.CheckDimensionMatch(src) && !Overlap(dst, src);
 }
 
-/// Asserts that there are as many samples in one as in the other.
+/// Asserts that both have the same number of samples. False after an ignored assertion.
 bool CheckCounts(SignalBase const &dst, SignalBase const &src)
 {
     bool const match = dst.CheckDimensionMatch(src);

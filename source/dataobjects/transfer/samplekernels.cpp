@@ -1,6 +1,6 @@
 #include "source/dataobjects/transfer/samplekernels.h"
 
-// The newest set has a wrong truncation in the version that distributions still carry.
+// The newest set truncates wrongly in the version that distributions still have.
 #define HWY_DISABLED_TARGETS HWY_AVX3_DL
 
 // The code below is compiled once for each set of vector instructions.
@@ -22,7 +22,7 @@ namespace
 
 #if HWY_TARGET == HWY_SCALAR || HWY_TARGET == HWY_EMU128
 
-// Without vectors the one-element processors do it all.
+// Without vectors, the one-element processors do all the work.
 std::size_t Run(eSampleKernel, unsigned char *, unsigned char const *, std::size_t)
 {
     return 0;
@@ -46,8 +46,8 @@ HWY_ATTR V32 Unpack4444(V32 words)
 
 #if HWY_TARGET == HWY_AVX2 || HWY_TARGET == HWY_AVX3
 
-/// Sums of products put the fields together: first blue with green and red with alpha, in 16 bits, then both. The fields
-/// have the upper bits of their bytes, so all of it stands three bits too high.
+/// Sums of products combine the fields: first blue with green and red with alpha, in 16 bits, then both pairs. The
+/// fields are in the upper bits of their bytes, so the sum is three bits too high.
 HWY_ATTR V32 Pack1555(V32 colours)
 {
     V32 const fields = hn::And(colours, Set32(0x80F8F8F8));
@@ -72,8 +72,8 @@ HWY_ATTR V32 Pack1555(V32 colours)
 
 #endif
 
-/// Five bits that stand `place` bits above the lowest one of their lane, times 255 / 31 and rounded. The products are
-/// exact enough for every value as long as the place is 4 or 5.
+/// Returns five bits, which start at bit `place` of their lane, times 255 / 31 and rounded. The products are exact
+/// enough for every value if the place is 4 or 5.
 template<int place>
 HWY_ATTR inline V16 SpreadField(V16 fields)
 {
@@ -82,7 +82,7 @@ HWY_ATTR inline V16 SpreadField(V16 fields)
     return hn::BitCast(s_d16, hn::MulFixedPoint15(hn::BitCast(dInt, fields), hn::Set(dInt, factor)));
 }
 
-/// The lower bytes of colours from words in lanes of 16 bits; a lane of zero gives zero.
+/// Returns the lower two bytes of the colours of words in lanes of 16 bits; a lane of zero gives zero.
 HWY_ATTR inline V16 BlueGreenOf1555(V16 words)
 {
     V16 const blue = SpreadField<4>(hn::And(hn::ShiftLeft<4>(words), hn::Set(s_d16, std::uint16_t{31 << 4})));
@@ -90,7 +90,7 @@ HWY_ATTR inline V16 BlueGreenOf1555(V16 words)
     return hn::Or(blue, hn::ShiftLeft<8>(green));
 }
 
-/// Their upper bytes; the one bit of alpha becomes 255.
+/// Returns the upper two bytes; an alpha bit of 1 becomes 255.
 HWY_ATTR inline V16 RedAlphaOf1555(V16 words)
 {
     constexpr hn::Rebind<std::int16_t, decltype(s_d16)> dInt;
@@ -106,7 +106,7 @@ HWY_ATTR V32 Unpack1555(V32 words)
     return hn::Or(hn::BitCast(s_d32, BlueGreenOf1555(lanes)), hn::ShiftLeft<16>(redAlpha));
 }
 
-/// Two vectors, one behind the other.
+/// Two consecutive vectors.
 struct TwoVectors
 {
     V32 first, second;
@@ -235,7 +235,7 @@ struct ColourFromWord4444
 struct ColourFromWord1555
 {
     static HWY_ATTR V32 Values(unsigned char const *src) { return Unpack1555(LoadWordsTo32(src)); }
-    /// Of a whole vector of words, of which the groups stand in the order for splitting.
+    /// Converts a whole vector of words, whose groups are in the order for splitting.
     static HWY_ATTR TwoVectors TwoValues(V16 words)
     {
         V16 const blueGreen = BlueGreenOf1555(words), redAlpha = RedAlphaOf1555(words);
@@ -253,7 +253,7 @@ struct FloatFromByte
 };
 /// @}
 
-/// Stores the low bytes or words of a vector of lanes, which have no others, or all of it.
+/// Stores the low bytes or words of the lanes of a vector, whose upper bits must be 0, or whole lanes.
 template<std::size_t dstSize>
 HWY_ATTR inline void StoreLanes(unsigned char *at, V32 values)
 {
@@ -267,7 +267,7 @@ HWY_ATTR inline void StoreLanes(unsigned char *at, V32 values)
 
 #if HWY_TARGET == HWY_AVX2 || HWY_TARGET == HWY_AVX3
 
-/// One vector full of what a kernel gives.
+/// Returns one full vector of a kernel's results.
 template<typename Kernel, std::size_t dstSize, std::size_t srcSize>
 HWY_ATTR inline V32 FullVector(unsigned char const *src)
 {
@@ -289,7 +289,7 @@ HWY_ATTR inline V32 FullVector(unsigned char const *src)
     }
 }
 
-/// The next two vectors of what a kernel gives.
+/// Returns the next two vectors of a kernel's results.
 template<typename Kernel, std::size_t dstSize, std::size_t srcSize>
 HWY_ATTR inline TwoVectors NextVectors(unsigned char const *src)
 {
@@ -356,7 +356,7 @@ HWY_ATTR std::size_t RunFullVectors(unsigned char *dst, unsigned char const *src
 
 #endif
 
-/// Runs a kernel that gives values in lanes of 32 bits, over as many whole vectors as there are.
+/// Runs a kernel with results in lanes of 32 bits over all whole vectors.
 template<typename Kernel, std::size_t dstSize, std::size_t srcSize>
 HWY_ATTR std::size_t RunValues(unsigned char *dst, unsigned char const *src, std::size_t count)
 {
@@ -367,7 +367,7 @@ HWY_ATTR std::size_t RunValues(unsigned char *dst, unsigned char const *src, std
     return done;
 }
 
-/// Runs a kernel over as many whole vectors as there are.
+/// Runs a kernel over all whole vectors.
 template<typename Kernel, std::size_t dstSize, std::size_t srcSize>
 HWY_ATTR std::size_t RunAll(unsigned char *dst, unsigned char const *src, std::size_t count)
 {
@@ -467,7 +467,7 @@ HWY_EXPORT(Run);
 } // namespace
 
 #ifdef HWY_COMPILE_ONLY_STATIC
-// One set of instructions, which the build took for granted and the machine may lack.
+// The build has only one set of instructions, which the machine may lack.
 bool CanRunKernels()
 {
     static bool const can = __builtin_cpu_supports("ssse3");
@@ -498,7 +498,7 @@ void SetKernelTarget(long long) {}
 
 std::vector<long long> GetKernelTargets()
 {
-    // Highway lists only the chosen set once there is a choice, so the list is made before.
+    // After a choice, Highway lists only the chosen set, so the list is made before.
     static std::vector<long long> const s_targets = []
     {
         std::vector<std::int64_t> const targets = hwy::SupportedAndGeneratedTargets();

@@ -1,4 +1,4 @@
-// Work on whole blocks of samples, a vector at a time.
+// Kernels that copy whole blocks of samples, a vector at a time.
 #ifndef QUILLMARSH_SOURCE_DATAOBJECTS_TRANSFER_SAMPLEKERNELS_H
 #define QUILLMARSH_SOURCE_DATAOBJECTS_TRANSFER_SAMPLEKERNELS_H
 
@@ -8,8 +8,8 @@
 namespace quillmarsh
 {
 
-/// Copies that have a kernel. Samples have one byte, two (a word) or four (a colour); what is said to be set leaves the
-/// other bytes of the destination as they are.
+/// Copies that have a kernel. Samples have one byte, two (a word) or four (a colour). Kernels that set a byte leave the
+/// other bytes of the destination unchanged.
 enum class eSampleKernel
 {
     e_none,
@@ -33,19 +33,19 @@ enum class eSampleKernel
     e_floatFromByte
 };
 
-/// Does the work of the one-element processor for the first samples, to the bit, and returns how many these were: all
-/// but less than a vector of them. Blocks must not overlap; they need no alignment. Any thread.
+/// Gives the same bits as the one-element processor for the first samples, and returns their number: all except a rest
+/// of less than a vector. Blocks must not overlap; they need no alignment. Any thread.
 std::size_t RunSampleKernel(eSampleKernel kernel, unsigned char *dst, unsigned char const *src, std::size_t count);
 
-/// Whether this machine has the vectors that the build counts on.
+/// True when this machine has the vector instructions that the build requires.
 bool CanRunKernels();
 
 /// @name Choice of the machine's vectors, for tests
 /// @{
 
-/// Every set of vector instructions that this build has code for and this machine can run.
+/// Returns every set of vector instructions for which this build has code and that this machine can run.
 std::vector<long long> GetKernelTargets();
-/// Uses one of them from now on, or with 0 the best again.
+/// Uses one of these sets from now on; 0 selects the best one again.
 void SetKernelTarget(long long target);
 /// @}
 

@@ -23,7 +23,8 @@ namespace
 
 namespace hn = hwy::HWY_NAMESPACE;
 
-// Samples are handled in lanes of 32 bits, or of 16 where no sample is wider; narrower sides use part of a vector.
+// Samples are processed in lanes of 32 bits, or of 16 bits if no sample is wider; narrower samples use part of a
+// vector.
 constexpr hn::ScalableTag<std::uint32_t> s_d32;
 constexpr hn::Rebind<std::int32_t, decltype(s_d32)> s_dInt;
 constexpr hn::Rebind<float, decltype(s_d32)> s_dFloat;
@@ -43,20 +44,20 @@ constexpr std::size_t s_bigBlockSize = std::size_t{8} << 20;
 /// page.
 constexpr std::size_t s_fetchDistance = 8192;
 
-/// Prefetches the bytes at that distance behind these. Addresses past the end of a block are harmless.
+/// Prefetches the bytes at that distance after `src`. Addresses past the end of a block are harmless.
 inline void FetchAhead(unsigned char const *src, std::size_t byteSize)
 {
     for (std::size_t at = 0; at < byteSize; at += 64)
         hwy::Prefetch(src + s_fetchDistance + at);
 }
 
-/// Bytes up to where a line of the caches starts.
+/// Returns the number of bytes up to the next cache line.
 inline std::size_t CountBytesToLine(unsigned char const *at)
 {
     return -reinterpret_cast<std::uintptr_t>(at) % 64;
 }
 
-/// @name Loads and stores of samples in lanes; a pointer is to the first of them
+/// @name Loads and stores of samples in lanes; a pointer is to the first sample
 /// @{
 HWY_ATTR inline V32 LoadColours(unsigned char const *at)
 {
@@ -120,7 +121,7 @@ HWY_ATTR inline void StoreBytesOf16(unsigned char *at, V16 values)
 }
 /// @}
 
-/// Bits of `values` where the mask has them, else those of `others`.
+/// Returns the bits of `values` in the mask, and those of `others` elsewhere.
 template<typename V>
 HWY_ATTR inline V Merge(V mask, V values, V others)
 {
@@ -145,8 +146,8 @@ HWY_ATTR inline V32 Shuffle(V32 values, std::uint32_t order)
 #if HWY_TARGET == HWY_AVX2 || HWY_TARGET == HWY_AVX3
 
 /// @name Packing and splitting of lanes
-/// The instructions work in each group of four lanes by itself; the groups are put in order after the one and before the
-/// other.
+/// The instructions work in each group of four lanes separately. The groups are put in order after packing and before
+/// splitting.
 /// @{
 #if HWY_TARGET == HWY_AVX3
 constexpr std::uint32_t s_orderOf4[] = {0, 4, 8, 12, 1, 5, 9, 13, 2, 6, 10, 14, 3, 7, 11, 15};
@@ -187,12 +188,13 @@ HWY_ATTR inline auto ToFloat(V32 values)
     return hn::ConvertTo(s_dFloat, hn::BitCast(s_dInt, values));
 }
 
-/// Cuts off toward zero. Numbers that are none, and those beyond 32 bits, have no low bits.
+/// Truncates toward zero. NaN and numbers beyond 32 bits give low bits of 0.
 template<typename V>
 HWY_ATTR inline V32 CutOff(V values)
 {
 #if HWY_TARGET == HWY_SSSE3 || HWY_TARGET == HWY_SSE4
-    // The instruction gives 0x80000000 for these, which the library would mend at the cost of as much again.
+    // The instruction returns 0x80000000 for these, which has low bits of 0. The library's own function corrects the
+    // number at twice the cost.
     return V32{_mm_cvttps_epi32(values.raw)};
 #elif HWY_TARGET == HWY_AVX2
     return V32{_mm256_cvttps_epi32(values.raw)};
@@ -204,7 +206,7 @@ HWY_ATTR inline V32 CutOff(V values)
 #endif
 }
 
-/// The rounding step.
+/// Rounds as sample_processors::Round does.
 template<typename V>
 HWY_ATTR inline V32 RoundLanes(V values)
 {
@@ -213,8 +215,8 @@ HWY_ATTR inline V32 RoundLanes(V values)
 
 #if HWY_TARGET == HWY_AVX2 || HWY_TARGET == HWY_AVX3
 
-/// Product of a byte with a weight, rounded once. The byte stands in the mantissa of a float, behind 2^23 and multiplied
-/// by a power of two; the product with what is behind is taken away again before the rounding.
+/// Returns the product of a byte and a weight, rounded once. The byte is in the mantissa of a float, below 2^23 and
+/// multiplied by a power of two. The product with the rest of the float is subtracted again before the rounding.
 template<int power>
 HWY_ATTR inline auto Weigh(V32 bits, float weight)
 {

@@ -1,4 +1,4 @@
-// Checks of parts of samples and of ranges, and loops over what kernels left.
+// Checks of parts of samples and of ranges, and loops over the samples that kernels leave.
 #ifndef QUILLMARSH_SOURCE_DATAOBJECTS_TRANSFER_SAMPLEPARTS_H
 #define QUILLMARSH_SOURCE_DATAOBJECTS_TRANSFER_SAMPLEPARTS_H
 
@@ -14,28 +14,28 @@
 namespace quillmarsh
 {
 
-/// Whether a range lies within so many.
+/// True when a range is within `total`.
 constexpr bool FitsIn(unsigned int total, unsigned int start, unsigned int count)
 {
     return start <= total && count <= total - start;
 }
 
-/// Whether the samples have so many bytes at an offset.
+/// True when the samples have `byteSize` bytes at an offset.
 inline bool HoldsPart(SignalBase const &signal, unsigned int offset, unsigned int byteSize)
 {
     return FitsIn(signal.GetSampleByteSize(), offset, byteSize);
 }
 
-/// Whether two containers share memory.
+/// True when two containers share memory.
 inline bool Overlap(SignalBase const &a, SignalBase const &b)
 {
-    // The standard's order of pointers holds for any two of them.
+    // std::less orders any two pointers, unlike the operator.
     std::less<unsigned char const *> const isBefore;
     return isBefore(a.GetSamplesB(), b.GetSamplesB() + b.GetTotalByteSize()) &&
            isBefore(b.GetSamplesB(), a.GetSamplesB() + a.GetTotalByteSize());
 }
 
-/// Samples that lie one behind the other: all of a container, or a part of a row.
+/// Consecutive samples: all samples of a container, or a part of a row.
 struct SampleRun
 {
     unsigned char *samples; ///< null when there are none
@@ -50,7 +50,7 @@ struct SampleRun
     {
     }
 
-    /// Runs a processor at an offset of each sample but the first ones, which a kernel has done.
+    /// Runs a processor at an offset of each sample except the first ones, which a kernel has done.
     template<typename Processor>
     void ProcessRest(std::size_t done, unsigned int offset, Processor processor) const
     {
@@ -60,7 +60,7 @@ struct SampleRun
     }
 };
 
-/// Sets bits of each sample: those of the masks to those of the values, which have no others. Both have to stay.
+/// Sets the bits of the masks in each sample to those of the values, which must have no other bits. Borrows both.
 class SampleFill
 {
 public:
@@ -74,7 +74,7 @@ private:
     BytePattern maskPattern_, valuePattern_;
 };
 
-/// The same for all samples of a container.
+/// Does the same for all samples of a container.
 void FillSamples(SignalBase &signal, unsigned int offset, std::span<unsigned char const> masks,
                  std::span<unsigned char const> values);
 

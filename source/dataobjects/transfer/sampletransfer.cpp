@@ -19,7 +19,7 @@ string ManagerName()
     return FormatClassName(GetTypeName(typeid(SignalOperationsManager)));
 }
 
-/// Handler that is one call of a copy of whole samples.
+/// Handler that calls one function to copy whole samples.
 template<void (*copy)(SignalBase &, SignalBase const &)>
 class TSH_Copy final : public TransferSamplesHandler
 {
@@ -88,7 +88,7 @@ class TSH_CopySamples_3BytesBGRTo4BytesBGRA final : public TransferSamplesHandle
     }
 };
 
-/// The samples mean something else from now on; none of their bytes changes.
+/// Changes no byte: only the meaning of the samples changes.
 class CSH_Null final : public ConvertSamplesHandler
 {
 };
@@ -103,7 +103,7 @@ constinit TSH_CopySamples_3BytesBGRTo1ByteL<0, 0> s_colourToL;
 constinit TSH_CopySamples_1ByteLTo3BytesBGR<0, 0> s_lToColour;
 constinit TSH_CopySamples_3BytesBGRTo1ByteL1ByteClone<0, 0, 1, 3> s_colourToLWithAlpha;
 constinit TSH_CopySamples_1ByteLTo3BytesBGR1ByteClone<0, 0, 3, 1> s_lToColourWithAlpha;
-// For programs' own pairs in times to come; no default pair uses it.
+// For pairs of programs; no default pair uses it.
 [[maybe_unused]] constinit TSH_CopySamples_3BytesBGRTo4BytesBGRA<3, 0, 0> s_colourToColourWithLAsAlpha;
 constinit TSH_CopySamples_UInt8888_To_UShort4444 s_8888To4444;
 constinit TSH_CopySamples_UShort4444_To_UInt8888 s_4444To8888;
@@ -119,7 +119,7 @@ struct DefaultTransfer
     TransferSamplesHandler &handler;
 };
 
-// A pair that is not here is missing on purpose: no transfer invents an alpha, for instance.
+// Other pairs are missing on purpose: no transfer invents alpha, for example.
 constexpr DefaultTransfer s_defaultTransfers[] = {
     {e_format_L8, e_format_L8, s_copy},
     {e_format_L8, e_format_A8, s_copy},
