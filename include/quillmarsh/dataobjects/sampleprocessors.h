@@ -281,12 +281,12 @@ void InterpolatePacked(unsigned short *dst, Taps<unsigned short, n> const &taps)
     StoreElement(dst, result.word);
 }
 
-/// Keeps the number of components of an element; what is done with them is up to the derived class.
+/// Stores the number of components of an element. The derived class interpolates them.
 template<typename T>
 class LinearInterpolator1D_NComponents : public LinearInterpolator1D<T, T>
 {
 public:
-    /// For elements of so many components.
+    /// Sets the number of components of an element.
     explicit LinearInterpolator1D_NComponents(unsigned int n) : n_(n) {}
 
 protected:
@@ -299,7 +299,7 @@ protected:
 class LinearInterpolator1D_NBytes final : public LinearInterpolator1D_NComponents<unsigned char>
 {
 public:
-    /// For elements of so many bytes.
+    /// Sets the number of bytes of an element.
     explicit LinearInterpolator1D_NBytes(unsigned int n) : LinearInterpolator1D_NComponents(n) {}
     void Process(unsigned char *dst, unsigned char const *src0, float weight0, unsigned char const *src1,
                  float weight1) override
@@ -313,7 +313,7 @@ template<>
 class LinearInterpolator1D_NComponents<float> final : public LinearInterpolator1D<float, float>
 {
 public:
-    /// For elements of so many components.
+    /// Sets the number of components of an element.
     explicit LinearInterpolator1D_NComponents(unsigned int n) : n_(n) {}
     void Process(float *dst, float const *src0, float weight0, float const *src1, float weight1) override
     {
@@ -336,12 +336,12 @@ public:
     }
 };
 
-/// Keeps the number of components of an element; what is done with them is up to the derived class.
+/// Stores the number of components of an element. The derived class interpolates them.
 template<typename T>
 class LinearInterpolator2D_NComponents : public LinearInterpolator2D<T, T>
 {
 public:
-    /// For elements of so many components.
+    /// Sets the number of components of an element.
     explicit LinearInterpolator2D_NComponents(unsigned int n) : n_(n) {}
 
 protected:
@@ -354,7 +354,7 @@ protected:
 class LinearInterpolator2D_NBytes final : public LinearInterpolator2D_NComponents<unsigned char>
 {
 public:
-    /// For elements of so many bytes.
+    /// Sets the number of bytes of an element.
     explicit LinearInterpolator2D_NBytes(unsigned int n) : LinearInterpolator2D_NComponents(n) {}
     void Process(unsigned char *dst, unsigned char const *src0, float weight0, unsigned char const *src1, float weight1,
                  unsigned char const *src2, float weight2, unsigned char const *src3, float weight3) override
@@ -368,7 +368,7 @@ template<>
 class LinearInterpolator2D_NComponents<float> final : public LinearInterpolator2D<float, float>
 {
 public:
-    /// For elements of so many components.
+    /// Sets the number of components of an element.
     explicit LinearInterpolator2D_NComponents(unsigned int n) : n_(n) {}
     void Process(float *dst, float const *src0, float weight0, float const *src1, float weight1, float const *src2,
                  float weight2, float const *src3, float weight3) override
@@ -393,12 +393,12 @@ public:
     }
 };
 
-/// Keeps the number of components of an element; what is done with them is up to the derived class.
+/// Stores the number of components of an element. The derived class interpolates them.
 template<typename T>
 class LinearInterpolator3D_NComponents : public LinearInterpolator3D<T, T>
 {
 public:
-    /// For elements of so many components.
+    /// Sets the number of components of an element.
     explicit LinearInterpolator3D_NComponents(unsigned int n) : n_(n) {}
 
 protected:
@@ -411,7 +411,7 @@ protected:
 class LinearInterpolator3D_NBytes final : public LinearInterpolator3D_NComponents<unsigned char>
 {
 public:
-    /// For elements of so many bytes.
+    /// Sets the number of bytes of an element.
     explicit LinearInterpolator3D_NBytes(unsigned int n) : LinearInterpolator3D_NComponents(n) {}
     void Process(unsigned char *dst, unsigned char const *src0, float weight0, unsigned char const *src1, float weight1,
                  unsigned char const *src2, float weight2, unsigned char const *src3, float weight3,
@@ -429,7 +429,7 @@ template<>
 class LinearInterpolator3D_NComponents<float> final : public LinearInterpolator3D<float, float>
 {
 public:
-    /// For elements of so many components.
+    /// Sets the number of components of an element.
     explicit LinearInterpolator3D_NComponents(unsigned int n) : n_(n) {}
     void Process(float *dst, float const *src0, float weight0, float const *src1, float weight1, float const *src2,
                  float weight2, float const *src3, float weight3, float const *src4, float weight4, float const *src5,

@@ -232,7 +232,7 @@ HWY_ATTR inline V32 Luminance(V32 colours)
     auto const green = Weigh<256>(hn::OrAnd(behind, colours, Set32(0xFF00)), 0.587f);
     auto const red = Weigh<256>(hn::OrAnd(behind, hn::ShiftRight<8>(colours), Set32(0xFF00)), 0.299f);
 #else
-    // Each byte takes a single shuffle, because the bits behind it are in the place of alpha.
+    // Each byte needs only one shuffle, because the other bits of its float are in the place of alpha.
     V32 const prepared = hn::OrAnd(behind, colours, Set32(0x00FFFFFF));
     auto const blue = Weigh<1>(Shuffle(prepared, 0x03808000), 0.114f);
     auto const green = Weigh<1>(Shuffle(prepared, 0x03808001), 0.587f);
