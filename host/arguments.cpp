@@ -15,12 +15,12 @@ namespace quillmarsh::host
 namespace
 {
 
-/// Reads decimal digits only. CLI11 would take 010 for eight.
+/// Reads only decimal digits. CLI11 would read 010 as eight.
 void TakeFrames(Arguments &arguments, string const &text)
 {
     unsigned int frames = 0;
     if (!command_values::IsUnsigned(text) || !ToValue(text, frames))
-        ThrowWrongArgument("--frames wants a number of frames, not '" + text + "'");
+        ThrowWrongArgument("--frames needs a number of frames, not '" + text + "'");
     arguments.frames = frames;
 }
 
@@ -28,7 +28,7 @@ void TakeFrameRate(Arguments &arguments, string const &text)
 {
     double rate = 0;
     if (!ToValue(text, rate) || !std::isfinite(rate) || rate < 0)
-        ThrowWrongArgument("--frame-rate wants a number of frames per second, not '" + text + "'");
+        ThrowWrongArgument("--frame-rate needs a number of frames per second, not '" + text + "'");
     arguments.frameRate = rate;
 }
 

@@ -16,7 +16,7 @@ namespace quillmarsh::host
 class ConsoleLines : NoCopy
 {
 public:
-    /// Begins without a source. `report` tells the user of a failed line of a script.
+    /// Creates an object without a source. `report` shows the user a failed line of a script.
     ConsoleLines(HostKernel &kernel, std::function<void(string const &)> report);
     ~ConsoleLines();
 
@@ -24,7 +24,7 @@ public:
     /// first line that fails.
     void SetSource(LineSource *source, bool stopOnError);
     /// With `strict`, refuses a line before it runs when the table of its command finds a mistake in it, such as a word
-    /// that the command does not know. Without it, which is how the object begins, `report` only tells of the mistake.
+    /// that the command does not know. Without it, which is the default, `report` only shows the mistake.
     ///
     /// Commands of the class TableCommand refuse such lines by themselves.
     void SetStrict(bool strict) { strict_ = strict; }
@@ -38,7 +38,7 @@ public:
 
     /// True when the source has no more lines.
     bool IsAtEnd() const { return next_ == LineSource::eNext::e_end; }
-    /// True when the next line comes from outside, at any time.
+    /// True when the next line can arrive from outside at any time.
     bool WaitsForInput() const { return next_ == LineSource::eNext::e_none && framesToWait_ == 0; }
     /// True when a line of a script has failed.
     bool HasFailed() const { return hasFailed_; }

@@ -18,8 +18,8 @@ class HostKernel;
 /// The input devices of a run: opens drivers, finds devices, asks the application about them, connects and samples
 /// them.
 ///
-/// A driver or a device that fails is reported and left out; a hook of the application that fails passes through.
-/// Frame thread only.
+/// A driver or a device that fails is reported and left out. Exceptions of the application's hooks pass through. Frame
+/// thread only.
 class DeviceGroup : NoCopy
 {
 public:
@@ -31,7 +31,7 @@ public:
     /// `subcode` to QueryHIDConfig(). Throws what a hook throws.
     void Open(DirectInputConfig const &config, unsigned int code, unsigned int subcode);
     /// Calls DisconnectHumanInterfaceDevices() if BeginConnectHumanInterfaceDevices() has returned since the last call.
-    /// Passes on what the hook throws, and does not call it a second time then.
+    /// Throws what the hook throws, and does not call it a second time then.
     void Disconnect();
     /// Stops, disconnects and deletes the devices, then the drivers. Call it after Disconnect().
     void Release();

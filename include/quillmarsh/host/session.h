@@ -16,7 +16,7 @@ struct SessionOptions
 {
     /// Name of the program, for messages and dialogs.
     string programName = "host";
-    /// Shows what is printed to the console; null shows nothing. The console's buffers hold the text in any case.
+    /// Shows the console's text; null for none. The console's buffers contain the text in any case.
     ostream *out = nullptr;
     /// Takes the log; null for none. Any thread may print to the log: the session writes to the stream one text at a
     /// time.
@@ -76,8 +76,8 @@ public:
     bool Open();
     /// Runs one frame, then the requests and the console lines. False when the run must end.
     bool RunFrame();
-    /// Calls a function of the program as if it were a hook: what it throws is reported, with `place` in the message,
-    /// and ends the run. Returns false then, and when the run is to end.
+    /// Calls a function of the program like a hook: an exception is reported, with `place` in the message, and ends the
+    /// run. Returns false then, and when the run must end.
     bool Run(char const *place, std::function<void()> const &call);
     /// Sleeps until the next frame is due. Without a limit of the frame rate, `idleRate` is the rate in frames a
     /// second; 0 does not sleep.
