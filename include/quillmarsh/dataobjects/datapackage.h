@@ -121,7 +121,8 @@ public:
     /// stream ends early. After a failure the package has no payload.
     ///
     /// The stream must report its position. No memory is allocated for a payload whose fields contradict its size, or,
-    /// on a stream that can seek to its end and back, for a payload that is longer than the stream.
+    /// on a stream that can seek to its end and back, for a payload that is longer than the stream. From other streams
+    /// a large payload is read in steps, into memory that grows with what has arrived, and is then copied.
     void Deserialize(istream &in) override;
 
     /// Saves the package to a file. An existing file keeps its contents until the new ones are complete. Follows

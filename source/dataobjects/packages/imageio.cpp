@@ -45,9 +45,10 @@ void DataPackageImage::DeserializePayload(istream &in, unsigned int payloadByteS
                          image_limits::DescribeExcess(desc.dimensions[0], desc.dimensions[1]));
         QUILLMARSH_THROW(DeserializationException, PackageMessage(*this, "Too many pixels."));
     }
+    SampleSource source(*this, in, desc);
     AutoPtr<ImageBase> image(
         ManufactureImage(static_cast<eSampleFormat>(desc.format), desc.dimensions[0], desc.dimensions[1]));
-    ReadSamples(*this, in, *image, desc, desc.flags ^ (rowOrderOnRead_ ? s_rowsLastFirst : 0));
+    ReadSamples(*this, source.GetStream(), *image, desc, desc.flags ^ (rowOrderOnRead_ ? s_rowsLastFirst : 0));
     AdoptPayload(std::move(image));
 }
 

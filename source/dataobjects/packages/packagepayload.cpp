@@ -4,9 +4,10 @@
 
 #include "source/dataobjects/containers/checkedsize.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
-#include <istream>
+#include <optional>
 #include <ostream>
 
 namespace quillmarsh
@@ -52,16 +53,18 @@ std::streamoff FindPosition(istream &in)
     return in.rdbuf()->pubseekoff(0, std::ios_base::cur, std::ios_base::in);
 }
 
-/// True when the stream ends within `byteSize` bytes after a position. The stream is at that position afterwards. False
-/// for a stream that cannot seek to its end and back.
-bool EndsBefore(istream &in, std::streamoff position, std::uint64_t byteSize)
+/// Counts the bytes between a position and the end of the stream, which is at that position afterwards. Nothing for a
+/// stream that cannot seek to its end and back.
+std::optional<std::uint64_t> CountBytesLeft(istream &in, std::streamoff position)
 {
     std::streambuf &buffer = *in.rdbuf();
     std::streamoff const end = buffer.pubseekoff(0, std::ios_base::end, std::ios_base::in);
     if (end < 0)
-        return false;
-    buffer.pubseekpos(position, std::ios_base::in);
-    return end < position || byteSize > static_cast<std::uint64_t>(end - position);
+        return std::nullopt;
+    // Some stream buffers seek by offset only.
+    if (std::streamoff(buffer.pubseekpos(position, std::ios_base::in)) != position)
+        buffer.pubseekoff(position, std::ios_base::beg, std::ios_base::in);
+    return end < position ? 0 : static_cast<std::uint64_t>(end - position);
 }
 
 /// Calls `visit(index of the first sample, number of samples)` for each run of samples that are consecutive in file and
@@ -137,9 +140,30 @@ PayloadDesc ReadPayloadDesc(Serializable const &package, istream &in, unsigned i
     // Without a position, the sizes cannot be compared.
     if (byteSize > payloadByteSize || byteSize + FixedByteSize(numDimensions) != payloadByteSize || position < 0)
         QUILLMARSH_THROW(DeserializationException, PackageMessage(package, "Payload byte-size mismatch."));
-    if (EndsBefore(in, position, byteSize))
+    std::optional<std::uint64_t> const bytesLeft = CountBytesLeft(in, position);
+    desc.isKnownToBeThere = bytesLeft.has_value();
+    if (bytesLeft && *bytesLeft < byteSize)
         ReadField(package, "samples", [&] { in.setstate(std::ios_base::failbit | std::ios_base::eofbit); });
     return desc;
+}
+
+SampleSource::SampleSource(Serializable const &package, istream &in, PayloadDesc const &desc) : in_(in)
+{
+    constexpr std::uint64_t step = std::uint64_t{16} << 20;
+    std::uint64_t const byteSize = SamplesByteSize(desc);
+    if (desc.isKnownToBeThere || byteSize <= step)
+        return;
+    ReadField(package, "samples",
+              [&]
+              {
+                  while (bytes_.size() < byteSize)
+                  {
+                      std::size_t const before = bytes_.size();
+                      bytes_.resize(static_cast<std::size_t>(std::min(before + step, byteSize)));
+                      ReadByteBlock(in, bytes_.data() + before, static_cast<unsigned int>(bytes_.size() - before));
+                  }
+              });
+    buffer_.Show(bytes_);
 }
 
 void ReadSamples(Serializable const &package, istream &in, SignalBase &payload, PayloadDesc const &desc,

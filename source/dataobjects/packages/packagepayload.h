@@ -7,6 +7,10 @@
 
 #include "source/dataobjects/packages/packagefields.h"
 
+#include <istream>
+#include <streambuf>
+#include <vector>
+
 namespace quillmarsh
 {
 
@@ -23,6 +27,7 @@ struct PayloadDesc
     unsigned int dimensions[3]; ///< layers, rows, columns, without those that the kind of data lacks
     unsigned int format;
     unsigned int flags;
+    bool isKnownToBeThere = false; ///< True when the stream that was read is known to hold all samples.
 };
 
 /// Returns the payload. Throws SerializationException "Payload not ready." when there is none.
@@ -44,6 +49,30 @@ void WritePayload(Serializable const &package, ostream &out, SignalBase const &p
 /// against the rest of the stream. `allowedFlags` are the bits that may be set.
 PayloadDesc ReadPayloadDesc(Serializable const &package, istream &in, unsigned int numDimensions,
                             unsigned int allowedFlags, unsigned int payloadByteSize);
+
+/// The stream to read samples from. Create it before the container is allocated.
+///
+/// Usually it is the stream of the package. If nobody knows whether that stream holds all samples, and they are many,
+/// they are read first, in steps: a short stream never costs the memory that its header claims.
+class SampleSource : NoCopy
+{
+public:
+    /// Throws `std::ios_base::failure` when the stream ends before samples that are read first.
+    SampleSource(Serializable const &package, istream &in, PayloadDesc const &desc);
+
+    istream &GetStream() { return bytes_.empty() ? in_ : memory_; }
+
+private:
+    struct Buffer : std::streambuf
+    {
+        void Show(std::vector<char> &bytes) { setg(bytes.data(), bytes.data(), bytes.data() + bytes.size()); }
+    };
+
+    istream &in_;
+    std::vector<char> bytes_;
+    Buffer buffer_;
+    istream memory_{&buffer_};
+};
 
 /// Fills a container of the dimensions in `desc`. Starts with its last row or layer if `lastFirst` has the flag.
 void ReadSamples(Serializable const &package, istream &in, SignalBase &payload, PayloadDesc const &desc,

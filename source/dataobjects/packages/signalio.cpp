@@ -33,8 +33,9 @@ void DataPackageSignal::DeserializePayload(istream &in, unsigned int payloadByte
 {
     SetPayload(nullptr);
     PayloadDesc const desc = ReadPayloadDesc(*this, in, 1, 0, payloadByteSize);
+    SampleSource source(*this, in, desc);
     AutoPtr<SignalBase> signal(ManufactureSignal(static_cast<eSampleFormat>(desc.format), desc.dimensions[0]));
-    ReadSamples(*this, in, *signal, desc, 0);
+    ReadSamples(*this, source.GetStream(), *signal, desc, 0);
     AdoptPayload(std::move(signal));
 }
 

@@ -42,9 +42,10 @@ void DataPackageVolume::DeserializePayload(istream &in, unsigned int payloadByte
 {
     SetPayload(nullptr);
     PayloadDesc const desc = ReadPayloadDesc(*this, in, 3, s_layersLastFirst | s_rowsLastFirst, payloadByteSize);
+    SampleSource source(*this, in, desc);
     AutoPtr<VolumeBase> volume(ManufactureVolume(static_cast<eSampleFormat>(desc.format), desc.dimensions[0],
                                                  desc.dimensions[1], desc.dimensions[2]));
-    ReadSamples(*this, in, *volume, desc, desc.flags ^ MakeFlags(layerOrderOnRead_, rowOrderOnRead_));
+    ReadSamples(*this, source.GetStream(), *volume, desc, desc.flags ^ MakeFlags(layerOrderOnRead_, rowOrderOnRead_));
     AdoptPayload(std::move(volume));
 }
 
