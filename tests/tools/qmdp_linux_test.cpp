@@ -361,7 +361,7 @@ TEST_F(Qmdp, PicturesHaveALimit)
     string const picture = directory_ / "p.png";
     EXPECT_EQ(0, RunTool({"convert", directory_.Write("in.qmdp", SmallImage()), picture}).status);
     EXPECT_EQ(0, RunTool({"info", "--max-pixels=6", picture}).status);
-    EXPECT_EQ("qmdp: " + picture + ": 2 rows of 3 pixels are more than the limit of 5 pixels\n",
+    EXPECT_EQ("qmdp: " + picture + ": 2 rows of 3 pixels are more than the limit of 5 pixels (see --max-pixels)\n",
               RunTool({"info", "--max-pixels=5", picture}).err);
 }
 

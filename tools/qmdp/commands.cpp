@@ -197,6 +197,20 @@ std::span<Command const> GetCommands()
     return s_commands;
 }
 
+string DescribeFailure(Exception const &thrown)
+{
+    auto const *const failed = dynamic_cast<DataException const *>(&thrown);
+    switch (failed ? failed->GetFailure().kind : eCodecFailure::e_none)
+    {
+    case eCodecFailure::e_exists:
+        return thrown.GetMessage() + " with --overwrite";
+    case eCodecFailure::e_tooLarge:
+        return thrown.GetMessage() + " (see --max-pixels)";
+    default:
+        return thrown.GetMessage();
+    }
+}
+
 void PrintLine(string const &message)
 {
     std::cerr << MakePrintable(message) + '\n' << std::flush;

@@ -21,6 +21,8 @@ bool Verify(Arguments const &arguments);
 /// Returns all commands in the order of the help.
 std::span<Command const> GetCommands();
 
+/// Returns the message of a failure, with the option that avoids it if there is one.
+string DescribeFailure(Exception const &thrown);
 /// Prints the message on standard error as one line: control characters in it are escaped.
 void PrintLine(string const &message);
 /// Prints the message after the program's name.

@@ -89,7 +89,7 @@ bool ForEachFile(Arguments const &arguments, void (*report)(string const &messag
         catch (Exception const &thrown)
         {
             std::cout.flush();
-            report(thrown.GetMessage());
+            report(DescribeFailure(thrown));
             succeeded = false;
         }
     }

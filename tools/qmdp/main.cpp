@@ -102,14 +102,9 @@ eExit RunGuarded(std::vector<string> const &words, string const &program, Regist
         PrintError(thrown.GetMessage());
         return e_exit_wrong_argument;
     }
-    catch (DataException const &thrown)
-    {
-        bool const isInTheWay = thrown.GetFailure().kind == eCodecFailure::e_exists;
-        PrintError(thrown.GetMessage() + (isInTheWay ? " with --overwrite" : ""));
-    }
     catch (Exception const &thrown)
     {
-        PrintError(thrown.GetMessage());
+        PrintError(DescribeFailure(thrown));
     }
     catch (std::exception const &thrown)
     {

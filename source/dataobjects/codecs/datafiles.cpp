@@ -229,7 +229,9 @@ void DataFile::Inspect(FileType const *type)
     if (wantsPackage || StartsAsPackage(file_))
         return InspectPackageFile(wantsPackage ? type->numDimensions : 0);
     CodecFailure failure = {eCodecFailure::e_otherFormat,
-                            "byte 0: opening magic-sequence: neither that of a package nor of a picture"};
+                            file_.GetByteSize() == 0
+                                ? "is empty"
+                                : "byte 0: opening magic-sequence: neither that of a package nor of a picture"};
     if (!QueryCodecs(failure) && !TryCodecsWithNames(failure))
         throw DataException(GetName(), failure);
 }

@@ -34,6 +34,8 @@ public:
     bool Read(PixelRows const &rows) override;
 
 private:
+    /// Says what the library does not: that the file ended too early. Returns false.
+    bool FailRead();
     /// Converts every kind of pixel to four bytes.
     void SetTransformations(bool hasAlpha);
 
@@ -48,7 +50,7 @@ bool PngReader::ReadHeader(std::uint64_t fileSize)
     if (!info_)
         return Fail(eImageFailure::e_system, "libpng: cannot start");
     if (setjmp(png_jmpbuf(png_)) != 0)
-        return false;
+        return FailRead();
     png_init_io(png_, file_);
     png_set_user_limits(png_, PNG_UINT_31_MAX, PNG_UINT_31_MAX);
     png_read_info(png_, info_);
@@ -68,6 +70,13 @@ bool PngReader::ReadHeader(std::uint64_t fileSize)
            Fail(eImageFailure::e_unsupported, "a kind of PNG that is not supported");
 }
 
+bool PngReader::FailRead()
+{
+    if (std::feof(file_) != 0)
+        GetFailureToFill().text += ": the file is cut short";
+    return false;
+}
+
 void PngReader::SetTransformations(bool hasAlpha)
 {
     png_set_expand(png_);
@@ -83,7 +92,7 @@ void PngReader::SetTransformations(bool hasAlpha)
 bool PngReader::Read(PixelRows const &rows)
 {
     if (setjmp(png_jmpbuf(png_)) != 0)
-        return false;
+        return FailRead();
     for (int pass = 0; pass < numPasses_; ++pass)
     {
         for (unsigned int row = 0; row < rows.numRows; ++row)

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <limits>
+#include <string_view>
 #include <vector>
 
 #include <tiffio.h>
@@ -70,7 +71,8 @@ int KeepMessage(TIFF *, void *failure, char const *module, char const *format, v
         return 1;
     char message[512];
     std::vsnprintf(message, sizeof(message), format, arguments);
-    string const text(message);
+    // Some messages begin with the name of the file, which the library is not told.
+    string const text(message + (std::string_view(message).starts_with(": ") ? 2 : 0));
     // For example a codec that the library was built without.
     bool const isUnsupported = text.find("not support") != string::npos || text.find("not configured") != string::npos;
     kept = {isUnsupported ? eImageFailure::e_unsupported : eImageFailure::e_damaged,
