@@ -125,14 +125,17 @@ void ApplicationWalk::OpenDevices()
     devices.Open(DirectInputConfig(), 0, 0);
 }
 
-// There is no renderer yet, and no window of the host.
+// There is no renderer yet, and the host opens no window.
 void ApplicationWalk::OpenVideo() {}
 
 void ApplicationWalk::OpenSubsystems()
 {
+    platform::Window const *const window = kernel_.GetAppWindow();
+    HWND const handle = window != nullptr ? window->GetHandle() : nullptr;
+    bool const isFullscreen = window != nullptr && window->GetState() == platform::eWindowState::e_fullscreen;
     Step(
         "ConnectSubsystemsToAppWindow",
-        [](Application &application) { application.ConnectSubsystemsToAppWindow(nullptr, false); },
+        [=](Application &application) { application.ConnectSubsystemsToAppWindow(handle, isFullscreen); },
         "DisconnectSubsystemsFromAppWindow",
         [](Application &application) { application.DisconnectSubsystemsFromAppWindow(); });
     Step(

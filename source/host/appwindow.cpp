@@ -1,46 +1,96 @@
 #include <quillmarsh/host/appwindow.h>
 
 #include <quillmarsh/host/hostkernel.h>
-#include <quillmarsh/platform/window.h>
 
 namespace quillmarsh::host
 {
 
 using platform::DesktopEvent;
 using platform::eDesktopEvent;
+using platform::Window;
+
+AppWindow::AppWindow(HostKernel &kernel) : kernel_(kernel)
+{
+    Window *const window = Window::GetMain();
+    if (window == nullptr)
+        return;
+    windows_.push_back(window);
+    TellDevices();
+}
+
+void AppWindow::TellDevices()
+{
+    DeviceGroup &devices = kernel_.GetDevices();
+    Window const *const window = Get();
+    size_ = window != nullptr ? window->GetSize() : Window::Size();
+    devices.SetAppWindow(window != nullptr ? window->GetHandle() : nullptr);
+    if (window != nullptr && window->IsActive())
+        devices.SetAppWindowActive(true);
+}
 
 void AppWindow::OnDesktopEvent(DesktopEvent const &event)
 {
-    bool const isOpened = event.kind == eDesktopEvent::e_windowOpened;
     if (event.kind == eDesktopEvent::e_exitWish)
         kernel_.RequestExit();
-    else if (isOpened && event.window->GetRole() == platform::eWindowRole::e_main)
-        kernel_.GetDevices().SetAppWindow((window_ = event.window)->GetHandle());
-    else if (event.window != nullptr && event.window == window_)
+    else if (event.window != nullptr && event.window->GetRole() == platform::eWindowRole::e_main)
         OnWindowEvent(event);
 }
 
 void AppWindow::OnWindowEvent(DesktopEvent const &event)
 {
-    DeviceGroup &devices = kernel_.GetDevices();
-    switch (event.kind)
+    if (event.kind == eDesktopEvent::e_windowOpened)
     {
-    case eDesktopEvent::e_windowActive:
-        devices.SetAppWindowActive(event.isOn);
-        break;
-    case eDesktopEvent::e_windowGeometry:
-        devices.OnAppWindowGeometryChanged();
-        break;
-    case eDesktopEvent::e_windowCloseWish:
-        kernel_.RequestExit();
-        break;
-    case eDesktopEvent::e_windowClosing:
-        window_ = nullptr;
-        devices.SetAppWindow(nullptr);
-        break;
-    default:
-        break;
+        windows_.push_back(event.window);
+        TellDevices();
+        return;
     }
+    if (event.kind == eDesktopEvent::e_windowClosing)
+        return OnClosing(*event.window);
+    if (event.window != Get())
+        return;
+    if (event.kind == eDesktopEvent::e_windowActive)
+        OnActive(event.isOn);
+    else if (event.kind == eDesktopEvent::e_windowGeometry)
+        OnGeometry();
+    else if (event.kind == eDesktopEvent::e_windowCloseWish)
+        kernel_.RequestExit();
+}
+
+void AppWindow::OnClosing(Window &window)
+{
+    bool const isReported = &window == Get();
+    std::erase(windows_, &window);
+    if (isReported)
+        TellDevices();
+}
+
+void AppWindow::OnActive(bool isActive)
+{
+    kernel_.GetDevices().SetAppWindowActive(isActive);
+    CallHook("OnWindowActive", [isActive](Application &application) { application.OnWindowActive(isActive); });
+}
+
+void AppWindow::OnGeometry()
+{
+    kernel_.GetDevices().OnAppWindowGeometryChanged();
+    Window::Size const size = Get()->GetSize();
+    // Some systems give a minimized window no size.
+    bool const isNew = size.width != size_.width || size.height != size_.height;
+    if (!isNew || Get()->GetState() == platform::eWindowState::e_minimized)
+        return;
+    size_ = size;
+    CallHook(
+        "OnWindowResize", [size](Application &application)
+        { application.OnWindowResize(static_cast<unsigned int>(size.width), static_cast<unsigned int>(size.height)); });
+}
+
+template<typename Hook>
+void AppWindow::CallHook(char const *name, Hook &&hook)
+{
+    // The event may arrive during another hook, which fails in its own name later.
+    char const *const placeBefore = kernel_.GetFailures().GetPlace();
+    kernel_.CallHook(name, hook);
+    kernel_.GetFailures().SetPlace(placeBefore);
 }
 
 } // namespace quillmarsh::host

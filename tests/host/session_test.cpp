@@ -1,8 +1,10 @@
 #include "tests/support/failures.h"
 #include "tests/support/host_process.h"
+#include "tests/support/waiting.h"
 
 #include <quillmarsh/basetools/exception.h>
 #include <quillmarsh/host/session.h>
+#include <quillmarsh/platform/window.h>
 
 #include <gtest/gtest.h>
 
@@ -125,6 +127,48 @@ TEST(Session, RunsAnApplicationOfTheProgramsOwn)
     EXPECT_FALSE(session.HasFailed());
     EXPECT_EQ("frame\nframe\n", out.str());
     EXPECT_NE(string::npos, log.str().find("Kernel level: running\nframe\n")) << log.str();
+}
+
+TEST(Session, ReportsTheMainWindowAndWhatIsLeftOfSeveral)
+{
+    struct Watcher : Application
+    {
+        string told;
+        HWND window = nullptr;
+        void ConnectSubsystemsToAppWindow(HWND connected, bool) override { window = connected; }
+        void OnWindowResize(unsigned int width, unsigned int height) override
+        {
+            told += std::to_string(width) + "x" + std::to_string(height) + " ";
+        }
+    };
+    EnvironmentVariable const driver("SDL_VIDEODRIVER", "dummy");
+    string reason;
+    // A program with a main loop of its own may have its window before the session.
+    AutoPtr<platform::Window> window = platform::Window::Open({.width = 200, .height = 100}, reason);
+    ASSERT_NE(nullptr, window) << reason;
+    host::Session session({});
+    auto owned = std::make_unique<Watcher>();
+    Watcher const &watcher = *owned;
+    ASSERT_TRUE(session.Open(std::move(owned)));
+    EXPECT_EQ(window->GetHandle(), watcher.window);
+    EXPECT_EQ(window->GetHandle(), session.GetKernel().GetDevices().GetAppWindow());
+
+    AutoPtr<platform::Window> second = platform::Window::Open({.width = 300, .height = 200}, reason);
+    ASSERT_NE(nullptr, second) << reason;
+    EXPECT_EQ(second.get(), session.GetKernel().GetAppWindow());
+    second.reset();
+    EXPECT_EQ(window->GetHandle(), session.GetKernel().GetDevices().GetAppWindow());
+    window->Show();
+    window->SetSize({400, 250});
+    auto const isTold = [&]
+    {
+        session.RunFrame();
+        return !watcher.told.empty();
+    };
+    EXPECT_TRUE(tests::WaitUntil(isTold));
+    EXPECT_EQ("400x250 ", watcher.told);
+    window.reset();
+    EXPECT_EQ(nullptr, session.GetKernel().GetDevices().GetAppWindow());
 }
 
 TEST(Session, RefusesWhatDoesNotFit)

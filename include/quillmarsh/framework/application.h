@@ -234,6 +234,8 @@ public:
     /// @}
 
     /// @name Notices of kernel and window
+    /// The application's window is the main window of the program: platform::eWindowRole::e_main. Its hooks are called
+    /// between FrameBegin() and FrameSampleInput(), or within a call that changes the window; not when it closes.
     /// @{
 
     /// The kernel has reached another level.

@@ -61,8 +61,8 @@ public:
     /// connected device SetAppWindow(), OnAppWindowGeometryChanged() and, if the window is active, OnAppWindowActive(),
     /// and later calls the two hooks at each change. Before the window is destroyed, it calls OnAppWindowActive(false)
     /// if the window was active, SetAppWindow(nullptr), and OnAppWindowGeometryChanged(), where the device must forget
-    /// the window. For a device that is connected while there is a window, the first three calls follow
-    /// ConnectDevice(). Windows may come and go any number of times.
+    /// the window. For a device that is connected while there is a window, SetAppWindow() comes before ConnectDevice()
+    /// and the two hooks after it. Windows may come and go any number of times.
     ///
     /// An exception of a hook is reported, and has no other effect.
     /// @{

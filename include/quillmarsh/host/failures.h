@@ -25,6 +25,7 @@ public:
 
     /// Sets the name of the current work, for the message of a failure. Borrows the text until the next call.
     void SetPlace(char const *place) { place_ = place; }
+    char const *GetPlace() const { return place_; }
     /// Sets the current level, for the message and the description of a failure.
     void SetLevel(eKernelLevel level) { level_ = level; }
 

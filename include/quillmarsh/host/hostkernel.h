@@ -64,6 +64,8 @@ public:
     void SetLevel(eKernelLevel level);
     Application::AutoInitInfo &GetAutoInit() { return autoInit_; }
     DeviceGroup &GetDevices() { return devices_; }
+    /// Returns the window that is reported to devices and application; null if there is none.
+    platform::Window *GetAppWindow() const { return appWindow_.Get(); }
     /// Returns the description of a device for changes, as Kernel::HumanInterfaceDevice_DeviceInfo does.
     static HumanInterfaceDeviceInfo &GetDeviceInfo(HumanInterfaceDevice &device)
     {
