@@ -77,7 +77,7 @@ TEST(WindowOnADisplay, ReportsUserInput)
     EXPECT_TRUE(
         listener.Await([](DesktopEvent const &event) { return event.kind == eDesktopEvent::e_windowGeometry; }));
 
-    ASSERT_TRUE(display.Do("mousemove 150 170 click 3 click 4"));
+    ASSERT_TRUE(display.Do("mousemove 150 170 click 3 keydown shift click 4 keyup shift"));
     EXPECT_TRUE(listener.Await(eDesktopEvent::e_mouseInside, true));
     EXPECT_TRUE(listener.Await([](DesktopEvent const &event)
                                { return event.kind == eDesktopEvent::e_mouseMove && event.x == 50 && event.y == 50; }));
@@ -87,8 +87,12 @@ TEST(WindowOnADisplay, ReportsUserInput)
             return event.kind == eDesktopEvent::e_mouseButton && event.button == e_mouse_button_right && !event.isOn &&
                    event.x == 50 && event.window == window.get();
         }));
-    EXPECT_TRUE(listener.Await([](DesktopEvent const &event)
-                               { return event.kind == eDesktopEvent::e_mouseWheel && event.wheel == 1; }));
+    EXPECT_TRUE(listener.Await(
+        [](DesktopEvent const &event)
+        {
+            return event.kind == eDesktopEvent::e_mouseWheel && event.wheel == 1 && event.x == 50 && event.y == 50 &&
+                   event.modifiers.isShiftDown;
+        }));
     ASSERT_TRUE(display.Do("key shift+a"));
     EXPECT_TRUE(listener.Await(
         [](DesktopEvent const &event) {

@@ -35,17 +35,27 @@ enum class eDesktopEvent
     e_keyboardLayout,
     /// The mouse entered or left the client area: `isOn`.
     e_mouseInside,
-    /// The mouse was moved: `x`, `y`, `moveX`, `moveY`. While a button is down, movements outside the window are sent
-    /// as well.
+    /// The mouse was moved: `x`, `y`, `moveX`, `moveY`, `modifiers`. While a button is down, movements outside the
+    /// window are sent as well.
     e_mouseMove,
-    /// A button went down or up: `button`, `isOn`, `x`, `y`.
+    /// A button went down or up: `button`, `isOn`, `x`, `y`, `modifiers`.
     e_mouseButton,
-    /// The wheel was turned: `wheel`.
+    /// The wheel was turned: `wheel`, `x`, `y`, `modifiers`.
     e_mouseWheel,
     /// Another program has changed the clipboard. Some systems also report this program's own changes. No window.
     e_clipboard,
     /// A display was added or removed, or its mode changed. No window.
     e_displays,
+    /// The colours of the desktop have changed. No window. Sent on Windows only.
+    e_systemColors,
+    /// The settings of the desktop have changed. No window. Sent on Windows only.
+    e_systemSettings,
+    /// The user begins or ends to move or resize the window: `isOn`. Sent on Windows only, where PumpDesktop() does not
+    /// return in between.
+    e_windowSizeMove,
+    /// The user opens or closes the menu of the window: `isOn`. Sent on Windows only, where PumpDesktop() does not
+    /// return in between.
+    e_windowMenu,
     /// A piece of hardware was added or removed. No window. Sent on Windows only; on Linux each driver watches its own
     /// devices.
     e_hardware,

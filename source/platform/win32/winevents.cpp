@@ -42,6 +42,7 @@ struct PlainMessage
     eDesktopEvent kind;
     /// Every window gets this message; only the first open window sends the event.
     bool isOfAll = false;
+    bool isOn = false;
 };
 
 constexpr PlainMessage s_plainMessages[] = {
@@ -49,9 +50,15 @@ constexpr PlainMessage s_plainMessages[] = {
     {WM_MOVE, eDesktopEvent::e_windowGeometry},
     {WM_SIZE, eDesktopEvent::e_windowGeometry},
     {WM_SHOWWINDOW, eDesktopEvent::e_windowGeometry},
+    {WM_ENTERSIZEMOVE, eDesktopEvent::e_windowSizeMove, false, true},
+    {WM_EXITSIZEMOVE, eDesktopEvent::e_windowSizeMove},
+    {WM_ENTERMENULOOP, eDesktopEvent::e_windowMenu, false, true},
+    {WM_EXITMENULOOP, eDesktopEvent::e_windowMenu},
     {WM_INPUTLANGCHANGE, eDesktopEvent::e_keyboardLayout, true},
     {WM_CLIPBOARDUPDATE, eDesktopEvent::e_clipboard, true},
     {WM_DISPLAYCHANGE, eDesktopEvent::e_displays, true},
+    {WM_SYSCOLORCHANGE, eDesktopEvent::e_systemColors, true},
+    {WM_SETTINGCHANGE, eDesktopEvent::e_systemSettings, true},
     {WM_DEVICECHANGE, eDesktopEvent::e_hardware, true},
     {WM_QUERYENDSESSION, eDesktopEvent::e_exitWish, true},
 };
@@ -107,6 +114,15 @@ void OnCharacter(Window::System &system, wchar_t unit)
     TellDesktop(event);
 }
 
+DesktopEvent MakeMouseEvent(eDesktopEvent kind, Window::System &system, POINT position)
+{
+    DesktopEvent event = MakeEvent(kind, system);
+    event.x = static_cast<int>(position.x);
+    event.y = static_cast<int>(position.y);
+    event.modifiers = ReadModifiers();
+    return event;
+}
+
 void OnInside(Window::System &system, bool isInside)
 {
     system.isMouseInside = isInside;
@@ -124,9 +140,7 @@ void OnMouseMove(Window::System &system, POINT position)
         system.lastPosition = position;
         OnInside(system, true);
     }
-    DesktopEvent event = MakeEvent(eDesktopEvent::e_mouseMove, system);
-    event.x = static_cast<int>(position.x);
-    event.y = static_cast<int>(position.y);
+    DesktopEvent event = MakeMouseEvent(eDesktopEvent::e_mouseMove, system, position);
     if (!IsCursorHeld())
     {
         event.moveX = static_cast<float>(position.x - system.lastPosition.x);
@@ -146,9 +160,7 @@ void OnRawInput(Window::System &system, LPARAM lParam)
                             (input.data.mouse.usFlags & MOUSE_MOVE_ABSOLUTE) == 0;
     if (!isMovement || !IsCursorHeld())
         return;
-    DesktopEvent event = MakeEvent(eDesktopEvent::e_mouseMove, system);
-    event.x = static_cast<int>(system.lastPosition.x);
-    event.y = static_cast<int>(system.lastPosition.y);
+    DesktopEvent event = MakeMouseEvent(eDesktopEvent::e_mouseMove, system, system.lastPosition);
     event.moveX = static_cast<float>(input.data.mouse.lLastX);
     event.moveY = static_cast<float>(input.data.mouse.lLastY);
     TellDesktop(event);
@@ -167,20 +179,22 @@ bool OnButton(Window::System &system, UINT message, WPARAM wParam, LPARAM lParam
             SetCapture(system.window);
         else if ((wParam & (MK_LBUTTON | MK_RBUTTON | MK_MBUTTON | MK_XBUTTON1 | MK_XBUTTON2)) == 0)
             ReleaseCapture();
-        DesktopEvent event = MakeEvent(eDesktopEvent::e_mouseButton, system);
+        POINT const position = {GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)};
+        DesktopEvent event = MakeMouseEvent(eDesktopEvent::e_mouseButton, system, position);
         event.button = isSecond ? e_mouse_button_extra2 : known.button;
         event.isOn = isDown;
-        event.x = GET_X_LPARAM(lParam);
-        event.y = GET_Y_LPARAM(lParam);
         TellDesktop(event);
         return true;
     }
     return false;
 }
 
-void OnWheel(Window::System &system, WPARAM wParam)
+void OnWheel(Window::System &system, WPARAM wParam, LPARAM lParam)
 {
-    DesktopEvent event = MakeEvent(eDesktopEvent::e_mouseWheel, system);
+    // This message alone gives the position on the desktop.
+    POINT position = {GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)};
+    ScreenToClient(system.window, &position);
+    DesktopEvent event = MakeMouseEvent(eDesktopEvent::e_mouseWheel, system, position);
     event.wheel = static_cast<float>(GET_WHEEL_DELTA_WPARAM(wParam)) / WHEEL_DELTA;
     TellDesktop(event);
 }
@@ -209,10 +223,13 @@ void OnPlainMessage(Window::System &system, UINT message)
     {
         if (row.message != message)
             continue;
+        DesktopEvent event = {row.kind};
+        event.isOn = row.isOn;
         if (!row.isOfAll)
-            TellDesktop(MakeEvent(row.kind, system));
-        else if (!GetOpenWindows().empty() && GetOpenWindows().front() == &system.owner)
-            TellDesktop({row.kind});
+            event.window = &system.owner;
+        else if (GetOpenWindows().empty() || GetOpenWindows().front() != &system.owner)
+            return;
+        return TellDesktop(event);
     }
 }
 
@@ -233,7 +250,7 @@ void Tell(Window::System &system, UINT message, WPARAM wParam, LPARAM lParam)
     case WM_MOUSELEAVE:
         return OnInside(system, false);
     case WM_MOUSEWHEEL:
-        return OnWheel(system, wParam);
+        return OnWheel(system, wParam, lParam);
     case WM_INPUT:
         return OnRawInput(system, lParam);
     case WM_SETFOCUS:

@@ -50,6 +50,9 @@ constexpr PlainEventRow s_plainEvents[] = {
     {SDL_KEYMAPCHANGED, eDesktopEvent::e_keyboardLayout},
 };
 
+/// State at the event that is being sent; SDL itself already knows the events behind it.
+KeyModifiers s_modifiers;
+
 DesktopEvent MakeEvent(eDesktopEvent kind, Uint32 windowID)
 {
     DesktopEvent event = {kind};
@@ -70,6 +73,8 @@ void OnWindowEvent(SDL_WindowEvent const &event)
         return;
     told.isOn = row->isOn;
     Window::System &system = told.window->GetSystem();
+    if (event.event == SDL_WINDOWEVENT_ENTER || event.event == SDL_WINDOWEVENT_FOCUS_GAINED)
+        s_modifiers = MakeModifiers(SDL_GetModState());
     if (event.event == SDL_WINDOWEVENT_ENTER)
         system.ApplyCursor();
     if (event.event == SDL_WINDOWEVENT_EXPOSED && system.isFilled)
@@ -83,7 +88,7 @@ void OnKey(SDL_KeyboardEvent const &event)
     told.key = FindKey(event.keysym.scancode);
     told.isOn = event.state == SDL_PRESSED;
     told.isRepeat = event.repeat != 0;
-    told.modifiers = MakeModifiers(event.keysym.mod);
+    told.modifiers = s_modifiers = MakeModifiers(event.keysym.mod);
     if (told.isOn)
         LearnKeyDown(told.key, told.modifiers);
     TellDesktop(told);
@@ -98,11 +103,18 @@ void OnText(SDL_TextInputEvent const &event)
     TellDesktop(told);
 }
 
+DesktopEvent MakeMouseEvent(eDesktopEvent kind, Uint32 windowID, int x, int y)
+{
+    DesktopEvent event = MakeEvent(kind, windowID);
+    event.x = x;
+    event.y = y;
+    event.modifiers = s_modifiers;
+    return event;
+}
+
 void OnMouseMove(SDL_MouseMotionEvent const &event)
 {
-    DesktopEvent told = MakeEvent(eDesktopEvent::e_mouseMove, event.windowID);
-    told.x = event.x;
-    told.y = event.y;
+    DesktopEvent told = MakeMouseEvent(eDesktopEvent::e_mouseMove, event.windowID, event.x, event.y);
     told.moveX = static_cast<float>(event.xrel);
     told.moveY = static_cast<float>(event.yrel);
     TellDesktop(told);
@@ -112,17 +124,15 @@ void OnMouseButton(SDL_MouseButtonEvent const &event)
 {
     constexpr eMouseButton buttons[] = {e_mouse_button_extra3, e_mouse_button_left,   e_mouse_button_middle,
                                         e_mouse_button_right,  e_mouse_button_extra1, e_mouse_button_extra2};
-    DesktopEvent told = MakeEvent(eDesktopEvent::e_mouseButton, event.windowID);
+    DesktopEvent told = MakeMouseEvent(eDesktopEvent::e_mouseButton, event.windowID, event.x, event.y);
     told.button = buttons[event.button < std::size(buttons) ? event.button : 0];
     told.isOn = event.state == SDL_PRESSED;
-    told.x = event.x;
-    told.y = event.y;
     TellDesktop(told);
 }
 
 void OnMouseWheel(SDL_MouseWheelEvent const &event)
 {
-    DesktopEvent told = MakeEvent(eDesktopEvent::e_mouseWheel, event.windowID);
+    DesktopEvent told = MakeMouseEvent(eDesktopEvent::e_mouseWheel, event.windowID, event.mouseX, event.mouseY);
     told.wheel = event.direction == SDL_MOUSEWHEEL_FLIPPED ? -event.preciseY : event.preciseY;
     TellDesktop(told);
 }
