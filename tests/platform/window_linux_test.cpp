@@ -119,6 +119,23 @@ TEST(WindowOnADisplay, ReportsUserInput)
     EXPECT_EQ(eWindowState::e_hidden, window->GetState());
 }
 
+TEST(WindowOnADisplay, ServesOpenGLWithThePixelsThatAreWanted)
+{
+    tests::VirtualDisplay const display;
+    if (display.GetName().empty())
+        GTEST_SKIP() << "Xvfb or xdotool is not installed.";
+    tests::EnvironmentVariable const name("DISPLAY", display.GetName().c_str());
+    tests::EnvironmentVariable const noDriver("SDL_VIDEODRIVER", nullptr);
+    tests::EnvironmentVariable const noWayland("WAYLAND_DISPLAY", nullptr);
+    string reason;
+    if (Window::Open({.openGL = OpenGLPixels()}, reason) == nullptr)
+        GTEST_SKIP() << "There is no driver of OpenGL: " << reason;
+    EXPECT_EQ(nullptr, Window::Open({.openGL = OpenGLPixels{.numSamples = 1000}}, reason));
+    EXPECT_TRUE(reason.starts_with("The display refuses a window: ")) << reason;
+    // The pixels of one window are not those of the next.
+    EXPECT_NE(nullptr, Window::Open({.openGL = OpenGLPixels()}, reason)) << reason;
+}
+
 TEST(WindowOnADisplay, EndsAMessageLoopAndIsClosedOnlyByItsOwner)
 {
     tests::VirtualDisplay const display;

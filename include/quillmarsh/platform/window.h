@@ -4,6 +4,8 @@
 
 #include <quillmarsh/platform/types.h>
 
+#include <optional>
+
 namespace quillmarsh::platform
 {
 
@@ -28,6 +30,16 @@ enum class eWindowState
     e_fullscreen
 };
 
+/// Pixels of a window that OpenGL draws, with 8 bits for each colour and two buffers.
+struct OpenGLPixels
+{
+    int numAlphaBits = 0;
+    int numDepthBits = 24;
+    int numStencilBits = 8;
+    /// Samples of each pixel; 0 for no multisampling.
+    int numSamples = 0;
+};
+
 /// Initial properties of a window.
 struct WindowDesc
 {
@@ -43,6 +55,9 @@ struct WindowDesc
     bool isResizable = true;
     /// Fills the client area with a dark colour when it is exposed. Leave it off for a window that the program draws.
     bool isFilled = false;
+    /// Makes a window for OpenGL, for which Open() fails without a driver or when the driver lacks these pixels. On
+    /// Windows any window serves OpenGL, and the owner of the context chooses the pixels: the values have no effect.
+    std::optional<OpenGLPixels> openGL = {};
 };
 
 /// A window on the desktop. Events report what happens to it (desktopevents.h).

@@ -314,6 +314,8 @@ wchar_t const *GetWindowClass()
 {
     WNDCLASSEXW description = {};
     description.cbSize = sizeof(description);
+    // OpenGL keeps the device context of its window.
+    description.style = CS_OWNDC;
     description.lpfnWndProc = &OnMessage;
     description.hInstance = GetModuleHandleW(nullptr);
     description.hCursor = static_cast<HCURSOR>(

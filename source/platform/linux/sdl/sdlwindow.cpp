@@ -14,7 +14,22 @@ SDL_WindowFlags GetFlags(WindowDesc const &desc)
         flags |= SDL_WINDOW_BORDERLESS;
     if (desc.isResizable)
         flags |= SDL_WINDOW_RESIZABLE;
+    if (desc.openGL)
+        flags |= SDL_WINDOW_OPENGL;
     return static_cast<SDL_WindowFlags>(flags);
+}
+
+/// Sets the pixels of the next window. SDL keeps them for the whole process, so none are left over from another one.
+void SetPixels(OpenGLPixels const &pixels)
+{
+    SDL_GL_ResetAttributes();
+    for (SDL_GLattr const colour : {SDL_GL_RED_SIZE, SDL_GL_GREEN_SIZE, SDL_GL_BLUE_SIZE})
+        SDL_GL_SetAttribute(colour, 8);
+    SDL_GL_SetAttribute(SDL_GL_ALPHA_SIZE, pixels.numAlphaBits);
+    SDL_GL_SetAttribute(SDL_GL_DEPTH_SIZE, pixels.numDepthBits);
+    SDL_GL_SetAttribute(SDL_GL_STENCIL_SIZE, pixels.numStencilBits);
+    SDL_GL_SetAttribute(SDL_GL_MULTISAMPLEBUFFERS, pixels.numSamples > 0 ? 1 : 0);
+    SDL_GL_SetAttribute(SDL_GL_MULTISAMPLESAMPLES, pixels.numSamples);
 }
 
 } // namespace
@@ -42,6 +57,8 @@ Window::System *Window::OpenSystem(Window &, WindowDesc const &desc, string &rea
         reason = SdlVideoUse::GetReason();
         return nullptr;
     }
+    if (desc.openGL)
+        SetPixels(*desc.openGL);
     system->window = SDL_CreateWindow(desc.title.c_str(), SDL_WINDOWPOS_UNDEFINED, SDL_WINDOWPOS_UNDEFINED, desc.width,
                                       desc.height, GetFlags(desc));
     if (!system->window)
