@@ -13,6 +13,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cstring>
 #include <map>
 #include <random>
 #include <sstream>
@@ -171,6 +172,28 @@ TEST_F(ImageFiles, HugeClaimsAreRefusedBeforePixelsAreReadInto)
     bmp.replace(18, 8, tests::NumberBytes(0x7000) + tests::NumberBytes(0x7000));
     for (string const &bytes : {jpeg, png, bmp})
         EXPECT_EQ("claims to be larger than its file can hold", TellWhyNotLoaded(bytes));
+}
+
+TEST_F(ImageFiles, OnlyAsMuchOfAJpegIsReadAsIsNeeded)
+{
+    Image<Sample32> image(e_format_X8R8G8B8, 16, 16);
+    ASSERT_TRUE(ImageEncoderGdiplus().SaveImage(image, directory_ / "jpeg", "JPEG", NamedParameterList()));
+    string jpeg = tests::ReadFile(directory_ / "jpeg");
+    auto const expected = LoadBytes(jpeg);
+    ASSERT_TRUE(expected);
+    // Comments that are longer together than the first piece of a file that is read.
+    for (int i = 0; i < 5; ++i)
+        jpeg.insert(2, "\xFF\xFE\xFF\xFF" + string(0xFFFD, 'c'));
+    auto const loaded = LoadBytes(jpeg);
+    ASSERT_TRUE(loaded);
+    EXPECT_EQ(std::memcmp(loaded->GetSamplesB(), expected->GetSamplesB(), expected->GetTotalByteSize()), 0);
+
+    // A file without blocks on the disk, of more bytes than the machine has memory.
+    string const sparse = directory_.Write("sparse", "\xFF\xD8\xFF");
+    std::filesystem::resize_file(sparse, std::uint64_t{1} << 40);
+    CodecFailureSentry const reason;
+    EXPECT_EQ(Load(sparse), nullptr);
+    EXPECT_EQ(reason.GetText(), "a JPEG without pixels");
 }
 
 TEST_F(ImageFiles, FullDisksAndPipesFail)

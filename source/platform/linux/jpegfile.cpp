@@ -12,6 +12,14 @@ namespace
 
 /// Upper bound for the pixels that one byte of a file describes, even in a picture of one colour.
 constexpr std::uint64_t s_pixelsPerByte = 4096;
+/// Upper bound for the bytes of one pixel in a file.
+constexpr std::uint64_t s_bytesPerPixel = 16;
+/// @name Bytes before the pixels
+/// Few files have more than the first; profiles and previews make some headers long.
+/// @{
+constexpr std::uint64_t s_shortHeader = std::uint64_t{64} << 10;
+constexpr std::uint64_t s_longestHeader = std::uint64_t{64} << 20;
+/// @}
 /// From this quality on, colours are stored at the same resolution as brightness.
 constexpr unsigned int s_fineQuality = 90;
 
@@ -80,15 +88,12 @@ public:
     {
         if (!handle_)
             return Fail(eImageFailure::e_system, "libjpeg-turbo: cannot start");
-        size_ = static_cast<unsigned long>(fileSize);
-        bytes_ = std::make_unique_for_overwrite<unsigned char[]>(size_);
+        file_ = file;
+        fileSize_ = fileSize;
         int width = 0;
         int height = 0;
-        int subsampling = 0;
-        if (std::fread(bytes_.get(), 1, size_, file) != size_)
-            return Fail(eImageFailure::e_system, "cannot be read to its end");
-        if (tjDecompressHeader3(handle_.get(), bytes_.get(), size_, &width, &height, &subsampling, &colorspace_) != 0)
-            return FailByLibrary();
+        if (!FindSize(width, height))
+            return false;
         auto const numRows = static_cast<std::uint64_t>(height);
         auto const numColumns = static_cast<std::uint64_t>(width);
         return numRows * numColumns <= fileSize * s_pixelsPerByte ? SetSize(numRows, numColumns, false)
@@ -97,6 +102,9 @@ public:
 
     bool Read(PixelRows const &rows) override
     {
+        std::uint64_t const numPixels = std::uint64_t{rows.numRows} * rows.numColumns;
+        if (!ReadUpTo(s_longestHeader + numPixels * s_bytesPerPixel))
+            return false;
         bool const hasInks = colorspace_ == TJCS_CMYK || colorspace_ == TJCS_YCCK;
         // A warning counts as a failure: it means a truncated picture or damaged pixels.
         if (tjDecompress2(handle_.get(), bytes_.get(), size_, rows.first, static_cast<int>(rows.numColumns),
@@ -109,6 +117,39 @@ public:
     }
 
 private:
+    /// Reads the file up to the begin of the pixels, which are seldom far from its own.
+    bool FindSize(int &width, int &height)
+    {
+        for (std::uint64_t size = s_shortHeader;; size *= 4)
+        {
+            if (!ReadUpTo(size))
+                return false;
+            int subsampling = 0;
+            bool const isRead = tjDecompressHeader3(handle_.get(), bytes_.get(), size_, &width, &height, &subsampling,
+                                                    &colorspace_) == 0;
+            if (isRead && width > 0)
+                return true;
+            if (size_ == fileSize_ || size >= s_longestHeader)
+                return isRead ? Fail(eImageFailure::e_damaged, "a JPEG without pixels") : FailByLibrary();
+        }
+    }
+
+    /// Reads on until so many bytes of the file are there, or all of them.
+    bool ReadUpTo(std::uint64_t wanted)
+    {
+        auto const size = static_cast<unsigned long>(std::min(wanted, fileSize_));
+        if (size <= size_)
+            return true;
+        Bytes bytes = std::make_unique_for_overwrite<unsigned char[]>(size);
+        std::copy_n(bytes_.get(), size_, bytes.get());
+        unsigned long const missing = size - size_;
+        if (std::fread(bytes.get() + size_, 1, missing, file_) != missing)
+            return Fail(eImageFailure::e_system, "cannot be read to its end");
+        bytes_ = std::move(bytes);
+        size_ = size;
+        return true;
+    }
+
     bool FailByLibrary()
     {
         ImageFailure const failure = DescribeFailure(handle_.get());
@@ -116,6 +157,9 @@ private:
     }
 
     Handle handle_{tjInitDecompress()};
+    std::FILE *file_ = nullptr;
+    std::uint64_t fileSize_ = 0;
+    /// The first bytes of the file.
     Bytes bytes_;
     unsigned long size_ = 0;
     int colorspace_ = 0;
