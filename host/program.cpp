@@ -34,15 +34,6 @@ string JoinWords(std::vector<string> const &words)
     return joined;
 }
 
-string GetDirectory(string const &fileName)
-{
-    string path;
-    string base;
-    string extension;
-    file_system::SplitFileName(fileName, path, base, extension);
-    return path;
-}
-
 } // namespace
 
 void PrintMessage(string const &message)
@@ -169,9 +160,7 @@ void Program::OpenSource()
 
 void Program::LoadPlugins()
 {
-    string const programDirectory = GetDirectory(programFile_);
-    std::vector<string> const directories = {programDirectory + "plugins",
-                                             programDirectory + QUILLMARSH_HOST_PLUGIN_DIRECTORY};
+    std::vector<string> const directories = GetPluginDirectories(programFile_, QUILLMARSH_HOST_PLUGIN_DIRECTORY);
     PluginSet &plugins = kernel_.GetPlugins();
     for (string const &plugin : arguments_.plugins)
         plugins.Load(FindPluginFile(plugin, directories));

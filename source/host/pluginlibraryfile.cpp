@@ -148,6 +148,15 @@ void PluginLibraryFile::CheckDescriptor(PluginDescriptor const &descriptor) cons
     }
 }
 
+std::vector<string> GetPluginDirectories(string const &programFileName, string const &installed)
+{
+    string path;
+    string base;
+    string extension;
+    file_system::SplitFileName(programFileName, path, base, extension);
+    return {path + "plugins", path + installed};
+}
+
 string FindPluginFile(string const &name, std::vector<string> const &directories)
 {
     string path;

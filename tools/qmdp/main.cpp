@@ -1,7 +1,6 @@
 // qmdp: works on files of signals, images and volumes.
 #include "commands.h"
 
-#include <quillmarsh/basetools/filesystem.h>
 #include <quillmarsh/basetools/libraryinfo.h>
 #include <quillmarsh/basetools/memory.h>
 #include <quillmarsh/dataobjects/datacodecmanager.h>
@@ -45,21 +44,13 @@ struct Registry : NoCopy
     std::vector<AutoPtr<GenericExtension>> extensions;
 };
 
-string GetDirectory(string const &fileName)
-{
-    string path;
-    string base;
-    string extension;
-    file_system::SplitFileName(fileName, path, base, extension);
-    return path;
-}
-
 /// Creates the extensions of a plug-in library, which register their codecs.
 void LoadPlugin(string const &name, string const &program, Registry &registry)
 {
-    string const directory = GetDirectory(platform::GetProgramFileName(program));
+    std::vector<string> const directories =
+        host::GetPluginDirectories(platform::GetProgramFileName(program), QMDP_PLUGIN_DIRECTORY);
     std::size_t const numBefore = registry.plugins.GetEntries().size();
-    registry.plugins.Load(host::FindPluginFile(name, {directory + "plugins", directory + QMDP_PLUGIN_DIRECTORY}));
+    registry.plugins.Load(host::FindPluginFile(name, directories));
     auto const &entries = registry.plugins.GetEntries();
     std::size_t const numExtensions = registry.extensions.size();
     for (std::size_t i = numBefore; i < entries.size(); ++i)

@@ -49,11 +49,10 @@ private:
     void OnFailedLine();
     bool Inspect(Command const &command, CommandLineParser const &parser) const;
     string GetLinePlace() const;
-
-    HostKernel &kernel_;
     /// Counts one frame of a wait. True while more frames must pass.
     bool PassFrame();
 
+    HostKernel &kernel_;
     LineSource *source_ = nullptr;
     bool stopOnError_ = false;
     bool strict_ = false;

@@ -94,6 +94,10 @@ private:
 /// directory. Throws a KernelException when the file does not exist.
 string FindPluginFile(string const &name, std::vector<string> const &directories);
 
+/// Returns the directories in which a program looks for plug-ins: "plugins" beside the program's file, where a build
+/// puts them, and `installed`, which is relative to the same place.
+std::vector<string> GetPluginDirectories(string const &programFileName, string const &installed);
+
 /// Returns the extension of plug-in libraries, with its dot.
 char const *GetPluginExtension();
 
