@@ -1,4 +1,4 @@
-// A window under simulated input, on a virtual display.
+// A window under simulated input, on a virtual display_.
 #include <quillmarsh/basetools/messageloop.h>
 #include <quillmarsh/platform/clipboard.h>
 #include <quillmarsh/platform/desktopevents.h>
@@ -50,14 +50,25 @@ public:
     std::vector<DesktopEvent> events;
 };
 
-TEST(WindowOnADisplay, ReportsUserInput)
+class WindowOnADisplay : public testing::Test
 {
-    tests::VirtualDisplay const display;
-    if (display.GetName().empty())
-        GTEST_SKIP() << "Xvfb or xdotool is not installed.";
-    tests::EnvironmentVariable const name("DISPLAY", display.GetName().c_str());
-    tests::EnvironmentVariable const noDriver("SDL_VIDEODRIVER", nullptr);
-    tests::EnvironmentVariable const noWayland("WAYLAND_DISPLAY", nullptr);
+protected:
+    void SetUp() override
+    {
+        if (display_.GetName().empty())
+            GTEST_SKIP() << "Xvfb or xdotool is not installed.";
+    }
+
+    tests::VirtualDisplay const display_;
+
+private:
+    tests::EnvironmentVariable const name_{"DISPLAY", display_.GetName().c_str()};
+    tests::EnvironmentVariable const noDriver_{"SDL_VIDEODRIVER", nullptr};
+    tests::EnvironmentVariable const noWayland_{"WAYLAND_DISPLAY", nullptr};
+};
+
+TEST_F(WindowOnADisplay, ReportsUserInput)
+{
     string reason;
     AutoPtr<Window> window = Window::Open({.title = "Quillmarsh test", .width = 200, .height = 100}, reason);
     ASSERT_NE(nullptr, window) << reason;
@@ -66,18 +77,18 @@ TEST(WindowOnADisplay, ReportsUserInput)
     window->Show();
     ASSERT_TRUE(listener.Await(eDesktopEvent::e_windowExposed, false));
     ASSERT_TRUE(
-        display.Do("search --sync --name '^Quillmarsh test$' windowmove --sync 100 120 windowsize --sync 240 180"));
+        display_.Do("search --sync --name '^Quillmarsh test$' windowmove --sync 100 120 windowsize --sync 240 180"));
     ASSERT_TRUE(PumpUntil(
         [&] {
             return window->GetPosition().x == 100 && window->GetPosition().y == 120 && window->GetSize().width == 240;
         }));
-    ASSERT_TRUE(display.Do("search --name '^Quillmarsh test$' windowfocus --sync"));
+    ASSERT_TRUE(display_.Do("search --name '^Quillmarsh test$' windowfocus --sync"));
     EXPECT_TRUE(listener.Await(eDesktopEvent::e_windowActive, true));
     EXPECT_EQ(window.get(), Window::GetActive());
     EXPECT_TRUE(
         listener.Await([](DesktopEvent const &event) { return event.kind == eDesktopEvent::e_windowGeometry; }));
 
-    ASSERT_TRUE(display.Do("mousemove 150 170 click 3 keydown shift click 4 keyup shift"));
+    ASSERT_TRUE(display_.Do("mousemove 150 170 click 3 keydown shift click 4 keyup shift"));
     EXPECT_TRUE(listener.Await(eDesktopEvent::e_mouseInside, true));
     EXPECT_TRUE(listener.Await([](DesktopEvent const &event)
                                { return event.kind == eDesktopEvent::e_mouseMove && event.x == 50 && event.y == 50; }));
@@ -93,7 +104,7 @@ TEST(WindowOnADisplay, ReportsUserInput)
             return event.kind == eDesktopEvent::e_mouseWheel && event.wheel == 1 && event.x == 50 && event.y == 50 &&
                    event.modifiers.isShiftDown;
         }));
-    ASSERT_TRUE(display.Do("key shift+a"));
+    ASSERT_TRUE(display_.Do("key shift+a"));
     EXPECT_TRUE(listener.Await(
         [](DesktopEvent const &event) {
             return event.kind == eDesktopEvent::e_key && event.key == e_key_a && event.modifiers.isShiftDown &&
@@ -107,7 +118,7 @@ TEST(WindowOnADisplay, ReportsUserInput)
 
     EXPECT_TRUE(WriteClipboardText("text"));
     EXPECT_EQ("text", ReadClipboardText());
-    tests::X11Client(display.GetName()).TakeClipboard();
+    tests::X11Client(display_.GetName()).TakeClipboard();
     EXPECT_TRUE(listener.Await(eDesktopEvent::e_clipboard, false));
 
     window->SetFullscreen();
@@ -119,14 +130,8 @@ TEST(WindowOnADisplay, ReportsUserInput)
     EXPECT_EQ(eWindowState::e_hidden, window->GetState());
 }
 
-TEST(WindowOnADisplay, ServesOpenGLWithThePixelsThatAreWanted)
+TEST_F(WindowOnADisplay, ServesOpenGLWithThePixelsThatAreWanted)
 {
-    tests::VirtualDisplay const display;
-    if (display.GetName().empty())
-        GTEST_SKIP() << "Xvfb or xdotool is not installed.";
-    tests::EnvironmentVariable const name("DISPLAY", display.GetName().c_str());
-    tests::EnvironmentVariable const noDriver("SDL_VIDEODRIVER", nullptr);
-    tests::EnvironmentVariable const noWayland("WAYLAND_DISPLAY", nullptr);
     string reason;
     if (Window::Open({.openGL = OpenGLPixels()}, reason) == nullptr)
         GTEST_SKIP() << "There is no driver of OpenGL: " << reason;
@@ -136,21 +141,15 @@ TEST(WindowOnADisplay, ServesOpenGLWithThePixelsThatAreWanted)
     EXPECT_NE(nullptr, Window::Open({.openGL = OpenGLPixels()}, reason)) << reason;
 }
 
-TEST(WindowOnADisplay, EndsAMessageLoopAndIsClosedOnlyByItsOwner)
+TEST_F(WindowOnADisplay, EndsAMessageLoopAndIsClosedOnlyByItsOwner)
 {
-    tests::VirtualDisplay const display;
-    if (display.GetName().empty())
-        GTEST_SKIP() << "Xvfb or xdotool is not installed.";
-    tests::EnvironmentVariable const name("DISPLAY", display.GetName().c_str());
-    tests::EnvironmentVariable const noDriver("SDL_VIDEODRIVER", nullptr);
-    tests::EnvironmentVariable const noWayland("WAYLAND_DISPLAY", nullptr);
     string reason;
     AutoPtr<Window> window = Window::Open({.title = "Quillmarsh test"}, reason);
     ASSERT_NE(nullptr, window) << reason;
     window->Show();
     RecordingListener listener;
     DesktopSubscription const subscription(listener);
-    EXPECT_TRUE(tests::X11Client(display.GetName()).PressCloseButton("Quillmarsh test"));
+    EXPECT_TRUE(tests::X11Client(display_.GetName()).PressCloseButton("Quillmarsh test"));
     EXPECT_TRUE(listener.Await(eDesktopEvent::e_windowCloseWish, false));
     PumpDesktop();
     for (DesktopEvent const &event : listener.events)
@@ -168,7 +167,7 @@ TEST(WindowOnADisplay, EndsAMessageLoopAndIsClosedOnlyByItsOwner)
     } ends;
     DesktopSubscription const second(ends);
     std::future<bool> const hand =
-        std::async(std::launch::async, [&] { return display.Do("mousemove 1 1 mousemove --sync 60 60"); });
+        std::async(std::launch::async, [&] { return display_.Do("mousemove 1 1 mousemove --sync 60 60"); });
     win_utils::RunStandardMessageLoop();
     window.reset();
     EXPECT_EQ(eDesktopEvent::e_windowClosing, listener.events.back().kind);
