@@ -60,11 +60,14 @@ struct StreamReleaser
 };
 using StreamPtr = std::unique_ptr<IStream, StreamReleaser>;
 
-bool IsImageFile(std::vector<BYTE> const &bytes)
+/// True for a file that begins as an image file. The file is at its beginning afterwards.
+bool IsImageFile(std::FILE *file)
 {
-    std::string_view const text(reinterpret_cast<char const *>(bytes.data()), bytes.size());
+    char start[8] = {};
+    std::string_view const found(start, std::fread(start, 1, std::size(start), file));
+    std::rewind(file);
     return std::any_of(std::begin(s_magics), std::end(s_magics),
-                       [text](std::string_view magic) { return text.starts_with(magic); });
+                       [found](std::string_view magic) { return found.starts_with(magic); });
 }
 
 struct StatusText
@@ -98,6 +101,11 @@ ImageFailure DescribeStatus(Gdiplus::Status status)
 /// Returns null and the failure when the file is no image.
 StreamPtr ReadIntoStream(std::FILE *file, std::uint64_t fileSize, ImageFailure &failure)
 {
+    if (!IsImageFile(file))
+    {
+        failure = {eImageFailure::e_otherFormat, "neither TIFF nor JPEG nor PNG nor BMP"};
+        return nullptr;
+    }
     if (fileSize > std::numeric_limits<LONG>::max())
     {
         failure = {eImageFailure::e_unsupported, "a file of more than 2 gigabytes"};
@@ -105,12 +113,14 @@ StreamPtr ReadIntoStream(std::FILE *file, std::uint64_t fileSize, ImageFailure &
     }
     std::vector<BYTE> bytes(static_cast<std::size_t>(fileSize));
     if (std::fread(bytes.data(), 1, bytes.size(), file) != bytes.size())
+    {
         failure = {eImageFailure::e_system, "cannot be read to its end"};
-    else if (!IsImageFile(bytes))
-        failure = {eImageFailure::e_otherFormat, "neither TIFF nor JPEG nor PNG nor BMP"};
-    else
-        return StreamPtr(SHCreateMemStream(bytes.data(), static_cast<UINT>(bytes.size())));
-    return nullptr;
+        return nullptr;
+    }
+    StreamPtr stream(SHCreateMemStream(bytes.data(), static_cast<UINT>(bytes.size())));
+    if (!stream)
+        failure = {eImageFailure::e_system, "not enough memory"};
+    return stream;
 }
 
 Gdiplus::PixelFormat ToPixelFormat(PixelRows const &rows)
