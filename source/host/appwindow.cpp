@@ -87,7 +87,7 @@ void AppWindow::OnGeometry()
 template<typename Hook>
 void AppWindow::CallHook(char const *name, Hook &&hook)
 {
-    // The event may arrive during another hook, which fails in its own name later.
+    // The event may arrive during another hook. A later failure of that hook must name that hook again.
     char const *const placeBefore = kernel_.GetFailures().GetPlace();
     kernel_.CallHook(name, hook);
     kernel_.GetFailures().SetPlace(placeBefore);

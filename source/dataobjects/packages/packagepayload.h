@@ -27,7 +27,7 @@ struct PayloadDesc
     unsigned int dimensions[3]; ///< layers, rows, columns, without those that the kind of data lacks
     unsigned int format;
     unsigned int flags;
-    bool isKnownToBeThere = false; ///< True when the stream that was read is known to hold all samples.
+    bool isKnownToBeThere = false; ///< true when the stream is known to contain all samples
 };
 
 /// Returns the payload. Throws SerializationException "Payload not ready." when there is none.
@@ -52,12 +52,13 @@ PayloadDesc ReadPayloadDesc(Serializable const &package, istream &in, unsigned i
 
 /// The stream to read samples from. Create it before the container is allocated.
 ///
-/// Usually it is the stream of the package. If nobody knows whether that stream holds all samples, and they are many,
-/// they are read first, in steps: a short stream never costs the memory that its header claims.
+/// Usually it is the stream of the package. If the length of that stream is unknown, and there are many samples, they
+/// are read first in steps, so that a short stream never costs the memory that its header claims.
 class SampleSource : NoCopy
 {
 public:
-    /// Throws `std::ios_base::failure` when the stream ends before samples that are read first.
+    /// Reads the samples first where that is necessary. Throws `std::ios_base::failure` when the stream ends before
+    /// them.
     SampleSource(Serializable const &package, istream &in, PayloadDesc const &desc);
 
     istream &GetStream() { return bytes_.empty() ? in_ : memory_; }
