@@ -11,6 +11,8 @@ void DataBench::ExportVariables(VariableRegistry &registry)
 {
     using namespace data_codec_parameters;
     registry.RegisterVariable(VariableProxyString(&filter, "data.filter", "filter of resample: nearest or linear"));
+    registry.RegisterVariable(
+        VariableProxyUInt(&maxPixels, "data.max_pixels", "refuse to load images with more pixels"));
     registry.RegisterVariable(VariableProxyBool(&save.overwrite, "data.overwrite", "replace existing files"));
     registry.RegisterVariable(
         VariableProxyBool(&save.bigEndian, "data.big_endian", "save packages in big-endian order"));

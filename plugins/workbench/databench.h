@@ -3,6 +3,7 @@
 #define QUILLMARSH_PLUGINS_WORKBENCH_DATABENCH_H
 
 #include <quillmarsh/dataobjects/datafiles.h>
+#include <quillmarsh/dataobjects/imagelimits.h>
 
 #include <quillmarsh/basetools/variableregistry.h>
 
@@ -23,6 +24,8 @@ public:
 
     /// Name of the filter for resampling.
     quillmarsh::string filter = "linear";
+    /// Largest number of pixels of images that are loaded.
+    unsigned int maxPixels = quillmarsh::image_limits::s_defaultMaxPixels;
     quillmarsh::sampled_data::SaveSettings save;
 
 private:

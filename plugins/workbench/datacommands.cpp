@@ -26,6 +26,20 @@ struct DataCommand
     void (*run)(DataBench &bench, ostream &out, CommandArguments const &arguments);
 };
 
+/// Returns what follows the message of a failure: the variable that avoids it, if there is one.
+char const *GetHint(eCodecFailure kind)
+{
+    switch (kind)
+    {
+    case eCodecFailure::e_exists:
+        return " with 'var data.overwrite true'";
+    case eCodecFailure::e_tooLarge:
+        return " (see 'var data.max_pixels')";
+    default:
+        return "";
+    }
+}
+
 /// Runs an entry of the table of commands.
 class DataCmd : public TableCommand
 {
@@ -48,8 +62,7 @@ protected:
         }
         catch (DataException const &thrown)
         {
-            bool const isTaken = thrown.GetFailure().kind == eCodecFailure::e_exists;
-            out << thrown.GetMessage() << (isTaken ? " with 'var data.overwrite true'" : "") << std::endl;
+            out << thrown.GetMessage() << GetHint(thrown.GetFailure().kind) << std::endl;
         }
         catch (NoMemoryException const &thrown)
         {
@@ -98,6 +111,7 @@ void PrintInfo(ostream &out, SampledData const &data)
 void Load(DataBench &bench, ostream &out, CommandArguments const &arguments)
 {
     string const &fileName = RequireArgument(arguments, "the name of a file");
+    image_limits::SetMaxPixels(bench.maxPixels);
     bench.SetData(sampled_data::LoadFile(fileName, RequireFileType(fileName)));
     PrintInfo(out, bench.GetData());
 }

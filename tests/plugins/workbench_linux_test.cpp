@@ -93,6 +93,8 @@ TEST_F(WorkbenchData, FailuresAreToldAndKeepTheData)
     EXPECT_NE(string::npos, RunLines("info\n", 1).find("no data are loaded"));
     EXPECT_NE(string::npos, RunLines("load in.qmdp\nvar data.overwrite false\nsave in.qmdp\n", 1)
                                 .find("allowed with 'var data.overwrite true'\n"));
+    EXPECT_NE(string::npos, RunLines("var data.max_pixels 5\nload in.qmdp\n", 1)
+                                .find("the limit of 5 pixels (see 'var data.max_pixels')\n"));
 }
 
 } // namespace
