@@ -11,12 +11,6 @@
 #include <limits>
 #include <thread>
 
-#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
-#define ALLOCATOR_IS_FOREIGN 1
-#else
-#define ALLOCATOR_IS_FOREIGN 0
-#endif
-
 namespace quillmarsh
 {
 namespace
@@ -57,7 +51,7 @@ TEST(NewThrowsExceptionSentry, HandlerNamesTheSize)
 
 TEST(NewThrowsExceptionSentry, FailedAllocationThrowsWhileItLives)
 {
-    if (ALLOCATOR_IS_FOREIGN)
+    if (QUILLMARSH_TEST_SANITIZED)
         GTEST_SKIP() << "the sanitizer ends the process";
     auto const allocate = [] { return ::operator new(s_tooMuch); };
     auto const allocateArray = [] { return ::operator new[](s_tooMuch); };
