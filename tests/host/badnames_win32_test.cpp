@@ -41,20 +41,5 @@ TEST(Host, TellsWhyAFileCannotBeUsed)
     EXPECT_EQ(1, std::distance(std::filesystem::directory_iterator(scratch.GetPath()), {}));
 }
 
-TEST(Host, FilesMayHaveLongNames)
-{
-    ScratchDirectory const scratch;
-    DeepDirectory const directory(scratch);
-    string const name = directory / "\u00e9";
-    string const log = directory / "log";
-    string const driver = Preferred(QUILLMARSH_TEST_PLUGINS "driftmouse.dll");
-    HostResult const result = RunHost({"--plugin", driver, "--log", log},
-                                      "record '" + name + "'\nwait 2\nrecord -stop\nplay '" + name + "'\n");
-    EXPECT_EQ(0, result.status) << result.out << result.err;
-    EXPECT_NE(2, RunHost({"--script", log}).status);
-    for (string const &file : {name, log})
-        EXPECT_NE(DeleteFileW(ToWide("\\\\?\\" + file).c_str()), FALSE);
-}
-
 } // namespace
 } // namespace quillmarsh::tests

@@ -64,45 +64,23 @@ class Console:
             sys.exit(f"exit status {status}, and shown:\n{self.plain()}")
 
 
-def test_lines(command):
+def play(command, *steps):
+    """Sends the keys of each step, waits for its texts one after another, and for the end of the program."""
     console = Console(*command)
-    console.expect("workbench> ")
-    console.send("grxet\x7f\x7f\x7feet\r")
-    console.expect("Hello from the workbench!")
-    console.expect("workbench> ")
-    console.send("greet -to=J\u00fcrgen\r")
-    console.expect("Hello from the workbench, J\u00fcrgen!")
-    console.expect("workbench> ")
-    console.send("exit\r")
+    console.expect(PROMPT)
+    for keys, *texts in steps:
+        console.send(keys)
+        for text in texts:
+            console.expect(text)
     console.expect_exit(0)
 
 
-def test_interrupts(command):
-    console = Console(*command)
-    console.expect("workbench> ")
-    console.send("gre\x03")
-    console.expect("Interrupt again to exit.")
-    console.expect("workbench> ")
-    console.send("greet\r")
-    console.expect("Hello from the workbench!")
-    console.expect("workbench> ")
-    console.send("\x03")
-    console.expect("Interrupt again to exit.")
-    console.send("\x03")
-    console.expect_exit(0)
-
-
-def test_dialogs(command):
-    console = Console(*command, "--developer-mode")
-    console.expect("workbench> ")
-    console.send("crash -assert\r")
-    console.expect("! Forced assert by crash-command.")
-    console.expect("or Enter for Abort? ")
-    console.send("i\r")
-    console.expect("workbench> ")
-    console.send("exit\r")
-    console.expect_exit(0)
-
-
-for test in (test_lines, test_interrupts, test_dialogs):
-    test(sys.argv[1:])
+PROMPT = "workbench> "
+HELLO = "Hello from the workbench"
+AGAIN = "Interrupt again to exit."
+host = sys.argv[1:]
+play(host, ("grxet\x7f\x7f\x7feet\r", HELLO + "!", PROMPT), ("greet -to=J\u00fcrgen\r", HELLO + ", J\u00fcrgen!", PROMPT),
+     ("exit\r",))
+play(host, ("gre\x03", AGAIN, PROMPT), ("greet\r", HELLO + "!", PROMPT), ("\x03", AGAIN), ("\x03",))
+play(host + ["--developer-mode"], ("crash -assert\r", "! Forced assert by crash-command.", "or Enter for Abort? "),
+     ("i\r", PROMPT), ("exit\r",))

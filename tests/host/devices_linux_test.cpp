@@ -168,19 +168,5 @@ TEST(HostDevices, CloseButtonOfTheWindowEndsTheProgram)
     EXPECT_NE(string::npos, trace.Read().find("Cleanup well"));
 }
 
-TEST(HostDevices, HookThatFailsLeavesNothingOpen)
-{
-    for (char const *hook :
-         {"Confirm 1/ball/testdriver", "Connect 1/ball/testdriver", "EndConfirmHumanInterfaceDevices"})
-    {
-        HostResult result;
-        string const trace = RunWithDriver({{"TRACER_FAIL", hook}}, result);
-        EXPECT_EQ(3, result.status);
-        EXPECT_NE(string::npos, trace.find("~ball;")) << trace;
-        EXPECT_NE(string::npos, trace.find("CloseDriver;~TestDriver;")) << trace;
-        EXPECT_EQ(hook[3] == 'n' && hook[4] == 'e', trace.find("DisconnectDevice") != string::npos) << trace;
-    }
-}
-
 } // namespace
 } // namespace quillmarsh::tests

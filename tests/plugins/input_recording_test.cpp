@@ -214,6 +214,7 @@ TEST(RecordingCommands, SayWhatTheyDoAndWhyTheyRefuse)
                  record = "record '" + file + "'";
     std::pair<string, string> const lines[] = {
         {play, "Playing "},
+        {"play nothing", string("nothing: the file cannot be opened: ") + s_szNotFoundReason},
         {record, "The devices change in the next frame; enter wait first.\n"},
         {"wait", ""},
         {record, "Recording 1 controller to " + file + "\n"},

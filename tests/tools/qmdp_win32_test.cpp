@@ -35,13 +35,6 @@ TEST(Qmdp, FailuresNameFileAndReasonAndLoseNothing)
     EXPECT_EQ("qmdp: " + read + ": already exists, and overwriting must be allowed with --overwrite\n", taken);
     EXPECT_EQ("old", ReadFile(read));
     EXPECT_EQ(3, std::distance(std::filesystem::directory_iterator(scratch.GetPath()), {}));
-
-    DeepDirectory const directory(scratch);
-    string const name = directory / "\u00e9.qmdp";
-    for (char const *option : {"--id=0", "--overwrite"})
-        EXPECT_EQ("", RunProcess(QUILLMARSH_TEST_QMDP, {"convert", in, name, option}).err);
-    EXPECT_EQ(0, RunProcess(QUILLMARSH_TEST_QMDP, {"verify", name}).status);
-    EXPECT_NE(DeleteFileW(ToWide("\\\\?\\" + name).c_str()), FALSE);
 }
 
 } // namespace

@@ -41,14 +41,13 @@ public:
     }
 };
 
+using Call = std::function<void(CommandLineParser const &)>;
+
 /// A command that calls a function.
 class FunctionCmd : public Command
 {
 public:
-    FunctionCmd(char const *name, std::function<void(CommandLineParser const &)> call) : call_(std::move(call))
-    {
-        SetDefaultName(name);
-    }
+    FunctionCmd(char const *name, Call call) : call_(std::move(call)) { SetDefaultName(name); }
     bool ParseAndExecute(ostream &, CommandLineParser const &parser, string const &) override
     {
         call_(parser);
@@ -57,7 +56,7 @@ public:
     void DumpHelp(ostream &, CommandLineParser const &) override {}
 
 private:
-    std::function<void(CommandLineParser const &)> call_;
+    Call call_;
 };
 
 /// Writes lines to the console from another thread while frames run: "talk way count".
@@ -82,6 +81,13 @@ void AskKernel(CommandLineParser const &)
     Kernel::Instance().RequestGenericReconfig(7, 8);
     Kernel::Instance().NotifyVSyncUpdate();
     Kernel::Instance().QueueCommandLine("trace queued");
+}
+
+/// Queues its own line.
+void RunAgain(CommandLineParser const &)
+{
+    Trace("again");
+    Kernel::Instance().QueueCommandLine("again");
 }
 
 class Observer : public FrameObserver, public ReconfigObserver
@@ -112,33 +118,17 @@ class TracerApplication : public Application
     void Initialize() override
     {
         Trace("Initialize");
-        std::pair<char const *,
-                  std::function<void(CommandLineParser const &)>> const commands[] = {{"talk",
-                                                                                       [this](CommandLineParser const
-                                                                                                  &parser)
-                                                                                       { Talk(talker_, parser); }},
-                                                                                      {"ask", &AskKernel},
-                                                                                      {"again",
-                                                                                       [](CommandLineParser const &)
-                                                                                       {
-                                                                                           Trace("again");
-                                                                                           Kernel::Instance()
-                                                                                               .QueueCommandLine(
-                                                                                                   "again");
-                                                                                       }},
-                                                                                      {"window",
-                                                                                       [this](CommandLineParser const
-                                                                                                  &parser) {
-                                                                                           Work(parser.GetArgument(0)
-                                                                                                    .String());
-                                                                                       }},
-                                                                                      {"trace",
-                                                                                       [](CommandLineParser const
-                                                                                              &parser) {
-                                                                                           Trace("trace",
-                                                                                                 parser.GetArgument(0)
-                                                                                                     .String());
-                                                                                       }}};
+        struct
+        {
+            char const *name;
+            Call call;
+        } const commands[] = {
+            {"talk", [this](CommandLineParser const &parser) { Talk(talker_, parser); }},
+            {"ask", &AskKernel},
+            {"again", &RunAgain},
+            {"window", [this](CommandLineParser const &parser) { Work(parser.GetArgument(0).String()); }},
+            {"trace", [](CommandLineParser const &parser) { Trace("trace", parser.GetArgument(0).String()); }},
+        };
         for (auto const &[name, call] : commands)
             Kernel::Instance().GetCommandInterpreter()->RegisterExternalCommand(new FunctionCmd(name, call));
         Kernel::Instance().GetVariableRegistry()->RegisterVariable(VariableProxyInt(&number_, "tracer.number"));
