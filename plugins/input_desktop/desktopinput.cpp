@@ -22,7 +22,11 @@ void DesktopInput::SetWantsWindow(bool wants)
     wantsWindow_ = wants;
     if (!wants)
         window_.reset();
-    Update();
+}
+
+bool DesktopInput::HasOrWantsWindow() const
+{
+    return Window::GetNumOpen() > 0 || (wantsWindow_ && platform::HasDisplay());
 }
 
 void DesktopInput::Update()

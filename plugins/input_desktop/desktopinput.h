@@ -11,17 +11,17 @@ namespace input_desktop
 {
 
 /// Passes the events of the desktop to Desktop, and the wishes of Desktop to the cursor. Opens its own window if the
-/// program has none. Frame thread only.
+/// program has none when a frame begins. Frame thread only.
 class DesktopInput final : quillmarsh::platform::DesktopListener, quillmarsh::NoCopy
 {
 public:
     explicit DesktopInput(Desktop &desktop) : desktop_(desktop) {}
     ~DesktopInput() override;
 
-    /// True makes it open a window now, and again whenever the program has none; false makes it never open one.
+    /// True makes Update() open a window whenever there is none; false closes it, and makes it never open one.
     void SetWantsWindow(bool wants);
-    /// True while any window is open, to which keyboard and mouse belong.
-    bool HasWindow() const { return quillmarsh::platform::Window::GetNumOpen() > 0; }
+    /// True while there is a window to which keyboard and mouse belong, or while Update() will open one.
+    bool HasOrWantsWindow() const;
     /// Opens the window if one is missing, and carries out the wishes for the cursor. Call it once in each frame.
     void Update();
 

@@ -89,7 +89,7 @@ public:
     }
 
 private:
-    unsigned int GetNumDesktopDevices() const { return session_.input.HasWindow() ? 2 : 0; }
+    unsigned int GetNumDesktopDevices() const { return session_.input.HasOrWantsWindow() ? 2 : 0; }
 
     Session &session_;
     unsigned int numDesktopDevices_ = 0;

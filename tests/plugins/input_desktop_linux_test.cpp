@@ -503,6 +503,17 @@ TEST_F(InputDesktopKeys, AProgramsWindowTakesThePlaceOfTheDriversOwn)
     EXPECT_TRUE(Frame());
     Make();
     EXPECT_EQ(2u, devices.size());
+
+    // A window that the program opens before the first frame spares the driver its own.
+    window.reset();
+    Release();
+    Open("dummy");
+    EXPECT_EQ(2u, devices.size());
+    EXPECT_EQ(0u, platform::Window::GetNumOpen());
+    window = openMain();
+    EXPECT_FALSE(Frame());
+    EXPECT_EQ(window.get(), platform::Window::GetMain());
+    EXPECT_EQ(1u, platform::Window::GetNumOpen());
 }
 
 TEST_F(InputDesktop, TakesKeysAndPointerOfARealWindow)
@@ -512,6 +523,7 @@ TEST_F(InputDesktop, TakesKeysAndPointerOfARealWindow)
         GTEST_SKIP() << "Xvfb or xdotool is not installed.";
     Open(nullptr, display->GetName().c_str());
     ASSERT_EQ(2u, devices.size());
+    Frame();
     auto const waitFor = [this](auto condition)
     {
         auto const holdsNow = [&]
