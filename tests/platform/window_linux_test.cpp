@@ -130,6 +130,16 @@ TEST_F(WindowOnADisplay, ReportsUserInput)
     EXPECT_EQ(eWindowState::e_hidden, window->GetState());
 }
 
+TEST(WindowWithoutADisplay, IsRefusedAndNotOpenedWhereNobodySeesIt)
+{
+    tests::EnvironmentVariable const name("DISPLAY", ":4711");
+    tests::EnvironmentVariable const noDriver("SDL_VIDEODRIVER", nullptr);
+    tests::EnvironmentVariable const noWayland("WAYLAND_DISPLAY", nullptr);
+    string reason;
+    EXPECT_EQ(nullptr, Window::Open({}, reason));
+    EXPECT_TRUE(reason.starts_with("The display cannot be used: ")) << reason;
+}
+
 TEST_F(WindowOnADisplay, ServesOpenGLWithThePixelsThatAreWanted)
 {
     string reason;

@@ -15,13 +15,28 @@ namespace
 
 constexpr char const *s_displayVariables[] = {"DISPLAY", "WAYLAND_DISPLAY", "SDL_VIDEODRIVER"};
 
+bool HasVariable(char const *name)
+{
+    char const *const value = std::getenv(name);
+    return value && *value;
+}
+
+/// Returns the drivers for the displays that the environment names. When these fail, SDL would try others, which show
+/// nothing, and libwayland would write to the terminal.
+char const *GetDrivers()
+{
+    return HasVariable("WAYLAND_DISPLAY") ? "x11,wayland" : "x11";
+}
+
 struct Hint
 {
     char const *name;
+    /// Null stands for GetDrivers().
     char const *value;
 };
 
 constexpr Hint s_hints[] = {
+    {SDL_HINT_VIDEODRIVER, nullptr},
     {SDL_HINT_NO_SIGNAL_HANDLERS, "1"},
     {SDL_HINT_VIDEO_ALLOW_SCREENSAVER, "1"},
     // These windows are ordinary ones: filling needs no graphics card, and the desktop keeps its compositor.
@@ -47,7 +62,7 @@ struct HintSetting
         {
             areOurs[i] = SDL_GetHint(s_hints[i].name) == nullptr;
             if (areOurs[i])
-                SDL_SetHint(s_hints[i].name, s_hints[i].value);
+                SDL_SetHint(s_hints[i].name, s_hints[i].value ? s_hints[i].value : GetDrivers());
         }
     }
 
@@ -81,12 +96,7 @@ bool StartVideo()
 // Without a display in the environment, SDL would use the screen of a text console.
 bool HasDisplay()
 {
-    return std::any_of(std::begin(s_displayVariables), std::end(s_displayVariables),
-                       [](char const *name)
-                       {
-                           char const *const value = std::getenv(name);
-                           return value && *value;
-                       });
+    return std::any_of(std::begin(s_displayVariables), std::end(s_displayVariables), HasVariable);
 }
 
 SdlVideoUse::SdlVideoUse() : isStarted_(StartVideo()) {}
