@@ -19,7 +19,7 @@ DesktopInput::~DesktopInput()
 
 void DesktopInput::SetWantsWindow(bool wants)
 {
-    wantsWindow_ = wants;
+    wantsWindow_ = wants && !hasFailed_;
     if (!wants)
         window_.reset();
 }
@@ -55,7 +55,8 @@ void DesktopInput::OpenWindow()
         window_ = Window::Open(desc, reason);
     if (window_ != nullptr)
         return window_->Show();
-    // After a failure, no further attempt is made in each frame.
+    // No further attempt is made: keyboard and mouse go, for which the devices are configured anew.
+    hasFailed_ = true;
     wantsWindow_ = false;
     if (!reason.empty())
         GetConOut() << "Keyboard and mouse are not available, because no window can be opened: " << reason << std::endl;

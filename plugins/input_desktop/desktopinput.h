@@ -36,6 +36,8 @@ private:
 
     Desktop &desktop_;
     bool wantsWindow_ = false;
+    /// The window could not be opened.
+    bool hasFailed_ = false;
     bool isCursorHeld_ = false;
     quillmarsh::AutoPtr<Window> window_;
     quillmarsh::platform::DesktopSubscription const subscription_{*this};

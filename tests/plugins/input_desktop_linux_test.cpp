@@ -516,6 +516,19 @@ TEST_F(InputDesktopKeys, AProgramsWindowTakesThePlaceOfTheDriversOwn)
     EXPECT_EQ(1u, platform::Window::GetNumOpen());
 }
 
+TEST_F(InputDesktop, GivesKeyboardAndMouseUpOnADisplayThatIsNotThere)
+{
+    Open(nullptr, ":4711");
+    EXPECT_EQ(2u, devices.size());
+    EXPECT_TRUE(Frame());
+    Release();
+    Open(nullptr, ":4711");
+    EXPECT_EQ(0u, devices.size());
+    EXPECT_FALSE(Frame());
+    string const text = kernel.conOut.str();
+    EXPECT_EQ(1, std::count(text.begin(), text.end(), '\n')) << text;
+}
+
 TEST_F(InputDesktop, TakesKeysAndPointerOfARealWindow)
 {
     display = std::make_unique<VirtualDisplay>();
