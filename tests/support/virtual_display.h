@@ -25,8 +25,8 @@ public:
         process_ = fork();
         if (process_ == 0)
         {
-            execlp("Xvfb", "Xvfb", "-displayfd", writeEnd.c_str(), "-screen", "0", "800x600x24", "-nolisten", "tcp",
-                   nullptr);
+            execlp("Xvfb", "Xvfb", "-displayfd", writeEnd.c_str(), "-screen", "0", "800x600x24", "-noreset",
+                   "-nolisten", "tcp", nullptr);
             _exit(127);
         }
         close(ends[1]);

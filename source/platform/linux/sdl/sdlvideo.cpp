@@ -60,9 +60,14 @@ struct HintSetting
             return;
         for (std::size_t i = 0; i < std::size(s_hints); ++i)
         {
-            areOurs[i] = SDL_GetHint(s_hints[i].name) == nullptr;
+            // An empty variable of the environment sets a hint, and says nothing; only an override takes its place.
+            char const *const present = SDL_GetHint(s_hints[i].name);
+            areOurs[i] = !present || !*present;
             if (areOurs[i])
-                SDL_SetHint(s_hints[i].name, s_hints[i].value ? s_hints[i].value : GetDrivers());
+            {
+                SDL_SetHintWithPriority(s_hints[i].name, s_hints[i].value ? s_hints[i].value : GetDrivers(),
+                                        SDL_HINT_OVERRIDE);
+            }
         }
     }
 
