@@ -3,13 +3,13 @@
 #include <quillmarsh/dataobjects/imagelimits.h>
 #include <quillmarsh/dataobjects/sampletransfer.h>
 
+#include "tests/support/dot_codec.h"
 #include "tests/support/failures.h"
 #include "tests/support/package_bytes.h"
 #include "tests/support/scratch_directory.h"
 
 #include <gtest/gtest.h>
 
-#include <fstream>
 #include <thread>
 
 namespace quillmarsh::sampled_data
@@ -19,50 +19,6 @@ namespace
 
 using tests::MessageOf;
 using tests::PackageBytes;
-
-/// A codec as in a plug-in: saves and loads images of one row as text, recognises files by their names only, and has
-/// its own reasons.
-class TextEncoder : public ImageEncoder
-{
-public:
-    TextEncoder() : ImageEncoder("TEXT", "text") {}
-
-    bool SaveImage(ImageBase const &image, string const &fileName, string const &format,
-                   NamedParameterList const &) override
-    {
-        if (format != "TEXT")
-            return false;
-        if (image.GetNumRows() != 1)
-        {
-            TellCodecFailure(eCodecFailure::e_unsupported, "a text has one row");
-            return false;
-        }
-        std::ofstream file(fileName, std::ios_base::binary);
-        file << "TEXT" << string(reinterpret_cast<char const *>(image.GetSamplesB()), image.GetTotalByteSize());
-        return true;
-    }
-};
-
-class TextDecoder : public ImageDecoder
-{
-public:
-    TextDecoder() : ImageDecoder("TEXT", "text") {}
-
-    ImageBase *LoadImageA(string const &fileName, NamedParameterList const &) override
-    {
-        string const text = tests::ReadFile(fileName);
-        if (!text.starts_with("TEXT"))
-            return nullptr;
-        if (text.size() == 4)
-        {
-            TellCodecFailure(eCodecFailure::e_damaged, "the text is empty");
-            return nullptr;
-        }
-        AutoPtr<ImageBase> image(ManufactureImage(e_format_L8, 1, static_cast<unsigned int>(text.size() - 4)));
-        std::copy(text.begin() + 4, text.end(), image->GetSamplesB());
-        return image.release();
-    }
-};
 
 class DataFileTest : public testing::Test
 {
@@ -94,25 +50,23 @@ protected:
 
 TEST_F(DataFileTest, CodecsThatAreRegisteredAreUsedAsTheLibrarysOwn)
 {
-    EXPECT_FALSE(FindFileType("a.txt"));
-    string const file = directory_.Write("a.TXT", "TEXTabc");
+    EXPECT_FALSE(FindFileType("a.dot"));
+    string const file = directory_.Write("a.DOT", "DOT\1\3abc");
     EXPECT_EQ(MessageOf<DataException>([&] { DataFile const opened(file); }),
               file + ": byte 0: opening magic-sequence: neither that of a package nor of a picture");
 
-    manager_.RegisterEncoder(new TextEncoder);
-    manager_.RegisterDecoder(new TextDecoder);
-    manager_.SetDefaultFileFormatExtension(DataCategory_Image, "TEXT", "txt");
-    EXPECT_TRUE(GetExtensions().ends_with(".bmp .txt")) << GetExtensions();
+    tests::RegisterDotCodec();
+    EXPECT_TRUE(GetExtensions().ends_with(".bmp .dot")) << GetExtensions();
     DataFile opened(file);
-    EXPECT_EQ(opened.GetDesc().container, "TEXT");
+    EXPECT_EQ(opened.GetDesc().container, "DOT");
     EXPECT_EQ(opened.GetDesc().dimensions, (Dimensions{1, 3}));
     EXPECT_EQ(opened.Load().GetSamples().GetSamplesB()[2], 'c');
     EXPECT_EQ(opened.Load().GetSamples().GetSamplesB()[1], 'b');
-    EXPECT_EQ(SaveAndLoad(SampledData(e_format_L8, {1, 5}), "b.txt"), "");
+    EXPECT_EQ(SaveAndLoad(SampledData(e_format_L8, {1, 5}), "b.dot"), "");
 
-    EXPECT_EQ(SaveAndLoad(SampledData(e_format_L8, {2, 5}), "b.txt"), directory_ / "b.txt" + ": a text has one row");
-    string const empty = directory_.Write("empty", "TEXT");
-    EXPECT_EQ(MessageOf<DataException>([&] { DataFile const damaged(empty); }), empty + ": the text is empty");
+    EXPECT_EQ(SaveAndLoad(SampledData(e_format_A8, {1, 5}), "b.dot"), directory_ / "b.dot" + ": dots are luminance");
+    string const empty = directory_.Write("empty", "DOT");
+    EXPECT_EQ(MessageOf<DataException>([&] { DataFile const damaged(empty); }), empty + ": the dots are missing");
 }
 
 TEST_F(DataFileTest, WhatWasInspectedIsWhatIsLoaded)

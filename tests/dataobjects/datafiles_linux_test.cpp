@@ -98,6 +98,7 @@ TEST_F(DataFiles, PipesAreNoDataFiles)
     string const name = directory_ / "pipe";
     ASSERT_EQ(mkfifo(name.c_str(), 0600), 0);
     EXPECT_EQ(LoadSignal(name), nullptr);
+    EXPECT_EQ(LoadImageA(name), nullptr);
     DataPackageSignal package;
     package.SetPayload(&signal_);
     EXPECT_FALSE(package.SaveToFile(name, false));
@@ -115,7 +116,7 @@ TEST_F(DataFiles, FollowLinksAndStayComplete)
     Image<Sample32> const image(e_format_X8R8G8B8, 1, 1);
     auto const save = [&](string const &file, string const &format)
     { return format == "QMDP" ? Overwrite(file) : SaveImage(image, file, format, &overwrite_); };
-    for (string const format : {"QMDP", "PNG", "BMP"})
+    for (string const format : {"QMDP", "PNG", "BMP", "JPEG", "TIFF"})
     {
         {
             FileSizeLimit const limit(10);

@@ -342,19 +342,6 @@ protected:
     pos_type seekpos(pos_type, std::ios_base::openmode) override { return off_type{-1}; }
 };
 
-TEST(DataPackage, ReadsStreamsThatCannotSeek)
-{
-    for (std::size_t const cut : {0, 33})
-    {
-        ForwardBuffer buffer(s_image.substr(0, s_image.size() - cut));
-        std::istream in(&buffer);
-        DataPackageImage package;
-        string const failure = FailureOf([&] { package.Deserialize(in); });
-        EXPECT_EQ(failure, cut == 0 ? "" : "failure DataPackageImage: Cannot read samples.");
-        EXPECT_EQ(package.GetPayload(false) != nullptr, cut == 0);
-    }
-}
-
 TEST(DataPackage, ReadsLargePayloadsOfStreamsThatCannotSeekInSteps)
 {
     // More than two steps, the last of which is a short one, and rows of three bytes across their borders.

@@ -1,11 +1,9 @@
 // Files written by the image libraries themselves, with all their kinds of pixels, and damaged files.
 #include <quillmarsh/basetools/serializer.h>
-#include <quillmarsh/dataobjects/datacodecparameters.h>
 #include <quillmarsh/dataobjects/imagecodecs_gdiplus.h>
 #include <quillmarsh/dataobjects/imagelimits.h>
 #include <quillmarsh/dataobjects/sampletransfer.h>
 
-#include "source/platform/plainfiles.h"
 #include "tests/support/package_bytes.h"
 #include "tests/support/scratch_directory.h"
 
@@ -19,7 +17,6 @@
 #include <sstream>
 #include <vector>
 
-#include <sys/stat.h>
 #include <tiffio.h>
 
 namespace quillmarsh
@@ -194,21 +191,6 @@ TEST_F(ImageFiles, OnlyAsMuchOfAJpegIsReadAsIsNeeded)
     CodecFailureSentry const reason;
     EXPECT_EQ(Load(sparse), nullptr);
     EXPECT_EQ(reason.GetText(), "a JPEG without pixels");
-}
-
-TEST_F(ImageFiles, FullDisksAndPipesFail)
-{
-    SignalOperationsManager const operations;
-    Image<Sample32> const image(e_format_A8R8G8B8, 5, 5);
-    NamedParameterList parameters;
-    parameters.Insert(NamedParameter(data_codec_parameters::Param_FileOverwrite, true), true);
-    for (string const format : {"PNG", "JPEG", "BMP", "TIFF"})
-        EXPECT_FALSE(ImageEncoderGdiplus().SaveImage(image, "/dev/full", format, parameters)) << format;
-    string const pipe = directory_ / "pipe";
-    ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
-    EXPECT_EQ(Load(pipe), nullptr);
-    std::uint64_t size = 0;
-    EXPECT_EQ(platform::OpenPlainFile(pipe, size), nullptr);
 }
 
 TEST_F(ImageFiles, FailuresTellTheirReason)

@@ -106,16 +106,6 @@ TEST_F(SampleTransfer, CopiesOfPartsCheckTheirOffsets)
     CopySamples_1ByteLTo3BytesBGR(*bytes(2), 0, *bytes(1), 1);
     EXPECT_EQ(texts(), (Texts{"Source-L-offset out of range.", "Destination-BGR-offset out of range."}));
 
-    using Copy = void (*)(SignalBase &, SignalBase const &);
-    constexpr Copy converters[] = {CopySamples_UInt8888_To_UShort4444, CopySamples_UShort4444_To_UInt8888,
-                                   CopySamples_UInt8888_To_UShort1555, CopySamples_UShort1555_To_UInt8888,
-                                   CopySamples_FP32Norm_To_UInt8,      CopySamples_UInt8_To_FP32Norm};
-    constexpr unsigned int sizes[][2] = {{2, 4}, {4, 2}, {2, 4}, {4, 2}, {1, 4}, {4, 1}};
-    for (std::size_t i = 0; i < std::size(converters); ++i)
-    {
-        converters[i](*bytes(sizes[i][0]), *bytes(sizes[i][1]));
-        EXPECT_EQ(texts(), Texts{}) << i;
-    }
     CopySamples_FP32Norm_To_UInt8(*bytes(2), *bytes(2));
     EXPECT_EQ(texts(), (Texts{"Invalid destination-sample-size.", "Invalid source-sample-size."}));
 }

@@ -30,18 +30,6 @@ TEST(Transforms, QuarterTurnsAreRightHanded)
     EXPECT_TRUE(IsNear(plane.Column0(), vec2::UNIT_Y));
 }
 
-TEST(Transforms, UnitAxisMatrixTurnsAsTheVectorDoes)
-{
-    std::mt19937 engine(1);
-    for (float const angle : {-200.0f, 17.0f, 90.0f, 180.0f})
-    {
-        vec3 const axis = MakeRandom<vec3>(engine).Unit(), v = MakeRandom<vec3>(engine);
-        mat3 m;
-        GenerateRotateMV(m, angle, axis);
-        EXPECT_TRUE(IsNear(Apply(m, v), v.RotationAroundUnit(axis, angle)));
-    }
-}
-
 /// Checks that the four forms of a generator differ only by transposition and by the identity around the block.
 template<typename MV3, typename VM3, typename MV4, typename VM4>
 void ExpectForms(MV3 generateMV3, VM3 generateVM3, MV4 generateMV4, VM4 generateVM4)

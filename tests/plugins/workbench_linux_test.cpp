@@ -71,7 +71,6 @@ TEST_F(WorkbenchData, FailuresAreToldAndKeepTheData)
     directory_.Write("in.qmdp", PackageBytes({2}, {2, 3, 0x02000020, 0, 0}, "abcdefabcdef"));
     std::pair<char const *, char const *> const cases[] = {
         {"load nothing.qmdp", "nothing.qmdp: cannot be opened: No such file or directory"},
-        {"load picture.gif", "picture.gif: ends in none of "},
         {"load", "the name of a file is missing"},
         {"convert L8", "no transfer leads from the sample format A1R5G5B5 to L8"},
         {"convert R8", "no sample format has the name R8"},
@@ -79,10 +78,8 @@ TEST_F(WorkbenchData, FailuresAreToldAndKeepTheData)
         {"flip -layers -rows", "an image has no layers"},
         {"fill -red=255 -blue=256", "fill: -blue=256: '256' is not a number from 0 to 255 (see 'help fill')"},
         {"flip -row", "flip: unknown option -row"},
-        {"resample 2x2 linear", "resample: surplus argument 'linear'"},
         {"fill -luminance=1", "the sample format A1R5G5B5 has no luminance"},
         {"mipmaps m", "mipmaps need dimensions that are powers of two, but there are 2 rows, 3 columns"},
-        {"save out.qmdp.volume", "out.qmdp.volume: takes a volume, and no image"},
     };
     for (auto const &[line, message] : cases)
     {

@@ -1,11 +1,11 @@
 // Devices that sample at full rate on their threads, while a frame loop reads, starts, stops and reconfigures them at
 // random: "quillmarsh-hid-soak [--seconds N]". Runs for five minutes; the exit status says whether all counts add up.
 #include <quillmarsh/basetools/exception.h>
+#include <quillmarsh/basetools/sharedoutputstream.h>
 #include <quillmarsh/devices/keyboard.h>
 #include <quillmarsh/devices/mouse.h>
 #include <quillmarsh/framework/samplereadsentry.h>
-
-#include "tests/support/test_kernel.h"
+#include <quillmarsh/host/hostkernel.h>
 
 #include <atomic>
 #include <cstdlib>
@@ -20,21 +20,10 @@ namespace
 
 using Clock = std::chrono::steady_clock;
 
-/// Discards the output of several threads.
-class Sink : public std::streambuf
+/// Discards the log, to which the threads print.
+class Sink : public TextSink
 {
-    int_type overflow(int_type character) override { return traits_type::not_eof(character); }
-    std::streamsize xsputn(char const *, std::streamsize count) override { return count; }
-};
-
-class SoakKernel : public TestKernel
-{
-public:
-    SoakKernel() { SetOutputStreams(conOut, log_); }
-
-private:
-    Sink sink_;
-    ostream log_{&sink_};
+    void OnText(std::string_view, unsigned int) override {}
 };
 
 class SoakMouse : public Mouse
@@ -140,16 +129,16 @@ public:
             device_.failing = true;
     }
 
-    void End()
+    /// Stops the device, and adds its counts.
+    void End(bool &isWell, std::uint64_t &numSamples, unsigned int &numToggles)
     {
         if (device_.IsAsyncSamplingActive())
             Toggle();
         Check(numCounted_ + device_.numForgotten == device_.numSamples, "samples were lost or counted twice");
+        isWell = isWell && isWell_;
+        numSamples += device_.numSamples;
+        numToggles += numToggles_;
     }
-
-    bool IsWell() const { return isWell_; }
-    std::uint64_t GetNumSamples() const { return device_.numSamples; }
-    unsigned int GetNumToggles() const { return numToggles_; }
 
 private:
     unsigned int RollDice(unsigned int sides) { return static_cast<unsigned int>(random_() % sides); }
@@ -226,38 +215,16 @@ private:
     unsigned int numToggles_ = 0;
 };
 
-/// Ends the program when no more frames run.
-class Watchdog
-{
-public:
-    std::atomic<unsigned int> frame{0};
-
-private:
-    void Watch(std::stop_token const &stop) const
-    {
-        for (unsigned int last = 0, idle = 0; !stop.stop_requested(); last = frame)
-        {
-            std::this_thread::sleep_for(std::chrono::milliseconds(100));
-            idle = frame == last ? idle + 1 : 0;
-            if (idle > 300)
-            {
-                std::cerr << "no frame for 30 seconds: a deadlock" << std::endl;
-                std::abort();
-            }
-        }
-    }
-
-    std::jthread thread_{[this](std::stop_token const &stop) { Watch(stop); }};
-};
-
 int Run(double seconds)
 {
     constexpr unsigned int numDevices = 10;
-    SoakKernel kernel;
+    Sink sink;
+    SharedOutputStream log(sink);
+    host::HostKernel const kernel(log, [](string const &) {});
     std::vector<AutoPtr<Reader>> readers;
     for (unsigned int id = 1; id <= numDevices; ++id)
         readers.push_back(std::make_unique<Reader>(id, id * 7919));
-    Watchdog watchdog;
+    unsigned int numFrames = 0;
     auto const end = Clock::now() + std::chrono::duration_cast<Clock::duration>(std::chrono::duration<double>(seconds));
     while (Clock::now() < end)
     {
@@ -265,20 +232,15 @@ int Run(double seconds)
             reader->BeginFrame();
         for (AutoPtr<Reader> const &reader : readers)
             reader->RunFrame();
-        ++watchdog.frame;
+        ++numFrames;
         std::this_thread::yield();
     }
     bool isWell = true;
     std::uint64_t numSamples = 0;
     unsigned int numToggles = 0;
     for (AutoPtr<Reader> const &reader : readers)
-    {
-        reader->End();
-        isWell = isWell && reader->IsWell();
-        numSamples += reader->GetNumSamples();
-        numToggles += reader->GetNumToggles();
-    }
-    std::cout << numDevices << " devices, " << watchdog.frame << " frames, " << numSamples << " samples, " << numToggles
+        reader->End(isWell, numSamples, numToggles);
+    std::cout << numDevices << " devices, " << numFrames << " frames, " << numSamples << " samples, " << numToggles
               << " starts and stops: " << (isWell ? "all counts add up" : "FAILED") << std::endl;
     return isWell ? EXIT_SUCCESS : EXIT_FAILURE;
 }

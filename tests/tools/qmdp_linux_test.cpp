@@ -142,18 +142,15 @@ TEST_F(Qmdp, VerifyNamesTheByteAndTheField)
 TEST_F(Qmdp, CutAndFlippedPackagesFailInOneLineEach)
 {
     string const bytes = SmallImage();
-    Words cut = {"verify"}, flipped = {"verify"};
+    Words words = {"verify"};
     for (std::size_t i = 0; i < bytes.size(); ++i)
-        cut.push_back(directory_.Write("cut" + std::to_string(i), bytes.substr(0, i)));
-    ProcessResult result = RunTool(cut);
-    EXPECT_EQ("", result.out);
-    EXPECT_EQ(static_cast<long>(bytes.size()), CountLines(result.err));
+        words.push_back(directory_.Write("cut" + std::to_string(i), bytes.substr(0, i)));
     for (std::size_t i = 0; i < 64 * 8; ++i)
-        flipped.push_back(directory_.Write("flipped" + std::to_string(i), FlipBit(bytes, i)));
-    result = RunTool(flipped);
+        words.push_back(directory_.Write("flipped" + std::to_string(i), FlipBit(bytes, i)));
+    ProcessResult const result = RunTool(words);
     // Every layout of components has a format, and rows can have either order.
     EXPECT_EQ(24 + 1, CountLines(result.out));
-    EXPECT_EQ(64 * 8 - 24 - 1, CountLines(result.err));
+    EXPECT_EQ(static_cast<long>(words.size()) - 1 - 24 - 1, CountLines(result.err));
 }
 
 TEST_F(Qmdp, WrongArgumentsAreNamed)
@@ -177,7 +174,6 @@ TEST_F(Qmdp, WrongArgumentsAreNamed)
         {{"convert", "--size=1x2x"}, "--size must be N, WxH or WxHxD without zeros, not '1x2x'"},
         {{"convert", "--size=1x0"}, "--size must be N, WxH or WxHxD without zeros, not '1x0'"},
         {{"convert", "--size=20x20j"}, "--size must be N, WxH or WxHxD without zeros, not '20x20j'"},
-        {{"convert", "--size=2%"}, "--size must be N, WxH or WxHxD without zeros, not '2%'"},
         {{"info", "--max-pixels=0"}, "--max-pixels must be a number above 0, not '0'"},
         {{"mipmaps", "--format=R8"},
          "--format must be one of L8, A8, A8L8, A4R4G4B4, A1R5G5B5, X8R8G8B8, A8R8G8B8, "
@@ -235,7 +231,6 @@ TEST_F(Qmdp, FailuresOfDataLeaveNoFile)
          ".qmdp",
          in + ": no filter supports the sample format unknown"},
         {Image(1, 1, s_L8, "a"), {"--size=4294967295x4294967295"}, ".qmdp", in + ": "},
-        {Image(1, 1, s_L8, "a"), {}, ".qmdp.volume", out + ".qmdp.volume: takes a volume, and no image"},
         {Signal(s_L8, "a"), {}, ".png", out + ".png: takes an image, and no signal"},
         {Image(1, 1, 0x04001001, "abcd"), {}, ".bmp", out + ".bmp: BMP takes no samples of the format FP32NormL"},
         {"", {}, ".png", in + ": byte 0: opening magic-sequence: the file ends after 0 of 24 bytes"},
@@ -261,16 +256,10 @@ TEST_F(Qmdp, FilesAreReplacedWholeAndOnlyWhenAskedFor)
     EXPECT_EQ(0, RunTool({"convert", in, out, "--overwrite", "--id=7"}).status);
     EXPECT_EQ(SmallImage(), ReadFile(out));
 
-    std::filesystem::create_directory(directory_ / "d.qmdp");
-    std::filesystem::create_symlink(directory_ / "nowhere", directory_ / "link.qmdp");
     EXPECT_EQ("qmdp: " + full + ": cannot be written as QMDP: No space left on device\n",
               RunTool({"convert", in, full, "--overwrite"}).err);
-    EXPECT_EQ("qmdp: " + (directory_ / "d.qmdp") + ": is a directory\n",
-              RunTool({"convert", in, directory_ / "d.qmdp", "--overwrite"}).err);
-    EXPECT_EQ(1, RunTool({"convert", in, directory_ / "link.qmdp"}).status);
-    EXPECT_EQ(1, RunTool({"convert", in, directory_ / "no/where.qmdp"}).status);
-    // Nothing else remains: two images, two links, a directory.
-    EXPECT_EQ(5, std::distance(std::filesystem::directory_iterator(directory_.GetPath()), {}));
+    // Nothing else remains: two images and a link.
+    EXPECT_EQ(3, std::distance(std::filesystem::directory_iterator(directory_.GetPath()), {}));
 }
 
 TEST_F(Qmdp, VolumesAreStacksOfSlices)
@@ -318,27 +307,22 @@ TEST_F(Qmdp, PicturesGoThereAndBack)
 {
     string const package =
         Image(2, 2, s_A8R8G8B8, string("\x10\x20\x30\x40\x50\x60\x70\x80\xFF\0\0\xFF\0\xFF\0\xFF", 16));
-    for (string const extension : {".png", ".TIFF", ".tif"})
+    for (string const extension : {".png", ".TIFF"})
     {
         Convert(package, {"--no-compression"}, extension);
-        ProcessResult const info = RunTool({"info", "--json", directory_ / ("out" + extension)});
+        string const picture = directory_ / ("out" + extension);
+        ProcessResult const info = RunTool({"info", "--json", picture});
         EXPECT_NE(string::npos, info.out.find(extension == ".png" ? "\"PNG\"" : "\"TIFF\"")) << info.out << info.err;
         EXPECT_NE(string::npos, info.out.find("\"A8R8G8B8\",\"format_code\":67108866,\"dimensions\":[2,2]}\n"));
-        string const back = directory_ / ("back" + extension + ".qmdp.image");
-        EXPECT_EQ(0, RunTool({"convert", directory_ / ("out" + extension), back}).status);
+        string const back = picture + ".qmdp.image";
+        EXPECT_EQ(0, RunTool({"convert", picture, back}).status);
         EXPECT_EQ(package, ReadFile(back));
     }
-    for (string const extension : {".jpg", ".jpeg", ".bmp"})
-    {
-        Convert(package, {"--quality=50"}, extension);
-        string const picture = directory_ / ("out" + extension);
-        EXPECT_EQ(picture + ": ok\n", RunTool({"verify", picture}).out);
-        string const bytes = ReadFile(picture);
-        string const cut = directory_.Write("cut" + extension, bytes.substr(0, bytes.size() / 2));
-        EXPECT_EQ(cut + (extension == ".bmp" ? ": a kind of BMP that is not supported, or a damaged header\n"
-                                             : ": libjpeg-turbo: Invalid JPEG file structure: missing SOS marker\n"),
-                  RunTool({"verify", cut}).err);
-    }
+    string const bytes = Convert(package, {"--quality=50"}, ".jpg");
+    string const cut = directory_.Write("cut", bytes.substr(0, bytes.size() / 2));
+    ProcessResult const result = RunTool({"verify", directory_ / "out.jpg", cut});
+    EXPECT_EQ(directory_ / "out.jpg" + ": ok\n", result.out);
+    EXPECT_EQ(cut + ": libjpeg-turbo: Invalid JPEG file structure: missing SOS marker\n", result.err);
 }
 
 TEST_F(Qmdp, PluginsBringCodecs)

@@ -44,6 +44,7 @@ bool CanRunKernels();
 /// @{
 
 /// Returns every set of vector instructions for which this build has code and that this machine can run.
+/// The last one has no vectors, unless the build is for a single set.
 std::vector<long long> GetKernelTargets();
 /// Uses one of these sets from now on; 0 selects the best one again.
 void SetKernelTarget(long long target);
