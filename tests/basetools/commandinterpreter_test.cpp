@@ -44,7 +44,6 @@ TEST(Command, EmptyNameAssertsAndBecomesTheClassName)
     EXPECT_EQ(command.GetName(), "NamelessCmd");
     EXPECT_EQ(command.GetDefaultName(), "default");
     EXPECT_EQ(dialogs.TakeTexts(), std::vector<string>{"Using empty-string for command-name."});
-    command.SetName("mine");
     command.SetDefaultName("");
     EXPECT_EQ(command.GetName() + "," + command.GetDefaultName(), "NamelessCmd,NamelessCmd");
     EXPECT_EQ(dialogs.TakeTexts(), std::vector<string>{"Using empty-string for default-command-name."});
@@ -66,18 +65,6 @@ TEST(CommandInterpreter, ScriptEchoesCountsAndStops)
         EXPECT_EQ(interpreter.InterpretScript(out, script, stopOnError), result) << script;
         EXPECT_EQ(out.str(), output);
     }
-}
-
-TEST(CommandInterpreter, NullInterpreterKnowsNothing)
-{
-    CommandInterpreter interpreter;
-    std::ostringstream out;
-    string completed = "kept";
-    EXPECT_EQ(interpreter.GetInterpreterDesc(), "Null-interpreter");
-    EXPECT_FALSE(interpreter.InterpretCommandLine("help", out));
-    EXPECT_FALSE(interpreter.CompleteCommandLine("he", completed, out));
-    EXPECT_EQ(completed, "kept");
-    EXPECT_EQ(out.str(), "Command not recognized.\n");
 }
 
 } // namespace

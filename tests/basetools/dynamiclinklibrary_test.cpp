@@ -62,14 +62,9 @@ int ReadNumber(DynamicLinkLibrary const &library)
 
 TEST(DynamicLinkLibrary, NameIsSplit)
 {
-    string const separator(1, file_system::GetPathSeparator());
-    DynamicLinkLibrary const library("some" + separator + "folder" + separator + "lib.one.so");
-    EXPECT_EQ(library.GetPathName(), "some" + separator + "folder" + separator);
-    EXPECT_EQ(library.GetBaseName(), "lib.one");
-    EXPECT_EQ(library.GetExtension(), "so");
-    EXPECT_EQ(library.GetFormattedName(true), "[lib.one.so]");
-    EXPECT_EQ(library.GetFormattedName(false), "[lib.one]");
-    EXPECT_EQ(DynamicLinkLibrary().GetFormattedName(false), "[]");
+    DynamicLinkLibrary const library(tests::Preferred("some/folder/lib.one.so"));
+    EXPECT_EQ(library.GetPathName(), tests::Preferred("some/folder/"));
+    EXPECT_EQ(library.GetFormattedName(true) + library.GetFormattedName(false), "[lib.one.so][lib.one]");
 }
 
 TEST(DynamicLinkLibrary, HooksRunInOrderAndOnlyWhenSomethingHappens)

@@ -19,47 +19,36 @@ using Bytes = std::array<Byte, 6>;
 class Recorder final : public ElementProcessorDstSrc<Byte, Byte const>, public ElementProcessorInplace<Byte>
 {
 public:
-    void BeginDimension(unsigned int dimension) override { log += '(' + std::to_string(dimension); }
-    void EndDimension(unsigned int dimension) override { log += std::to_string(dimension) + ')'; }
-    void Process(Byte *dst, Byte const *src) override { log += {' ', char(*dst), char(*src), ' '}; }
-    void Process(Byte *element) override { log += {' ', char(*element), ' '}; }
+    void BeginDimension(unsigned int dimension) override { log_ += '(' + std::to_string(dimension); }
+    void EndDimension(unsigned int dimension) override { log_ += std::to_string(dimension) + ')'; }
+    void Process(Byte *dst, Byte const *src) override { log_ += {' ', char(*dst), char(*src), ' '}; }
+    void Process(Byte *element) override { log_ += {' ', char(*element), ' '}; }
 
-    string log;
+    string Take() { return std::exchange(log_, string()); }
+
+private:
+    string log_;
 };
-
-string LogOf(auto run)
-{
-    Recorder recorder;
-    run(recorder);
-    return recorder.log;
-}
 
 TEST(ElementLoops, BracketEveryTraversalAndFollowTheStrides)
 {
     Byte dst[] = "ABCDEFGH", src[] = "abcdefgh";
-    using DstSrc = ElementProcessorDstSrc<Byte, Byte const>;
-    using Inplace = ElementProcessorInplace<Byte>;
-    EXPECT_EQ(LogOf([&](DstSrc &p) { ProcessElements(p, 3, dst, 2, src + 7, -3); }), "(0 Ah  Ce  Eb 0)");
-    EXPECT_EQ(LogOf([&](DstSrc &p) { ProcessElements(p, 2, dst + 7, -1, src, 0); }), "(0 Ha  Ga 0)");
-    EXPECT_EQ(LogOf([&](DstSrc &p) { ProcessElements(p, 0, dst, 1, src, 1); }), "(00)");
-    EXPECT_EQ(LogOf([&](Inplace &p) { ProcessElementsInplace(p, 2, dst + 1, 4); }), "(0 B  F 0)");
-    EXPECT_EQ(LogOf(
-                  [&](DstSrc &p) {
-                      ProcessElements2D(p, 2, 2, dst, {4, 1}, src, {1, 4});
-                  }),
-              "(0(1 Aa  Be 1)(1 Eb  Ff 1)0)");
-    EXPECT_EQ(LogOf([&](DstSrc &p) { ProcessElements2D(p, 2, 0, dst, {4, 1}, src, {1, 4}); }), "(0(11)(11)0)");
-    EXPECT_EQ(LogOf([&](Inplace &p) { ProcessElementsInplace2D(p, 1, 2, dst, {4, 1}); }), "(0(1 A  B 1)0)");
-    EXPECT_EQ(LogOf(
-                  [&](DstSrc &p) {
-                      ProcessElements3D(p, 2, 1, 2, dst, {4, 2, 1}, src + 1, {-1, 9, 4});
-                  }),
-              "(0(1(2 Ab  Bf 2)1)(1(2 Ea  Fe 2)1)0)");
-    EXPECT_EQ(LogOf(
-                  [&](Inplace &p) {
-                      ProcessElementsInplace3D(p, 2, 2, 2, dst, {4, 2, 1});
-                  }),
-              "(0(1(2 A  B 2)(2 C  D 2)1)(1(2 E  F 2)(2 G  H 2)1)0)");
+    Recorder recorder;
+    ElementProcessorDstSrc<Byte, Byte const> &both = recorder;
+    ElementProcessorInplace<Byte> &one = recorder;
+    ProcessElements(both, 3, dst, 2, src + 7, -3);
+    ProcessElements(both, 2, dst + 7, -1, src, 0);
+    ProcessElements(both, 0, dst, 1, src, 1);
+    ProcessElementsInplace(one, 2, dst + 1, 4);
+    EXPECT_EQ(recorder.Take(), "(0 Ah  Ce  Eb 0)(0 Ha  Ga 0)(00)(0 B  F 0)");
+    ProcessElements2D(both, 2, 2, dst, {4, 1}, src, {1, 4});
+    ProcessElements2D(both, 2, 0, dst, {4, 1}, src, {1, 4});
+    ProcessElementsInplace2D(one, 1, 2, dst, {4, 1});
+    EXPECT_EQ(recorder.Take(), "(0(1 Aa  Be 1)(1 Eb  Ff 1)0)(0(11)(11)0)(0(1 A  B 1)0)");
+    ProcessElements3D(both, 2, 1, 2, dst, {4, 2, 1}, src + 1, {-1, 9, 4});
+    EXPECT_EQ(recorder.Take(), "(0(1(2 Ab  Bf 2)1)(1(2 Ea  Fe 2)1)0)");
+    ProcessElementsInplace3D(one, 2, 2, 2, dst, {4, 2, 1});
+    EXPECT_EQ(recorder.Take(), "(0(1(2 A  B 2)(2 C  D 2)1)(1(2 E  F 2)(2 G  H 2)1)0)");
 }
 
 Bytes Inplace(ElementProcessorInplace<Byte> &&processor)

@@ -18,21 +18,6 @@ using tests::ReadFile;
 using tests::ScratchDirectory;
 using tests::WalkRecorder;
 
-/// Makes the process an ordinary user for a scope when the tests run as the superuser, who may open everything.
-class OrdinaryUserSentry : NoCopy
-{
-public:
-    OrdinaryUserSentry() : before_(geteuid())
-    {
-        constexpr uid_t nobody = 65534;
-        EXPECT_EQ(seteuid(before_ == 0 ? nobody : before_), 0);
-    }
-    ~OrdinaryUserSentry() { EXPECT_EQ(seteuid(before_), 0); }
-
-private:
-    uid_t before_;
-};
-
 TEST(FileSystem, BrokenLinkExists)
 {
     ScratchDirectory const scratch;
@@ -139,11 +124,11 @@ TEST(FileSystemWalker, DirectoryThatCannotBeReadIsEmpty)
     scratch.Write("closed/secret", "");
     scratch.Write("open", "");
     std::filesystem::permissions(scratch / "closed", std::filesystem::perms::none);
-    string record;
-    {
-        OrdinaryUserSentry const user;
-        record = WalkRecorder(scratch.GetPath().string()).Record();
-    }
+    // The superuser may open everything, so the test goes on as an ordinary user.
+    uid_t const before = geteuid();
+    EXPECT_EQ(seteuid(before == 0 ? 65534 : before), 0);
+    string const record = WalkRecorder(scratch.GetPath().string()).Record();
+    EXPECT_EQ(seteuid(before), 0);
     std::filesystem::permissions(scratch / "closed", std::filesystem::perms::owner_all);
     EXPECT_EQ(record, "begin;directory 0.0 / closed;file 0.1 / open;end;");
 }

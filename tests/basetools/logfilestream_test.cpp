@@ -1,9 +1,11 @@
+#include <quillmarsh/basetools/filesystem.h>
 #include <quillmarsh/basetools/logfilestream.h>
 #include <quillmarsh/basetools/platforminfo.h>
 
+#include "tests/support/scratch_directory.h"
+
 #include <gtest/gtest.h>
 
-#include <filesystem>
 #include <iomanip>
 #include <regex>
 #include <sstream>
@@ -13,41 +15,26 @@ namespace quillmarsh
 namespace
 {
 
-string ReadFile(std::filesystem::path const &path)
+/// Returns the text of a file, with its line ends translated.
+string ReadText(string const &name)
 {
-    // Line ends are those of the system.
     std::stringstream text;
-    text << std::ifstream(path).rdbuf();
+    text << std::ifstream(file_system::GetStreamPath(name)).rdbuf();
     return text.str();
 }
 
-/// A file that is deleted at the end of the scope, with a name that is not ASCII.
-class TemporaryFile
-{
-public:
-    ~TemporaryFile() { std::filesystem::remove(path); }
-
-    std::filesystem::path const path = std::filesystem::path(testing::TempDir()) / u8"quillmarsh-l\u00f6g.txt";
-    string const name = [this]
-    {
-        std::u8string const text = path.u8string();
-        return string(text.begin(), text.end());
-    }();
-};
-
 TEST(LogFileStream, WrapsTheTextInItsBlocks)
 {
-    TemporaryFile file;
+    tests::ScratchDirectory const scratch;
+    string const name = scratch.GetPath().string() + "/l\u00f6g.txt";
     for (int run = 0; run < 2; ++run)
     {
-        LogFileStream log("Game", file.name);
+        LogFileStream log("Game", name);
         EXPECT_TRUE(log.good());
-        EXPECT_EQ(log.GetLogName(), "Game");
-        EXPECT_EQ(log.GetFileName(), file.name);
         log << "text" << std::endl << std::setw(100);
     }
 
-    string const text = ReadFile(file.path);
+    string const text = ReadText(name);
     string const origin = "/" + platform_info::GetMachineName() + "/" + platform_info::GetUserNameA() + "\n";
     std::smatch match;
     ASSERT_TRUE(
@@ -97,13 +84,13 @@ TEST(LogFileStream, DerivedClassWritesBlocksOfItsOwn)
     protected:
         void OnClose() override { OutputBlockPE(false, time::DateTimeSeparators('.', 'h', ' ')); }
     };
-    TemporaryFile file;
-    TaggedLog log("Log", file.name);
+    tests::ScratchDirectory const scratch;
+    TaggedLog log("Log", scratch / "log");
     log.Close();
     log.Close();
     EXPECT_TRUE(log.good());
     EXPECT_TRUE(std::regex_search(
-        ReadFile(file.path),
+        ReadText(scratch / "log"),
         std::regex("\n-+\nLog log closed @ [0-9]{4}\\.[0-9]{2}\\.[0-9]{2} [0-9]{2}h[0-9]{2}h[0-9]{2}/[^\n]*\n-+\n$")));
 }
 

@@ -9,33 +9,29 @@ namespace
 
 TEST(ObserverList, MayChangeWhileItIsWalked)
 {
-    struct Observer
-    {
-        int calls = 0;
-    };
-    Observer first, second, third, late;
-    ObserverList<Observer> list;
-    for (Observer *observer : {&first, &second, &second, &third})
+    int first = 0, second = 0, third = 0, late = 0;
+    ObserverList<int> list;
+    for (int *observer : {&first, &second, &second, &third})
         list.Add(observer);
     list.Add(nullptr);
     list.Remove(&late);
     EXPECT_EQ(3u, list.GetSize());
 
     list.ForEach(
-        [&](Observer &observer)
+        [&](int &observer)
         {
-            ++observer.calls;
+            ++observer;
             if (&observer != &first)
                 return;
             list.Remove(&first);
             list.Remove(&second);
             list.Add(&late);
-            list.ForEach([](Observer &inner) { ++inner.calls; });
+            list.ForEach([](int &inner) { ++inner; });
         });
-    EXPECT_EQ(1, first.calls);
-    EXPECT_EQ(0, second.calls);
-    EXPECT_EQ(2, third.calls);
-    EXPECT_EQ(1, late.calls);
+    EXPECT_EQ(1, first);
+    EXPECT_EQ(0, second);
+    EXPECT_EQ(2, third);
+    EXPECT_EQ(1, late);
     EXPECT_EQ(2u, list.GetSize());
 }
 

@@ -3,12 +3,12 @@
 #include <quillmarsh/basetools/sharedoutputstream.h>
 #include <quillmarsh/basetools/streamsentries.h>
 
+#include "tests/support/text_counter.h"
+
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <atomic>
 #include <iomanip>
-#include <mutex>
 #include <sstream>
 #include <thread>
 #include <vector>
@@ -170,30 +170,9 @@ TEST(ControlledOutputStream, TargetThatThrowsLeavesTheOthersWorking)
     out.RemoveOutputTarget(broken);
 }
 
-/// Counts the lines of each thread by their first word.
-class CountingSink : public TextSink
-{
-public:
-    void OnText(std::string_view text, unsigned int type) override
-    {
-        std::scoped_lock const lock(lock_);
-        texts_.push_back(std::to_string(type) + ":" + string(text));
-    }
-    std::vector<string> Take()
-    {
-        std::scoped_lock const lock(lock_);
-        std::sort(texts_.begin(), texts_.end());
-        return std::exchange(texts_, {});
-    }
-
-private:
-    std::mutex lock_;
-    std::vector<string> texts_;
-};
-
 TEST(SharedOutputStream, EachThreadHasItsFormatAndItsType)
 {
-    CountingSink sink;
+    tests::TextCounter sink;
     auto shared = std::make_unique<SharedOutputStream>(sink);
     EXPECT_EQ(&shared->GetThreadStream(), shared.get());
     shared->width(20);
@@ -222,16 +201,12 @@ TEST(SharedOutputStream, EachThreadHasItsFormatAndItsType)
         *shared << std::setw(2) << 31 << '\n';
     while (numPrinting < 4)
         std::this_thread::yield();
-    std::vector<string> expected(100, "0: 31 1f\n");
-    expected.insert(expected.end(), 100, "0:1f\n");
-    expected.insert(expected.end(), 100, "1:  31 31\n");
-    expected.insert(expected.end(), 100, "2:   31 1f\n");
-    expected.insert(expected.end(), 100, "3:    31 31\n");
-    EXPECT_EQ(sink.Take(), expected);
-
+    std::map<string, unsigned int> const lines = {
+        {"0: 31 1f\n", 100}, {"0:1f\n", 100}, {"1:  31 31\n", 100}, {"2:   31 1f\n", 100}, {"3:    31 31\n", 100}};
+    EXPECT_EQ(sink.Take(), lines);
     *shared << "rest";
     shared.reset();
-    EXPECT_EQ(sink.Take(), std::vector<string>{"0:rest"});
+    EXPECT_EQ(sink.Take(), (std::map<string, unsigned int>{{"0:rest", 1}}));
     // The streams of these threads end after the stream that they belonged to.
     isGone = true;
     for (std::thread &thread : threads)

@@ -152,10 +152,9 @@ TEST(Event, SharesItsStateByNameUntilTheLastIsDestroyed)
 
 TEST(Event, ThrowsForANameThatCannotBeUsed)
 {
-    for (string const name : {"a\\b", "Global\\a\\b"})
-        EXPECT_EQ(tests::MessageOf<SystemResourceException>([&] { Event(false, false, name, false); },
-                                                            "source/basetools/syncprimitives.cpp"),
-                  "CreateEvent() failed.");
+    EXPECT_EQ(tests::MessageOf<SystemResourceException>([] { Event(false, false, "a\\b", false); },
+                                                        "source/basetools/syncprimitives.cpp"),
+              "CreateEvent() failed.");
 }
 
 TEST(SingleInstanceFlagSentry, HoldsANameOnce)
