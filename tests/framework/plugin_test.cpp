@@ -106,27 +106,6 @@ TEST(LibWrapperDXErr8, AnswersWhileAFunctionIsSet)
     EXPECT_EQ("LibWrapperDXErr8 not initialized", LibWrapperDXErr8::DXGetErrorDescription8(5));
 }
 
-} // namespace
-} // namespace quillmarsh
-
-// The macro that a plug-in library uses outside of any name space.
-QUILLMARSH_PLUGIN_LIBRARY(quillmarsh::TestDescriptor)
-
-namespace quillmarsh
-{
-namespace
-{
-
-TEST(PluginLibraryRecord, HandsOverTheDescriptors)
-{
-    PluginLibraryRecord const *const record = QUILLMARSH_PLUGIN_ENTRY();
-    ASSERT_NE(nullptr, record);
-    ASSERT_EQ(1u, record->GetNumDescriptors());
-    EXPECT_EQ("name", record->GetDescriptor(0)->GetPluginInfo().GetPluginName());
-    EXPECT_EQ(record->GetDescriptor(0), record->GetDescriptor(0));
-    EXPECT_EQ(nullptr, record->GetDescriptor(1));
-}
-
 TEST(PluginLibraryRecord, HeadKeepsItsPlace)
 {
     EXPECT_EQ(0u, offsetof(PluginLibraryRecord, Magic));

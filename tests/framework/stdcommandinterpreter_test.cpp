@@ -135,6 +135,7 @@ TEST_F(StdInterpreter, AliasesMatchAsASlowScanDoes)
             c = "ab \t\xff"[random() % 5];
         return text;
     };
+    Get().SetDebugDumpPreprocessedCommandLine(true);
     for (int round = 0; round < 60; ++round)
     {
         Get().UnregisterAllAliases();
@@ -148,10 +149,8 @@ TEST_F(StdInterpreter, AliasesMatchAsASlowScanDoes)
             std::size_t longest = 0;
             for (auto const &[alias, target] : aliases)
             {
-                bool const begins = line.compare(0, alias.size(), alias) == 0;
-                bool const ends =
-                    alias.size() == line.size() || line[alias.size()] == ' ' || line[alias.size()] == '\t';
-                if (begins && ends && alias.size() > longest)
+                bool const matches = (line + ' ').starts_with(alias + ' ') || (line + '\t').starts_with(alias + '\t');
+                if (matches && alias.size() > longest)
                 {
                     longest = alias.size();
                     expected = target + line.substr(alias.size());
@@ -159,11 +158,8 @@ TEST_F(StdInterpreter, AliasesMatchAsASlowScanDoes)
             }
             for (std::size_t at = expected.find('\t'); at != string::npos; at = expected.find('\t'))
                 expected.replace(at, 1, "    ");
-            Get().SetDebugDumpPreprocessedCommandLine(true);
             string const output = Run(line);
-            bool const isExpanded = output.compare(0, 14, "<6>Expanded to") == 0;
-            ASSERT_EQ(isExpanded, longest > 0) << line;
-            ASSERT_TRUE(!isExpanded || output.substr(16, expected.size() + 1) == expected + "\n") << line;
+            ASSERT_EQ(output.starts_with("<6>Expanded to: " + expected + "\n"), longest > 0) << line;
         }
     }
 }
@@ -171,7 +167,7 @@ TEST_F(StdInterpreter, AliasesMatchAsASlowScanDoes)
 TEST_F(StdInterpreter, ReportsErrorsOfTheLine)
 {
     EXPECT_EQ(Run(""), "<2>Command-line error:\n<2>Expected command at: \n<2>Full command-line was: \nfalse");
-    EXPECT_EQ(Run("  "), "<2>Command-line error:\n<2>Expected command at: \n<2>Full command-line was: \nfalse");
+    EXPECT_EQ(Run("  "), Run(""));
     EXPECT_EQ(Run("help 'x"),
               "<2>Command-line error:\n<2>Quote not closed at: 'x\n<2>Full command-line was: help 'x\nfalse");
     EXPECT_EQ(GetHistory(), "  |help 'x|");
@@ -301,38 +297,17 @@ TEST_F(StdInterpreter, ListsCommands)
     EXPECT_EQ(Run("list-commands -ext"), mode + external + "true");
 }
 
-TEST_F(StdInterpreter, HelpOfEachInternalCommand)
+TEST_F(StdInterpreter, HelpCommandFindsItsTarget)
 {
-    constexpr std::pair<char const *, char const *> helps[] = {
-        {"dump-cmdline", "Options:\n\t-on, enable dump of preprocessed command-line\n"
-                         "\t-off, disable dump of preprocessed command-line\nDefault behavior:\n\tprint parameters\n"},
-        {"list-commands", "Options:\n\t-int, list internal commands\n\t-ext, list external commands\n"
-                          "Default behavior:\n\tlist all commands\n"},
-        {"help", "Assignments:\n\t-switch=string, sets global help switch\n"
-                 "Arguments:\n\t0) target-name, command whose help will be printed\n"
-                 "Default behavior:\n\tprint usage\n"},
-        {"alias", "Options:\n\t-clear, clear aliases\n"
-                  "Assignments:\n\t-alias=target, assign target to alias, empty target unregisters alias\n"
-                  "Default behavior:\n\tlist aliases\n"},
-        {"console-buffers", "Options:\n\t-clear-output, clear output buffer\n"
-                            "\t-clear-history, clear command history\n"
-                            "Assignments:\n\t-max-output=uinteger, limit number of output-lines\n"
-                            "\t-max-history=uinteger, limit number of commands in history\n"
-                            "Default behavior:\n\tprint parameters\n"},
-        {"history", "Options:\n\t-a, print all commands in history\n"
-                    "Arguments:\n\t0) uinteger, set (default) number of commands printed\n"
-                    "Default behavior:\n\tprint tail of command-history: 10\n"},
-    };
-    for (auto const &[name, body] : helps)
-    {
-        std::ostringstream out;
-        Get().GetInternalCommand(name)->DumpHelp(out, CommandLineParser());
-        EXPECT_EQ(out.str(), body);
-    }
+    std::ostringstream body;
+    Get().GetInternalCommand("history")->DumpHelp(body, CommandLineParser());
+    EXPECT_EQ(body.str(), "Options:\n\t-a, print all commands in history\n"
+                          "Arguments:\n\t0) uinteger, set (default) number of commands printed\n"
+                          "Default behavior:\n\tprint tail of command-history: 10\n");
+    EXPECT_NE(Run("help alias").find("TargetCommand: std_command_interpreter::AliasCmd\n"), string::npos);
     string const own = Run("help -x alias");
     EXPECT_NE(own.find("CurrentName..: help\n"), string::npos);
-    EXPECT_EQ(own.substr(own.size() - 25), "GlobalHelpSwitch: -h\ntrue");
-    EXPECT_NE(Run("help alias").find("TargetCommand: std_command_interpreter::AliasCmd\n"), string::npos);
+    EXPECT_TRUE(own.ends_with("GlobalHelpSwitch: -h\ntrue"));
     EXPECT_EQ(Run("help what"), "Command: what not found.\ntrue");
     EXPECT_EQ(Run("help -switch=?"), "GlobalHelpSwitch: -?\ntrue");
     EXPECT_EQ(Get().GetGlobalHelpSwitch(), "?");
@@ -391,10 +366,6 @@ TEST_F(StdInterpreter, AcceptsHostileLines)
     string const bytes("e \0\x80\xff\x1b", 6);
     EXPECT_EQ(Run(bytes), "[echo " + bytes.substr(2) + "]true");
     EXPECT_EQ(Complete(bytes.substr(3)), "?-");
-
-    std::ostringstream out;
-    EXPECT_EQ(Get().InterpretScript(out, "e 1\n\n'open\ne 2", false), 2u);
-    EXPECT_EQ(Get().InterpretScript(out, "e 1\n'open\ne 2", true), 2u);
 }
 
 } // namespace
