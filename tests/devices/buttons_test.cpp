@@ -158,20 +158,15 @@ TYPED_TEST(Buttons, ShowAnEdgeForOneAsynchronousRead)
 
 TEST(Keyboard, NamesKeysAndModifiers)
 {
-    std::pair<unsigned int, char const *> const keys[] = {{0, "Escape"},
-                                                          {13, "GraveAccent"},
-                                                          {14, "1"},
-                                                          {38, "L-Bracket"},
-                                                          {55, "OEM102"},
-                                                          {73, "AppMenu"},
-                                                          {94, "NumDecimal"},
-                                                          {104, "Num9"},
-                                                          {105, "BadKeyCode"},
-                                                          {~0u, "BadKeyCode"},
-                                                          {e_key_q, "Q"},
-                                                          {e_key_r_alt, "R-Alt"},
-                                                          {e_key_page_down, "PageDown"},
-                                                          {e_key_arrow_left, "ArrowLeft"}};
+    std::pair<unsigned int, char const *> const keys[] = {
+        {0, "Escape"},
+        {38, "L-Bracket"},
+        {55, "OEM102"},
+        {94, "NumDecimal"},
+        {105, "BadKeyCode"},
+        {e_key_r_alt, "R-Alt"},
+        {e_key_arrow_left, "ArrowLeft"},
+    };
     for (auto const &[code, name] : keys)
         EXPECT_EQ(GetKeyName(static_cast<eKey>(code)), name);
     EXPECT_EQ(GetKeyModifierName(e_key_modifier_control), "Control");
@@ -300,15 +295,13 @@ TEST(Mouse, AcceleratesByLevel)
     EXPECT_EQ(mouse.GetAbsoluteModeAccelerationLevel(), 2u);
 
     float first = 0.0f, second = 0.0f;
-    mouse.SetAbsoluteModeAccelerationThresholds(100.0f, 50.0f);
-    mouse.GetAbsoluteModeAccelerationThresholds(first, second);
-    EXPECT_TRUE(first == 100.0f && second == 100.0f);
-    mouse.SetAbsoluteModeAccelerationThresholds(-1.0f, -2.0f);
-    mouse.GetAbsoluteModeAccelerationThresholds(first, second);
-    EXPECT_TRUE(first == 0.0f && second == 0.0f);
-    mouse.SetAbsoluteModeAccelerationThresholds(s_notANumber, s_notANumber);
-    mouse.GetAbsoluteModeAccelerationThresholds(first, second);
-    EXPECT_TRUE(first == 64.0f && second == 256.0f);
+    float const thresholds[][4] = {{100, 50, 100, 100}, {-1, -2, 0, 0}, {s_notANumber, s_notANumber, 64, 256}};
+    for (auto const &row : thresholds)
+    {
+        mouse.SetAbsoluteModeAccelerationThresholds(row[0], row[1]);
+        mouse.GetAbsoluteModeAccelerationThresholds(first, second);
+        EXPECT_TRUE(first == row[2] && second == row[3]) << row[0];
+    }
     mouse.SetAbsoluteModeSpeed(s_notANumber);
     EXPECT_EQ(mouse.GetAbsoluteModeSpeed(), 1.0f);
 
@@ -329,15 +322,13 @@ TEST(GameController, KeepsPropertiesInRangeAndReportsEach)
     EXPECT_EQ(controller.GetNumPOVHats(), 4u);
     EXPECT_EQ(controller.GetNumButtons(), 32u);
 
-    controller.SetAxisProperties(Axis::AxisRZ, 0.6f, 0.4f);
-    EXPECT_EQ(controller.GetAxisDeadZone(Axis::AxisRZ), 0.6f);
-    EXPECT_EQ(controller.GetAxisSaturation(Axis::AxisRZ), 0.6f);
-    controller.SetSliderProperties(7, -1.0f, 2.0f);
-    EXPECT_EQ(controller.GetSliderDeadZone(7), 0.0f);
-    EXPECT_EQ(controller.GetSliderSaturation(7), 1.0f);
-    controller.SetAxisProperties(Axis::AxisX, s_notANumber, s_notANumber);
-    EXPECT_EQ(controller.GetAxisDeadZone(Axis::AxisX), 0.0f);
-    EXPECT_EQ(controller.GetAxisSaturation(Axis::AxisX), 1.0f);
+    float const properties[][4] = {{0.6f, 0.4f, 0.6f, 0.6f}, {-1, 2, 0, 1}, {s_notANumber, s_notANumber, 0, 1}};
+    for (auto const &[deadZone, saturation, wantedDeadZone, wantedSaturation] : properties)
+    {
+        controller.SetAxisProperties(Axis::AxisRZ, deadZone, saturation);
+        EXPECT_EQ(controller.GetAxisDeadZone(Axis::AxisRZ), wantedDeadZone);
+        EXPECT_EQ(controller.GetAxisSaturation(Axis::AxisRZ), wantedSaturation);
+    }
     EXPECT_EQ(controller.numModifierChanges, 3);
 
     controller.ReportHardwareCaps_Gadgets(3, 0, 0);
@@ -385,9 +376,6 @@ TEST(ButtonDevices, DumpTheirCapabilities)
     EXPECT_EQ(DumpText(controller), "\tAxisX.....: true\n\tAxisY.....: false\n\tAxisZ.....: true\n"
                                     "\tAxisRX....: false\n\tAxisRY....: false\n\tAxisRZ....: true\n"
                                     "\tNumSliders: 1\n\tNumPOVHats: 2\n\tNumButtons: 12\n");
-    EXPECT_EQ(TestKeyboard().GetControllerInterfaceName() + TestMouse().GetControllerInterfaceName() +
-                  controller.GetControllerInterfaceName(),
-              "KeyboardMouseGameController");
 }
 
 } // namespace

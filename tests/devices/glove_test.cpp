@@ -112,13 +112,9 @@ TEST(Glove, DumpsItsCapabilities)
     glove.ReportHardwareCaps_Measurement(true);
     glove.ReportHardwareCaps_Sensor(PinkyJointOuter, true);
     string const text = DumpText(glove);
-    EXPECT_EQ(text.substr(0, text.find("\tWristPitch")),
-              "\tAngleMeasurement....: true\n\tWristYaw............: false\n");
-    EXPECT_NE(text.find("\tAbductionIndexMiddle: false\n"), string::npos);
-    EXPECT_EQ(text.substr(text.find("\tPinkyJointOuter")), "\tPinkyJointOuter.....: true\n");
-    EXPECT_EQ(Glove::GetSensorName(RingJointOuter), "RingJointOuter");
+    EXPECT_TRUE(text.starts_with("\tAngleMeasurement....: true\n\tWristYaw............: false\n")) << text;
+    EXPECT_TRUE(text.ends_with("\n\tPinkyJointMiddle....: false\n\tPinkyJointOuter.....: true\n")) << text;
     EXPECT_EQ(Glove::GetSensorName(static_cast<eGloveSensor>(22)), "Unknown");
-    EXPECT_EQ(glove.GetControllerInterfaceName(), "Glove");
 }
 
 string ListActive(GestureAnalyzer const &analyzer, TestGlove const &glove)
