@@ -51,13 +51,6 @@ bool ApplicationWalk::Climb(eKernelLevel level, bool enabled, void (ApplicationW
         });
 }
 
-template<typename Hook, typename UndoHook>
-void ApplicationWalk::Step(char const *name, Hook &&hook, char const *undoName, UndoHook undo)
-{
-    kernel_.CallHook(name, hook);
-    undo_.push_back({climbed_.back(), [this, undoName, undo] { kernel_.CallHook(undoName, undo); }});
-}
-
 void ApplicationWalk::StartUp()
 {
     Application::AutoInitInfo &autoInit = kernel_.GetAutoInit();
@@ -130,17 +123,11 @@ void ApplicationWalk::OpenVideo() {}
 
 void ApplicationWalk::OpenSubsystems()
 {
-    platform::Window const *const window = kernel_.GetAppWindow();
-    HWND const handle = window != nullptr ? window->GetHandle() : nullptr;
-    bool const isFullscreen = window != nullptr && window->GetState() == platform::eWindowState::e_fullscreen;
-    Step(
-        "ConnectSubsystemsToAppWindow",
-        [=](Application &application) { application.ConnectSubsystemsToAppWindow(handle, isFullscreen); },
-        "DisconnectSubsystemsFromAppWindow",
-        [](Application &application) { application.DisconnectSubsystemsFromAppWindow(); });
-    Step(
-        "InitializeSubsystems", [](Application &application) { application.InitializeSubsystems(0, 0); },
-        "CleanupSubsystems", [](Application &application) { application.CleanupSubsystems(0, 0); });
+    SubsystemGroup &subsystems = kernel_.GetSubsystems();
+    undo_.push_back({climbed_.back(), [&subsystems] { subsystems.DisconnectFromWindow(); }});
+    undo_.push_back({climbed_.back(), [&subsystems] { subsystems.CleanUp(0, 0); }});
+    subsystems.ConnectToWindow();
+    subsystems.Initialize(0, 0);
 }
 
 void ApplicationWalk::ReachFrames()

@@ -39,9 +39,6 @@ private:
     };
 
     bool Climb(eKernelLevel level, bool enabled, void (ApplicationWalk::*stage)());
-    /// Calls a hook; `undoName` and `undo` name and call the hook that undoes it.
-    template<typename Hook, typename UndoHook>
-    void Step(char const *name, Hook &&hook, char const *undoName, UndoHook undo);
     void Descend(eKernelLevel level);
     void CleanUp();
 

@@ -15,6 +15,7 @@
 #include <quillmarsh/host/linesource.h>
 #include <quillmarsh/host/pluginset.h>
 #include <quillmarsh/host/session.h>
+#include <quillmarsh/host/subsystemgroup.h>
 #include <quillmarsh/host/textoutput.h>
 #include <quillmarsh/host/waitcmd.h>
 

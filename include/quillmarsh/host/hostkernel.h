@@ -10,6 +10,7 @@
 #include <quillmarsh/host/hostconsole.h>
 #include <quillmarsh/host/kernelrequests.h>
 #include <quillmarsh/host/pluginset.h>
+#include <quillmarsh/host/subsystemgroup.h>
 
 #include <quillmarsh/basetools/observerlist.h>
 #include <quillmarsh/basetools/variableregistry.h>
@@ -64,6 +65,7 @@ public:
     void SetLevel(eKernelLevel level);
     Application::AutoInitInfo &GetAutoInit() { return autoInit_; }
     DeviceGroup &GetDevices() { return devices_; }
+    SubsystemGroup &GetSubsystems() { return subsystems_; }
     /// Returns the window that is reported to devices and application; null if there is none.
     platform::Window *GetAppWindow() const { return appWindow_.Get(); }
     /// Returns the description of a device for changes, as Kernel::HumanInterfaceDevice_DeviceInfo does.
@@ -186,6 +188,7 @@ private:
     std::vector<AutoPtr<GenericExtension>> genericExtensions_;
     DeviceGroup devices_{*this};
     AppWindow appWindow_{*this};
+    SubsystemGroup subsystems_{*this};
 
     unsigned int frameNumber_ = 0;
     FramePacer::Clock::time_point loopStart_;
