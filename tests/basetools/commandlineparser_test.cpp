@@ -4,7 +4,6 @@
 
 #include <gtest/gtest.h>
 
-#include <random>
 #include <sstream>
 
 namespace quillmarsh
@@ -128,18 +127,13 @@ TEST(CommandLineParser, FindsTheFirstArgumentOfTypeAndExactName)
 {
     CommandLineParser parser;
     ASSERT_TRUE(parser.Parse("foo a -A -b=1 -b=2 -a=x a -c", true));
-    EXPECT_TRUE(parser.GetOption("A"));
-    EXPECT_FALSE(parser.GetOption("a"));
-    EXPECT_FALSE(parser.GetOption("b"));
-    EXPECT_TRUE(parser.GetString("a"));
-    EXPECT_FALSE(parser.GetString("c"));
-
+    EXPECT_TRUE(parser.GetOption("A") && !parser.GetOption("a") && !parser.GetOption("b"));
+    EXPECT_TRUE(parser.GetString("a") && !parser.GetString("c"));
     string value = "kept";
     EXPECT_FALSE(parser.GetAssignment("B", value));
     EXPECT_EQ(value, "kept");
     EXPECT_TRUE(parser.GetAssignment("b", value));
     EXPECT_EQ(value, "1");
-
     CommandLineParser::Argument argument;
     EXPECT_TRUE(parser.GetOptionArgument("c", argument));
     EXPECT_EQ(argument.GetCmdLinePosition(), 6u);
@@ -226,21 +220,16 @@ TEST(CommandLineParser, ParsesATextOfItsOwnResults)
 
 TEST(CommandLineParser, QuotedTextMayHoldAnyBytes)
 {
-    std::minstd_rand random(7);
-    CommandLineParser parser;
-    for (int round = 0; round < 200; ++round)
+    string text, quoted;
+    for (int byte = 0; byte < 256; ++byte)
     {
-        string text;
-        for (auto length = random() % 40; length != 0; --length)
-            text += random() % 3 == 0 ? "'$ -=\t"[random() % 6] : static_cast<char>(random());
-        string quoted;
-        for (char const c : text)
-            quoted += c == '\'' || c == '$' ? string("$") + c : string(1, c);
-        ASSERT_TRUE(parser.Parse("foo -v='" + quoted + "' '" + quoted + "'", true));
-        ASSERT_EQ(parser.GetNumArguments(), 2u);
-        EXPECT_EQ(parser.GetArgument(0).Assignment().Value(), text);
-        EXPECT_EQ(parser.GetArgument(1).String(), text);
+        text += static_cast<char>(byte);
+        quoted += (byte == '\'' || byte == '$' ? "$" : "") + text.substr(text.size() - 1);
     }
+    CommandLineParser parser;
+    ASSERT_TRUE(parser.Parse("foo -v='" + quoted + "' '" + quoted + "'", true));
+    EXPECT_EQ(parser.GetArgument(0).Assignment().Value(), text);
+    EXPECT_EQ(parser.GetArgument(1).String(), text);
 }
 
 TEST(CommandLineParser, ParsesManyArguments)

@@ -81,9 +81,7 @@ TEST(DynamicLinkLibrary, HooksRunInOrderAndOnlyWhenSomethingHappens)
     library.Set(5);
     EXPECT_EQ(library.Get(), 5);
     EXPECT_TRUE(library.Unload());
-    EXPECT_FALSE(library.IsLoaded());
-    EXPECT_EQ(library.Get, nullptr);
-    EXPECT_EQ(library.Set, nullptr);
+    EXPECT_TRUE(!library.IsLoaded() && library.Get == nullptr && library.Set == nullptr);
     EXPECT_EQ(library.calls, (std::vector<string>{"PostLoad", "FillImportTable", "PostImport all 2", "PostImport all 2",
                                                   "PreUnload, bound"}));
 }
@@ -158,14 +156,11 @@ TEST(DynamicLinkLibrary, FailedLoadGivesTheReason)
     for (string const &fileName : {scratch / "nowhere.so", noModule, string(s_dependentFile)})
     {
         DynamicLinkLibrary library(fileName);
-        EXPECT_FALSE(library.Load());
-        EXPECT_FALSE(library.IsLoaded());
+        EXPECT_FALSE(library.Load() || library.IsLoaded());
         EXPECT_TRUE(MatchPrefix(library.GetLoadError(), fileName + ": ")) << library.GetLoadError();
+        bool const namesMissing = library.GetLoadError().find("quillmarsh-test-absent") != string::npos;
+        EXPECT_EQ(namesMissing, fileName == s_dependentFile) << library.GetLoadError();
     }
-    DynamicLinkLibrary dependent(s_dependentFile);
-    dependent.Load();
-    EXPECT_NE(dependent.GetLoadError().find("quillmarsh-test-absent"), string::npos) << dependent.GetLoadError();
-
     EXPECT_FALSE(DynamicLinkLibrary().Load());
     EXPECT_FALSE(DynamicLinkLibrary(s_numbersFile + string("\0.so", 4)).Load());
 }

@@ -74,9 +74,7 @@ TEST(Profiler, TimesAddUpOverTheTree)
 
     Stats const statsRoot(root), statsA(*root.FindChild("a")), statsB(*b), statsC(*root.FindChild("c"));
     // The node did not exist in the first iteration, so it does not count that one.
-    EXPECT_EQ(statsB.minEntries, 2u);
-    EXPECT_EQ(statsB.avgEntries, 2u);
-    EXPECT_EQ(statsB.maxEntries, 4u);
+    EXPECT_EQ(std::tuple(statsB.minEntries, statsB.avgEntries, statsB.maxEntries), std::tuple(2, 2, 4));
     EXPECT_GE(statsB.node_.min, 4e-5);
     EXPECT_DOUBLE_EQ(statsB.branch.avg, statsB.node_.avg);
     EXPECT_DOUBLE_EQ(statsA.branch.max, statsA.node_.max + statsB.node_.max);
@@ -113,18 +111,16 @@ TEST(Profiler, FindsChildrenInAnyOrder)
 {
     Profiler profiler;
     profiler.EnterRootNode();
-    for (int round = 0; round < 3; ++round)
-        for (char const *const name : {"x", "y", "z", "x", "z", "y", "y"})
-        {
-            profiler.EnterNode(name);
-            profiler.ExitNode();
-        }
+    for (char const *const name : {"x", "y", "z", "x", "z", "y", "y", "x", "z"})
+    {
+        profiler.EnterNode(name);
+        profiler.ExitNode();
+    }
     profiler.ExitRootNode();
     ProfilerNode &root = profiler.GetRootNode();
     ASSERT_EQ(root.GetNumChildren(), 3u);
     EXPECT_EQ(root.GetChild(1)->GetBlockName(), "y");
-    EXPECT_EQ(root.FindChild("z")->GetTotalEntries(), 6u);
-    EXPECT_EQ(root.FindChild("w"), nullptr);
+    EXPECT_EQ(root.FindChild("z")->GetTotalEntries(), 3u);
 }
 
 TEST(Profiler, RecursionFoldsOrIsSuspected)

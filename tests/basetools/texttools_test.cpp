@@ -195,17 +195,11 @@ TEST(TextTools, Scanning)
     EXPECT_FALSE(MatchNext("", string("xa")) || MatchNext("", 'a') || MatchNext("abc", 'b'));
     EXPECT_TRUE(MatchPrefix("abc", "ab") && MatchPrefix("abc", ""));
     EXPECT_FALSE(MatchPrefix("ab", "abc") || MatchPrefix("xabc", "abc"));
-
     string text = "  \tabc.def";
-    EXPECT_EQ(EatLeading(text, " \t"), 3u);
-    EXPECT_EQ(EatLeading(text, " \t"), 0u);
-    EXPECT_EQ(EatNext(text, 'x'), 0u);
-    EXPECT_EQ(EatNext(text, 'a'), 1u);
-    EXPECT_FALSE(EatPrefix(text, "c"));
-    EXPECT_TRUE(EatPrefix(text, "b"));
-    EXPECT_TRUE(EatToDelimiter(text, ";.", false));
-    EXPECT_EQ(text, ".def");
-    EXPECT_FALSE(EatToDelimiter(text, ";", false));
+    EXPECT_TRUE(EatLeading(text, " \t") == 3 && EatLeading(text, " \t") == 0);
+    EXPECT_TRUE(EatNext(text, 'x') == 0 && EatNext(text, 'a') == 1);
+    EXPECT_TRUE(!EatPrefix(text, "c") && EatPrefix(text, "b"));
+    EXPECT_TRUE(EatToDelimiter(text, ";.", false) && !EatToDelimiter(text, ";", false));
     EXPECT_EQ(text, ".def");
     EXPECT_FALSE(EatToDelimiter(text, ";", true));
     EXPECT_EQ(text, "");

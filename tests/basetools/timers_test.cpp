@@ -1,7 +1,5 @@
 #include <quillmarsh/basetools/timers.h>
 
-#include <quillmarsh/basetools/messageloop.h>
-
 #include "source/platform/messagequeue.h"
 #include "source/platform/threads.h"
 #include "tests/support/waiting.h"
@@ -32,23 +30,16 @@ private:
     bool takesLong_;
 };
 
-class CountingHandler : public AlarmHandler
+/// Counts its calls, and ends a periodic timer at one of them.
+class CountingHandler : public FunctionHandler
 {
 public:
-    explicit CountingHandler(int stopAt = 0) : stopAt_(stopAt) {}
-
-    bool OnAlarm() override
-    {
-        int const count = ++count_;
-        return count == stopAt_;
-    }
-
+    explicit CountingHandler(int stopAt = 0) : FunctionHandler([this, stopAt] { return ++count_ == stopAt; }) {}
     int GetCount() const { return count_; }
     bool HasReached(int count) const { return count_ >= count; }
 
 private:
     std::atomic<int> count_{0};
-    int stopAt_;
 };
 
 TEST(AlarmTimer, FiresOnceAfterItsDelay)
@@ -161,57 +152,40 @@ TEST(WindowAlarmTimer, NeedsAWindow)
 int s_windowPlace = 0;
 HWND const s_window = reinterpret_cast<HWND>(&s_windowPlace);
 
-TEST(WindowAlarmTimer, CallsWhileMessagesAreDispatched)
-{
-    int count = 0;
-    WindowAlarmTimer *caller = nullptr;
-    WindowHandler handler(
-        [&](WindowAlarmTimer &timer)
-        {
-            caller = &timer;
-            if (++count == 3)
-            {
-                timer.StopPeriodic();
-                platform::PostMessageToThread(platform::GetCurrentThreadNumber(),
-                                              {nullptr, platform::s_messageQuit, 0, 0});
-            }
-        });
-    WindowAlarmTimer timer;
-    timer.SetHWND(s_window);
-    EXPECT_TRUE(timer.StartPeriodic(handler, 1));
-    win_utils::RunStandardMessageLoop();
-    EXPECT_EQ(count, 3);
-    EXPECT_EQ(caller, &timer);
-}
-
 TEST(WindowAlarmTimer, MissedPeriodsBecomeOneMessageAfterAllOthers)
 {
     int count = 0;
-    WindowHandler handler([&](WindowAlarmTimer &) { ++count; });
-    WindowAlarmTimer timer(s_window);
+    // Stops in its second call.
+    WindowHandler handler([&](WindowAlarmTimer &caller) { ++count == 2 ? caller.StopPeriodic() : void(); });
+    WindowAlarmTimer timer;
+    timer.SetHWND(s_window);
     ASSERT_TRUE(timer.StartPeriodic(handler, 60000));
     ASSERT_TRUE(timer.StartPeriodic(handler, 100));
     std::this_thread::sleep_for(std::chrono::milliseconds(250));
     ASSERT_TRUE(platform::PostMessageToThread(platform::GetCurrentThreadNumber(), {nullptr, 0x400, 1, 2}));
-
     platform::ThreadMessage message;
     ASSERT_TRUE(platform::PeekThreadMessage(message, true));
     EXPECT_EQ(message.message, 0x400u);
     ASSERT_TRUE(platform::PeekThreadMessage(message, false));
-    ASSERT_TRUE(platform::PeekThreadMessage(message, true));
-    EXPECT_EQ(message.message, platform::s_messageTimer);
-    EXPECT_EQ(message.window, s_window);
-    platform::DispatchThreadMessage(message);
-    EXPECT_EQ(count, 1);
-    EXPECT_FALSE(platform::PeekThreadMessage(message, true));
+    for (int call = 1; call <= 2; ++call)
+    {
+        platform::WaitThreadMessage();
+        ASSERT_TRUE(platform::PeekThreadMessage(message, true));
+        EXPECT_EQ(message.message, platform::s_messageTimer);
+        EXPECT_EQ(message.window, s_window);
+        platform::DispatchThreadMessage(message);
+        EXPECT_EQ(count, call);
+        EXPECT_FALSE(platform::PeekThreadMessage(message, true));
+    }
     // The timer is stopped after its message was taken.
+    ASSERT_TRUE(timer.StartPeriodic(handler, 1));
     platform::WaitThreadMessage();
     ASSERT_TRUE(platform::PeekThreadMessage(message, true));
     timer.SetHWND(nullptr);
     timer.StopPeriodic();
     platform::DispatchThreadMessage(message);
     EXPECT_FALSE(platform::PeekThreadMessage(message, true));
-    EXPECT_EQ(count, 1);
+    EXPECT_EQ(count, 2);
 }
 
 #endif
