@@ -97,17 +97,16 @@ TEST(TerminalDialog, TakesOneKeyForAButton)
     };
     for (bool const isRaw : {false, true})
         for (auto const &[keys, answer] : cases)
-            EXPECT_EQ(AnswerOnTerminal(MakeAssertDialog(), keys, isRaw).status, static_cast<int>(answer));
+        {
+            TerminalRun const run = AnswerOnTerminal(MakeAssertDialog(), keys, isRaw);
+            EXPECT_EQ(run.status, static_cast<int>(answer));
+            for (char const *const part :
+                 {"Assert Failed", "@ a.cpp(1)", "! Broken", "[A]bort, [R]etry, [I]gnore", "Retry)?"})
+                EXPECT_NE(run.shown.find(part), string::npos) << run.shown;
+        }
     DialogRequest const request{eDialogButtons::e_cancelOk, eDialogAnswer::e_ok, "Title", "Text"};
     EXPECT_EQ(AnswerOnTerminal(request, "c", false).status, static_cast<int>(eDialogAnswer::e_cancel));
     EXPECT_EQ(AnswerOnTerminal(request, "a\n\n", false).status, static_cast<int>(eDialogAnswer::e_ok));
-}
-
-TEST(TerminalDialog, ShowsTitleTextAndButtons)
-{
-    string const shown = AnswerOnTerminal(MakeAssertDialog(), "a", true).shown;
-    for (char const *const part : {"Assert Failed", "@ a.cpp(1)", "! Broken", "[A]bort, [R]etry, [I]gnore", "Retry)?"})
-        EXPECT_NE(shown.find(part), string::npos) << shown;
 }
 
 TEST(TerminalDialog, WithoutATerminalTheDefaultAnswers)

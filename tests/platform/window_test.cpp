@@ -93,17 +93,12 @@ TEST_F(Windows, ReachAllListenersWhenSomeLeaveInTheirCall)
 
 TEST_F(Windows, KeepTheirPlaceAmongTheOthersTheirTitleAndTheirSize)
 {
-    AutoPtr<Window> const main = Open({.title = "Gr\xc3\xbc\xc3\x9f"
-                                                "e",
-                                       .width = 300,
-                                       .height = 200});
+    AutoPtr<Window> const main = Open({.title = "Gr\u00fc\u00dfe", .width = 300, .height = 200});
     AutoPtr<Window> const tool = Open({.role = eWindowRole::e_tool, .hasFrame = false});
     EXPECT_EQ(2u, Window::GetNumOpen());
     EXPECT_EQ(main.get(), Window::GetMain());
     EXPECT_EQ(tool.get(), Window::Find(tool->GetHandle()));
-    EXPECT_EQ("Gr\xc3\xbc\xc3\x9f"
-              "e",
-              main->GetTitle());
+    EXPECT_EQ("Gr\u00fc\u00dfe", main->GetTitle());
     EXPECT_EQ(eWindowState::e_hidden, main->GetState());
     main->Show();
     EXPECT_EQ(eWindowState::e_normal, main->GetState());
@@ -189,8 +184,7 @@ TEST_F(Windows, TheClipboardTakesTextOfAnyLettersAndLines)
 {
     EXPECT_FALSE(WriteClipboardText("nobody's"));
     AutoPtr<Window> const window = Open();
-    string const text = "Gr\xc3\xbc\xc3\x9f"
-                        "e\n\xf0\x9d\x84\x9e\n";
+    string const text = "Gr\u00fc\u00dfe\n\U0001d11e\n";
     EXPECT_TRUE(WriteClipboardText(text));
     EXPECT_EQ(text, ReadClipboardText());
 }
