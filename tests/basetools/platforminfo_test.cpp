@@ -1,3 +1,4 @@
+#include <quillmarsh/basetools/libraryinfo.h>
 #include <quillmarsh/basetools/platforminfo.h>
 
 #include "source/platform/machineinfo.h"
@@ -11,6 +12,7 @@ namespace quillmarsh::platform_info
 namespace
 {
 
+using library_info::LibraryVersion;
 using tests::EnvironmentVariable;
 
 TEST(PlatformInfo, ReferencesToVariablesAreReplaced)
@@ -58,6 +60,24 @@ TEST(PlatformInfo, DescriptionOfWindowsNamesTwoVersions)
     EXPECT_EQ(platform::DescribeWindows({5, 0, 2195, 4, 0}), "Microsoft Windows 2000 / 5.0.2195 / Service Pack 4.0");
     EXPECT_EQ(platform::DescribeWindows({5, 1, 2600, 3, 2}), "Microsoft Windows XP / 5.1.2600 / Service Pack 3.2");
     EXPECT_EQ(platform::DescribeWindows({5, 2, 3790, 0, 0}), "Microsoft Windows / 5.2.3790 / Service Pack 0.0");
+}
+
+TEST(LibraryInfo, VersionsFitUnlessMoreThanTheThirdNumberDiffers)
+{
+    LibraryVersion const debug(1, 0, 0, 1);
+    EXPECT_TRUE(debug.IsCompatibleWith(LibraryVersion(1, 0, 7, 1)));
+    EXPECT_FALSE(debug.IsCompatibleWith(LibraryVersion(1, 0, 0, 0)));
+    EXPECT_FALSE(debug.IsCompatibleWith(LibraryVersion(1, 1, 0, 1)));
+    EXPECT_FALSE(debug.IsCompatibleWith(LibraryVersion(2, 0, 0, 1)));
+    EXPECT_FALSE(debug == LibraryVersion(1, 0, 7, 1));
+    EXPECT_TRUE(debug == LibraryVersion(1, 0, 0, 1));
+}
+
+TEST(LibraryInfo, VersionTextNamesTheBuildType)
+{
+    EXPECT_EQ(LibraryVersion(1, 0, 0, 1).MakeString(), "1.0.0.debug");
+    EXPECT_EQ(LibraryVersion(2, 13, 4, 0).MakeString(), "2.13.4.release");
+    EXPECT_EQ(LibraryVersion(1, 0, 0, 2).MakeString(), "1.0.0.UnknownBuildType");
 }
 
 } // namespace
