@@ -23,12 +23,7 @@ namespace
 template<typename Condition>
 bool PumpUntil(Condition condition)
 {
-    auto const holdsNow = [&condition]
-    {
-        PumpDesktop();
-        return condition();
-    };
-    return tests::WaitUntil(holdsNow);
+    return tests::WaitUntil([&] { return PumpDesktop(), condition(); });
 }
 
 /// Keeps the events since the last look.
@@ -36,15 +31,16 @@ class RecordingListener : public DesktopListener
 {
 public:
     void OnDesktopEvent(DesktopEvent const &event) override { events.push_back(event); }
-    /// Pumps until an event fulfils the condition.
+    /// Pumps until an event of this kind fulfils the condition.
     template<typename Condition>
-    bool Await(Condition condition)
+    bool Await(eDesktopEvent kind, Condition condition)
     {
-        return PumpUntil([&] { return std::any_of(events.begin(), events.end(), condition); });
+        auto const fits = [&](DesktopEvent const &event) { return event.kind == kind && condition(event); };
+        return PumpUntil([&] { return std::any_of(events.begin(), events.end(), fits); });
     }
     bool Await(eDesktopEvent kind, bool isOn)
     {
-        return Await([=](DesktopEvent const &event) { return event.kind == kind && event.isOn == isOn; });
+        return Await(kind, [=](DesktopEvent const &event) { return event.isOn == isOn; });
     }
 
     std::vector<DesktopEvent> events;
@@ -85,33 +81,23 @@ TEST_F(WindowOnADisplay, ReportsUserInput)
     ASSERT_TRUE(display_.Do("search --name '^Quillmarsh test$' windowfocus --sync"));
     EXPECT_TRUE(listener.Await(eDesktopEvent::e_windowActive, true));
     EXPECT_EQ(window.get(), Window::GetActive());
-    EXPECT_TRUE(
-        listener.Await([](DesktopEvent const &event) { return event.kind == eDesktopEvent::e_windowGeometry; }));
+    EXPECT_TRUE(listener.Await(eDesktopEvent::e_windowGeometry, [](auto &) { return true; }));
 
     ASSERT_TRUE(display_.Do("mousemove 150 170 click 3 keydown shift click 4 keyup shift"));
     EXPECT_TRUE(listener.Await(eDesktopEvent::e_mouseInside, true));
-    EXPECT_TRUE(listener.Await([](DesktopEvent const &event)
-                               { return event.kind == eDesktopEvent::e_mouseMove && event.x == 50 && event.y == 50; }));
-    EXPECT_TRUE(listener.Await(
-        [&](DesktopEvent const &event)
-        {
-            return event.kind == eDesktopEvent::e_mouseButton && event.button == e_mouse_button_right && !event.isOn &&
-                   event.x == 50 && event.window == window.get();
-        }));
-    EXPECT_TRUE(listener.Await(
-        [](DesktopEvent const &event)
-        {
-            return event.kind == eDesktopEvent::e_mouseWheel && event.wheel == 1 && event.x == 50 && event.y == 50 &&
-                   event.modifiers.isShiftDown;
-        }));
+    auto const isAtPointer = [](DesktopEvent const &event) { return event.x == 50 && event.y == 50; };
+    EXPECT_TRUE(listener.Await(eDesktopEvent::e_mouseMove, isAtPointer));
+    EXPECT_TRUE(listener.Await(eDesktopEvent::e_mouseButton,
+                               [&](auto &event) {
+                                   return event.button == e_mouse_button_right && !event.isOn && isAtPointer(event) &&
+                                          event.window == window.get();
+                               }));
+    EXPECT_TRUE(listener.Await(eDesktopEvent::e_mouseWheel, [&](auto &event)
+                               { return event.wheel == 1 && isAtPointer(event) && event.modifiers.isShiftDown; }));
     ASSERT_TRUE(display_.Do("key shift+a"));
-    EXPECT_TRUE(listener.Await(
-        [](DesktopEvent const &event) {
-            return event.kind == eDesktopEvent::e_key && event.key == e_key_a && event.modifiers.isShiftDown &&
-                   event.isOn;
-        }));
-    EXPECT_TRUE(listener.Await([](DesktopEvent const &event)
-                               { return event.kind == eDesktopEvent::e_text && string(event.text) == "A"; }));
+    EXPECT_TRUE(listener.Await(eDesktopEvent::e_key, [](auto &event)
+                               { return event.key == e_key_a && event.modifiers.isShiftDown && event.isOn; }));
+    EXPECT_TRUE(listener.Await(eDesktopEvent::e_text, [](auto &event) { return string(event.text) == "A"; }));
     char32_t character = 0;
     EXPECT_TRUE(FindKeyCharacter(e_key_a, {.isShiftDown = true}, character));
     EXPECT_EQ(U'A', character);
