@@ -1,8 +1,7 @@
 #include <quillmarsh/basetools/heaptracked.h>
 #include <quillmarsh/basetools/memory.h>
 
-#include <quillmarsh/basetools/exception.h>
-
+#include "tests/support/failures.h"
 #include "tests/support/scripted_dialogs.h"
 
 #include <gtest/gtest.h>
@@ -18,24 +17,9 @@ namespace
 
 constexpr std::size_t s_tooMuch = std::numeric_limits<std::ptrdiff_t>::max() - 100;
 
-/// Returns the message of the exception that a too large allocation throws.
-template<typename Allocate>
-string MessageOf(Allocate allocate)
+string MessageOf(auto allocate)
 {
-    try
-    {
-        EXPECT_EQ(allocate(), nullptr) << "nobody has that much memory";
-    }
-    catch (NoMemoryException const &exception)
-    {
-        EXPECT_EQ(exception.GetFile(), "source/basetools/memory.cpp");
-        return exception.GetMessage();
-    }
-    catch (std::bad_alloc const &)
-    {
-        return "bad_alloc";
-    }
-    return "";
+    return tests::MessageOf<NoMemoryException>(allocate, "source/basetools/memory.cpp");
 }
 
 void OtherHandler()
@@ -60,7 +44,7 @@ TEST(NewThrowsExceptionSentry, FailedAllocationThrowsWhileItLives)
 #else
     string const expected = "Failed to allocate " + std::to_string(s_tooMuch) + " bytes";
 #endif
-    EXPECT_EQ(MessageOf(allocate), "bad_alloc");
+    EXPECT_THROW(allocate(), std::bad_alloc);
     {
         NewThrowsExceptionSentry const sentry;
         EXPECT_EQ(MessageOf(allocate), expected);
@@ -71,7 +55,7 @@ TEST(NewThrowsExceptionSentry, FailedAllocationThrowsWhileItLives)
         EXPECT_EQ(MessageOf([] { return ::operator new[](s_tooMuch, std::align_val_t(4096)); }), expected);
         EXPECT_EQ(::operator new(s_tooMuch, std::align_val_t(64), std::nothrow), nullptr);
     }
-    EXPECT_EQ(MessageOf(allocate), "bad_alloc");
+    EXPECT_THROW(allocate(), std::bad_alloc);
 }
 
 TEST(NewThrowsExceptionSentry, AlignedBlocksAreAlignedAndFreed)

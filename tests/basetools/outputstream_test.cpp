@@ -3,12 +3,12 @@
 #include <quillmarsh/basetools/sharedoutputstream.h>
 #include <quillmarsh/basetools/streamsentries.h>
 
-#include "tests/support/text_counter.h"
-
 #include <gtest/gtest.h>
 
 #include <atomic>
 #include <iomanip>
+#include <map>
+#include <mutex>
 #include <sstream>
 #include <thread>
 #include <vector>
@@ -170,9 +170,30 @@ TEST(ControlledOutputStream, TargetThatThrowsLeavesTheOthersWorking)
     out.RemoveOutputTarget(broken);
 }
 
+/// Counts equal texts with their types: "0:text".
+class TextCounter : public TextSink
+{
+public:
+    void OnText(std::string_view text, unsigned int type) override
+    {
+        std::scoped_lock const lock(lock_);
+        ++counts_[std::to_string(type) + ":" + string(text)];
+    }
+
+    std::map<string, unsigned int> Take()
+    {
+        std::scoped_lock const lock(lock_);
+        return std::exchange(counts_, {});
+    }
+
+private:
+    std::mutex lock_;
+    std::map<string, unsigned int> counts_;
+};
+
 TEST(SharedOutputStream, EachThreadHasItsFormatAndItsType)
 {
-    tests::TextCounter sink;
+    TextCounter sink;
     auto shared = std::make_unique<SharedOutputStream>(sink);
     EXPECT_EQ(&shared->GetThreadStream(), shared.get());
     shared->width(20);

@@ -80,12 +80,7 @@ constexpr Access s_accesses[] = {
          return parameters.GetParameter(1).GetName() + std::to_string(parameters.GetParameter(0).GetValueInteger());
      },
      "1"},
-    {"variable of a registry", s_szPastEnd,
-     []
-     {
-         VariableRegistry registry;
-         return registry.GetVariable(0u).GetValueString();
-     },
+    {"variable of a registry", s_szPastEnd, [] { return VariableRegistry().GetVariable(0u).GetValueString(); },
      "Unknown"},
     {"word of an id", s_szPastEnd, [] { return std::to_string(UID(7, 0, 0, 0)[4]); }, "7"},
     {"child of a profiler's node", s_szPastEnd,

@@ -1,4 +1,5 @@
 #include <quillmarsh/basetools/exception.h>
+#include <quillmarsh/basetools/syncprimitives.h>
 #include <quillmarsh/framework/samplereadsentry.h>
 
 #include "tests/support/test_kernel.h"
@@ -91,30 +92,6 @@ public:
     unsigned int threadID = 0;
     bool stopsOnTheSameThread = false;
     double ratesAtStop = -1;
-};
-
-/// Lets a sampling thread take its samples one by one.
-class Turnstile
-{
-public:
-    /// Called on the sampling thread.
-    void Pass()
-    {
-        ++numAtGate_;
-        while (numLetIn_ < numAtGate_)
-            std::this_thread::yield();
-    }
-    /// Allows the next sample, and returns when the thread waits for the one after it.
-    bool LetOneIn()
-    {
-        unsigned int const number = ++numLetIn_;
-        return WaitUntil([&] { return numAtGate_ > number; });
-    }
-    void Open() { numLetIn_ = 1u << 31; }
-
-private:
-    std::atomic<unsigned int> numAtGate_{0};
-    std::atomic<unsigned int> numLetIn_{0};
 };
 
 class HumanInterfaceDeviceTest : public testing::Test
@@ -222,22 +199,31 @@ TEST_F(HumanInterfaceDeviceTest, StartsAndStopsAgainAndAgain)
 
 TEST_F(HumanInterfaceDeviceTest, AveragesBeginWithTheWantedRate)
 {
-    Turnstile turnstile;
-    device.onSample = [&] { turnstile.Pass(); };
+    Event atGate, mayPass;
+    std::atomic<bool> isOpen{false};
+    device.onSample = [&]
+    {
+        atGate.Set();
+        if (!isOpen)
+            mayPass.WaitInfinite();
+    };
+    // Allows a sample, and returns when the thread waits for the next one.
+    auto const letOneIn = [&] { return mayPass.Set() && atGate.WaitInfinite(); };
     device.EnableMaxSampleRate(true);
     device.SetMaxSampleRate(40.0);
     device.StartAsyncSampling();
-    ASSERT_TRUE(turnstile.LetOneIn());
+    atGate.WaitInfinite();
+    ASSERT_TRUE(letOneIn());
     EXPECT_NEAR(40.0, device.GetAverageSampleRate(), 1e-9);
     double const firstTime = device.GetAverageSamplingTime();
     EXPECT_GT(firstTime, 0.0);
 
     // A new target rate counts from the next pass on.
     device.SetMaxSampleRate(200.0);
-    ASSERT_TRUE(turnstile.LetOneIn());
-    ASSERT_TRUE(turnstile.LetOneIn());
+    ASSERT_TRUE(letOneIn() && letOneIn());
     EXPECT_NEAR(200.0, device.GetAverageSampleRate(), 0.1);
-    turnstile.Open();
+    isOpen = true;
+    mayPass.Set();
     device.StopAsyncSampling();
 }
 

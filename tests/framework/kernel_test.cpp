@@ -1,16 +1,14 @@
 #include "tests/support/scripted_dialogs.h"
 #include "tests/support/test_kernel.h"
-#include "tests/support/text_counter.h"
 
 #include <quillmarsh/basetools/exception.h>
-#include <quillmarsh/basetools/profiler.h>
+#include <quillmarsh/basetools/sharedoutputstream.h>
 #include <quillmarsh/framework/application.h>
 #include <quillmarsh/framework/failuredesc.h>
 #include <quillmarsh/framework/kernelthreadinfo.h>
 
 #include <gtest/gtest.h>
 
-#include <iomanip>
 #include <stdexcept>
 #include <thread>
 
@@ -52,45 +50,23 @@ TEST(Kernel, IsASingleton)
               texts);
 }
 
-TEST(Kernel, ThreadsPrintAndProfileAtOneTime)
+TEST(Kernel, GivesEachThreadStreamsOfItsOwn)
 {
-    class SharingKernel : public TestKernel
+    struct Streams : TextSink
+    {
+        void OnText(std::string_view, unsigned int) override {}
+        SharedOutputStream con{*this}, log{*this};
+    };
+    // The streams outlive the kernel.
+    class SharingKernel : public Streams, public TestKernel
     {
     public:
-        SharingKernel(ostream &con, ostream &log) { SetOutputStreams(con, log); }
+        SharingKernel() { SetOutputStreams(con, log); }
     };
-    constexpr unsigned int numThreads = 8;
-    constexpr unsigned int numRounds = 50;
-    tests::TextCounter console, logged;
-    SharedOutputStream con(console), log(logged);
-    SharingKernel const kernel(con, log);
-    EXPECT_EQ(&GetConOut(), static_cast<ostream *>(&con));
-
-    auto const print = []
-    {
-        Profiler profiler;
-        for (unsigned int round = 0; round < numRounds; ++round)
-        {
-            profiler.EnterRootNode();
-            profiler.EnterNode("print");
-            GetConOut() << std::hex << std::setw(6) << 255 << std::dec << e_info << '\n';
-            GetLogOut() << 255 << std::endl;
-            profiler.ExitNode();
-            profiler.ExitRootNode();
-        }
-        profiler.SetAutoResetThreshold(0);
-        profiler.DumpStatistics(GetConOut(), ProfilerDumpDesc());
-    };
-    std::vector<std::thread> threads;
-    for (unsigned int i = 1; i < numThreads; ++i)
-        threads.emplace_back(print);
-    print();
-    for (std::thread &thread : threads)
-        thread.join();
-    auto texts = console.Take();
-    EXPECT_EQ(texts["0:    ff\n"], numThreads * numRounds);
-    EXPECT_EQ(texts["0:AutoResetThreshold..............: 0\n"], numThreads);
-    EXPECT_EQ(logged.Take()["0:255\n"], numThreads * numRounds);
+    SharingKernel kernel;
+    EXPECT_EQ(&GetConOut(), static_cast<ostream *>(&kernel.con));
+    std::thread([&] { EXPECT_EQ(&GetConOut(), static_cast<ostream *>(&kernel.con.GetThreadStream())); }).join();
+    std::thread([&] { EXPECT_EQ(&GetLogOut(), static_cast<ostream *>(&kernel.log.GetThreadStream())); }).join();
 }
 
 TEST(Kernel, NeedsAnApplication)

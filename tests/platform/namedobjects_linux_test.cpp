@@ -49,12 +49,8 @@ public:
 
     void Kill()
     {
-        if (child_ > 0)
-        {
-            kill(child_, SIGKILL);
-            waitpid(child_, nullptr, 0);
-        }
-        child_ = -1;
+        if (child_ > 0 && kill(child_, SIGKILL) == 0)
+            waitpid(std::exchange(child_, -1), nullptr, 0);
     }
 
 private:
