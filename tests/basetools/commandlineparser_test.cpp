@@ -182,8 +182,7 @@ TEST(CommandLineParser, SplitsPackedValues)
     std::vector<string> pieces = {"old"};
     EXPECT_TRUE(parser.GetPackedAssignment("a", pieces, ","));
     EXPECT_EQ(pieces, (std::vector<string>{"1", "2"}));
-    EXPECT_TRUE(parser.GetPackedAssignment("d", pieces, ","));
-    EXPECT_TRUE(pieces.empty());
+    EXPECT_TRUE(parser.GetPackedAssignment("d", pieces, ",") && pieces.empty());
     pieces = {"old"};
     EXPECT_FALSE(parser.GetPackedAssignment("none", pieces, ","));
     EXPECT_TRUE(pieces.empty());

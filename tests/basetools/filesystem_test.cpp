@@ -26,8 +26,7 @@ class ProcessDirectorySentry : NoCopy
 public:
     explicit ProcessDirectorySentry(string const &directory)
     {
-        EXPECT_TRUE(GetProcessDirectory(before_, false));
-        EXPECT_TRUE(SetProcessDirectory(directory));
+        EXPECT_TRUE(GetProcessDirectory(before_, false) && SetProcessDirectory(directory));
     }
     ~ProcessDirectorySentry() { EXPECT_TRUE(SetProcessDirectory(before_)); }
 
@@ -54,8 +53,7 @@ TEST(FileSystem, ExistenceIsThatOfAnEntry)
     EXPECT_FALSE(DirectoryExists("ab"));
     for (string const &name : {string(), string("*"), string("a.tx?"), string("nowhere"), string("a.txt\0", 6)})
     {
-        EXPECT_FALSE(FileExists(name));
-        EXPECT_FALSE(DirectoryExists(name));
+        EXPECT_FALSE(FileExists(name) || DirectoryExists(name));
     }
 }
 
@@ -119,8 +117,7 @@ TEST(FileSystem, OverwriteRuleDeletesOnlyOnDemand)
     string const file = scratch.Write("file", "");
     EXPECT_TRUE(IfFileExistsDeleteOnOverwrite(scratch / "nowhere", false));
     EXPECT_FALSE(IfFileExistsDeleteOnOverwrite(file, false));
-    EXPECT_TRUE(FileExists(file));
-    EXPECT_TRUE(IfFileExistsDeleteOnOverwrite(file, true));
+    EXPECT_TRUE(FileExists(file) && IfFileExistsDeleteOnOverwrite(file, true));
     EXPECT_FALSE(FileExists(file));
     EXPECT_FALSE(IfFileExistsDeleteOnOverwrite(scratch.GetPath().string(), true));
     EXPECT_FALSE(DeleteFileA(string("file\0x", 6)));
@@ -132,8 +129,7 @@ TEST(FileSystem, DirectoriesAreCreatedAlongThePath)
     EXPECT_TRUE(CreateDirectoryPath(scratch / "one/ab//three/"));
     EXPECT_TRUE(DirectoryExists(scratch / "one/ab/three"));
     EXPECT_TRUE(CreateDirectoryPath(scratch / "one/ab/three/four"));
-    EXPECT_FALSE(CreateDirectoryA(scratch / "one"));
-    EXPECT_FALSE(CreateDirectoryPath(""));
+    EXPECT_FALSE(CreateDirectoryA(scratch / "one") || CreateDirectoryPath(""));
     EXPECT_FALSE(CreateDirectoryPath(Preferred("//")));
     scratch.Write("file", "");
     EXPECT_FALSE(CreateDirectoryPath(scratch / "file/below"));
@@ -144,8 +140,7 @@ TEST(FileSystem, DirectoriesAreCreatedAlongThePath)
     EXPECT_TRUE(DeleteDirectory(scratch / "one/ab/three/four"));
 
     ProcessDirectorySentry const inside(scratch.GetPath().string());
-    EXPECT_TRUE(CreateDirectoryPath(Preferred("ab/cd")));
-    EXPECT_TRUE(CreateDirectoryPath(Preferred("ab/ef")));
+    EXPECT_TRUE(CreateDirectoryPath(Preferred("ab/cd")) && CreateDirectoryPath(Preferred("ab/ef")));
     EXPECT_TRUE(DirectoryExists(Preferred("ab/ef")));
 }
 

@@ -164,8 +164,7 @@ TEST(ControlledOutputStream, TargetThatThrowsLeavesTheOthersWorking)
     out.AddOutputTarget(broken);
     out.AddOutputTarget(sound);
     out << "text" << std::endl << e_error << "more" << std::flush << "last" << std::flush;
-    EXPECT_TRUE(out.good());
-    EXPECT_TRUE(broken.bad());
+    EXPECT_TRUE(out.good() && broken.bad());
     EXPECT_EQ(sound.GetText(), "text\n<2>morelast");
     out.RemoveOutputTarget(broken);
 }

@@ -77,16 +77,14 @@ TEST(Event, ResetsAutomaticallyOrManually)
     Event automatic(true, false);
     EXPECT_TRUE(IsSignaled(automatic));
     EXPECT_FALSE(IsSignaled(automatic));
-    EXPECT_TRUE(automatic.Set());
-    EXPECT_TRUE(automatic.Set());
+    EXPECT_TRUE(automatic.Set() && automatic.Set());
     EXPECT_TRUE(automatic.WaitInfinite());
     EXPECT_FALSE(IsSignaled(automatic));
 
     Event manual(false, true);
     EXPECT_FALSE(IsSignaled(manual));
     manual.Set();
-    EXPECT_TRUE(IsSignaled(manual));
-    EXPECT_TRUE(IsSignaled(manual));
+    EXPECT_TRUE(IsSignaled(manual) && IsSignaled(manual));
     EXPECT_TRUE(manual.Reset());
     EXPECT_FALSE(IsSignaled(manual));
 }
@@ -96,8 +94,7 @@ TEST(Event, DoesNotTimeOutEarly)
     Event event;
     bool timedOut = false;
     auto const start = std::chrono::steady_clock::now();
-    EXPECT_TRUE(event.Wait(30, timedOut));
-    EXPECT_TRUE(timedOut);
+    EXPECT_TRUE(event.Wait(30, timedOut) && timedOut);
     EXPECT_GE(std::chrono::steady_clock::now() - start, std::chrono::milliseconds(29));
 
     event.Set();
@@ -137,8 +134,7 @@ TEST(Event, SharesItsStateByNameUntilTheLastIsDestroyed)
         {
             // Asks for other properties, and gets those of the first event.
             Event second(false, false, "Local\\" + name);
-            EXPECT_TRUE(IsSignaled(second));
-            EXPECT_TRUE(IsSignaled(second));
+            EXPECT_TRUE(IsSignaled(second) && IsSignaled(second));
             second.Reset();
         }
         EXPECT_FALSE(IsSignaled(first));

@@ -102,8 +102,7 @@ TEST(Thread, VerifiesItsUse)
 {
     tests::ScriptedDialogs dialogs;
     WorkThread thread(&WaitForExit);
-    EXPECT_FALSE(thread.Suspend());
-    EXPECT_FALSE(thread.Resume());
+    EXPECT_FALSE(thread.Suspend() || thread.Resume());
     std::vector<string> const notRunning(2, "Thread is not running.");
     EXPECT_EQ(dialogs.TakeTexts(), notRunning);
 
@@ -182,8 +181,7 @@ TEST(Thread, CanBeSuspendedInAWaitAndInItsQueue)
     EXPECT_TRUE(waiting.Suspend());
     waiting.SignalExit();
     std::this_thread::sleep_for(std::chrono::milliseconds(5));
-    EXPECT_TRUE(waiting.IsRunning());
-    EXPECT_TRUE(waiting.Resume());
+    EXPECT_TRUE(waiting.IsRunning() && waiting.Resume());
     waiting.WaitExit();
 
     WorkThread looping(&LoopMessages);
@@ -191,10 +189,8 @@ TEST(Thread, CanBeSuspendedInAWaitAndInItsQueue)
     EXPECT_TRUE(looping.WaitMessageQueueReady(0, 1));
     for (int i = 0; i < 200; ++i)
     {
-        EXPECT_TRUE(looping.PostStandardNullMessage());
-        EXPECT_TRUE(looping.Suspend());
-        EXPECT_TRUE(looping.PostStandardNullMessage());
-        EXPECT_TRUE(looping.Resume());
+        EXPECT_TRUE(looping.PostStandardNullMessage() && looping.Suspend());
+        EXPECT_TRUE(looping.PostStandardNullMessage() && looping.Resume());
     }
     EXPECT_TRUE(looping.PostStandardQuitMessage());
 }
@@ -222,8 +218,7 @@ TEST(Thread, StoresThePriorityThatTheSystemSets)
 TEST(Thread, PostsToAQueueThatTheThreadHasLookedAt)
 {
     WorkThread deaf(&WaitForExit);
-    EXPECT_FALSE(deaf.PostStandardNullMessage());
-    EXPECT_FALSE(deaf.WaitMessageQueueReady(0, 1));
+    EXPECT_FALSE(deaf.PostStandardNullMessage() || deaf.WaitMessageQueueReady(0, 1));
     deaf.Run();
     EXPECT_FALSE(deaf.PostStandardMessage(0x400, 1, 2));
 #if !defined(_WIN32)

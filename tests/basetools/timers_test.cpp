@@ -63,8 +63,7 @@ TEST(AlarmTimer, RunsUntilStoppedOrItsHandlerEndsIt)
     CountingHandler endless, other;
     AlarmTimer timer;
     EXPECT_TRUE(timer.StartPeriodic(endless, 0, 0));
-    EXPECT_FALSE(timer.StartPeriodic(other, 0, 1));
-    EXPECT_FALSE(timer.FireOnce(other, 0));
+    EXPECT_FALSE(timer.StartPeriodic(other, 0, 1) || timer.FireOnce(other, 0));
     EXPECT_TRUE(tests::WaitUntil([&] { return endless.HasReached(5); }));
     EXPECT_TRUE(timer.IsRunning());
     timer.StopPeriodic();
@@ -91,8 +90,7 @@ TEST(AlarmTimer, StopWaitsForTheCallInProgress)
             return true;
         });
     AlarmTimer timer;
-    EXPECT_TRUE(timer.FireOnce(handler, 0));
-    EXPECT_TRUE(tests::WaitUntil([&] { return begun.load(); }));
+    EXPECT_TRUE(timer.FireOnce(handler, 0) && tests::WaitUntil([&] { return begun.load(); }));
     timer.StopPeriodic();
     EXPECT_TRUE(ended);
 }

@@ -47,8 +47,7 @@ TEST(UID, StreamsItsWordsInTheByteOrderOfTheStream)
     Guid readGuid;
     uidBytes >= readUid;
     guidBytes >= readGuid;
-    EXPECT_TRUE(readUid == uid);
-    EXPECT_TRUE(readGuid == Guid(uid));
+    EXPECT_TRUE(readUid == uid && readGuid == Guid(uid));
 }
 
 TEST(UID, GuidKeepsItsBlockOfBytesInEitherOrder)
@@ -69,8 +68,7 @@ TEST(Guid, PrintsTheDigitsOfItsUid)
 
     UID uid;
     guid.CopyTo(uid);
-    EXPECT_TRUE(uid == UID(0x01234567, 0x89abcdef, 0xfedcba98, 0x76543210));
-    EXPECT_TRUE(Guid(uid) == guid);
+    EXPECT_TRUE(uid == UID(0x01234567, 0x89abcdef, 0xfedcba98, 0x76543210) && Guid(uid) == guid);
     EXPECT_TRUE(Guid(uid) != Guid());
     Guid().CopyTo(uid);
     EXPECT_TRUE(uid == UID(0, 0, 0, 0));
@@ -100,8 +98,7 @@ TEST(Color4b, IsStoredFromBlueToAlpha)
     EXPECT_TRUE(flipped == color.FlippedRGBOrder());
     color4b word;
     word = 0x04010203u;
-    EXPECT_TRUE(word == color);
-    EXPECT_TRUE(word != color4b(1, 2, 3, 5));
+    EXPECT_TRUE(word == color && word != color4b(1, 2, 3, 5));
 }
 
 TEST(WinUtils, SystemColoursAreOpaqueAndTextCanBeRead)

@@ -76,8 +76,7 @@ TEST_F(FrameworkCommands, CrashSetsParameters)
 {
     EXPECT_EQ(Run("crash -hccl -nohccl -hre -logmwc=on"), "true");
     EXPECT_FALSE(kernel.params.EnableHardCleanupConfigLoop);
-    EXPECT_TRUE(kernel.params.EnableHardRethrowExit);
-    EXPECT_TRUE(kernel.params.LogWinMsgOnMainWindowCleanup);
+    EXPECT_TRUE(kernel.params.EnableHardRethrowExit && kernel.params.LogWinMsgOnMainWindowCleanup);
     EXPECT_EQ(Run("crash -hccl -nohre -logmwc=maybe"), "true");
     EXPECT_TRUE(kernel.params.EnableHardCleanupConfigLoop);
     EXPECT_FALSE(kernel.params.EnableHardRethrowExit);

@@ -113,8 +113,7 @@ TEST(NamedObjects, EventOfACrashedProcessLeavesNoState)
         EXPECT_EQ(access(platform::MakeNamedObjectPath(name).c_str(), F_OK), 0);
     }
     Event fresh(false, true, name);
-    EXPECT_TRUE(fresh.Wait(0, timedOut));
-    EXPECT_TRUE(timedOut);
+    EXPECT_TRUE(fresh.Wait(0, timedOut) && timedOut);
 }
 
 TEST(NamedObjects, PathsStayInTheirFolderAndApart)
