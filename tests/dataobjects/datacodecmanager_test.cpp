@@ -152,14 +152,25 @@ TEST(DataCodecManager, OwnsTheCodecsThatItAccepted)
     EXPECT_EQ(log, (Texts{"~a", "~stack", "~a", "~c"}));
 }
 
-TEST(DataCodecManager, IsTheOnlyOne)
+template<typename Manager>
+void ExpectOnlyOne(string const &name)
 {
-    tests::ScriptedDialogs dialogs;
-    EXPECT_EQ(DataCodecManager::InstancePtr(), nullptr);
-    EXPECT_EQ(dialogs.TakeTexts(), (Texts{"DataCodecManager singleton is not created."}));
-    DataCodecManager manager;
-    EXPECT_EQ(&DataCodecManager::Instance(), &manager);
-    EXPECT_EQ(dialogs.TakeTexts(), Texts{});
+    tests::ScriptedDialogs dialogs(platform::eDialogAnswer::e_retry);
+    {
+        Manager first;
+        EXPECT_EQ(&Manager::Instance(), Manager::InstancePtr());
+        Manager second;
+        EXPECT_EQ(dialogs.TakeTexts(), Texts{name + " singleton already created."});
+    }
+    EXPECT_EQ(dialogs.TakeTexts(), Texts{"Destructing non-existent " + name + " singleton."});
+    EXPECT_EQ(Manager::InstancePtr(), nullptr);
+    EXPECT_EQ(dialogs.TakeTexts(), Texts{name + " singleton is not created."});
+}
+
+TEST(DataManagers, AssertWhenTheyExistTwiceOrNotAtAll)
+{
+    ExpectOnlyOne<DataCodecManager>("DataCodecManager");
+    ExpectOnlyOne<SignalOperationsManager>("SignalOperationsManager");
 }
 
 TEST(DataCodecManager, CategoriesStartWithTheInitialParameters)

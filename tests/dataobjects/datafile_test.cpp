@@ -10,8 +10,6 @@
 
 #include <gtest/gtest.h>
 
-#include <thread>
-
 namespace quillmarsh::sampled_data
 {
 namespace
@@ -135,7 +133,7 @@ TEST_F(DataFileTest, FailuresNameFileAndReason)
     }
 }
 
-TEST_F(DataFileTest, ReasonsStayWithTheirThreadAndTheirCall)
+TEST_F(DataFileTest, ReasonsStayWithTheirCall)
 {
     string const image = directory_.Write("i.qmdp", PackageBytes({2}, {1, 2, e_format_L8, 0, 0}, "ab"));
     CodecFailureSentry const outer;
@@ -150,16 +148,6 @@ TEST_F(DataFileTest, ReasonsStayWithTheirThreadAndTheirCall)
         EXPECT_EQ(LoadVolume(directory_ / "none"), nullptr);
         EXPECT_EQ(inner.GetFailure().kind, eCodecFailure::e_notFound);
     }
-    std::thread(
-        [&]
-        {
-            EXPECT_EQ(LoadVolume(image), nullptr);
-            CodecFailureSentry const own;
-            EXPECT_FALSE(own.GetFailure());
-            AutoPtr<ImageBase> const loaded(LoadImageA(image));
-            EXPECT_TRUE(loaded && !own.GetFailure());
-        })
-        .join();
     EXPECT_EQ(outer.GetText(), reason);
 }
 

@@ -89,7 +89,9 @@ TEST_F(DataFiles, CannotBeDevicesOrOnMissingDrives)
     {
         EXPECT_EQ(GetFailure(name), "Cannot open file: " + name);
         ExpectNotSaved(name);
+        CodecFailureSentry const reason;
         EXPECT_EQ(LoadSignal(name), nullptr);
+        EXPECT_NE(reason.GetText(), "");
         EXPECT_EQ(LoadImageA(name), nullptr);
     }
     ExpectFiles(0);

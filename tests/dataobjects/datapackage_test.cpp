@@ -98,22 +98,6 @@ TEST(DataPackage, WritesHeaderPayloadAndTrailerInEitherByteOrder)
               PackageBytes({e_payload_volume, 0, true}, {1, 1, 2, 0x0C000000, 0, 0}, "lkjihgfedcbaxwvutsrqponm"));
 }
 
-TEST(DataPackage, FlipsRowsWhenFileAndMemoryDiffer)
-{
-    Image<Sample8> image(e_format_L8, 2, 3);
-    Fill(image);
-    for (bool const onWrite : {false, true})
-        for (bool const onRead : {false, true})
-        {
-            DataPackageImage package;
-            package.SetRowOrderOnWrite(onWrite);
-            package.SetRowOrderOnRead(onRead);
-            package.SetPayload(&image);
-            EXPECT_EQ(ReadFailure(package, Written(package)), "");
-            EXPECT_EQ(SamplesOf(*package.GetPayload(false)), onRead ? "defabc" : "abcdef");
-        }
-}
-
 TEST(DataPackage, WalksLayersAndRowsOfAVolumeInAllFourOrders)
 {
     constexpr std::tuple<bool, bool, char const *> orders[] = {{false, false, "abcdefghijkl"},

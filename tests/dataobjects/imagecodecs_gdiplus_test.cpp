@@ -135,13 +135,6 @@ TEST_F(ImageCodecs, WhatCannotBeSavedLeavesNothingBehind)
     EXPECT_EQ(Load(name), nullptr);
     NamedParameterList const overwrite = MakeList({{data_codec_parameters::Param_FileOverwrite, true}});
     EXPECT_FALSE(SaveImage(image, name, "PNG", &overwrite));
-
-    string const old = directory_.Write("old", "old");
-    EXPECT_FALSE(SaveImage(image, old, "PNG"));
-    EXPECT_EQ(tests::ReadFile(old), "old");
-    EXPECT_EQ(Load(old), nullptr);
-    EXPECT_TRUE(SaveImage(image, old, "PNG", &overwrite));
-    EXPECT_NE(Load(old), nullptr);
 }
 
 TEST_F(ImageCodecs, ParametersChangeTheSize)

@@ -20,22 +20,6 @@ using tests::CountUp;
 using tests::ScriptedDialogs;
 using Texts = std::vector<string>;
 
-/// Position from which a flip reads each sample of a volume; an image has one layer.
-using Places = std::function<unsigned int(unsigned int layer, unsigned int row, unsigned int column)>;
-
-Bytes Rearranged(VolumeBase const &volume, Places const &places)
-{
-    Bytes bytes;
-    for (unsigned int i = 0; i < volume.GetNumSamples(); ++i)
-    {
-        unsigned int const inLayer = i % volume.GetNumSamplesPerLayer();
-        unsigned char const *const sample = volume.SignalBase::SampleB(places(
-            i / volume.GetNumSamplesPerLayer(), inLayer / volume.GetNumColumns(), inLayer % volume.GetNumColumns()));
-        bytes.insert(bytes.end(), sample, sample + volume.GetSampleByteSize());
-    }
-    return bytes;
-}
-
 using Size3D = std::array<unsigned int, 3>;
 
 TEST(VolumeOperations, FlipEachAxis)
@@ -46,17 +30,26 @@ TEST(VolumeOperations, FlipEachAxis)
             auto const format = sample_formats::UnknownSampleFormat(size);
             AutoPtr<VolumeBase> const original(ManufactureVolume(format, layers, rows, columns));
             CountUp(*original);
-            auto const at = [r = rows, c = columns](unsigned int layer, unsigned int row, unsigned int column)
-            { return (layer * r + row) * c + column; };
-            auto const check = [&, c = columns](void (*flip)(VolumeBase &), Places const &places)
+            struct
+            {
+                void (*flip)(VolumeBase &);
+                bool layers, rows, columns;
+            } const flips[] = {
+                {FlipLayers, true, false, false}, {FlipRows, false, true, false}, {FlipColumns, false, false, true}};
+            for (auto const &f : flips)
             {
                 AutoPtr<VolumeBase> const volume(CloneVolume(*original));
-                flip(*volume);
-                EXPECT_EQ(BytesOf(*volume), Rearranged(*original, places)) << size << ", " << c << " columns";
-            };
-            check(FlipLayers, [&, n = layers](auto l, auto r, auto c) { return at(n - 1 - l, r, c); });
-            check(FlipRows, [&, n = rows](auto l, auto r, auto c) { return at(l, n - 1 - r, c); });
-            check(FlipColumns, [&, n = columns](auto l, auto r, auto c) { return at(l, r, n - 1 - c); });
+                f.flip(*volume);
+                Bytes expected;
+                for (unsigned int i = 0; i < volume->GetNumSamples(); ++i)
+                {
+                    unsigned int const l = i / (rows * columns), r = i / columns % rows, c = i % columns;
+                    unsigned char const *const sample = original->SampleB(
+                        f.layers ? layers - 1 - l : l, f.rows ? rows - 1 - r : r, f.columns ? columns - 1 - c : c);
+                    expected.insert(expected.end(), sample, sample + size);
+                }
+                EXPECT_EQ(BytesOf(*volume), expected) << size << ", " << columns << " columns";
+            }
 
             // A layer is an image.
             ImageBaseFromExternalStorageAdapter image(format);

@@ -110,20 +110,6 @@ TEST_F(SampleTransfer, CopiesOfPartsCheckTheirOffsets)
     EXPECT_EQ(texts(), (Texts{"Invalid destination-sample-size.", "Invalid source-sample-size."}));
 }
 
-TEST(SignalOperationsManagerSingleton, AssertsWhenItExistsTwiceOrNotAtAll)
-{
-    ScriptedDialogs dialogs;
-    {
-        SignalOperationsManager first;
-        EXPECT_EQ(&SignalOperationsManager::Instance(), SignalOperationsManager::InstancePtr());
-        SignalOperationsManager second;
-        EXPECT_EQ(dialogs.TakeTexts(), Texts{"SignalOperationsManager singleton already created."});
-    }
-    EXPECT_EQ(dialogs.TakeTexts(), Texts{"Destructing non-existent SignalOperationsManager singleton."});
-    EXPECT_EQ(SignalOperationsManager::InstancePtr(), nullptr);
-    EXPECT_EQ(dialogs.TakeTexts(), Texts{"SignalOperationsManager singleton is not created."});
-}
-
 TEST(SignalOperationsManagerKey, ComparesAsSignedNumbers)
 {
     using Key = SignalOperationsManager::HandlerKey;

@@ -144,15 +144,17 @@ TEST(SignalOperations, CopyPartsFlipped)
                 CopySamples_3BytesFlippedByteOrder(*dst, dstOffset, *src, srcOffset);
                 ASSERT_EQ(BytesOf(*dst), expected) << dstSize << ' ' << srcSize << ' ' << count << " by " << target;
             }
+        auto const check = [](auto &samples, auto &flipped)
+        {
+            CopySamples_FlippedByteOrder(flipped, CountUp(samples));
+            EXPECT_EQ(*flipped.SampleB(1), flipped.GetSampleByteSize() * 2 - 1);
+            ProcessSamples_FlipByteOrder(flipped);
+            EXPECT_EQ(BytesOf(flipped), BytesOf(samples));
+        };
         Signal<Sample16> words(e_format_A8L8, 99), flippedWords(e_format_A8L8, 99);
-        CopySamples_FlippedByteOrder(flippedWords, CountUp(words));
-        ProcessSamples_FlipByteOrder(flippedWords);
-        EXPECT_EQ(BytesOf(flippedWords), BytesOf(words));
+        check(words, flippedWords);
         Signal<Sample32> colours(e_format_A8R8G8B8, 99), flippedColours(e_format_A8R8G8B8, 99);
-        CopySamples_FlippedByteOrder(flippedColours, CountUp(colours));
-        EXPECT_EQ(flippedColours.Sample(1).bytes[0], 7);
-        ProcessSamples_FlipByteOrder(flippedColours);
-        EXPECT_EQ(BytesOf(flippedColours), BytesOf(colours));
+        check(colours, flippedColours);
     }
     SetKernelTarget(0);
 }

@@ -69,7 +69,6 @@ TEST(Recording, RefusesFaultsWithTheirPlace)
          "r.txt:4: \"description\" is neither a time nor a line of the head"},
         {pad + "-1 end\n", "r.txt:3: field \"time\": \"-1\" is not a number of seconds from 0 to 1e9"},
         {pad + "1e999 end\n", "r.txt:3: field \"time\": \"1e999\" is not a number of seconds from 0 to 1e9"},
-        {pad + "0x1 end\n", "r.txt:3: field \"time\": \"0x1\" is not a number of seconds from 0 to 1e9"},
         {pad + "2 game-controller X=1\n1.9 end\n",
          "r.txt:4: field \"time\": \"1.9\" is earlier than the time of the previous line"},
         {pad + "1 end\n2 game-controller X=1\n", "r.txt:4: nothing may follow the end"},
@@ -82,20 +81,15 @@ TEST(Recording, RefusesFaultsWithTheirPlace)
         {pad + "1 game-controller X=1 X=1\n", "r.txt:3: field \"X\": it is given twice"},
         {pad + "1 game-controller X=1,2\n", "r.txt:3: field \"X\": it must have 1 value"},
         {pad + "1 game-controller X=nan\n", "r.txt:3: field \"X\": \"nan\" is not a finite number"},
-        {pad + "1 game-controller X=-inf\n", "r.txt:3: field \"X\": \"-inf\" is not a finite number"},
         {pad + "1 game-controller X=1e99\n", "r.txt:3: field \"X\": \"1e99\" is not a finite number"},
         {pad + "1 game-controller X=1.0f\n", "r.txt:3: field \"X\": \"1.0f\" is not a finite number"},
-        {pad + "1 game-controller X=\n", "r.txt:3: field \"X\": \"\" is not a finite number"},
         {pad + "1 game-controller buttons=3\n", "r.txt:3: field \"buttons\": \"3\" is not a name in this set"},
-        {pad + "1 game-controller buttons=\n", "r.txt:3: field \"buttons\": \"\" is not a name in this set"},
         {"controller mouse\n0 mouse inside=2\n", "r.txt:3: field \"inside\": \"2\" is neither 0 nor 1"},
         {"controller glove WristYaw:1\n", "r.txt:2: field \"WristYaw\": \"WristYaw:1\" has no range MIN,MAX"},
         {"controller glove WristYaw:1,0.5\n",
          "r.txt:2: field \"WristYaw\": \"WristYaw:1,0.5\" has a range with MIN above MAX"},
         {"controller mouse\n0 mouse wheel=0.5\n",
          "r.txt:3: field \"wheel\": \"0.5\" is not a whole number from -1000000 to 1000000"},
-        {"controller mouse\n0 mouse move=1,2000000\n",
-         "r.txt:3: field \"move\": \"2000000\" is not a whole number from -1000000 to 1000000"},
     };
     for (auto const &[lines, message] : cases)
         EXPECT_EQ(MessageOf<RecordingException>([&text = lines] { Parse(text); }), message);

@@ -2,7 +2,6 @@
 // random: "quillmarsh-hid-soak [--seconds N]". Runs for five minutes; the exit status says whether all counts add up.
 #include <quillmarsh/basetools/exception.h>
 #include <quillmarsh/basetools/sharedoutputstream.h>
-#include <quillmarsh/devices/keyboard.h>
 #include <quillmarsh/devices/mouse.h>
 #include <quillmarsh/framework/samplereadsentry.h>
 #include <quillmarsh/host/hostkernel.h>
@@ -41,33 +40,15 @@ public:
     }
 };
 
-class SoakKeyboard : public Keyboard
-{
-public:
-    explicit SoakKeyboard(HumanInterfaceDevice &device) : Keyboard(false) { SetParentHID(device); }
-    bool MapKeyToCharacter(eKey, char &) override { return false; }
-    void OnCharacterMappingChanged() override {}
-    void Sample(bool pressed)
-    {
-        PreSampleUpdate();
-        if (pressed)
-            SetKeyPressed(e_key_q);
-        PostSampleUpdate();
-    }
-};
-
-/// Moves its mouse by one in each sample, and presses and releases a key in turn.
+/// Moves its mouse by one in each sample.
 class SoakDevice : public HumanInterfaceDevice
 {
 public:
     explicit SoakDevice(unsigned int id) { DeviceInfo().SetCreationID(id); }
     ~SoakDevice() override { StopAsyncSampling(); }
 
-    unsigned int GetNumControllers() override { return 2; }
-    HIDController *GetController(unsigned int index) override
-    {
-        return index == 0 ? static_cast<HIDController *>(&mouse) : &keyboard;
-    }
+    unsigned int GetNumControllers() override { return 1; }
+    HIDController *GetController(unsigned int) override { return &mouse; }
     void ConnectDevice(HWND) override {}
     void DisconnectDevice() override {}
     void ApplyUseDirectInput(bool) override {}
@@ -77,21 +58,18 @@ public:
     {
         if (failing)
             QUILLMARSH_THROW(HIDException, "gone");
-        std::uint64_t const number = numSamples.fetch_add(1, std::memory_order_relaxed);
+        numSamples.fetch_add(1, std::memory_order_relaxed);
         int const before = mouse.GetDeltaX();
         mouse.Sample();
         // A thread that is being stopped may take a last synchronous sample, which discards unread data.
         if (isOnThread_)
             numForgotten += static_cast<std::uint64_t>(before + 1 - mouse.GetDeltaX());
-        keyboard.Sample((number / holdLength & 1) != 0);
     }
 
     SoakMouse mouse{*this};
-    SoakKeyboard keyboard{*this};
     std::atomic<std::uint64_t> numSamples{0};
     std::atomic<bool> failing{false};
     std::uint64_t numForgotten = 0;
-    std::uint64_t holdLength = 1;
 
 private:
     bool isOnThread_ = false;
@@ -101,7 +79,7 @@ private:
 class Reader
 {
 public:
-    Reader(unsigned int id, unsigned int seed) : device_(id), random_(seed) { device_.holdLength = 1 + id * 7; }
+    Reader(unsigned int id, unsigned int seed) : device_(id), random_(seed) {}
 
     /// Releases a lock that was kept to the end of the last frame. All locks are released first, so that several are
     /// always taken in the same order.
@@ -162,14 +140,6 @@ private:
         isHeld_ = RollDice(8) == 0;
         AsyncSampleReadSentry const sentry(device_, !isHeld_);
         CountMouse();
-        bool const pressed = device_.keyboard.KeyPressed(e_key_q) != 0;
-        bool const wasDown = device_.keyboard.KeyDown(e_key_q) != 0, wasUp = device_.keyboard.KeyUp(e_key_q) != 0;
-        if (!device_.failing)
-        {
-            Check(wasDown == (pressed && !wasPressed_), "a key's way down was lost");
-            Check(wasUp == (!pressed && wasPressed_), "a key's way up was lost");
-        }
-        wasPressed_ = pressed;
     }
 
     void CountMouse()
@@ -185,8 +155,6 @@ private:
         if (!device_.IsAsyncSamplingActive())
         {
             device_.mouse.ResetInputReadings();
-            device_.keyboard.ResetInputReadings();
-            wasPressed_ = false;
             device_.StartAsyncSampling();
             return;
         }
@@ -209,7 +177,6 @@ private:
     SoakDevice device_;
     std::mt19937 random_;
     std::uint64_t numCounted_ = 0;
-    bool wasPressed_ = false;
     /// `isHeld_`: the lock was kept at the end of the last frame.
     bool isHeld_ = false, isWell_ = true;
     unsigned int numToggles_ = 0;
