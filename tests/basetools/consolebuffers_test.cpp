@@ -169,8 +169,7 @@ TEST(ConsoleBuffers, HistoryKeepsTheLatestCommands)
     buffers.SetMaxCommandsInHistory(2);
     buffers.PushCommandInHistory("d");
     ASSERT_EQ(buffers.GetNumCommandsInHistory(), 2u);
-    EXPECT_EQ(buffers.GetCommandFromHistory(0), "c");
-    EXPECT_EQ(buffers.GetCommandFromHistory(1), "d");
+    EXPECT_EQ(buffers.GetCommandFromHistory(0) + buffers.GetCommandFromHistory(1), "cd");
 
     buffers.SetMaxCommandsInHistory(0);
     buffers.PushCommandInHistory("e");

@@ -83,12 +83,10 @@ TEST(FileSystem, FailedCopyOrMoveLeavesBothFilesAndNothingElse)
     string const to = scratch.Write("to", "old");
     std::filesystem::create_directory(scratch / "folder");
 
-    EXPECT_FALSE(CopyFileA(from, from, true));
-    EXPECT_FALSE(CopyFileA(from, scratch / "folder", true));
-    EXPECT_FALSE(CopyFileA(from, scratch / "nowhere/to", true));
-    EXPECT_FALSE(CopyFileA(scratch / "folder", scratch / "copy", true));
-    EXPECT_FALSE(CopyFileA(scratch / "nowhere", to, true));
-    EXPECT_FALSE(CopyFileA("", to, true));
+    for (string const &target : {from, scratch / "folder", scratch / "nowhere/to"})
+        EXPECT_FALSE(CopyFileA(from, target, true)) << target;
+    for (string const &source : {scratch / "folder", scratch / "nowhere", string()})
+        EXPECT_FALSE(CopyFileA(source, to, true)) << source;
     EXPECT_FALSE(MoveFileA(from, to, false));
     EXPECT_FALSE(MoveFileA(from, scratch / "folder", true));
     EXPECT_FALSE(MoveFileA(scratch / "nowhere", to, true));

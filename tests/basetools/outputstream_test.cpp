@@ -2,16 +2,13 @@
 #include <quillmarsh/basetools/outputstream.h>
 #include <quillmarsh/basetools/sharedoutputstream.h>
 #include <quillmarsh/basetools/streamsentries.h>
+#include <quillmarsh/basetools/syncprimitives.h>
 
 #include <gtest/gtest.h>
 
-#include <atomic>
 #include <iomanip>
-#include <map>
-#include <mutex>
 #include <sstream>
 #include <thread>
-#include <vector>
 
 namespace quillmarsh
 {
@@ -169,68 +166,41 @@ TEST(ControlledOutputStream, TargetThatThrowsLeavesTheOthersWorking)
     out.RemoveOutputTarget(broken);
 }
 
-/// Counts equal texts with their types: "0:text".
-class TextCounter : public TextSink
+/// Keeps the texts with their types, as "0:text|".
+class TextLog : public TextSink
 {
 public:
     void OnText(std::string_view text, unsigned int type) override
     {
-        std::scoped_lock const lock(lock_);
-        ++counts_[std::to_string(type) + ":" + string(text)];
+        texts += std::to_string(type) + ":" + string(text) + "|";
     }
 
-    std::map<string, unsigned int> Take()
-    {
-        std::scoped_lock const lock(lock_);
-        return std::exchange(counts_, {});
-    }
-
-private:
-    std::mutex lock_;
-    std::map<string, unsigned int> counts_;
+    string texts;
 };
 
 TEST(SharedOutputStream, EachThreadHasItsFormatAndItsType)
 {
-    TextCounter sink;
-    auto shared = std::make_unique<SharedOutputStream>(sink);
+    TextLog log;
+    auto shared = std::make_unique<SharedOutputStream>(log);
     EXPECT_EQ(&shared->GetThreadStream(), shared.get());
-    shared->width(20);
-    *shared << std::hex;
-    std::vector<std::thread> threads;
-    std::atomic<int> numPrinting{0};
-    std::atomic<bool> isGone{false};
-    for (int i = 0; i < 4; ++i)
-    {
-        threads.emplace_back(
-            [&, i]
-            {
-                OutputStream &out = shared->GetThreadStream();
-                EXPECT_NE(&out, shared.get());
-                EXPECT_EQ(&out, &shared->GetThreadStream());
-                for (int line = 0; line < 100; ++line)
-                    out << SetOutputTypeEffector(static_cast<unsigned int>(i)) << std::setw(i + 3) << 31 << ' '
-                        << (i % 2 == 0 ? std::hex : std::dec) << 31 << std::dec << '\n';
-                out << "no end";
-                ++numPrinting;
-                while (!isGone)
-                    std::this_thread::yield();
-            });
-    }
-    for (int line = 0; line < 100; ++line)
-        *shared << std::setw(2) << 31 << '\n';
-    while (numPrinting < 4)
-        std::this_thread::yield();
-    std::map<string, unsigned int> const lines = {
-        {"0: 31 1f\n", 100}, {"0:1f\n", 100}, {"1:  31 31\n", 100}, {"2:   31 1f\n", 100}, {"3:    31 31\n", 100}};
-    EXPECT_EQ(sink.Take(), lines);
-    *shared << "rest";
+    *shared << std::hex << std::setw(6);
+    Event hasPrinted, isGone;
+    std::thread thread(
+        [&]
+        {
+            OutputStream &out = shared->GetThreadStream();
+            EXPECT_TRUE(&out != shared.get() && &out == &shared->GetThreadStream());
+            out << e_error << std::setw(4) << 31 << ' ' << 31 << "\nno end";
+            hasPrinted.Set();
+            // The stream of this thread ends after the stream that it belongs to.
+            isGone.WaitInfinite();
+        });
+    hasPrinted.WaitInfinite();
+    *shared << 31 << "\nrest";
     shared.reset();
-    EXPECT_EQ(sink.Take(), (std::map<string, unsigned int>{{"0:rest", 1}}));
-    // The streams of these threads end after the stream that they belonged to.
-    isGone = true;
-    for (std::thread &thread : threads)
-        thread.join();
+    isGone.Set();
+    thread.join();
+    EXPECT_EQ(log.texts, "2:  31 31\n|0:    1f\n|0:rest|");
 }
 
 } // namespace

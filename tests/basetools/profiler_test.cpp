@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <sstream>
 
 namespace quillmarsh
@@ -14,20 +15,17 @@ namespace
 
 using tests::ScriptedDialogs;
 
-struct Values
-{
-    double min, avg, max;
-};
-
 struct Stats
 {
     explicit Stats(ProfilerNode const &node)
     {
-        node.GetStats(minEntries, avgEntries, maxEntries, node_.min, node_.avg, node_.max, branch.min, branch.avg,
-                      branch.max, percent.min, percent.avg, percent.max);
+        auto &[least, mean, most] = entries;
+        node.GetStats(least, mean, most, own[0], own[1], own[2], branch[0], branch[1], branch[2], percent[0],
+                      percent[1], percent[2]);
     }
-    unsigned int minEntries, avgEntries, maxEntries;
-    Values node_, branch, percent;
+    std::array<unsigned int, 3> entries;
+    /// Least, mean and greatest values.
+    double own[3], branch[3], percent[3];
 };
 
 void Spend(double seconds)
@@ -74,19 +72,19 @@ TEST(Profiler, TimesAddUpOverTheTree)
 
     Stats const statsRoot(root), statsA(*root.FindChild("a")), statsB(*b), statsC(*root.FindChild("c"));
     // The node did not exist in the first iteration, so it does not count that one.
-    EXPECT_EQ(std::tuple(statsB.minEntries, statsB.avgEntries, statsB.maxEntries), std::tuple(2, 2, 4));
-    EXPECT_GE(statsB.node_.min, 4e-5);
-    EXPECT_DOUBLE_EQ(statsB.branch.avg, statsB.node_.avg);
-    EXPECT_DOUBLE_EQ(statsA.branch.max, statsA.node_.max + statsB.node_.max);
-    EXPECT_LT(statsA.node_.avg, statsA.branch.avg);
-    EXPECT_NEAR(statsRoot.branch.avg, profiler.GetElapsedSeconds() / 4, 1e-9);
-    EXPECT_NEAR(statsRoot.percent.avg + statsA.percent.avg + statsB.percent.avg + statsC.percent.avg, 100, 1e-6);
+    EXPECT_EQ(statsB.entries, (std::array{2u, 2u, 4u}));
+    EXPECT_GE(statsB.own[0], 4e-5);
+    EXPECT_DOUBLE_EQ(statsB.branch[1], statsB.own[1]);
+    EXPECT_DOUBLE_EQ(statsA.branch[2], statsA.own[2] + statsB.own[2]);
+    EXPECT_LT(statsA.own[1], statsA.branch[1]);
+    EXPECT_NEAR(statsRoot.branch[1], profiler.GetElapsedSeconds() / 4, 1e-9);
+    EXPECT_NEAR(statsRoot.percent[1] + statsA.percent[1] + statsB.percent[1] + statsC.percent[1], 100, 1e-6);
 
-    Values rate;
-    profiler.CalcIterationRate(rate.min, rate.avg, rate.max);
-    EXPECT_DOUBLE_EQ(rate.min, 1 / statsRoot.branch.max);
-    EXPECT_DOUBLE_EQ(rate.avg, 1 / statsRoot.branch.avg);
-    EXPECT_DOUBLE_EQ(rate.max, 1 / statsRoot.branch.min);
+    double least = 0, mean = 0, most = 0;
+    profiler.CalcIterationRate(least, mean, most);
+    EXPECT_DOUBLE_EQ(least, 1 / statsRoot.branch[2]);
+    EXPECT_DOUBLE_EQ(mean, 1 / statsRoot.branch[1]);
+    EXPECT_DOUBLE_EQ(most, 1 / statsRoot.branch[0]);
 }
 
 TEST(Profiler, FirstIterationsAreThrownAwayOnce)

@@ -51,33 +51,25 @@ TEST_F(VariableProxyTest, TextGoesBothWaysForEachType)
     float real = 0;
     double wideReal = 0;
     string text;
-    VariableProxyVoidPointer const pointerProxy(&pointer);
-    VariableProxyBool const boolProxy(&boolean);
-    VariableProxyInt const intProxy(&integer);
-    VariableProxyUInt const uIntProxy(&uInteger);
-    VariableProxyFloat const floatProxy(&real);
-    VariableProxyDouble const doubleProxy(&wideReal);
-    VariableProxyString const stringProxy(&text);
-    VariableProxyRangeCheckedDouble const rangeProxy(&wideReal, -0.5, 1);
-
-    string const bytes("a b\0\xff ", 6);
-    std::tuple<VariableProxy const &, string, char const *> const cases[] = {
-        {pointerProxy, "0x1f00", "void*"}, {boolProxy, "true", "bool"},    {intProxy, "-7", "int"},
-        {uIntProxy, "7", "unsigned int"},  {floatProxy, "0.25", "float"},  {doubleProxy, "1e+100", "double"},
-        {stringProxy, bytes, "string"},    {rangeProxy, "0.75", "double"},
-    };
-    for (auto const &[proxy, value, typeName] : cases)
+    auto const check =
+        [](VariableProxy const &proxy, string const &value, char const *typeName, string const &range = "")
     {
         AutoPtr<VariableProxy> const clone(proxy.Clone());
         VariableProxy const &cloned = *clone;
         EXPECT_EQ(typeid(cloned), typeid(proxy));
         clone->SetValueFromString(value);
         EXPECT_EQ(proxy.GetValueString(), value);
-        EXPECT_EQ(proxy.GetTargetTypeName(), typeName);
-    }
-    EXPECT_EQ(intProxy.GetTargetObjectName(), FormatObjectName("int", &integer));
-    EXPECT_EQ(intProxy.GetTargetRestrictions(), "");
-    EXPECT_EQ(rangeProxy.GetTargetRestrictions(), "range=[-0.5, 1]");
+        EXPECT_EQ(proxy.GetTargetTypeName() + proxy.GetTargetRestrictions(), typeName + range);
+    };
+    check(VariableProxyVoidPointer(&pointer), "0x1f00", "void*");
+    check(VariableProxyBool(&boolean), "true", "bool");
+    check(VariableProxyInt(&integer), "-7", "int");
+    check(VariableProxyUInt(&uInteger), "7", "unsigned int");
+    check(VariableProxyFloat(&real), "0.25", "float");
+    check(VariableProxyDouble(&wideReal), "1e+100", "double");
+    check(VariableProxyString(&text), string("a b\0\xff ", 6), "string");
+    check(VariableProxyRangeCheckedDouble(&wideReal, -0.5, 1), "0.75", "double", "range=[-0.5, 1]");
+    EXPECT_EQ(VariableProxyInt(&integer).GetTargetObjectName(), FormatObjectName("int", &integer));
 }
 
 TEST_F(VariableProxyTest, WithoutAVariableNothingHappens)

@@ -99,9 +99,8 @@ TEST_F(FrameworkCommands, VarShowsAndSetsVariables)
     registry.RegisterVariable(VariableProxyFloat(&speedUp, "speed-up"));
     registry.RegisterVariable(VariableProxyBool(&secret, "secret", "", true));
     string const all = "secret = false\nspeed = 5\nspeed-up = 1.5\ntrue";
-    EXPECT_EQ(Run("var"), all);
-    EXPECT_EQ(Run("var -i speed"), all);
-    EXPECT_EQ(Run("var s"), all);
+    for (char const *const line : {"var", "var -i speed", "var s"})
+        EXPECT_EQ(Run(line), all) << line;
     EXPECT_EQ(Run("var spee 7"), "speed = 5\nspeed-up = 1.5\ntrue");
     EXPECT_EQ(Run("var speed"), "speed = 5\ntrue");
     EXPECT_EQ(Run("var x"), "true");
