@@ -1,4 +1,5 @@
-#include "tests/support/host_terminal_linux.h"
+#include "tests/support/host_process.h"
+#include "tests/support/terminal_linux.h"
 #include "tests/support/waiting.h"
 
 #include <gtest/gtest.h>
@@ -7,6 +8,11 @@ namespace quillmarsh::tests
 {
 namespace
 {
+
+struct HostTerminal : Terminal
+{
+    explicit HostTerminal(std::vector<string> const &arguments = {}) : Terminal(QUILLMARSH_TEST_HOST, arguments) {}
+};
 
 constexpr char s_up[] = "\033[A";
 

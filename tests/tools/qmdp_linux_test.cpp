@@ -1,6 +1,7 @@
 #include "tests/support/package_bytes.h"
 #include "tests/support/process.h"
 #include "tests/support/scratch_directory.h"
+#include "tests/support/terminal_linux.h"
 #include "tests/support/waiting.h"
 
 #include <gtest/gtest.h>
@@ -8,7 +9,6 @@
 #include <cstring>
 #include <filesystem>
 
-#include <pty.h>
 #include <sys/stat.h>
 
 namespace quillmarsh::tests
@@ -372,17 +372,10 @@ TEST_F(Qmdp, InterruptedSavingLeavesNothingAndTellsTheSignal)
 TEST_F(Qmdp, ControlCharactersReachNoTerminal)
 {
     string const name = directory_.Write("a\x1B[31m\xC2\x9B\x7F", SmallImage());
-    int terminal = -1;
-    pid_t const process = forkpty(&terminal, nullptr, nullptr, nullptr);
-    if (process == 0)
-        Execute("/bin/sh", {"-c", "\"$0\" verify \"$1\"; \"$0\" info \"$1\" --json; \"$0\" info \"$1\" \"$1-\"",
-                            QUILLMARSH_TEST_QMDP, name});
-    string shown;
-    char bytes[256];
-    for (ssize_t count; (count = read(terminal, bytes, sizeof(bytes))) > 0;)
-        shown.append(bytes, static_cast<std::size_t>(count));
-    WaitForExit(process);
-    close(terminal);
+    Terminal terminal("/bin/sh", {"-c", "\"$0\" verify \"$1\"; \"$0\" info \"$1\" --json; \"$0\" info \"$1\" \"$1-\"",
+                                  QUILLMARSH_TEST_QMDP, name});
+    terminal.Wait();
+    string shown = terminal.GetShown();
     // The line that shows the progress has one sequence of its own.
     for (std::size_t at; (at = shown.find("\x1B[K")) != string::npos;)
         shown.erase(at, 3);

@@ -1,8 +1,8 @@
-// Runs the host in a terminal.
-#ifndef QUILLMARSH_TESTS_SUPPORT_HOST_TERMINAL_LINUX_H
-#define QUILLMARSH_TESTS_SUPPORT_HOST_TERMINAL_LINUX_H
+// Runs a program in a terminal.
+#ifndef QUILLMARSH_TESTS_SUPPORT_TERMINAL_LINUX_H
+#define QUILLMARSH_TESTS_SUPPORT_TERMINAL_LINUX_H
 
-#include "tests/support/host_process.h"
+#include "tests/support/process.h"
 
 #include <algorithm>
 #include <chrono>
@@ -16,11 +16,11 @@
 namespace quillmarsh::tests
 {
 
-/// A host in a terminal with 80 columns.
-class HostTerminal
+/// A program in a terminal with 80 columns.
+class Terminal
 {
 public:
-    explicit HostTerminal(std::vector<string> const &arguments = {})
+    explicit Terminal(string const &program, std::vector<string> const &arguments = {})
     {
         winsize size{24, 80, 0, 0};
         process_ = forkpty(&terminal_, nullptr, nullptr, &size);
@@ -28,10 +28,10 @@ public:
         {
             setenv("TERM", "xterm", 1);
             setenv("HOME", "/nonexistent", 1);
-            Execute(QUILLMARSH_TEST_HOST, arguments);
+            Execute(program, arguments);
         }
     }
-    ~HostTerminal()
+    ~Terminal()
     {
         if (process_ > 0)
         {
@@ -40,7 +40,7 @@ public:
         }
         close(terminal_);
     }
-    HostTerminal(HostTerminal const &) = delete;
+    Terminal(Terminal const &) = delete;
 
     void Send(string const &keys) { static_cast<void>(!write(terminal_, keys.data(), keys.size())); }
     /// Sends keys, and waits for texts one after another.
