@@ -55,29 +55,25 @@ TEST(FileSystem, NamesAreUnicode)
 
 TEST(FileSystem, FullNamesGetTheLongPathPrefix)
 {
-    struct Conversion
-    {
-        string name;
-        string converted;
+    std::pair<string, char const *> const conversions[] = {
+        {"c:/dir\\.\\sub\\..\\file", "\\\\?\\c:\\dir\\file"},
+        {"c:\\dir\\file. .", "\\\\?\\c:\\dir\\file"},
+        {"\\\\?\\nul", ""},
+        {"\\\\server\\share\\file", "\\\\?\\UNC\\server\\share\\file"},
+        {"\\\\?\\c:\\dir\\..\\nul.", "\\\\?\\c:\\dir\\..\\nul."},
+        {"\\\\?\\UNC\\server\\share\\file", "\\\\?\\UNC\\server\\share\\file"},
+        {"\\\\.\\pipe\\name", ""},
+        {"c:\\dir\\nul.txt", ""},
+        {"", ""},
+        {"a\xff", ""},
     };
-    for (Conversion const &conversion : {
-             Conversion{"c:/dir\\.\\sub\\..\\file", "\\\\?\\c:\\dir\\file"},
-             {"c:\\dir\\file. .", "\\\\?\\c:\\dir\\file"},
-             {"\\\\?\\nul", ""},
-             {"\\\\server\\share\\file", "\\\\?\\UNC\\server\\share\\file"},
-             {"\\\\?\\c:\\dir\\..\\nul.", "\\\\?\\c:\\dir\\..\\nul."},
-             {"\\\\?\\UNC\\server\\share\\file", "\\\\?\\UNC\\server\\share\\file"},
-             {"\\\\.\\pipe\\name", ""},
-             {"c:\\dir\\nul.txt", ""},
-             {"", ""},
-             {"a\xff", ""},
-         })
+    for (auto const &[name, converted] : conversions)
     {
         wstring path;
         string text;
-        EXPECT_EQ(platform::MakeSystemPath(conversion.name, path), !conversion.converted.empty()) << conversion.name;
+        EXPECT_EQ(platform::MakeSystemPath(name, path), *converted != 0) << name;
         UnicodeToAscii(path, text);
-        EXPECT_EQ(text, conversion.converted);
+        EXPECT_EQ(text, converted);
     }
     EXPECT_EQ(GetStreamPath("\\\\server\\share\\file"), L"\\\\server\\share\\file");
     EXPECT_EQ(GetStreamPath("c:\\a/b"), L"c:\\a\\b");

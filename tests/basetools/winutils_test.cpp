@@ -21,14 +21,9 @@ TEST(UID, PrintsFourWordsInUpperCaseHexadecimal)
 TEST(UID, ComparesEveryWord)
 {
     unsigned int const words[] = {1, 2, 3, 4};
-    UID const uid(words);
-    EXPECT_TRUE(uid == UID(1, 2, 3, 4));
-    for (unsigned int i = 0; i < 4; ++i)
-    {
-        UID other = uid;
-        other[i] += 1;
-        EXPECT_TRUE(uid != other);
-    }
+    EXPECT_TRUE(UID(words) == UID(1, 2, 3, 4));
+    for (UID const &other : {UID(9, 2, 3, 4), UID(1, 9, 3, 4), UID(1, 2, 9, 4), UID(1, 2, 3, 9)})
+        EXPECT_TRUE(UID(words) != other) << other;
 }
 
 TEST(UID, StreamsItsWordsInTheByteOrderOfTheStream)

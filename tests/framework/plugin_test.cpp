@@ -80,13 +80,12 @@ TEST(PluginDescriptor, ForcesTypeAndPassesItsIdentityOn)
 TEST(Plugin, HasNoIdentityByItself)
 {
     tests::ScriptedDialogs dialogs;
-    TestDescriptor descriptor;
-    AutoPtr<Plugin> const plugin(descriptor.CreatePlugin());
+    TestExtension plugin;
     PluginInfo info;
-    plugin->SetPluginInfo(&info);
-    EXPECT_EQ(&info, &plugin->GetPluginInfo());
-    plugin->SetPluginInfo(nullptr);
-    plugin->GetPluginInfo();
+    plugin.SetPluginInfo(&info);
+    EXPECT_EQ(&info, &plugin.GetPluginInfo());
+    plugin.SetPluginInfo(nullptr);
+    plugin.GetPluginInfo();
     EXPECT_EQ(std::vector<string>{"Plugin-info not available."}, dialogs.TakeTexts());
 }
 
