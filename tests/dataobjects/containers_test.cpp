@@ -201,11 +201,7 @@ TEST(Containers, AssertPastTheirEndAndReturnNothing)
     constexpr unsigned int far = 0xFFFFFFFF;
     string const sample = "Sample-index out of range.", layer = "Layer-index out of range.";
     string const row = "Row-index out of range.", column = "Column-index out of range.";
-    struct
-    {
-        std::function<unsigned char const *()> access;
-        Texts texts;
-    } const misuses[] = {
+    std::pair<std::function<unsigned char const *()>, Texts> const misuses[] = {
         {[&] { return signal.SampleB(4); }, {sample}},
         {[&] { return signal.SampleB(far); }, {sample}},
         {[&] { return noSignal.SampleB(0); }, {"Accessing 0-size signal.", sample}},
@@ -219,8 +215,8 @@ TEST(Containers, AssertPastTheirEndAndReturnNothing)
     };
     for (auto const &misuse : misuses)
     {
-        EXPECT_EQ(misuse.access(), nullptr) << &misuse - misuses;
-        EXPECT_EQ(dialogs.TakeTexts(), misuse.texts) << &misuse - misuses;
+        EXPECT_EQ(misuse.first(), nullptr) << &misuse - misuses;
+        EXPECT_EQ(dialogs.TakeTexts(), misuse.second) << &misuse - misuses;
     }
     for (Sample24 *const spare : {&signal.Sample(far), &image.Sample(0, 3), &volume.Sample(2, 0, 0)})
     {

@@ -98,13 +98,7 @@ TEST_F(DataFileTest, FailuresNameFileAndReason)
         return [&, file, dimensions]
         { SaveFile(SampledData(e_format_L8, dimensions), file, *FindFileType(file), settings); };
     };
-    struct Case
-    {
-        std::function<void()> work;
-        string message;
-        eCodecFailure kind;
-    };
-    Case const cases[] = {
+    std::tuple<std::function<void()>, string, eCodecFailure> const cases[] = {
         {load(directory_ / "no.png"), directory_ / "no.png: cannot be opened: ", eCodecFailure::e_notFound},
         {load(directory_ / "no.qmdp"), directory_ / "no.qmdp: cannot be opened: ", eCodecFailure::e_notFound},
         {load(cut), cut + ": byte 0: opening magic-sequence: the file ends", eCodecFailure::e_damaged},
@@ -118,17 +112,17 @@ TEST_F(DataFileTest, FailuresNameFileAndReason)
     EXPECT_EQ(MessageOf<DataException>(load(image)),
               image + ": 1 rows of 2 pixels are more than the limit of 1 pixels");
     image_limits::SetMaxPixels(image_limits::s_defaultMaxPixels);
-    for (Case const &c : cases)
+    for (auto const &[work, message, kind] : cases)
     {
         try
         {
-            c.work();
-            ADD_FAILURE() << c.message;
+            work();
+            ADD_FAILURE() << message;
         }
         catch (DataException const &thrown)
         {
-            EXPECT_EQ(thrown.GetMessage().find(c.message), 0u) << thrown.GetMessage();
-            EXPECT_EQ(thrown.GetFailure().kind, c.kind) << c.message;
+            EXPECT_EQ(thrown.GetMessage().find(message), 0u) << thrown.GetMessage();
+            EXPECT_EQ(thrown.GetFailure().kind, kind) << message;
         }
     }
 }

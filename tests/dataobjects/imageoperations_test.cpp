@@ -30,22 +30,18 @@ TEST(VolumeOperations, FlipEachAxis)
             auto const format = sample_formats::UnknownSampleFormat(size);
             AutoPtr<VolumeBase> const original(ManufactureVolume(format, layers, rows, columns));
             CountUp(*original);
-            struct
-            {
-                void (*flip)(VolumeBase &);
-                bool layers, rows, columns;
-            } const flips[] = {
+            std::tuple<void (*)(VolumeBase &), bool, bool, bool> const flips[] = {
                 {FlipLayers, true, false, false}, {FlipRows, false, true, false}, {FlipColumns, false, false, true}};
-            for (auto const &f : flips)
+            for (auto const &[flip, hasLayers, hasRows, hasColumns] : flips)
             {
                 AutoPtr<VolumeBase> const volume(CloneVolume(*original));
-                f.flip(*volume);
+                flip(*volume);
                 Bytes expected;
                 for (unsigned int i = 0; i < volume->GetNumSamples(); ++i)
                 {
                     unsigned int const l = i / (rows * columns), r = i / columns % rows, c = i % columns;
                     unsigned char const *const sample = original->SampleB(
-                        f.layers ? layers - 1 - l : l, f.rows ? rows - 1 - r : r, f.columns ? columns - 1 - c : c);
+                        hasLayers ? layers - 1 - l : l, hasRows ? rows - 1 - r : r, hasColumns ? columns - 1 - c : c);
                     expected.insert(expected.end(), sample, sample + size);
                 }
                 EXPECT_EQ(BytesOf(*volume), expected) << size << ", " << columns << " columns";

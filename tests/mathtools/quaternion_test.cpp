@@ -86,25 +86,20 @@ TEST(Quaternion, WithoutATurnTheAxisIsZ)
 TEST(Quaternion, FromMatrixTakesTheEarlierBranchOnATie)
 {
     // Half turns have trace -1; in the last, X and Y tie, and so on.
-    struct HalfTurn
-    {
-        vec3 axis;
-        quat expected;
-    };
     float const half = std::sqrt(0.5f);
-    HalfTurn const turns[] = {
+    std::pair<vec3, quat> const turns[] = {
         {vec3::UNIT_X, {1.0f, 0.0f, 0.0f, 0.0f}},         {vec3::UNIT_Y, {0.0f, 1.0f, 0.0f, 0.0f}},
         {vec3::UNIT_Z, {0.0f, 0.0f, 1.0f, 0.0f}},         {{half, -half, 0.0f}, {half, -half, 0.0f, 0.0f}},
         {{0.0f, half, -half}, {0.0f, half, -half, 0.0f}}, {{-half, 0.0f, half}, {half, 0.0f, -half, 0.0f}}};
-    for (HalfTurn const &turn : turns)
+    for (auto const &[axis, expected] : turns)
     {
         // Exact except for the axis: twice the dyadic product, minus the identity.
-        auto const row = [&](float component, vec3 const &unit)
-        { return (turn.axis * (2.0f * component)).NoiseFiltered() - unit; };
-        mat3 m(row(turn.axis.x, vec3::UNIT_X), row(turn.axis.y, vec3::UNIT_Y), row(turn.axis.z, vec3::UNIT_Z));
+        auto const row = [&halfAxis = axis](float component, vec3 const &unit)
+        { return (halfAxis * (2.0f * component)).NoiseFiltered() - unit; };
+        mat3 m(row(axis.x, vec3::UNIT_X), row(axis.y, vec3::UNIT_Y), row(axis.z, vec3::UNIT_Z));
         m.NoiseFilter();
-        EXPECT_TRUE(IsNear(quat().FromRotationMatrixMV(m), turn.expected));
-        EXPECT_TRUE(IsNear(quat().FromRotationMatrixMV(mat4(m)), turn.expected));
+        EXPECT_TRUE(IsNear(quat().FromRotationMatrixMV(m), expected));
+        EXPECT_TRUE(IsNear(quat().FromRotationMatrixMV(mat4(m)), expected));
     }
 }
 

@@ -325,15 +325,8 @@ TEST_F(InputDesktopKeys, KeysHaveEdgesAndTapsAndNeedTheFocus)
 TEST_F(InputDesktopKeys, CharactersAreThoseThatTheLayoutTyped)
 {
     auto &keyboard = Get<Keyboard>(0);
-    struct
-    {
-        SDL_Scancode scancode;
-        eKey key;
-        SDL_Scancode modifier;
-        Uint16 modifiers;
-        char const *text;
-        int character;
-    } const cases[] = {
+    // Key, modifier that goes down before it, text, and the character of the key.
+    std::tuple<SDL_Scancode, eKey, SDL_Scancode, Uint16, char const *, int> const cases[] = {
         {SDL_SCANCODE_A, e_key_a, SDL_SCANCODE_UNKNOWN, 0, "a", 'a'},
         {SDL_SCANCODE_A, e_key_a, SDL_SCANCODE_RSHIFT, KMOD_RSHIFT, "A", 'A'},
         {SDL_SCANCODE_A, e_key_a, SDL_SCANCODE_UNKNOWN, KMOD_CAPS, "A", 'A'},
@@ -350,17 +343,17 @@ TEST_F(InputDesktopKeys, CharactersAreThoseThatTheLayoutTyped)
         char character = 0;
         return keyboard.MapKeyToCharacter(key, character) ? static_cast<unsigned char>(character) : 0;
     };
-    for (auto const &c : cases)
+    for (auto const &[scancode, key, modifier, modifiers, text, character] : cases)
     {
         for (bool const isDown : {true, false})
         {
-            if (c.modifier != SDL_SCANCODE_UNKNOWN)
-                Key(c.modifier, isDown, "", c.modifiers);
-            Key(c.scancode, isDown, isDown ? c.text : "", c.modifiers);
+            if (modifier != SDL_SCANCODE_UNKNOWN)
+                Key(modifier, isDown, "", modifiers);
+            Key(scancode, isDown, isDown ? text : "", modifiers);
         }
         // All these events came between two frames.
         Frame();
-        EXPECT_EQ(c.character, find(c.key)) << SDL_GetScancodeName(c.scancode) << c.text;
+        EXPECT_EQ(character, find(key)) << SDL_GetScancodeName(scancode) << text;
         Frame();
     }
     // Before a key was typed, its character is known only without modifiers, and for letters.

@@ -27,10 +27,7 @@ TEST(OpenHMD, ConvertsItsAxes)
 {
     float const sine = std::sin(0.5f), cosine = std::cos(0.5f);
     // Right-handed turns about axes to the right, up, and backwards.
-    struct
-    {
-        vec3 ahead, up;
-    } const turned[] = {
+    std::pair<vec3, vec3> const aheadAndUp[] = {
         {{0, sine, cosine}, {0, cosine, -sine}}, {{sine, 0, cosine}, {0, 1, 0}}, {{0, 0, 1}, {sine, cosine, 0}}};
 
     LoadedDriver loaded(QUILLMARSH_TEST_input_openhmd);
@@ -45,8 +42,8 @@ TEST(OpenHMD, ConvertsItsAxes)
         for (int i = 0; i < 50; ++i)
             ASSERT_TRUE(device->SetHIDParameter(NamedParameter("sensors", static_cast<void *>(sensors))));
         mat3 const axes = SampleAxes(*device);
-        EXPECT_TRUE(IsNear(axes.Column2(), turned[axis].ahead, 1e-4f)) << axis;
-        EXPECT_TRUE(IsNear(axes.Column1(), turned[axis].up, 1e-4f)) << axis;
+        EXPECT_TRUE(IsNear(axes.Column2(), aheadAndUp[axis].first, 1e-4f)) << axis;
+        EXPECT_TRUE(IsNear(axes.Column1(), aheadAndUp[axis].second, 1e-4f)) << axis;
         EXPECT_TRUE(GetOrientationTracker(*device).ResetOrientation());
         EXPECT_TRUE(IsNear(SampleAxes(*device), mat3::IDENTITY, 1e-4f));
 

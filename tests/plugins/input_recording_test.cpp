@@ -104,23 +104,22 @@ TEST(Recording, PlaysOnceOrOverAndOver)
                                       "0.5 mouse wheel=2\r\n"
                                       "1 mouse wheel=4 buttons=none position=7,8\r\n"
                                       "2 end");
-    struct
-    {
-        double time;
-        float wheel, button, x;
-    } const once[] = {{0.25, 0, 0, 0}, {0.5, 3, 1, 0}, {0.75, 0, 1, 0}, {9, 4, 0, 7}, {10, 0, 0, 7}},
-            looped[] = {{0.75, 3, 1, 0}, {2.25, 4, 0, 0}, {2.5, 3, 1, 0},
-                        {6.75, 7, 1, 0}, {7.25, 4, 0, 7}, {8, 0, 0, 0}};
+    // Time, wheel, button, position.
+    std::tuple<double, float, float, float> const once[] = {{0.25, 0, 0, 0},
+                                                            {0.5, 3, 1, 0},
+                                                            {0.75, 0, 1, 0},
+                                                            {9, 4, 0, 7},
+                                                            {10, 0, 0, 7}},
+                                                  looped[] = {{0.75, 3, 1, 0}, {2.25, 4, 0, 0}, {2.5, 3, 1, 0},
+                                                              {6.75, 7, 1, 0}, {7.25, 4, 0, 7}, {8, 0, 0, 0}};
     auto const play = [&](auto const &steps, bool isLooped)
     {
         RecordingPlayer player(recording, isLooped);
-        for (auto const &step : steps)
+        for (auto const &[time, wheel, button, x] : steps)
         {
-            player.AdvanceTo(step.time);
+            player.AdvanceTo(time);
             std::span<float const> const state = player.GetState(0);
-            EXPECT_EQ(state[2], step.wheel) << "wheel at " << step.time;
-            EXPECT_EQ(state[6 + 1], step.button) << "button at " << step.time;
-            EXPECT_EQ(state[3], step.x) << "position at " << step.time;
+            EXPECT_EQ(std::tuple(state[2], state[6 + 1], state[3]), std::tuple(wheel, button, x)) << "at " << time;
             player.ClearMovements();
         }
     };
@@ -299,21 +298,18 @@ TEST(PlayedDevice, LoopsAndContinuesAfterAPause)
                                                                    "0.5 mouse wheel=1 position=1,0\n"
                                                                    "1.5 mouse wheel=2 position=2,0\n"
                                                                    "2 end\n"));
-    struct
-    {
-        double time;
-        int wheel, x;
-    } const looped[] = {{0, 0, 0}, {0.25, 1, 1}, {0.75, 2, 2}, {1, 0, 0}, {1.3, 1, 1}, {100.1, 2, 0}, {100.3, 1, 1}},
-            once[] = {{0.25, 1, 1}, {100, 2, 2}, {200, 0, 2}};
+    // Time, wheel, position.
+    std::tuple<double, int, int> const looped[] = {{0, 0, 0},   {0.25, 1, 1},  {0.75, 2, 2}, {1, 0, 0},
+                                                   {1.3, 1, 1}, {100.1, 2, 0}, {100.3, 1, 1}},
+                                       once[] = {{0.25, 1, 1}, {100, 2, 2}, {200, 0, 2}};
     auto const play = [&](auto const &steps, bool isLooped)
     {
         PlayedDevice device({"r.txt", recording, 2, isLooped});
         auto const &mouse = dynamic_cast<Mouse &>(*device.FindController("Mouse"));
-        for (auto const &step : steps)
+        for (auto const &[time, wheel, x] : steps)
         {
-            device.SampleAt(step.time);
-            EXPECT_EQ(std::pair(mouse.GetDeltaWheel(), mouse.GetPositionX()), std::pair(step.wheel, step.x))
-                << step.time;
+            device.SampleAt(time);
+            EXPECT_EQ(std::pair(mouse.GetDeltaWheel(), mouse.GetPositionX()), std::pair(wheel, x)) << time;
         }
     };
     play(looped, true);

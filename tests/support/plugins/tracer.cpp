@@ -118,11 +118,7 @@ class TracerApplication : public Application
     void Initialize() override
     {
         Trace("Initialize");
-        struct
-        {
-            char const *name;
-            Call call;
-        } const commands[] = {
+        std::pair<char const *, Call> const commands[] = {
             {"talk", [this](CommandLineParser const &parser) { Talk(talker_, parser); }},
             {"ask", &AskKernel},
             {"again", &RunAgain},
