@@ -19,12 +19,6 @@ bool Contains(string const &text, string const &part)
     return text.find(part) != string::npos;
 }
 
-string ReadSource(string const &name)
-{
-    std::ifstream file(QUILLMARSH_TEST_SOURCES + name);
-    return {std::istreambuf_iterator<char>(file), {}};
-}
-
 /// Returns the hooks that the tracer recorded, joined by ";", with each complete frame as "frame".
 string RunTracer(std::vector<std::pair<string, string>> settings, HostResult &result, string const &input = "",
                  std::vector<string> arguments = {"--frames", "2"})
@@ -293,7 +287,8 @@ TEST(Host, DocumentationShowsTheSourcesThatAreBuilt)
     for (auto const &[page, source] : {std::pair("docs/writing-a-plugin.md", "plugins/template/template.cpp"),
                                        std::pair("docs/writing-a-driver.md", "examples/driver/driftmouse.cpp")})
     {
-        string const text = ReadSource(page), code = ReadSource(source);
+        string const text = ReadFile(string(QUILLMARSH_TEST_SOURCES) + page),
+                     code = ReadFile(string(QUILLMARSH_TEST_SOURCES) + source);
         EXPECT_FALSE(code.empty());
         EXPECT_TRUE(Contains(text, "```cpp\n" + code + "```")) << page;
     }

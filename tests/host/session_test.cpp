@@ -190,8 +190,7 @@ TEST(Session, RefusesWhatDoesNotFit)
 
 TEST(HostKernel, FrameOrderIsWhatTheDocumentationTells)
 {
-    std::ifstream file(QUILLMARSH_TEST_SOURCES "docs/ARCHITECTURE.md");
-    string const page{std::istreambuf_iterator<char>(file), {}};
+    string const page = ReadFile(QUILLMARSH_TEST_SOURCES "docs/ARCHITECTURE.md");
     std::size_t at = page.find("## The way of a frame");
     for (host::FrameStep const &step : host::HostKernel::GetFrameOrder())
     {
