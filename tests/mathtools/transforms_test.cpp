@@ -31,15 +31,14 @@ TEST(Transforms, QuarterTurnsAreRightHanded)
 }
 
 /// Checks that the four forms of a generator differ only by transposition and by the identity around the block.
-template<typename MV3, typename VM3, typename MV4, typename VM4>
-void ExpectForms(MV3 generateMV3, VM3 generateVM3, MV4 generateMV4, VM4 generateVM4)
+void ExpectForms(auto generateMV, auto generateVM)
 {
     mat3 block, transposed;
     mat4 whole, wholeTransposed;
-    generateMV3(block);
-    generateVM3(transposed);
-    generateMV4(whole);
-    generateVM4(wholeTransposed);
+    generateMV(block);
+    generateVM(transposed);
+    generateMV(whole);
+    generateVM(wholeTransposed);
     EXPECT_EQ(transposed, block.Transposed());
     EXPECT_EQ(whole, mat4(block));
     EXPECT_EQ(wholeTransposed, mat4(transposed));
@@ -49,14 +48,14 @@ TEST(Transforms, FormsDifferByTranspositionOnly)
 {
     std::mt19937 engine(2);
     vec3 const a = MakeRandom<vec3>(engine), b = MakeRandom<vec3>(engine), c = MakeRandom<vec3>(engine);
-    auto const expect = [](auto mv, auto vm) { ExpectForms(mv, vm, mv, vm); };
-    expect([](auto &m) { GenerateRotateMV(m, 20.0f, e_axisY); }, [](auto &m) { GenerateRotateVM(m, 20.0f, e_axisY); });
-    expect([&](auto &m) { GenerateRotateMV(m, 20.0f, a); }, [&](auto &m) { GenerateRotateVM(m, 20.0f, a); });
-    expect([&](auto &m) { GenerateRotateMV(m, a, b, c); }, [&](auto &m) { GenerateRotateVM(m, a, b, c); });
-    expect([](auto &m) { GenerateEulerHPR_MV(m, 1.0f, 2.0f, 3.0f); },
-           [](auto &m) { GenerateEulerHPR_VM(m, 1.0f, 2.0f, 3.0f); });
-    expect([](auto &m) { GenerateEulerPHR_MV(m, 1.0f, 2.0f, 3.0f); },
-           [](auto &m) { GenerateEulerPHR_VM(m, 1.0f, 2.0f, 3.0f); });
+    ExpectForms([](auto &m) { GenerateRotateMV(m, 20.0f, e_axisY); },
+                [](auto &m) { GenerateRotateVM(m, 20.0f, e_axisY); });
+    ExpectForms([&](auto &m) { GenerateRotateMV(m, 20.0f, a); }, [&](auto &m) { GenerateRotateVM(m, 20.0f, a); });
+    ExpectForms([&](auto &m) { GenerateRotateMV(m, a, b, c); }, [&](auto &m) { GenerateRotateVM(m, a, b, c); });
+    ExpectForms([](auto &m) { GenerateEulerHPR_MV(m, 1.0f, 2.0f, 3.0f); },
+                [](auto &m) { GenerateEulerHPR_VM(m, 1.0f, 2.0f, 3.0f); });
+    ExpectForms([](auto &m) { GenerateEulerPHR_MV(m, 1.0f, 2.0f, 3.0f); },
+                [](auto &m) { GenerateEulerPHR_VM(m, 1.0f, 2.0f, 3.0f); });
 
     mat4 axes;
     vec3 x, y, z;
