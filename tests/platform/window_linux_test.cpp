@@ -7,6 +7,7 @@
 #include "source/platform/messagequeue.h"
 #include "source/platform/threads.h"
 #include "tests/support/environment_variable.h"
+#include "tests/support/leaks.h"
 #include "tests/support/virtual_display.h"
 #include "tests/support/waiting.h"
 #include "tests/support/x11_client_linux.h"
@@ -128,6 +129,8 @@ TEST(WindowWithoutADisplay, IsRefusedAndNotOpenedWhereNobodySeesIt)
 
 TEST_F(WindowOnADisplay, ServesOpenGLWithThePixelsThatAreWanted)
 {
+    // The driver of OpenGL is loaded for a window, and loses a little each time.
+    tests::NoLeakCheck const noLeakCheck;
     string reason;
     if (Window::Open({.openGL = OpenGLPixels()}, reason) == nullptr)
         GTEST_SKIP() << "There is no driver of OpenGL: " << reason;
