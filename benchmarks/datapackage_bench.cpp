@@ -80,16 +80,19 @@ void Load(benchmark::State &state, bool lastRowFirst)
     state.SetBytesProcessed(static_cast<std::int64_t>(state.iterations() * s_byteSize));
 }
 
+/// Writes a new file and puts it in the place of the old one, as saving does.
 void BareWrite(benchmark::State &state)
 {
     ScratchFile const file;
+    string const newName = file.GetName() + ".new";
     std::vector<unsigned char> const bytes(s_byteSize, 7);
     for (auto _ : state)
     {
-        std::FILE *const out = OpenUnbuffered(file.GetName(), "wb");
+        std::FILE *const out = OpenUnbuffered(newName, "wb");
         if (std::fwrite(bytes.data(), 1, s_byteSize, out) != s_byteSize)
             state.SkipWithError("The file cannot be written.");
         std::fclose(out);
+        std::filesystem::rename(newName, file.GetName());
     }
     state.SetBytesProcessed(static_cast<std::int64_t>(state.iterations() * s_byteSize));
 }
