@@ -113,6 +113,12 @@
 #include <quillmarsh/framework/stdinternalcommands.h>
 #include <quillmarsh/framework/videorenderer.h>
 #include <quillmarsh/framework/videosubsystem.h>
+#include <quillmarsh/gui/gui_drawparams.h>
+#include <quillmarsh/gui/gui_rectangle.h>
+#include <quillmarsh/gui/gui_renderer.h>
+#include <quillmarsh/gui/gui_transform.h>
+#include <quillmarsh/gui/gui_vertices.h>
+#include <quillmarsh/gui/gui_videoresource.h>
 #include <quillmarsh/mathtools/color4b.h>
 #include <quillmarsh/mathtools/color4f.h>
 #include <quillmarsh/mathtools/componentoperations.h>
