@@ -18,7 +18,6 @@
 #include <quillmarsh/basetools/libraryinfo.h>
 #include <quillmarsh/basetools/logfilestream.h>
 #include <quillmarsh/basetools/memory.h>
-#include <quillmarsh/basetools/messageloop.h>
 #include <quillmarsh/basetools/namedparameter.h>
 #include <quillmarsh/basetools/observerlist.h>
 #include <quillmarsh/basetools/outputstream.h>
@@ -41,7 +40,8 @@
 #include <quillmarsh/basetools/uid.h>
 #include <quillmarsh/basetools/variableproxy.h>
 #include <quillmarsh/basetools/variableregistry.h>
-#include <quillmarsh/basetools/winutils.h>
+#include <quillmarsh/basetools/windows/messageloop.h>
+#include <quillmarsh/basetools/windows/winutils.h>
 #include <quillmarsh/dataobjects/codecfailure.h>
 #include <quillmarsh/dataobjects/datacodecmanager.h>
 #include <quillmarsh/dataobjects/datacodecparameters.h>

@@ -2,7 +2,7 @@
 #ifndef QUILLMARSH_SOURCE_PLATFORM_DESKTOP_H
 #define QUILLMARSH_SOURCE_PLATFORM_DESKTOP_H
 
-#include <quillmarsh/basetools/winutils.h>
+#include <quillmarsh/basetools/windows/winutils.h>
 
 namespace quillmarsh::platform
 {

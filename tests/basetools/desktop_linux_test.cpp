@@ -1,5 +1,5 @@
 #include <quillmarsh/basetools/platforminfo.h>
-#include <quillmarsh/basetools/winutils.h>
+#include <quillmarsh/basetools/windows/winutils.h>
 
 #include "tests/support/environment_variable.h"
 

@@ -1,7 +1,7 @@
 #include <quillmarsh/basetools/thread.h>
 
-#include <quillmarsh/basetools/messageloop.h>
 #include <quillmarsh/basetools/time.h>
+#include <quillmarsh/basetools/windows/messageloop.h>
 
 #include "tests/support/scripted_dialogs.h"
 #include "tests/support/waiting.h"

@@ -1,4 +1,4 @@
-#include <quillmarsh/basetools/winutils.h>
+#include <quillmarsh/basetools/windows/winutils.h>
 #include <quillmarsh/dataobjects/fontimages.h>
 
 #include "source/platform/gdiplus.h"

@@ -1,4 +1,4 @@
-#include <quillmarsh/basetools/winutils.h>
+#include <quillmarsh/basetools/windows/winutils.h>
 
 #include "source/platform/drawing.h"
 

@@ -1,5 +1,5 @@
 // A window under simulated input, on a virtual display_.
-#include <quillmarsh/basetools/messageloop.h>
+#include <quillmarsh/basetools/windows/messageloop.h>
 #include <quillmarsh/platform/clipboard.h>
 #include <quillmarsh/platform/desktopevents.h>
 #include <quillmarsh/platform/window.h>

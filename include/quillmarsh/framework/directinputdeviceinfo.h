@@ -2,7 +2,7 @@
 #ifndef QUILLMARSH_FRAMEWORK_DIRECTINPUTDEVICEINFO_H
 #define QUILLMARSH_FRAMEWORK_DIRECTINPUTDEVICEINFO_H
 
-#include <quillmarsh/basetools/winutils.h>
+#include <quillmarsh/basetools/windows/winutils.h>
 
 namespace quillmarsh
 {

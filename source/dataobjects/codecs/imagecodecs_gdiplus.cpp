@@ -2,7 +2,7 @@
 
 #include <quillmarsh/basetools/exception.h>
 #include <quillmarsh/basetools/filesystem.h>
-#include <quillmarsh/basetools/winutils.h>
+#include <quillmarsh/basetools/windows/winutils.h>
 #include <quillmarsh/dataobjects/datacodecparameters.h>
 #include <quillmarsh/dataobjects/datafiles.h>
 #include <quillmarsh/dataobjects/imagelimits.h>

@@ -2,7 +2,7 @@
 
 #include <quillmarsh/basetools/diagnostics.h>
 #include <quillmarsh/basetools/exception.h>
-#include <quillmarsh/basetools/winutils.h>
+#include <quillmarsh/basetools/windows/winutils.h>
 #include <quillmarsh/dataobjects/signaloperations.h>
 
 #include "source/dataobjects/containers/checkedsize.h"

@@ -1,4 +1,4 @@
-#include <quillmarsh/basetools/messageloop.h>
+#include <quillmarsh/basetools/windows/messageloop.h>
 
 #include "source/platform/messagequeue.h"
 

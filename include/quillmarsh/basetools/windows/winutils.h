@@ -1,9 +1,9 @@
 // Values and services of the window system that other classes use: GUIDs, points, colours, cursors, guards.
-#ifndef QUILLMARSH_BASETOOLS_WINUTILS_H
-#define QUILLMARSH_BASETOOLS_WINUTILS_H
+#ifndef QUILLMARSH_BASETOOLS_WINDOWS_WINUTILS_H
+#define QUILLMARSH_BASETOOLS_WINDOWS_WINUTILS_H
 
-#include <quillmarsh/basetools/messageloop.h>
 #include <quillmarsh/basetools/uid.h>
+#include <quillmarsh/basetools/windows/messageloop.h>
 #include <quillmarsh/mathtools/color4b.h>
 #include <quillmarsh/platform/types.h>
 
