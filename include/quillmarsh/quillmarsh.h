@@ -144,5 +144,6 @@
 #include <quillmarsh/platform/types.h>
 #include <quillmarsh/platform/widechartraits.h>
 #include <quillmarsh/platform/window.h>
+#include <quillmarsh/videorendererobjects/vro_textures.h>
 
 #endif
