@@ -22,6 +22,10 @@ using FilePtr = std::unique_ptr<std::FILE, FileCloser>;
 /// file, since a pipe could block its reader. Child processes do not inherit the file.
 FilePtr OpenPlainFile(std::filesystem::path const &name, std::uint64_t &byteSize);
 
+/// Creates an empty file without a name, for writing and reading, in the system's folder for temporary files. It is gone
+/// when it is closed. Returns null on failure.
+FilePtr OpenTemporaryFile();
+
 /// Moves to a byte of a file, counted from 0.
 bool SeekFile(std::FILE *file, std::uint64_t offset);
 

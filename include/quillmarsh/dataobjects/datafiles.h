@@ -37,6 +37,8 @@ QUILLMARSH_API bool IsPackage(FileType const &type);
 /// Returns the type of a file by the extension of its name, in upper or lower case; nothing when no type has this
 /// extension. Searches the types of the library, then those with an extension in the DataCodecManager.
 QUILLMARSH_API std::optional<FileType> FindFileType(string const &fileName);
+/// Returns the type with a name, which is its extension without the dot, in upper or lower case: "png", "qmdp.image".
+QUILLMARSH_API std::optional<FileType> FindFileTypeByName(string const &name);
 /// Returns the extensions of all types, separated by spaces.
 QUILLMARSH_API string GetExtensions();
 /// Recognises a format of the library's own codecs by the first bytes of a stream; null for any other stream. The
@@ -65,6 +67,9 @@ public:
     explicit DataFile(string const &fileName);
     /// Opens a file that must be of a type: a package type requires a package with as many dimensions as the type has.
     DataFile(string const &fileName, FileType const &type);
+    /// Does the same with a copy of the rest of a stream; `name` stands for it in messages. A `type` of null allows any
+    /// type. Decoders that need the name of a file are not asked.
+    DataFile(istream &in, string const &name, FileType const *type);
     ~DataFile();
 
     /// Returns the name of the file, as it was passed.
@@ -113,6 +118,10 @@ QUILLMARSH_API void RequireSaveable(SampledData const &data, string const &fileN
 /// failure of the exception is eCodecFailure::e_exists.
 QUILLMARSH_API void SaveFile(SampledData const &data, string const &fileName, FileType const &type,
                              SaveSettings const &settings);
+/// Writes to a stream what SaveFile() would write to a file. `name` stands for the stream in messages. Throws a
+/// DataException when the data cannot be saved as this type, and when the stream fails.
+QUILLMARSH_API void SaveToStream(SampledData const &data, ostream &out, string const &name, FileType const &type,
+                                 SaveSettings const &settings);
 /// Saves the levels of a chain as packages, "PREFIX.0.qmdp.image" and so on. Saves none when one of these files exists
 /// and must not be replaced.
 QUILLMARSH_API void SaveLevels(std::vector<SampledData> const &levels, string const &prefix,

@@ -11,7 +11,7 @@
 namespace quillmarsh::sampled_data
 {
 
-/// A plain file that is open for reading. It stays the same file even if another file gets its name. One thread at a
+/// A plain file, or the copy of a stream, that is open for reading. It stays the same file even if another file gets its name. One thread at a
 /// time.
 class QUILLMARSH_API InputFile : NoCopy
 {
@@ -19,10 +19,15 @@ public:
     /// Opens the file. Throws a DataException that names it and the reason: it does not exist, no permission, a
     /// directory, a pipe, a device.
     explicit InputFile(string const &fileName);
+    /// Copies the rest of a stream into a temporary file, which is read instead; `name` stands for it in messages.
+    /// Throws a DataException when the stream cannot be read or the copy cannot be written.
+    InputFile(istream &in, string const &name);
     ~InputFile();
 
     /// Returns the name of the file, as it was passed.
     string const &GetName() const { return name_; }
+    /// True if the file can be opened by its name; false for the copy of a stream.
+    bool IsNamed() const { return isNamed_; }
     /// Returns the size in bytes that the file had when it was opened.
     std::uint64_t GetByteSize() const { return byteSize_; }
 
@@ -38,6 +43,7 @@ private:
     class Buffer;
 
     string name_;
+    bool isNamed_;
     std::uint64_t byteSize_ = 0;
     AutoPtr<Buffer> buffer_;
     istream stream_;

@@ -358,7 +358,9 @@ void *DataCodecManager::LoadData(unsigned int category, sampled_data::InputFile 
                    [&](DataDecoder &decoder)
                    {
                        auto *const opened = dynamic_cast<OpenFileDecoder *>(&decoder);
-                       return opened ? opened->LoadOpened(file, used) : decoder.LoadData(file.GetName(), used);
+                       if (opened)
+                           return opened->LoadOpened(file, used);
+                       return file.IsNamed() ? decoder.LoadData(file.GetName(), used) : nullptr;
                    });
 }
 

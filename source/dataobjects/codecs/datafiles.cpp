@@ -1,13 +1,17 @@
 #include <quillmarsh/dataobjects/datafiles.h>
 
+#include <quillmarsh/basetools/filesystem.h>
 #include <quillmarsh/basetools/texttools.h>
 #include <quillmarsh/dataobjects/datacodecmanager.h>
 
 #include "source/dataobjects/codecs/codecregistry.h"
+#include "source/dataobjects/codecs/filereplacement.h"
 #include "source/dataobjects/codecs/openfailures.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <exception>
+#include <fstream>
 #include <iterator>
 #include <new>
 #include <string_view>
@@ -183,6 +187,18 @@ std::optional<FileType> FindFileType(string const &fileName)
     return std::nullopt;
 }
 
+std::optional<FileType> FindFileTypeByName(string const &name)
+{
+    string extension = '.' + name;
+    UpperCase(extension);
+    for (FileType const &type : ListFileTypes())
+    {
+        if (HasExtension(type, extension))
+            return type;
+    }
+    return std::nullopt;
+}
+
 string GetExtensions()
 {
     string extensions;
@@ -219,6 +235,11 @@ DataFile::DataFile(string const &fileName) : file_(fileName)
 DataFile::DataFile(string const &fileName, FileType const &type) : file_(fileName)
 {
     NameFile(fileName, [&] { Inspect(&type); });
+}
+
+DataFile::DataFile(istream &in, string const &name, FileType const *type) : file_(in, name)
+{
+    NameFile(name, [&] { Inspect(type); });
 }
 
 DataFile::~DataFile() = default;
@@ -275,7 +296,7 @@ bool DataFile::TryCodecsWithNames(CodecFailure &failure)
         for (unsigned int i = 0; i < manager.GetNumDecoders(category); ++i)
         {
             DataDecoder *const decoder = manager.GetDecoder(category, i);
-            if (decoder == nullptr || dynamic_cast<OpenFileDecoder *>(decoder))
+            if (decoder == nullptr || !file_.IsNamed() || dynamic_cast<OpenFileDecoder *>(decoder))
                 continue;
             CodecFailureSentry told;
             if (void *const data = decoder->LoadData(GetName(), manager.GetDecoderDefaultParamList(category)))
@@ -346,6 +367,28 @@ void SaveFile(SampledData const &data, string const &fileName, FileType const &t
     if (IsOfWriting(failure.kind))
         failure.text = "cannot be written as " + type.container + ": " + failure.text;
     throw DataException(fileName, failure);
+}
+
+void SaveToStream(SampledData const &data, ostream &out, string const &name, FileType const &type,
+                  SaveSettings const &settings)
+{
+    TemporaryFile const file;
+    if (file.GetName().empty())
+        throw DataException(name, DescribeTemporaryFailure());
+    SaveSettings allowed = settings;
+    allowed.overwrite = true;
+    try
+    {
+        SaveFile(data, file.GetName(), type, allowed);
+    }
+    catch (DataException const &thrown)
+    {
+        throw DataException(name, thrown.GetFailure());
+    }
+    std::ifstream saved(file_system::GetStreamPath(file.GetName()), std::ios_base::binary);
+    errno = 0;
+    if (!saved || !(out << saved.rdbuf()) || !out.flush())
+        throw DataException(name, {eCodecFailure::e_system, "cannot be written: " + DescribeWriteFailure().text});
 }
 
 void SaveLevels(std::vector<SampledData> const &levels, string const &prefix, SaveSettings const &settings)

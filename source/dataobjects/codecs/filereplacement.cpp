@@ -49,8 +49,9 @@ public:
     {
         std::lock_guard const lock(mutex_);
         std::error_code error;
-        for (path const &file : files_)
-            std::filesystem::remove(file, error);
+        // A folder was added before the files in it.
+        for (auto file = files_.rbegin(); file != files_.rend(); ++file)
+            std::filesystem::remove(*file, error);
     }
 
 private:
@@ -185,6 +186,33 @@ bool FileReplacement::CreateBeside(path const &target)
     path_ = beside;
     target_ = target;
     return true;
+}
+
+TemporaryFile::TemporaryFile()
+{
+    std::error_code error;
+    folder_ = std::filesystem::temp_directory_path(error) / MakeHiddenName();
+    path const file = folder_ / "data";
+    UnfinishedFiles::Instance().Add(folder_);
+    UnfinishedFiles::Instance().Add(file);
+    if (!error && std::filesystem::create_directory(folder_, error))
+        std::filesystem::permissions(folder_, perms::owner_all, error);
+    if (error)
+        errno = error.value();
+    else
+        name_ = ToName(file);
+}
+
+TemporaryFile::~TemporaryFile()
+{
+    int const reason = errno;
+    std::error_code error;
+    for (path const &entry : {folder_ / "data", folder_})
+    {
+        std::filesystem::remove(entry, error);
+        UnfinishedFiles::Instance().Drop(entry);
+    }
+    errno = reason;
 }
 
 namespace sampled_data

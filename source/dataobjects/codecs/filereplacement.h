@@ -47,6 +47,22 @@ private:
     std::filesystem::perms permissions_ = std::filesystem::perms::unknown;
 };
 
+/// A name for a temporary file, in a new folder that only this user can open. The folder is removed at the end, with
+/// the file if there is one.
+class TemporaryFile : NoCopy
+{
+public:
+    TemporaryFile();
+    ~TemporaryFile();
+
+    /// Returns the full name; empty when the folder cannot be created, with the reason in errno.
+    string const &GetName() const { return name_; }
+
+private:
+    std::filesystem::path folder_;
+    string name_;
+};
+
 } // namespace quillmarsh
 
 #endif

@@ -10,6 +10,7 @@
 #include <array>
 #include <cerrno>
 #include <streambuf>
+#include <vector>
 
 namespace quillmarsh::sampled_data
 {
@@ -74,7 +75,44 @@ private:
     std::array<char, 4096> bytes_;
 };
 
-InputFile::InputFile(string const &fileName) : name_(fileName), stream_(nullptr)
+namespace
+{
+
+/// Copies a stream and returns the number of bytes.
+std::uint64_t CopyStream(istream &in, std::FILE *copy, string const &name)
+{
+    std::vector<char> bytes(std::size_t{64} << 10);
+    std::uint64_t byteSize = 0;
+    errno = 0;
+    while (in)
+    {
+        in.read(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+        auto const count = static_cast<std::size_t>(in.gcount());
+        byteSize += count;
+        if (std::fwrite(bytes.data(), 1, count, copy) != count)
+            throw DataException(name, DescribeTemporaryFailure());
+    }
+    if (in.bad())
+        throw DataException(name, {eCodecFailure::e_system, "cannot be read"});
+    if (std::fflush(copy) != 0)
+        throw DataException(name, DescribeTemporaryFailure());
+    return byteSize;
+}
+
+} // namespace
+
+InputFile::InputFile(istream &in, string const &name) : name_(name), isNamed_(false), stream_(nullptr)
+{
+    errno = 0;
+    platform::FilePtr copy = platform::OpenTemporaryFile();
+    if (!copy)
+        throw DataException(name, DescribeTemporaryFailure());
+    byteSize_ = CopyStream(in, copy.get(), name);
+    buffer_ = std::make_unique<Buffer>(std::move(copy), byteSize_);
+    stream_.rdbuf(buffer_.get());
+}
+
+InputFile::InputFile(string const &fileName) : name_(fileName), isNamed_(true), stream_(nullptr)
 {
     if (CodecFailure const failure = FindReadingObstacle(fileName))
         throw DataException(fileName, failure);

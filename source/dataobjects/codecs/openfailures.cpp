@@ -82,6 +82,13 @@ CodecFailure DescribeWriteFailure()
     return {GetKindOfLastFailure(), file_system::GetLastFailureReason()};
 }
 
+CodecFailure DescribeTemporaryFailure()
+{
+    CodecFailure failure = DescribeWriteFailure();
+    failure.text = "a temporary file cannot be written: " + failure.text;
+    return failure;
+}
+
 CodecFailure DescribeNoMemory(string const &text)
 {
     return {eCodecFailure::e_noMemory, "not enough memory" + (text.empty() ? text : ": " + text)};

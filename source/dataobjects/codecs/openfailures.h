@@ -23,6 +23,9 @@ CodecFailure DescribeOpenFailure();
 /// Returns the failure of a call that has just failed to write: the system's reason, or "writing failed" without one.
 CodecFailure DescribeWriteFailure();
 
+/// Returns the failure of a call that has just failed to create or write a temporary file.
+CodecFailure DescribeTemporaryFailure();
+
 /// Returns the failure of an allocation: "not enough memory", and `text` with the size if it is not empty.
 CodecFailure DescribeNoMemory(string const &text);
 

@@ -1,6 +1,8 @@
 #include "source/platform/plainfiles.h"
 
 #include <cerrno>
+#include <cstdlib>
+#include <string>
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -26,6 +28,21 @@ FilePtr OpenPlainFile(std::filesystem::path const &name, std::uint64_t &byteSize
         errno = reason;
     }
     byteSize = static_cast<std::uint64_t>(info.st_size);
+    return file;
+}
+
+FilePtr OpenTemporaryFile()
+{
+    std::error_code error;
+    std::filesystem::path const folder = std::filesystem::temp_directory_path(error);
+    std::string name = (error ? "/tmp" : folder.string()) + "/quillmarsh-XXXXXX";
+    int const descriptor = mkostemp(name.data(), O_CLOEXEC);
+    if (descriptor < 0)
+        return nullptr;
+    unlink(name.c_str());
+    FilePtr file(fdopen(descriptor, "w+b"));
+    if (!file)
+        close(descriptor);
     return file;
 }
 

@@ -26,6 +26,19 @@ FilePtr OpenPlainFile(std::filesystem::path const &name, std::uint64_t &byteSize
     return file;
 }
 
+FilePtr OpenTemporaryFile()
+{
+    wchar_t folder[MAX_PATH + 1] = {};
+    wchar_t name[MAX_PATH + 1] = {};
+    if (GetTempPathW(MAX_PATH, folder) == 0 || GetTempFileNameW(folder, L"qui", 0, name) == 0)
+    {
+        errno = EACCES;
+        return nullptr;
+    }
+    // D: deleted when it is closed. N: not inherited. T: kept in memory if possible.
+    return FilePtr(_wfopen(name, L"w+bDNT"));
+}
+
 bool SeekFile(std::FILE *file, std::uint64_t offset)
 {
     return _fseeki64(file, static_cast<__int64>(offset), SEEK_SET) == 0;
