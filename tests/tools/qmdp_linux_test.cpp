@@ -385,11 +385,54 @@ TEST_F(Qmdp, ControlCharactersReachNoTerminal)
     EXPECT_NE(string::npos, shown.find("-: cannot be opened: ")) << shown;
 }
 
+TEST_F(Qmdp, MinusIsAStandardStream)
+{
+    string const in = directory_.Write("in.qmdp", SmallImage());
+    auto const run = [](Words const &words, string const &input)
+    { return RunProcess(QUILLMARSH_TEST_QMDP, words, input); };
+    ProcessResult const picture = run({"convert", "-", "-", "--to=png"}, SmallImage());
+    EXPECT_EQ("", picture.err);
+    EXPECT_EQ(0, run({"convert", "-", directory_ / "p.png"}, SmallImage()).status);
+    EXPECT_EQ(ReadFile(directory_ / "p.png"), picture.out);
+    EXPECT_EQ("-: ok\n", run({"verify", "-"}, picture.out).out);
+    EXPECT_NE(string::npos, run({"info", "--json", "-"}, picture.out).out.find("{\"file\":\"-\",\"kind\":\"image\""));
+    EXPECT_EQ(SmallImage(), run({"convert", in, "-", "--to", "qmdp", "--id=7"}, "").out);
+
+    std::tuple<Words, string, string> const cases[] = {
+        {{"convert", "-", "-"}, "", "'-' for standard output needs --to with a type of files (see --help)"},
+        {{"volume", "-", "-", "o.qmdp"}, "", "'-' names standard input, which can be read only once (see --help)"},
+        {{"convert", "-", "o.qmdp", "--from=qmdp.volume"},
+         SmallImage(),
+         "standard input: payload type: an image, and the name tells of a volume"},
+        {{"info", "-"}, "", "standard input: is empty"},
+        {{"convert", "-", "-", "--to=png"},
+         "junk",
+         "standard input: byte 0: opening magic-sequence: neither that of a package nor of a picture"},
+    };
+    for (auto const &[words, input, message] : cases)
+    {
+        ProcessResult const result = run(words, input);
+        EXPECT_NE(0, result.status);
+        EXPECT_EQ("qmdp: " + message + '\n', result.err);
+        EXPECT_EQ("", result.out);
+    }
+    string const command = QUILLMARSH_TEST_QMDP " convert '" + in + "' - --to=png";
+    EXPECT_EQ("qmdp: standard output: cannot be written: No space left on device\n",
+              RunProcess("/bin/sh", {"-c", command + " >/dev/full"}).err);
+    // The reader has gone before the tool writes.
+    EXPECT_EQ("qmdp: standard output: cannot be written: Broken pipe\n",
+              RunProcess("/bin/bash", {"-c", "(sleep 0.3; exec " + command + ") | true; wait"}).err);
+}
+
 TEST_F(Qmdp, HelpAndOutput)
 {
     EXPECT_NE(string::npos, RunTool({"--help"}).out.find("\nCommands:\n  info "));
     EXPECT_NE(string::npos, RunTool({"slice", "--help"}).out.find("usage: qmdp slice [OPTION...] IN LAYER OUT\n"));
     EXPECT_EQ(0u, RunTool({"--version"}).out.find("qmdp 1."));
+    EXPECT_EQ(RunTool({"--version"}).out, RunTool({"-V"}).out);
+    EXPECT_EQ(RunTool({"--help"}).out, RunTool({"help"}).out);
+    EXPECT_EQ(RunTool({"slice", "-h"}).out, RunTool({"help", "slice"}).out);
+    EXPECT_EQ("qmdp: unknown command 'paint' (see --help)\n", RunTool({"help", "paint"}).err);
     string const dashed = directory_.Write("-a", SmallImage());
     EXPECT_EQ(dashed + ": ok\n", RunTool({"verify", "--", dashed}).out);
     EXPECT_EQ("qmdp: cannot write to standard output: No space left on device\n",

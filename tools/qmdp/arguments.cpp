@@ -5,6 +5,7 @@
 #include <quillmarsh/basetools/texttools.h>
 #include <quillmarsh/dataobjects/imagelimits.h>
 
+#include <algorithm>
 #include <charconv>
 #include <string_view>
 
@@ -13,11 +14,13 @@ namespace quillmarsh::tools
 namespace
 {
 
-/// One option: its group, its name, the word for its value (null for none), its description, and its function.
+/// One option: its group, its names, the word for its value (null for none), its description, and its function.
 struct Option
 {
     char group;
     char const *name;
+    /// Another name, of one letter; null for none.
+    char const *shortName;
     char const *value;
     char const *description;
     void (*take)(Arguments &arguments, string const &value);
@@ -88,45 +91,50 @@ void SwitchOn(Arguments &arguments, string const &)
     arguments.save.*setting = true;
 }
 
-// Groups: i for info, c for convert, f for a format, s for saving, a for all commands, h with or without a command.
+// Groups: i for info, c for convert, f for a format, r for reading a type, t for the type to save, s for saving, a for commands with files,
+// h with or without a command.
 constexpr Option s_options[] = {
-    {'i', "--json", nullptr, "print one JSON object per line",
+    {'i', "--json", nullptr, nullptr, "print one JSON object per line",
      [](Arguments &arguments, string const &) { arguments.json = true; }},
-    {'c', "--size", "SIZE", "resample to N samples, to WxH or WxHxD columns, rows and layers", &TakeSize},
-    {'c', "--filter", "NAME", "resample by nearest or linear, linear by default", &TakeFilter},
-    {'c', "--flip-rows", nullptr, "reverse the order of the rows", &TakeFlip<eSampleAxis::e_rows>},
-    {'c', "--flip-columns", nullptr, "reverse the order of the columns, or of a signal's samples",
+    {'c', "--size", nullptr, "SIZE", "resample to N samples, to WxH or WxHxD columns, rows and layers", &TakeSize},
+    {'c', "--filter", nullptr, "NAME", "resample by nearest or linear, linear by default", &TakeFilter},
+    {'c', "--flip-rows", nullptr, nullptr, "reverse the order of the rows", &TakeFlip<eSampleAxis::e_rows>},
+    {'c', "--flip-columns", nullptr, nullptr, "reverse the order of the columns, or of a signal's samples",
      &TakeFlip<eSampleAxis::e_columns>},
-    {'c', "--flip-layers", nullptr, "reverse the order of the layers", &TakeFlip<eSampleAxis::e_layers>},
-    {'f', "--format", "NAME", "change the sample format", &TakeFormat},
-    {'s', "--big-endian", nullptr, "store numbers big-endian (packages)", &SwitchOn<&SaveSettings::bigEndian>},
-    {'s', "--id", "N", "package id, 0 by default", &TakeID},
-    {'s', "--origin-bottom", nullptr, "store the last row first", &SwitchOn<&SaveSettings::originBottom>},
-    {'s', "--origin-back", nullptr, "store the last layer first", &SwitchOn<&SaveSettings::originBack>},
-    {'s', "--quality", "N", "quality from 0 to 100, 100 by default (JPEG)", &TakeQuality},
-    {'s', "--no-compression", nullptr, "store the samples without compression (PNG, TIFF)",
+    {'c', "--flip-layers", nullptr, nullptr, "reverse the order of the layers", &TakeFlip<eSampleAxis::e_layers>},
+    {'f', "--format", nullptr, "NAME", "change the sample format", &TakeFormat},
+    {'r', "--from", nullptr, "TYPE", "type of files to load, such as png, tiff or qmdp.image",
+     [](Arguments &arguments, string const &value) { arguments.from = value; }},
+    {'t', "--to", nullptr, "TYPE", "type of files to save; needed for standard output, -",
+     [](Arguments &arguments, string const &value) { arguments.to = value; }},
+    {'s', "--big-endian", nullptr, nullptr, "store numbers big-endian (packages)", &SwitchOn<&SaveSettings::bigEndian>},
+    {'s', "--id", nullptr, "N", "package id, 0 by default", &TakeID},
+    {'s', "--origin-bottom", nullptr, nullptr, "store the last row first", &SwitchOn<&SaveSettings::originBottom>},
+    {'s', "--origin-back", nullptr, nullptr, "store the last layer first", &SwitchOn<&SaveSettings::originBack>},
+    {'s', "--quality", nullptr, "N", "quality from 0 to 100, 100 by default (JPEG)", &TakeQuality},
+    {'s', "--no-compression", nullptr, nullptr, "store the samples without compression (PNG, TIFF)",
      [](Arguments &arguments, string const &) { arguments.save.useCompression = false; }},
-    {'s', "--overwrite", nullptr, "replace existing files", &SwitchOn<&SaveSettings::overwrite>},
-    {'a', "--max-pixels", "N", "refuse pictures with more pixels, 67108864 by default", &TakeMaxPixels},
-    {'a', "--plugin", "FILE", "also use the codecs of a plug-in library",
+    {'s', "--overwrite", nullptr, nullptr, "replace existing files", &SwitchOn<&SaveSettings::overwrite>},
+    {'a', "--max-pixels", nullptr, "N", "refuse pictures with more pixels, 67108864 by default", &TakeMaxPixels},
+    {'a', "--plugin", nullptr, "FILE", "also use the codecs of a plug-in library",
      [](Arguments &arguments, string const &value) { arguments.plugins.push_back(value); }},
-    {'h', "--help", nullptr, "print this help and exit",
+    {'h', "--help", "-h", nullptr, "print this help and exit",
      [](Arguments &arguments, string const &) { arguments.help = true; }},
-    {'h', "--version", nullptr, "print the version and exit",
+    {'h', "--version", "-V", nullptr, "print the version and exit",
      [](Arguments &arguments, string const &) { arguments.version = true; }},
 };
 
 bool Takes(Command const *command, Option const &option)
 {
     char const group = option.group;
-    return group == 'h' || (command && (group == 'a' || string(command->options).find(group) != string::npos));
+    return group == 'h' || (command && string(command->options).find(group) != string::npos);
 }
 
 Option const &FindOption(Command const *command, string const &name)
 {
     for (Option const &option : s_options)
     {
-        if (name != option.name)
+        if (name != option.name && (!option.shortName || name != option.shortName))
             continue;
         if (!Takes(command, option))
             throw WrongArgumentException(command ? string(command->name) + " takes no " + name
@@ -143,6 +151,8 @@ void CheckOperands(Command const &command, std::vector<string> const &operands)
         throw WrongArgumentException(needs);
     if (operands.size() > command.maxOperands)
         throw WrongArgumentException(needs + ", but not '" + operands[command.maxOperands] + "'");
+    if (std::count(operands.begin(), operands.end(), "-") > (command.hasOutput && operands.back() == "-" ? 2 : 1))
+        throw WrongArgumentException("'-' names standard input, which can be read only once");
 }
 
 void AppendEntry(string &text, string const &name, string const &description)
@@ -192,13 +202,6 @@ Arguments ParseArguments(std::vector<string> const &words, Command const *comman
     return arguments;
 }
 
-FileType RequireFileType(string const &fileName)
-{
-    if (std::optional<FileType> const type = FindFileType(fileName))
-        return *type;
-    throw WrongArgumentException("'" + fileName + "' ends in none of " + GetExtensions());
-}
-
 string GetUsage(Command const *command)
 {
     string usage;
@@ -217,9 +220,10 @@ string GetUsage(Command const *command)
     }
     for (Option const &option : s_options)
     {
-        if (Takes(command, option))
-            AppendEntry(usage, string(option.name) + (option.value ? string(" ") + option.value : ""),
-                        option.description);
+        if (!Takes(command, option))
+            continue;
+        string const names = (option.shortName ? string(option.shortName) + ", " : "") + option.name;
+        AppendEntry(usage, names + (option.value ? string(" ") + option.value : ""), option.description);
     }
     return usage + "\nExit status: 0 success, 1 data cannot be read, converted or written, 2 wrong argument.\n";
 }

@@ -29,6 +29,8 @@ struct Arguments
     eResampleFilter filter = e_resample_linear;
     std::vector<eSampleAxis> flips;
     std::optional<eSampleFormat> format;
+    /// Names of types of files; empty if they were not given.
+    string from, to;
     SaveSettings save;
 };
 
@@ -39,6 +41,8 @@ struct Command
     char const *description;
     std::size_t minOperands;
     std::size_t maxOperands;
+    /// True when the last operand is where to save to.
+    bool hasOutput;
     /// Letters of the groups of options that the command takes.
     char const *options;
     /// Runs the command. False when it reported failures and went on.
@@ -48,9 +52,6 @@ struct Command
 /// Reads the arguments after the name of the command. `command` is null when none was given; only help and version
 /// allow that. Throws a WrongArgumentException.
 Arguments ParseArguments(std::vector<string> const &words, Command const *command);
-
-/// Returns the type of a file to load or save. Throws a WrongArgumentException for an unknown extension.
-FileType RequireFileType(string const &fileName);
 
 /// Returns the text of `--help` for a command; for the whole program if `command` is null.
 string GetUsage(Command const *command);

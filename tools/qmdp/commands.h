@@ -17,9 +17,13 @@ bool Mipmaps(Arguments const &arguments);
 bool BuildVolume(Arguments const &arguments);
 bool Slice(Arguments const &arguments);
 bool Verify(Arguments const &arguments);
+bool Help(Arguments const &arguments);
 
 /// Returns all commands in the order of the help.
 std::span<Command const> GetCommands();
+
+/// Returns the command with a name. Throws a WrongArgumentException for an unknown name.
+Command const &FindCommand(string const &name);
 
 /// Returns the message of a failure, with the option that avoids it if there is one.
 string DescribeFailure(Exception const &thrown);

@@ -1,5 +1,6 @@
+// Commands that make new files: convert, mipmaps, volume and slice.
 #include "commands.h"
-
+#include "dataplaces.h"
 #include "progress.h"
 
 #include <quillmarsh/basetools/texttools.h>
@@ -7,25 +8,11 @@
 
 #include <algorithm>
 #include <charconv>
-#include <iostream>
-#include <limits>
 
 namespace quillmarsh::tools
 {
 namespace
 {
-
-constexpr std::size_t s_any = std::numeric_limits<std::size_t>::max();
-
-constexpr Command s_commands[] = {
-    {"info", "FILE...", "Describes the contents of files", 1, s_any, "i", &Info},
-    {"convert", "IN OUT", "Loads a file, changes its data, and saves them to another file", 2, 2, "cfs", &Convert},
-    {"mipmaps", "IN PREFIX", "Saves the levels of a mipmap chain as packages, PREFIX.0.qmdp.image and so on", 2, 2,
-     "fs", &Mipmaps},
-    {"volume", "SLICE... OUT", "Builds a volume of equal images", 2, s_any, "s", &BuildVolume},
-    {"slice", "IN LAYER OUT", "Saves a layer of a volume, counted from 0, as an image", 3, 3, "s", &Slice},
-    {"verify", "FILE...", "Reads whole files, and reports their faults", 1, s_any, "", &Verify},
-};
 
 /// Runs work on a file. Puts the file's name before the messages of failures that it throws.
 template<typename Work>
@@ -96,12 +83,13 @@ void CheckSlice(SampledData const &volume, SampledData const &slice, string cons
                             GetFormatName(volume.GetFormat()));
 }
 
-SampledData LoadSlice(string const &fileName, FileType const &type)
+SampledData LoadSlice(DataPlace const &place)
 {
-    SampledData slice = LoadFile(fileName, type);
+    SampledData slice = LoadData(place);
     std::size_t const numDimensions = slice.GetDimensions().size();
     if (numDimensions != 2)
-        throw DataException(fileName + ": holds " + GetKindPhrase(numDimensions) + ", but a slice must be an image");
+        throw DataException(place.GetInputName() + ": holds " + GetKindPhrase(numDimensions) +
+                            ", but a slice must be an image");
     return slice;
 }
 
@@ -109,30 +97,27 @@ SampledData LoadSlice(string const &fileName, FileType const &type)
 
 bool Convert(Arguments const &arguments)
 {
-    string const &in = arguments.operands[0];
-    string const &out = arguments.operands[1];
-    FileType const inType = RequireFileType(in);
-    FileType const outType = RequireFileType(out);
+    DataPlace const in = FindInput(arguments, arguments.operands[0]);
+    DataPlace const out = FindOutput(arguments, arguments.operands[1]);
     Progress progress;
     progress.Begin("Loading");
-    SampledData data = LoadFile(in, inType);
-    CheckFits(arguments, in, data);
-    NameFile(in, [&] { Work(arguments, data, progress); });
+    SampledData data = LoadData(in);
+    CheckFits(arguments, in.GetInputName(), data);
+    NameFile(in.GetInputName(), [&] { Work(arguments, data, progress); });
     progress.Begin("Saving");
-    SaveFile(data, out, outType, arguments.save);
+    SaveData(arguments, data, out);
     return true;
 }
 
 bool Mipmaps(Arguments const &arguments)
 {
-    string const &in = arguments.operands[0];
-    FileType const inType = RequireFileType(in);
+    DataPlace const in = FindInput(arguments, arguments.operands[0]);
     Progress progress;
     progress.Begin("Loading");
-    SampledData const data = LoadFile(in, inType);
+    SampledData const data = LoadData(in);
     progress.Begin("Building the levels");
     std::vector<SampledData> const levels =
-        NameFile(in, [&] { return BuildMipmaps(data, arguments.format.value_or(data.GetFormat())); });
+        NameFile(in.GetInputName(), [&] { return BuildMipmaps(data, arguments.format.value_or(data.GetFormat())); });
     progress.Begin("Saving");
     SaveLevels(levels, arguments.operands[1], arguments.save);
     return true;
@@ -140,47 +125,42 @@ bool Mipmaps(Arguments const &arguments)
 
 bool BuildVolume(Arguments const &arguments)
 {
-    std::vector<string> const slices(arguments.operands.begin(), arguments.operands.end() - 1);
-    string const &out = arguments.operands.back();
-    FileType const outType = RequireFileType(out);
-    std::vector<FileType> types;
-    types.reserve(slices.size());
-    for (string const &slice : slices)
-        types.push_back(RequireFileType(slice));
+    DataPlace const out = FindOutput(arguments, arguments.operands.back());
+    std::vector<DataPlace> slices;
+    for (std::size_t i = 0; i + 1 < arguments.operands.size(); ++i)
+        slices.push_back(FindInput(arguments, arguments.operands[i]));
     Progress progress;
     progress.Begin("Loading");
     std::optional<SampledData> volume;
     for (std::size_t i = 0; i < slices.size(); ++i)
     {
-        SampledData const slice = LoadSlice(slices[i], types[i]);
+        SampledData const slice = LoadSlice(slices[i]);
         if (!volume)
-            volume = NameFile(out, [&] { return MakeVolumeFor(slice, slices.size()); });
-        CheckSlice(*volume, slice, slices[i]);
+            volume = NameFile(out.name, [&] { return MakeVolumeFor(slice, slices.size()); });
+        CheckSlice(*volume, slice, slices[i].GetInputName());
         CopyToLayer(*volume->Get<VolumeBase>(), static_cast<unsigned int>(i), slice.GetSamples());
         progress.Update(i + 1, slices.size());
     }
     progress.Begin("Saving");
-    SaveFile(*volume, out, outType, arguments.save);
+    SaveData(arguments, *volume, out);
     return true;
 }
 
 bool Slice(Arguments const &arguments)
 {
-    string const &in = arguments.operands[0];
     string const &number = arguments.operands[1];
-    string const &out = arguments.operands[2];
-    FileType const inType = RequireFileType(in);
-    FileType const outType = RequireFileType(out);
+    DataPlace const in = FindInput(arguments, arguments.operands[0]);
+    DataPlace const out = FindOutput(arguments, arguments.operands[2]);
     unsigned int layer = 0;
     auto const [end, error] = std::from_chars(number.data(), number.data() + number.size(), layer);
     if (error != std::errc() || end != number.data() + number.size())
         throw WrongArgumentException("slice needs the number of a layer, not '" + number + "'");
     Progress progress;
     progress.Begin("Loading");
-    SampledData const data = LoadFile(in, inType);
+    SampledData const data = LoadData(in);
     VolumeBase const *const volume = data.Get<VolumeBase>();
     if (!volume)
-        throw DataException(in + ": holds " + GetKindPhrase(data.GetDimensions().size()) +
+        throw DataException(in.GetInputName() + ": holds " + GetKindPhrase(data.GetDimensions().size()) +
                             ", but only volumes have layers");
     if (layer >= volume->GetNumLayers())
         throw WrongArgumentException("slice needs a layer below " + MakeString(volume->GetNumLayers()) + ", not " +
@@ -188,37 +168,8 @@ bool Slice(Arguments const &arguments)
     SampledData const image(data.GetFormat(), {volume->GetNumRows(), volume->GetNumColumns()});
     CopyFromLayer(image.GetSamples(), *volume, layer);
     progress.Begin("Saving");
-    SaveFile(image, out, outType, arguments.save);
+    SaveData(arguments, image, out);
     return true;
-}
-
-std::span<Command const> GetCommands()
-{
-    return s_commands;
-}
-
-string DescribeFailure(Exception const &thrown)
-{
-    auto const *const failed = dynamic_cast<DataException const *>(&thrown);
-    switch (failed ? failed->GetFailure().kind : eCodecFailure::e_none)
-    {
-    case eCodecFailure::e_exists:
-        return thrown.GetMessage() + " with --overwrite";
-    case eCodecFailure::e_tooLarge:
-        return thrown.GetMessage() + " (see --max-pixels)";
-    default:
-        return thrown.GetMessage();
-    }
-}
-
-void PrintLine(string const &message)
-{
-    std::cerr << MakePrintable(message) + '\n' << std::flush;
-}
-
-void PrintError(string const &message)
-{
-    PrintLine("qmdp: " + message);
 }
 
 } // namespace quillmarsh::tools

@@ -1,5 +1,6 @@
 // Commands that examine files: info and verify.
 #include "commands.h"
+#include "dataplaces.h"
 #include "progress.h"
 
 #include <quillmarsh/basetools/texttools.h>
@@ -71,8 +72,8 @@ void VerifyFile(string const &fileName)
 {
     Progress progress;
     progress.Begin("Reading");
-    DataFile file(fileName);
-    file.Verify([&](std::uint64_t done) { progress.Update(done, file.GetDesc().package->byteSize); });
+    AutoPtr<DataFile> const file = OpenData({fileName, {}});
+    file->Verify([&](std::uint64_t done) { progress.Update(done, file->GetDesc().package->byteSize); });
 }
 
 /// Runs work on all files, and goes on after failures. False when some file failed.
@@ -103,7 +104,7 @@ bool Info(Arguments const &arguments)
     return ForEachFile(arguments, &PrintError,
                        [&](string const &fileName)
                        {
-                           DataFileDesc const desc = DataFile(fileName).GetDesc();
+                           DataFileDesc const desc = OpenData({fileName, {}})->GetDesc();
                            arguments.json ? PrintJSON(fileName, desc) : Print(fileName, desc);
                        });
 }

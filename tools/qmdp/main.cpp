@@ -25,16 +25,6 @@ enum eExit
     e_exit_wrong_argument = 2
 };
 
-Command const *FindCommand(string const &name)
-{
-    for (Command const &command : GetCommands())
-    {
-        if (name == command.name)
-            return &command;
-    }
-    throw WrongArgumentException("unknown command '" + name + "'");
-}
-
 /// The codecs and operations of the run. Codecs are deleted before the plug-in libraries that contain their code.
 struct Registry : NoCopy
 {
@@ -67,7 +57,7 @@ bool Run(std::vector<string> words, string const &program, Registry &registry)
     Command const *command = nullptr;
     if (!words.empty() && !words.front().starts_with('-'))
     {
-        command = FindCommand(words.front());
+        command = &FindCommand(words.front());
         words.erase(words.begin());
     }
     Arguments const arguments = ParseArguments(words, command);
@@ -109,8 +99,10 @@ eExit Main(std::vector<string> const &words, string const &program)
     Registry registry;
     RegisterDefaultDataCodecs();
     eExit const exit = RunGuarded(words, program, registry);
+    // A command that writes data to standard output has reported its failure.
+    bool const isReported = !std::cout && exit != e_exit_ok;
     errno = 0;
-    if (std::cout.flush())
+    if (std::cout.flush() || isReported)
         return exit;
     PrintError("cannot write to standard output" +
                (errno != 0 ? ": " + std::generic_category().message(errno) : string()));

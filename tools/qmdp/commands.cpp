@@ -1,0 +1,74 @@
+#include "commands.h"
+
+#include <quillmarsh/basetools/texttools.h>
+
+#include <iostream>
+#include <limits>
+
+namespace quillmarsh::tools
+{
+namespace
+{
+
+constexpr std::size_t s_any = std::numeric_limits<std::size_t>::max();
+
+constexpr Command s_commands[] = {
+    {"info", "FILE...", "Describes the contents of files", 1, s_any, false, "ia", &Info},
+    {"convert", "IN OUT", "Loads a file, changes its data, and saves them to another file", 2, 2, true, "cfrtsa",
+     &Convert},
+    {"mipmaps", "IN PREFIX", "Saves the levels of a mipmap chain as packages, PREFIX.0.qmdp.image and so on", 2, 2,
+     false, "frsa", &Mipmaps},
+    {"volume", "SLICE... OUT", "Builds a volume of equal images", 2, s_any, true, "rtsa", &BuildVolume},
+    {"slice", "IN LAYER OUT", "Saves a layer of a volume, counted from 0, as an image", 3, 3, true, "rtsa", &Slice},
+    {"verify", "FILE...", "Reads whole files, and reports their faults", 1, s_any, false, "a", &Verify},
+    {"help", "[COMMAND]", "Prints the help of a command, or of the program", 0, 1, false, "", &Help},
+};
+
+} // namespace
+
+std::span<Command const> GetCommands()
+{
+    return s_commands;
+}
+
+Command const &FindCommand(string const &name)
+{
+    for (Command const &command : s_commands)
+    {
+        if (name == command.name)
+            return command;
+    }
+    throw WrongArgumentException("unknown command '" + name + "'");
+}
+
+bool Help(Arguments const &arguments)
+{
+    std::cout << GetUsage(arguments.operands.empty() ? nullptr : &FindCommand(arguments.operands.front()));
+    return true;
+}
+
+string DescribeFailure(Exception const &thrown)
+{
+    auto const *const failed = dynamic_cast<DataException const *>(&thrown);
+    switch (failed ? failed->GetFailure().kind : eCodecFailure::e_none)
+    {
+    case eCodecFailure::e_exists:
+        return thrown.GetMessage() + " with --overwrite";
+    case eCodecFailure::e_tooLarge:
+        return thrown.GetMessage() + " (see --max-pixels)";
+    default:
+        return thrown.GetMessage();
+    }
+}
+
+void PrintLine(string const &message)
+{
+    std::cerr << MakePrintable(message) + '\n' << std::flush;
+}
+
+void PrintError(string const &message)
+{
+    PrintLine("qmdp: " + message);
+}
+
+} // namespace quillmarsh::tools

@@ -1,0 +1,38 @@
+// The places of data that the command line names: files, and "-" for standard input and output.
+#ifndef QUILLMARSH_TOOLS_QMDP_DATAPLACES_H
+#define QUILLMARSH_TOOLS_QMDP_DATAPLACES_H
+
+#include "arguments.h"
+
+namespace quillmarsh::tools
+{
+
+/// A file or, for the name "-", a standard stream.
+struct DataPlace
+{
+    string name;
+    /// Type of the data. Nothing if they are recognised by their content.
+    std::optional<FileType> type;
+
+    bool IsStandardStream() const { return name == "-"; }
+    /// Returns the name for messages about loading from here.
+    string GetInputName() const { return IsStandardStream() ? "standard input" : name; }
+};
+
+/// Returns where to load from. The type is that of --from, else that of the file's name. Throws a
+/// WrongArgumentException for a file without either, and when standard input is a terminal.
+DataPlace FindInput(Arguments const &arguments, string const &name);
+/// Returns where to save to. The type is that of --to, else that of the file's name. Throws a WrongArgumentException
+/// without either, and when standard output is a terminal.
+DataPlace FindOutput(Arguments const &arguments, string const &name);
+
+/// Opens data whatever their name.
+AutoPtr<DataFile> OpenData(DataPlace const &place);
+/// Loads data. Throws a DataException when that fails.
+SampledData LoadData(DataPlace const &place);
+/// Saves data. Throws a DataException when that fails.
+void SaveData(Arguments const &arguments, SampledData const &data, DataPlace const &place);
+
+} // namespace quillmarsh::tools
+
+#endif
