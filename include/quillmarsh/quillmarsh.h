@@ -114,8 +114,10 @@
 #include <quillmarsh/framework/videorenderer.h>
 #include <quillmarsh/framework/videosubsystem.h>
 #include <quillmarsh/gui/gui_drawparams.h>
+#include <quillmarsh/gui/gui_fonts.h>
 #include <quillmarsh/gui/gui_rectangle.h>
 #include <quillmarsh/gui/gui_renderer.h>
+#include <quillmarsh/gui/gui_textures.h>
 #include <quillmarsh/gui/gui_transform.h>
 #include <quillmarsh/gui/gui_vertices.h>
 #include <quillmarsh/gui/gui_videoresource.h>
