@@ -89,7 +89,9 @@
 #include <quillmarsh/framework/directinputconfig.h>
 #include <quillmarsh/framework/directinputdeviceinfo.h>
 #include <quillmarsh/framework/directinputproxy.h>
+#include <quillmarsh/framework/displaymode.h>
 #include <quillmarsh/framework/failuredesc.h>
+#include <quillmarsh/framework/framebufferconfig.h>
 #include <quillmarsh/framework/frameobserver.h>
 #include <quillmarsh/framework/framestatisticscollector.h>
 #include <quillmarsh/framework/frameworkprofiler.h>
@@ -111,7 +113,11 @@
 #include <quillmarsh/framework/samplereadsentry.h>
 #include <quillmarsh/framework/stdcommandinterpreter.h>
 #include <quillmarsh/framework/stdinternalcommands.h>
+#include <quillmarsh/framework/videoconfig.h>
+#include <quillmarsh/framework/videohints.h>
+#include <quillmarsh/framework/videoprofile.h>
 #include <quillmarsh/framework/videorenderer.h>
+#include <quillmarsh/framework/videorendererinfo.h>
 #include <quillmarsh/framework/videosubsystem.h>
 #include <quillmarsh/gui/gui_drawparams.h>
 #include <quillmarsh/gui/gui_fonts.h>

@@ -4,6 +4,8 @@
 #include <quillmarsh/basetools/sharedoutputstream.h>
 #include <quillmarsh/framework/directinputconfig.h>
 #include <quillmarsh/framework/humaninterfacedevice.h>
+#include <quillmarsh/framework/videoconfig.h>
+#include <quillmarsh/framework/videorendererinfo.h>
 
 namespace quillmarsh
 {
@@ -93,6 +95,29 @@ HIDController *Kernel::GetHIDController(string const &interfaceName, unsigned in
             return controller;
     }
     return nullptr;
+}
+
+bool Kernel::ConstructClosestSafeVideoConfig(string const &rendererName, VideoConfig const &wish,
+                                             string &outRendererName, VideoConfig &out)
+{
+    // Copies: the caller may give the same objects for wish and result.
+    string const wantedName = rendererName;
+    VideoConfig const wanted = wish;
+    unsigned int const count = GetNumVideoRenderers();
+    for (unsigned int index = 0; index < count; index++)
+    {
+        VideoRendererInfo info;
+        GetVideoRendererInfo(index, info);
+        bool const isAccepted = wantedName.empty() || info.GetVideoRendererInterfaceName() == wantedName;
+        if (isAccepted && info.GetVideoProfile().ConstructClosestValidVideoConfig(wanted, out))
+        {
+            outRendererName = info.GetPluginInfo().GetPluginName();
+            return true;
+        }
+    }
+    outRendererName.clear();
+    out = wanted;
+    return false;
 }
 
 void Kernel::SetOutputStreams(ostream &conOut, ostream &logOut)

@@ -116,6 +116,11 @@ public:
     virtual VideoRenderer *GetActiveVideoRendererPtr() = 0;
     virtual void GetActiveVideoRendererInfo(VideoRendererInfo &info) = 0;
     virtual void GetActiveVideoProfile(VideoProfile &profile) = 0;
+    /// Makes the closest configuration to a wish that a renderer's profile offers. The first renderer that has one wins;
+    /// a renderer whose interface has another name than `rendererName` is passed over, unless that is empty. Gives the
+    /// name of the renderer's plug-in. Without such a renderer it returns false, and gives the wish and an empty name.
+    bool ConstructClosestSafeVideoConfig(string const &rendererName, VideoConfig const &wish, string &outRendererName,
+                                         VideoConfig &out);
     /// @}
 
     /// @name Console
