@@ -148,6 +148,7 @@
 #include <quillmarsh/platform/desktopevents.h>
 #include <quillmarsh/platform/dialogs.h>
 #include <quillmarsh/platform/inputcodes.h>
+#include <quillmarsh/platform/openglcontext.h>
 #include <quillmarsh/platform/program.h>
 #include <quillmarsh/platform/types.h>
 #include <quillmarsh/platform/widechartraits.h>

@@ -5,6 +5,7 @@
 #define QUILLMARSH_API __attribute__((visibility("default")))
 #define QUILLMARSH_API_TEMPLATE __attribute__((visibility("default")))
 #define QUILLMARSH_PLUGIN_EXPORT extern "C" __attribute__((visibility("default")))
+#define QUILLMARSH_OPENGL_CALL
 
 // Records that another operating system publishes: here the library defines and describes them.
 /// @cond

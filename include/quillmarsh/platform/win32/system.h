@@ -11,6 +11,7 @@
 #endif
 #define QUILLMARSH_API_TEMPLATE
 #define QUILLMARSH_PLUGIN_EXPORT extern "C" __declspec(dllexport)
+#define QUILLMARSH_OPENGL_CALL __stdcall
 
 // Records that the operating system publishes, declared as its own headers declare them.
 /// @cond
