@@ -2,7 +2,7 @@
 #ifndef QUILLMARSH_FRAMEWORK_VIDEOPROFILE_H
 #define QUILLMARSH_FRAMEWORK_VIDEOPROFILE_H
 
-#include <quillmarsh/basetools/winutils.h>
+#include <quillmarsh/basetools/windows/winutils.h>
 #include <quillmarsh/framework/displaymode.h>
 #include <quillmarsh/framework/framebufferconfig.h>
 
