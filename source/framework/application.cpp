@@ -1,6 +1,9 @@
 #include <quillmarsh/framework/application.h>
 
 #include <quillmarsh/basetools/streameffectors.h>
+#include <quillmarsh/framework/kernel.h>
+#include <quillmarsh/framework/videorenderer.h>
+#include <quillmarsh/gui/gui_renderer.h>
 
 #include <ostream>
 
@@ -169,7 +172,15 @@ void Application::FrameUpdateStates(double) {}
 
 void Application::FramePreRenderVideo() {}
 
-void Application::FrameRenderVideo() {}
+void Application::FrameRenderVideo()
+{
+    // A run without video has nothing to clear.
+    if (VideoRenderer *const renderer = Kernel::Instance().GetActiveVideoRendererPtr())
+    {
+        renderer->GetGUIRenderer().ClearBuffers(gui::Renderer::ClearParams(
+            true, color4b(0, 0, 128, 255), true, 1.0f, false, 0, false, gui::Rectangle(0, 0, 0, 0)));
+    }
+}
 
 void Application::FrameRenderArea(gui::InterleavedRenderArea const &) {}
 

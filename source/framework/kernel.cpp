@@ -5,6 +5,7 @@
 #include <quillmarsh/framework/directinputconfig.h>
 #include <quillmarsh/framework/humaninterfacedevice.h>
 #include <quillmarsh/framework/videoconfig.h>
+#include <quillmarsh/framework/videorenderer.h>
 #include <quillmarsh/framework/videorendererinfo.h>
 
 namespace quillmarsh
@@ -62,6 +63,25 @@ Application &Kernel::GetApplication()
     Application *const application = GetApplicationPtr();
     QUILLMARSH_ASSERT(application != nullptr, "No active application.");
     return *application;
+}
+
+VideoRenderer &Kernel::GetActiveVideoRenderer()
+{
+    VideoRenderer *const renderer = GetActiveVideoRendererPtr();
+    QUILLMARSH_ASSERT(renderer != nullptr, "No active video-renderer.");
+    return *renderer;
+}
+
+void Kernel::RequestVideoReconfig(unsigned int code)
+{
+    string pluginName;
+    VideoConfig config(false);
+    if (VideoRenderer const *const renderer = GetActiveVideoRendererPtr())
+    {
+        pluginName = renderer->GetPluginInfo().GetPluginName();
+        config = renderer->GetVideoConfig();
+    }
+    ApplyVideoReconfig(pluginName, config, code);
 }
 
 void Kernel::RequestHIDReconfig(unsigned int code)
@@ -131,6 +151,31 @@ void Kernel::SetOutputStreams(ostream &conOut, ostream &logOut)
 HumanInterfaceDeviceInfo &Kernel::HumanInterfaceDevice_DeviceInfo(HumanInterfaceDevice &device)
 {
     return device.DeviceInfo();
+}
+
+void Kernel::VideoRenderer_ConnectVideoSubsystem(VideoRenderer &renderer, VideoSubsystem &subsystem)
+{
+    renderer.ConnectVideoSubsystem(subsystem);
+}
+
+void Kernel::VideoRenderer_DisconnectVideoSubsystem(VideoRenderer &renderer)
+{
+    renderer.DisconnectVideoSubsystem();
+}
+
+void Kernel::VideoRenderer_CreateVideoResources(VideoRenderer &renderer, bool deviceWasLost)
+{
+    renderer.CreateVideoResources(deviceWasLost);
+}
+
+void Kernel::VideoRenderer_ReleaseVideoResources(VideoRenderer &renderer, bool deviceWasLost)
+{
+    renderer.ReleaseVideoResources(deviceWasLost);
+}
+
+void Kernel::VideoRenderer_OnWindowResize(VideoRenderer &renderer, unsigned int width, unsigned int height)
+{
+    renderer.OnWindowResize(width, height);
 }
 
 ostream &GetConOut()

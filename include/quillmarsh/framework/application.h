@@ -255,6 +255,7 @@ public:
     virtual void FrameSampleInput();
     virtual void FrameUpdateStates(double timeDelta);
     virtual void FramePreRenderVideo();
+    /// Draws the picture. By default the target is cleared: dark blue, with the farthest depth.
     virtual void FrameRenderVideo();
     /// Draws into an area of the GUI. Called while the GUI is drawn, and not part of the order.
     virtual void FrameRenderArea(gui::InterleavedRenderArea const &area);

@@ -23,6 +23,7 @@ class VideoConfig;
 class VideoProfile;
 class VideoRenderer;
 class VideoRendererInfo;
+class VideoSubsystem;
 struct DirectInputConfig;
 struct KernelExecutionParams;
 struct KernelThreadInfo;
@@ -47,6 +48,16 @@ public:
 
     /// The application. Asserts "No active application." while there is none.
     Application &GetApplication();
+
+    /// @name Video stack
+    /// @{
+
+    /// The video renderer in use. Asserts "No active video-renderer." while there is none.
+    VideoRenderer &GetActiveVideoRenderer();
+    /// Applies the present configuration of the video stack again; without an active renderer, an empty name and a
+    /// default configuration. `code` is passed on to the application.
+    void RequestVideoReconfig(unsigned int code);
+    /// @}
 
     /// @name Input devices
     /// Names are those of HIDController::GetControllerInterfaceName(). A device counts once, with its first controller
@@ -190,6 +201,16 @@ protected:
 
     /// Description of a device, for the kernel to fill in creation id and creator.
     static HumanInterfaceDeviceInfo &HumanInterfaceDevice_DeviceInfo(HumanInterfaceDevice &device);
+
+    /// @name Doors to the video renderer
+    /// Each calls the renderer's protected operation of that name.
+    /// @{
+    static void VideoRenderer_ConnectVideoSubsystem(VideoRenderer &renderer, VideoSubsystem &subsystem);
+    static void VideoRenderer_DisconnectVideoSubsystem(VideoRenderer &renderer);
+    static void VideoRenderer_CreateVideoResources(VideoRenderer &renderer, bool deviceWasLost);
+    static void VideoRenderer_ReleaseVideoResources(VideoRenderer &renderer, bool deviceWasLost);
+    static void VideoRenderer_OnWindowResize(VideoRenderer &renderer, unsigned int width, unsigned int height);
+    /// @}
 
 private:
     friend QUILLMARSH_API ostream &GetConOut();
