@@ -257,19 +257,28 @@ void Program::Report(string const &message)
 void Program::OnSignal(platform::eSignal signal)
 {
     std::lock_guard const lock(terminalMutex_);
-    bool const isForTerminal = signal == platform::eSignal::e_interrupt || signal == platform::eSignal::e_resize;
-    if (isForTerminal && terminal_ != nullptr)
+    switch (signal)
     {
-        if (signal == platform::eSignal::e_resize)
+    case platform::eSignal::e_resize:
+        if (terminal_ != nullptr)
             terminal_->OnResize();
-        else if (!lines_.EndWait())
+        return;
+    case platform::eSignal::e_continue:
+        if (terminal_ != nullptr)
+            terminal_->OnContinue();
+        return;
+    case platform::eSignal::e_interrupt:
+        if (terminal_ == nullptr)
+            break;
+        if (!lines_.EndWait())
             terminal_->OnInterrupt();
+        return;
+    case platform::eSignal::e_terminate:
+    case platform::eSignal::e_hangUp:
+        break;
     }
-    else if (signal != platform::eSignal::e_resize)
-    {
-        endingSignal_ = signal;
-        kernel_.RequestExit();
-    }
+    endingSignal_ = signal;
+    kernel_.RequestExit();
 }
 
 } // namespace quillmarsh::host

@@ -51,6 +51,8 @@ public:
     void OnInterrupt();
     /// Adapts to a new size of the terminal.
     void OnResize();
+    /// Shows the prompt again after the program was stopped and goes on.
+    void OnContinue();
     void Write(std::string_view text, unsigned int type) override;
     /// @}
 

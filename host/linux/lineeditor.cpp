@@ -1,5 +1,6 @@
 #include "lineeditor.h"
 
+#include "../completionlist.h"
 #include "../dialogtext.h"
 #include <quillmarsh/basetools/outputstream.h>
 #include <quillmarsh/basetools/texttools.h>
@@ -37,6 +38,15 @@ std::size_t GetTerminalColumns()
 {
     unsigned int const width = platform::GetTerminalWidth(platform::eStandardStream::e_output);
     return width > 0 ? width : 80;
+}
+
+/// Number of characters of a text in the encoding of the locale.
+std::size_t CountCharacters(string const &text)
+{
+    char const *rest = text.c_str();
+    std::mbstate_t state{};
+    std::size_t const count = std::mbsrtowcs(nullptr, &rest, 0, &state);
+    return count == static_cast<std::size_t>(-1) ? text.size() : count;
 }
 
 /// True when the terminal understands the common escape sequences.
@@ -172,6 +182,11 @@ void LineEditor::Resize()
     ChangeAndWake([this] { work_.resized = true; });
 }
 
+void LineEditor::Continue()
+{
+    ChangeAndWake([this] { work_.continued = true; });
+}
+
 void LineEditor::Write(std::string_view text, unsigned int type)
 {
     string const printable = MakePrintable(string(text), true);
@@ -204,17 +219,6 @@ bool LineEditor::TakeHandOver(HandOver &handOver, string &text)
     return true;
 }
 
-void LineEditor::FinishHandOver(HandOver &handOver, string const *text)
-{
-    ChangeAndWake(
-        [&]
-        {
-            handOver.state = HandOver::eState::e_done;
-            if (text != nullptr)
-                handOver.text = *text;
-        });
-}
-
 bool LineEditor::TakeLine(string &line)
 {
     return TakeHandOver(line_, line);
@@ -222,17 +226,26 @@ bool LineEditor::TakeLine(string &line)
 
 void LineEditor::FinishLine()
 {
-    FinishHandOver(line_, nullptr);
+    ChangeAndWake([this] { line_.state = HandOver::eState::e_done; });
 }
 
-bool LineEditor::TakeCompletion(string &text)
+bool LineEditor::TakeCompletion(string &line, std::size_t &cursor)
 {
-    return TakeHandOver(completion_, text);
+    if (!TakeHandOver(completion_, line))
+        return false;
+    // The editor changes nothing more until it has its answer.
+    cursor = completion_.cursor;
+    return true;
 }
 
-void LineEditor::AnswerCompletion(string const &completed)
+void LineEditor::AnswerCompletion(Completions const &completions)
 {
-    FinishHandOver(completion_, &completed);
+    ChangeAndWake(
+        [&]
+        {
+            completion_.completions = completions;
+            completion_.state = HandOver::eState::e_done;
+        });
 }
 
 // The editor's thread
@@ -267,6 +280,7 @@ void LineEditor::Run()
             editor_, EL_ADDFN, "quillmarsh-complete", "Complete the command",
             +[](EditLine *editor, int) { return FromEditor(editor).Complete(); });
         el_set(editor_, EL_BIND, "^I", "quillmarsh-complete", nullptr);
+        el_set(editor_, EL_BIND, "^R", "em-inc-search-prev", nullptr);
         el_source(editor_, nullptr);
     }
     while (!IsClosing())
@@ -317,9 +331,9 @@ void LineEditor::EditOneLine()
     el_set(editor_, EL_PREP_TERM, 1);
     int length = 0;
     char const *const text = el_gets(editor_, &length);
-    inEditor_ = false;
     if (text != nullptr && length > 0)
     {
+        inEditor_ = false;
         string line(text, static_cast<std::size_t>(length));
         if (line.ends_with('\n'))
             line.pop_back();
@@ -327,9 +341,10 @@ void LineEditor::EditOneLine()
         HandOverAndWait(line_, line);
         return;
     }
-    // The input ended, or the editor is being closed.
+    // The input ended, or the editor is being closed. No prompt stays behind.
     if (!atLineStart_)
-        Put("\n");
+        EraseEditArea();
+    inEditor_ = false;
     atLineStart_ = true;
     if (MayEdit() || exitAsked_)
     {
@@ -338,11 +353,13 @@ void LineEditor::EditOneLine()
     }
 }
 
-void LineEditor::HandOverAndWait(HandOver &handOver, string const &text)
+void LineEditor::HandOverAndWait(HandOver &handOver, string const &text, std::size_t cursor)
 {
     {
         std::lock_guard const lock(mutex_);
         handOver.text = text;
+        handOver.cursor = cursor;
+        handOver.completions = Completions();
         handOver.state = HandOver::eState::e_offered;
     }
     onInput_();
@@ -374,7 +391,9 @@ void LineEditor::DoWork()
     if (work.IsEmpty())
         return;
     condition_.notify_all();
-    if (inEditor_)
+    if (work.continued)
+        RestoreTerminalMode();
+    else if (inEditor_)
         EraseEditArea();
     if (!work.text.empty())
         ShowText(work.text);
@@ -398,6 +417,16 @@ void LineEditor::DoWork()
         Put("\n");
     atLineStart_ = false;
     el_set(editor_, EL_REFRESH);
+}
+
+/// Takes the terminal back from the shell, which has used it meanwhile, and left its cursor in a line of its own.
+void LineEditor::RestoreTerminalMode()
+{
+    atLineStart_ = true;
+    if (!inEditor_)
+        return;
+    el_set(editor_, EL_PREP_TERM, 0);
+    el_set(editor_, EL_PREP_TERM, 1);
 }
 
 void LineEditor::ShowText(string const &text)
@@ -459,7 +488,8 @@ void LineEditor::HandleInterrupt()
         el_cursor(editor_, static_cast<int>(line->lastchar - line->cursor));
         el_deletestr(editor_, static_cast<int>(line->lastchar - line->buffer));
     }
-    Put("^C\n");
+    // Outside of the editor, the terminal itself has shown the "^C".
+    Put(inEditor_ ? "^C\n" : "\n");
     atLineStart_ = true;
     if (isEmpty && interruptedBefore_)
     {
@@ -512,19 +542,40 @@ int LineEditor::ReadCharacter(wchar_t *character)
 unsigned char LineEditor::Complete()
 {
     LineInfo const *const line = el_line(editor_);
-    if (line->cursor != line->lastchar)
-        return CC_NORM;
     string const text(line->buffer, line->lastchar);
-    HandOverAndWait(completion_, text);
-    // The hand-over now contains the answer, which begins with the text that was to be completed.
-    string completed;
+    auto const cursor = static_cast<std::size_t>(line->cursor - line->buffer);
+    HandOverAndWait(completion_, text, cursor);
+    Completions completions;
     {
         std::lock_guard const lock(mutex_);
-        completed = completion_.text;
+        completions = std::move(completion_.completions);
     }
-    if (completed.size() > text.size())
-        el_insertstr(editor_, completed.c_str() + text.size());
+    if (completions.candidates.empty() || completions.begin > cursor)
+        return CC_REFRESH_BEEP;
+    string replacement = completions.commonReplacement;
+    bool const isDecided = completions.candidates.size() == 1;
+    bool const atWordEnd = cursor == text.size() || IsBlank(text[cursor]);
+    if (isDecided && completions.candidates.front().isWhole && cursor == text.size())
+        replacement += ' ';
+    ReplaceTyped(text.substr(completions.begin, cursor - completions.begin), replacement);
+    if (isDecided || !atWordEnd)
+        return CC_REFRESH;
+    {
+        std::lock_guard const lock(mutex_);
+        work_.text += FormatCandidates(completions.candidates, GetTerminalColumns(), coloured_);
+    }
+    DoWork();
     return CC_REFRESH;
+}
+
+/// Replaces the text in front of the cursor.
+void LineEditor::ReplaceTyped(string const &typed, string const &replacement)
+{
+    std::size_t const numKept = MatchPrefix(replacement, typed) ? typed.size() : 0;
+    if (numKept < typed.size())
+        el_deletestr(editor_, static_cast<int>(CountCharacters(typed)));
+    if (numKept < replacement.size())
+        el_insertstr(editor_, replacement.c_str() + numKept);
 }
 
 /// Answers the editor's requests for the history; index 0 is the newest entry.

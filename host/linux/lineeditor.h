@@ -3,6 +3,7 @@
 #define QUILLMARSH_HOST_LINUX_LINEEDITOR_H
 
 #include <quillmarsh/basetools/consolebuffers.h>
+#include <quillmarsh/framework/completion.h>
 #include <quillmarsh/platform/dialogs.h>
 
 #include <condition_variable>
@@ -35,6 +36,8 @@ public:
     /// @{
     void Interrupt();
     void Resize();
+    /// Shows the prompt again after the program was stopped and goes on.
+    void Continue();
     /// Shows a text of one output type. Waits while too much text is not shown yet.
     void Write(std::string_view text, unsigned int type);
     platform::eDialogAnswer PresentDialog(platform::DialogRequest const &request);
@@ -46,9 +49,10 @@ public:
     /// Takes the typed line, if there is one. The prompt stays hidden until FinishLine().
     bool TakeLine(string &line);
     void FinishLine();
-    /// Takes the text that the user wants completed, if there is one. The editor waits for AnswerCompletion().
-    bool TakeCompletion(string &text);
-    void AnswerCompletion(string const &completed);
+    /// Takes the line that the user wants completed, if there is one, and the index of its cursor. The editor waits for
+    /// AnswerCompletion().
+    bool TakeCompletion(string &line, std::size_t &cursor);
+    void AnswerCompletion(Completions const &completions);
     /// @}
 
 private:
@@ -64,6 +68,9 @@ private:
         };
         eState state = eState::e_none;
         string text;
+        /// Only for a completion.
+        std::size_t cursor = 0;
+        Completions completions;
     };
 
     struct Dialog
@@ -79,14 +86,15 @@ private:
         std::vector<Dialog *> dialogs;
         bool interrupted = false;
         bool resized = false;
-        bool IsEmpty() const { return text.empty() && dialogs.empty() && !interrupted && !resized; }
+        bool continued = false;
+        bool IsEmpty() const { return text.empty() && dialogs.empty() && !interrupted && !resized && !continued; }
     };
 
     /// @name Editor's thread
     /// @{
     void Run();
     void EditOneLine();
-    void HandOverAndWait(HandOver &handOver, string const &text);
+    void HandOverAndWait(HandOver &handOver, string const &text, std::size_t cursor = 0);
     void DoWork();
     void ShowText(string const &text);
     void EraseEditArea();
@@ -97,6 +105,8 @@ private:
     bool IsClosing();
     int ReadCharacter(wchar_t *character);
     unsigned char Complete();
+    void ReplaceTyped(string const &typed, string const &replacement);
+    void RestoreTerminalMode();
     int ServeHistory(HistEvent *event, int operation);
     /// @}
 
@@ -104,7 +114,6 @@ private:
     template<typename Change>
     void ChangeAndWake(Change &&change);
     bool TakeHandOver(HandOver &handOver, string &text);
-    void FinishHandOver(HandOver &handOver, string const *text);
 
     static LineEditor &FromEditor(EditLine *editor);
     static int OnHistory(void *self, HistEvent *event, int operation, ...);

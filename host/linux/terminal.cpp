@@ -47,6 +47,11 @@ void Terminal::OnResize()
     state_->Resize();
 }
 
+void Terminal::OnContinue()
+{
+    state_->Continue();
+}
+
 void Terminal::Write(std::string_view text, unsigned int type)
 {
     state_->Write(text, type);
@@ -75,15 +80,12 @@ string const &Terminal::GetName() const
     return state_->name;
 }
 
-void Terminal::Serve(std_command_interpreter::Interpreter &interpreter, ostream &out)
+void Terminal::Serve(std_command_interpreter::Interpreter &interpreter, ostream &)
 {
-    string text;
-    if (!state_->TakeCompletion(text))
-        return;
-    string completed;
-    bool const found = interpreter.CompleteCommandLine(text, completed, out);
-    out.flush();
-    state_->AnswerCompletion(found ? completed : text);
+    string line;
+    std::size_t cursor = 0;
+    if (state_->TakeCompletion(line, cursor))
+        state_->AnswerCompletion(interpreter.FindCompletions(line, cursor));
 }
 
 platform::eDialogAnswer Terminal::Present(platform::DialogRequest const &request)

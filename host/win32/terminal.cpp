@@ -175,6 +175,8 @@ void Terminal::OnInterrupt()
 
 void Terminal::OnResize() {}
 
+void Terminal::OnContinue() {}
+
 void Terminal::Write(std::string_view text, unsigned int type)
 {
     string shown;

@@ -86,6 +86,7 @@
 #include <quillmarsh/framework/commands/profilercmd.h>
 #include <quillmarsh/framework/commands/variablecmd.h>
 #include <quillmarsh/framework/commandtable.h>
+#include <quillmarsh/framework/completion.h>
 #include <quillmarsh/framework/directinputconfig.h>
 #include <quillmarsh/framework/directinputdeviceinfo.h>
 #include <quillmarsh/framework/directinputproxy.h>

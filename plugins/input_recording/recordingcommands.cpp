@@ -29,7 +29,7 @@ constexpr CommandWord s_playWords[] = {
     CommandWord::Option(PlayCmd::s_szOptionStop, "stop all recordings that are played\n"),
     CommandWord::Assignment(PlayCmd::s_szAssignSpeed, PlayCmd::s_szValueSpeed,
                             "play at a multiple of the recorded speed, from 0.01 to 100\n", s_speed),
-    CommandWord::Argument("0) string", "file of the recording, which becomes a device\n"),
+    CommandWord::Argument("0) string", "file of the recording, which becomes a device\n", command_values::s_file),
 };
 
 constexpr CommandWord s_recordWords[] = {
@@ -37,7 +37,7 @@ constexpr CommandWord s_recordWords[] = {
     CommandWord::Option(RecordCmd::s_szOptionOverwrite, "replace the file if it exists\n"),
     CommandWord::Assignment(RecordCmd::s_szAssignDevice, RecordCmd::s_szValueDevice,
                             "record only the device with this creation-id\n", command_values::s_device),
-    CommandWord::Argument("0) string", "file to write\n"),
+    CommandWord::Argument("0) string", "file to write\n", command_values::s_file),
 };
 
 /// Prints a message and returns false if the line has words about a file but names none.

@@ -229,9 +229,17 @@ void Formats(DataBench &, ostream &out, CommandArguments const &)
     out << "Files: " << sampled_data::GetExtensions() << std::endl;
 }
 
+// All texts are accepted: the commands themselves give the reason against one.
+constexpr CommandValue s_format{"the name of a sample format", nullptr,
+                                [](CommandArguments const &, CompletionOffers &offers)
+                                {
+                                    for (eSampleFormat const format : sampled_data::GetNamedFormats())
+                                        offers.Add(sampled_data::GetFormatName(format));
+                                }};
 constexpr CommandWord s_fileWords[] = {
-    CommandWord::Argument("0) file-name", "its extension selects the type of file\n")};
-constexpr CommandWord s_convertWords[] = {CommandWord::Argument("0) format-name", "sample format, see formats\n")};
+    CommandWord::Argument("0) file-name", "its extension selects the type of file\n", command_values::s_file)};
+constexpr CommandWord s_convertWords[] = {
+    CommandWord::Argument("0) format-name", "sample format, see formats\n", s_format)};
 constexpr CommandWord s_resampleWords[] = {
     CommandWord::Argument("0) size", "N samples, WxH columns and rows, or WxHxD columns, rows and layers\n")};
 constexpr CommandWord s_flipWords[] = {
@@ -249,7 +257,7 @@ constexpr CommandWord s_fillWords[] = {CommandWord::Assignment("luminance", "0..
                                        CommandWord::Assignment("green", "0..255", "set the green\n", s_byte),
                                        CommandWord::Assignment("blue", "0..255", "set the blue\n", s_byte)};
 constexpr CommandWord s_mipmapsWords[] = {
-    CommandWord::Assignment("format", "format-name", "sample format of the levels\n"),
+    CommandWord::Assignment("format", "format-name", "sample format of the levels\n", s_format),
     CommandWord::Argument("0) prefix", "begins the names of the packages: prefix.0.qmdp.image and so on\n")};
 
 constexpr DataCommand s_commands[] = {

@@ -4,6 +4,7 @@
 #include <quillmarsh/basetools/outputstream.h>
 #include <quillmarsh/framework/humaninterfacedevice.h>
 #include <quillmarsh/framework/kernel.h>
+#include <quillmarsh/framework/plugin.h>
 
 #include <algorithm>
 
@@ -73,6 +74,18 @@ bool command_values::IsDeviceID(string const &text)
 {
     unsigned int creationID = 0;
     return IsUnsigned(text) && ToValue(text, creationID) && FindDevice(creationID) != nullptr;
+}
+
+bool command_values::IsPlugin(string const &text)
+{
+    Kernel &kernel = Kernel::Instance();
+    PluginInfo info;
+    for (unsigned int i = 0; i < kernel.GetNumPlugins(); ++i)
+    {
+        if (kernel.GetPluginInfo(i, info) && info.GetPluginName() == text)
+            return true;
+    }
+    return false;
 }
 
 void DumpCommandWords(ostream &out, CommandLineParser const &parser, std::span<CommandWord const> words,

@@ -51,12 +51,12 @@ void Interpreter::GetAliases(std::vector<std::pair<string, string>> &aliases) co
     aliases.assign(aliases_.begin(), aliases_.end());
 }
 
-/// Replaces the longest alias that the line begins with, as a whole word, by its target.
+/// Finds the longest alias that the line begins with, as a whole word; null without one.
 ///
 /// Take the greatest text of the map that is not above `head`. Either it is the longest alias that `head` begins with,
 /// or every shorter such alias lies within the characters that it has in common with `head`. So each lookup ends the
 /// search or shortens `head`.
-bool Interpreter::ExpandAliasPrefix(string const &line, string &expanded) const
+std::pair<string const, string> const *Interpreter::FindAliasPrefix(string const &line) const
 {
     std::string_view head = line;
     while (!head.empty())
@@ -68,15 +68,25 @@ bool Interpreter::ExpandAliasPrefix(string const &line, string &expanded) const
         std::size_t const numCommon = GetCommonLength(alias, head);
         bool const isPrefix = numCommon == alias.size();
         if (isPrefix && (alias.size() == line.size() || IsBlank(line[alias.size()])))
-        {
-            expanded.reserve(target.size() + line.size() - alias.size());
-            expanded.assign(target).append(line, alias.size());
-            return true;
-        }
+            return &*next;
         head = head.substr(0, isPrefix ? numCommon - 1 : numCommon);
     }
-    expanded = line;
-    return false;
+    return nullptr;
+}
+
+/// Replaces such an alias by its target.
+bool Interpreter::ExpandAliasPrefix(string const &line, string &expanded) const
+{
+    auto const *const found = FindAliasPrefix(line);
+    if (found == nullptr)
+    {
+        expanded = line;
+        return false;
+    }
+    auto const &[alias, target] = *found;
+    expanded.reserve(target.size() + line.size() - alias.size());
+    expanded.assign(target).append(line, alias.size());
+    return true;
 }
 
 } // namespace quillmarsh::std_command_interpreter

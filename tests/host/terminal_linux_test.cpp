@@ -23,7 +23,7 @@ TEST(Terminal, EditsCompletesAndRemembersLines)
     // An incomplete character does not take the next key with it.
     EXPECT_TRUE(host.Enter("greet\xe2\x82\r", {"Hello from the workbench!", "workbench> "}));
     EXPECT_TRUE(host.Enter("gree\t\r", {"Hello from the workbench!", "workbench> "}));
-    EXPECT_TRUE(host.Enter("h\t", {"Matching commands/aliases: help, history", "workbench> h"}));
+    EXPECT_TRUE(host.Enter("h\t", {"help         ", "Print help for any command", "history ", "workbench> h"}));
     EXPECT_TRUE(host.Enter("\bbench\r", {"Balls", "workbench> "}));
     EXPECT_TRUE(host.Enter(string(s_up) + s_up + "\r", {"Hello from the workbench!"}));
     host.Send("frobnicate\rexit\r");

@@ -112,7 +112,7 @@ eExit Main(std::vector<string> const &words, string const &program)
 /// Deletes unfinished files, and ends the program as the signal would have ended it.
 void OnSignal(platform::eSignal signal)
 {
-    if (signal == platform::eSignal::e_resize)
+    if (signal == platform::eSignal::e_resize || signal == platform::eSignal::e_continue)
         return;
     RemoveUnfinishedFiles();
     platform::EndProcessBySignal(signal);

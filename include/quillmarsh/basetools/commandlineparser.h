@@ -112,6 +112,39 @@ public:
     /// Parses the words of a program's own command line, with a blank behind each word.
     bool Parse(int argc, char **argv, bool throwOnError = false);
 
+    /// The word at the end of a line that somebody still types.
+    struct UnfinishedWord
+    {
+        enum class eKind
+        {
+            /// The command itself.
+            e_command,
+            /// An option or the name of an assignment. The text is without the option character, which stands there.
+            e_option,
+            /// The value of an assignment.
+            e_value,
+            /// A string, which may still become an option if it is empty.
+            e_string
+        };
+
+        eKind kind = eKind::e_command;
+        /// Index in the line of the word's first byte, of a quote character in front of it, or of a value.
+        std::size_t begin = 0;
+        /// What is typed of the word, without quotes and escapes.
+        string text;
+        /// Name of the assignment of a value.
+        string assignment;
+        bool isQuoted = false;
+    };
+
+    /// Parses a line that somebody still types, up to its last word, which Parse() may refuse: the results are the
+    /// command and the arguments in front of that word. Returns false, without results, when the line has a mistake in
+    /// front of the word, and when no word can stand at its end.
+    bool ParseUnfinished(string const &line, UnfinishedWord &word);
+    /// Text as a word of a line: with quotes and escapes if it needs them or `forceQuotes` is set. Unless it `isWhole`,
+    /// quotes stay open for the rest.
+    string FormatWord(string const &text, bool forceQuotes = false, bool isWhole = true) const;
+
     /// Clears the line; the results stay.
     void ClearLastCommandLine();
     /// Clears the results; the line stays.
@@ -200,6 +233,10 @@ private:
     bool EatWhitespace(std::size_t &at) const;
     bool IsNext(std::size_t at, char wanted) const;
     bool IsWordEnd(std::size_t at) const;
+
+    bool FindUnfinishedWord(UnfinishedWord &word);
+    bool FindUnfinishedOption(std::size_t begin, std::size_t end, string const &name, UnfinishedWord &word) const;
+    bool ReadUnfinishedText(std::size_t at, UnfinishedWord &word) const;
 
     void ParseLine(std::size_t &at, string &putBack);
     void ParseCommand(std::size_t &at);

@@ -5,6 +5,7 @@
 #include <quillmarsh/basetools/command.h>
 #include <quillmarsh/basetools/commandlineparser.h>
 #include <quillmarsh/basetools/texttools.h>
+#include <quillmarsh/framework/completion.h>
 
 #include <span>
 #include <type_traits>
@@ -27,6 +28,8 @@ struct CommandValue
     /// True when the text is such a value. The function may ask the line of the text for its other words. Null accepts
     /// all texts.
     bool (*accepts)(CommandArguments const &line, string const &text);
+    /// Offers values to somebody who types one; null offers none. The line is without the word that is typed.
+    void (*offer)(CommandArguments const &line, CompletionOffers &offers) = nullptr;
 };
 
 /// Kinds of values that many commands take.
@@ -47,19 +50,31 @@ QUILLMARSH_API bool IsUnsigned(string const &text);
 QUILLMARSH_API HumanInterfaceDevice *FindDevice(unsigned int creationID);
 /// True when a device has the text as its creation id.
 QUILLMARSH_API bool IsDeviceID(string const &text);
+/// True when the kernel has a plug-in of that name.
+QUILLMARSH_API bool IsPlugin(string const &text);
 
 /// Any text.
 inline constexpr CommandValue s_text{"a text", nullptr};
 /// A text that converts to a `bool`.
-inline constexpr CommandValue s_boolean{"a boolean (true or false, yes or no, on or off, 1 or 0)", &Converts<bool>};
+inline constexpr CommandValue s_boolean{"a boolean (true or false, yes or no, on or off, 1 or 0)", &Converts<bool>,
+                                        [](CommandArguments const &, CompletionOffers &offers)
+                                        { OfferBooleans(offers); }};
 /// A finite number.
 inline constexpr CommandValue s_real{"a number", &Converts<double>};
 /// A whole number without a sign.
 inline constexpr CommandValue s_uinteger{"a whole number from 0 on",
                                          [](CommandArguments const &, string const &text) { return IsUnsigned(text); }};
 /// The creation id of a device that the kernel has.
-inline constexpr CommandValue s_device{"the creation-id of a device",
-                                       [](CommandArguments const &, string const &text) { return IsDeviceID(text); }};
+inline constexpr CommandValue s_device{
+    "the creation-id of a device", [](CommandArguments const &, string const &text) { return IsDeviceID(text); },
+    [](CommandArguments const &, CompletionOffers &offers) { OfferDevices(offers); }};
+/// The name of a file, which may not exist. All texts are accepted: the command knows the reason against one.
+inline constexpr CommandValue s_file{"the name of a file", nullptr,
+                                     [](CommandArguments const &, CompletionOffers &offers) { OfferFiles(offers); }};
+/// The name of a plug-in that the kernel has.
+inline constexpr CommandValue s_plugin{
+    "the name of a plug-in", [](CommandArguments const &, string const &text) { return IsPlugin(text); },
+    [](CommandArguments const &, CompletionOffers &offers) { OfferPlugins(offers); }};
 
 } // namespace command_values
 
@@ -152,6 +167,8 @@ public:
 
     Command const &GetCommand() const { return command_; }
     CommandLineParser const &GetParser() const { return parser_; }
+    /// The table.
+    std::span<CommandWord const> GetWords() const { return words_; }
 
     bool HasOption(char const *name) const;
     /// Value of the first assignment of that name; null when there is none.
@@ -162,6 +179,12 @@ public:
     /// Argument by its place in the table; null when there is none.
     string const *FindArgument(unsigned int index) const;
 
+    /// Offers what can stand for a word that somebody types: options and assignments that the line does not have yet,
+    /// values of an assignment, or values of the next argument. `ahead` has the line in front of the word, as
+    /// CommandLineParser::ParseUnfinished() leaves it; the parser of this object has all other words of the line.
+    void OfferWords(CommandLineParser::UnfinishedWord const &word, CommandLineParser const &ahead,
+                    CompletionOffers &offers) const;
+
     /// The first mistake in the line, as a sentence that names command and word; empty when there is none.
     ///
     /// Mistakes are options, assignments and arguments that the table lacks, an assignment that stands there twice, and
@@ -171,6 +194,9 @@ public:
 private:
     struct Place;
 
+    void OfferOptions(CompletionOffers &offers) const;
+    void OfferArgument(CommandLineParser const &ahead, CompletionOffers &offers) const;
+    void OfferValues(CommandWord const *word, CompletionOffers &offers) const;
     bool HasWord(CommandWord::eKind kind, char const *name) const;
     CommandWord const *FindWord(CommandWord::eKind kind, string const &name) const;
     CommandWord const *FindArgumentWord(unsigned int index) const;

@@ -5,6 +5,7 @@
 #include <quillmarsh/basetools/command.h>
 #include <quillmarsh/basetools/commandinterpreter.h>
 #include <quillmarsh/basetools/commandlineparser.h>
+#include <quillmarsh/framework/completion.h>
 
 #include <functional>
 #include <map>
@@ -49,6 +50,17 @@ public:
     /// Completes a command word by the names of commands and aliases. If several match, they are listed on `out`, and
     /// the text that they have in common is the completion. Returns false for the same line as at the last call.
     bool CompleteCommandLine(string const &line, string &completed, ostream &out) override;
+
+    /// Finds what can stand at the cursor of a half-typed line: commands and aliases, and the words that the table of
+    /// the line's command offers. `cursor` is an index in the line; one behind the end counts as the end. Commands for
+    /// developers are found when such commands run. Changes nothing, and does not depend on earlier requests.
+    Completions FindCompletions(string const &line, std::size_t cursor = string::npos) const;
+
+    /// Offers the names of the commands that run, and of the aliases if `withAliases` is set, in one order.
+    void OfferCommands(bool withAliases, CompletionOffers &offers) const;
+
+    /// Finds the command that a line would run; null when there is none, or when the line is not well-formed.
+    Command *FindCommandOfLine(string const &line) const;
 
     /// @}
     /// @name Settings
@@ -175,10 +187,13 @@ private:
     bool RemoveCommand(Register &commands, Command &command, bool deleteIt);
     unsigned int RemoveCommands(Register &commands, string const &name, bool deleteThem);
 
+    std::pair<string const, string> const *FindAliasPrefix(string const &line) const;
     bool ExpandAliasPrefix(string const &line, string &expanded) const;
     Command *PrepareCommand(string const &expanded, ostream &out, bool &result);
     Command *SelectCommand(ostream &out, bool &result);
     std::vector<string> CollectCompletions(string const &prefix) const;
+    void OfferArguments(CommandLineParser const &ahead, CommandLineParser::UnfinishedWord const &word,
+                        string const &rest, CompletionOffers &offers) const;
 
     Register externalCommands_;
     Register internalCommands_;

@@ -68,7 +68,9 @@ enum class eSignal
     /// The terminal was closed.
     e_hangUp,
     /// The size of the terminal has changed. Linux only.
-    e_resize
+    e_resize,
+    /// The program was stopped, and goes on. Linux only.
+    e_continue
 };
 
 /// Calls a function, on a thread of its own, for each signal of eSignal that the program receives while the watch
@@ -93,7 +95,7 @@ private:
 
 /// Ends the process at once, with the status that tells the parent process which signal ended it: on Linux by the
 /// signal itself, on Windows with the status of Ctrl+C. The buffers of the C library are flushed; no destructor runs.
-/// e_resize counts as e_terminate. Any thread, that of a SignalWatch included.
+/// e_resize and e_continue count as e_terminate. Any thread, that of a SignalWatch included.
 [[noreturn]] QUILLMARSH_API void EndProcessBySignal(eSignal signal);
 
 /// @name The calling thread

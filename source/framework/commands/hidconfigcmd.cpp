@@ -13,7 +13,9 @@ using Cmd = HIDConfigCmd;
 
 constexpr CommandValue s_version{"a version's whole number, or \"last\"",
                                  [](CommandArguments const &, string const &text)
-                                 { return text == Cmd::s_szVersionLast || command_values::IsUnsigned(text); }};
+                                 { return text == Cmd::s_szVersionLast || command_values::IsUnsigned(text); },
+                                 [](CommandArguments const &, CompletionOffers &offers)
+                                 { offers.Add(Cmd::s_szVersionLast, "the last version that there is"); }};
 
 constexpr CommandWord s_words[] = {
     CommandWord::Option(Cmd::s_szOptionNoDIInit, "dont use DirectInput at hid-init\n"),

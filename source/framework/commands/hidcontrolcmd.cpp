@@ -51,7 +51,9 @@ constexpr TrackerSwitch s_trackerSwitches[] = {
 /// The controller of the device that the same line selects.
 bool IsController(CommandArguments const &line, string const &text);
 
-constexpr CommandValue s_controller{"the number of one of the device's controllers", &IsController};
+void OfferControllers(CommandArguments const &line, CompletionOffers &offers);
+
+constexpr CommandValue s_controller{"the number of one of the device's controllers", &IsController, &OfferControllers};
 constexpr char s_szMouseHeading[] = "Mouse-controller arguments:\n";
 constexpr char s_szTrackerHeading[] = "OrientationTracker-controller arguments:\n";
 
@@ -86,6 +88,15 @@ bool IsController(CommandArguments const &line, string const &text)
     HumanInterfaceDevice *const device =
         line.ReadAssignment(Cmd::s_szAssignDevice, creationID) ? command_values::FindDevice(creationID) : nullptr;
     return device == nullptr || number < device->GetNumControllers();
+}
+
+void OfferControllers(CommandArguments const &line, CompletionOffers &offers)
+{
+    unsigned int creationID = 0;
+    HumanInterfaceDevice *const device =
+        line.ReadAssignment(Cmd::s_szAssignDevice, creationID) ? command_values::FindDevice(creationID) : nullptr;
+    for (unsigned int i = 0; device != nullptr && i < device->GetNumControllers(); ++i)
+        offers.Add(MakeString(i), device->GetController(i)->GetControllerInterfaceName());
 }
 
 void DumpControllers(ostream &out, HumanInterfaceDevice &device, unsigned int tabs, bool withInfo)

@@ -63,8 +63,56 @@ bool IsValue(CommandArguments const &line, string const &text)
     return variable == nullptr || VariableCmd::AcceptsValue(*variable, text);
 }
 
-constexpr CommandValue s_nameOrPrefix{"the name of a variable, nor what such a name begins with", &IsNameOrPrefix};
-constexpr CommandValue s_value{"a value of the variable's type", &IsValue};
+/// Developers' variables can always be read.
+void OfferNames(CommandArguments const &line, CompletionOffers &offers)
+{
+    VariableRegistry const *const registry = GetRegistry(line);
+    for (unsigned int i = 0; registry != nullptr && i < registry->GetNumVariables(); ++i)
+    {
+        VariableProxy const &variable = registry->GetVariable(i);
+        string const &description = variable.GetVarDescription();
+        offers.Add(variable.GetName(),
+                   "= " + variable.GetValueString() + (description.empty() ? "" : ": " + description));
+    }
+}
+
+/// Offers both ends of a range; an end at the limit of the type is none.
+template<typename T>
+void OfferRange(VariableProxy const &variable, CompletionOffers &offers)
+{
+    auto const *const checked = dynamic_cast<TVariableProxyRangeChecked<T> const *>(&variable);
+    if (checked == nullptr)
+        return;
+    using Limits = std::numeric_limits<T>;
+    if (std::isfinite(static_cast<double>(checked->GetMinimum())) && checked->GetMinimum() != Limits::lowest())
+        offers.Add(MakeString(checked->GetMinimum()), "the lowest value");
+    if (std::isfinite(static_cast<double>(checked->GetMaximum())) && checked->GetMaximum() != Limits::max())
+        offers.Add(MakeString(checked->GetMaximum()), "the highest value");
+}
+
+void OfferValues(CommandArguments const &line, CompletionOffers &offers)
+{
+    VariableRegistry *const registry = GetRegistry(line);
+    string const *const name = line.FindArgument(0);
+    VariableProxy const *const variable =
+        registry != nullptr && name != nullptr ? registry->GetVariable(*name) : nullptr;
+    if (variable == nullptr)
+        return;
+    if (dynamic_cast<TVariableProxy<bool> const *>(variable) != nullptr)
+    {
+        OfferBooleans(offers);
+        return;
+    }
+    offers.Add(variable->GetValueString(), "the present value");
+    OfferRange<int>(*variable, offers);
+    OfferRange<unsigned int>(*variable, offers);
+    OfferRange<float>(*variable, offers);
+    OfferRange<double>(*variable, offers);
+}
+
+constexpr CommandValue s_nameOrPrefix{"the name of a variable, nor what such a name begins with", &IsNameOrPrefix,
+                                      &OfferNames};
+constexpr CommandValue s_value{"a value of the variable's type", &IsValue, &OfferValues};
 
 constexpr CommandWord s_words[] = {
     CommandWord::Option(VariableCmd::s_szOptionInfo, "print detailed variable info\n"),

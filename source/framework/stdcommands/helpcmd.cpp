@@ -9,10 +9,16 @@ namespace
 
 using Cmd = HelpCmd;
 
-constexpr CommandValue s_commandName{"the name of a command", [](CommandArguments const &line, string const &text)
+constexpr CommandValue s_commandName{"the name of a command",
+                                     [](CommandArguments const &line, string const &text)
                                      {
                                          auto const &help = static_cast<HelpCmd const &>(line.GetCommand());
                                          return help.GetInterpreter().GetCommand(text) != nullptr;
+                                     },
+                                     [](CommandArguments const &line, CompletionOffers &offers)
+                                     {
+                                         auto const &help = static_cast<HelpCmd const &>(line.GetCommand());
+                                         help.GetInterpreter().OfferCommands(false, offers);
                                      }};
 
 constexpr CommandWord s_words[] = {

@@ -19,11 +19,15 @@ struct NumberedSignal
 };
 
 constexpr NumberedSignal s_signals[] = {
-    {SIGINT, eSignal::e_interrupt},
-    {SIGTERM, eSignal::e_terminate},
-    {SIGHUP, eSignal::e_hangUp},
-    {SIGWINCH, eSignal::e_resize},
+    {SIGINT, eSignal::e_interrupt}, {SIGTERM, eSignal::e_terminate}, {SIGHUP, eSignal::e_hangUp},
+    {SIGWINCH, eSignal::e_resize},  {SIGCONT, eSignal::e_continue},
 };
+
+/// True for signals that the system does nothing about by default.
+bool IsHarmless(int number)
+{
+    return number == SIGWINCH || number == SIGCONT;
+}
 
 eSignal ToSignal(int number)
 {
@@ -39,7 +43,7 @@ int ToNumber(eSignal signal)
 {
     for (NumberedSignal const &row : s_signals)
     {
-        if (row.signal == signal && row.number != SIGWINCH)
+        if (row.signal == signal && !IsHarmless(row.number))
             return row.number;
     }
     return SIGTERM;
@@ -68,7 +72,7 @@ SignalWatch::SignalWatch(std::function<void(eSignal)> onSignal) : state_(std::ma
     for (NumberedSignal const &row : s_signals)
     {
         // sigwait would also receive a signal that is ignored.
-        if (row.number == SIGWINCH || !IsIgnored(row.number))
+        if (IsHarmless(row.number) || !IsIgnored(row.number))
             sigaddset(&state.signals, row.number);
     }
     // All later threads inherit the block. One thread waits for the signals, and so may do anything when one arrives.
