@@ -128,6 +128,7 @@
 #include <quillmarsh/gui/gui_transform.h>
 #include <quillmarsh/gui/gui_vertices.h>
 #include <quillmarsh/gui/gui_videoresource.h>
+#include <quillmarsh/gui/scrollgadget.h>
 #include <quillmarsh/mathtools/color4b.h>
 #include <quillmarsh/mathtools/color4f.h>
 #include <quillmarsh/mathtools/componentoperations.h>
