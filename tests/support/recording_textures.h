@@ -6,6 +6,7 @@
 
 #include "tests/support/sample_blocks.h"
 
+#include <memory>
 #include <vector>
 
 namespace quillmarsh::tests
@@ -30,6 +31,8 @@ struct TextureRecord
     unsigned int numPriorityChanges = 0;
     unsigned int numBaseLevelChanges = 0;
     bool acceptsBaseLevel = true;
+    /// Whatever has to live as long as the texture.
+    std::shared_ptr<void> companion;
 
     template<typename... Arguments>
     bool Load(unsigned int level, SignalBase const &source, Arguments... arguments)
