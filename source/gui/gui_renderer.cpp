@@ -1,5 +1,7 @@
 #include <quillmarsh/gui/gui_renderer.h>
 
+#include <quillmarsh/gui/gui_fonts.h>
+
 #include <algorithm>
 
 namespace quillmarsh::gui
@@ -78,6 +80,21 @@ void Renderer::DrawRectangleFrame(RectangleC const &rectangle, float thickness)
     vertices[8] = vertices[0];
     vertices[9] = vertices[1];
     DrawPrimitive(vertices, e_triangleStrip, 8, 0);
+}
+
+void Renderer::DrawText(Font const &font, string const &text, DrawTextParams const &params)
+{
+    font.DrawText(*this, text, params);
+}
+
+void Renderer::DrawText(Font const &font, unsigned int length, char const *text, DrawTextParams const &params)
+{
+    font.DrawText(*this, length, text, params);
+}
+
+void Renderer::DrawText(FontTexture const &font, string const &text, DrawTextParams const &params)
+{
+    DrawText(font, static_cast<unsigned int>(text.length()), text.data(), params);
 }
 
 Renderer::DepthParamsSentry::DepthParamsSentry(Renderer &renderer, DepthParams const &params) : renderer_(renderer)
