@@ -149,8 +149,10 @@
 #include <quillmarsh/platform/clipboard.h>
 #include <quillmarsh/platform/desktopevents.h>
 #include <quillmarsh/platform/dialogs.h>
+#include <quillmarsh/platform/displaymodes.h>
 #include <quillmarsh/platform/inputcodes.h>
 #include <quillmarsh/platform/openglcontext.h>
+#include <quillmarsh/platform/pixelrows.h>
 #include <quillmarsh/platform/program.h>
 #include <quillmarsh/platform/types.h>
 #include <quillmarsh/platform/widechartraits.h>

@@ -93,14 +93,14 @@ bool GetWorkArea(unsigned int *left, unsigned int *top, unsigned int *right, uns
 
 bool GetDesktopDisplayMode(_devicemodeA &mode)
 {
-    return platform::ReadDisplayMode(mode);
+    return platform::ReadDesktopMode(mode);
 }
 
 bool GetDesktopDisplayMode(unsigned int *width, unsigned int *height, unsigned int *bitsPerPixel,
                            unsigned int *frequency)
 {
     platform::DisplayMode mode;
-    bool const succeeded = platform::ReadDisplayMode(mode);
+    bool const succeeded = platform::ReadDesktopMode(mode);
     Give(width, mode.width);
     Give(height, mode.height);
     Give(bitsPerPixel, mode.bitsPerPixel);
@@ -111,7 +111,7 @@ bool GetDesktopDisplayMode(unsigned int *width, unsigned int *height, unsigned i
 string GetDesktopDisplayModeDescription()
 {
     platform::DisplayMode mode;
-    platform::ReadDisplayMode(mode);
+    platform::ReadDesktopMode(mode);
     return std::to_string(mode.width) + " x " + std::to_string(mode.height) + " x " +
            std::to_string(mode.bitsPerPixel) + " @ " + std::to_string(mode.frequency);
 }

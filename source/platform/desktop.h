@@ -3,6 +3,7 @@
 #define QUILLMARSH_SOURCE_PLATFORM_DESKTOP_H
 
 #include <quillmarsh/basetools/windows/winutils.h>
+#include <quillmarsh/platform/displaymodes.h>
 
 namespace quillmarsh::platform
 {
@@ -16,19 +17,26 @@ struct Area
     int bottom = 0;
 };
 
-struct DisplayMode
-{
-    unsigned int width = 0;
-    unsigned int height = 0;
-    unsigned int bitsPerPixel = 0;
-    unsigned int frequency = 0;
-};
-
-/// @name Display. False without one; the output is then unchanged
+/// @name The first display. False without one; the output is then unchanged
 /// @{
 bool ReadWorkArea(Area &area);
-bool ReadDisplayMode(DisplayMode &mode);
-bool ReadDisplayMode(_devicemodeA &mode);
+bool ReadDesktopMode(_devicemodeA &mode);
+/// @}
+
+/// Writes the values of a mode to the system's record, which has no others afterwards.
+void WriteMode(DisplayMode const &mode, _devicemodeA &record);
+
+/// @name What the system knows of its display
+/// Not for a headless desktop.
+/// @{
+bool ReadSystemWorkArea(Area &area);
+bool ReadSystemMode(DisplayMode &mode);
+/// The system may write more than the four values of a DisplayMode.
+bool ReadSystemMode(_devicemodeA &mode);
+/// Appends the modes, in any order.
+bool ReadSystemModes(std::vector<DisplayMode> &modes);
+/// Prepares the system for windows that nobody sees, or for the usual ones.
+bool SetSystemHeadless(bool isHeadless, string &reason);
 /// @}
 
 color4b ReadSystemColor(win_utils::eSystemColor color);

@@ -4,7 +4,7 @@
 
 #include <quillmarsh/platform/types.h>
 
-#include "source/platform/pixelrows.h"
+#include <quillmarsh/platform/pixelrows.h>
 
 #include <cstdint>
 #include <cstdio>

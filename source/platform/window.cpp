@@ -1,6 +1,7 @@
 #include <quillmarsh/platform/window.h>
 
 #include "source/platform/desktopevents.h"
+#include "source/platform/headlesswindow.h"
 #include "source/platform/threads.h"
 
 #include <algorithm>
@@ -56,20 +57,25 @@ bool IsDesktopThread()
     return owner != s_noThread && owner == GetCurrentThreadNumber();
 }
 
-AutoPtr<Window> Window::Open(WindowDesc const &desc, string &reason)
+AutoPtr<Window> Window::Open(WindowDesc const &desc, string &reason, eWindowStep *failedStep)
 {
-    if (!TakeDesktop())
-    {
-        reason = "Another thread has windows open, and all windows belong to one thread.";
-        return nullptr;
-    }
+    eWindowStep step = eWindowStep::e_window;
     AutoPtr<Window> window(new Window(desc.role));
-    window->system_.reset(OpenSystem(*window, desc, reason));
+    bool const isOurs = TakeDesktop();
+    if (isOurs)
+        window->system_.reset(OpenSystem(*window, desc, reason, step));
+    else
+        reason = "Another thread has windows open, and all windows belong to one thread.";
     if (window->system_ == nullptr)
     {
-        LeaveDesktop();
+        if (isOurs)
+            LeaveDesktop();
+        if (failedStep)
+            *failedStep = step;
         return nullptr;
     }
+    if (IsHeadless())
+        window->headless_.reset(new Headless(*window));
     GetWindows().push_back(window.get());
     TellDesktop(MakeEvent(eDesktopEvent::e_windowOpened, *window));
     return window;

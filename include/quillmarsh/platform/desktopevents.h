@@ -26,6 +26,8 @@ enum class eDesktopEvent
     e_windowGeometry,
     /// The client area has to be redrawn.
     e_windowExposed,
+    /// Window::Wake() was called.
+    e_windowWoken,
     /// A key went down or up: `key`, `isOn`, `isRepeat`, `modifiers`. `key` is e_key_none for a key that eKey does not
     /// name.
     e_key,

@@ -45,9 +45,15 @@ struct CursorRow
     char const *resource;
 };
 
+DisplayMode ToDisplayMode(_devicemodeA const &record)
+{
+    return {static_cast<unsigned int>(record.dmPelsWidth), static_cast<unsigned int>(record.dmPelsHeight),
+            static_cast<unsigned int>(record.dmBitsPerPel), static_cast<unsigned int>(record.dmDisplayFrequency)};
+}
+
 } // namespace
 
-bool ReadWorkArea(Area &area)
+bool ReadSystemWorkArea(Area &area)
 {
     RECT found;
     if (SystemParametersInfoA(SPI_GETWORKAREA, 0, &found, 0) == 0)
@@ -57,7 +63,7 @@ bool ReadWorkArea(Area &area)
     return true;
 }
 
-bool ReadDisplayMode(_devicemodeA &mode)
+bool ReadSystemMode(_devicemodeA &mode)
 {
     _devicemodeA found = {};
     found.dmSize = sizeof(found);
@@ -67,16 +73,42 @@ bool ReadDisplayMode(_devicemodeA &mode)
     return succeeded;
 }
 
-bool ReadDisplayMode(DisplayMode &mode)
+bool ReadSystemMode(DisplayMode &mode)
 {
     _devicemodeA found;
-    if (!ReadDisplayMode(found))
+    if (!ReadSystemMode(found))
         return false;
-    mode.width = found.dmPelsWidth;
-    mode.height = found.dmPelsHeight;
-    mode.bitsPerPixel = found.dmBitsPerPel;
-    mode.frequency = found.dmDisplayFrequency;
+    mode = ToDisplayMode(found);
     return true;
+}
+
+bool ReadSystemModes(std::vector<DisplayMode> &modes)
+{
+    _devicemodeA found = {};
+    found.dmSize = sizeof(found);
+    DWORD numModes = 0;
+    while (EnumDisplaySettingsA(nullptr, numModes, &found) != 0)
+    {
+        modes.push_back(ToDisplayMode(found));
+        ++numModes;
+    }
+    return numModes > 0;
+}
+
+bool SetSystemHeadless(bool, string &)
+{
+    return true;
+}
+
+void WriteMode(DisplayMode const &mode, _devicemodeA &record)
+{
+    record = {};
+    record.dmSize = sizeof(record);
+    record.dmFields = DM_PELSWIDTH | DM_PELSHEIGHT | DM_BITSPERPEL | DM_DISPLAYFREQUENCY;
+    record.dmPelsWidth = mode.width;
+    record.dmPelsHeight = mode.height;
+    record.dmBitsPerPel = mode.bitsPerPixel;
+    record.dmDisplayFrequency = mode.frequency;
 }
 
 color4b ReadSystemColor(eSystemColor color)

@@ -46,6 +46,8 @@ struct PlainMessage
 };
 
 constexpr PlainMessage s_plainMessages[] = {
+    {WM_NULL, eDesktopEvent::e_windowWoken},
+    {s_messageExposed, eDesktopEvent::e_windowExposed},
     {WM_CLOSE, eDesktopEvent::e_windowCloseWish},
     {WM_MOVE, eDesktopEvent::e_windowGeometry},
     {WM_SIZE, eDesktopEvent::e_windowGeometry},
@@ -202,6 +204,7 @@ void OnWheel(Window::System &system, WPARAM wParam, LPARAM lParam)
 void OnFocus(Window::System &system, bool isActive)
 {
     UpdateCursorHold();
+    system.FollowFocus(isActive);
     DesktopEvent event = MakeEvent(eDesktopEvent::e_windowActive, system);
     event.isOn = isActive;
     TellDesktop(event);
@@ -258,6 +261,8 @@ void Tell(Window::System &system, UINT message, WPARAM wParam, LPARAM lParam)
         return OnFocus(system, message == WM_SETFOCUS);
     case WM_PAINT:
         return OnPaint(system);
+    case WM_GETMINMAXINFO:
+        return system.LimitSize(*reinterpret_cast<MINMAXINFO *>(lParam));
     default:
         if (!OnButton(system, message, wParam, lParam))
             OnPlainMessage(system, message);
@@ -276,7 +281,10 @@ bool IsDone(Window::System &system, UINT message, WPARAM wParam, LPARAM lParam)
         return system.isFilled;
     case WM_SYSCOMMAND:
         // The menu key must not open the window's menu.
-        return (wParam & 0xfff0) == SC_KEYMENU;
+        return (wParam & 0xfff0) == SC_KEYMENU ||
+               (system.keepsDisplayOn && (wParam == SC_SCREENSAVE || wParam == SC_MONITORPOWER));
+    case WM_SYSKEYDOWN:
+        return !system.hasSystemKeys;
     case WM_SETCURSOR:
         if (LOWORD(lParam) != HTCLIENT || !system.cursor)
             return false;
@@ -321,9 +329,8 @@ wchar_t const *GetWindowClass()
     description.hCursor = static_cast<HCURSOR>(
         LoadImageW(nullptr, MAKEINTRESOURCEW(32512), IMAGE_CURSOR, 0, 0, LR_DEFAULTSIZE | LR_SHARED));
     description.lpszClassName = s_szWindowClass;
-    // Has no effect when the class is registered already.
-    RegisterClassExW(&description);
-    return s_szWindowClass;
+    bool const isThere = RegisterClassExW(&description) != 0 || GetLastError() == ERROR_CLASS_ALREADY_EXISTS;
+    return isThere ? s_szWindowClass : nullptr;
 }
 
 void RethrowFromCallbacks()

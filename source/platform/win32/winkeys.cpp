@@ -70,9 +70,23 @@ constexpr KeyRun s_keyRuns[] = {
     {0x5d, e_key_app_menu, 1, true},
 };
 
-/// Returns the virtual key of a key in a layout; 0 when it has none.
-unsigned int FindVirtualKey(eKey key, HKL layout)
+} // namespace
+
+eKey FindKey(unsigned int scanCode, bool isExtended)
 {
+    // The right shift key comes with and without the extended flag.
+    isExtended = isExtended || scanCode == 0x36;
+    for (KeyRun const &run : s_keyRuns)
+    {
+        if (isExtended == run.isExtended && scanCode >= run.scanCode && scanCode < run.scanCode + run.length)
+            return static_cast<eKey>(run.key + (scanCode - run.scanCode));
+    }
+    return e_key_none;
+}
+
+unsigned int FindVirtualKey(eKey key)
+{
+    HKL const layout = GetKeyboardLayout(0);
     constexpr eKey numKeys[] = {e_key_num_0, e_key_num_1, e_key_num_2, e_key_num_3, e_key_num_4,
                                 e_key_num_5, e_key_num_6, e_key_num_7, e_key_num_8, e_key_num_9};
     // These keys share their scan codes with the arrow keys.
@@ -90,26 +104,12 @@ unsigned int FindVirtualKey(eKey key, HKL layout)
     return 0;
 }
 
-} // namespace
-
-eKey FindKey(unsigned int scanCode, bool isExtended)
-{
-    // The right shift key comes with and without the extended flag.
-    isExtended = isExtended || scanCode == 0x36;
-    for (KeyRun const &run : s_keyRuns)
-    {
-        if (isExtended == run.isExtended && scanCode >= run.scanCode && scanCode < run.scanCode + run.length)
-            return static_cast<eKey>(run.key + (scanCode - run.scanCode));
-    }
-    return e_key_none;
-}
-
 bool FindKeyCharacter(eKey key, KeyModifiers const &modifiers, char32_t &character)
 {
     constexpr unsigned int keepSystemState = 4;
     constexpr BYTE isDown = 0x80;
     HKL const layout = GetKeyboardLayout(0);
-    unsigned int const virtualKey = FindVirtualKey(key, layout);
+    unsigned int const virtualKey = FindVirtualKey(key);
     bool const isOnNumPad = virtualKey >= VK_NUMPAD0 && virtualKey <= VK_NUMPAD9;
     if (virtualKey == 0 || ((isOnNumPad || virtualKey == VK_DECIMAL) && !modifiers.isNumLockOn))
         return false;

@@ -9,6 +9,8 @@ namespace quillmarsh::platform
 
 /// Returns the key of a hardware scan code; e_key_none when eKey does not name it.
 eKey FindKey(unsigned int scanCode, bool isExtended);
+/// Returns the virtual key of a key in the present layout; 0 when it has none.
+unsigned int FindVirtualKey(eKey key);
 
 } // namespace quillmarsh::platform
 

@@ -13,15 +13,6 @@ namespace
 bool s_isHoldWished = false;
 bool s_isCursorHidden = false;
 
-DWORD GetStyle(WindowDesc const &desc)
-{
-    DWORD style = WS_CLIPCHILDREN | WS_CLIPSIBLINGS;
-    style |= desc.hasFrame ? WS_OVERLAPPED | WS_CAPTION | WS_SYSMENU | WS_MINIMIZEBOX : WS_POPUP;
-    if (desc.isResizable)
-        style |= WS_THICKFRAME | WS_MAXIMIZEBOX;
-    return style;
-}
-
 /// Returns the rectangle of the whole window around a client area.
 RECT AddFrame(HWND window, RECT area)
 {
@@ -30,13 +21,25 @@ RECT AddFrame(HWND window, RECT area)
     return area;
 }
 
-/// Returns the rectangle of a window's display.
-RECT GetDisplayOf(HWND window)
+MONITORINFOEXW GetDisplayOf(HWND window)
 {
-    MONITORINFO info = {};
+    MONITORINFOEXW info = {};
     info.cbSize = sizeof(info);
     GetMonitorInfoW(MonitorFromWindow(window, MONITOR_DEFAULTTONEAREST), &info);
-    return info.rcMonitor;
+    return info;
+}
+
+Window::Area ToArea(RECT const &rect)
+{
+    return {{static_cast<int>(rect.left), static_cast<int>(rect.top)},
+            {static_cast<int>(rect.right - rect.left), static_cast<int>(rect.bottom - rect.top)}};
+}
+
+void CoverDisplay(HWND window)
+{
+    RECT const area = GetDisplayOf(window).rcMonitor;
+    SetWindowPos(window, HWND_TOP, area.left, area.top, area.right - area.left, area.bottom - area.top,
+                 SWP_FRAMECHANGED);
 }
 
 RECT GetClientAreaOnDesktop(HWND window)
@@ -58,28 +61,48 @@ void RegisterMouse()
 
 } // namespace
 
+DWORD GetWindowStyle(bool hasFrame, bool isResizable)
+{
+    DWORD style = WS_CLIPCHILDREN | WS_CLIPSIBLINGS;
+    style |= hasFrame ? WS_OVERLAPPED | WS_CAPTION | WS_SYSMENU | WS_MINIMIZEBOX : WS_POPUP;
+    // A border to size with is a part of the frame.
+    if (hasFrame && isResizable)
+        style |= WS_THICKFRAME | WS_MAXIMIZEBOX;
+    return style;
+}
+
 bool HasDisplay()
 {
     return true;
 }
 
-Window::System *Window::OpenSystem(Window &window, WindowDesc const &desc, string &reason)
+Window::System *Window::OpenSystem(Window &window, WindowDesc const &desc, string &reason, eWindowStep &failedStep)
 {
     auto system = std::make_unique<System>(window);
-    wstring title;
-    AsciiToUnicode(desc.title, title);
-    DWORD const style = GetStyle(desc);
-    RECT area = {0, 0, desc.width, desc.height};
-    AdjustWindowRectEx(&area, style, FALSE, 0);
-    system->window = CreateWindowExW(0, GetWindowClass(), ToSystem(title), style, CW_USEDEFAULT, CW_USEDEFAULT,
-                                     area.right - area.left, area.bottom - area.top, nullptr, nullptr,
-                                     GetModuleHandleW(nullptr), nullptr);
-    if (!system->window)
+    auto const fail = [&](eWindowStep step)
     {
+        failedStep = step;
         reason = "The desktop refuses a window: " + DescribeSystemError(GetLastError());
         return nullptr;
-    }
+    };
+    wchar_t const *const windowClass = GetWindowClass();
+    if (!windowClass)
+        return fail(eWindowStep::e_class);
+    wstring title;
+    AsciiToUnicode(desc.title, title);
+    DWORD const style = GetWindowStyle(desc.hasFrame, desc.isResizable);
+    RECT area = {0, 0, desc.width, desc.height};
+    AdjustWindowRectEx(&area, style, FALSE, 0);
+    system->window = CreateWindowExW(desc.isInTaskBar ? 0 : WS_EX_TOOLWINDOW, windowClass, ToSystem(title), style,
+                                     CW_USEDEFAULT, CW_USEDEFAULT, area.right - area.left, area.bottom - area.top,
+                                     nullptr, nullptr, GetModuleHandleW(nullptr), nullptr);
+    if (!system->window)
+        return fail(eWindowStep::e_window);
+    system->context = GetDC(system->window);
+    if (!system->context)
+        return fail(eWindowStep::e_deviceContext);
     system->isFilled = desc.isFilled;
+    system->hasSystemKeys = desc.hasSystemKeys;
     SetWindowLongPtrW(system->window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(system.get()));
     RegisterMouse();
     AddClipboardFormatListener(system->window);
@@ -110,7 +133,12 @@ string Window::GetTitle() const
     return FromSystem(text.c_str());
 }
 
-eWindowState Window::GetState() const
+HDC Window::GetDeviceContext() const
+{
+    return system_->context;
+}
+
+eWindowState Window::GetStateOnDesktop() const
 {
     if (!IsWindowVisible(system_->window))
         return eWindowState::e_hidden;
@@ -121,60 +149,104 @@ eWindowState Window::GetState() const
     return IsZoomed(system_->window) ? eWindowState::e_maximized : eWindowState::e_normal;
 }
 
-void Window::Show()
+void Window::ShowOnDesktop()
 {
     ShowWindow(system_->window, SW_SHOW);
 }
 
-void Window::Hide()
+void Window::HideOnDesktop()
 {
     ShowWindow(system_->window, SW_HIDE);
 }
 
-void Window::Minimize()
+void Window::MinimizeOnDesktop()
 {
     ShowWindow(system_->window, SW_MINIMIZE);
 }
 
-void Window::Maximize()
+void Window::MaximizeOnDesktop()
 {
     ShowWindow(system_->window, SW_MAXIMIZE);
 }
 
-void Window::Restore()
+void Window::RestoreOnDesktop()
 {
-    if (!system_->isFullscreen)
+    bool const comesBackAsIcon = !system_->isFullscreen || IsIconic(system_->window);
+    if (comesBackAsIcon)
     {
         ShowWindow(system_->window, SW_RESTORE);
         return;
     }
     system_->isFullscreen = false;
+    system_->SetDisplayMode(nullptr);
+    system_->mode.reset();
     SetWindowLongPtrW(system_->window, GWL_STYLE, system_->styleBefore);
     SetWindowPlacement(system_->window, &system_->placementBefore);
     SetWindowPos(system_->window, nullptr, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOZORDER | SWP_FRAMECHANGED);
 }
 
-void Window::SetFullscreen()
+bool Window::SetFullscreenOnDesktop(DisplayMode const *mode, string &reason)
 {
-    if (system_->isFullscreen)
-        return;
-    system_->isFullscreen = true;
-    system_->styleBefore = GetWindowLongPtrW(system_->window, GWL_STYLE);
-    system_->placementBefore.length = sizeof(system_->placementBefore);
-    GetWindowPlacement(system_->window, &system_->placementBefore);
-    SetWindowLongPtrW(system_->window, GWL_STYLE, (system_->styleBefore & ~WS_OVERLAPPEDWINDOW) | WS_POPUP);
-    RECT const area = GetDisplayOf(system_->window);
-    SetWindowPos(system_->window, HWND_TOP, area.left, area.top, area.right - area.left, area.bottom - area.top,
-                 SWP_FRAMECHANGED);
+    if (system_->isFullscreen && !mode && !system_->mode)
+        return true;
+    if ((mode || system_->mode) && !system_->SetDisplayMode(mode))
+    {
+        reason = "The display does not have the mode, or refuses it.";
+        return false;
+    }
+    system_->mode = mode ? std::optional(*mode) : std::nullopt;
+    if (!system_->isFullscreen)
+    {
+        system_->isFullscreen = true;
+        system_->styleBefore = GetWindowLongPtrW(system_->window, GWL_STYLE);
+        system_->placementBefore.length = sizeof(system_->placementBefore);
+        GetWindowPlacement(system_->window, &system_->placementBefore);
+        SetWindowLongPtrW(system_->window, GWL_STYLE, (system_->styleBefore & ~WS_OVERLAPPEDWINDOW) | WS_POPUP);
+    }
+    CoverDisplay(system_->window);
+    return true;
 }
 
-void Window::Activate()
+bool Window::System::SetDisplayMode(DisplayMode const *wanted)
+{
+    MONITORINFOEXW const display = GetDisplayOf(window);
+    DEVMODEW record = {};
+    record.dmSize = sizeof(record);
+    record.dmFields = DM_PELSWIDTH | DM_PELSHEIGHT | DM_BITSPERPEL | DM_DISPLAYFREQUENCY;
+    if (wanted)
+    {
+        record.dmPelsWidth = wanted->width;
+        record.dmPelsHeight = wanted->height;
+        record.dmBitsPerPel = wanted->bitsPerPixel;
+        record.dmDisplayFrequency = wanted->frequency;
+    }
+    if (!wanted && !isModeSet)
+        return true;
+    bool const isDone = ChangeDisplaySettingsExW(display.szDevice, wanted ? &record : nullptr, nullptr,
+                                                 wanted ? CDS_FULLSCREEN : 0, nullptr) == DISP_CHANGE_SUCCESSFUL;
+    if (isDone)
+        isModeSet = wanted != nullptr;
+    return isDone;
+}
+
+void Window::System::FollowFocus(bool isActive)
+{
+    if (!mode || isActive == isModeSet)
+        return;
+    SetDisplayMode(isActive ? &*mode : nullptr);
+    if (isActive)
+        CoverDisplay(window);
+    else
+        ShowWindow(window, SW_MINIMIZE);
+}
+
+void Window::ActivateOnDesktop()
 {
     SetForegroundWindow(system_->window);
     SetFocus(system_->window);
 }
 
-bool Window::IsActive() const
+bool Window::IsActiveOnDesktop() const
 {
     return GetFocus() == system_->window;
 }
@@ -205,23 +277,34 @@ void Window::SetSize(Size size)
                  SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
-void Window::Invalidate()
+void Window::SetSizeLimits(Size smallest, Size largest)
 {
-    InvalidateRect(system_->window, nullptr, FALSE);
+    system_->smallest = smallest;
+    system_->largest = largest;
 }
 
-void Window::SetCursor(HCURSOR cursor)
+void Window::System::LimitSize(MINMAXINFO &info) const
 {
-    system_->cursor = cursor;
-    if (system_->isMouseInside)
-        ::SetCursor(cursor);
+    RECT const frame = AddFrame(window, {});
+    LONG const extraWidth = frame.right - frame.left;
+    LONG const extraHeight = frame.bottom - frame.top;
+    auto const limit = [](LONG &value, int wanted, LONG extra) { value = wanted > 0 ? wanted + extra : value; };
+    limit(info.ptMinTrackSize.x, smallest.width, extraWidth);
+    limit(info.ptMinTrackSize.y, smallest.height, extraHeight);
+    limit(info.ptMaxTrackSize.x, largest.width, extraWidth);
+    limit(info.ptMaxTrackSize.y, largest.height, extraHeight);
 }
 
-void Window::MoveCursor(int x, int y)
+Window::Frame Window::GetFrame() const
 {
-    POINT position = {x, y};
-    ClientToScreen(system_->window, &position);
-    SetCursorPos(position.x, position.y);
+    RECT const frame = AddFrame(system_->window, {});
+    return {static_cast<int>(-frame.left), static_cast<int>(-frame.top), static_cast<int>(frame.right),
+            static_cast<int>(frame.bottom)};
+}
+
+Window::Area Window::GetWorkAreaOnDesktop() const
+{
+    return ToArea(GetDisplayOf(system_->window).rcWork);
 }
 
 void HoldCursor(bool hold)

@@ -14,15 +14,26 @@ namespace quillmarsh::platform
 struct Window::System : NoCopy
 {
     explicit System(Window &itsOwner) : owner(itsOwner) {}
-    ~System()
-    {
-        if (window)
-            DestroyWindow(window);
-    }
+    ~System();
+
+    /// Gives the window's display a mode, or with null the desktop's. False when the display refuses it.
+    bool SetDisplayMode(DisplayMode const *wanted);
+    /// Leaves the display to another program that is active, and takes it again.
+    void FollowFocus(bool isActive);
+    void LimitSize(MINMAXINFO &info) const;
 
     Window &owner;
     HWND window = nullptr;
+    HDC context = nullptr;
     bool isFilled = false;
+    bool hasSystemKeys = true;
+    bool keepsDisplayOn = false;
+    /// Sizes of the client area; 0 for no limit.
+    Size smallest;
+    Size largest;
+    /// Mode of a full screen that does not have the desktop's.
+    std::optional<DisplayMode> mode;
+    bool isModeSet = false;
     /// Null hides the cursor; without a value it is the arrow.
     std::optional<HCURSOR> cursor;
     /// State to restore after full screen.
@@ -36,8 +47,12 @@ struct Window::System : NoCopy
     wchar_t highSurrogate = 0;
 };
 
-/// Returns the name of the window class; the first call registers it.
+/// Returns the name of the window class; the first call registers it. Null when the system refuses it.
 wchar_t const *GetWindowClass();
+/// Returns the style of a window that is not full screen.
+DWORD GetWindowStyle(bool hasFrame, bool isResizable);
+/// Posted to a headless window, which gets no WM_PAINT.
+constexpr UINT s_messageExposed = WM_APP;
 /// Confines the cursor to the active window while it is held.
 void UpdateCursorHold();
 bool IsCursorHeld();

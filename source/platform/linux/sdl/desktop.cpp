@@ -1,6 +1,7 @@
 #include "source/platform/desktop.h"
 
 #include "source/platform/linux/sdl/sdlvideo.h"
+#include "source/platform/linux/sdl/sdlwindow.h"
 
 #include <SDL.h>
 
@@ -89,9 +90,17 @@ HCURSOR GetCursor(SDL_SystemCursor system)
     return reinterpret_cast<HCURSOR>(cursor);
 }
 
+DisplayMode ToDisplayMode(SDL_DisplayMode const &mode)
+{
+    // Formats with 24 bits use 32 bits on the display.
+    unsigned int const bits = SDL_BITSPERPIXEL(mode.format);
+    return {static_cast<unsigned int>(mode.w), static_cast<unsigned int>(mode.h), bits == 24 ? 32 : bits,
+            static_cast<unsigned int>(mode.refresh_rate)};
+}
+
 } // namespace
 
-bool ReadWorkArea(Area &area)
+bool ReadSystemWorkArea(Area &area)
 {
     SdlVideoSentry const video;
     SDL_Rect bounds;
@@ -101,35 +110,73 @@ bool ReadWorkArea(Area &area)
     return true;
 }
 
-bool ReadDisplayMode(DisplayMode &mode)
+bool ReadSystemMode(DisplayMode &mode)
 {
     SdlVideoSentry const video;
     SDL_DisplayMode found;
     if (!video.IsStarted() || SDL_GetDesktopDisplayMode(s_firstDisplay, &found) != 0)
         return false;
-    // Formats with 24 bits use 32 bits on the display.
-    unsigned int const bits = SDL_BITSPERPIXEL(found.format);
-    mode.width = static_cast<unsigned int>(found.w);
-    mode.height = static_cast<unsigned int>(found.h);
-    mode.bitsPerPixel = bits == 24 ? 32 : bits;
-    mode.frequency = static_cast<unsigned int>(found.refresh_rate);
+    mode = ToDisplayMode(found);
     return true;
 }
 
-bool ReadDisplayMode(_devicemodeA &mode)
+bool ReadSystemMode(_devicemodeA &record)
 {
-    mode = {};
-    mode.dmSize = sizeof(mode);
-    DisplayMode found;
-    if (!ReadDisplayMode(found))
+    record = {};
+    record.dmSize = sizeof(record);
+    DisplayMode mode;
+    bool const isRead = ReadSystemMode(mode);
+    if (isRead)
+        WriteMode(mode, record);
+    return isRead;
+}
+
+bool ReadSystemModes(std::vector<DisplayMode> &modes)
+{
+    SdlVideoSentry const video;
+    if (!video.IsStarted())
         return false;
-    constexpr unsigned int s_fieldsWritten = 0x40000 | 0x80000 | 0x100000 | 0x400000;
-    mode.dmFields = s_fieldsWritten;
-    mode.dmPelsWidth = found.width;
-    mode.dmPelsHeight = found.height;
-    mode.dmBitsPerPel = found.bitsPerPixel;
-    mode.dmDisplayFrequency = found.frequency;
-    return true;
+    int const numModes = SDL_GetNumDisplayModes(s_firstDisplay);
+    for (int i = 0; i < numModes; ++i)
+    {
+        SDL_DisplayMode found;
+        if (SDL_GetDisplayMode(s_firstDisplay, i, &found) == 0)
+            modes.push_back(ToDisplayMode(found));
+    }
+    return numModes > 0;
+}
+
+bool FindSdlMode(int display, DisplayMode const &mode, SDL_DisplayMode &found)
+{
+    int const numModes = SDL_GetNumDisplayModes(display);
+    for (int i = 0; i < numModes; ++i)
+    {
+        if (SDL_GetDisplayMode(display, i, &found) == 0 && ToDisplayMode(found) == mode)
+            return true;
+    }
+    return false;
+}
+
+bool SetSystemHeadless(bool isHeadless, string &reason)
+{
+    if (SDL_WasInit(SDL_INIT_VIDEO) != 0)
+    {
+        reason = "The desktop cannot change while SDL is in use.";
+        return false;
+    }
+    return UseOffscreenDriver(isHeadless, reason);
+}
+
+void WriteMode(DisplayMode const &mode, _devicemodeA &record)
+{
+    constexpr unsigned int fieldsWritten = 0x40000 | 0x80000 | 0x100000 | 0x400000;
+    record = {};
+    record.dmSize = sizeof(record);
+    record.dmFields = fieldsWritten;
+    record.dmPelsWidth = mode.width;
+    record.dmPelsHeight = mode.height;
+    record.dmBitsPerPel = mode.bitsPerPixel;
+    record.dmDisplayFrequency = mode.frequency;
 }
 
 color4b ReadSystemColor(eSystemColor color)

@@ -82,6 +82,23 @@ void OnWindowEvent(SDL_WindowEvent const &event)
     TellDesktop(told);
 }
 
+void OnUserEvent(SDL_UserEvent const &event)
+{
+    if (event.code == e_user_wake)
+        return;
+    bool const isExposure = event.code == e_user_windowExposed;
+    DesktopEvent const told =
+        MakeEvent(isExposure ? eDesktopEvent::e_windowExposed : eDesktopEvent::e_windowWoken, event.windowID);
+    if (!told.window)
+        return;
+    Window::System &system = told.window->GetSystem();
+    if (isExposure)
+        system.isInvalid = false;
+    if (isExposure && system.isFilled)
+        system.Fill();
+    TellDesktop(told);
+}
+
 void OnKey(SDL_KeyboardEvent const &event)
 {
     DesktopEvent told = MakeEvent(eDesktopEvent::e_key, event.windowID);
@@ -154,6 +171,8 @@ void OnEvent(SDL_Event const &event)
     {
     case SDL_WINDOWEVENT:
         return OnWindowEvent(event.window);
+    case SDL_USEREVENT:
+        return OnUserEvent(event.user);
     case SDL_KEYDOWN:
     case SDL_KEYUP:
         return OnKey(event.key);
@@ -201,7 +220,8 @@ bool WaitForDesktopEvent(std::optional<unsigned int> milliseconds)
 void WakeDesktop()
 {
     SDL_Event event = {};
-    event.type = SDL_USEREVENT;
+    event.user.type = SDL_USEREVENT;
+    event.user.code = e_user_wake;
     SDL_PushEvent(&event);
 }
 

@@ -5,6 +5,7 @@
 #include <SDL.h>
 
 #include <algorithm>
+#include <atomic>
 #include <cstdlib>
 #include <iterator>
 
@@ -14,6 +15,10 @@ namespace
 {
 
 constexpr char const *s_displayVariables[] = {"DISPLAY", "WAYLAND_DISPLAY", "SDL_VIDEODRIVER"};
+
+constexpr char const *s_szOffscreenDriver = "offscreen";
+
+std::atomic<bool> s_isOffscreen{false};
 
 bool HasVariable(char const *name)
 {
@@ -25,6 +30,8 @@ bool HasVariable(char const *name)
 /// nothing, and libwayland would write to the terminal.
 char const *GetDrivers()
 {
+    if (s_isOffscreen)
+        return s_szOffscreenDriver;
     return HasVariable("WAYLAND_DISPLAY") ? "x11,wayland" : "x11";
 }
 
@@ -62,7 +69,7 @@ struct HintSetting
         {
             // An empty variable of the environment sets a hint, and says nothing; only an override takes its place.
             char const *const present = SDL_GetHint(s_hints[i].name);
-            areOurs[i] = !present || !*present;
+            areOurs[i] = !present || !*present || (s_isOffscreen && !s_hints[i].value);
             if (areOurs[i])
             {
                 SDL_SetHintWithPriority(s_hints[i].name, s_hints[i].value ? s_hints[i].value : GetDrivers(),
@@ -101,7 +108,18 @@ bool StartVideo()
 // Without a display in the environment, SDL would use the screen of a text console.
 bool HasDisplay()
 {
-    return std::any_of(std::begin(s_displayVariables), std::end(s_displayVariables), HasVariable);
+    return s_isOffscreen || std::any_of(std::begin(s_displayVariables), std::end(s_displayVariables), HasVariable);
+}
+
+bool UseOffscreenDriver(bool isUsed, string &reason)
+{
+    bool isThere = false;
+    for (int i = 0; i < SDL_GetNumVideoDrivers(); ++i)
+        isThere = isThere || string(SDL_GetVideoDriver(i)) == s_szOffscreenDriver;
+    if (!isThere)
+        reason = "This SDL has no driver for a desktop without a display.";
+    s_isOffscreen = isUsed && isThere;
+    return isThere;
 }
 
 SdlVideoUse::SdlVideoUse() : isStarted_(StartVideo()) {}

@@ -28,7 +28,11 @@ private:
     bool isKept_ = false;
 };
 
-/// The same for a query, with a lock: one thread at a time.
+/// Makes SDL use its driver without a display, or the display's driver again. Returns false with a text for the user when
+/// SDL has no such driver. Call it while SDL's video part does not run.
+bool UseOffscreenDriver(bool isUsed, string &reason);
+
+/// An SdlVideoUse for a query, with a lock: one thread at a time.
 class SdlVideoSentry : NoCopy
 {
 public:

@@ -2,6 +2,8 @@
 
 #include "source/platform/desktopevents.h"
 
+#include <algorithm>
+
 namespace quillmarsh::platform
 {
 namespace
@@ -14,6 +16,8 @@ SDL_WindowFlags GetFlags(WindowDesc const &desc)
         flags |= SDL_WINDOW_BORDERLESS;
     if (desc.isResizable)
         flags |= SDL_WINDOW_RESIZABLE;
+    if (!desc.isInTaskBar)
+        flags |= SDL_WINDOW_SKIP_TASKBAR;
     if (desc.openGL)
         flags |= SDL_WINDOW_OPENGL;
     return static_cast<SDL_WindowFlags>(flags);
@@ -49,7 +53,7 @@ void Window::System::ApplyCursor()
     SDL_SetCursor(cursor.value_or(SDL_GetDefaultCursor()));
 }
 
-Window::System *Window::OpenSystem(Window &, WindowDesc const &desc, string &reason)
+Window::System *Window::OpenSystem(Window &, WindowDesc const &desc, string &reason, eWindowStep &)
 {
     auto system = std::make_unique<System>();
     if (!system->video.IsStarted())
@@ -66,6 +70,7 @@ Window::System *Window::OpenSystem(Window &, WindowDesc const &desc, string &rea
         reason = string("The display refuses a window: ") + SDL_GetError() + ".";
         return nullptr;
     }
+    system->id = SDL_GetWindowID(system->window);
     system->isFilled = desc.isFilled;
     return system.release();
 }
@@ -90,7 +95,12 @@ string Window::GetTitle() const
     return SDL_GetWindowTitle(system_->window);
 }
 
-eWindowState Window::GetState() const
+HDC Window::GetDeviceContext() const
+{
+    return nullptr;
+}
+
+eWindowState Window::GetStateOnDesktop() const
 {
     if (!system_->HasFlag(SDL_WINDOW_SHOWN))
         return eWindowState::e_hidden;
@@ -101,29 +111,29 @@ eWindowState Window::GetState() const
     return system_->HasFlag(SDL_WINDOW_MAXIMIZED) ? eWindowState::e_maximized : eWindowState::e_normal;
 }
 
-void Window::Show()
+void Window::ShowOnDesktop()
 {
     SDL_ShowWindow(system_->window);
     if (system_->isFilled)
         system_->Fill();
 }
 
-void Window::Hide()
+void Window::HideOnDesktop()
 {
     SDL_HideWindow(system_->window);
 }
 
-void Window::Minimize()
+void Window::MinimizeOnDesktop()
 {
     SDL_MinimizeWindow(system_->window);
 }
 
-void Window::Maximize()
+void Window::MaximizeOnDesktop()
 {
     SDL_MaximizeWindow(system_->window);
 }
 
-void Window::Restore()
+void Window::RestoreOnDesktop()
 {
     if (!system_->HasFlag(SDL_WINDOW_FULLSCREEN_DESKTOP))
     {
@@ -136,21 +146,36 @@ void Window::Restore()
     SetPosition(system_->positionBefore);
 }
 
-void Window::SetFullscreen()
+bool Window::SetFullscreenOnDesktop(DisplayMode const *mode, string &reason)
 {
-    if (system_->HasFlag(SDL_WINDOW_FULLSCREEN_DESKTOP))
-        return;
-    system_->positionBefore = GetPosition();
-    system_->sizeBefore = GetSize();
-    SDL_SetWindowFullscreen(system_->window, SDL_WINDOW_FULLSCREEN_DESKTOP);
+    bool const wasFullscreen = system_->HasFlag(SDL_WINDOW_FULLSCREEN_DESKTOP);
+    Area const before = {GetPosition(), GetSize()};
+    SDL_DisplayMode found = {};
+    if (mode && !FindSdlMode(SDL_GetWindowDisplayIndex(system_->window), *mode, found))
+    {
+        reason = "The display does not have the mode.";
+        return false;
+    }
+    bool const isSet =
+        (!mode || SDL_SetWindowDisplayMode(system_->window, &found) == 0) &&
+        SDL_SetWindowFullscreen(system_->window,
+                                static_cast<Uint32>(mode ? SDL_WINDOW_FULLSCREEN : SDL_WINDOW_FULLSCREEN_DESKTOP)) == 0;
+    if (!isSet)
+        reason = string("The display refuses the mode: ") + SDL_GetError() + ".";
+    else if (!wasFullscreen)
+    {
+        system_->positionBefore = before.position;
+        system_->sizeBefore = before.size;
+    }
+    return isSet;
 }
 
-void Window::Activate()
+void Window::ActivateOnDesktop()
 {
     SDL_RaiseWindow(system_->window);
 }
 
-bool Window::IsActive() const
+bool Window::IsActiveOnDesktop() const
 {
     return system_->HasFlag(SDL_WINDOW_INPUT_FOCUS);
 }
@@ -179,25 +204,26 @@ void Window::SetSize(Size size)
     SDL_SetWindowSize(system_->window, size.width, size.height);
 }
 
-void Window::Invalidate()
+void Window::SetSizeLimits(Size smallest, Size largest)
 {
-    SDL_Event event = {};
-    event.type = SDL_WINDOWEVENT;
-    event.window.windowID = SDL_GetWindowID(system_->window);
-    event.window.event = SDL_WINDOWEVENT_EXPOSED;
-    SDL_PushEvent(&event);
+    SDL_SetWindowMinimumSize(system_->window, std::max(smallest.width, 1), std::max(smallest.height, 1));
+    constexpr int none = 16384;
+    SDL_SetWindowMaximumSize(system_->window, largest.width > 0 ? largest.width : none,
+                             largest.height > 0 ? largest.height : none);
 }
 
-void Window::SetCursor(HCURSOR cursor)
+Window::Frame Window::GetFrame() const
 {
-    system_->cursor = reinterpret_cast<SDL_Cursor *>(cursor);
-    if (SDL_GetMouseFocus() == system_->window)
-        system_->ApplyCursor();
+    Frame frame;
+    SDL_GetWindowBordersSize(system_->window, &frame.top, &frame.left, &frame.bottom, &frame.right);
+    return frame;
 }
 
-void Window::MoveCursor(int x, int y)
+Window::Area Window::GetWorkAreaOnDesktop() const
 {
-    SDL_WarpMouseInWindow(system_->window, x, y);
+    SDL_Rect area = {};
+    SDL_GetDisplayUsableBounds(SDL_GetWindowDisplayIndex(system_->window), &area);
+    return {{area.x, area.y}, {area.w, area.h}};
 }
 
 void HoldCursor(bool hold)

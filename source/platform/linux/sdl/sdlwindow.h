@@ -8,6 +8,7 @@
 
 #include <SDL.h>
 
+#include <atomic>
 #include <optional>
 
 namespace quillmarsh::platform
@@ -15,11 +16,7 @@ namespace quillmarsh::platform
 
 struct Window::System : NoCopy
 {
-    ~System()
-    {
-        if (window)
-            SDL_DestroyWindow(window);
-    }
+    ~System();
 
     bool HasFlag(Uint32 flag) const { return (SDL_GetWindowFlags(window) & flag) != 0; }
     void Fill();
@@ -28,13 +25,29 @@ struct Window::System : NoCopy
 
     SdlVideoUse video;
     SDL_Window *window = nullptr;
+    Uint32 id = 0;
     bool isFilled = false;
+    bool keepsDisplayOn = false;
+    /// True while the queue has an event that asks to draw the window. Any thread.
+    std::atomic<bool> isInvalid{false};
     /// Position and size to restore after full screen.
     Position positionBefore;
     Size sizeBefore;
     /// Null hides the cursor; without a value it is the arrow.
     std::optional<SDL_Cursor *> cursor;
 };
+
+/// Codes of SDL_USEREVENT. Those of a window have its number.
+enum eUserEvent : Sint32
+{
+    /// Ends a wait, and has no window.
+    e_user_wake,
+    e_user_windowExposed,
+    e_user_windowWoken
+};
+
+/// Finds a mode among those of a display.
+bool FindSdlMode(int display, DisplayMode const &mode, SDL_DisplayMode &found);
 
 } // namespace quillmarsh::platform
 
