@@ -85,6 +85,8 @@
 #include <quillmarsh/framework/commands/hidcontrolcmd.h>
 #include <quillmarsh/framework/commands/profilercmd.h>
 #include <quillmarsh/framework/commands/variablecmd.h>
+#include <quillmarsh/framework/commands/videoconfigcmd.h>
+#include <quillmarsh/framework/commands/vsynccmd.h>
 #include <quillmarsh/framework/commandtable.h>
 #include <quillmarsh/framework/completion.h>
 #include <quillmarsh/framework/directinputconfig.h>

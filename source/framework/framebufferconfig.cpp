@@ -3,6 +3,8 @@
 #include <quillmarsh/basetools/streameffectors.h>
 #include <quillmarsh/basetools/texttools.h>
 
+#include "framebufferfields.h"
+
 #include <initializer_list>
 
 namespace quillmarsh
@@ -62,13 +64,8 @@ string FrameBufferConfig::MakeAccumulationDesc(string const &separator) const
 
 void FrameBufferConfig::Dump(ostream &out, unsigned int tabs) const
 {
-    IndentEffector const indent(tabs);
-    out << indent << "Fullscreen: " << MakeString(Fullscreen) << nl;
-    out << indent << "HardwareRasterizer: " << MakeString(HardwareRasterizer) << nl;
-    out << indent << "BackBufferCount: " << MakeString(BackBufferCount) << nl;
-    out << indent << "BackBufferLayout: " << MakeBackBufferDesc(".") << nl;
-    out << indent << "DepthStencilBufferLayout: " << MakeDepthStencilDesc(".") << nl;
-    out << indent << "AccumulationBufferLayout: " << MakeAccumulationDesc(".") << nl;
+    for (FrameBufferField const &field : s_frameBufferFields)
+        out << IndentEffector(tabs) << field.label << ": " << field.makeText(*this) << nl;
 }
 
 FrameBufferConfigFilter::~FrameBufferConfigFilter() = default;

@@ -73,6 +73,9 @@ public:
     bool IsValid(FrameBufferConfig const &config) const;
     /// A windowed configuration is valid with any display mode.
     bool IsValid(VideoConfig const &config) const;
+    /// Tells why a configuration is not valid: a line for each wish that is not offered, with the offers, each with a
+    /// line end. Empty for a valid configuration.
+    string DescribeMismatch(VideoConfig const &config) const;
     /// @}
 
     /// @name Choice

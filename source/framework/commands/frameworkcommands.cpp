@@ -6,18 +6,22 @@
 #include <quillmarsh/framework/commands/hidcontrolcmd.h>
 #include <quillmarsh/framework/commands/profilercmd.h>
 #include <quillmarsh/framework/commands/variablecmd.h>
+#include <quillmarsh/framework/commands/videoconfigcmd.h>
+#include <quillmarsh/framework/commands/vsynccmd.h>
 #include <quillmarsh/framework/stdcommandinterpreter.h>
 
 namespace quillmarsh::framework_commands
 {
 
 void CreateAndRegisterAllCommands(std_command_interpreter::Interpreter &interpreter, gui::Component *,
-                                  unsigned int hidReconfigCode, unsigned int)
+                                  unsigned int hidReconfigCode, unsigned int videoReconfigCode)
 {
     interpreter.RegisterExternalCommand(new ExitCmd);
     interpreter.RegisterExternalCommand(new CrashCmd);
+    interpreter.RegisterExternalCommand(new VSyncCmd);
     interpreter.RegisterExternalCommand(new HIDConfigCmd(hidReconfigCode));
     interpreter.RegisterExternalCommand(new HIDControlCmd);
+    interpreter.RegisterExternalCommand(new VideoConfigCmd(videoReconfigCode));
     interpreter.RegisterExternalCommand(new VariableCmd);
     interpreter.RegisterExternalCommand(new ProfilerCmd);
 }

@@ -18,11 +18,10 @@ namespace quillmarsh::framework_commands
 {
 
 /// Creates the framework's commands and registers them as external ones of the interpreter, which owns them then: exit,
-/// crash, hid-config, hid-control, var and profiler. Needs a kernel.
+/// crash, vsync, hid-config, hid-control, video-config, var and profiler. Needs a kernel.
 ///
-/// `hidReconfigCode` goes along with a reconfiguration of the input devices. The other arguments serve commands of
-/// subsystems that are not here yet: the component that a screenshot hides (may be null), and the code that goes with a
-/// reconfiguration of the video subsystem.
+/// The codes go along with a reconfiguration of the input devices and of the video stack. The component serves a command
+/// that is not here yet: it is what a screenshot hides (may be null).
 QUILLMARSH_API void CreateAndRegisterAllCommands(std_command_interpreter::Interpreter &interpreter,
                                                  gui::Component *screenshotAutoHide, unsigned int hidReconfigCode,
                                                  unsigned int videoReconfigCode);
