@@ -40,7 +40,11 @@
 #include <quillmarsh/basetools/uid.h>
 #include <quillmarsh/basetools/variableproxy.h>
 #include <quillmarsh/basetools/variableregistry.h>
+#include <quillmarsh/basetools/windows/messagehook.h>
 #include <quillmarsh/basetools/windows/messageloop.h>
+#include <quillmarsh/basetools/windows/toplevelwindow.h>
+#include <quillmarsh/basetools/windows/virtualkeys.h>
+#include <quillmarsh/basetools/windows/windowmessages.h>
 #include <quillmarsh/basetools/windows/winutils.h>
 #include <quillmarsh/dataobjects/codecfailure.h>
 #include <quillmarsh/dataobjects/datacodecmanager.h>
