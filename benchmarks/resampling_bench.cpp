@@ -1,6 +1,7 @@
 // Resampling and mipmap chains, compared with OpenCV's resizing and a plain loop over the interpolator.
 #include <quillmarsh/dataobjects/mipmapchains.h>
 #include <quillmarsh/dataobjects/sampleprocessors.h>
+#include <quillmarsh/dataobjects/scaling.h>
 #include <quillmarsh/dataobjects/volumeoperations.h>
 
 #include "benchmarks/support/allocation_counter.h"
@@ -196,8 +197,49 @@ void RunOpenCVMipmaps(benchmark::State &state)
 }
 BENCHMARK(RunOpenCVMipmaps)->Name("peer/opencv_mipmaps/A8R8G8B8/2048");
 
+/// Sizes of areas: whole factors, and one that is not.
+constexpr unsigned int s_areaSizes[][2] = {{2048, 1024}, {1200, 400}, {1024, 256}, {1000, 777}, {1000, 300}};
+
+void RunArea(benchmark::State &state, eSampleFormat format, unsigned int from, unsigned int to)
+{
+    AutoPtr<ImageBase> const src = MakeImage(format, from), dst = MakeImage(format, to);
+    for (auto _ : state)
+    {
+        ScaleSamples(*dst, *src, e_scale_area);
+        benchmark::ClobberMemory();
+    }
+}
+
+void RunOpenCVArea(benchmark::State &state, FormatCase const &format, unsigned int from, unsigned int to)
+{
+    cv::setNumThreads(1);
+    AutoPtr<ImageBase> const src = MakeImage(format.format, from), dst = MakeImage(format.format, to);
+    cv::Mat const srcMat = AsMat(*src, format.openCV);
+    cv::Mat dstMat = AsMat(*dst, format.openCV);
+    for (auto _ : state)
+    {
+        cv::resize(srcMat, dstMat, dstMat.size(), 0, 0, cv::INTER_AREA);
+        benchmark::ClobberMemory();
+    }
+}
+
+void RegisterAreas(FormatCase const &format)
+{
+    for (auto const &[from, to] : s_areaSizes)
+    {
+        std::string const name = std::string(format.name) + '/' + std::to_string(from) + "_to_" + std::to_string(to);
+        benchmark::RegisterBenchmark(("scale/area/" + name).c_str(), RunArea, format.format, from, to);
+        benchmark::RegisterBenchmark(("peer/opencv_area/" + name).c_str(), RunOpenCVArea, format, from, to);
+    }
+}
+
 bool RegisterAll()
 {
+    for (FormatCase const &format : s_formats)
+    {
+        if (format.openCV >= 0)
+            RegisterAreas(format);
+    }
     for (eResampleFilter const filter : {e_resample_nearest, e_resample_linear})
     {
         for (FormatCase const &format : s_formats)

@@ -10,7 +10,8 @@ using sampled_data::SampledData;
 void DataBench::ExportVariables(VariableRegistry &registry)
 {
     using namespace data_codec_parameters;
-    registry.RegisterVariable(VariableProxyString(&filter, "data.filter", "filter of resample: nearest or linear"));
+    registry.RegisterVariable(
+        VariableProxyString(&filter, "data.filter", "filter of resample: nearest, linear, area or lanczos"));
     registry.RegisterVariable(
         VariableProxyUInt(&maxPixels, "data.max_pixels", "refuse to load images with more pixels"));
     registry.RegisterVariable(VariableProxyBool(&save.overwrite, "data.overwrite", "replace existing files"));

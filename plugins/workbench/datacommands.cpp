@@ -130,9 +130,9 @@ void Convert(DataBench &bench, ostream &, CommandArguments const &arguments)
 void Resample(DataBench &bench, ostream &, CommandArguments const &arguments)
 {
     string const &text = RequireArgument(arguments, "a size");
-    std::optional<eResampleFilter> const filter = sampled_data::FindFilter(bench.filter);
+    std::optional<sampled_data::eSizeFilter> const filter = sampled_data::FindFilter(bench.filter);
     if (!filter)
-        throw DataException("data.filter is neither nearest nor linear: " + bench.filter);
+        throw DataException("data.filter is none of nearest, linear, area and lanczos: " + bench.filter);
     SampledData const &data = bench.GetData();
     std::optional<sampled_data::Dimensions> const size = sampled_data::ParseSize(text);
     if (!size || size->size() != data.GetDimensions().size())

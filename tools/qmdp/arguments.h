@@ -26,12 +26,16 @@ struct Arguments
     std::vector<string> plugins;
     bool json = false;
     std::optional<Dimensions> size;
-    eResampleFilter filter = e_resample_linear;
+    eSizeFilter filter = eSizeFilter::e_linear;
     std::vector<eSampleAxis> flips;
     std::optional<eSampleFormat> format;
     /// Names of types of files; empty if they were not given.
     string from, to;
     SaveSettings save;
+    /// Greatest difference that compare accepts.
+    double tolerance = 0;
+    /// Where compare saves the picture of the differences; empty for nowhere.
+    string difference;
 };
 
 struct Command

@@ -11,15 +11,26 @@ namespace quillmarsh::sampled_data
 
 // In new data, bytes that an operation does not write are opaque. An operation that fails throws a DataException.
 
-/// Returns the filter with the name "nearest" or "linear"; nothing for any other text.
-QUILLMARSH_API std::optional<eResampleFilter> FindFilter(string const &name);
+/// Filters for changes of size.
+enum class eSizeFilter
+{
+    e_nearest, ///< the nearest sample
+    e_linear,  ///< weighs the two nearest samples of each axis, even for much smaller data
+    e_area,    ///< e_scale_area
+    e_lanczos  ///< e_scale_lanczos
+};
+
+/// Returns the names of all filters in the order of the enumeration: "nearest", "linear", "area", "lanczos".
+QUILLMARSH_API std::vector<string> GetFilterNames();
+/// Returns the filter with a name; nothing for any other text.
+QUILLMARSH_API std::optional<eSizeFilter> FindFilter(string const &name);
 
 /// Reads a size: N samples, WxH columns and rows, or WxHxD columns, rows and layers. Nothing for any other text, and if
 /// a number is 0.
 QUILLMARSH_API std::optional<Dimensions> ParseSize(string const &text);
 
 /// Returns the data at another size. `dimensions` must have as many numbers as those of `data`, and none may be 0.
-QUILLMARSH_API SampledData Resample(SampledData const &data, Dimensions const &dimensions, eResampleFilter filter);
+QUILLMARSH_API SampledData Resample(SampledData const &data, Dimensions const &dimensions, eSizeFilter filter);
 
 /// Throws a DataException for two different formats without a registered transfer; the message names both.
 QUILLMARSH_API void RequireTransfer(eSampleFormat target, eSampleFormat source);
@@ -43,7 +54,9 @@ QUILLMARSH_API bool HasAxis(std::size_t numDimensions, eSampleAxis axis);
 QUILLMARSH_API char const *GetAxisName(eSampleAxis axis);
 
 /// Returns the levels of a mipmap chain in a format, the largest first. The dimensions of `data` must be powers of two.
-QUILLMARSH_API std::vector<SampledData> BuildMipmaps(SampledData const &data, eSampleFormat format);
+/// Each level is filtered from the one before it, in the format of `data`.
+QUILLMARSH_API std::vector<SampledData> BuildMipmaps(SampledData const &data, eSampleFormat format,
+                                                     eSizeFilter filter = eSizeFilter::e_linear);
 
 } // namespace quillmarsh::sampled_data
 

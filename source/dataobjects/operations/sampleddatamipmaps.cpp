@@ -3,6 +3,9 @@
 #include <quillmarsh/dataobjects/mipmapchains.h>
 #include <quillmarsh/mathtools/powersof2.h>
 
+#include <algorithm>
+#include <optional>
+
 namespace quillmarsh::sampled_data
 {
 namespace
@@ -36,18 +39,9 @@ SampledData CopyLevel(SignalBase const &level, unsigned int index, Dimensions di
     return copy;
 }
 
-} // namespace
-
-std::vector<SampledData> BuildMipmaps(SampledData const &data, eSampleFormat format)
+/// Appends the levels of a mipmap chain.
+void BuildChain(SampledData const &data, eSampleFormat format, std::vector<SampledData> &levels)
 {
-    for (unsigned int const dimension : data.GetDimensions())
-    {
-        if (!IsPowerOf2(dimension))
-            throw DataException("mipmaps need dimensions that are powers of two, but there are " +
-                                Describe(data.GetDimensions()));
-    }
-    RequireTransfer(format, data.GetFormat());
-    std::vector<SampledData> levels;
     data.Visit(
         [&](auto &source)
         {
@@ -58,6 +52,39 @@ std::vector<SampledData> BuildMipmaps(SampledData const &data, eSampleFormat for
             for (unsigned int i = 0; i < chain.GetNumLevels(); ++i)
                 levels.push_back(CopyLevel(chain.GetLevel(i), i, data.GetDimensions(), format));
         });
+}
+
+/// Appends levels of half the size of the one before, which must be in the format of the source.
+void Halve(SampledData const &data, eSampleFormat format, eSizeFilter filter, std::vector<SampledData> &levels)
+{
+    levels.push_back(CopyLevel(data.GetSamples(), 0, data.GetDimensions(), format));
+    std::optional<SampledData> previous;
+    unsigned int level = 0;
+    for (Dimensions dimensions = data.GetDimensions(); *std::max_element(dimensions.begin(), dimensions.end()) > 1;)
+    {
+        for (unsigned int &dimension : dimensions)
+            dimension = std::max(dimension / 2, 1u);
+        previous = Resample(previous ? *previous : data, dimensions, filter);
+        levels.push_back(CopyLevel(previous->GetSamples(), ++level, data.GetDimensions(), format));
+    }
+}
+
+} // namespace
+
+std::vector<SampledData> BuildMipmaps(SampledData const &data, eSampleFormat format, eSizeFilter filter)
+{
+    for (unsigned int const dimension : data.GetDimensions())
+    {
+        if (!IsPowerOf2(dimension))
+            throw DataException("mipmaps need dimensions that are powers of two, but there are " +
+                                Describe(data.GetDimensions()));
+    }
+    RequireTransfer(format, data.GetFormat());
+    std::vector<SampledData> levels;
+    if (filter == eSizeFilter::e_linear)
+        BuildChain(data, format, levels);
+    else
+        Halve(data, format, filter, levels);
     return levels;
 }
 

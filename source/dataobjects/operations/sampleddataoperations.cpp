@@ -1,8 +1,11 @@
 #include <quillmarsh/dataobjects/sampleddataoperations.h>
 
+#include <quillmarsh/dataobjects/scaling.h>
 #include <quillmarsh/dataobjects/volumeoperations.h>
 
+#include <algorithm>
 #include <charconv>
+#include <iterator>
 #include <type_traits>
 
 namespace quillmarsh::sampled_data
@@ -12,20 +15,39 @@ namespace
 
 // One name for functions whose names in the library contain the number of dimensions.
 
-bool ResampleInto(SignalBase &dst, SignalBase const &src, eResampleFilter filter)
+bool ResampleWalking(SignalBase &dst, SignalBase const &src, eResampleFilter filter)
 {
     return Resample1D(dst, src, filter);
 }
 
-bool ResampleInto(ImageBase &dst, ImageBase const &src, eResampleFilter filter)
+bool ResampleWalking(ImageBase &dst, ImageBase const &src, eResampleFilter filter)
 {
     return Resample2D(dst, src, filter);
 }
 
-bool ResampleInto(VolumeBase &dst, VolumeBase const &src, eResampleFilter filter)
+bool ResampleWalking(VolumeBase &dst, VolumeBase const &src, eResampleFilter filter)
 {
     return Resample3D(dst, src, filter);
 }
+
+template<typename Container>
+bool ResampleInto(Container &dst, Container const &src, eSizeFilter filter)
+{
+    switch (filter)
+    {
+    case eSizeFilter::e_nearest:
+        return ResampleWalking(dst, src, e_resample_nearest);
+    case eSizeFilter::e_area:
+        return ScaleSamples(dst, src, e_scale_area);
+    case eSizeFilter::e_lanczos:
+        return ScaleSamples(dst, src, e_scale_lanczos);
+    default:
+        return ResampleWalking(dst, src, e_resample_linear);
+    }
+}
+
+/// The names of the filters, in the order of eSizeFilter.
+constexpr char const *s_filterNames[] = {"nearest", "linear", "area", "lanczos"};
 
 void FlipAxis(SignalBase &signal, eSampleAxis)
 {
@@ -47,11 +69,17 @@ void FlipAxis(VolumeBase &volume, eSampleAxis axis)
 
 } // namespace
 
-std::optional<eResampleFilter> FindFilter(string const &name)
+std::vector<string> GetFilterNames()
 {
-    if (name == "nearest")
-        return e_resample_nearest;
-    return name == "linear" ? std::optional(e_resample_linear) : std::nullopt;
+    return {std::begin(s_filterNames), std::end(s_filterNames)};
+}
+
+std::optional<eSizeFilter> FindFilter(string const &name)
+{
+    auto const found = std::find(std::begin(s_filterNames), std::end(s_filterNames), name);
+    if (found == std::end(s_filterNames))
+        return std::nullopt;
+    return static_cast<eSizeFilter>(found - std::begin(s_filterNames));
 }
 
 std::optional<Dimensions> ParseSize(string const &text)
@@ -73,7 +101,7 @@ std::optional<Dimensions> ParseSize(string const &text)
     }
 }
 
-SampledData Resample(SampledData const &data, Dimensions const &dimensions, eResampleFilter filter)
+SampledData Resample(SampledData const &data, Dimensions const &dimensions, eSizeFilter filter)
 {
     SampledData result(data.GetFormat(), dimensions);
     bool const resampled = result.Visit(
