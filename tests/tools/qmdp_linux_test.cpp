@@ -170,10 +170,11 @@ TEST_F(Qmdp, WrongArgumentsAreNamed)
         {{"convert", "--id"}, "--id needs a value: N"},
         {{"convert", "--id=-1"}, "--id must be a number below 4294967296, not '-1'"},
         {{"convert", "--quality", "101"}, "--quality must be a number from 0 to 100, not '101'"},
-        {{"convert", "--filter=cubic"}, "--filter must be nearest or linear, not 'cubic'"},
+        {{"convert", "--filter=cubic"}, "--filter must be one of nearest, linear, area, lanczos, not 'cubic'"},
         {{"convert", "--size=1x2x"}, "--size must be N, WxH or WxHxD without zeros, not '1x2x'"},
         {{"convert", "--size=1x0"}, "--size must be N, WxH or WxHxD without zeros, not '1x0'"},
         {{"convert", "--size=20x20j"}, "--size must be N, WxH or WxHxD without zeros, not '20x20j'"},
+        {{"compare", "--tolerance=-1"}, "--tolerance must be a number of 0 or more, not '-1'"},
         {{"info", "--max-pixels=0"}, "--max-pixels must be a number above 0, not '0'"},
         {{"mipmaps", "--format=R8"},
          "--format must be one of L8, A8, A8L8, A4R4G4B4, A1R5G5B5, X8R8G8B8, A8R8G8B8, "
@@ -296,11 +297,42 @@ TEST_F(Qmdp, MipmapsAreSavedLevelByLevel)
               RunTool({"mipmaps", in, prefix}).err);
     EXPECT_FALSE(std::filesystem::exists(prefix + ".0.qmdp.image"));
 
+    string const halved = directory_.Write("h.qmdp", Image(2, 2, s_L8, "adfh"));
+    EXPECT_EQ(0, RunTool({"mipmaps", halved, directory_ / "h", "--filter=area"}).status);
+    EXPECT_EQ(Image(1, 1, s_L8, "e"), ReadFile(directory_ / "h.1.qmdp.image"));
+
     string const odd = directory_.Write("odd.qmdp", Signal(s_L8, "abc"));
     EXPECT_EQ("qmdp: " + odd + ": mipmaps need dimensions that are powers of two, but there are 3 samples\n",
               RunTool({"mipmaps", odd, prefix}).err);
     string const packed = directory_.Write("p.qmdp", Signal(s_A1R5G5B5, "ab"));
     EXPECT_EQ(1, RunTool({"mipmaps", packed, prefix, "--format=A8"}).status);
+}
+
+TEST_F(Qmdp, MeasuresAndCompares)
+{
+    string const a = directory_.Write("a.qmdp", Image(1, 2, s_L8, "ac")),
+                 b = directory_.Write("b", Image(1, 2, s_L8, "ad"));
+    EXPECT_EQ(a + "\n    luminance: minimum 97, maximum 99, mean 98, deviation 1\n", RunTool({"stats", a}).out);
+    string const json = RunTool({"stats", "--json", a}).out;
+    EXPECT_NE(string::npos,
+              json.find("\"maximum\":99.0,\"mean\":98.0,\"deviation\":1.0,\"not_a_number\":0,\"histogram\":[0,"));
+
+    ProcessResult const differs = RunTool({"compare", a, b});
+    EXPECT_EQ(1, differs.status);
+    EXPECT_EQ(
+        "difference: greatest 1, mean 0.5, PSNR 51.1411 dB\n    luminance: greatest 1, mean 0.5, PSNR 51.1411 dB\n",
+        differs.out);
+    EXPECT_EQ("", differs.err);
+    string const picture = directory_ / "d.qmdp";
+    ProcessResult const tolerated = RunTool({"compare", a, b, "--tolerance=1", "--json", "--difference", picture});
+    EXPECT_EQ(0, tolerated.status);
+    EXPECT_NE(string::npos, tolerated.out.find("\"within_tolerance\":true,\"greatest\":1.0")) << tolerated.out;
+    EXPECT_EQ(Image(1, 2, s_L8, string("\0\xFF", 2)), ReadFile(picture));
+    EXPECT_NE(string::npos, RunTool({"compare", a, a, "--json"}).out.find("\"psnr\":null"));
+
+    string const other = directory_.Write("o", Image(2, 1, s_L8, "ac"));
+    EXPECT_EQ("qmdp: " + a + " and " + other + ": the sizes differ: 1 rows, 2 columns and 2 rows, 1 columns\n",
+              RunTool({"compare", a, other}).err);
 }
 
 TEST_F(Qmdp, PicturesGoThereAndBack)

@@ -33,6 +33,14 @@ bool ReadNumber(std::string_view text, Number &number)
     return error == std::errc() && end == text.data() + text.size();
 }
 
+string Join(std::vector<string> const &words, char const *separator)
+{
+    string text;
+    for (string const &word : words)
+        text += (text.empty() ? "" : separator) + word;
+    return text;
+}
+
 void TakeSize(Arguments &arguments, string const &value)
 {
     arguments.size = ParseSize(value);
@@ -42,9 +50,10 @@ void TakeSize(Arguments &arguments, string const &value)
 
 void TakeFilter(Arguments &arguments, string const &value)
 {
-    std::optional<eResampleFilter> const filter = FindFilter(value);
+    std::optional<eSizeFilter> const filter = FindFilter(value);
     if (!filter)
-        throw WrongArgumentException("--filter must be nearest or linear, not '" + value + "'");
+        throw WrongArgumentException("--filter must be one of " + Join(GetFilterNames(), ", ") + ", not '" + value +
+                                     "'");
     arguments.filter = *filter;
 }
 
@@ -53,10 +62,10 @@ void TakeFormat(Arguments &arguments, string const &value)
     arguments.format = FindFormat(value);
     if (arguments.format)
         return;
-    string names;
+    std::vector<string> names;
     for (eSampleFormat const format : GetNamedFormats())
-        names += (names.empty() ? "" : ", ") + GetFormatName(format);
-    throw WrongArgumentException("--format must be one of " + names + ", not '" + value + "'");
+        names.push_back(GetFormatName(format));
+    throw WrongArgumentException("--format must be one of " + Join(names, ", ") + ", not '" + value + "'");
 }
 
 void TakeID(Arguments &arguments, string const &value)
@@ -69,6 +78,12 @@ void TakeQuality(Arguments &arguments, string const &value)
 {
     if (!ReadNumber(value, arguments.save.quality) || arguments.save.quality > data_codec_parameters::Value_Quality_Max)
         throw WrongArgumentException("--quality must be a number from 0 to 100, not '" + value + "'");
+}
+
+void TakeTolerance(Arguments &arguments, string const &value)
+{
+    if (!ReadNumber(value, arguments.tolerance) || !(arguments.tolerance >= 0))
+        throw WrongArgumentException("--tolerance must be a number of 0 or more, not '" + value + "'");
 }
 
 void TakeMaxPixels(Arguments &, string const &value)
@@ -91,13 +106,14 @@ void SwitchOn(Arguments &arguments, string const &)
     arguments.save.*setting = true;
 }
 
-// Groups: i for info, c for convert, f for a format, r for reading a type, t for the type to save, s for saving, a for commands with files,
+// Groups: i for what has JSON, d for compare, c for convert, z for filters, f for a format, r for reading a type, t for the type to save, s for saving, a for commands with files,
 // h with or without a command.
 constexpr Option s_options[] = {
     {'i', "--json", nullptr, nullptr, "print one JSON object per line",
      [](Arguments &arguments, string const &) { arguments.json = true; }},
     {'c', "--size", nullptr, "SIZE", "resample to N samples, to WxH or WxHxD columns, rows and layers", &TakeSize},
-    {'c', "--filter", nullptr, "NAME", "resample by nearest or linear, linear by default", &TakeFilter},
+    {'z', "--filter", nullptr, "NAME",
+     "filter: nearest, linear (default), area (mean; best for smaller data), lanczos (sharper)", &TakeFilter},
     {'c', "--flip-rows", nullptr, nullptr, "reverse the order of the rows", &TakeFlip<eSampleAxis::e_rows>},
     {'c', "--flip-columns", nullptr, nullptr, "reverse the order of the columns, or of a signal's samples",
      &TakeFlip<eSampleAxis::e_columns>},
@@ -107,6 +123,9 @@ constexpr Option s_options[] = {
      [](Arguments &arguments, string const &value) { arguments.from = value; }},
     {'t', "--to", nullptr, "TYPE", "type of files to save; needed for standard output, -",
      [](Arguments &arguments, string const &value) { arguments.to = value; }},
+    {'d', "--tolerance", nullptr, "N", "greatest difference of a channel to accept, 0 by default", &TakeTolerance},
+    {'d', "--difference", nullptr, "FILE", "save a picture of the differences: white at the greatest one",
+     [](Arguments &arguments, string const &value) { arguments.difference = value; }},
     {'s', "--big-endian", nullptr, nullptr, "store numbers big-endian (packages)", &SwitchOn<&SaveSettings::bigEndian>},
     {'s', "--id", nullptr, "N", "package id, 0 by default", &TakeID},
     {'s', "--origin-bottom", nullptr, nullptr, "store the last row first", &SwitchOn<&SaveSettings::originBottom>},
@@ -225,7 +244,8 @@ string GetUsage(Command const *command)
         string const names = (option.shortName ? string(option.shortName) + ", " : "") + option.name;
         AppendEntry(usage, names + (option.value ? string(" ") + option.value : ""), option.description);
     }
-    return usage + "\nExit status: 0 success, 1 data cannot be read, converted or written, 2 wrong argument.\n";
+    return usage +
+           "\nExit status: 0 success, 1 data cannot be read, converted or written, or they differ, 2 wrong argument.\n";
 }
 
 } // namespace quillmarsh::tools

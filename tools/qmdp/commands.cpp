@@ -14,13 +14,17 @@ constexpr std::size_t s_any = std::numeric_limits<std::size_t>::max();
 
 constexpr Command s_commands[] = {
     {"info", "FILE...", "Describes the contents of files", 1, s_any, false, "ia", &Info},
-    {"convert", "IN OUT", "Loads a file, changes its data, and saves them to another file", 2, 2, true, "cfrtsa",
+    {"convert", "IN OUT", "Loads a file, changes its data, and saves them to another file", 2, 2, true, "czfrtsa",
      &Convert},
     {"mipmaps", "IN PREFIX", "Saves the levels of a mipmap chain as packages, PREFIX.0.qmdp.image and so on", 2, 2,
-     false, "frsa", &Mipmaps},
+     false, "zfrsa", &Mipmaps},
     {"volume", "SLICE... OUT", "Builds a volume of equal images", 2, s_any, true, "rtsa", &BuildVolume},
     {"slice", "IN LAYER OUT", "Saves a layer of a volume, counted from 0, as an image", 3, 3, true, "rtsa", &Slice},
     {"verify", "FILE...", "Reads whole files, and reports their faults", 1, s_any, false, "a", &Verify},
+    {"stats", "FILE...", "Measures the channels of files: minimum, maximum, mean, deviation", 1, s_any, false, "ifa",
+     &Statistics},
+    {"compare", "A B", "Measures how much two files differ; status 1 if by more than the tolerance", 2, 2, false,
+     "idfsta", &CompareFiles},
     {"help", "[COMMAND]", "Prints the help of a command, or of the program", 0, 1, false, "", &Help},
 };
 
@@ -69,6 +73,26 @@ void PrintLine(string const &message)
 void PrintError(string const &message)
 {
     PrintLine("qmdp: " + message);
+}
+
+bool ForEachFile(Arguments const &arguments, std::function<void(string const &fileName)> const &work,
+                 void (*report)(string const &message))
+{
+    bool succeeded = true;
+    for (string const &fileName : arguments.operands)
+    {
+        try
+        {
+            work(fileName);
+        }
+        catch (Exception const &thrown)
+        {
+            std::cout.flush();
+            report(DescribeFailure(thrown));
+            succeeded = false;
+        }
+    }
+    return succeeded;
 }
 
 } // namespace quillmarsh::tools

@@ -4,6 +4,7 @@
 
 #include "arguments.h"
 
+#include <functional>
 #include <span>
 
 namespace quillmarsh::tools
@@ -17,6 +18,8 @@ bool Mipmaps(Arguments const &arguments);
 bool BuildVolume(Arguments const &arguments);
 bool Slice(Arguments const &arguments);
 bool Verify(Arguments const &arguments);
+bool Statistics(Arguments const &arguments);
+bool CompareFiles(Arguments const &arguments);
 bool Help(Arguments const &arguments);
 
 /// Returns all commands in the order of the help.
@@ -31,6 +34,28 @@ string DescribeFailure(Exception const &thrown);
 void PrintLine(string const &message);
 /// Prints the message after the program's name.
 void PrintError(string const &message);
+
+/// Runs work on all operands, reports failures and goes on after them. False when some file failed.
+bool ForEachFile(Arguments const &arguments, std::function<void(string const &fileName)> const &work,
+                 void (*report)(string const &message) = &PrintError);
+
+/// Runs work on a file. Puts the file's name before the messages of failures that it throws.
+template<typename Work>
+decltype(auto) NameFile(string const &fileName, Work const &work)
+{
+    try
+    {
+        return work();
+    }
+    catch (DataException const &thrown)
+    {
+        throw DataException(fileName + ": " + thrown.GetMessage());
+    }
+    catch (NoMemoryException const &thrown)
+    {
+        throw DataException(fileName + ": " + thrown.GetMessage());
+    }
+}
 
 } // namespace quillmarsh::tools
 

@@ -14,24 +14,6 @@ namespace quillmarsh::tools
 namespace
 {
 
-/// Runs work on a file. Puts the file's name before the messages of failures that it throws.
-template<typename Work>
-decltype(auto) NameFile(string const &fileName, Work const &work)
-{
-    try
-    {
-        return work();
-    }
-    catch (DataException const &thrown)
-    {
-        throw DataException(fileName + ": " + thrown.GetMessage());
-    }
-    catch (NoMemoryException const &thrown)
-    {
-        throw DataException(fileName + ": " + thrown.GetMessage());
-    }
-}
-
 void CheckFits(Arguments const &arguments, string const &fileName, SampledData const &data)
 {
     std::size_t const numDimensions = data.GetDimensions().size();
@@ -117,7 +99,8 @@ bool Mipmaps(Arguments const &arguments)
     SampledData const data = LoadData(in);
     progress.Begin("Building the levels");
     std::vector<SampledData> const levels =
-        NameFile(in.GetInputName(), [&] { return BuildMipmaps(data, arguments.format.value_or(data.GetFormat())); });
+        NameFile(in.GetInputName(),
+                 [&] { return BuildMipmaps(data, arguments.format.value_or(data.GetFormat()), arguments.filter); });
     progress.Begin("Saving");
     SaveLevels(levels, arguments.operands[1], arguments.save);
     return true;

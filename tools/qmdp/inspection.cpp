@@ -1,10 +1,8 @@
 // Commands that examine files: info and verify.
 #include "commands.h"
 #include "dataplaces.h"
+#include "output.h"
 #include "progress.h"
-
-#include <quillmarsh/basetools/texttools.h>
-#include <quillmarsh/platform/program.h>
 
 #include <nlohmann/json.hpp>
 
@@ -24,17 +22,6 @@ string Hexadecimal(unsigned int value)
     return text.str();
 }
 
-bool GoesToTerminal()
-{
-    return platform::IsTerminal(platform::eStandardStream::e_output);
-}
-
-/// Returns a name for standard output: unchanged, but control characters are escaped for a terminal.
-string MakeShown(string const &fileName)
-{
-    return GoesToTerminal() ? MakePrintable(fileName) : fileName;
-}
-
 void PrintJSON(string const &fileName, DataFileDesc const &desc)
 {
     nlohmann::ordered_json object = {{"file", fileName},
@@ -50,8 +37,7 @@ void PrintJSON(string const &fileName, DataFileDesc const &desc)
         object["id"] = desc.package->id;
         object["payload_bytes"] = desc.package->payloadByteSize;
     }
-    // A terminal gets only ASCII. Bytes that are not UTF-8, which names of files may contain, become U+FFFD.
-    std::cout << object.dump(-1, ' ', GoesToTerminal(), nlohmann::ordered_json::error_handler_t::replace) << '\n';
+    PrintObject(object);
 }
 
 void Print(string const &fileName, DataFileDesc const &desc)
@@ -76,32 +62,11 @@ void VerifyFile(string const &fileName)
     file->Verify([&](std::uint64_t done) { progress.Update(done, file->GetDesc().package->byteSize); });
 }
 
-/// Runs work on all files, and goes on after failures. False when some file failed.
-template<typename Work>
-bool ForEachFile(Arguments const &arguments, void (*report)(string const &message), Work const &work)
-{
-    bool succeeded = true;
-    for (string const &fileName : arguments.operands)
-    {
-        try
-        {
-            work(fileName);
-        }
-        catch (Exception const &thrown)
-        {
-            std::cout.flush();
-            report(DescribeFailure(thrown));
-            succeeded = false;
-        }
-    }
-    return succeeded;
-}
-
 } // namespace
 
 bool Info(Arguments const &arguments)
 {
-    return ForEachFile(arguments, &PrintError,
+    return ForEachFile(arguments,
                        [&](string const &fileName)
                        {
                            DataFileDesc const desc = OpenData({fileName, {}})->GetDesc();
@@ -112,12 +77,13 @@ bool Info(Arguments const &arguments)
 bool Verify(Arguments const &arguments)
 {
     return ForEachFile(
-        arguments, [](string const &message) { PrintLine(message); },
+        arguments,
         [](string const &fileName)
         {
             VerifyFile(fileName);
             std::cout << MakeShown(fileName) << ": ok\n";
-        });
+        },
+        &PrintLine);
 }
 
 } // namespace quillmarsh::tools
