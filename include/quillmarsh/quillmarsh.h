@@ -66,8 +66,8 @@
 #include <quillmarsh/dataobjects/sampleddataoperations.h>
 #include <quillmarsh/dataobjects/sampleformats.h>
 #include <quillmarsh/dataobjects/sampleprocessors.h>
-#include <quillmarsh/dataobjects/sampletransfer.h>
 #include <quillmarsh/dataobjects/samplestatistics.h>
+#include <quillmarsh/dataobjects/sampletransfer.h>
 #include <quillmarsh/dataobjects/scaling.h>
 #include <quillmarsh/dataobjects/signalbase.h>
 #include <quillmarsh/dataobjects/signalio.h>
