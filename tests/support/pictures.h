@@ -97,9 +97,9 @@ inline AutoPtr<ImageBase> MakeComparison(ImageBase const &stored, ImageBase cons
 } // namespace pictures
 
 /// Compares an image of the formats L8, X8R8G8B8 or A8R8G8B8, top row first, with tests/pictures/NAME.png; alpha does
-/// not count. A failure writes stored, drawn and different pixels side by side to picture-failures/NAME.png in the
-/// current directory. The test program needs the definition QUILLMARSH_TEST_SOURCES. With the environment variable QUILLMARSH_WRITE_PICTURES, the image becomes the stored picture:
-/// look at it then.
+/// not count. The test program needs the definition QUILLMARSH_TEST_SOURCES. A failure writes stored, drawn and different
+/// pixels side by side to picture-failures/NAME.png in the current directory. With the environment variable
+/// QUILLMARSH_WRITE_PICTURES, the image becomes the stored picture: look at it then.
 inline testing::AssertionResult MatchesPicture(ImageBase const &image, string const &name,
                                                PictureTolerance tolerance = {})
 {
