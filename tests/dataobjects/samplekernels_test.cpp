@@ -153,6 +153,11 @@ TEST_F(SampleKernels, KeepToTheirBlockAtAnyLengthAndPlace)
     for (Pair const &pair : s_pairs)
         for (unsigned int count = 1; count < 200; count += count < 70 ? 1 : 13)
             ExpectSameBits(RandomBytes(2 * half), pair, count, 64 + count % 5, half + count % 7);
+    // Long blocks are written from a cache line on.
+    Bytes const random = RandomBytes(160000);
+    for (Pair const &pair : s_pairs)
+        for (unsigned int start = 0; start < 64; ++start)
+            ExpectSameBits(random, pair, 16500 + start, 64 + start, 68000 + start % 7);
 }
 
 TEST_F(SampleKernels, LeaveBlocksThatOverlapToTheOneElementProcessors)

@@ -300,17 +300,31 @@ HWY_ATTR inline TwoVectors NextVectors(unsigned char const *src)
                 FullVector<Kernel, dstSize, srcSize>(src + hn::Lanes(s_d8) / dstSize * srcSize)};
 }
 
-/// Writes past the caches, so that cache lines which are written whole are not read first. Returns the number of
-/// samples that are done.
+/// For blocks below this size, a start at a cache line costs more than it saves.
+constexpr std::size_t s_shortBlockSize = std::size_t{16} << 10;
+
+/// Distance in bytes at which the source is prefetched within the caches.
+constexpr std::size_t s_nearFetchDistance = 256;
+
+/// Writes the samples up to the next cache line, and returns their number. Whole vectors are written, so the samples
+/// after them may be written too. The start must be a whole number of samples away from the line.
+template<typename Kernel, std::size_t dstSize, std::size_t srcSize>
+HWY_ATTR HWY_NOINLINE std::size_t RunToLine(unsigned char *dst, unsigned char const *src)
+{
+    std::size_t const count = CountBytesToLine(dst) / dstSize;
+    for (std::size_t i = 0; i < count; i += hn::Lanes(s_d8) / dstSize)
+        StoreColours(dst + i * dstSize, FullVector<Kernel, dstSize, srcSize>(src + i * srcSize));
+    return count;
+}
+
+/// Writes past the caches, so that cache lines which are written whole are not read first. Begins at a cache line, and
+/// returns the number of samples that are done.
 template<typename Kernel, std::size_t dstSize, std::size_t srcSize>
 HWY_ATTR std::size_t RunPastCaches(unsigned char *dst, unsigned char const *src, std::size_t count)
 {
     std::size_t const size = hn::Lanes(s_d8);
     std::size_t const step = 2 * (size / dstSize);
-    // The samples up to the first line are written twice.
-    std::size_t done = CountBytesToLine(dst) / dstSize;
-    for (std::size_t i = 0; i < done; i += step / 2)
-        StoreColours(dst + i * dstSize, FullVector<Kernel, dstSize, srcSize>(src + i * srcSize));
+    std::size_t done = 0;
     for (; count - done >= step; done += step)
     {
         FetchAhead(src + done * srcSize, step * srcSize);
@@ -322,15 +336,24 @@ HWY_ATTR std::size_t RunPastCaches(unsigned char *dst, unsigned char const *src,
     return done;
 }
 
+/// Stores are fast where no vector spans two cache lines, so that all but short blocks are written from a line on.
 template<typename Kernel, std::size_t dstSize, std::size_t srcSize>
 HWY_ATTR std::size_t RunFullVectors(unsigned char *dst, unsigned char const *src, std::size_t count)
 {
-    if (count * dstSize >= s_bigBlockSize && CountBytesToLine(dst) % dstSize == 0)
-        return RunPastCaches<Kernel, dstSize, srcSize>(dst, src, count);
     std::size_t const step = hn::Lanes(s_d8) / dstSize;
     std::size_t done = 0;
+    if (count * dstSize >= s_shortBlockSize && CountBytesToLine(dst) % dstSize == 0)
+    {
+        done = RunToLine<Kernel, dstSize, srcSize>(dst, src);
+        if (count * dstSize >= s_bigBlockSize)
+            return done +
+                   RunPastCaches<Kernel, dstSize, srcSize>(dst + done * dstSize, src + done * srcSize, count - done);
+    }
     for (; count - done >= 2 * step; done += 2 * step)
     {
+        // Many stores to lines that are not in the nearest caches hold up the few loads between them.
+        if constexpr (dstSize > srcSize)
+            hwy::Prefetch(src + done * srcSize + s_nearFetchDistance);
         TwoVectors const next = NextVectors<Kernel, dstSize, srcSize>(src + done * srcSize);
         StoreColours(dst + done * dstSize, next.first);
         StoreColours(dst + (done + step) * dstSize, next.second);
