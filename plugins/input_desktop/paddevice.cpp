@@ -2,8 +2,6 @@
 
 #include <quillmarsh/basetools/exception.h>
 
-#include <cmath>
-
 namespace input_desktop
 {
 
@@ -24,14 +22,6 @@ void PadController::OnOperationModifiersChanged()
         axisShapes_[i] = {GetAxisDeadZone(static_cast<eAxis>(i)), GetAxisSaturation(static_cast<eAxis>(i))};
     for (unsigned int i = 0; i < s_maxSliders; ++i)
         sliderShapes_[i] = {GetSliderDeadZone(i), GetSliderSaturation(i)};
-}
-
-float PadController::Shape::Apply(float position) const
-{
-    float const way = std::fabs(position);
-    if (way <= deadZone)
-        return 0.0f;
-    return std::copysign(way >= saturation ? 1.0f : (way - deadZone) / (saturation - deadZone), position);
 }
 
 void PadController::Sample(PadReading const &reading)

@@ -19,13 +19,13 @@ public:
     void Sample(PadReading const &reading);
 
 private:
-    /// Dead zone and saturation. The range between them is stretched to the whole range.
+    /// Dead zone and saturation of an axis or slider.
     struct Shape
     {
         float deadZone = 0;
         float saturation = 1;
 
-        float Apply(float position) const;
+        float Apply(float position) const { return ApplyModifiers(position, deadZone, saturation); }
     };
 
     quillmarsh::CriticalSection lock_;

@@ -193,10 +193,10 @@ protected:
         for (unsigned int i = 0; i < s_numAxes; ++i)
         {
             auto const axis = static_cast<eAxis>(i);
-            SetAxisPosition(axis, Shape(state[i], GetAxisDeadZone(axis), GetAxisSaturation(axis)));
+            SetAxisPosition(axis, ApplyModifiers(state[i], GetAxisDeadZone(axis), GetAxisSaturation(axis)));
         }
         for (unsigned int i = 0; i < s_maxSliders; ++i)
-            SetSliderPosition(i, Shape(state[sliders_ + i], GetSliderDeadZone(i), GetSliderSaturation(i)));
+            SetSliderPosition(i, ApplyModifiers(state[sliders_ + i], GetSliderDeadZone(i), GetSliderSaturation(i)));
         for (unsigned int i = 0; i < s_maxPOVHats; ++i)
             SetPOVHatPosition(i, state[hats_ + i]);
         for (unsigned int i = 0; i < s_maxButtons; ++i)
@@ -207,15 +207,6 @@ protected:
     }
 
 private:
-    /// Applies dead zone and saturation, and stretches the range between them to the whole range.
-    static float Shape(float position, float deadZone, float saturation)
-    {
-        float const way = std::fabs(position);
-        if (way <= deadZone)
-            return 0.0f;
-        return std::copysign(way >= saturation ? 1.0f : (way - deadZone) / (saturation - deadZone), position);
-    }
-
     /// Returns the number of fields from `first` to the last one that the controller has.
     static unsigned int FindEnd(std::vector<unsigned int> const &counts, unsigned int first, unsigned int end)
     {

@@ -6,6 +6,7 @@
 #include <quillmarsh/framework/humaninterfacedevice.h>
 
 #include <algorithm>
+#include <cmath>
 #include <iterator>
 
 namespace quillmarsh
@@ -118,6 +119,14 @@ void GameController::ReportHardwareCaps_Gadgets(unsigned int sliders, unsigned i
     numSliders_ = std::min(sliders, s_maxSliders);
     numPOVHats_ = std::min(hats, s_maxPOVHats);
     numButtons_ = std::min(buttons, s_maxButtons);
+}
+
+float GameController::ApplyModifiers(float position, float deadZone, float saturation)
+{
+    float const way = std::fabs(position);
+    if (way <= deadZone)
+        return 0.0f;
+    return std::copysign(way >= saturation ? 1.0f : (way - deadZone) / (saturation - deadZone), position);
 }
 
 void GameController::InitOperationModifiers()

@@ -126,6 +126,9 @@ protected:
     /// Sets the direction of a hat, which is never reversed; negative at rest.
     void SetPOVHatPosition(unsigned int hat, float position) { povHatPositions_[hat] = position; }
     void SetButtonPressed(unsigned int button) { buttonStates_.SetPressed(button); }
+    /// Applies a dead zone and a saturation to a position from -1 to 1: what lies between them is stretched to the way
+    /// from the centre to the end. For concrete controllers whose hardware does not do it.
+    static float ApplyModifiers(float position, float deadZone, float saturation);
     /// @}
 
     /// @name Steps of the hooks
