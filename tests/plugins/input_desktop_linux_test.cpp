@@ -1,19 +1,13 @@
 // The driver of game controllers, keyboard and mouse, loaded as in a host, with virtual hardware.
 #include "tests/support/environment_variable.h"
-#include "tests/support/test_kernel.h"
+#include "tests/support/loaded_driver.h"
 #include "tests/support/virtual_display.h"
 #include "tests/support/waiting.h"
 
-#include <quillmarsh/basetools/dynamiclinklibrary.h>
 #include <quillmarsh/basetools/exception.h>
 #include <quillmarsh/devices/gamecontroller.h>
 #include <quillmarsh/devices/keyboard.h>
 #include <quillmarsh/devices/mouse.h>
-#include <quillmarsh/framework/directinputconfig.h>
-#include <quillmarsh/framework/hiddriver.h>
-#include <quillmarsh/framework/humaninterfacedevice.h>
-#include <quillmarsh/framework/plugindescriptors.h>
-#include <quillmarsh/framework/pluginlibrary.h>
 #include <quillmarsh/framework/samplereadsentry.h>
 #include <quillmarsh/platform/desktopevents.h>
 #include <quillmarsh/platform/window.h>
@@ -36,9 +30,8 @@ protected:
     {
         Release();
         // Closes the window. Otherwise it would live as long as the plug-in: in some builds, until the process ends.
-        if (driver_ != nullptr)
-            driver_->OpenDriver(DirectInputConfig(), 1);
-        driver_.reset();
+        driver_.OpenDriver(DirectInputConfig(), 1);
+        driver_.CloseDriver();
     }
 
     void Open(char const *videoDriver, char const *displayName = nullptr, unsigned int flags = 0)
@@ -47,44 +40,16 @@ protected:
         environment_.emplace_back("SDL_VIDEODRIVER", videoDriver);
         environment_.emplace_back("DISPLAY", displayName);
         environment_.emplace_back("WAYLAND_DISPLAY", nullptr);
-        ASSERT_TRUE(library_.Load()) << library_.GetLoadError();
-        auto const entry = reinterpret_cast<PluginLibraryEntry>(library_.GetSymbolAddress(s_szPluginLibraryEntry));
-        driver_.reset(dynamic_cast<HIDDriver0 *>(entry()->GetDescriptor(0)->CreateAndSetupPlugin()));
-        ASSERT_NE(nullptr, driver_);
-        driver_->OpenDriver(DirectInputConfig(), flags);
-        isOpen_ = true;
-        Make();
+        loaded_.Open(flags);
     }
-
-    void Make()
-    {
-        devices.clear();
-        for (unsigned int i = 0, count = driver_->EnumerateDevices(); i < count; ++i)
-        {
-            devices.emplace_back(driver_->CreateDevice(i));
-            ASSERT_NE(nullptr, devices.back());
-            devices.back()->ConnectDevice(nullptr);
-        }
-    }
-
-    void Release()
-    {
-        for (auto const &device : devices)
-        {
-            device->StopAsyncSampling();
-            device->DisconnectDevice();
-        }
-        devices.clear();
-        if (isOpen_)
-            driver_->CloseDriver();
-        isOpen_ = false;
-    }
+    void Make() { loaded_.CreateDevices(); }
+    void Release() { loaded_.Close(); }
 
     /// Runs the device part of the next frame.
     bool Frame()
     {
         platform::PumpDesktop();
-        bool const changed = driver_->PollDeviceChanges();
+        bool const changed = driver_.PollDeviceChanges();
         for (auto const &device : devices)
             SampleReadSentry const sample(*device, true);
         return changed;
@@ -98,14 +63,15 @@ protected:
 
     /// Declared first, so that it outlives its windows.
     AutoPtr<VirtualDisplay> display;
-    TestKernel kernel;
-    std::vector<AutoPtr<HumanInterfaceDevice>> devices;
 
 private:
     std::deque<EnvironmentVariable> environment_;
-    DynamicLinkLibrary library_{QUILLMARSH_TEST_input_desktop};
-    AutoPtr<HIDDriver0> driver_;
-    bool isOpen_ = false;
+    LoadedDriver loaded_{QUILLMARSH_TEST_input_desktop};
+    HIDDriver0 &driver_ = loaded_.driver;
+
+protected:
+    TestKernel &kernel = loaded_.kernel;
+    std::vector<AutoPtr<HumanInterfaceDevice>> &devices = loaded_.devices;
 };
 
 /// The driver without a display, which has game controllers only.

@@ -24,10 +24,17 @@ public:
     ~LoadedDriver() { Close(); }
 
     /// Opens the driver again, with all devices that it finds.
-    void Open()
+    void Open(unsigned int flags = 0)
     {
         Close();
-        driver.OpenDriver(DirectInputConfig(), 0);
+        driver.OpenDriver(DirectInputConfig(), flags);
+        isOpen_ = true;
+        CreateDevices();
+    }
+    /// Creates and connects all devices that the open driver finds now, in place of those that there are.
+    void CreateDevices()
+    {
+        devices.clear();
         unsigned int const count = driver.EnumerateDevices();
         for (unsigned int index = 0; index < count; ++index)
         {
@@ -39,9 +46,14 @@ public:
     void Close()
     {
         for (AutoPtr<HumanInterfaceDevice> &device : devices)
+        {
+            device->StopAsyncSampling();
             device->DisconnectDevice();
+        }
         devices.clear();
-        driver.CloseDriver();
+        if (isOpen_)
+            driver.CloseDriver();
+        isOpen_ = false;
     }
 
     TestKernel kernel;
@@ -51,6 +63,8 @@ public:
     std::vector<AutoPtr<HumanInterfaceDevice>> devices;
 
 private:
+    bool isOpen_ = false;
+
     AutoPtr<Plugin> Load(char const *fileName)
     {
         plugins.Load(fileName);
