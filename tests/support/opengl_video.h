@@ -20,8 +20,8 @@
 namespace quillmarsh::tests
 {
 
-/// Loads the library, and connects renderer and subsystem for its own life. It makes its own kernel. Without OpenGL,
-/// GetReason() says why.
+/// Connects renderer and subsystem for its own life: those of the library, or given ones. It makes its own kernel.
+/// Without OpenGL, GetReason() says why.
 class OpenGLVideo
 {
 public:
@@ -35,11 +35,8 @@ public:
         using Kernel::VideoRenderer_ReleaseVideoResources;
     };
 
-    explicit OpenGLVideo(char const *library)
+    explicit OpenGLVideo(char const *library) : OpenGLVideo(nullptr, nullptr)
     {
-        isHeadless_ = platform::UseHeadlessDesktop(1600, 1200, reason_);
-        if (!isHeadless_)
-            return;
         plugins.Load(library);
         for (host::PluginSet::Entry const &entry : plugins.GetEntries())
         {
@@ -48,6 +45,12 @@ public:
             else
                 renderer = plugins.CreateAs<VideoRenderer>(*entry.descriptor);
         }
+    }
+    OpenGLVideo(AutoPtr<VideoSubsystem> itsSubsystem, AutoPtr<VideoRenderer> itsRenderer)
+        : subsystem(std::move(itsSubsystem)),
+          renderer(std::move(itsRenderer)),
+          isHeadless_(platform::UseHeadlessDesktop(1600, 1200, reason_))
+    {
     }
     ~OpenGLVideo()
     {
@@ -131,7 +134,7 @@ public:
 
 private:
     string reason_;
-    bool isHeadless_ = false;
+    bool isHeadless_;
     bool isConnected_ = false;
     bool hasResources_ = false;
 };
