@@ -203,5 +203,22 @@ TEST(SharedOutputStream, EachThreadHasItsFormatAndItsType)
     EXPECT_EQ(log.texts, "2:  31 31\n|0:    1f\n|0:rest|");
 }
 
+TEST(SharedOutputStream, SinkMayPrintToTheStreamWhoseTextItTakes)
+{
+    struct Echo : TextLog
+    {
+        void OnText(std::string_view text, unsigned int type) override
+        {
+            TextLog::OnText(text, type);
+            *stream << "heard\n" << std::flush;
+        }
+        SharedOutputStream *stream = nullptr;
+    } sink;
+    SharedOutputStream shared(sink);
+    sink.stream = &shared;
+    shared << "one\ntw" << std::hex << 0xA << '\n';
+    EXPECT_EQ(sink.texts, "0:one\n|0:heard\ntwa\n|");
+}
+
 } // namespace
 } // namespace quillmarsh

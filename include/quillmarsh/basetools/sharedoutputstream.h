@@ -4,6 +4,7 @@
 
 #include <quillmarsh/basetools/outputstream.h>
 
+#include <memory>
 #include <streambuf>
 #include <string_view>
 #include <thread>
@@ -17,7 +18,8 @@ class QUILLMARSH_API TextSink
 public:
     virtual ~TextSink();
     /// Takes a text of one output type: whole lines, or what a thread had written when it flushed. Any thread, also
-    /// several at once. `text` is good during the call.
+    /// several at once. `text` is good during the call. A sink may print to the stream whose text it takes: this waits,
+    /// and is passed on in front of what the thread writes next, with its type.
     virtual void OnText(std::string_view text, unsigned int type) = 0;
 };
 
@@ -74,7 +76,7 @@ private:
 
         TextSink &sink_;
         /// Tells this stream from an earlier one in the records of the threads.
-        unsigned int const id_;
+        std::shared_ptr<unsigned int const> const id_;
     };
 
     std::thread::id const owner_;

@@ -3,17 +3,17 @@
 #include "source/platform/threadvalue.h"
 
 #include <atomic>
-#include <deque>
+#include <list>
 
 namespace quillmarsh
 {
 namespace
 {
 
-unsigned int MakeStreamID()
+std::shared_ptr<unsigned int const> MakeStreamID()
 {
     static std::atomic<unsigned int> s_lastID{0};
-    return ++s_lastID;
+    return std::make_shared<unsigned int const>(++s_lastID);
 }
 
 } // namespace
@@ -42,7 +42,12 @@ private:
 struct SharedOutputStream::ThreadRecord
 {
     unsigned int streamID;
+    /// Expires with the shared stream.
+    std::weak_ptr<unsigned int const> life;
     string text;
+    /// What the sink writes while it takes `text`.
+    string late;
+    bool isPassing = false;
     unsigned int type = 0;
     AutoPtr<ThreadStream> stream;
 };
@@ -93,26 +98,42 @@ SharedOutputStream::ThreadRecord &SharedOutputStream::Buffer::GetThreadRecord()
     // stream is passed on, the thread may begin to write to another.
     struct Records : platform::ThreadValue
     {
-        std::deque<ThreadRecord> list;
+        std::list<ThreadRecord> list;
     };
     static auto &s_slot = *new platform::ThreadValueSlot;
     if (s_slot.Get() == nullptr)
         s_slot.Set(std::make_unique<Records>());
-    std::deque<ThreadRecord> &records = static_cast<Records *>(s_slot.Get())->list;
+    std::list<ThreadRecord> &records = static_cast<Records *>(s_slot.Get())->list;
     for (ThreadRecord &record : records)
     {
-        if (record.streamID == id_)
+        if (record.streamID == *id_)
             return record;
     }
-    return records.emplace_back(ThreadRecord{id_, {}, 0, nullptr});
+    // The records of ended streams go, so that the list stays short however many streams there were.
+    records.remove_if([](ThreadRecord const &record) { return record.life.expired(); });
+    ThreadRecord &added = records.emplace_back();
+    added.streamID = *id_;
+    added.life = id_;
+    return added;
 }
 
 void SharedOutputStream::Buffer::Pass(ThreadRecord &record, std::size_t length)
 {
-    if (length == 0)
+    if (length == 0 || record.isPassing)
         return;
-    sink_.OnText(std::string_view(record.text).substr(0, length), record.type);
-    record.text.erase(0, length);
+    record.isPassing = true;
+    try
+    {
+        sink_.OnText(std::string_view(record.text).substr(0, length), record.type);
+    }
+    catch (...)
+    {
+        record.isPassing = false;
+        throw;
+    }
+    record.isPassing = false;
+    record.text.replace(0, length, record.late);
+    record.late.clear();
 }
 
 void SharedOutputStream::Buffer::SetType(unsigned int type)
@@ -137,6 +158,11 @@ std::streamsize SharedOutputStream::Buffer::xsputn(char const *text, std::stream
 {
     ThreadRecord &record = GetThreadRecord();
     std::string_view const added(text, static_cast<std::size_t>(count));
+    if (record.isPassing)
+    {
+        record.late += added;
+        return count;
+    }
     record.text += added;
     std::size_t const lineEnd = added.rfind('\n');
     if (lineEnd != std::string_view::npos)
