@@ -2,9 +2,12 @@
 #include "source/platform/dialogs.h"
 #include "tests/support/process_linux.h"
 
+#include <quillmarsh/platform/program.h>
+
 #include <gtest/gtest.h>
 
 #include <array>
+#include <csignal>
 #include <cstdlib>
 #include <pty.h>
 #include <termios.h>
@@ -37,6 +40,7 @@ termios MakeRaw()
 {
     unsetenv("DISPLAY");
     unsetenv("WAYLAND_DISPLAY");
+    SignalWatch const watch([](eSignal) {});
     termios before{};
     tcgetattr(STDIN_FILENO, &before);
     if (isRaw)
@@ -69,7 +73,8 @@ struct TerminalRun
     int status;
 };
 
-TerminalRun AnswerOnTerminal(DialogRequest const &request, string const &keys, bool isRaw)
+/// Answers by keys, or else by a signal.
+TerminalRun AnswerOnTerminal(DialogRequest const &request, string const &keys, bool isRaw, int signal = 0)
 {
     int terminal = -1;
     pid_t const child = forkpty(&terminal, nullptr, nullptr, nullptr);
@@ -77,6 +82,7 @@ TerminalRun AnswerOnTerminal(DialogRequest const &request, string const &keys, b
         PresentInChild(request, isRaw);
     TerminalRun run;
     run.shown = ReadUntil(terminal, "? ");
+    kill(child, signal);
     EXPECT_EQ(write(terminal, keys.data(), keys.size()), static_cast<ssize_t>(keys.size()));
     ReadUntil(terminal, "");
     run.status = tests::WaitForExit(child);
@@ -107,6 +113,13 @@ TEST(TerminalDialog, TakesOneKeyForAButton)
     DialogRequest const request{eDialogButtons::e_cancelOk, eDialogAnswer::e_ok, "Title", "Text"};
     EXPECT_EQ(AnswerOnTerminal(request, "c", false).status, static_cast<int>(eDialogAnswer::e_cancel));
     EXPECT_EQ(AnswerOnTerminal(request, "a\n\n", false).status, static_cast<int>(eDialogAnswer::e_ok));
+}
+
+TEST(TerminalDialog, SignalsToEndAnswerWithTheDefault)
+{
+    for (int const signal : {SIGTERM, SIGHUP})
+        EXPECT_EQ(AnswerOnTerminal(MakeAssertDialog(), "", true, signal).status,
+                  static_cast<int>(eDialogAnswer::e_retry));
 }
 
 TEST(TerminalDialog, WithoutATerminalTheDefaultAnswers)

@@ -1,3 +1,5 @@
+#include "source/platform/linux/endsignals.h"
+
 #include <quillmarsh/platform/program.h>
 
 #include <atomic>
@@ -5,6 +7,7 @@
 #include <cstdio>
 #include <thread>
 
+#include <sys/eventfd.h>
 #include <unistd.h>
 
 namespace quillmarsh::platform
@@ -57,6 +60,12 @@ bool IsIgnored(int number)
 
 } // namespace
 
+int GetEndSignalDescriptor()
+{
+    static int const s_descriptor = eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK);
+    return s_descriptor;
+}
+
 struct SignalWatch::State
 {
     sigset_t signals;
@@ -82,7 +91,11 @@ SignalWatch::SignalWatch(std::function<void(eSignal)> onSignal) : state_(std::ma
         {
             int number = 0;
             while (sigwait(&state.signals, &number) == 0 && !state.ending)
+            {
+                if (number == SIGTERM || number == SIGHUP)
+                    eventfd_write(GetEndSignalDescriptor(), 1);
                 onSignal(ToSignal(number));
+            }
         });
 }
 

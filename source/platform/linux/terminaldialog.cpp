@@ -1,11 +1,14 @@
 #include "source/platform/linux/terminaldialog.h"
+#include "source/platform/linux/endsignals.h"
 
 #include <quillmarsh/basetools/texttools.h>
 
 #include <cerrno>
 #include <fcntl.h>
 #include <iostream>
+#include <iterator>
 #include <poll.h>
+#include <sys/eventfd.h>
 #include <termios.h>
 #include <unistd.h>
 
@@ -55,10 +58,16 @@ public:
         }
     }
 
-    /// Returns the next key, or the end of input.
+    /// Returns the next key, or the end of input. A signal that asks the program to end counts as the end of input.
     char ReadKey()
     {
+        pollfd waits[] = {{descriptor_, POLLIN, 0}, {GetEndSignalDescriptor(), POLLIN, 0}};
+        while (poll(waits, std::size(waits), -1) < 0 && errno == EINTR)
+        {
+        }
         char key = s_endOfInput;
+        if (waits[1].revents != 0)
+            return key;
         ssize_t count = 0;
         do
             count = read(descriptor_, &key, 1);
@@ -88,6 +97,9 @@ private:
         modes.c_cc[VMIN] = 1;
         modes.c_cc[VTIME] = 0;
         tcsetattr(descriptor_, TCSAFLUSH, &modes);
+        // A signal that came before the question was for somebody else.
+        eventfd_t count = 0;
+        eventfd_read(GetEndSignalDescriptor(), &count);
     }
 
     int descriptor_;
