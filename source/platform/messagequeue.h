@@ -21,8 +21,10 @@ struct ThreadMessage
     std::intptr_t lParam = 0;
 };
 
+/// Gives the calling thread a message queue, if it has none.
+void MakeThreadMessageQueue();
 /// Appends a message to a thread's queue. Returns false when the queue is full, and when the thread has none: a thread
-/// has a queue from its first call of PeekThreadMessage() or WaitThreadMessage() until it ends.
+/// has a queue from MakeThreadMessageQueue() or its first look for a message until it ends.
 bool PostMessageToThread(unsigned int threadId, ThreadMessage const &message);
 
 /// Looks for the next message of the calling thread without waiting, and removes it with `remove`. Posted messages come

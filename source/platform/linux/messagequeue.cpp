@@ -244,6 +244,11 @@ MessageQueue &GetOwnQueue()
 
 } // namespace
 
+void MakeThreadMessageQueue()
+{
+    GetOwnQueue();
+}
+
 bool PostMessageToThread(unsigned int threadId, ThreadMessage const &message)
 {
     std::shared_ptr<MessageQueue> const queue = GetRegistry().Find(threadId);

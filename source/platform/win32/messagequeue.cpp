@@ -40,6 +40,12 @@ void CALLBACK OnWindowTimer(HWND window, UINT, UINT_PTR number, DWORD)
 
 } // namespace
 
+void MakeThreadMessageQueue()
+{
+    MSG next;
+    PeekMessageW(&next, nullptr, WM_USER, WM_USER, PM_NOREMOVE);
+}
+
 bool PostMessageToThread(unsigned int threadId, ThreadMessage const &message)
 {
     return PostThreadMessageA(threadId, message.message, message.wParam, message.lParam) != FALSE;

@@ -344,24 +344,34 @@ private:
     class Listener;
 
     // What messages do; toplevelwindow_messages.cpp.
+    void HandleActivation(bool isActive);
     bool HandleGeometry(unsigned int message, unsigned int wParam);
     bool HandleMouse(unsigned int message, unsigned int wParam, long lParam);
     bool HandleKeyboard(unsigned int message, unsigned int wParam, long lParam);
     bool HandleSystemCommand(unsigned int command, long lParam);
 
-    // The own frame; toplevelwindow_frame.cpp.
+    void HandleMouseMove(win_utils::Point const &point, unsigned int keys);
+    /// `button` is a bit of win_utils::eMouseKeys.
+    void HandleButton(unsigned int button, bool isDown, win_utils::Point const &point, unsigned int keys);
+
+    // The area under the mouse, and the own frame; toplevelwindow_frame.cpp.
     void UpdateMouseArea(win_utils::Point const &point);
     void SetMouseArea(eWindowArea area, unsigned int subCode);
     void ApplyMouseCursor();
-    /// Returns true when the area takes the button.
-    bool PressFrame(win_utils::Point const &point);
-    bool ReleaseFrame(win_utils::Point const &point);
+    /// The left button went down or up outside the client area.
+    void PressFrame(win_utils::Point const &point);
+    void ReleaseFrame(win_utils::Point const &point);
     bool CanMoveWindow() const;
     bool CanSizeWindow() const;
+    platform::Window::Position ToDesktop(win_utils::Point const &point) const;
     void EnterSizeMove(eWindowArea area, win_utils::Point const &point);
     void ContinueSizeMove(win_utils::Point const &point);
     void ExitSizeMove();
 
+    /// Returns the object of a system's window; null without one.
+    static TopLevelWindow *Find(HWND handle);
+    /// Makes Find() find the object, or not any more.
+    void Register(bool isThere);
     /// Returns the window; asserts "System-window not created." and returns null without one.
     platform::Window *NeedWindow() const;
     void ApplyStyles();

@@ -73,6 +73,9 @@ HCURSOR GetCursor(SDL_SystemCursor system)
 {
     static std::map<SDL_SystemCursor, SDL_Cursor *> cursors;
 
+    // A headless desktop has no mouse, and a cursor would keep its driver running.
+    if (IsHeadless())
+        return nullptr;
     SdlVideoSentry video;
     if (!video.IsStarted())
         return nullptr;

@@ -82,19 +82,28 @@ void OnWindowEvent(SDL_WindowEvent const &event)
     TellDesktop(told);
 }
 
+eDesktopEvent FindUserEventKind(Sint32 code)
+{
+    switch (code)
+    {
+    case e_user_windowExposed:
+        return eDesktopEvent::e_windowExposed;
+    case e_user_windowMoved:
+        return eDesktopEvent::e_windowGeometry;
+    default:
+        return eDesktopEvent::e_windowWoken;
+    }
+}
+
 void OnUserEvent(SDL_UserEvent const &event)
 {
-    if (event.code == e_user_wake)
-        return;
-    bool const isExposure = event.code == e_user_windowExposed;
-    DesktopEvent const told =
-        MakeEvent(isExposure ? eDesktopEvent::e_windowExposed : eDesktopEvent::e_windowWoken, event.windowID);
-    if (!told.window)
+    DesktopEvent const told = MakeEvent(FindUserEventKind(event.code), event.windowID);
+    if (event.code == e_user_wake || !told.window)
         return;
     Window::System &system = told.window->GetSystem();
-    if (isExposure)
+    if (event.code == e_user_windowExposed)
         system.isInvalid = false;
-    if (isExposure && system.isFilled)
+    if (event.code == e_user_windowExposed && system.isFilled)
         system.Fill();
     TellDesktop(told);
 }

@@ -43,8 +43,12 @@ enum eUserEvent : Sint32
     /// Ends a wait, and has no window.
     e_user_wake,
     e_user_windowExposed,
+    e_user_windowMoved,
     e_user_windowWoken
 };
+
+/// Puts an event for a window into SDL's queue. Any thread.
+void PushWindowEvent(Uint32 window, eUserEvent code);
 
 /// Finds a mode among those of a display.
 bool FindSdlMode(int display, DisplayMode const &mode, SDL_DisplayMode &found);

@@ -18,6 +18,11 @@ SDL_Surface *WrapPixels(PixelRows const &pixels)
                                               pixels.hasAlpha ? SDL_PIXELFORMAT_ARGB8888 : SDL_PIXELFORMAT_RGB888);
 }
 
+/// Number of windows that keep the display on. The desktop's thread only.
+unsigned int s_numKeepingOn = 0;
+
+} // namespace
+
 void PushWindowEvent(Uint32 window, eUserEvent code)
 {
     SDL_Event event = {};
@@ -26,11 +31,6 @@ void PushWindowEvent(Uint32 window, eUserEvent code)
     event.user.code = code;
     SDL_PushEvent(&event);
 }
-
-/// Number of windows that keep the display on. The desktop's thread only.
-unsigned int s_numKeepingOn = 0;
-
-} // namespace
 
 Window::System::~System()
 {
