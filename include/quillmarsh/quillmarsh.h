@@ -90,6 +90,7 @@
 #include <quillmarsh/framework/commands/hidconfigcmd.h>
 #include <quillmarsh/framework/commands/hidcontrolcmd.h>
 #include <quillmarsh/framework/commands/profilercmd.h>
+#include <quillmarsh/framework/commands/screenshotcmd.h>
 #include <quillmarsh/framework/commands/variablecmd.h>
 #include <quillmarsh/framework/commands/videoconfigcmd.h>
 #include <quillmarsh/framework/commands/vsynccmd.h>

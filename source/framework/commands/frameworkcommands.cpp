@@ -5,6 +5,7 @@
 #include <quillmarsh/framework/commands/hidconfigcmd.h>
 #include <quillmarsh/framework/commands/hidcontrolcmd.h>
 #include <quillmarsh/framework/commands/profilercmd.h>
+#include <quillmarsh/framework/commands/screenshotcmd.h>
 #include <quillmarsh/framework/commands/variablecmd.h>
 #include <quillmarsh/framework/commands/videoconfigcmd.h>
 #include <quillmarsh/framework/commands/vsynccmd.h>
@@ -19,6 +20,7 @@ void CreateAndRegisterAllCommands(std_command_interpreter::Interpreter &interpre
     interpreter.RegisterExternalCommand(new ExitCmd);
     interpreter.RegisterExternalCommand(new CrashCmd);
     interpreter.RegisterExternalCommand(new VSyncCmd);
+    interpreter.RegisterExternalCommand(new ScreenShotCmd(nullptr));
     interpreter.RegisterExternalCommand(new HIDConfigCmd(hidReconfigCode));
     interpreter.RegisterExternalCommand(new HIDControlCmd);
     interpreter.RegisterExternalCommand(new VideoConfigCmd(videoReconfigCode));

@@ -18,10 +18,10 @@ namespace quillmarsh::framework_commands
 {
 
 /// Creates the framework's commands and registers them as external ones of the interpreter, which owns them then: exit,
-/// crash, vsync, hid-config, hid-control, video-config, var and profiler. Needs a kernel.
+/// crash, vsync, screenshot, hid-config, hid-control, video-config, var and profiler. Needs a kernel.
 ///
-/// The codes go along with a reconfiguration of the input devices and of the video stack. The component serves a command
-/// that is not here yet: it is what a screenshot hides (may be null).
+/// The codes go along with a reconfiguration of the input devices and of the video stack. The component is
+/// what a screenshot is to hide (may be null); it has no effect yet.
 QUILLMARSH_API void CreateAndRegisterAllCommands(std_command_interpreter::Interpreter &interpreter,
                                                  gui::Component *screenshotAutoHide, unsigned int hidReconfigCode,
                                                  unsigned int videoReconfigCode);
