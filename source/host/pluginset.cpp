@@ -22,6 +22,11 @@ void PluginSet::Load(string const &fileName)
         entries_.push_back({descriptor, fileName});
 }
 
+void PluginSet::Add(PluginDescriptor &descriptor)
+{
+    entries_.push_back({&descriptor, ""});
+}
+
 void PluginSet::Unload()
 {
     entries_.clear();
@@ -108,7 +113,7 @@ void PluginSet::Dump(ostream &out) const
 {
     for (Entry const &entry : entries_)
     {
-        out << "Plug-in of " << entry.fileName << ":\n";
+        out << "Plug-in of " << (entry.fileName.empty() ? "the program" : entry.fileName) << ":\n";
         entry.descriptor->GetPluginInfo().Dump(out, 1);
     }
 }

@@ -27,9 +27,9 @@ public:
     /// One plug-in that a loaded library offers.
     struct Entry
     {
-        /// Describes the plug-in and creates it; owned by its library.
+        /// Describes the plug-in and creates it; its library owns it, if it comes from one.
         PluginDescriptor *descriptor;
-        /// Name of the library's file.
+        /// Name of the library's file; empty for a plug-in of the program.
         string fileName;
     };
 
@@ -39,6 +39,8 @@ public:
 
     /// Loads a library. Throws a KernelException that names the file and the reason when it cannot be used.
     void Load(string const &fileName);
+    /// Adds a plug-in of the program itself. The descriptor is borrowed, and must outlive the run.
+    void Add(PluginDescriptor &descriptor);
     /// Unloads the libraries, the last one first. None of their code or objects may be in use.
     void Unload();
     /// Keeps the libraries loaded until the process ends.
