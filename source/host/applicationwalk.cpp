@@ -118,8 +118,18 @@ void ApplicationWalk::OpenDevices()
     devices.Open(DirectInputConfig(), 0, 0);
 }
 
-// There is no renderer yet, and the host opens no window.
-void ApplicationWalk::OpenVideo() {}
+void ApplicationWalk::OpenVideo()
+{
+    VideoGroup &video = kernel_.GetVideo();
+    VideoSettings &settings = video.GetSettings();
+    if (!result_.AppWindowText.empty())
+        settings.title = result_.AppWindowText;
+    settings.logDirectory =
+        result_.AppProfileDirectory.empty() ? info_.AppProfileDirectory : result_.AppProfileDirectory;
+    undo_.push_back({climbed_.back(), [&video] { video.Release(); }});
+    undo_.push_back({climbed_.back(), [&video] { video.Close(); }});
+    video.Open(0, 0);
+}
 
 void ApplicationWalk::OpenSubsystems()
 {

@@ -46,6 +46,8 @@ void AppWindow::OnWindowEvent(DesktopEvent const &event)
     }
     if (event.kind == eDesktopEvent::e_windowClosing)
         return OnClosing(*event.window);
+    if (event.kind == eDesktopEvent::e_windowGeometry)
+        kernel_.GetVideo().OnWindowGeometry(*event.window);
     if (event.window != Get())
         return;
     if (event.kind == eDesktopEvent::e_windowActive)
@@ -59,9 +61,22 @@ void AppWindow::OnWindowEvent(DesktopEvent const &event)
 void AppWindow::OnClosing(Window &window)
 {
     bool const isReported = &window == Get();
+    DisconnectSubsystems(window);
     std::erase(windows_, &window);
     if (isReported)
         TellDevices();
+}
+
+void AppWindow::DisconnectSubsystems(Window const &window)
+{
+    SubsystemGroup &subsystems = kernel_.GetSubsystems();
+    if (subsystems.GetWindow() != window.GetHandle())
+        return;
+    char const *const placeBefore = kernel_.GetFailures().GetPlace();
+    // A window that closes cannot pass an exception on.
+    if (!kernel_.GetFailures().Guard([&subsystems] { subsystems.DisconnectFromWindow(); }))
+        kernel_.RequestExit();
+    kernel_.GetFailures().SetPlace(placeBefore);
 }
 
 void AppWindow::OnActive(bool isActive)

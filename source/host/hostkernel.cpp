@@ -1,6 +1,7 @@
 #include <quillmarsh/host/hostkernel.h>
 
 #include <quillmarsh/framework/kernelthreadinfo.h>
+#include <quillmarsh/framework/videorendererinfo.h>
 #include <quillmarsh/platform/program.h>
 
 #include <algorithm>
@@ -102,16 +103,16 @@ void HostKernel::RequestExit()
     pacer_.WakeUp();
 }
 
-// Requests. There is no video stack yet: its requests are queued, but have no effect.
+// Requests
 
 void HostKernel::ApplyHIDReconfig(DirectInputConfig const &config, unsigned int code)
 {
     Request(DeviceRequest{code, config});
 }
 
-void HostKernel::ApplyVideoReconfig(string const &pluginName, VideoConfig const &, unsigned int code)
+void HostKernel::ApplyVideoReconfig(string const &pluginName, VideoConfig const &config, unsigned int code)
 {
-    Request(VideoRequest{code, pluginName});
+    Request(VideoRequest{code, pluginName, config});
 }
 
 void HostKernel::RequestGenericReconfig(unsigned int code, unsigned int subcode)
@@ -204,25 +205,42 @@ Application *HostKernel::GetApplicationPtr()
     return application_;
 }
 
-// Video: there is none yet.
+// Video
 
 unsigned int HostKernel::GetNumVideoRenderers()
 {
-    return 0;
+    return video_.GetOffers().GetSize();
 }
 
-void HostKernel::GetVideoRendererInfo(unsigned int, VideoRendererInfo &) {}
+void HostKernel::GetVideoRendererInfo(unsigned int index, VideoRendererInfo &info)
+{
+    if (VideoOffer const *const offer = video_.GetOffers().Get(index))
+        info = offer->info;
+}
 
-void HostKernel::GetVideoRendererProfile(unsigned int, VideoProfile &) {}
+void HostKernel::GetVideoRendererProfile(unsigned int index, VideoProfile &profile)
+{
+    if (VideoOffer const *const offer = video_.GetOffers().Get(index))
+        profile = offer->accepted;
+}
 
 VideoRenderer *HostKernel::GetActiveVideoRendererPtr()
 {
-    return nullptr;
+    VideoOffer const *const offer = video_.GetActive();
+    return offer != nullptr ? offer->renderer.get() : nullptr;
 }
 
-void HostKernel::GetActiveVideoRendererInfo(VideoRendererInfo &) {}
+void HostKernel::GetActiveVideoRendererInfo(VideoRendererInfo &info)
+{
+    if (VideoOffer const *const offer = video_.GetActive())
+        info = offer->info;
+}
 
-void HostKernel::GetActiveVideoProfile(VideoProfile &) {}
+void HostKernel::GetActiveVideoProfile(VideoProfile &profile)
+{
+    if (VideoOffer const *const offer = video_.GetActive())
+        profile = offer->accepted;
+}
 
 // Devices
 

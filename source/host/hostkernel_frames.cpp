@@ -1,5 +1,6 @@
 #include <quillmarsh/host/hostkernel.h>
 
+#include <quillmarsh/gui/gui_renderer.h>
 #include <quillmarsh/platform/desktopevents.h>
 
 #include <algorithm>
@@ -42,6 +43,9 @@ constexpr FrameStep HostKernel::s_frameOrder[] = {
     {"FrameBegin", "The application begins the frame.", &CallFrameHook<&Application::FrameBegin>},
     {"PumpDesktop", "The listeners of the desktop get the events of windows and input.",
      [](HostKernel &kernel, char const *) { kernel.PumpDesktop(); }, nullptr, nullptr},
+    {"RepairVideo", "A lost video device is released, and made anew when it is back.",
+     [](HostKernel &kernel, char const *) { kernel.video_.Repair(); },
+     [](HostKernel &kernel) { return kernel.video_.NeedsRepair(); }, nullptr},
     {"PollDevices", "The drivers report added and removed devices.",
      [](HostKernel &kernel, char const *) { kernel.PollDevices(); }, nullptr, nullptr},
     {"SampleDevices", "The devices without a sampling thread are sampled.",
@@ -50,13 +54,25 @@ constexpr FrameStep HostKernel::s_frameOrder[] = {
     {"FrameSampleInput", "The application reads its input.", &CallFrameHook<&Application::FrameSampleInput>},
     {"FrameUpdateStates", "The application updates its state by the elapsed time.",
      &CallFrameHook<&Application::FrameUpdateStates>},
-    {"FramePreRenderVideo", "The application prepares its picture.", &CallFrameHook<&Application::FramePreRenderVideo>},
-    {"FrameRenderVideo", "The application draws its picture.", &CallFrameHook<&Application::FrameRenderVideo>},
-    {"FramePostRenderVideo", "The application ends its picture.", &CallFrameHook<&Application::FramePostRenderVideo>},
+    {"ClearGUIStats", "The statistics of the GUI renderer begin anew.",
+     [](HostKernel &kernel, char const *) { kernel.ClearGUIStats(); },
+     [](HostKernel &kernel) { return kernel.params_.AutoClearGUIStats && kernel.video_.IsDrawable(); }, nullptr},
+    {"FramePreRenderVideo", "The application prepares its picture.", &CallFrameHook<&Application::FramePreRenderVideo>,
+     &CanRender},
+    {"FrameRenderVideo", "The application draws its picture.", &CallFrameHook<&Application::FrameRenderVideo>,
+     &CanRender},
+    {"FramePostRenderVideo", "The application ends its picture.", &CallFrameHook<&Application::FramePostRenderVideo>,
+     &CanRender},
+    {"EndGUIRenderer", "The GUI renderer ends its frame, if one is open.",
+     [](HostKernel &kernel, char const *) { kernel.video_.EndGUIRenderer(); },
+     [](HostKernel &kernel) { return kernel.params_.AutoEndGUIRenderer && kernel.video_.IsDrawing(); }},
     {"FrameEnd", "The application ends the frame.", &CallFrameHook<&Application::FrameEnd>},
     {"FrameObservers", "Every FrameObserver is notified.",
      [](HostKernel &kernel, char const *) { kernel.CallFrameObservers(); }, nullptr,
      &Application::AutoInitInfo::ProfileObservers},
+    {"PresentBackBuffer", "The finished picture is shown.",
+     [](HostKernel &kernel, char const *) { kernel.video_.Present(); },
+     [](HostKernel &kernel) { return kernel.params_.AutoPresentBackBuffer && kernel.video_.IsDrawable(); }},
 };
 
 std::span<FrameStep const> HostKernel::GetFrameOrder()
@@ -83,23 +99,16 @@ void HostKernel::RunFrame()
 {
     AdvanceTime();
     Profiler *const profiler = autoInit_.ProfileFrames ? FrameworkProfiler::GetEnabled() : nullptr;
-    // If the observers are not a block of the profiler, they are also outside its iteration.
-    auto const isOutside = [this](FrameStep const &step)
-    { return step.profiled == &Application::AutoInitInfo::ProfileObservers && !autoInit_.ProfileObservers; };
-    std::span<FrameStep const> const steps(s_frameOrder);
-    auto const numInside =
-        static_cast<std::size_t>(std::find_if(steps.begin(), steps.end(), isOutside) - steps.begin());
     {
         ProfileIterationSentry const iteration(profiler);
-        RunSteps(steps.first(numInside), profiler);
+        RunSteps(profiler);
     }
-    RunSteps(steps.subspan(numInside), nullptr);
     console_.GetStream().flush();
 }
 
-void HostKernel::RunSteps(std::span<FrameStep const> steps, Profiler *profiler)
+void HostKernel::RunSteps(Profiler *profiler)
 {
-    for (FrameStep const &step : steps)
+    for (FrameStep const &step : s_frameOrder)
     {
         if (step.isDue != nullptr && !step.isDue(*this))
             continue;
@@ -126,6 +135,17 @@ void HostKernel::SampleDevices()
 {
     failures_.SetPlace("the sampling of input devices");
     devices_.Sample(params_);
+}
+
+/// A run without video calls the hooks of the picture, too. A device that is lost has nothing to draw on.
+bool HostKernel::CanRender(HostKernel &kernel)
+{
+    return kernel.video_.GetActive() == nullptr || kernel.video_.IsDrawable();
+}
+
+void HostKernel::ClearGUIStats()
+{
+    GetActiveVideoRenderer().GetGUIRenderer().ClearStats();
 }
 
 void HostKernel::CallFrameObservers()
@@ -169,9 +189,9 @@ void HostKernel::CarryOut(DeviceRequest const &request)
     CheckSubsystems();
 }
 
-// There is no video stack yet: the request has no effect.
-void HostKernel::CarryOut(VideoRequest const &)
+void HostKernel::CarryOut(VideoRequest const &request)
 {
+    ReconfigureVideo(request);
     reconfigObservers_.ForEach([](ReconfigObserver &observer) { observer.OnVideoReconfig(); });
     CheckSubsystems();
 }
@@ -185,8 +205,10 @@ void HostKernel::CarryOut(GenericRequest const &request)
 
 void HostKernel::CarryOut(VSyncRequest const &)
 {
-    CallHook("OnVSyncUpdate", [](Application &application) { application.OnVSyncUpdate(false); });
-    reconfigObservers_.ForEach([](ReconfigObserver &observer) { observer.OnVSyncReconfig(false); });
+    VideoOffer const *const offer = video_.GetActive();
+    bool const vsync = offer != nullptr && offer->subsystem->GetVideoConfig().Hints.VSync;
+    CallHook("OnVSyncUpdate", [vsync](Application &application) { application.OnVSyncUpdate(vsync); });
+    reconfigObservers_.ForEach([vsync](ReconfigObserver &observer) { observer.OnVSyncReconfig(vsync); });
 }
 
 void HostKernel::ReconfigureDevices(DeviceRequest const &request)
@@ -196,6 +218,16 @@ void HostKernel::ReconfigureDevices(DeviceRequest const &request)
     devices_.Disconnect();
     devices_.Release();
     devices_.Open(request.config, request.code, 0);
+}
+
+void HostKernel::ReconfigureVideo(VideoRequest const &request)
+{
+    if (!autoInit_.OpenVideo || video_.GetOffers().IsEmpty())
+        return;
+    subsystems_.DisconnectFromWindow();
+    video_.Reconfigure(request);
+    if (subsystems_.IsInitialized())
+        subsystems_.ConnectToWindow();
 }
 
 void HostKernel::CheckSubsystems()

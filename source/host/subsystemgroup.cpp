@@ -15,6 +15,7 @@ void SubsystemGroup::ConnectToWindow()
     kernel_.CallHook("ConnectSubsystemsToAppWindow",
                      [=](Application &application) { application.ConnectSubsystemsToAppWindow(handle, isFullscreen); });
     isConnected_ = true;
+    window_ = handle;
 }
 
 void SubsystemGroup::DisconnectFromWindow()

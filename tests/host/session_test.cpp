@@ -188,15 +188,20 @@ TEST(Session, RefusesWhatDoesNotFit)
     }
 }
 
-TEST(HostKernel, FrameOrderIsWhatTheDocumentationTells)
+TEST(HostKernel, OrdersAreWhatTheDocumentationTells)
 {
     string const page = ReadFile(QUILLMARSH_TEST_SOURCES "docs/ARCHITECTURE.md");
-    std::size_t at = page.find("## The way of a frame");
-    for (host::FrameStep const &step : host::HostKernel::GetFrameOrder())
+    auto const expectSteps = [&page](char const *title, auto const &steps)
     {
-        at = page.find(string("`") + step.name + "`: " + step.description, at);
-        EXPECT_NE(string::npos, at) << step.name;
-    }
+        std::size_t at = page.find(title);
+        for (auto const &step : steps)
+        {
+            at = page.find(string("`") + step.name + "`: " + step.description, at);
+            EXPECT_NE(string::npos, at) << step.name;
+        }
+    };
+    expectSteps("## The way of a frame", host::HostKernel::GetFrameOrder());
+    expectSteps("## The way of the video stack", host::VideoGroup::GetSteps());
 }
 
 } // namespace

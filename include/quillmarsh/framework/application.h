@@ -40,8 +40,9 @@ class InterleavedRenderArea;
 ///   has thrown since, and also in a reconfiguration that fails. It is not called when the other one threw, and not
 ///   again when it threw itself. DisconnectHumanInterfaceDevices() undoes BeginConnectHumanInterfaceDevices() and all
 ///   that follows it, before the devices are deleted; DisconnectSubsystemsFromAppWindow() undoes
-///   ConnectSubsystemsToAppWindow(); CleanupSubsystems() undoes InitializeSubsystems(). The hooks of video follow the
-///   same rule.
+///   ConnectSubsystemsToAppWindow(); CleanupSubsystems() undoes InitializeSubsystems(); PreDestroyMainWindow() undoes
+///   PostCreateMainWindow(); DisconnectVideoRenderer() undoes ConnectVideoRenderer(); ReleaseVideoResources() undoes
+///   CreateVideoResources().
 /// - A hook that ends what another one began is called only when no hook has thrown in between: EndStartup(),
 ///   EndConfirmHumanInterfaceDevices(), EndConnectHumanInterfaceDevices(), FrameEnd().
 /// - Cleanup() is called once for every application.
@@ -196,20 +197,38 @@ public:
     /// @}
 
     /// @name Video
-    /// The kernel calls these with the video group.
+    /// Video begins with each renderer that the plug-ins bring, at start-up only; then a renderer with a configuration is
+    /// opened, at start-up and again for each reconfiguration. A `pluginName` is that of the renderer's plug-in. A bool
+    /// `deviceWasLost` is true when everything in the device was lost: hooks with it are also called while video is
+    /// open, for a device that is lost and comes back. The hooks of the window are called when the video has one.
     /// @{
-    virtual void FilterVideoProfile(VideoProfile const &profile, VideoProfile &filtered);
+
+    /// Returns true to use a video renderer. By default each is used.
     virtual bool ConfirmVideoRenderer(string const &pluginName, string const &interfaceName);
+    /// Removes what the application does not accept from the profile of a confirmed renderer. `filtered` contains the
+    /// whole profile; VideoProfile::Filter() makes it smaller. By default all is accepted.
+    virtual void FilterVideoProfile(VideoProfile const &profile, VideoProfile &filtered);
+    /// Shows renderer and configuration that are about to be opened, which the application may change. When they are not
+    /// accepted, the closest ones are opened instead.
     virtual void QueryVideoConfig(string &pluginName, VideoConfig &config, unsigned int code, unsigned int subcode);
+    /// The main window exists and is hidden. The application may change its look and place, which it gets when it is
+    /// shown; a full screen has no place.
     virtual void PostCreateMainWindow(MainWindowProperties &properties, MainWindowGeometry &geometry,
                                       string const &pluginName, VideoConfig const &config, unsigned int code);
+    /// The main window is about to be destroyed. Called once for each PostCreateMainWindow() that returned.
     virtual void PreDestroyMainWindow(MainWindowGeometry const &geometry, string const &pluginName,
                                       VideoConfig const &config);
+    /// Waiting for the vertical retrace was switched without a reconfiguration. Also called when the frames begin.
     virtual void OnVSyncUpdate(bool vsync);
+    /// Hands over the renderer, which knows the size of its window. It is good until DisconnectVideoRenderer() returns.
     virtual void ConnectVideoRenderer(VideoRenderer &renderer);
+    /// Nothing may refer to the renderer any more.
     virtual void DisconnectVideoRenderer();
+    /// Sets the states of the renderer that the application wants.
     virtual void InitVideoRendererStates(bool deviceWasLost);
+    /// Creates what the application needs in the device.
     virtual void CreateVideoResources(bool deviceWasLost);
+    /// Releases what CreateVideoResources() has created.
     virtual void ReleaseVideoResources(bool deviceWasLost);
     /// @}
 
@@ -222,9 +241,11 @@ public:
     virtual void InitializeSubsystems(unsigned int code, unsigned int subcode);
     /// Cleans up what InitializeSubsystems() has made.
     virtual void CleanupSubsystems(unsigned int code, unsigned int subcode);
-    /// Connects the subsystems to the application's window; `window` is null when there is none.
+    /// Connects the subsystems to the application's window; `window` is null when there is none. Also called at the end
+    /// of each reconfiguration of video.
     virtual void ConnectSubsystemsToAppWindow(HWND window, bool fullscreen);
-    /// The window will be destroyed.
+    /// The window will be destroyed, at the end or for a reconfiguration of video, or because the program closes it
+    /// itself.
     virtual void DisconnectSubsystemsFromAppWindow();
     /// Returns true when the subsystems work, as by default. Asked after a reconfiguration; false leads to
     /// FixSubsystems().

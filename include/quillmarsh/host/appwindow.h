@@ -13,8 +13,10 @@ namespace quillmarsh::host
 class HostKernel;
 
 /// Reports the program's main window: to the devices its opening, activation, geometry and end, and to the application
-/// its activation and new sizes. Of several main windows, it reports the one that was opened last. Requests the exit of
-/// the program when the user closes the window, or when the desktop ends the program. Frame thread only.
+/// its activation and new sizes; to the video stack the sizes of its own window. Of several main windows, it reports the
+/// one that was opened last. Requests the exit of the program when the user closes the window, or when the desktop ends
+/// the program. When the window closes that the application's subsystems are connected to, it disconnects them first.
+/// Frame thread only.
 class AppWindow final : platform::DesktopListener, NoCopy
 {
 public:
@@ -29,6 +31,7 @@ private:
     void OnDesktopEvent(platform::DesktopEvent const &event) override;
     void OnWindowEvent(platform::DesktopEvent const &event);
     void OnClosing(platform::Window &window);
+    void DisconnectSubsystems(platform::Window const &window);
     void OnActive(bool isActive);
     void OnGeometry();
     /// Reports the window of Get() to the devices.

@@ -17,6 +17,9 @@
 #include <quillmarsh/host/session.h>
 #include <quillmarsh/host/subsystemgroup.h>
 #include <quillmarsh/host/textoutput.h>
+#include <quillmarsh/host/videogroup.h>
+#include <quillmarsh/host/videooffers.h>
 #include <quillmarsh/host/waitcmd.h>
+#include <quillmarsh/host/windowtitle.h>
 
 #endif

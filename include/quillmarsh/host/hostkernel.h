@@ -11,6 +11,7 @@
 #include <quillmarsh/host/kernelrequests.h>
 #include <quillmarsh/host/pluginset.h>
 #include <quillmarsh/host/subsystemgroup.h>
+#include <quillmarsh/host/videogroup.h>
 
 #include <quillmarsh/basetools/observerlist.h>
 #include <quillmarsh/basetools/variableregistry.h>
@@ -65,6 +66,7 @@ public:
     void SetLevel(eKernelLevel level);
     Application::AutoInitInfo &GetAutoInit() { return autoInit_; }
     DeviceGroup &GetDevices() { return devices_; }
+    VideoGroup &GetVideo() { return video_; }
     SubsystemGroup &GetSubsystems() { return subsystems_; }
     /// Returns the window that is reported to devices and application; null if there is none.
     platform::Window *GetAppWindow() const { return appWindow_.Get(); }
@@ -73,6 +75,11 @@ public:
     {
         return HumanInterfaceDevice_DeviceInfo(device);
     }
+    using Kernel::VideoRenderer_ConnectVideoSubsystem;
+    using Kernel::VideoRenderer_CreateVideoResources;
+    using Kernel::VideoRenderer_DisconnectVideoSubsystem;
+    using Kernel::VideoRenderer_OnWindowResize;
+    using Kernel::VideoRenderer_ReleaseVideoResources;
     /// Calls a hook of the application, if there is one. `name` is the place in the message of a failure. Throws what
     /// the hook throws.
     template<typename Hook>
@@ -159,16 +166,19 @@ private:
     static void CallFrameHook(HostKernel &kernel, char const *name);
 
     void AdvanceTime();
-    void RunSteps(std::span<FrameStep const> steps, Profiler *profiler);
+    static bool CanRender(HostKernel &kernel);
+    void RunSteps(Profiler *profiler);
     void PumpDesktop();
     void PollDevices();
     void SampleDevices();
+    void ClearGUIStats();
     void CallFrameObservers();
     void CarryOut(DeviceRequest const &request);
     void CarryOut(VideoRequest const &request);
     void CarryOut(GenericRequest const &request);
     void CarryOut(VSyncRequest const &request);
     void ReconfigureDevices(DeviceRequest const &request);
+    void ReconfigureVideo(VideoRequest const &request);
     void CheckSubsystems();
 
     ostream &log_;
@@ -187,6 +197,7 @@ private:
     PluginSet plugins_;
     std::vector<AutoPtr<GenericExtension>> genericExtensions_;
     DeviceGroup devices_{*this};
+    VideoGroup video_{*this};
     AppWindow appWindow_{*this};
     SubsystemGroup subsystems_{*this};
 

@@ -3,6 +3,7 @@
 #define QUILLMARSH_HOST_KERNELREQUESTS_H
 
 #include <quillmarsh/framework/directinputconfig.h>
+#include <quillmarsh/framework/videoconfig.h>
 
 #include <variant>
 
@@ -24,8 +25,9 @@ struct VideoRequest
     static constexpr char const *s_szName = "video";
 
     unsigned int code = 0;
-    /// Name of the renderer's plug-in; empty for none.
+    /// Name of the renderer's plug-in; empty for any.
     string pluginName;
+    VideoConfig config;
 };
 
 /// Calls Application::GenericReconfig: see Kernel::RequestGenericReconfig.

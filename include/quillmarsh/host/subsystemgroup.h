@@ -21,15 +21,20 @@ public:
     void ConnectToWindow();
     /// Calls DisconnectSubsystemsFromAppWindow() if ConnectToWindow() has returned since the last call.
     void DisconnectFromWindow();
+    /// Returns the window that the subsystems are connected to; null for none.
+    HWND GetWindow() const { return isConnected_ ? window_ : nullptr; }
 
     /// Calls InitializeSubsystems(), and passes the codes to it.
     void Initialize(unsigned int code, unsigned int subcode);
     /// Calls CleanupSubsystems() if Initialize() has returned since the last call, and passes the codes to it.
     void CleanUp(unsigned int code, unsigned int subcode);
+    /// True between Initialize() and CleanUp().
+    bool IsInitialized() const { return isInitialized_; }
 
 private:
     HostKernel &kernel_;
     bool isConnected_ = false;
+    HWND window_ = nullptr;
     bool isInitialized_ = false;
 };
 

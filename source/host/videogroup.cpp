@@ -1,0 +1,506 @@
+#include <quillmarsh/host/videogroup.h>
+
+#include "catching.h"
+
+#include <quillmarsh/host/hostkernel.h>
+
+#include <quillmarsh/gui/gui_renderer.h>
+
+#include <algorithm>
+#include <iterator>
+
+namespace quillmarsh::host
+{
+
+using platform::eWindowState;
+using platform::Window;
+
+namespace
+{
+
+/// A frame that takes fewer seconds did not wait for the display.
+constexpr double s_hastyFrameTime = 0.002;
+/// Number of such frames in a row after which the display no longer paces the frames.
+constexpr unsigned int s_maxHastyFrames = 60;
+
+/// Sets a flag for its own life.
+class FlagSentry : NoCopy
+{
+public:
+    explicit FlagSentry(bool &flag) : flag_(flag) { flag_ = true; }
+    ~FlagSentry() { flag_ = false; }
+
+private:
+    bool &flag_;
+};
+
+unsigned int ToSize(int size)
+{
+    return static_cast<unsigned int>(std::max(size, 1));
+}
+
+MainWindowGeometry ReadGeometry(Window const &window)
+{
+    Window::Position const position = window.GetPosition();
+    Window::Size const size = window.GetSize();
+    return {window.GetState() == eWindowState::e_maximized, position.x, position.y, size.width, size.height};
+}
+
+} // namespace
+
+// The GUI manager joins beside the renderer: it connects behind VideoRenderer::OnWindowResize, and creates its
+// resources between those of the renderer and those of the application.
+constexpr VideoStep VideoGroup::s_steps[] = {
+    {"VideoSubsystem::Open", "The subsystem opens its device and a hidden window.", "VideoSubsystem::Close",
+     &VideoGroup::OpenSubsystem, &VideoGroup::CloseSubsystem},
+    {"PostCreateMainWindow", "The application chooses title and place of the window.", "PreDestroyMainWindow",
+     &VideoGroup::PostCreateMainWindow, &VideoGroup::PreDestroyMainWindow},
+    {"ShowMainWindow", "The window gets them and is shown.", nullptr, &VideoGroup::ShowMainWindow},
+    {"VideoRenderer::ConnectVideoSubsystem", "The renderer gets its subsystem, and its GUI renderer too.",
+     "VideoRenderer::DisconnectVideoSubsystem", &VideoGroup::ConnectSubsystem, &VideoGroup::DisconnectSubsystem},
+    {"VideoRenderer::OnWindowResize", "Subsystem and renderer get the size of the window.", nullptr,
+     &VideoGroup::TellSize},
+    {"ConnectVideoRenderer", "The application gets the renderer.", "DisconnectVideoRenderer",
+     &VideoGroup::ConnectRenderer, &VideoGroup::DisconnectRenderer},
+    {"InitVideoRendererStates", "The application sets the states of the renderer.", nullptr,
+     &VideoGroup::InitRendererStates, nullptr, true},
+    {"VideoRenderer::CreateVideoResources", "The renderer creates what it needs in the device.",
+     "VideoRenderer::ReleaseVideoResources", &VideoGroup::CreateRendererResources,
+     &VideoGroup::ReleaseRendererResources, true},
+    {"CreateVideoResources", "The application creates what it needs in the device.", "ReleaseVideoResources",
+     &VideoGroup::CreateResources, &VideoGroup::ReleaseResources, true},
+};
+
+std::span<VideoStep const> VideoGroup::GetSteps()
+{
+    return s_steps;
+}
+
+VideoGroup::VideoGroup(HostKernel &kernel) : kernel_(kernel), offers_(kernel), title_(kernel) {}
+
+VideoGroup::~VideoGroup() = default;
+
+template<typename Hook>
+void VideoGroup::CallHook(char const *name, Hook &&hook)
+{
+    try
+    {
+        kernel_.CallHook(name, hook);
+    }
+    catch (...)
+    {
+        hasHookFailed_ = true;
+        throw;
+    }
+}
+
+template<typename Call>
+std::optional<string> VideoGroup::CatchUnlessHook(Call &&call)
+{
+    std::exception_ptr ofHook;
+    auto const run = [&]
+    {
+        hasHookFailed_ = false;
+        try
+        {
+            call();
+        }
+        catch (...)
+        {
+            if (hasHookFailed_)
+                ofHook = std::current_exception();
+            throw;
+        }
+    };
+    std::optional<string> reason = Catch(run);
+    if (ofHook != nullptr)
+        std::rethrow_exception(ofHook);
+    return reason;
+}
+
+// Life
+
+void VideoGroup::Open(unsigned int code, unsigned int subcode)
+{
+    if (!settings_.isEnabled)
+        return;
+    if (!settings_.isOptional)
+        return OpenFirst(code, subcode);
+    std::optional<string> const reason = CatchUnlessHook([=, this] { OpenFirst(code, subcode); });
+    if (!reason)
+        return;
+    LowerInRun(0);
+    choice_.reset();
+    kernel_.GetFailures().Warn("The run goes on without video: " + *reason);
+}
+
+void VideoGroup::OpenFirst(unsigned int code, unsigned int subcode)
+{
+    offers_.Collect(settings_.logDirectory);
+    if (offers_.IsEmpty())
+        return;
+    title_.Export();
+    VideoRenderer::EnableDynamicVSyncUpdate(true);
+    string const first = settings_.pluginName.empty() ? offers_.Get(0)->GetPluginName() : settings_.pluginName;
+    OpenChoice(Query(first, settings_.config, code, subcode));
+}
+
+VideoChoice VideoGroup::Query(string pluginName, VideoConfig config, unsigned int code, unsigned int subcode)
+{
+    CallHook("QueryVideoConfig",
+             [&](Application &application) { application.QueryVideoConfig(pluginName, config, code, subcode); });
+    kernel_.GetFailures().SetPlace("the choice of a video configuration");
+    code_ = code;
+    return offers_.Choose(pluginName, config);
+}
+
+void VideoGroup::OpenChoice(VideoChoice const &choice)
+{
+    choice_ = choice;
+    numHastyFrames_ = 0;
+    Raise();
+    lastGood_ = choice_;
+    isBroken_ = false;
+}
+
+void VideoGroup::Reconfigure(VideoRequest const &request)
+{
+    if (offers_.IsEmpty())
+        return;
+    std::optional<VideoChoice> next;
+    std::optional<string> reason =
+        CatchUnlessHook([&] { next = Query(request.pluginName, request.config, request.code, 0); });
+    if (reason)
+        return kernel_.GetFailures().Warn("The video stays as it is: " + *reason);
+    if (lastGood_ && height_ == std::size(s_steps))
+        lastGood_->config = Subsystem().GetVideoConfig();
+    LowerInRun(0);
+    reason = CatchUnlessHook([&] { OpenChoice(*next); });
+    if (!reason)
+        return;
+    LowerInRun(0);
+    choice_.reset();
+    if (!lastGood_)
+        return kernel_.GetFailures().Warn("The run goes on without video: " + *reason);
+    kernel_.GetFailures().Warn("The last video configuration comes back, because the new one failed: " + *reason);
+    OpenChoice(VideoChoice(*lastGood_));
+}
+
+void VideoGroup::Close()
+{
+    Failures &failures = kernel_.GetFailures();
+    Lower(0, [&failures](VideoStep const &, auto const &undo) { failures.Guard(undo); });
+    choice_.reset();
+    lastGood_.reset();
+}
+
+void VideoGroup::Release()
+{
+    title_.Withdraw();
+    offers_.Release();
+}
+
+void VideoGroup::Raise()
+{
+    while (height_ < std::size(s_steps))
+    {
+        kernel_.GetFailures().SetPlace(s_steps[height_].name);
+        (this->*s_steps[height_].run)();
+        ++height_;
+    }
+}
+
+template<typename Guard>
+void VideoGroup::Lower(std::size_t height, Guard &&guard)
+{
+    while (height_ > height)
+    {
+        VideoStep const &step = s_steps[--height_];
+        if (step.undo == nullptr)
+            continue;
+        kernel_.GetFailures().SetPlace(step.undoName);
+        guard(step, [&] { (this->*step.undo)(); });
+    }
+}
+
+void VideoGroup::LowerInRun(std::size_t height)
+{
+    Failures &failures = kernel_.GetFailures();
+    std::exception_ptr ofHook;
+    auto const undoStep = [&](VideoStep const &step, auto const &undo)
+    {
+        try
+        {
+            if (std::optional<string> const reason = CatchUnlessHook(undo))
+                failures.Warn(string(step.undoName) + " has failed: " + *reason);
+        }
+        catch (...)
+        {
+            if (ofHook == nullptr)
+                ofHook = std::current_exception();
+        }
+    };
+    Lower(height, undoStep);
+    if (ofHook == nullptr)
+        return;
+    hasHookFailed_ = true;
+    std::rethrow_exception(ofHook);
+}
+
+// The steps
+
+void VideoGroup::OpenSubsystem()
+{
+    Subsystem().Open(choice_->config, settings_.title);
+}
+
+void VideoGroup::CloseSubsystem()
+{
+    Subsystem().Close();
+}
+
+void VideoGroup::PostCreateMainWindow()
+{
+    Window const *const window = FindWindow();
+    if (window == nullptr)
+        return;
+    properties_ = {0, window->GetTitle()};
+    geometry_ = ReadGeometry(*window);
+    if (lastPosition_)
+    {
+        geometry_.PositionX = lastPosition_->x;
+        geometry_.PositionY = lastPosition_->y;
+    }
+    CallHook("PostCreateMainWindow",
+             [this](Application &application)
+             {
+                 application.PostCreateMainWindow(properties_, geometry_, choice_->offer->GetPluginName(),
+                                                  Subsystem().GetVideoConfig(), code_);
+             });
+    isWindowTold_ = true;
+}
+
+void VideoGroup::PreDestroyMainWindow()
+{
+    if (!std::exchange(isWindowTold_, false))
+        return;
+    if (Window const *const window = FindWindow())
+    {
+        geometry_ = ReadGeometry(*window);
+        if (window->GetState() == eWindowState::e_normal)
+            lastPosition_ = window->GetPosition();
+    }
+    CallHook("PreDestroyMainWindow",
+             [this](Application &application) {
+                 application.PreDestroyMainWindow(geometry_, choice_->offer->GetPluginName(),
+                                                  Subsystem().GetVideoConfig());
+             });
+}
+
+void VideoGroup::ShowMainWindow()
+{
+    Window *const window = FindWindow();
+    if (window == nullptr)
+        return;
+    window->SetTitle(properties_.Title);
+    MainWindowGeometry const before = ReadGeometry(*window);
+    MainWindowGeometry const &wanted = geometry_;
+    bool const isFullscreen = Subsystem().GetVideoConfig().FrameBuffer.Fullscreen;
+    constexpr int s_maxSize = VideoOffers::s_maxWindowSize;
+    if (!isFullscreen && (wanted.Width != before.Width || wanted.Height != before.Height))
+        window->SetSize({std::clamp(wanted.Width, 1, s_maxSize), std::clamp(wanted.Height, 1, s_maxSize)});
+    if (!isFullscreen && (wanted.PositionX != before.PositionX || wanted.PositionY != before.PositionY))
+        window->SetPosition({wanted.PositionX, wanted.PositionY});
+    window->Show();
+    if (!isFullscreen && wanted.Maximized)
+        window->Maximize();
+}
+
+void VideoGroup::ConnectSubsystem()
+{
+    HostKernel::VideoRenderer_ConnectVideoSubsystem(Renderer(), Subsystem());
+    isConnected_ = true;
+}
+
+void VideoGroup::DisconnectSubsystem()
+{
+    isConnected_ = false;
+    HostKernel::VideoRenderer_DisconnectVideoSubsystem(Renderer());
+}
+
+void VideoGroup::TellSize()
+{
+    DisplayModeConfig const &mode = Subsystem().GetVideoConfig().DisplayMode;
+    windowSize_ = {static_cast<int>(mode.Width), static_cast<int>(mode.Height)};
+    if (Window const *const window = FindWindow())
+        SetWindowSize(*window);
+    Subsystem().OnWindowResize(ToSize(windowSize_.width), ToSize(windowSize_.height));
+    HostKernel::VideoRenderer_OnWindowResize(Renderer(), ToSize(windowSize_.width), ToSize(windowSize_.height));
+}
+
+void VideoGroup::ConnectRenderer()
+{
+    CallHook("ConnectVideoRenderer",
+             [this](Application &application) { application.ConnectVideoRenderer(Renderer()); });
+}
+
+void VideoGroup::DisconnectRenderer()
+{
+    CallHook("DisconnectVideoRenderer", [](Application &application) { application.DisconnectVideoRenderer(); });
+}
+
+void VideoGroup::InitRendererStates()
+{
+    CallHook("InitVideoRendererStates",
+             [this](Application &application) { application.InitVideoRendererStates(deviceWasLost_); });
+}
+
+void VideoGroup::CreateRendererResources()
+{
+    HostKernel::VideoRenderer_CreateVideoResources(Renderer(), deviceWasLost_);
+}
+
+void VideoGroup::ReleaseRendererResources()
+{
+    // After a failure, or a loss in the middle of a frame, the frame is still open.
+    if (IsDrawing())
+        Renderer().GetGUIRenderer().End();
+    HostKernel::VideoRenderer_ReleaseVideoResources(Renderer(), deviceWasLost_);
+}
+
+void VideoGroup::CreateResources()
+{
+    CallHook("CreateVideoResources",
+             [this](Application &application) { application.CreateVideoResources(deviceWasLost_); });
+}
+
+void VideoGroup::ReleaseResources()
+{
+    CallHook("ReleaseVideoResources",
+             [this](Application &application) { application.ReleaseVideoResources(deviceWasLost_); });
+}
+
+// State
+
+VideoOffer *VideoGroup::GetActive() const
+{
+    return isConnected_ ? choice_->offer : nullptr;
+}
+
+bool VideoGroup::IsDrawable() const
+{
+    return height_ == std::size(s_steps) && !isBroken_ && !NeedsRepair();
+}
+
+bool VideoGroup::IsDrawing() const
+{
+    return isConnected_ && choice_->offer->renderer->GetGUIRenderer().IsDrawing();
+}
+
+bool VideoGroup::IsPacedByDisplay() const
+{
+    if (!IsDrawable() || !choice_->offer->subsystem->GetVideoConfig().Hints.VSync ||
+        numHastyFrames_ >= s_maxHastyFrames)
+        return false;
+    Window const *const window = FindWindow();
+    eWindowState const state = window != nullptr ? window->GetState() : eWindowState::e_hidden;
+    return state != eWindowState::e_hidden && state != eWindowState::e_minimized;
+}
+
+Window *VideoGroup::FindWindow() const
+{
+    return nullptr;
+}
+
+// Frames
+
+bool VideoGroup::NeedsRepair() const
+{
+    if (!choice_ || height_ == 0 || isBroken_)
+        return false;
+    eOperationalState const state = choice_->offer->subsystem->GetOperationalState();
+    return state == e_video_device_lost || state == e_video_failed || height_ < std::size(s_steps);
+}
+
+void VideoGroup::Repair()
+{
+    if (Subsystem().GetOperationalState() == e_video_failed)
+    {
+        if (isReopened_)
+            QUILLMARSH_THROW(VideoSubsystemException, "The video device has failed again.");
+        return RequestReopening("it cannot be restored.");
+    }
+    FlagSentry const lost(deviceWasLost_);
+    constexpr auto s_isInDevice = [](VideoStep const &step) { return step.isInDevice; };
+    constexpr auto s_firstInDevice =
+        std::find_if(std::begin(s_steps), std::end(s_steps), s_isInDevice) - std::begin(s_steps);
+    LowerInRun(std::min<std::size_t>(height_, s_firstInDevice));
+    auto const restore = [this]
+    {
+        if (Subsystem().RestoreDevice())
+            Raise();
+    };
+    UseDevice("VideoSubsystem::RestoreDevice", restore);
+}
+
+template<typename Call>
+void VideoGroup::UseDevice(char const *place, Call &&call)
+{
+    kernel_.GetFailures().SetPlace(place);
+    hasHookFailed_ = false;
+    try
+    {
+        call();
+    }
+    catch (VideoSubsystemRecoverableException const &thrown)
+    {
+        if (hasHookFailed_ || isReopened_)
+            throw;
+        RequestReopening(thrown.GetMessage());
+    }
+}
+
+void VideoGroup::RequestReopening(string const &reason)
+{
+    kernel_.GetFailures().Warn("The video device has failed and is opened anew: " + reason);
+    isBroken_ = isReopened_ = true;
+    kernel_.RequestVideoReconfig(0);
+}
+
+void VideoGroup::EndGUIRenderer()
+{
+    UseDevice("gui::Renderer::End", [this] { Renderer().GetGUIRenderer().End(); });
+}
+
+void VideoGroup::Present()
+{
+    auto const present = [this]
+    {
+        Renderer().PresentBackBuffer();
+        isReopened_ = false;
+    };
+    UseDevice("VideoRenderer::PresentBackBuffer", present);
+    if (numHastyFrames_ < s_maxHastyFrames)
+        numHastyFrames_ = kernel_.GetFrameTimeDelta() < s_hastyFrameTime ? numHastyFrames_ + 1 : 0;
+    title_.Update(FindWindow());
+}
+
+/// Returns true for a new size. A minimized window keeps the size that it had.
+bool VideoGroup::SetWindowSize(Window const &window)
+{
+    Window::Size const size = window.GetSize();
+    bool const isSize = size.width > 0 && size.height > 0 && window.GetState() != eWindowState::e_minimized;
+    bool const isNew = size.width != windowSize_.width || size.height != windowSize_.height;
+    if (isSize && isNew)
+        windowSize_ = size;
+    return isSize && isNew;
+}
+
+void VideoGroup::OnWindowGeometry(Window const &window)
+{
+    if (GetActive() == nullptr || &window != FindWindow() || !SetWindowSize(window))
+        return;
+    UseDevice("VideoSubsystem::OnWindowResize", [this] { TellSize(); });
+}
+
+} // namespace quillmarsh::host
