@@ -11,6 +11,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <random>
 #include <sstream>
 
 namespace quillmarsh
@@ -528,6 +529,102 @@ TEST_F(OpenGLStack, TakesNewSizesAndConfigurations)
         EXPECT_EQ(video_.subsystem->GetVideoConfig(), config);
         EXPECT_EQ(video_.Capture()->GetNumColumns(), 80u);
     }
+}
+
+TEST_F(OpenGLStack, CopiesTheBackBufferToTheWindow)
+{
+    std::shared_ptr<video_opengl::Device> const device = GetSubsystem().GetDevice();
+    video_opengl::OpenGLFunctions const &gl = device->gl;
+    auto const clear = [&](GLint x, GLint y, GLsizei width, GLsizei height, std::initializer_list<float> color)
+    {
+        video_opengl::ClearValues values;
+        std::copy(color.begin(), color.end(), values.color);
+        gl.Enable(GL_SCISSOR_TEST);
+        gl.Scissor(x, y, width, height);
+        video_opengl::ClearBuffers(gl, values, GL_COLOR_BUFFER_BIT);
+        gl.Disable(GL_SCISSOR_TEST);
+    };
+    for (unsigned int const numSamples : {0u, 4u})
+    {
+        gl.BindFramebuffer(GL_FRAMEBUFFER, 0);
+        clear(0, 0, 64, 48, {0, 0, 0, 1});
+        // A target that is smaller than the window: it fills the top left corner.
+        video_opengl::Target target(device, video_opengl::FindTargetFormat(VideoConfig(true).FrameBuffer), numSamples,
+                                    8, 4);
+        clear(0, 0, 8, 4, {1, 0, 0, 1});
+        clear(0, 3, 2, 1, {0, 1, 0, 1});
+        target.Present(48);
+        gl.BindFramebuffer(GL_FRAMEBUFFER, 0);
+        ImageBaseFromExternalStorageAdapter image(e_format_A8R8G8B8);
+        std::vector<unsigned char> pixels(64 * 48 * 4);
+        gl.ReadPixels(0, 0, 64, 48, GL_BGRA, GL_UNSIGNED_BYTE, pixels.data());
+        image.SetExternalStorage(pixels.data(), 48, 64);
+        EXPECT_EQ(GetLetters(image, 47, 10), "ggrrrrrr..");
+        EXPECT_EQ(GetLetters(image, 44, 10), "rrrrrrrr..");
+        EXPECT_EQ(GetLetters(image, 43, 10), "..........");
+    }
+}
+
+TEST_F(OpenGLStack, PassesMessagesOfTheDriverToTheLog)
+{
+    video_.Close();
+    EXPECT_TRUE(video_.subsystem->SetPluginParameter(NamedParameter("debug", "true")));
+    ASSERT_TRUE(video_.Open(64, 48)) << video_.GetReason();
+    if (GetGL().DebugMessageCallback == nullptr)
+        GTEST_SKIP() << "The driver has no messages.";
+    Clear();
+    GetGUI().Begin();
+    Fill(0, 0, 4, 4, s_red);
+    GetGUI().End();
+    video_.renderer->PresentBackBuffer();
+    EXPECT_EQ(video_.kernel.logOut.str(), "");
+    GetGL().Enable(0xFFFF);
+    EXPECT_NE(video_.kernel.logOut.str().find("OpenGL: "), string::npos);
+}
+
+TEST_F(OpenGLStack, LosesNothingInAnyOrderOfReconfigurations)
+{
+    std::mt19937 random(7);
+    auto const pick = [&](unsigned int count) { return static_cast<unsigned int>(random() % count); };
+    for (int step = 0; step < 40; ++step)
+    {
+        switch (pick(5))
+        {
+        case 0:
+            video_.Resize(pick(300), pick(200));
+            break;
+        case 1:
+            video_.subsystem->OnSetVSync(pick(2) == 0);
+            break;
+        case 2:
+            video_.subsystem->SetPluginParameter(NamedParameter("lose-device", true));
+            video_.renderer->PresentBackBuffer();
+            video_.ReleaseResources(true);
+            ASSERT_TRUE(video_.subsystem->RestoreDevice());
+            video_.CreateResources(true);
+            break;
+        case 3:
+        {
+            video_.Close();
+            video_.subsystem->SetPluginParameter(NamedParameter("multisampling", pick(2) * 4));
+            VideoConfig config = video_.MakeConfig(640, 480);
+            config.FrameBuffer.Fullscreen = pick(2) == 0;
+            config.FrameBuffer.DepthBits = pick(2) * 24;
+            config.FrameBuffer.StencilBits = config.FrameBuffer.DepthBits / 3;
+            ASSERT_TRUE(video_.Open(config)) << video_.GetReason();
+            EXPECT_EQ(video_.Capture()->GetNumColumns(), 640u);
+            break;
+        }
+        default:
+            video_.renderer->PresentBackBuffer();
+        }
+        Clear(s_blue);
+        GetGUI().Begin();
+        Fill(0, 0, 1, 1, s_red);
+        GetGUI().End();
+        ASSERT_EQ(GetLetters(*video_.Capture(), 0, 1), "r") << step;
+    }
+    // The fixture closes the device, which asserts that no object is left in it.
 }
 
 TEST_F(OpenGLStack, SaysWhatItCannotOpen)
