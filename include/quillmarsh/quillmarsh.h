@@ -21,6 +21,7 @@
 #include <quillmarsh/basetools/namedparameter.h>
 #include <quillmarsh/basetools/observerlist.h>
 #include <quillmarsh/basetools/outputstream.h>
+#include <quillmarsh/basetools/paralleljobs.h>
 #include <quillmarsh/basetools/platforminfo.h>
 #include <quillmarsh/basetools/profiler.h>
 #include <quillmarsh/basetools/profilerdumpdesc.h>

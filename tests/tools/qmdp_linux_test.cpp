@@ -161,7 +161,12 @@ TEST_F(Qmdp, WrongArgumentsAreNamed)
         {{}, "a command is missing"},
         {{"paint"}, "unknown command 'paint'"},
         {{"info"}, "info needs FILE..."},
-        {{"convert", "a.png", "b.png", "c.png"}, "convert needs IN OUT, but not 'c.png'"},
+        {{"convert", "a.png", "b.png", "c.png"}, "convert needs a folder for several files, and 'c.png' is none"},
+        {{"mipmaps", "a.png", "b", "c"}, "mipmaps needs IN PREFIX, but not 'c'"},
+        {{"convert", "a/1.png", "b/1.jpg", directory_ / "", "--to=bmp"},
+         "'a/1.png' and 'b/1.jpg' would both become '1.bmp'"},
+        {{"convert", "a.png", "--jobs=0"}, "--jobs must be a number above 0, not '0'"},
+        {{"completion", "csh"}, "completion knows bash, zsh and fish, not 'csh'"},
         {{"convert", "a.gif", "b.png"},
          "'a.gif' ends in none of .qmdp.signal .qmdp.image .qmdp.volume .qmdp .tif .tiff "
          ".jpg .jpeg .png .bmp"},
@@ -261,6 +266,31 @@ TEST_F(Qmdp, FilesAreReplacedWholeAndOnlyWhenAskedFor)
               RunTool({"convert", in, full, "--overwrite"}).err);
     // Nothing else remains: two images and a link.
     EXPECT_EQ(3, std::distance(std::filesystem::directory_iterator(directory_.GetPath()), {}));
+}
+
+TEST_F(Qmdp, ManyFilesAreConvertedIntoAFolder)
+{
+    std::filesystem::create_directory(directory_ / "out");
+    for (string const jobs : {"--jobs=1", "--jobs=3", "--overwrite"})
+    {
+        Words words = {"convert", "--overwrite", jobs, "--to=qmdp", "--flip-columns"};
+        string failures;
+        for (unsigned int i = 0; i < 20; ++i)
+        {
+            bool const isGood = i % 6 != 5;
+            string const name = "f" + std::to_string(i) + ".qmdp.signal";
+            words.push_back(directory_.Write(name, isGood ? Signal(s_L8, string(1, char('a' + i)) + "b") : "bad"));
+            if (!isGood)
+                failures += "qmdp: " + words.back() + ": byte 0: opening magic-sequence: not that of a package\n";
+        }
+        words.push_back(directory_ / "out");
+        ProcessResult const result = RunTool(words);
+        EXPECT_EQ(1, result.status);
+        // In the order of the files, whichever failed first.
+        EXPECT_EQ(failures, result.err);
+        EXPECT_EQ(17, std::distance(std::filesystem::directory_iterator(directory_ / "out"), {}));
+        EXPECT_EQ(Signal(s_L8, "bs"), ReadFile(directory_ / "out/f18.qmdp"));
+    }
 }
 
 TEST_F(Qmdp, VolumesAreStacksOfSlices)
@@ -454,6 +484,31 @@ TEST_F(Qmdp, MinusIsAStandardStream)
     // The reader has gone before the tool writes.
     EXPECT_EQ("qmdp: standard output: cannot be written: Broken pipe\n",
               RunProcess("/bin/bash", {"-c", "(sleep 0.3; exec " + command + ") | true; wait"}).err);
+}
+
+TEST_F(Qmdp, ShellsCompleteWhatTheTablesHold)
+{
+    auto const complete = [](string const &words)
+    {
+        return RunProcess("/bin/bash", {"-c",
+                                        "source <(\"$0\" completion bash); COMP_WORDS=(qmdp " + words +
+                                            "); COMP_CWORD=$((${#COMP_WORDS[@]} - 1)); _qmdp; echo ${COMPREPLY[@]}",
+                                        QUILLMARSH_TEST_QMDP})
+            .out;
+    };
+    EXPECT_EQ("compare completion\n", complete("comp"));
+    EXPECT_EQ("area\n", complete("convert a.png --filter ar"));
+    EXPECT_EQ("linear lanczos\n", complete("convert --filter = l"));
+    EXPECT_EQ("--json\n", complete("stats --j"));
+    EXPECT_EQ("\n", complete("volume --j"));
+    EXPECT_EQ("slice stats\n", complete("help s"));
+    string const zsh = RunTool({"completion", "zsh"}).out, fish = RunTool({"completion", "fish"}).out;
+    EXPECT_EQ(0u, zsh.find("#compdef qmdp\n"));
+    EXPECT_NE(string::npos,
+              zsh.find("'--filter=[filter: nearest, linear (default), area (mean; best for smaller data), "
+                       "lanczos (sharper)]:NAME:(nearest linear area lanczos)'"));
+    EXPECT_NE(string::npos, fish.find("complete -c qmdp -n '__fish_seen_subcommand_from mipmaps' -l filter -x -a "
+                                      "'nearest linear area lanczos' -d"));
 }
 
 TEST_F(Qmdp, HelpAndOutput)

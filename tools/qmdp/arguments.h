@@ -32,6 +32,8 @@ struct Arguments
     /// Names of types of files; empty if they were not given.
     string from, to;
     SaveSettings save;
+    /// Number of files to convert at the same time; 0 for one for each core.
+    unsigned int jobs = 0;
     /// Greatest difference that compare accepts.
     double tolerance = 0;
     /// Where compare saves the picture of the differences; empty for nowhere.

@@ -14,8 +14,8 @@ constexpr std::size_t s_any = std::numeric_limits<std::size_t>::max();
 
 constexpr Command s_commands[] = {
     {"info", "FILE...", "Describes the contents of files", 1, s_any, false, "ia", &Info},
-    {"convert", "IN OUT", "Loads a file, changes its data, and saves them to another file", 2, 2, true, "czfrtsa",
-     &Convert},
+    {"convert", "IN... OUT", "Loads a file, changes its data, and saves them to another file; or many into a folder", 2,
+     s_any, true, "cjzfrtsa", &Convert},
     {"mipmaps", "IN PREFIX", "Saves the levels of a mipmap chain as packages, PREFIX.0.qmdp.image and so on", 2, 2,
      false, "zfrsa", &Mipmaps},
     {"volume", "SLICE... OUT", "Builds a volume of equal images", 2, s_any, true, "rtsa", &BuildVolume},
@@ -25,6 +25,7 @@ constexpr Command s_commands[] = {
      &Statistics},
     {"compare", "A B", "Measures how much two files differ; status 1 if by more than the tolerance", 2, 2, false,
      "idfsta", &CompareFiles},
+    {"completion", "SHELL", "Prints the completion of a shell: bash, zsh or fish", 1, 1, false, "", &Completion},
     {"help", "[COMMAND]", "Prints the help of a command, or of the program", 0, 1, false, "", &Help},
 };
 

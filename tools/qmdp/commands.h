@@ -20,6 +20,7 @@ bool Slice(Arguments const &arguments);
 bool Verify(Arguments const &arguments);
 bool Statistics(Arguments const &arguments);
 bool CompareFiles(Arguments const &arguments);
+bool Completion(Arguments const &arguments);
 bool Help(Arguments const &arguments);
 
 /// Returns all commands in the order of the help.

@@ -3,11 +3,15 @@
 #include "dataplaces.h"
 #include "progress.h"
 
+#include <quillmarsh/basetools/filesystem.h>
+#include <quillmarsh/basetools/paralleljobs.h>
 #include <quillmarsh/basetools/texttools.h>
 #include <quillmarsh/dataobjects/volumeoperations.h>
 
 #include <algorithm>
 #include <charconv>
+#include <functional>
+#include <mutex>
 
 namespace quillmarsh::tools
 {
@@ -27,11 +31,13 @@ void CheckFits(Arguments const &arguments, string const &fileName, SampledData c
     }
 }
 
-void Work(Arguments const &arguments, SampledData &data, Progress &progress)
+using OnStep = std::function<void(string const &step)>;
+
+void Work(Arguments const &arguments, SampledData &data, OnStep const &onStep)
 {
     if (arguments.size)
     {
-        progress.Begin("Resampling");
+        onStep("Resampling");
         data = Resample(data, *arguments.size, arguments.filter);
     }
     for (eSampleAxis const axis : {eSampleAxis::e_rows, eSampleAxis::e_columns, eSampleAxis::e_layers})
@@ -41,9 +47,95 @@ void Work(Arguments const &arguments, SampledData &data, Progress &progress)
     }
     if (arguments.format)
     {
-        progress.Begin("Changing the format");
+        onStep("Changing the format");
         ChangeFormat(data, *arguments.format);
     }
+}
+
+void ConvertFile(Arguments const &arguments, DataPlace const &in, DataPlace const &out, OnStep const &onStep)
+{
+    onStep("Loading");
+    SampledData data = LoadData(in);
+    CheckFits(arguments, in.GetInputName(), data);
+    NameFile(in.GetInputName(), [&] { Work(arguments, data, onStep); });
+    onStep("Saving");
+    SaveData(arguments, data, out);
+}
+
+/// Converts files at the same time, and reports their failures in their order as far as that is known.
+class FolderConversion : NoCopy
+{
+public:
+    FolderConversion(Arguments const &arguments, std::vector<DataPlace> const &inputs,
+                     std::vector<DataPlace> const &outputs)
+        : arguments_(arguments),
+          inputs_(inputs),
+          outputs_(outputs),
+          failures_(inputs.size())
+    {
+    }
+
+    /// False when some file failed.
+    bool Run()
+    {
+        progress_.Begin("Converting");
+        RunInParallel(arguments_.jobs != 0 ? arguments_.jobs : GetNumParallelThreads(), inputs_.size(),
+                      [this](std::size_t i) { Finish(i, Convert(i)); });
+        return succeeded_;
+    }
+
+private:
+    /// Converts a file, and returns the text of the failure.
+    string Convert(std::size_t i) const
+    {
+        try
+        {
+            ConvertFile(arguments_, inputs_[i], outputs_[i], [](string const &) {});
+            return "";
+        }
+        catch (Exception const &thrown)
+        {
+            return DescribeFailure(thrown);
+        }
+        catch (std::exception const &thrown)
+        {
+            return inputs_[i].name + ": " + thrown.what();
+        }
+    }
+
+    void Finish(std::size_t i, string const &failure)
+    {
+        std::lock_guard const lock(mutex_);
+        failures_[i] = failure;
+        succeeded_ = succeeded_ && failure.empty();
+        ++numDone_;
+        for (; numReported_ < failures_.size() && failures_[numReported_]; ++numReported_)
+        {
+            if (failures_[numReported_]->empty())
+                continue;
+            progress_.Hide();
+            PrintError(*failures_[numReported_]);
+        }
+        progress_.Update(numDone_, inputs_.size(), "files");
+    }
+
+    Arguments const &arguments_;
+    std::vector<DataPlace> const &inputs_, &outputs_;
+    Progress progress_;
+    std::mutex mutex_;
+    /// The failure of each file, empty for none; nothing for a file that is not finished.
+    std::vector<std::optional<string>> failures_;
+    std::size_t numDone_ = 0, numReported_ = 0;
+    bool succeeded_ = true;
+};
+
+bool ConvertIntoFolder(Arguments const &arguments)
+{
+    std::vector<DataPlace> inputs;
+    for (std::size_t i = 0; i + 1 < arguments.operands.size(); ++i)
+        inputs.push_back(FindInput(arguments, arguments.operands[i]));
+    std::vector<DataPlace> const outputs = FindOutputsInFolder(arguments, inputs, arguments.operands.back());
+    return FolderConversion(arguments, inputs, outputs).Run();
 }
 
 /// Creates a volume with layers of the size and format of a slice.
@@ -79,15 +171,15 @@ SampledData LoadSlice(DataPlace const &place)
 
 bool Convert(Arguments const &arguments)
 {
-    DataPlace const in = FindInput(arguments, arguments.operands[0]);
-    DataPlace const out = FindOutput(arguments, arguments.operands[1]);
+    std::vector<string> const &operands = arguments.operands;
+    if (file_system::GetFileType(operands.back(), true) == std::filesystem::file_type::directory)
+        return ConvertIntoFolder(arguments);
+    if (operands.size() > 2)
+        throw WrongArgumentException("convert needs a folder for several files, and '" + operands.back() + "' is none");
+    DataPlace const in = FindInput(arguments, operands[0]);
+    DataPlace const out = FindOutput(arguments, operands[1]);
     Progress progress;
-    progress.Begin("Loading");
-    SampledData data = LoadData(in);
-    CheckFits(arguments, in.GetInputName(), data);
-    NameFile(in.GetInputName(), [&] { Work(arguments, data, progress); });
-    progress.Begin("Saving");
-    SaveData(arguments, data, out);
+    ConvertFile(arguments, in, out, [&](string const &step) { progress.Begin(step); });
     return true;
 }
 
@@ -122,7 +214,7 @@ bool BuildVolume(Arguments const &arguments)
             volume = NameFile(out.name, [&] { return MakeVolumeFor(slice, slices.size()); });
         CheckSlice(*volume, slice, slices[i].GetInputName());
         CopyToLayer(*volume->Get<VolumeBase>(), static_cast<unsigned int>(i), slice.GetSamples());
-        progress.Update(i + 1, slices.size());
+        progress.Update(i + 1, slices.size(), "slices");
     }
     progress.Begin("Saving");
     SaveData(arguments, *volume, out);

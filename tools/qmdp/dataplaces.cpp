@@ -1,8 +1,10 @@
 #include "dataplaces.h"
 
+#include <quillmarsh/basetools/filesystem.h>
 #include <quillmarsh/platform/program.h>
 
 #include <iostream>
+#include <map>
 
 namespace quillmarsh::tools
 {
@@ -22,9 +24,9 @@ std::optional<FileType> FindNamedType(char const *option, string const &name)
     std::optional<FileType> const type = FindFileTypeByName(name);
     if (type || name.empty())
         return type;
-    string names = GetExtensions().substr(1);
-    for (std::size_t at; (at = names.find(" .")) != string::npos;)
-        names.replace(at, 2, ", ");
+    string names;
+    for (string const &known : GetFileTypeNames())
+        names += (names.empty() ? "" : ", ") + known;
     throw WrongArgumentException(string(option) + " must be one of " + names + ", not '" + name + "'");
 }
 
@@ -71,6 +73,31 @@ void SaveData(Arguments const &arguments, SampledData const &data, DataPlace con
         SaveToStream(data, std::cout, "standard output", *place.type, arguments.save);
     else
         SaveFile(data, place.name, *place.type, arguments.save);
+}
+
+std::vector<DataPlace> FindOutputsInFolder(Arguments const &arguments, std::vector<DataPlace> const &inputs,
+                                           string const &folder)
+{
+    std::optional<FileType> const type = FindNamedType("--to", arguments.to);
+    std::vector<DataPlace> outputs;
+    std::map<string, string> takenBy;
+    for (DataPlace const &input : inputs)
+    {
+        if (input.IsStandardStream())
+            throw WrongArgumentException("'-' has no name for a file in a folder");
+        FileType const &own = *input.type;
+        FileType const &saved = type ? *type : own;
+        std::u8string const text = file_system::GetStreamPath(input.name).filename().u8string();
+        string name(text.begin(), text.end());
+        std::optional<FileType> const named = FindFileType(name);
+        name = name.substr(0, name.size() - (named ? named->extension.size() : 0)) + saved.extension;
+        auto const [taken, isNew] = takenBy.emplace(name, input.name);
+        if (!isNew)
+            throw WrongArgumentException("'" + taken->second + "' and '" + input.name + "' would both become '" + name +
+                                         "'");
+        outputs.push_back({folder + (folder.ends_with('/') ? "" : "/") + name, saved});
+    }
+    return outputs;
 }
 
 } // namespace quillmarsh::tools

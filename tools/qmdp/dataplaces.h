@@ -26,6 +26,11 @@ DataPlace FindInput(Arguments const &arguments, string const &name);
 /// without either, and when standard output is a terminal.
 DataPlace FindOutput(Arguments const &arguments, string const &name);
 
+/// Returns where to save the data of each input in a folder: under the name of its file, with the extension of --to if
+/// that was given. Throws a WrongArgumentException when two of them would be the same.
+std::vector<DataPlace> FindOutputsInFolder(Arguments const &arguments, std::vector<DataPlace> const &inputs,
+                                           string const &folder);
+
 /// Opens data whatever their name.
 AutoPtr<DataFile> OpenData(DataPlace const &place);
 /// Loads data. Throws a DataException when that fails.

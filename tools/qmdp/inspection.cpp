@@ -59,7 +59,7 @@ void VerifyFile(string const &fileName)
     Progress progress;
     progress.Begin("Reading");
     AutoPtr<DataFile> const file = OpenData({fileName, {}});
-    file->Verify([&](std::uint64_t done) { progress.Update(done, file->GetDesc().package->byteSize); });
+    file->Verify([&](std::uint64_t done) { progress.Update(done, file->GetDesc().package->byteSize, nullptr); });
 }
 
 } // namespace

@@ -3,10 +3,34 @@
 #include <quillmarsh/basetools/texttools.h>
 #include <quillmarsh/platform/program.h>
 
+#include <algorithm>
 #include <iostream>
 
 namespace quillmarsh::tools
 {
+namespace
+{
+
+constexpr std::chrono::milliseconds s_interval(200);
+/// Before this time, the rest cannot be estimated.
+constexpr std::chrono::seconds s_firstEstimate(1);
+
+string MakeBar(std::uint64_t done, std::uint64_t total)
+{
+    constexpr unsigned int length = 20;
+    string bar(static_cast<std::size_t>(static_cast<double>(done) / static_cast<double>(total) * length), '#');
+    PadToLength(bar, length, '-');
+    return '[' + bar + ']';
+}
+
+/// Returns minutes and seconds.
+string DescribeTime(double seconds)
+{
+    auto const whole = static_cast<unsigned long>(seconds + 0.5);
+    return MakeString(whole / 60) + (whole % 60 < 10 ? ":0" : ":") + MakeString(whole % 60);
+}
+
+} // namespace
 
 using platform::eStandardStream;
 
@@ -24,17 +48,43 @@ Progress::~Progress()
 
 void Progress::Begin(string const &step)
 {
+    std::lock_guard const lock(mutex_);
     step_ = step;
+    begin_ = Clock::now();
+    nextTime_ = begin_ + s_interval;
     Show(step);
 }
 
-void Progress::Update(std::uint64_t done, std::uint64_t total)
+void Progress::Update(std::uint64_t done, std::uint64_t total, char const *unit)
 {
-    auto const now = std::chrono::steady_clock::now();
-    if (!shows_ || now < nextTime_)
+    std::lock_guard const lock(mutex_);
+    Clock::time_point const now = Clock::now();
+    if (!shows_ || now < nextTime_ || total == 0)
         return;
-    nextTime_ = now + std::chrono::milliseconds(200);
-    Show(step_ + ' ' + MakeString(done * 100 / total) + " %");
+    nextTime_ = now + s_interval;
+    Show(Describe(std::min(done, total), total, unit, now));
+}
+
+void Progress::Hide()
+{
+    std::lock_guard const lock(mutex_);
+    Show("");
+}
+
+string Progress::Describe(std::uint64_t done, std::uint64_t total, char const *unit, Clock::time_point now) const
+{
+    double const ratio = static_cast<double>(done) / static_cast<double>(total);
+    string text = step_ + ' ' + MakeBar(done, total) + ' ' + MakeString(static_cast<unsigned int>(ratio * 100)) + " %";
+    if (unit)
+        text += ", " + MakeString(done) + " of " + MakeString(total) + ' ' + unit;
+    if (done > 0 && now - begin_ >= s_firstEstimate)
+    {
+        double const passed = std::chrono::duration<double>(now - begin_).count();
+        text += ", " + DescribeTime(passed / ratio - passed) + " left";
+    }
+    // A line that wraps could not be removed.
+    unsigned int const width = platform::GetTerminalWidth(eStandardStream::e_error);
+    return width > 1 && text.size() >= width ? text.substr(0, width - 1) : text;
 }
 
 void Progress::Show(string const &text)

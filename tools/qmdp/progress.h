@@ -6,11 +6,13 @@
 
 #include <chrono>
 #include <cstdint>
+#include <mutex>
 
 namespace quillmarsh::tools
 {
 
-/// Shows a line on a terminal and removes it at the end. Shows nothing if the output is redirected.
+/// Shows a line on a terminal and removes it at the end: the step of the work and, where that can be told, a bar, how
+/// much is done and how long the rest will take. Shows nothing if the output is redirected. Any thread.
 class Progress : NoCopy
 {
 public:
@@ -19,15 +21,23 @@ public:
 
     /// Begins a step of the work.
     void Begin(string const &step);
-    /// Reports how much of the step is done. The line changes a few times per second.
-    void Update(std::uint64_t done, std::uint64_t total);
+    /// Reports how much of the step is done. The line changes a few times per second. `unit` is the name of what is
+    /// counted, such as "files"; null for counts that nobody wants to read.
+    void Update(std::uint64_t done, std::uint64_t total, char const *unit);
+    /// Removes the line, for other output. The next report shows it again.
+    void Hide();
 
 private:
-    void Show(string const &text);
+    using Clock = std::chrono::steady_clock;
 
-    bool shows_;
+    void Show(string const &text);
+    string Describe(std::uint64_t done, std::uint64_t total, char const *unit, Clock::time_point now) const;
+
+    bool const shows_;
+    std::mutex mutex_;
     string step_;
-    std::chrono::steady_clock::time_point nextTime_;
+    Clock::time_point begin_;
+    Clock::time_point nextTime_;
 };
 
 } // namespace quillmarsh::tools

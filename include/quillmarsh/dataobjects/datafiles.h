@@ -39,6 +39,8 @@ QUILLMARSH_API bool IsPackage(FileType const &type);
 QUILLMARSH_API std::optional<FileType> FindFileType(string const &fileName);
 /// Returns the type with a name, which is its extension without the dot, in upper or lower case: "png", "qmdp.image".
 QUILLMARSH_API std::optional<FileType> FindFileTypeByName(string const &name);
+/// Returns the names of all types.
+QUILLMARSH_API std::vector<string> GetFileTypeNames();
 /// Returns the extensions of all types, separated by spaces.
 QUILLMARSH_API string GetExtensions();
 /// Recognises a format of the library's own codecs by the first bytes of a stream; null for any other stream. The

@@ -199,6 +199,14 @@ std::optional<FileType> FindFileTypeByName(string const &name)
     return std::nullopt;
 }
 
+std::vector<string> GetFileTypeNames()
+{
+    std::vector<string> names;
+    for (FileType const &type : ListFileTypes())
+        names.push_back(type.extension.substr(1));
+    return names;
+}
+
 string GetExtensions()
 {
     string extensions;
