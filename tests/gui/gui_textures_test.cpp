@@ -69,10 +69,11 @@ TEST_F(GuiTextures, RefuseOtherSizesAndFormats)
         {e_format_A8R8G8B8, 64, 0, badSize},     {e_format_L8, 63, 63, badSize}, {e_format_L8, 64, 64, badFormat},
         {e_format_FP32NormA, 64, 64, badFormat},
     };
-    for (auto const &[format, height, width, text] : parameters)
+    for (Parameters const &p : parameters)
     {
-        EXPECT_EQ(tests::MessageOf<GUIException>([&] { gui::Texture(format, true, height, width); }), text);
-        EXPECT_EQ(tests::MessageOf<GUIException>([&] { gui::TileTexture(format, true, height, width, 2, 2); }), text);
+        EXPECT_EQ(tests::MessageOf<GUIException>([&] { gui::Texture(p.format, true, p.height, p.width); }), p.text);
+        EXPECT_EQ(tests::MessageOf<GUIException>([&] { gui::TileTexture(p.format, true, p.height, p.width, 2, 2); }),
+                  p.text);
     }
     EXPECT_EQ(tests::MessageOf<GUIException>([] { gui::Texture(Image<Sample8>(e_format_L8, 4, 4), false); }),
               badFormat);
