@@ -1,5 +1,7 @@
 #include <quillmarsh/host/applicationwalk.h>
 
+#include "screenshotsettings.h"
+
 #include <quillmarsh/basetools/exception.h>
 #include <quillmarsh/framework/commands/frameworkcommands.h>
 #include <quillmarsh/framework/kernelthreadinfo.h>
@@ -71,6 +73,7 @@ void ApplicationWalk::StartUp()
     kernel_.GetConsole().SetLogging(autoInit.LogConsole);
     if (autoInit.RegisterCommands)
         framework_commands::CreateAndRegisterAllCommands(*kernel_.GetCommandInterpreter(), nullptr, 0, 0);
+    screenshots_ = std::make_unique<ScreenshotSettings>(kernel_);
     if (autoInit.RaiseThreadPriority)
     {
         KernelThreadInfo thread;
@@ -183,6 +186,7 @@ void ApplicationWalk::CleanUp()
                              { application.Cleanup(failures.HasFailed(), failures.GetDesc()); });
         });
     failures.SetPlace("the release of the application");
+    screenshots_.reset();
     failures.Guard([this] { kernel_.ReleasePluginLeftovers(); });
     kernel_.SetApplication(nullptr);
     failures.Guard([this] { application_.reset(); });

@@ -9,6 +9,8 @@
 namespace quillmarsh::host
 {
 
+class ScreenshotSettings;
+
 /// Walks an application through its start-up, stage by stage, and down through the same stages.
 ///
 /// A step that fails ends the way up. The way down undoes the steps that succeeded, in reverse order, and goes on after
@@ -53,6 +55,7 @@ private:
     AutoPtr<Application> application_;
     Application::StartupInfo info_;
     Application::StartupResult result_;
+    AutoPtr<ScreenshotSettings> screenshots_;
     /// Levels that were started, in order.
     std::vector<eKernelLevel> climbed_;
     std::vector<Undo> undo_;
