@@ -28,6 +28,7 @@ struct ExampleContext
     };
 
     Mouse &mouse;
+    gui::Renderer &renderer;
     float x;
     SharedOutputStream &shared;
     void const *address;
