@@ -1,5 +1,7 @@
 #include "device.h"
 
+#include "openglwindow.h"
+
 #include <quillmarsh/basetools/diagnostics.h>
 #include <quillmarsh/basetools/exception.h>
 #include <quillmarsh/framework/kernel.h>
@@ -56,8 +58,7 @@ std::shared_ptr<Device> Device::Open(platform::Window &window, bool isDebug)
     string reason;
     platform::OpenGLContextDesc desc;
     desc.isDebug = isDebug;
-    // The window only shows what was drawn elsewhere.
-    desc.pixels = {.numDepthBits = 0, .numStencilBits = 0};
+    desc.pixels = GetWindowPixels();
     AutoPtr<platform::OpenGLContext> context = platform::OpenGLContext::Create(window, desc, reason);
     if (context == nullptr)
         QUILLMARSH_THROW(VideoSubsystemException, reason);

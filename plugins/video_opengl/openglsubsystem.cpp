@@ -14,9 +14,6 @@ namespace video_opengl
 namespace
 {
 
-/// Sizes beyond it overflow the window systems' own arithmetic.
-constexpr unsigned int s_maxWindowSize = 16384;
-
 TargetFormat RequireFormat(FrameBufferConfig const &config)
 {
     TargetFormat const format = FindTargetFormat(config);
@@ -42,23 +39,6 @@ bool ReadParameter(NamedParameter const &parameter, NamedParameter::eValueType t
     return true;
 }
 
-/// Covers the display with a window, in the mode of a configuration.
-void SetFullscreen(platform::Window &window, DisplayModeConfig const &wish)
-{
-    platform::DisplayMode desktop;
-    bool const isKnown = platform::ReadDesktopMode(desktop);
-    bool const isDesktopMode = isKnown && wish.Width == desktop.width && wish.Height == desktop.height &&
-                               (wish.RefreshFrequency == 0 || wish.RefreshFrequency == desktop.frequency);
-    if (isDesktopMode)
-    {
-        window.SetFullscreen();
-        return;
-    }
-    string reason;
-    if (!window.SetFullscreen({wish.Width, wish.Height, wish.BitDepth, wish.RefreshFrequency}, reason))
-        QUILLMARSH_THROW(VideoSubsystemException, reason);
-}
-
 } // namespace
 
 OpenGLSubsystem::OpenGLSubsystem() = default;
@@ -79,7 +59,7 @@ void OpenGLSubsystem::Open(VideoConfig const &config, string const &title)
         QUILLMARSH_THROW(VideoSubsystemException, "The video subsystem is open already.");
     try
     {
-        OpenWindow(config, title);
+        window_ = std::make_unique<OpenGLWindow>(config, title);
         OpenDevice(config);
     }
     catch (...)
@@ -92,31 +72,12 @@ void OpenGLSubsystem::Open(VideoConfig const &config, string const &title)
     isLossDue_ = false;
 }
 
-void OpenGLSubsystem::OpenWindow(VideoConfig const &config, string const &title)
-{
-    DisplayModeConfig const &mode = config.DisplayMode;
-    if (mode.Width > s_maxWindowSize || mode.Height > s_maxWindowSize)
-        QUILLMARSH_THROW(VideoSubsystemException, "A window of " + mode.MakeDesc(" x ", " @ ") + " is too large: " +
-                                                      std::to_string(s_maxWindowSize) + " is the limit.");
-    platform::WindowDesc desc;
-    desc.title = title;
-    desc.width = static_cast<int>(std::max(mode.Width, 1u));
-    desc.height = static_cast<int>(std::max(mode.Height, 1u));
-    desc.isResizable = config.Resizable;
-    desc.openGL = GetWindowPixels();
-    string reason;
-    window_ = platform::Window::Open(desc, reason);
-    if (window_ == nullptr)
-        QUILLMARSH_THROW(VideoSubsystemException, reason);
-    if (config.FrameBuffer.Fullscreen)
-        SetFullscreen(*window_, mode);
-}
-
 void OpenGLSubsystem::OpenDevice(VideoConfig const &config)
 {
     TargetFormat const format = RequireFormat(config.FrameBuffer);
-    device_ = Device::Open(*window_, isDebug_);
-    platform::Window::Size const size = window_->GetSize();
+    platform::Window &window = *window_->GetPlatformWindow();
+    device_ = Device::Open(window, isDebug_);
+    platform::Window::Size const size = window.GetSize();
     target_ = std::make_unique<Target>(device_, format, numSamples_, static_cast<unsigned int>(std::max(size.width, 1)),
                                        static_cast<unsigned int>(std::max(size.height, 1)));
     device_->GetContext().SetSwapInterval(config.Hints.VSync ? 1 : 0);
@@ -139,7 +100,7 @@ void OpenGLSubsystem::Close()
 
 VideoSubsystemWindow *OpenGLSubsystem::GetWindow()
 {
-    return nullptr;
+    return window_.get();
 }
 
 void OpenGLSubsystem::BindTarget() const
@@ -153,7 +114,7 @@ void OpenGLSubsystem::PresentBackBuffer()
     if (GetOperationalState() != e_video_operational)
         return;
     device_->DrawGathered();
-    target_->Present(window_->GetSize().height);
+    target_->Present(window_->GetPlatformWindow()->GetSize().height);
     device_->GetContext().SwapBuffers();
     target_->Bind();
     if (isLossDue_ || device_->IsLost())

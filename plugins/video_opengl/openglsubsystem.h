@@ -2,6 +2,7 @@
 #ifndef QUILLMARSH_PLUGINS_VIDEO_OPENGL_OPENGLSUBSYSTEM_H
 #define QUILLMARSH_PLUGINS_VIDEO_OPENGL_OPENGLSUBSYSTEM_H
 
+#include "openglwindow.h"
 #include "target.h"
 
 #include <quillmarsh/framework/videosubsystem.h>
@@ -54,11 +55,10 @@ public:
     /// @}
 
 private:
-    void OpenWindow(VideoConfig const &config, string const &title);
     void OpenDevice(VideoConfig const &config);
     void CloseDevice();
 
-    AutoPtr<platform::Window> window_;
+    AutoPtr<OpenGLWindow> window_;
     std::shared_ptr<Device> device_;
     AutoPtr<Target> target_;
     unsigned int numSamples_ = 0;

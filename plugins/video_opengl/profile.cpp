@@ -1,5 +1,6 @@
 #include "profile.h"
 
+#include "openglwindow.h"
 #include "target.h"
 
 #include <quillmarsh/basetools/exception.h>

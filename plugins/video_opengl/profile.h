@@ -9,12 +9,6 @@
 namespace video_opengl
 {
 
-/// Returns the pixels of a window that only shows what was drawn into a target.
-inline platform::OpenGLPixels GetWindowPixels()
-{
-    return {.numDepthBits = 0, .numStencilBits = 0};
-}
-
 /// Collects the driver, the display's modes and the frame buffers that the driver has. Asks a device that is open, or
 /// without one a device of its own in a hidden window. Returns false when something could not be found out; reasons go
 /// to the log.

@@ -527,6 +527,12 @@ TEST_F(OpenGLStack, TakesNewSizesAndConfigurations)
         config.FrameBuffer.StencilBits = vsync ? 8 : 0;
         ASSERT_TRUE(video_.Open(config)) << video_.GetReason();
         EXPECT_EQ(video_.subsystem->GetVideoConfig(), config);
+        platform::Window const *const window = video_.subsystem->GetWindow()->GetPlatformWindow();
+        EXPECT_EQ(window, platform::Window::GetMain());
+        EXPECT_EQ(window->GetTitle(), "test");
+        EXPECT_EQ(window->GetState(), platform::eWindowState::e_hidden);
+        EXPECT_EQ(window->GetSize().width, 80);
+        EXPECT_EQ(window->GetSize().height, 60);
         EXPECT_EQ(video_.Capture()->GetNumColumns(), 80u);
     }
 }
@@ -613,6 +619,7 @@ TEST_F(OpenGLStack, LosesNothingInAnyOrderOfReconfigurations)
             config.FrameBuffer.StencilBits = config.FrameBuffer.DepthBits / 3;
             ASSERT_TRUE(video_.Open(config)) << video_.GetReason();
             EXPECT_EQ(video_.Capture()->GetNumColumns(), 640u);
+            EXPECT_EQ(video_.subsystem->GetWindow()->IsFullscreen(), config.FrameBuffer.Fullscreen);
             break;
         }
         default:
