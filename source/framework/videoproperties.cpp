@@ -61,8 +61,8 @@ void DisplayModeProperties::AddRefreshFrequency(unsigned int frequency)
 void DisplayModeProperties::SortRefreshFrequencies()
 {
     std::ranges::sort(refreshFrequencies_);
-    auto const duplicates = std::ranges::unique(refreshFrequencies_);
-    refreshFrequencies_.erase(duplicates.begin(), duplicates.end());
+    refreshFrequencies_.erase(std::unique(refreshFrequencies_.begin(), refreshFrequencies_.end()),
+                              refreshFrequencies_.end());
 }
 
 bool DisplayModeProperties::IsValid(DisplayModeConfig const &config) const
