@@ -75,7 +75,7 @@ TEST_F(FrameStatistics, ExtremesWaitForTheStabilization)
 
 TEST_F(FrameStatistics, ReconfigurationsReset)
 {
-    host::KernelRequest const requests[] = {host::VideoRequest(), host::VSyncRequest()};
+    host::KernelRequest const requests[] = {host::VideoRequest{0, "", VideoConfig(false)}, host::VSyncRequest()};
     for (host::KernelRequest const &request : requests)
     {
         RunFrames(20, 0.25);
