@@ -28,6 +28,18 @@ float ClampOffset(float offset)
     return ClampSetting(offset, 0.0f, 1.0f, 0.0f);
 }
 
+/// Returns the row of the tiles in which a glyph stands, counted in whole rows.
+float ToTileRow(unsigned int glyph)
+{
+    unsigned int const row = glyph / s_numGlyphColumns;
+    return static_cast<float>(row);
+}
+
+float ToTileColumn(unsigned int glyph)
+{
+    return static_cast<float>(glyph % s_numGlyphColumns);
+}
+
 unsigned char ToCode(char glyph)
 {
     return static_cast<unsigned char>(glyph);
@@ -221,7 +233,7 @@ void FontTexture::CalcVerticalGlyphCoords()
 {
     for (unsigned int glyph = 0; glyph < s_numCodes; ++glyph)
     {
-        vTop_[glyph] = GetTileCoordV(static_cast<float>(glyph / s_numGlyphColumns)) + GetTileSizeV() * glyphVOffset_;
+        vTop_[glyph] = GetTileCoordV(ToTileRow(glyph)) + GetTileSizeV() * glyphVOffset_;
         vBottom_[glyph] = vTop_[glyph] + GetTileSizeV() * glyphHeight_;
     }
 }
@@ -230,7 +242,7 @@ void FontTexture::CalcHorizontalGlyphCoords()
 {
     for (unsigned int glyph = 0; glyph < s_numCodes; ++glyph)
     {
-        float const uTile = GetTileCoordU(static_cast<float>(glyph % s_numGlyphColumns));
+        float const uTile = GetTileCoordU(ToTileColumn(glyph));
         uLeft_[glyph] = uTile + GetTileSizeU() * glyphHOffset_[glyph];
         uRight_[glyph] = uLeft_[glyph] + GetTileSizeU() * glyphWidth_[glyph];
         uLeftMono_[glyph] = uTile + GetTileSizeU() * glyphHOffsetMono_;
@@ -241,8 +253,7 @@ void FontTexture::CalcHorizontalGlyphCoords()
 void FontTexture::GetGlyphTileCoords(unsigned char glyph, float &uLeft, float &uRight, float &vTop,
                                      float &vBottom) const
 {
-    GetTileCoords(static_cast<float>(glyph / s_numGlyphColumns), static_cast<float>(glyph % s_numGlyphColumns), uLeft,
-                  uRight, vTop, vBottom);
+    GetTileCoords(ToTileRow(glyph), ToTileColumn(glyph), uLeft, uRight, vTop, vBottom);
 }
 
 void FontTexture::GetGlyphTileCoords(unsigned char glyph, RectangleCT &rectangle) const
