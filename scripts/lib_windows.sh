@@ -9,13 +9,32 @@ use_wine() {
   mkdir -p "$WINEPREFIX"
   local log=$WINEPREFIX/setup.log
   # A program that crashes ends at once without showing a window. Windows need no display, because nobody looks at them.
-  if ! { wineboot -i && wineserver -w &&
-    wine reg add 'HKCU\Software\Wine\Drivers' /v Graphics /d null /f &&
+  if ! { wineboot -i && wineserver -w && set_wine_driver null &&
     wine reg add 'HKCU\Software\Wine\WineDbg' /v ShowCrashDialog /t REG_DWORD /d 0 /f; } >"$log" 2>&1 </dev/null; then
     cat "$log" >&2
     rm -rf "$WINEPREFIX"
     die "Wine could not be set up."
   fi
+}
+
+# set_wine_driver NAME: sets how Wine shows windows: null for nowhere, x11 for the display.
+set_wine_driver() {
+  wine reg add 'HKCU\Software\Wine\Drivers' /v Graphics /d "$1" /f && wineserver -w
+}
+
+# test_opengl PRESET: runs the tests of OpenGL on a virtual display, with the driver of this machine. For a subshell.
+test_opengl() {
+  local pipe=$WINEPREFIX/display server number
+  rm -f "$pipe"
+  mkfifo "$pipe"
+  Xvfb -displayfd 3 -screen 0 1024x768x24 -nolisten tcp 3>"$pipe" </dev/null >/dev/null 2>&1 &
+  server=$!
+  # shellcheck disable=SC2064
+  trap "{ set_wine_driver null; kill $server; } >/dev/null 2>&1 || true" EXIT
+  read -r number <"$pipe"
+  export DISPLAY=:$number
+  set_wine_driver x11 >/dev/null 2>&1 </dev/null
+  run_tests "$1" -C display -R '^opengl-'
 }
 
 # True when the kernel can start a 32-bit program; tries the smallest possible one.
@@ -47,6 +66,10 @@ test_windows() {
   build win64
   say "Running the tests of the 64-bit build."
   (use_wine win64 && run_tests win64 "$@")
+  if [ $# -eq 0 ]; then
+    say "Running its tests of OpenGL on a virtual display."
+    (use_wine win64 && test_opengl win64)
+  fi
   local reason=
   if ! starts_32bit_programs; then
     reason="the kernel of this machine starts no 32-bit programs"

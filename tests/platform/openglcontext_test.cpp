@@ -21,7 +21,7 @@ protected:
     {
         string reason;
         window_ = Window::Open({.width = 64, .height = 48, .openGL = OpenGLPixels()}, reason);
-        if (window_ == nullptr)
+        if (window_ == nullptr || OpenGLContext::Create(*window_, {}, reason) == nullptr)
             GTEST_SKIP() << reason;
     }
 

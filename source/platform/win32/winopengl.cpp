@@ -120,6 +120,7 @@ public:
           deviceBefore_(library.getCurrentDevice()),
           contextBefore_(library.getCurrentContext())
     {
+        SetLastError(0);
         window_ = CreateWindowExW(0, L"STATIC", L"", WS_POPUP, 0, 0, 1, 1, nullptr, nullptr, GetModuleHandleW(nullptr),
                                   nullptr);
         device_ = window_ ? GetDC(window_) : nullptr;
@@ -199,7 +200,10 @@ bool ReadDriver(Driver &driver, string &reason)
     HelperContext const helper(GetLibrary());
     if (!helper.IsCurrent())
     {
-        reason = "There is no OpenGL driver: " + DescribeSystemError(helper.GetError());
+        // A display without OpenGL gives no error.
+        DWORD const error = helper.GetError();
+        reason = error != 0 ? "There is no OpenGL driver: " + DescribeSystemError(error)
+                            : "There is no OpenGL driver for the display.";
         return false;
     }
     helper.Read(driver);
