@@ -5,9 +5,11 @@
 #include "tests/support/waiting.h"
 
 #include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
 
 #include <cstring>
 #include <filesystem>
+#include <sstream>
 
 #include <sys/stat.h>
 
@@ -137,6 +139,53 @@ TEST_F(Qmdp, VerifyNamesTheByteAndTheField)
     EXPECT_EQ(1, result.status);
     EXPECT_EQ(words[1] + ": ok\n", result.out);
     EXPECT_EQ(expected, result.err);
+}
+
+/// Checks a value against the parts of a schema that ours use.
+void ExpectValid(nlohmann::json const &schema, nlohmann::json const &object)
+{
+    for (auto const &[name, value] : object.items())
+    {
+        ASSERT_TRUE(schema["properties"].contains(name)) << object;
+        nlohmann::json const &rule = schema["properties"][name];
+        if (rule.contains("enum"))
+            EXPECT_NE(rule["enum"].end(), std::find(rule["enum"].begin(), rule["enum"].end(), value)) << object;
+        else
+            EXPECT_EQ(rule["type"], value.is_string()    ? "string"
+                                    : value.is_boolean() ? "boolean"
+                                                         : "integer")
+                << object;
+    }
+    for (auto const &name : schema["required"])
+        EXPECT_TRUE(object.contains(name)) << object;
+    for (auto const &name : schema["then"]["required"])
+        EXPECT_EQ(object["ok"] == false, object.contains(name)) << object;
+    EXPECT_EQ(object.contains("byte"), object.contains("field")) << object;
+}
+
+TEST_F(Qmdp, VerifyFollowsItsSchema)
+{
+    string const wrong = directory_.Write("wrong", SmallImage().replace(28, 1, "\x08"));
+    string const tooLarge = directory_ / "p.png";
+    EXPECT_EQ(0, RunTool({"convert", directory_.Write("in.qmdp", SmallImage()), tooLarge}).status);
+    ProcessResult const result =
+        RunTool({"verify", "--json", "--max-pixels=5", directory_ / "in.qmdp", wrong, directory_ / "none",
+                 directory_ / "", tooLarge, directory_.Write("junk \xFF", "junk")});
+    EXPECT_EQ(1, result.status);
+    EXPECT_EQ("", result.err);
+    nlohmann::json const schema = nlohmann::json::parse(ReadFile(QUILLMARSH_TEST_VERIFY_SCHEMA));
+    std::istringstream lines(result.out);
+    std::vector<nlohmann::json> objects;
+    for (string line; std::getline(lines, line);)
+        ExpectValid(schema, objects.emplace_back(nlohmann::json::parse(line)));
+    ASSERT_EQ(6u, objects.size());
+    EXPECT_EQ(true, objects[0]["ok"]);
+    EXPECT_EQ(74, objects[1]["byte"]);
+    EXPECT_EQ("package id of the trailer", objects[1]["field"]);
+    EXPECT_EQ("not_found", objects[2]["failure"]);
+    EXPECT_EQ("is a directory", objects[3]["message"]);
+    EXPECT_EQ("too_large", objects[4]["failure"]);
+    EXPECT_EQ("other_format", objects[5]["failure"]);
 }
 
 TEST_F(Qmdp, CutAndFlippedPackagesFailInOneLineEach)

@@ -20,7 +20,7 @@ constexpr Command s_commands[] = {
      false, "zfrsa", &Mipmaps},
     {"volume", "SLICE... OUT", "Builds a volume of equal images", 2, s_any, true, "rtsa", &BuildVolume},
     {"slice", "IN LAYER OUT", "Saves a layer of a volume, counted from 0, as an image", 3, 3, true, "rtsa", &Slice},
-    {"verify", "FILE...", "Reads whole files, and reports their faults", 1, s_any, false, "a", &Verify},
+    {"verify", "FILE...", "Reads whole files, and reports their faults", 1, s_any, false, "ia", &Verify},
     {"stats", "FILE...", "Measures the channels of files: minimum, maximum, mean, deviation", 1, s_any, false, "ifa",
      &Statistics},
     {"compare", "A B", "Measures how much two files differ; status 1 if by more than the tolerance", 2, 2, false,

@@ -54,6 +54,48 @@ void Print(string const &fileName, DataFileDesc const &desc)
                   << "    Payload bytes: " << desc.package->payloadByteSize << '\n';
 }
 
+/// Returns the name of a kind of failure, as docs/qmdp-verify.schema.json lists them.
+char const *GetFailureName(eCodecFailure kind)
+{
+    switch (kind)
+    {
+    case eCodecFailure::e_otherFormat:
+        return "other_format";
+    case eCodecFailure::e_notFound:
+        return "not_found";
+    case eCodecFailure::e_noPermission:
+        return "no_permission";
+    case eCodecFailure::e_notAFile:
+        return "not_a_file";
+    case eCodecFailure::e_unsupported:
+        return "unsupported";
+    case eCodecFailure::e_damaged:
+        return "damaged";
+    case eCodecFailure::e_tooLarge:
+        return "too_large";
+    case eCodecFailure::e_noMemory:
+        return "no_memory";
+    default:
+        return "system";
+    }
+}
+
+void PrintVerified(string const &fileName, CodecFailure const &failure)
+{
+    nlohmann::ordered_json object = {{"file", fileName}, {"ok", !failure}};
+    if (failure)
+    {
+        object["failure"] = GetFailureName(failure.kind);
+        object["message"] = failure.text;
+    }
+    if (failure.byte)
+    {
+        object["byte"] = *failure.byte;
+        object["field"] = failure.field;
+    }
+    PrintObject(object);
+}
+
 void VerifyFile(string const &fileName)
 {
     Progress progress;
@@ -76,14 +118,29 @@ bool Info(Arguments const &arguments)
 
 bool Verify(Arguments const &arguments)
 {
-    return ForEachFile(
-        arguments,
-        [](string const &fileName)
+    auto const verify = [&](string const &fileName)
+    {
+        CodecFailure failure;
+        try
         {
             VerifyFile(fileName);
+        }
+        catch (DataException const &thrown)
+        {
+            failure = thrown.GetFailure();
+            if (!arguments.json || !failure)
+                throw;
+        }
+        if (arguments.json)
+            PrintVerified(fileName, failure);
+        else
             std::cout << MakeShown(fileName) << ": ok\n";
-        },
-        &PrintLine);
+        return !failure;
+    };
+    bool areGood = true;
+    bool const areKnown = ForEachFile(
+        arguments, [&](string const &fileName) { areGood = verify(fileName) && areGood; }, &PrintLine);
+    return areGood && areKnown;
 }
 
 } // namespace quillmarsh::tools

@@ -4,6 +4,9 @@
 
 #include <quillmarsh/platform/types.h>
 
+#include <cstdint>
+#include <optional>
+
 namespace quillmarsh
 {
 
@@ -38,6 +41,12 @@ struct CodecFailure
 {
     eCodecFailure kind = eCodecFailure::e_none;
     string text;
+
+    /// @name Place of a wrong field of a package, if it is known; the text contains it, too
+    /// @{
+    std::optional<std::uint64_t> byte = {}; ///< offset in the file
+    string field = {};                      ///< name of the field
+    /// @}
 
     /// True when there is a failure.
     explicit operator bool() const { return kind != eCodecFailure::e_none; }

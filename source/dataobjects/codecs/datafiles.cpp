@@ -7,6 +7,7 @@
 #include "source/dataobjects/codecs/codecregistry.h"
 #include "source/dataobjects/codecs/filereplacement.h"
 #include "source/dataobjects/codecs/openfailures.h"
+#include "source/dataobjects/packages/packagefault.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -106,6 +107,10 @@ auto NameFile(string const &fileName, Work const &work)
     catch (NoMemoryException const &thrown)
     {
         throw DataException(fileName, DescribeNoMemory(thrown.GetMessage()));
+    }
+    catch (PackageFault const &thrown)
+    {
+        throw DataException(fileName, thrown.GetPlace());
     }
     catch (DataException const &thrown)
     {

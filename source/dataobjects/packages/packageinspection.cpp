@@ -5,6 +5,8 @@
 #include <quillmarsh/basetools/texttools.h>
 #include <quillmarsh/dataobjects/datapackage.h>
 
+#include "source/dataobjects/packages/packagefault.h"
+
 #include <algorithm>
 #include <istream>
 #include <limits>
@@ -73,7 +75,7 @@ public:
     [[noreturn]] void Fail(string const &field, string const &what) const { FailAt(offset_, field, what); }
     [[noreturn]] static void FailAt(std::uint64_t offset, string const &field, string const &what)
     {
-        throw DataException("byte " + MakeString(offset) + ": " + field + ": " + what);
+        throw PackageFault(offset, field, what);
     }
 
 private:
