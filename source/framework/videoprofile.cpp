@@ -4,7 +4,6 @@
 #include <quillmarsh/basetools/texttools.h>
 #include <quillmarsh/framework/videoconfig.h>
 
-#include <compare>
 #include <cstdint>
 #include <limits>
 #include <utility>
@@ -30,7 +29,10 @@ struct Deductions
     std::int64_t first;
     std::int64_t second;
 
-    auto operator<=>(Deductions const &other) const = default;
+    bool operator<(Deductions const &other) const
+    {
+        return first != other.first ? first < other.first : second < other.second;
+    }
 };
 
 std::int64_t GetDifference(unsigned int a, unsigned int b)

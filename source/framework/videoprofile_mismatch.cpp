@@ -7,6 +7,7 @@
 #include "framebufferfields.h"
 
 #include <algorithm>
+#include <span>
 
 namespace quillmarsh
 {
@@ -21,18 +22,27 @@ void AddOffer(std::vector<string> &offers, string const &offer)
         offers.push_back(offer);
 }
 
+string Join(std::span<string const> texts)
+{
+    string joined;
+    for (string const &text : texts)
+    {
+        joined += joined.empty() ? "" : ", ";
+        joined += text;
+    }
+    return joined;
+}
+
 /// Joins offers; a long list is cut, and tells how many are left out.
-string JoinOffers(std::vector<string> const &offers)
+string JoinOffers(std::span<string const> offers)
 {
     static constexpr std::size_t s_limit = 8;
     if (offers.empty())
         return "nothing";
-    string text = offers.front();
-    for (std::size_t i = 1; i < std::min(offers.size(), s_limit); ++i)
-        text += ", " + offers[i];
-    if (offers.size() > s_limit)
-        text += " and " + MakeString(static_cast<unsigned int>(offers.size() - s_limit)) + " more";
-    return text;
+    if (offers.size() <= s_limit)
+        return Join(offers);
+    return Join(offers.first(s_limit)) + " and " + MakeString(static_cast<unsigned int>(offers.size() - s_limit)) +
+           " more";
 }
 
 string MakeLine(string const &label, string const &wish, std::vector<string> const &offers)
@@ -59,16 +69,15 @@ string DescribeValues(std::vector<FrameBufferConfig> const &configs, FrameBuffer
 /// A line with what is different in the closest offer.
 string DescribeClosest(FrameBufferConfig const &closest, FrameBufferConfig const &wish)
 {
-    string differences;
+    std::vector<string> differences;
     for (FrameBufferField const &field : s_frameBufferFields)
     {
         string const offered = field.makeText(closest);
         string const wished = field.makeText(wish);
         if (offered != wished)
-            differences +=
-                (differences.empty() ? "" : ", ") + string(field.label) + " " + offered + " instead of " + wished;
+            differences.push_back(string(field.label).append(" " + offered).append(" instead of " + wished));
     }
-    return "FrameBufferConfiguration: the wishes are not offered together; the closest offer has " + differences +
+    return "FrameBufferConfiguration: the wishes are not offered together; the closest offer has " + Join(differences) +
            ".\n";
 }
 

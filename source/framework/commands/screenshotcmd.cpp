@@ -165,7 +165,10 @@ void ScreenShotCmd::CaptureScreenShot()
     {
         if (!buffer.isWanted)
             continue;
-        string const fileName = stem + (buffer.suffix.empty() ? "" : '.' + buffer.suffix) + extension;
+        string fileName = stem;
+        if (!buffer.suffix.empty())
+            fileName.append(1, '.').append(buffer.suffix);
+        fileName += extension;
         string const reason = CaptureBuffer(*renderer, buffer.code, fileName, format, params);
         if (reason.empty())
             *out_ << "Saved " << buffer.name << "-buffer to: " << fileName << std::endl;
