@@ -242,6 +242,7 @@ AutoPtr<ImageBase> Target::Read(Reading const &reading, bool isFront, bool topRo
     gl.PixelStorei(GL_PACK_ALIGNMENT, 1);
     gl.ReadPixels(0, 0, static_cast<GLsizei>(width_), static_cast<GLsizei>(height_), reading.format, reading.type,
                   image->GetSamplesB());
+    gl.PixelStorei(GL_PACK_ALIGNMENT, 4);
     Bind();
     if (device_->HasError())
         return nullptr;
