@@ -115,6 +115,7 @@ public:
     /// The word at the end of a line that somebody still types.
     struct UnfinishedWord
     {
+        /// What a word can be.
         enum class eKind
         {
             /// The command itself.
@@ -127,6 +128,7 @@ public:
             e_string
         };
 
+        /// What the word is.
         eKind kind = eKind::e_command;
         /// Index in the line of the word's first byte, of a quote character in front of it, or of a value.
         std::size_t begin = 0;
@@ -134,6 +136,7 @@ public:
         string text;
         /// Name of the assignment of a value.
         string assignment;
+        /// True behind an opening quote.
         bool isQuoted = false;
     };
 

@@ -165,7 +165,9 @@ public:
         /// One counter. GetCounters() returns all of them in their order.
         struct Counter
         {
+            /// Name of the member.
             char const *name;
+            /// The member.
             unsigned int Statistics::*value;
         };
         static std::span<Counter const> GetCounters();
@@ -176,8 +178,9 @@ public:
         void Accum(Statistics const &other);
         /// Sets each counter to that of `sum` divided by `count`; to 0 when the count is 0.
         void Average(Statistics const &sum, unsigned int count);
-        /// Sets each counter to the smaller, or the larger, of two.
+        /// Sets each counter to the smaller of two.
         void Min(Statistics const &a, Statistics const &b);
+        /// Sets each counter to the larger of two.
         void Max(Statistics const &a, Statistics const &b);
         /// Prints one line for each counter, behind `tabs` tabs.
         void Dump(ostream &out, unsigned int tabs) const;

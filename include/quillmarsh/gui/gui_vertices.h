@@ -53,9 +53,12 @@ public:
     /// Changes the number of vertices. The first ones keep their values; new ones are not set.
     void Resize(unsigned int count);
 
-    /// Returns a vertex by its index, which only a build with assertions checks.
+    /// @name A vertex by its index
+    /// Only a build with assertions checks the index.
+    /// @{
     Vertex &operator[](unsigned int index) { return At(index); }
     Vertex const &operator[](unsigned int index) const { return At(index); }
+    /// @}
 
     /// Returns the first vertex; the others follow it. Null in an empty array that was never larger.
     Vertex *GetVertices() { return vertices_.get(); }

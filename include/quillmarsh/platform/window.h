@@ -294,6 +294,7 @@ QUILLMARSH_API bool FindMouse(Window::Position &position);
 /// True while a key is down, as far as the program's windows know. The desktop's thread only.
 QUILLMARSH_API bool IsKeyDown(eKey key);
 
+/// @name Locks of the keyboard
 /// True while a lock is on. The desktop's thread only.
 /// @{
 QUILLMARSH_API bool IsCapsLockOn();
