@@ -24,7 +24,7 @@ void Balls::AdaptCount()
 {
     // Each ball starts a little higher than the one before.
     while (balls_.size() < settings_.count)
-        balls_.push_back({1.0 + 0.01 * static_cast<double>(balls_.size()), 0.0});
+        balls_.push_back({GetStartHeight(GetNumBalls()), 0.0});
     balls_.resize(settings_.count);
 }
 
@@ -67,7 +67,7 @@ void Balls::BounceAll()
     }
 }
 
-double Balls::GetHeight() const
+double Balls::GetHighest() const
 {
     double height = 0;
     for (Ball const &ball : balls_)

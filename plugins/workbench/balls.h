@@ -41,8 +41,12 @@ public:
     double GetTime() const { return time_; }
     unsigned int GetNumBalls() const { return static_cast<unsigned int>(balls_.size()); }
     unsigned int GetNumBounces() const { return numBounces_; }
+    /// Returns the height of a ball, in metres.
+    double GetHeight(unsigned int index) const { return balls_[index].height; }
+    /// Returns the height that a ball starts from, in metres. It never gets higher.
+    static double GetStartHeight(unsigned int index) { return 1.0 + 0.01 * index; }
     /// Returns the height of the highest ball, in metres.
-    double GetHeight() const;
+    double GetHighest() const;
     /// @}
 
 private:

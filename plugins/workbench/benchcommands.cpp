@@ -36,7 +36,7 @@ bool BenchCmd::Execute(ostream &out, CommandArguments const &arguments)
     out << "Balls..: " << balls_.GetNumBalls() << '\n';
     out << "Time...: " << balls_.GetTime() << '\n';
     out << "Bounces: " << balls_.GetNumBounces() << '\n';
-    out << "Height.: " << balls_.GetHeight() << std::endl;
+    out << "Height.: " << balls_.GetHighest() << std::endl;
     return true;
 }
 

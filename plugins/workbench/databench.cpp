@@ -39,6 +39,7 @@ SampledData &DataBench::GetData()
 void DataBench::SetData(SampledData data)
 {
     data_ = std::move(data);
+    CountChange();
 }
 
 } // namespace workbench

@@ -19,6 +19,12 @@ public:
 
     /// Returns the current data. Throws a DataException when none are loaded.
     quillmarsh::sampled_data::SampledData &GetData();
+    /// Returns the current data as an image; null when none are loaded, or when they are not an image.
+    quillmarsh::ImageBase const *FindImage() const { return data_ ? data_->Get<quillmarsh::ImageBase>() : nullptr; }
+    /// Returns the number of changes of the current data and their samples.
+    unsigned int GetRevision() const { return revision_; }
+    /// Counts a change of the samples.
+    void CountChange() { ++revision_; }
     /// Replaces the current data.
     void SetData(quillmarsh::sampled_data::SampledData data);
 
@@ -30,6 +36,7 @@ public:
 
 private:
     std::optional<quillmarsh::sampled_data::SampledData> data_;
+    unsigned int revision_ = 0;
 };
 
 } // namespace workbench

@@ -125,6 +125,7 @@ void Convert(DataBench &bench, ostream &, CommandArguments const &arguments)
 {
     sampled_data::ChangeFormat(bench.GetData(),
                                RequireFormat(RequireArgument(arguments, "the name of a sample format")));
+    bench.CountChange();
 }
 
 void Resample(DataBench &bench, ostream &, CommandArguments const &arguments)
@@ -157,6 +158,7 @@ void Flip(DataBench &bench, ostream &, CommandArguments const &arguments)
         if (arguments.HasOption(sampled_data::GetAxisName(axis)))
             sampled_data::Flip(data, axis);
     }
+    bench.CountChange();
 }
 
 struct Channel
@@ -190,6 +192,7 @@ void Fill(DataBench &bench, ostream &, CommandArguments const &arguments)
     // Fills a single sample first: a missing channel throws here and leaves the data unchanged.
     FillChannels(SampledData(data.GetFormat(), {1}), arguments);
     FillChannels(data, arguments);
+    bench.CountChange();
 }
 
 void Mipmaps(DataBench &bench, ostream &out, CommandArguments const &arguments)

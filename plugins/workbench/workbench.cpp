@@ -1,6 +1,7 @@
 // The application that ships with the host: a bench to try the framework on, and an example to copy from.
 #include "balls.h"
 #include "benchcommands.h"
+#include "benchpicture.h"
 #include "datacommands.h"
 #include "inputwatch.h"
 
@@ -19,7 +20,7 @@ namespace
 
 using namespace quillmarsh;
 
-/// Lets balls bounce, works on sampled data, and shows how an application exports variables, adds commands, profiles
+/// Lets balls bounce, works on sampled data, draws both, and shows how an application exports variables, adds commands, profiles
 /// its blocks and reads devices.
 class WorkbenchApplication : public Application
 {
@@ -62,6 +63,16 @@ public:
         balls_.Move(timeDelta);
     }
 
+    void ConnectVideoRenderer(VideoRenderer &renderer) override { picture_.ConnectVideoRenderer(renderer); }
+
+    void DisconnectVideoRenderer() override { picture_.DisconnectVideoRenderer(); }
+
+    void CreateVideoResources(bool) override { picture_.CreateVideoResources(); }
+
+    void ReleaseVideoResources(bool) override { picture_.ReleaseVideoResources(); }
+
+    void FrameRenderVideo() override { picture_.Draw(); }
+
 private:
     /// Exports the variables. The registry copies the proxies, which refer to the variables in this object.
     void ExportVariables(VariableRegistry &registry)
@@ -92,6 +103,7 @@ private:
     WatchSettings watchSettings_;
     InputWatch inputWatch_;
     DataBench data_;
+    BenchPicture picture_{balls_, data_};
 };
 
 class WorkbenchDescriptor : public ApplicationPluginDescriptor
