@@ -117,6 +117,44 @@ TEST_F(WindowOnADisplay, ReportsUserInput)
     EXPECT_EQ(eWindowState::e_hidden, window->GetState());
 }
 
+TEST_F(WindowOnADisplay, ShowsPixelsWithinItsLimitsAndTakesNoUnknownMode)
+{
+    string reason;
+    AutoPtr<Window> window = Window::Open({.width = 60, .height = 40, .hasFrame = false}, reason);
+    ASSERT_NE(nullptr, window) << reason;
+    window->SetPosition({200, 100});
+    RecordingListener listener;
+    DesktopSubscription const subscription(listener);
+    window->Show();
+    ASSERT_TRUE(listener.Await(eDesktopEvent::e_windowExposed, false));
+    // Two rows of three pixels, with a fourth that does not belong to the image, and the lower row first in memory.
+    std::uint32_t pixels[] = {0x111111, 0x222222, 0x333333, 0xffffff, 0x00ff8040, 0x00123456, 0x00654321, 0xffffff};
+    window->ShowImage({reinterpret_cast<unsigned char *>(pixels + 4), -16, 2, 3, false});
+    tests::X11Client client(display_.GetName());
+    EXPECT_EQ(0xff8040u, client.GetPixel(200, 100));
+    EXPECT_EQ(0x654321u, client.GetPixel(202, 100));
+    EXPECT_EQ(0x222222u, client.GetPixel(201, 101));
+    EXPECT_NE(0xffffffu, client.GetPixel(203, 100));
+
+    window->SetSizeLimits({50, 30}, {0, 300});
+    window->SetSize({10, 900});
+    EXPECT_TRUE(PumpUntil([&] { return window->GetSize().width == 50 && window->GetSize().height == 300; }));
+    Window::Position mouse;
+    ASSERT_TRUE(display_.Do("mousemove 321 123"));
+    EXPECT_TRUE(PumpUntil([&] { return FindMouse(mouse) && mouse.x == 321 && mouse.y == 123; }));
+
+    EXPECT_FALSE(window->SetFullscreen({4000, 3000, 32, 60}, reason));
+    EXPECT_EQ("The display does not have the mode.", reason);
+    EXPECT_EQ(eWindowState::e_normal, window->GetState());
+    std::vector<DisplayMode> modes;
+    ASSERT_TRUE(ReadDisplayModes(modes));
+    ASSERT_TRUE(window->SetFullscreen(modes.back(), reason)) << reason;
+    EXPECT_TRUE(PumpUntil([&] { return window->GetSize().width == static_cast<int>(modes.back().width); }));
+    EXPECT_EQ(eWindowState::e_fullscreen, window->GetState());
+    window->Restore();
+    EXPECT_TRUE(PumpUntil([&] { return window->GetSize().width == 50 && window->GetPosition().x == 200; }));
+}
+
 TEST(WindowWithoutADisplay, IsRefusedAndNotOpenedWhereNobodySeesIt)
 {
     tests::EnvironmentVariable const name("DISPLAY", ":4711");

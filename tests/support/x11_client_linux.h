@@ -6,6 +6,7 @@
 #include "tests/support/waiting.h"
 
 #include <X11/Xlib.h>
+#include <X11/Xutil.h>
 #include <memory>
 #include <string>
 #undef Bool
@@ -44,6 +45,15 @@ public:
         Window const window = XCreateSimpleWindow(display_.get(), GetRoot(), 0, 0, 1, 1, 0, 0, 0);
         XSetSelectionOwner(display_.get(), GetAtom("CLIPBOARD"), window, CurrentTime);
         XSync(display_.get(), False);
+    }
+
+    /// Returns the colour of a pixel of the display, as red, green and blue in 24 bits.
+    unsigned long GetPixel(int x, int y)
+    {
+        std::unique_ptr<XImage, int (*)(XImage *)> const image(
+            XGetImage(display_.get(), GetRoot(), x, y, 1, 1, AllPlanes, ZPixmap),
+            [](XImage *each) { return XDestroyImage(each); });
+        return image ? XGetPixel(image.get(), 0, 0) & 0xffffff : 0;
     }
 
 private:

@@ -176,11 +176,11 @@ void TopLevelWindow::ApplyMouseCursor()
 {
     if (!state_->window || state_->area >= e_area_numAreas)
         return;
-    HICON shape = state_->cursorShapes[state_->area];
+    if (!state_->showsCursor)
+        return state_->window->SetCursor(nullptr);
+    HICON const shape = state_->cursorShapes[state_->area];
     SizingRow const *const sizing = CanSizeWindow() ? ExtractSizingStates(state_->area) : nullptr;
-    if (!shape)
-        shape = LoadStockCursor(sizing ? sizing->cursor : eStockCursor::e_arrow);
-    state_->window->SetCursor(state_->showsCursor ? shape : nullptr);
+    state_->window->SetCursor(shape ? shape : LoadStockCursor(sizing ? sizing->cursor : eStockCursor::e_arrow));
 }
 
 void TopLevelWindow::ShowMouseCursor(bool show)
@@ -311,10 +311,6 @@ bool TopLevelWindow::CanSizeWindow() const
 
 platform::Window::Position TopLevelWindow::ToDesktop(Point const &point) const
 {
-    State::Position mouse;
-    // The window may have moved since the desktop sent the message.
-    if (state_->isFromDesktop && platform::FindMouse(mouse))
-        return mouse;
     State::Position const origin = state_->window->GetPosition();
     return {origin.x + static_cast<int>(point.x), origin.y + static_cast<int>(point.y)};
 }
@@ -331,7 +327,10 @@ void TopLevelWindow::ContinueSizeMove(Point const &point)
     if (!state_->window)
         return;
     State::SizeMove const &begin = *state_->sizeMove;
-    State::Position const mouse = ToDesktop(point);
+    // The window may have moved since the desktop sent the message.
+    State::Position mouse;
+    if (!state_->isFromDesktop || !platform::FindMouse(mouse))
+        mouse = ToDesktop(point);
     State::Position const moved = {mouse.x - begin.mouse.x, mouse.y - begin.mouse.y};
     State::Area area = begin.window;
     if (SizingRow const *const sizing = ExtractSizingStates(begin.area))

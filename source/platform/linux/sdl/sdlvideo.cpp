@@ -51,6 +51,8 @@ constexpr Hint s_hints[] = {
     {SDL_HINT_VIDEO_X11_NET_WM_BYPASS_COMPOSITOR, "0"},
     // Closing the last window is only a request, as with any other window.
     {SDL_HINT_QUIT_ON_LAST_WINDOW_CLOSE, "0"},
+    // The click that gives a window the focus counts, as on other desktops.
+    {SDL_HINT_MOUSE_FOCUS_CLICKTHROUGH, "1"},
 };
 
 /// Sets the hints that the program has not set, while the video part is in use.

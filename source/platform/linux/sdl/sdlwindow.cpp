@@ -190,9 +190,8 @@ Window::Position Window::GetPosition() const
 void Window::SetPosition(Position position)
 {
     SDL_SetWindowPosition(system_->window, position.x, position.y);
-    // The driver without a display tells nothing of it.
-    if (headless_)
-        PushWindowEvent(system_->id, e_user_windowMoved);
+    // SDL sends no event for a position that it knows.
+    PushWindowEvent(system_->id, e_user_windowMoved);
 }
 
 Window::Size Window::GetSize() const

@@ -11,11 +11,21 @@ namespace quillmarsh::platform
 namespace
 {
 
-SDL_Surface *WrapPixels(PixelRows const &pixels)
+/// Copies pixels to the upper left corner of a surface. SDL takes no rows with a negative stride, so it gets one by one.
+void CopyPixels(PixelRows const &pixels, SDL_Surface &target)
 {
-    return SDL_CreateRGBSurfaceWithFormatFrom(pixels.first, static_cast<int>(pixels.numColumns),
-                                              static_cast<int>(pixels.numRows), 32, static_cast<int>(pixels.stride),
-                                              pixels.hasAlpha ? SDL_PIXELFORMAT_ARGB8888 : SDL_PIXELFORMAT_RGB888);
+    Uint32 const format = pixels.hasAlpha ? SDL_PIXELFORMAT_ARGB8888 : SDL_PIXELFORMAT_RGB888;
+    int const numColumns = std::min(static_cast<int>(pixels.numColumns), target.w);
+    int const numRows = std::min(static_cast<int>(pixels.numRows), target.h);
+    if (SDL_LockSurface(&target) != 0)
+        return;
+    for (int row = 0; row < numRows; ++row)
+    {
+        SDL_ConvertPixels(numColumns, 1, format, pixels.GetRow(static_cast<std::size_t>(row)), 4 * numColumns,
+                          target.format->format, static_cast<Uint8 *>(target.pixels) + row * target.pitch,
+                          target.pitch);
+    }
+    SDL_UnlockSurface(&target);
 }
 
 /// Number of windows that keep the display on. The desktop's thread only.
@@ -64,15 +74,11 @@ void Window::Wake()
 
 void Window::ShowImage(PixelRows const &pixels)
 {
-    SDL_Surface *const target = SDL_GetWindowSurface(system_->window);
-    SDL_Surface *const source = WrapPixels(pixels);
-    if (target && source)
+    if (SDL_Surface *const target = SDL_GetWindowSurface(system_->window))
     {
-        SDL_SetSurfaceBlendMode(source, SDL_BLENDMODE_NONE);
-        SDL_BlitSurface(source, nullptr, target, nullptr);
+        CopyPixels(pixels, *target);
         SDL_UpdateWindowSurface(system_->window);
     }
-    SDL_FreeSurface(source);
 }
 
 void Window::SetFrame(bool hasFrame, bool isResizable)
@@ -100,9 +106,10 @@ void Window::SetIcon(HICON icon)
 
 HICON Window::MakeIcon(PixelRows const &pixels)
 {
-    SDL_Surface *const source = WrapPixels(pixels);
-    SDL_Surface *const icon = source ? SDL_ConvertSurfaceFormat(source, SDL_PIXELFORMAT_ARGB8888, 0) : nullptr;
-    SDL_FreeSurface(source);
+    SDL_Surface *const icon = SDL_CreateRGBSurfaceWithFormat(
+        0, static_cast<int>(pixels.numColumns), static_cast<int>(pixels.numRows), 32, SDL_PIXELFORMAT_ARGB8888);
+    if (icon)
+        CopyPixels(pixels, *icon);
     return reinterpret_cast<HICON>(icon);
 }
 
@@ -124,14 +131,6 @@ void Window::MoveCursor(int x, int y)
 }
 
 void Window::OpenSystemMenu(Position) {}
-
-bool FindMouse(Window::Position &position)
-{
-    bool const isThere = IsDesktopThread() && !IsHeadless();
-    if (isThere)
-        SDL_GetGlobalMouseState(&position.x, &position.y);
-    return isThere;
-}
 
 bool IsKeyDown(eKey key)
 {
