@@ -1,4 +1,5 @@
-// The system's services for hosts that the library does not have: checks of plug-in library files.
+// The system's services for hosts that the library does not have: checks of plug-in library files, and the program's
+// icons.
 #ifndef QUILLMARSH_SOURCE_HOST_SYSTEM_H
 #define QUILLMARSH_SOURCE_HOST_SYSTEM_H
 
@@ -13,6 +14,10 @@ bool IsLibraryFile(string const &fileName);
 /// False when a library is cut off: it loads bytes behind the end of the file. The system's loader maps such a file
 /// without a check, and the process ends.
 bool IsCompleteLibraryFile(string const &fileName);
+
+/// Returns an icon of the program's file by its number; it is valid for as long as the program runs. Null when there is
+/// no such icon, and on Linux, where programs have none.
+HICON LoadProgramIcon(unsigned int number);
 
 } // namespace quillmarsh::host::system
 

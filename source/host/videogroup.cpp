@@ -1,9 +1,11 @@
 #include <quillmarsh/host/videogroup.h>
 
 #include "catching.h"
+#include "system.h"
 
 #include <quillmarsh/host/hostkernel.h>
 
+#include <quillmarsh/framework/videosubsystemwindow.h>
 #include <quillmarsh/gui/gui_renderer.h>
 
 #include <algorithm>
@@ -39,11 +41,36 @@ unsigned int ToSize(int size)
     return static_cast<unsigned int>(std::max(size, 1));
 }
 
-MainWindowGeometry ReadGeometry(Window const &window)
+MainWindowGeometry ReadGeometry(TopLevelWindow const &window)
 {
-    Window::Position const position = window.GetPosition();
-    Window::Size const size = window.GetSize();
-    return {window.GetState() == eWindowState::e_maximized, position.x, position.y, size.width, size.height};
+    MainWindowGeometry geometry;
+    geometry.Maximized = window.IsMaximized();
+    window.GetCurrentPosition(geometry.PositionX, geometry.PositionY);
+    unsigned int width = 0, height = 0;
+    window.GetClientAreaSize(width, height);
+    geometry.Width = static_cast<int>(width);
+    geometry.Height = static_cast<int>(height);
+    return geometry;
+}
+
+void SetClientSize(TopLevelWindow &window, int width, int height)
+{
+    unsigned int wholeWidth = 0, wholeHeight = 0, clientWidth = 0, clientHeight = 0;
+    window.GetSize(wholeWidth, wholeHeight);
+    window.GetClientAreaSize(clientWidth, clientHeight);
+    auto const limit = [](int size)
+    { return static_cast<unsigned int>(std::clamp<int>(size, 1, VideoOffers::s_maxWindowSize)); };
+    window.SetSize(limit(width) + wholeWidth - clientWidth, limit(height) + wholeHeight - clientHeight);
+}
+
+/// Gives a window its place. A full screen has none.
+void SetGeometry(VideoSubsystemWindow &window, MainWindowGeometry const &wanted)
+{
+    MainWindowGeometry const present = ReadGeometry(window);
+    if (wanted.Width != present.Width || wanted.Height != present.Height)
+        SetClientSize(window, wanted.Width, wanted.Height);
+    if (wanted.PositionX != present.PositionX || wanted.PositionY != present.PositionY)
+        window.SetPosition(wanted.PositionX, wanted.PositionY);
 }
 
 } // namespace
@@ -261,15 +288,15 @@ void VideoGroup::CloseSubsystem()
 
 void VideoGroup::PostCreateMainWindow()
 {
-    Window const *const window = FindWindow();
+    VideoSubsystemWindow const *const window = Subsystem().GetWindow();
     if (window == nullptr)
         return;
-    properties_ = {0, window->GetTitle()};
+    properties_ = {0, window->GetText()};
     geometry_ = ReadGeometry(*window);
-    if (lastPosition_)
+    if (lastGeometry_)
     {
-        geometry_.PositionX = lastPosition_->x;
-        geometry_.PositionY = lastPosition_->y;
+        geometry_.PositionX = lastGeometry_->PositionX;
+        geometry_.PositionY = lastGeometry_->PositionY;
     }
     CallHook("PostCreateMainWindow",
              [this](Application &application)
@@ -284,12 +311,11 @@ void VideoGroup::PreDestroyMainWindow()
 {
     if (!std::exchange(isWindowTold_, false))
         return;
-    if (Window const *const window = FindWindow())
-    {
+    VideoSubsystemWindow const *const window = Subsystem().GetWindow();
+    if (window != nullptr && window->GetPlatformWindow() != nullptr)
         geometry_ = ReadGeometry(*window);
-        if (window->GetState() == eWindowState::e_normal)
-            lastPosition_ = window->GetPosition();
-    }
+    if (!Subsystem().GetVideoConfig().FrameBuffer.Fullscreen && !geometry_.Maximized)
+        lastGeometry_ = geometry_;
     CallHook("PreDestroyMainWindow",
              [this](Application &application) {
                  application.PreDestroyMainWindow(geometry_, choice_->offer->GetPluginName(),
@@ -299,21 +325,19 @@ void VideoGroup::PreDestroyMainWindow()
 
 void VideoGroup::ShowMainWindow()
 {
-    Window *const window = FindWindow();
+    VideoSubsystemWindow *const window = Subsystem().GetWindow();
     if (window == nullptr)
         return;
-    window->SetTitle(properties_.Title);
-    MainWindowGeometry const before = ReadGeometry(*window);
-    MainWindowGeometry const &wanted = geometry_;
     bool const isFullscreen = Subsystem().GetVideoConfig().FrameBuffer.Fullscreen;
-    constexpr int s_maxSize = VideoOffers::s_maxWindowSize;
-    if (!isFullscreen && (wanted.Width != before.Width || wanted.Height != before.Height))
-        window->SetSize({std::clamp(wanted.Width, 1, s_maxSize), std::clamp(wanted.Height, 1, s_maxSize)});
-    if (!isFullscreen && (wanted.PositionX != before.PositionX || wanted.PositionY != before.PositionY))
-        window->SetPosition({wanted.PositionX, wanted.PositionY});
-    window->Show();
-    if (!isFullscreen && wanted.Maximized)
-        window->Maximize();
+    window->SetText(properties_.Title);
+    if (HICON const icon = properties_.IconID != 0 ? system::LoadProgramIcon(properties_.IconID) : nullptr)
+        window->SetIcon(icon);
+    if (!isFullscreen)
+        SetGeometry(*window, geometry_);
+    if (geometry_.Maximized && !isFullscreen)
+        window->ShowMaximized();
+    else
+        window->Show();
 }
 
 void VideoGroup::ConnectSubsystem()
@@ -409,7 +433,8 @@ bool VideoGroup::IsPacedByDisplay() const
 
 Window *VideoGroup::FindWindow() const
 {
-    return nullptr;
+    VideoSubsystemWindow const *const window = choice_ ? choice_->offer->subsystem->GetWindow() : nullptr;
+    return window != nullptr ? window->GetPlatformWindow() : nullptr;
 }
 
 // Frames

@@ -34,6 +34,18 @@ string MakeLogFileName(string const &directory, PluginInfo const &info)
     return name + info.GetPluginName() + ".profile.log";
 }
 
+/// Returns why a subsystem cannot tell all that it can do, in one line.
+string CollectFaults(VideoSubsystem &subsystem)
+{
+    std::stringstream log;
+    VideoProfile profile;
+    subsystem.CollectVideoProfile(log, profile);
+    string faults;
+    for (string line; std::getline(log, line);)
+        faults += (faults.empty() ? "" : "; ") + line;
+    return faults.empty() ? "for an unknown reason" : faults;
+}
+
 bool IsWindowSize(unsigned int size)
 {
     return size > 0 && size <= VideoOffers::s_maxWindowSize;
@@ -170,8 +182,11 @@ void VideoOffers::CollectOne(PluginDescriptor &descriptor, Descriptors const &su
     {
         offer->subsystem = CreateSubsystem(*offer->renderer, subsystems);
         PluginInfo const &info = offer->subsystem->GetPluginInfo();
-        if (!offer->subsystem->BuildVideoProfile(MakeLogFileName(logDirectory, info), info.GetPluginName(), profile))
-            kernel_.GetLog() << "The profile of '" << info.GetPluginName() << "' is not complete." << std::endl;
+        if (offer->subsystem->BuildVideoProfile(MakeLogFileName(logDirectory, info), info.GetPluginName(), profile))
+            return;
+        offer->faults = CollectFaults(*offer->subsystem);
+        kernel_.GetLog() << "The profile of '" << info.GetPluginName() << "' is not complete: " << offer->faults
+                         << std::endl;
     };
     if (!Try(plugin.GetPluginName(), collect))
         return;
@@ -262,6 +277,8 @@ string VideoOffers::DescribeMisfit(string const &pluginName, VideoConfig const &
     {
         text << ". Offered by '" << offer->GetPluginName() << "': ";
         DescribeProfile(text, offer->info.GetVideoProfile());
+        if (!offer->faults.empty())
+            text << " (" << offer->faults << ')';
     }
     text << '.';
     return text.str();

@@ -13,6 +13,7 @@
 #include <quillmarsh/framework/videoprofile.h>
 #include <quillmarsh/framework/videorenderer.h>
 #include <quillmarsh/framework/videosubsystem.h>
+#include <quillmarsh/framework/videosubsystemwindow.h>
 
 #include <algorithm>
 
@@ -63,12 +64,29 @@ inline string Lost(bool deviceWasLost)
     return deviceWasLost ? "(lost)" : "";
 }
 
+class TestWindow : public VideoSubsystemWindow
+{
+public:
+    TestWindow(VideoConfig const &config, string const &title) : VideoSubsystemWindow(config.FrameBuffer.Fullscreen)
+    {
+        SetText(title);
+        CreateSystemWindow(0, win_utils::e_style_overlapped, 0);
+        platform::Window &window = *GetPlatformWindow();
+        window.SetSize({static_cast<int>(config.DisplayMode.Width), static_cast<int>(config.DisplayMode.Height)});
+        if (config.FrameBuffer.Fullscreen)
+            window.SetFullscreen();
+    }
+    ~TestWindow() override { DestroySystemWindow(); }
+};
+
 class TestSubsystem : public VideoSubsystem
 {
 public:
     explicit TestSubsystem(VideoCalls &calls) : calls_(calls) {}
     ~TestSubsystem() override { calls_.lines.push_back("~Subsystem"); }
 
+    /// True gives each opened subsystem a window.
+    static inline bool s_hasWindow = false;
     /// What the next subsystem offers.
     static inline std::vector<FrameBufferConfig> s_buffers = {FrameBufferConfig(false, true, 1, 24, 8, 0),
                                                               FrameBufferConfig(true, true, 1, 24, 8, 0)};
@@ -77,30 +95,35 @@ public:
     bool isRefusing = false;
 
     string GetVideoSubsystemInterfaceName() const override { return "test"; }
-    bool CollectVideoProfile(ostream &, VideoProfile &profile) override
+    bool CollectVideoProfile(ostream &log, VideoProfile &profile) override
     {
         calls_.Note<VideoSubsystemException>("Collect");
         profile.Add(DisplayModeConfig(640, 480, 32, 60));
         profile.Add(DisplayModeConfig(800, 600, 32, 60));
         for (FrameBufferConfig const &buffer : s_buffers)
             profile.Add(buffer);
-        return true;
+        if (s_buffers.empty())
+            log << "out of order\nsee the manual\n";
+        return !s_buffers.empty();
     }
-    void Open(VideoConfig const &config, string const &) override
+    void Open(VideoConfig const &config, string const &title) override
     {
         calls_.Note<VideoSubsystemException>("Open");
         if (isRefusing)
             QUILLMARSH_THROW(VideoSubsystemException, "no device");
+        if (s_hasWindow)
+            window_ = std::make_unique<TestWindow>(config, title);
         SetVideoConfig(config);
         SetOperationalState(e_video_operational);
         stateAfterPresent = e_video_operational;
     }
     void Close() override
     {
+        window_.reset();
         SetOperationalState(e_video_closed);
         calls_.Note<VideoSubsystemException>("Close");
     }
-    VideoSubsystemWindow *GetWindow() override { return nullptr; }
+    VideoSubsystemWindow *GetWindow() override { return window_.get(); }
     void PresentBackBuffer() override
     {
         SetOperationalState(stateAfterPresent);
@@ -119,11 +142,18 @@ public:
         config.Hints.VSync = vsync;
         SetVideoConfig(config);
     }
-    void OnWindowResize(unsigned int, unsigned int) override {}
+    void OnWindowResize(unsigned int width, unsigned int height) override
+    {
+        size = MakeString(width) + "x" + MakeString(height);
+    }
     bool CaptureFrameBuffer(AutoPtr<ImageBase> &, unsigned int, bool) override { return false; }
+
+    /// The size that it was told last.
+    string size;
 
 private:
     VideoCalls &calls_;
+    AutoPtr<TestWindow> window_;
 };
 
 class TestRenderer : public VideoRenderer
@@ -182,12 +212,16 @@ class VideoApplication : public Application
 public:
     explicit VideoApplication(VideoCalls &calls) : calls_(calls) {}
 
-    /// What QueryVideoConfig() gives; the first is left alone when it is empty.
-    string wantedName;
     std::function<void(VideoConfig &)> change;
+    std::function<void(MainWindowProperties &, MainWindowGeometry &)> changeWindow;
     std::function<void(VideoProfile const &, VideoProfile &)> filter;
     bool isConfirming = true;
     bool opensFrame = false;
+    /// What the window has told.
+    MainWindowGeometry lastGeometry;
+    bool isActive = false;
+    string size;
+    HWND window = nullptr;
 
     bool ConfirmVideoRenderer(string const &, string const &) override
     {
@@ -200,13 +234,28 @@ public:
         if (filter)
             filter(profile, filtered);
     }
-    void QueryVideoConfig(string &pluginName, VideoConfig &config, unsigned int code, unsigned int) override
+    void QueryVideoConfig(string &, VideoConfig &config, unsigned int code, unsigned int) override
     {
         Note("Query" + MakeString(code));
-        if (!wantedName.empty())
-            pluginName = wantedName;
         if (change)
             change(config);
+    }
+    void PostCreateMainWindow(MainWindowProperties &properties, MainWindowGeometry &geometry, string const &,
+                              VideoConfig const &, unsigned int) override
+    {
+        Note("PostCreate");
+        if (changeWindow)
+            changeWindow(properties, geometry);
+    }
+    void PreDestroyMainWindow(MainWindowGeometry const &geometry, string const &, VideoConfig const &) override
+    {
+        lastGeometry = geometry;
+        Note("PreDestroy");
+    }
+    void OnWindowActive(bool active) override { isActive = active; }
+    void OnWindowResize(unsigned int width, unsigned int height) override
+    {
+        size = MakeString(width) + "x" + MakeString(height);
     }
     void OnVSyncUpdate(bool vsync) override { Note(vsync ? "VSyncOn" : "VSyncOff"); }
     void ConnectVideoRenderer(VideoRenderer &) override { Note("Connect"); }
@@ -220,8 +269,16 @@ public:
         if (VideoRenderer *const renderer = Kernel::Instance().GetActiveVideoRendererPtr(); renderer && opensFrame)
             renderer->GetGUIRenderer().Begin();
     }
-    void ConnectSubsystemsToAppWindow(HWND, bool) override { Note("ConnectWindow"); }
-    void DisconnectSubsystemsFromAppWindow() override { Note("DisconnectWindow"); }
+    void ConnectSubsystemsToAppWindow(HWND connected, bool) override
+    {
+        window = connected;
+        Note("ConnectWindow");
+    }
+    void DisconnectSubsystemsFromAppWindow() override
+    {
+        window = nullptr;
+        Note("DisconnectWindow");
+    }
     void Cleanup(bool failed, FailureDesc const &failure) override
     {
         calls_.lines.push_back(

@@ -1,6 +1,9 @@
 #include "video_doubles.h"
 
+#include "tests/support/waiting.h"
+
 #include <quillmarsh/host/session.h>
+#include <quillmarsh/platform/displaymodes.h>
 
 #include <gtest/gtest.h>
 
@@ -13,6 +16,23 @@ namespace
 
 string const s_openCalls = "Open Connect Resize AppConnect AppInit Create AppCreate";
 string const s_closeCalls = "AppRelease Release AppDisconnect Disconnect Close";
+
+/// A desktop that nobody sees, with subsystems that have a window.
+class HeadlessDesktop : NoCopy
+{
+public:
+    HeadlessDesktop()
+    {
+        string reason;
+        EXPECT_TRUE(platform::UseHeadlessDesktop(1024, 768, reason)) << reason;
+        TestSubsystem::s_hasWindow = true;
+    }
+    ~HeadlessDesktop()
+    {
+        TestSubsystem::s_hasWindow = false;
+        EXPECT_TRUE(platform::LeaveHeadlessDesktop());
+    }
+};
 
 /// A session of doubles with two renderers, which have a subsystem each.
 class VideoRun
@@ -165,7 +185,7 @@ TEST(VideoGroup, TellsWishesAndOffersWhenNothingFits)
              {"Wanted: renderer 'first', a window of 640 x 480 x 32 @ 0, hardware rasterizer, back buffers 1 of "
               "8.8.8.8, "
               "depth and stencil 24.8, accumulation 0.0.0.0. Offered by 'first': 2 display modes and no frame-buffer "
-              "configurations. Offered by 'second': "})
+              "configurations (out of order; see the manual). Offered by 'second': "})
             EXPECT_NE(string::npos, run.reports.find(part)) << run.reports;
         run.session.Close();
         EXPECT_EQ(1u, run.calls.Count("Cleanup:failed:kernel"));
@@ -213,9 +233,13 @@ struct Pair
     char const *first, *second, *gone;
 };
 constexpr Pair s_pairs[] = {
-    {"Open", "Close", "~Subsystem"},          {"Connect", "Disconnect", "Close"},
-    {"AppConnect", "AppDisconnect", "Close"}, {"AppConnectWindow", "AppDisconnectWindow", "Close"},
-    {"Create", "Release", "Disconnect"},      {"AppCreate", "AppRelease", "Release"},
+    {"Open", "Close", "~Subsystem"},
+    {"Connect", "Disconnect", "Close"},
+    {"AppPostCreate", "AppPreDestroy", "Close"},
+    {"AppConnect", "AppDisconnect", "Close"},
+    {"AppConnectWindow", "AppDisconnectWindow", "Close"},
+    {"Create", "Release", "Disconnect"},
+    {"AppCreate", "AppRelease", "Release"},
 };
 
 /// Checks that each call that returned is undone once, in time.
@@ -250,6 +274,7 @@ string ExpectCleanup(string const &failing, bool isReconfiguring, bool isEnding)
 
 TEST(VideoGroup, WhateverThrowsIsMetByItsCounterparts)
 {
+    HeadlessDesktop const desktop;
     std::vector<string> whole;
     {
         VideoRun run;
@@ -355,6 +380,60 @@ TEST(VideoGroup, OpensAFailedDeviceAnewAndGivesUpWhenThatDoesNotHelp)
     EXPECT_TRUE(run.session.HasFailed());
     run.session.Close();
     EXPECT_EQ(1u, run.calls.Count("Cleanup:failed:subsystem"));
+}
+
+TEST(VideoGroup, TellsOfItsWindow)
+{
+    HeadlessDesktop const desktop;
+    VideoRun run;
+    run.application.changeWindow = [](MainWindowProperties &properties, MainWindowGeometry &geometry)
+    {
+        EXPECT_EQ("quillmarsh", properties.Title);
+        EXPECT_EQ(640, geometry.Width);
+        properties.Title = "Test";
+        geometry = {false, 40, 50, 320, 240};
+    };
+    run.Begin();
+    host::HostKernel &kernel = run.session.GetKernel();
+    platform::Window *window = kernel.GetAppWindow();
+    ASSERT_NE(nullptr, window);
+    EXPECT_EQ(platform::eWindowState::e_normal, window->GetState());
+    EXPECT_EQ("Test", window->GetTitle());
+    EXPECT_EQ(window->GetHandle(), run.application.window);
+    // Application, subsystem, renderer and GUI renderer.
+    auto const waitForSize = [&run](string const &size)
+    {
+        auto const isTold = [&]
+        {
+            run.session.RunFrame();
+            return run.application.size == size;
+        };
+        EXPECT_TRUE(WaitUntil(isTold)) << run.application.size;
+        EXPECT_EQ(size, run.GetSubsystem().size);
+        VideoRenderer const &renderer = *run.GetRenderer();
+        EXPECT_EQ(size, MakeString(renderer.GetWindowWidth()) + "x" +
+                            MakeString(renderer.GetGUIRenderer().GetWindowHeight()));
+    };
+    waitForSize("320x240");
+    EXPECT_TRUE(run.application.isActive);
+    window->SetSize({500, 400});
+    waitForSize("500x400");
+    window->Minimize();
+    for (unsigned int frame = 0; frame < 3; ++frame)
+        run.RunFrame();
+    waitForSize("500x400");
+    window->Restore();
+
+    // The next window comes where the last one was.
+    run.application.changeWindow = nullptr;
+    run.calls.TakeNew();
+    run.Request([](VideoConfig &config) { config.Resizable = false; });
+    run.session.RunFrame();
+    EXPECT_EQ(50, run.application.lastGeometry.PositionY);
+    window = kernel.GetAppWindow();
+    EXPECT_EQ(40, window->GetPosition().x);
+    EXPECT_EQ(window->GetHandle(), run.application.window);
+    EXPECT_FALSE(run.session.HasFailed()) << run.reports;
 }
 
 TEST(VideoGroup, FramesEndAndShowWhatIsDrawn)

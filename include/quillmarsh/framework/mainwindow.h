@@ -10,13 +10,14 @@ namespace quillmarsh
 /// Look of the main window, which Application::PostCreateMainWindow may change. A plain record.
 struct MainWindowProperties
 {
-    /// Number of the icon resource that the window shows; 0 is the icon of the host.
+    /// Number of the icon in the program's file that the window shows, on Windows; 0 for the desktop's choice.
     unsigned int IconID = 0;
     /// Text of the window's title bar.
     string Title;
 };
 
-/// Place of the main window, in pixels of the desktop. A plain record.
+/// Place of the main window, in pixels of the desktop: the position of the whole window, and the size of its client area.
+/// A plain record.
 struct MainWindowGeometry
 {
     bool Maximized = false;

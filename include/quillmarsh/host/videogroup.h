@@ -185,8 +185,8 @@ private:
     bool isWindowTold_ = false;
     MainWindowProperties properties_;
     MainWindowGeometry geometry_;
-    /// Where the last window was.
-    std::optional<platform::Window::Position> lastPosition_;
+    /// Geometry of the last window that was not maximized.
+    std::optional<MainWindowGeometry> lastGeometry_;
     platform::Window::Size windowSize_;
     /// @}
 };

@@ -25,6 +25,8 @@ struct VideoOffer
     VideoRendererInfo info;
     /// The part of it that the application accepts.
     VideoProfile accepted;
+    /// Why the profile is not complete; empty when it is.
+    string faults = {};
 
     string const &GetPluginName() const { return info.GetPluginInfo().GetPluginName(); }
 };

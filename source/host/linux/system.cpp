@@ -51,6 +51,11 @@ bool IsCompleteLibraryFile(string const &fileName)
     return static_cast<bool>(file);
 }
 
+HICON LoadProgramIcon(unsigned int)
+{
+    return nullptr;
+}
+
 } // namespace system
 
 } // namespace quillmarsh::host

@@ -33,6 +33,11 @@ bool IsCompleteLibraryFile(string const &)
     return true;
 }
 
+HICON LoadProgramIcon(unsigned int number)
+{
+    return LoadIconW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(static_cast<WORD>(number)));
+}
+
 } // namespace system
 
 } // namespace quillmarsh::host
