@@ -3,6 +3,7 @@
 #include <quillmarsh/basetools/libraryinfo.h>
 #include <quillmarsh/basetools/texttools.h>
 #include <quillmarsh/framework/commandtable.h>
+#include <quillmarsh/host/videooffers.h>
 
 #include <CLI/CLI.hpp>
 
@@ -30,6 +31,24 @@ void TakeFrameRate(Arguments &arguments, string const &text)
     if (!ToValue(text, rate) || !std::isfinite(rate) || rate < 0)
         ThrowWrongArgument("--frame-rate needs a number of frames per second, not '" + text + "'");
     arguments.frameRate = rate;
+}
+
+/// Reads WxH. The sizes are those that windows can have.
+PixelSize ReadSize(char const *option, string const &text)
+{
+    PixelSize size;
+    std::size_t const at = text.find('x');
+    auto const read = [](string const &number, unsigned int &value)
+    {
+        return command_values::IsUnsigned(number) && ToValue(number, value) && value > 0 &&
+               value <= VideoOffers::s_maxWindowSize;
+    };
+    if (at == string::npos || !read(text.substr(0, at), size.width) || !read(text.substr(at + 1), size.height))
+    {
+        ThrowWrongArgument(string(option) + " needs WIDTHxHEIGHT, each from 1 to " +
+                           MakeString(VideoOffers::s_maxWindowSize) + ", not '" + text + "'");
+    }
+    return size;
 }
 
 void TakeVariables(Arguments &arguments, std::vector<string> const &values)
@@ -71,6 +90,18 @@ void AddOptions(CLI::App &app, Arguments &arguments)
            "run at most HZ frames per second")
         ->type_name("HZ");
     app.add_option("--log", arguments.log, "write a log to FILE")->type_name("FILE");
+    app.add_option("--video", arguments.video,
+                   "draw with the video renderer of the plug-in library FILE (none draws nothing)")
+        ->type_name("FILE");
+    app.add_option_function<string>(
+           "--size", [&arguments](string const &text) { arguments.size = ReadSize("--size", text); },
+           "open the window with this size in pixels")
+        ->type_name("WxH");
+    app.add_flag("--fullscreen", arguments.fullscreen, "cover the display instead of opening a window");
+    app.add_option_function<string>(
+           "--headless", [&arguments](string const &text) { arguments.headless = ReadSize("--headless", text); },
+           "draw on a desktop of this size that nobody sees")
+        ->type_name("WxH");
     app.add_flag("--developer-mode", arguments.developerMode, "allow commands and variables for developers");
 
     app.option_defaults()->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
@@ -136,6 +167,8 @@ Arguments ParseArguments(std::vector<string> words)
     }
     if (arguments.answer.empty() && !app.remaining().empty())
         ThrowWrongArgument("unknown argument '" + app.remaining().front() + "'");
+    if (arguments.video == s_szNoVideo && (arguments.size || arguments.fullscreen))
+        ThrowWrongArgument("--size and --fullscreen need video, which --video none leaves out");
     return arguments;
 }
 

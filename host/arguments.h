@@ -21,6 +21,15 @@ class WrongArgumentException : public Exception
 /// Throws a WrongArgumentException with the message and a hint at the help.
 [[noreturn]] void ThrowWrongArgument(string const &message);
 
+/// Width and height in pixels.
+struct PixelSize
+{
+    unsigned int width = 0;
+    unsigned int height = 0;
+
+    bool operator==(PixelSize const &) const = default;
+};
+
 /// The contents of the command line.
 struct Arguments
 {
@@ -42,7 +51,17 @@ struct Arguments
     /// Parameters of plug-ins.
     std::vector<PluginParameter> parameters;
     bool developerMode = false;
+    /// Plug-in library of the video renderer; "none" for a run without video. Not set when the host chooses.
+    std::optional<string> video;
+    /// Size of the window, or of the full screen.
+    std::optional<PixelSize> size;
+    bool fullscreen = false;
+    /// Size of a desktop that nobody sees.
+    std::optional<PixelSize> headless;
 };
+
+/// Value of --video for a run without video.
+constexpr char s_szNoVideo[] = "none";
 
 /// Reads the arguments after the program's name. Throws a WrongArgumentException.
 Arguments ParseArguments(std::vector<string> words);

@@ -6,6 +6,8 @@
 #include <quillmarsh/basetools/filesystem.h>
 #include <quillmarsh/basetools/libraryinfo.h>
 #include <quillmarsh/basetools/texttools.h>
+#include <quillmarsh/platform/displaymodes.h>
+#include <quillmarsh/platform/window.h>
 
 #include <hostconfig.h>
 
@@ -23,8 +25,14 @@ namespace
 /// Frames per second while the host waits for input and no limit is set.
 constexpr double s_defaultFrameRate = 60;
 constexpr char s_szDefaultApplication[] = "workbench";
+constexpr char s_szDefaultVideo[] = "video_opengl";
 /// Drivers that come with the host. They are loaded with the host's own application if they exist beside it.
 constexpr char const *s_defaultDrivers[] = {"input_recording"};
+
+bool IsVideoRenderer(PluginSet::Entry const &entry)
+{
+    return entry.descriptor->GetPluginInfo().GetPluginType() == e_plugin_video_renderer;
+}
 
 string JoinWords(std::vector<string> const &words)
 {
@@ -136,6 +144,7 @@ void Program::Prepare()
                      << std::endl;
     kernel_.SetFrameRateLimit(arguments_.frameRate);
     OpenSource();
+    UseHeadlessDesktop();
     LoadPlugins();
 }
 
@@ -169,7 +178,70 @@ void Program::LoadPlugins()
         plugins.Load(FindPluginFile(s_szDefaultApplication, directories));
         LoadDefaultDrivers(directories);
     }
+    LoadVideo(directories);
     plugins.SetParameters(arguments_.parameters);
+}
+
+void Program::UseHeadlessDesktop()
+{
+    if (!arguments_.headless)
+        return;
+    string reason;
+    int const width = static_cast<int>(arguments_.headless->width),
+              height = static_cast<int>(arguments_.headless->height);
+    if (!platform::UseHeadlessDesktop(width, height, reason))
+        QUILLMARSH_THROW(KernelException, "There is no headless desktop: " + reason);
+}
+
+void Program::LoadVideo(std::vector<string> const &directories)
+{
+    VideoSettings &settings = kernel_.GetVideo().GetSettings();
+    settings.isEnabled = arguments_.video != s_szNoVideo;
+    settings.config.FrameBuffer.Fullscreen = arguments_.fullscreen;
+    if (arguments_.fullscreen)
+        settings.config.DisplayMode = DisplayModeConfig(true);
+    if (arguments_.size)
+        settings.config.DisplayMode = DisplayModeConfig(arguments_.size->width, arguments_.size->height, 32, 0);
+    if (!settings.isEnabled)
+        return;
+    std::vector<PluginSet::Entry> const &entries = kernel_.GetPlugins().GetEntries();
+    bool const hasRenderer = std::any_of(entries.begin(), entries.end(), &IsVideoRenderer);
+    if (arguments_.video)
+        LoadVideoPlugin(FindPluginFile(*arguments_.video, directories));
+    else if (!hasRenderer)
+        LoadDefaultVideo(directories);
+}
+
+void Program::LoadVideoPlugin(string const &fileName)
+{
+    PluginSet &plugins = kernel_.GetPlugins();
+    auto const isOfFile = [&fileName](PluginSet::Entry const &entry) { return entry.fileName == fileName; };
+    if (std::none_of(plugins.GetEntries().begin(), plugins.GetEntries().end(), isOfFile))
+        plugins.Load(fileName);
+    auto const isMeant = [&](PluginSet::Entry const &entry) { return isOfFile(entry) && IsVideoRenderer(entry); };
+    auto const found = std::find_if(plugins.GetEntries().begin(), plugins.GetEntries().end(), isMeant);
+    if (found == plugins.GetEntries().end())
+        QUILLMARSH_THROW(KernelException, "The plug-in '" + fileName + "' has no video renderer.");
+    kernel_.GetVideo().GetSettings().pluginName = found->descriptor->GetPluginInfo().GetPluginName();
+}
+
+void Program::LoadDefaultVideo(std::vector<string> const &directories)
+{
+    bool const hasDesktop = arguments_.headless || platform::HasDisplay();
+    bool const isWanted = arguments_.headless || arguments_.size || arguments_.fullscreen || interactive_;
+    if (!isWanted)
+        return;
+    try
+    {
+        if (!hasDesktop)
+            QUILLMARSH_THROW(KernelException, "there is no display.");
+        LoadVideoPlugin(FindPluginFile(s_szDefaultVideo, directories));
+        kernel_.GetVideo().GetSettings().isOptional = true;
+    }
+    catch (KernelException const &thrown)
+    {
+        Report("The run goes on without video: " + thrown.GetMessage());
+    }
 }
 
 void Program::LoadDefaultDrivers(std::vector<string> const &directories)
@@ -232,6 +304,13 @@ bool Program::IsFrameLimitReached()
     return arguments_.frames && kernel_.GetFrameNumber() >= *arguments_.frames;
 }
 
+/// Frames per second when no limit is set; 0 for frames without a pause.
+double Program::GetIdleRate() const
+{
+    bool const isPaced = kernel_.GetVideo().IsPacedByDisplay();
+    return (interactive_ || lines_.WaitsForInput()) && !isPaced ? s_defaultFrameRate : 0;
+}
+
 void Program::RunFrames()
 {
     while (!IsFrameLimitReached() && session_.RunFrame())
@@ -240,7 +319,7 @@ void Program::RunFrames()
         if (lines_.IsAtEnd() && !arguments_.frames)
             break;
         if (!IsFrameLimitReached())
-            session_.Pause(interactive_ || lines_.WaitsForInput() ? s_defaultFrameRate : 0);
+            session_.Pause(GetIdleRate());
     }
 }
 

@@ -47,6 +47,13 @@ private:
     void OpenSource();
     void LoadPlugins();
     void LoadDefaultDrivers(std::vector<string> const &directories);
+    void UseHeadlessDesktop();
+    void LoadVideo(std::vector<string> const &directories);
+    /// Loads a video plug-in that is not loaded yet, and chooses its renderer.
+    void LoadVideoPlugin(string const &fileName);
+    /// Loads the default video plug-in if it is of use. A failure leaves the run without video, and is reported.
+    void LoadDefaultVideo(std::vector<string> const &directories);
+    double GetIdleRate() const;
     void RunApplication();
     void BeginConsole(Application::StartupResult const &result);
     void SetVariables();

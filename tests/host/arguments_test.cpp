@@ -11,9 +11,13 @@ namespace
 
 TEST(Arguments, AreReadInBothForms)
 {
-    Arguments const arguments = ParseArguments(
-        {"--script=-", "--frames=2", "--frames", "010", "--frame-rate=2.5", "--plugin", "a", "--plugin=b", "--set",
-         "x=", "--set=y=1=2", "--stop-on-error", "--log=l", "--developer-mode", "--parameter=a.b.c=d.e=f"});
+    Arguments const arguments = ParseArguments({"--script=-", "--frames=2",       "--frames",
+                                                "010",        "--frame-rate=2.5", "--plugin",
+                                                "a",          "--plugin=b",       "--set",
+                                                "x=",         "--set=y=1=2",      "--stop-on-error",
+                                                "--log=l",    "--developer-mode", "--parameter=a.b.c=d.e=f",
+                                                "--video=v",  "--size=640x480",   "--fullscreen",
+                                                "--headless", "16384x1"});
     EXPECT_EQ("-", arguments.script);
     EXPECT_EQ(10u, arguments.frames);
     EXPECT_EQ(2.5, arguments.frameRate);
@@ -21,6 +25,10 @@ TEST(Arguments, AreReadInBothForms)
     EXPECT_EQ((std::vector<std::pair<string, string>>{{"x", ""}, {"y", "1=2"}}), arguments.variables);
     EXPECT_TRUE(arguments.stopOnError && arguments.developerMode);
     EXPECT_EQ("l", arguments.log);
+    EXPECT_EQ("v", arguments.video);
+    EXPECT_EQ((PixelSize{640, 480}), arguments.size);
+    EXPECT_EQ((PixelSize{16384, 1}), arguments.headless);
+    EXPECT_TRUE(arguments.fullscreen);
     PluginParameter const &parameter = arguments.parameters.at(0);
     EXPECT_EQ("a.b.c/d.e=f", parameter.path + "/" + parameter.value);
 }
@@ -45,6 +53,12 @@ TEST(Arguments, WrongOnesAreNamed)
         {{"--parameter", ".name=value"}, "'.name=value'"},
         {{"--parameter", "name=a.b"}, "'name=a.b'"},
         {{"--strict=maybe"}, "--strict = maybe"},
+        {{"--size", "640"}, "--size needs WIDTHxHEIGHT, each from 1 to 16384, not '640'"},
+        {{"--size", "0x480"}, "'0x480'"},
+        {{"--size", "640x-1"}, "'640x-1'"},
+        {{"--headless", "100000x480"}, "--headless needs WIDTHxHEIGHT, each from 1 to 16384, not '100000x480'"},
+        {{"--headless", "640x480x32"}, "'640x480x32'"},
+        {{"--video=none", "--size=640x480"}, "--video none"},
     };
     for (auto const &[words, named] : cases)
     {

@@ -78,7 +78,7 @@ def play(command, *steps):
 PROMPT = "workbench> "
 HELLO = "Hello from the workbench"
 AGAIN = "Interrupt again to exit."
-host = sys.argv[1:]
+host = sys.argv[1:] + ["--video", "none"]
 play(host, ("grxet\x7f\x7f\x7feet\r", HELLO + "!", PROMPT), ("greet -to=J\u00fcrgen\r", HELLO + ", J\u00fcrgen!", PROMPT),
      ("exit\r",))
 play(host, ("gre\x03", AGAIN, PROMPT), ("greet\r", HELLO + "!", PROMPT), ("\x03", AGAIN), ("\x03",))

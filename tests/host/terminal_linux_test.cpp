@@ -11,7 +11,10 @@ namespace
 
 struct HostTerminal : Terminal
 {
-    explicit HostTerminal(std::vector<string> const &arguments = {}) : Terminal(QUILLMARSH_TEST_HOST, arguments) {}
+    explicit HostTerminal(std::vector<string> arguments = {})
+        : Terminal(QUILLMARSH_TEST_HOST, (arguments.insert(arguments.end(), {"--video", "none"}), arguments))
+    {
+    }
 };
 
 constexpr char s_up[] = "\033[A";
