@@ -11,7 +11,7 @@ namespace
 
 using gui::VertexCT;
 
-constexpr std::size_t s_numVerticesAtFirst = 4 * 1024;
+constexpr std::size_t s_numVerticesAtFirst = 4096;
 constexpr std::size_t s_numIndicesOfQuad = 6;
 
 void const *ToOffset(std::size_t offset)

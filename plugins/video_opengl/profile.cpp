@@ -68,7 +68,7 @@ void AddDriver(std::shared_ptr<Device> const &device, VideoProfile &profile)
 
 } // namespace
 
-bool CollectProfile(std::shared_ptr<Device> device, ostream &log, VideoProfile &profile)
+bool CollectProfile(std::shared_ptr<Device> const &device, ostream &log, VideoProfile &profile)
 {
     bool isComplete = true;
     try

@@ -65,7 +65,9 @@ AutoPtr<Texture> Create(std::shared_ptr<Device> const &device, unsigned int samp
     if (!isPossible)
         return nullptr;
     auto texture = std::make_unique<Texture>(device, *format, mipmapped, dimensions...);
-    return texture->IsValid() ? std::move(texture) : nullptr;
+    if (!texture->IsValid())
+        return nullptr;
+    return texture;
 }
 
 } // namespace

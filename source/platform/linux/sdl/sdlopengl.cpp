@@ -53,7 +53,7 @@ OpenGLOffer ReadOffer(SDL_Window *window)
     SDL_GLContext const context = SDL_GL_CreateContext(window);
     if (!context)
         return {};
-    OpenGLOffer const offer = ReadOpenGLOffer(Find("glGetString"));
+    OpenGLOffer offer = ReadOpenGLOffer(Find("glGetString"));
     SDL_GL_DeleteContext(context);
     return offer;
 }
