@@ -1,6 +1,7 @@
 #include <quillmarsh/basetools/outputstream.h>
 #include <quillmarsh/framework/commands/frameworkcommands.h>
 #include <quillmarsh/framework/commands/videoconfigcmd.h>
+#include <quillmarsh/framework/completion.h>
 #include <quillmarsh/framework/stdcommandinterpreter.h>
 #include <quillmarsh/framework/videorendererinfo.h>
 
@@ -255,6 +256,33 @@ TEST_F(VideoCommands, VideoConfigTellsWhatFails)
     EXPECT_NE(string::npos, runFailing("video-config -fs=on -h=200").find("6 x 1 x 8 and 4 more.\n"));
     kernel.renderers[0].filtered.Clear();
     EXPECT_NE(string::npos, runFailing("video-config -fs=on").find("Fullscreen: wished true, offered nothing.\n"));
+}
+
+TEST_F(VideoCommands, VideoConfigOffersWhatTheRendererHas)
+{
+    auto const complete = [this](string const &line)
+    {
+        string texts;
+        for (CompletionCandidate const &candidate : interpreter->FindCompletions(line).candidates)
+            texts += candidate.text + (candidate.description.empty() ? "" : "(" + candidate.description + ")") + ' ';
+        return texts;
+    };
+    kernel.renderers[0].filtered.Add(FrameBufferConfig(false, true, 2, 16, 0, 0));
+    std::pair<char const *, char const *> const rows[] = {
+        {"-rn=", "0(one/first) 1(two/second) "},
+        {"-rp=t", "two(two/second) "},
+        {"-ri=", "first(one/first) second(two/second) "},
+        {"-w=", "640 800 "},
+        {"-rn=1 -w=", "320 "},
+        {"-freq=", "60 75 "},
+        {"-bbc=", "1 2 "},
+        {"-ds=", "24.8 16.0 "},
+        {"-vpm=", "hw(Hardware) sw(Software) mix(Mixed) def(Default) "},
+    };
+    for (auto const &[words, offered] : rows)
+        EXPECT_EQ(offered, complete("video-config " + string(words))) << words;
+    kernel.active = nullptr;
+    EXPECT_EQ("", complete("video-config -w="));
 }
 
 TEST_F(VideoCommands, VideoConfigFindsMistakes)

@@ -2,6 +2,7 @@
 
 #include <quillmarsh/basetools/outputstream.h>
 #include <quillmarsh/basetools/streameffectors.h>
+#include <quillmarsh/framework/completion.h>
 #include <quillmarsh/framework/kernel.h>
 #include <quillmarsh/framework/videoconfig.h>
 #include <quillmarsh/framework/videorenderer.h>
@@ -22,119 +23,12 @@ constexpr char const *s_szNotes = "Notes:\n\tReconfigure must be explicitly spec
                                   "\totherwise updated configuration is just printed.\n";
 constexpr char const *s_szSeparators = ".,:;";
 
-/// Assignment of a number or a flag, and the place of the value in a configuration.
-template<typename T>
-struct Field
-{
-    CommandWord word;
-    T &(*get)(VideoConfig &config);
-};
-
-constexpr CommandWord MakeNumber(char const *name, char const *description)
-{
-    return CommandWord::Assignment(name, Cmd::s_szValueUInteger, description, command_values::s_uinteger);
-}
-
-constexpr CommandWord MakeFlag(char const *name, char const *description)
-{
-    return CommandWord::Assignment(name, Cmd::s_szValueBoolean, description, command_values::s_boolean);
-}
-
-using Config = VideoConfig;
-
-constexpr Field<unsigned int> s_numbers[] = {
-    {MakeNumber(Cmd::s_szAssignWidth, "framebuffer width\n"),
-     [](Config &config) -> unsigned int & { return config.DisplayMode.Width; }},
-    {MakeNumber(Cmd::s_szAssignHeight, "framebuffer height\n"),
-     [](Config &config) -> unsigned int & { return config.DisplayMode.Height; }},
-    {MakeNumber(Cmd::s_szAssignBitDepth, "bits-per-pixel\n"),
-     [](Config &config) -> unsigned int & { return config.DisplayMode.BitDepth; }},
-    {MakeNumber(Cmd::s_szAssignFrequency, "refresh frequency\n"),
-     [](Config &config) -> unsigned int & { return config.DisplayMode.RefreshFrequency; }},
-    {MakeNumber(Cmd::s_szAssignBackBufferCount, "number of back-buffers\n"),
-     [](Config &config) -> unsigned int & { return config.FrameBuffer.BackBufferCount; }},
-};
-
-constexpr Field<bool> s_flags[] = {
-    {MakeFlag(Cmd::s_szAssignResizable, "window resizable\n"),
-     [](Config &config) -> bool & { return config.Resizable; }},
-    {MakeFlag(Cmd::s_szAssignFullscreen, "fullscreen mode\n"),
-     [](Config &config) -> bool & { return config.FrameBuffer.Fullscreen; }},
-    {MakeFlag(Cmd::s_szAssignHardware, "use hardware rasterizer\n"),
-     [](Config &config) -> bool & { return config.FrameBuffer.HardwareRasterizer; }},
-    {MakeFlag(Cmd::s_szAssignVSync, "enable vertical-synchronization\n"),
-     [](Config &config) -> bool & { return config.Hints.VSync; }},
-    {MakeFlag(Cmd::s_szAssignDestinationAlpha, "enable fullscreen destination-alpha\n"),
-     [](Config &config) -> bool & { return config.Hints.FullscreenDestinationAlpha; }},
-    {MakeFlag(Cmd::s_szAssignPureDevice, "enable pure-device mode\n"),
-     [](Config &config) -> bool & { return config.Hints.PureDeviceMode; }},
-};
-
-/// Assignment of several bit counts, and their places in a configuration.
-struct Layout
-{
-    CommandWord word;
-    std::vector<unsigned int FrameBufferConfig::*> (*getFields)();
-};
-
-template<char const *const &Name, unsigned int Count>
-bool IsLayout(CommandArguments const &line, string const &)
-{
-    std::vector<unsigned int> values;
-    return Cmd::ExtractUIntegers(line.GetParser(), Name, Count, values);
-}
-
-constexpr char const *s_szRGBAPhrase = "one bit-count for all, or four of the form R.G.B.A";
-
-constexpr Layout s_layouts[] = {
-    {CommandWord::Assignment(Cmd::s_szAssignBackBuffer, Cmd::s_szValueRGBA, "back-buffer layout (bit-counts)\n",
-                             {s_szRGBAPhrase, &IsLayout<Cmd::s_szAssignBackBuffer, 4>}),
-     []() -> std::vector<unsigned int FrameBufferConfig::*>
-     {
-         return {&FrameBufferConfig::RedBits, &FrameBufferConfig::GreenBits, &FrameBufferConfig::BlueBits,
-                 &FrameBufferConfig::AlphaBits};
-     }},
-    {CommandWord::Assignment(
-         Cmd::s_szAssignDepthStencil, Cmd::s_szValueDS, "depth-stencil-buffer layout (bit-counts)\n",
-         {"one bit-count for both, or two of the form D.S", &IsLayout<Cmd::s_szAssignDepthStencil, 2>}),
-     []() -> std::vector<unsigned int FrameBufferConfig::*> {
-         return {&FrameBufferConfig::DepthBits, &FrameBufferConfig::StencilBits};
-     }},
-    {CommandWord::Assignment(Cmd::s_szAssignAccumulation, Cmd::s_szValueRGBA,
-                             "accumulation-buffer layout (bit-counts)\n",
-                             {s_szRGBAPhrase, &IsLayout<Cmd::s_szAssignAccumulation, 4>}),
-     []() -> std::vector<unsigned int FrameBufferConfig::*>
-     {
-         return {&FrameBufferConfig::AccumulationRedBits, &FrameBufferConfig::AccumulationGreenBits,
-                 &FrameBufferConfig::AccumulationBlueBits, &FrameBufferConfig::AccumulationAlphaBits};
-     }},
-};
-
-struct NamedMode
-{
-    char const *name;
-    eVertexProcessingMode mode;
-};
-
-constexpr NamedMode s_modes[] = {{"hw", e_vertex_processing_hardware},
-                                 {"sw", e_vertex_processing_software},
-                                 {"mix", e_vertex_processing_mixed},
-                                 {"def", e_vertex_processing_default}};
-
-NamedMode const *FindMode(string const &name)
-{
-    for (NamedMode const &mode : s_modes)
-    {
-        if (name == mode.name)
-            return &mode;
-    }
-    return nullptr;
-}
-
-constexpr CommandValue s_mode{"one of hw, sw, mix and def",
-                              [](CommandArguments const &, string const &text) { return FindMode(text) != nullptr; }};
-
 // Renderers
+
+string MakeRendererName(VideoRendererInfo const &info)
+{
+    return info.GetPluginInfo().GetPluginName() + '/' + info.GetVideoRendererInterfaceName();
+}
 
 template<typename IsWanted>
 bool FindInfo(IsWanted &&isWanted, VideoRendererInfo &info, VideoProfile &profile)
@@ -169,7 +63,36 @@ bool FindInfoByNumberText(string const &text, VideoRendererInfo &info, VideoProf
     return command_values::IsUnsigned(text) && ToValue(text, number) && Cmd::FindInfoByNumber(number, info, profile);
 }
 
-/// Assignment that selects a renderer, and its search. The first one in the line's table that is given counts.
+/// Offers a text of each renderer, described by its names.
+template<string (*MakeText)(unsigned int number, VideoRendererInfo const &info)>
+void OfferRenderers(CommandArguments const &, CompletionOffers &offers)
+{
+    Kernel &kernel = Kernel::Instance();
+    unsigned int const count = kernel.GetNumVideoRenderers();
+    for (unsigned int index = 0; index < count; ++index)
+    {
+        VideoRendererInfo info;
+        kernel.GetVideoRendererInfo(index, info);
+        offers.Add(MakeText(index, info), MakeRendererName(info));
+    }
+}
+
+string MakeNumberText(unsigned int number, VideoRendererInfo const &)
+{
+    return MakeString(number);
+}
+
+string MakePluginText(unsigned int, VideoRendererInfo const &info)
+{
+    return info.GetPluginInfo().GetPluginName();
+}
+
+string MakeInterfaceText(unsigned int, VideoRendererInfo const &info)
+{
+    return info.GetVideoRendererInterfaceName();
+}
+
+/// Assignment that selects a renderer, and its search. The first one of the table that the line has counts.
 struct RendererSearch
 {
     CommandWord word;
@@ -177,17 +100,238 @@ struct RendererSearch
 };
 
 constexpr RendererSearch s_searches[] = {
-    {CommandWord::Assignment(Cmd::s_szAssignRendererNumber, Cmd::s_szValueUInteger, "select renderer by number\n",
-                             {"the number of a video-renderer", &IsRenderer<&FindInfoByNumberText>}),
+    {CommandWord::Assignment(
+         Cmd::s_szAssignRendererNumber, Cmd::s_szValueUInteger, "select renderer by number\n",
+         {"the number of a video-renderer", &IsRenderer<&FindInfoByNumberText>, &OfferRenderers<&MakeNumberText>}),
      &FindInfoByNumberText},
     {CommandWord::Assignment(Cmd::s_szAssignRendererPlugin, Cmd::s_szValueString, "select renderer by plugin-name\n",
-                             {"the plugin-name of a video-renderer", &IsRenderer<&Cmd::FindInfoByPluginName>}),
+                             {"the plugin-name of a video-renderer", &IsRenderer<&Cmd::FindInfoByPluginName>,
+                              &OfferRenderers<&MakePluginText>}),
      &Cmd::FindInfoByPluginName},
     {CommandWord::Assignment(Cmd::s_szAssignRendererInterface, Cmd::s_szValueString,
                              "select renderer by interface-name\n",
-                             {"the interface-name of a video-renderer", &IsRenderer<&Cmd::FindInfoByVRInterfaceName>}),
+                             {"the interface-name of a video-renderer", &IsRenderer<&Cmd::FindInfoByVRInterfaceName>,
+                              &OfferRenderers<&MakeInterfaceText>}),
      &Cmd::FindInfoByVRInterfaceName},
 };
+
+/// The renderer that a line is about.
+struct Selection
+{
+    VideoRendererInfo info;
+    /// The part of its profile that the application accepts.
+    VideoProfile profile;
+    bool isActive = false;
+};
+
+Selection SelectRenderer(CommandArguments const &arguments)
+{
+    Kernel &kernel = Kernel::Instance();
+    VideoRendererInfo active;
+    kernel.GetActiveVideoRendererInfo(active);
+    Selection selection;
+    for (RendererSearch const &search : s_searches)
+    {
+        string const *const text = arguments.FindAssignment(search.word.name);
+        if (text == nullptr)
+            continue;
+        if (!search.find(*text, selection.info, selection.profile))
+            break;
+        selection.isActive = selection.info.GetPluginInfo() == active.GetPluginInfo();
+        return selection;
+    }
+    selection.info = active;
+    kernel.GetActiveVideoProfile(selection.profile);
+    selection.isActive = true;
+    return selection;
+}
+
+/// Profile for somebody who types a value. Empty without an active renderer: the command does nothing then.
+VideoProfile FindProfile(CommandArguments const &line)
+{
+    bool const isActive = Kernel::Instance().GetActiveVideoRendererPtr() != nullptr;
+    return isActive ? SelectRenderer(line).profile : VideoProfile();
+}
+
+// Numbers and flags
+
+/// Assignment of a number or a flag, and the place of the value in a configuration.
+template<typename T>
+struct Field
+{
+    CommandWord word;
+    T &(*get)(VideoConfig &config);
+};
+
+unsigned int &GetWidth(VideoConfig &config)
+{
+    return config.DisplayMode.Width;
+}
+
+unsigned int &GetHeight(VideoConfig &config)
+{
+    return config.DisplayMode.Height;
+}
+
+unsigned int &GetBitDepth(VideoConfig &config)
+{
+    return config.DisplayMode.BitDepth;
+}
+
+unsigned int &GetFrequency(VideoConfig &config)
+{
+    return config.DisplayMode.RefreshFrequency;
+}
+
+unsigned int &GetBackBufferCount(VideoConfig &config)
+{
+    return config.FrameBuffer.BackBufferCount;
+}
+
+/// Offers the values of one number in all display modes and frame buffers of the line's renderer.
+template<unsigned int &(*Get)(VideoConfig &)>
+void OfferNumbers(CommandArguments const &line, CompletionOffers &offers)
+{
+    VideoProfile const profile = FindProfile(line);
+    if (profile.IsEmpty())
+        return;
+    VideoConfig config(false);
+    config.FrameBuffer = profile.GetFrameBufferConfig(0);
+    for (unsigned int i = 0; i < profile.GetNumDisplayModeProperties(); ++i)
+    {
+        DisplayModeProperties const &mode = profile.GetDisplayModeProperties(i);
+        for (unsigned int j = 0; j < mode.GetNumRefreshFrequencies(); ++j)
+        {
+            config.DisplayMode = {mode.GetWidth(), mode.GetHeight(), mode.GetBitDepth(), mode.GetRefreshFrequency(j)};
+            offers.Add(MakeString(Get(config)));
+        }
+    }
+    // With the last mode, which brings no other numbers.
+    for (unsigned int i = 1; i < profile.GetNumFrameBufferConfigs(); ++i)
+    {
+        config.FrameBuffer = profile.GetFrameBufferConfig(i);
+        offers.Add(MakeString(Get(config)));
+    }
+}
+
+template<unsigned int &(*Get)(VideoConfig &)>
+constexpr Field<unsigned int> MakeNumber(char const *name, char const *description)
+{
+    CommandValue const accepted{command_values::s_uinteger.phrase, command_values::s_uinteger.accepts,
+                                &OfferNumbers<Get>};
+    return {CommandWord::Assignment(name, Cmd::s_szValueUInteger, description, accepted), Get};
+}
+
+constexpr Field<unsigned int> s_numbers[] = {
+    MakeNumber<&GetWidth>(Cmd::s_szAssignWidth, "framebuffer width\n"),
+    MakeNumber<&GetHeight>(Cmd::s_szAssignHeight, "framebuffer height\n"),
+    MakeNumber<&GetBitDepth>(Cmd::s_szAssignBitDepth, "bits-per-pixel\n"),
+    MakeNumber<&GetFrequency>(Cmd::s_szAssignFrequency, "refresh frequency\n"),
+    MakeNumber<&GetBackBufferCount>(Cmd::s_szAssignBackBufferCount, "number of back-buffers\n"),
+};
+
+constexpr CommandWord MakeFlag(char const *name, char const *description)
+{
+    return CommandWord::Assignment(name, Cmd::s_szValueBoolean, description, command_values::s_boolean);
+}
+
+using Config = VideoConfig;
+
+constexpr Field<bool> s_flags[] = {
+    {MakeFlag(Cmd::s_szAssignResizable, "window resizable\n"),
+     [](Config &config) -> bool & { return config.Resizable; }},
+    {MakeFlag(Cmd::s_szAssignFullscreen, "fullscreen mode\n"),
+     [](Config &config) -> bool & { return config.FrameBuffer.Fullscreen; }},
+    {MakeFlag(Cmd::s_szAssignHardware, "use hardware rasterizer\n"),
+     [](Config &config) -> bool & { return config.FrameBuffer.HardwareRasterizer; }},
+    {MakeFlag(Cmd::s_szAssignVSync, "enable vertical-synchronization\n"),
+     [](Config &config) -> bool & { return config.Hints.VSync; }},
+    {MakeFlag(Cmd::s_szAssignDestinationAlpha, "enable fullscreen destination-alpha\n"),
+     [](Config &config) -> bool & { return config.Hints.FullscreenDestinationAlpha; }},
+    {MakeFlag(Cmd::s_szAssignPureDevice, "enable pure-device mode\n"),
+     [](Config &config) -> bool & { return config.Hints.PureDeviceMode; }},
+};
+
+/// Assignment of several bit counts, and their places in a configuration.
+struct Layout
+{
+    CommandWord word;
+    std::vector<unsigned int FrameBufferConfig::*> (*getFields)();
+};
+
+template<char const *const &Name, unsigned int Count>
+bool IsLayout(CommandArguments const &line, string const &)
+{
+    std::vector<unsigned int> values;
+    return Cmd::ExtractUIntegers(line.GetParser(), Name, Count, values);
+}
+
+/// Offers the layouts of one buffer in all frame buffers of the line's renderer.
+template<string (FrameBufferConfig::*MakeDesc)(string const &) const>
+void OfferLayouts(CommandArguments const &line, CompletionOffers &offers)
+{
+    VideoProfile const profile = FindProfile(line);
+    for (unsigned int i = 0; i < profile.GetNumFrameBufferConfigs(); ++i)
+        offers.Add((profile.GetFrameBufferConfig(i).*MakeDesc)("."));
+}
+
+constexpr char const *s_szRGBAPhrase = "one bit-count for all, or four of the form R.G.B.A";
+
+constexpr Layout s_layouts[] = {
+    {CommandWord::Assignment(Cmd::s_szAssignBackBuffer, Cmd::s_szValueRGBA, "back-buffer layout (bit-counts)\n",
+                             {s_szRGBAPhrase, &IsLayout<Cmd::s_szAssignBackBuffer, 4>,
+                              &OfferLayouts<&FrameBufferConfig::MakeBackBufferDesc>}),
+     []() -> std::vector<unsigned int FrameBufferConfig::*>
+     {
+         return {&FrameBufferConfig::RedBits, &FrameBufferConfig::GreenBits, &FrameBufferConfig::BlueBits,
+                 &FrameBufferConfig::AlphaBits};
+     }},
+    {CommandWord::Assignment(
+         Cmd::s_szAssignDepthStencil, Cmd::s_szValueDS, "depth-stencil-buffer layout (bit-counts)\n",
+         {"one bit-count for both, or two of the form D.S", &IsLayout<Cmd::s_szAssignDepthStencil, 2>,
+          &OfferLayouts<&FrameBufferConfig::MakeDepthStencilDesc>}),
+     []() -> std::vector<unsigned int FrameBufferConfig::*> {
+         return {&FrameBufferConfig::DepthBits, &FrameBufferConfig::StencilBits};
+     }},
+    {CommandWord::Assignment(Cmd::s_szAssignAccumulation, Cmd::s_szValueRGBA,
+                             "accumulation-buffer layout (bit-counts)\n",
+                             {s_szRGBAPhrase, &IsLayout<Cmd::s_szAssignAccumulation, 4>,
+                              &OfferLayouts<&FrameBufferConfig::MakeAccumulationDesc>}),
+     []() -> std::vector<unsigned int FrameBufferConfig::*>
+     {
+         return {&FrameBufferConfig::AccumulationRedBits, &FrameBufferConfig::AccumulationGreenBits,
+                 &FrameBufferConfig::AccumulationBlueBits, &FrameBufferConfig::AccumulationAlphaBits};
+     }},
+};
+
+struct NamedMode
+{
+    char const *name;
+    eVertexProcessingMode mode;
+};
+
+constexpr NamedMode s_modes[] = {{"hw", e_vertex_processing_hardware},
+                                 {"sw", e_vertex_processing_software},
+                                 {"mix", e_vertex_processing_mixed},
+                                 {"def", e_vertex_processing_default}};
+
+NamedMode const *FindMode(string const &name)
+{
+    for (NamedMode const &mode : s_modes)
+    {
+        if (name == mode.name)
+            return &mode;
+    }
+    return nullptr;
+}
+
+constexpr CommandValue s_mode{"one of hw, sw, mix and def",
+                              [](CommandArguments const &, string const &text) { return FindMode(text) != nullptr; },
+                              [](CommandArguments const &, CompletionOffers &offers)
+                              {
+                                  for (NamedMode const &mode : s_modes)
+                                      offers.Add(mode.name, VideoHints::FormatVertexProcessingMode(mode.mode));
+                              }};
 
 constexpr CommandWord s_words[] = {
     CommandWord::Option(Cmd::s_szOptionUnfilteredProfile, "show unfiltered video-profile\n"),
@@ -220,21 +364,98 @@ constexpr CommandWord s_words[] = {
         .Under(s_szHintsHeading),
 };
 
-string MakeRendererName(VideoRendererInfo const &info)
+// Steps of the command
+
+void DumpVRHeader(ostream &out, VideoRendererInfo const &info)
 {
-    return info.GetPluginInfo().GetPluginName() + '/' + info.GetVideoRendererInterfaceName();
+    out << "Video-renderer: " << MakeRendererName(info) << nl;
+}
+
+void ListRenderers(ostream &out)
+{
+    Kernel &kernel = Kernel::Instance();
+    VideoRendererInfo active;
+    kernel.GetActiveVideoRendererInfo(active);
+    out << "Available video-renderers:\n";
+    out << "(Number/PluginName/VideoRendererInterfaceName)\n";
+    unsigned int const count = kernel.GetNumVideoRenderers();
+    for (unsigned int index = 0; index < count; ++index)
+    {
+        VideoRendererInfo info;
+        kernel.GetVideoRendererInfo(index, info);
+        bool const isActive = info.GetPluginInfo() == active.GetPluginInfo();
+        out << MakeString(index) << '/' << MakeRendererName(info) << (isActive ? " (active)" : "") << nl;
+    }
+}
+
+/// Prints the lists that the line asks for. Returns false when it asks for none.
+bool ListProfile(ostream &out, CommandArguments const &arguments, Selection const &selection)
+{
+    bool const listsFrameBuffers = arguments.HasOption(Cmd::s_szOptionListFrameBuffers);
+    bool const listsDisplayModes = arguments.HasOption(Cmd::s_szOptionListDisplayModes);
+    if (!listsFrameBuffers && !listsDisplayModes)
+        return false;
+    bool const isUnfiltered = arguments.HasOption(Cmd::s_szOptionUnfilteredProfile);
+    VideoProfile const &profile = isUnfiltered ? selection.info.GetVideoProfile() : selection.profile;
+    out << (isUnfiltered ? "Unfiltered profile:\n" : "Application-filtered profile:\n");
+    DumpVRHeader(out, selection.info);
+    if (listsFrameBuffers)
+    {
+        out << "FrameBufferConfigurations:\n";
+        profile.DumpFrameBufferConfigs(out, arguments.HasOption(Cmd::s_szOptionLegend), 0);
+    }
+    if (listsDisplayModes)
+    {
+        out << "DisplayModes:\n";
+        profile.DumpDisplayModeProperties(out, 0);
+    }
+    return true;
+}
+
+void UpdateConfig(CommandArguments const &arguments, VideoConfig &config)
+{
+    for (Field<unsigned int> const &number : s_numbers)
+    {
+        string const *const text = arguments.FindAssignment(number.word.name);
+        if (text != nullptr && command_values::IsUnsigned(*text))
+            ToValue(*text, number.get(config));
+    }
+    for (Field<bool> const &flag : s_flags)
+        arguments.ReadAssignment(flag.word.name, flag.get(config));
+    for (Layout const &layout : s_layouts)
+    {
+        auto const fields = layout.getFields();
+        std::vector<unsigned int> values;
+        if (!Cmd::ExtractUIntegers(arguments.GetParser(), layout.word.name, static_cast<unsigned int>(fields.size()),
+                                   values))
+            continue;
+        for (std::size_t i = 0; i < fields.size(); ++i)
+            config.FrameBuffer.*fields[i] = values[i];
+    }
+    string const *const modeName = arguments.FindAssignment(Cmd::s_szAssignVertexProcessing);
+    if (NamedMode const *const mode = modeName != nullptr ? FindMode(*modeName) : nullptr)
+        config.Hints.VertexProcessingMode = mode->mode;
+}
+
+/// Completes a changed configuration. Returns false, and tells why, when the renderer does not offer it.
+bool Check(ostream &out, CommandArguments const &arguments, Selection const &selection, VideoConfig &config)
+{
+    if (!arguments.HasOption(Cmd::s_szOptionNoAuto))
+    {
+        FrameBufferConfig const *const closest = selection.profile.SelectClosestFrameBufferConfig(config.FrameBuffer);
+        if (closest != nullptr)
+            config.FrameBuffer = *closest;
+    }
+    if (arguments.HasOption(Cmd::s_szOptionNoCheck) || selection.profile.IsValid(config))
+        return true;
+    DumpVRHeader(out, selection.info);
+    config.Dump(out, 1);
+    out << e_error << "Updated video-configuration is invalid." << nl << selection.profile.DescribeMismatch(config)
+        << e_info;
+    return false;
 }
 
 } // namespace
-
-/// The renderer that a line is about.
-struct VideoConfigCmd::Selection
-{
-    VideoRendererInfo info;
-    /// The part of its profile that the application accepts.
-    VideoProfile profile;
-    bool isActive = false;
-};
 
 VideoConfigCmd::VideoConfigCmd(unsigned int videoReconfigCode) : videoReconfigCode_(videoReconfigCode)
 {
@@ -273,118 +494,6 @@ bool VideoConfigCmd::ParseAndExecute(ostream &out, CommandLineParser const &pars
     DumpVRHeader(out, selection.info);
     config.Dump(out, 1);
     return true;
-}
-
-void VideoConfigCmd::ListRenderers(ostream &out)
-{
-    Kernel &kernel = Kernel::Instance();
-    VideoRendererInfo active;
-    kernel.GetActiveVideoRendererInfo(active);
-    out << "Available video-renderers:\n";
-    out << "(Number/PluginName/VideoRendererInterfaceName)\n";
-    unsigned int const count = kernel.GetNumVideoRenderers();
-    for (unsigned int index = 0; index < count; ++index)
-    {
-        VideoRendererInfo info;
-        kernel.GetVideoRendererInfo(index, info);
-        bool const isActive = info.GetPluginInfo() == active.GetPluginInfo();
-        out << MakeString(index) << '/' << MakeRendererName(info) << (isActive ? " (active)" : "") << nl;
-    }
-}
-
-VideoConfigCmd::Selection VideoConfigCmd::SelectRenderer(CommandArguments const &arguments)
-{
-    Kernel &kernel = Kernel::Instance();
-    VideoRendererInfo active;
-    kernel.GetActiveVideoRendererInfo(active);
-    Selection selection;
-    for (RendererSearch const &search : s_searches)
-    {
-        string const *const text = arguments.FindAssignment(search.word.name);
-        if (text == nullptr)
-            continue;
-        if (!search.find(*text, selection.info, selection.profile))
-            break;
-        selection.isActive = selection.info.GetPluginInfo() == active.GetPluginInfo();
-        return selection;
-    }
-    selection.info = active;
-    kernel.GetActiveVideoProfile(selection.profile);
-    selection.isActive = true;
-    return selection;
-}
-
-/// Prints the lists that the line asks for. Returns false when it asks for none.
-bool VideoConfigCmd::ListProfile(ostream &out, CommandArguments const &arguments, Selection const &selection)
-{
-    bool const listsFrameBuffers = arguments.HasOption(s_szOptionListFrameBuffers);
-    bool const listsDisplayModes = arguments.HasOption(s_szOptionListDisplayModes);
-    if (!listsFrameBuffers && !listsDisplayModes)
-        return false;
-    bool const isUnfiltered = arguments.HasOption(s_szOptionUnfilteredProfile);
-    VideoProfile const &profile = isUnfiltered ? selection.info.GetVideoProfile() : selection.profile;
-    out << (isUnfiltered ? "Unfiltered profile:\n" : "Application-filtered profile:\n");
-    DumpVRHeader(out, selection.info);
-    if (listsFrameBuffers)
-    {
-        out << "FrameBufferConfigurations:\n";
-        profile.DumpFrameBufferConfigs(out, arguments.HasOption(s_szOptionLegend), 0);
-    }
-    if (listsDisplayModes)
-    {
-        out << "DisplayModes:\n";
-        profile.DumpDisplayModeProperties(out, 0);
-    }
-    return true;
-}
-
-void VideoConfigCmd::UpdateConfig(CommandArguments const &arguments, VideoConfig &config)
-{
-    for (Field<unsigned int> const &number : s_numbers)
-    {
-        string const *const text = arguments.FindAssignment(number.word.name);
-        if (text != nullptr && command_values::IsUnsigned(*text))
-            ToValue(*text, number.get(config));
-    }
-    for (Field<bool> const &flag : s_flags)
-        arguments.ReadAssignment(flag.word.name, flag.get(config));
-    for (Layout const &layout : s_layouts)
-    {
-        auto const fields = layout.getFields();
-        std::vector<unsigned int> values;
-        if (!ExtractUIntegers(arguments.GetParser(), layout.word.name, static_cast<unsigned int>(fields.size()),
-                              values))
-            continue;
-        for (std::size_t i = 0; i < fields.size(); ++i)
-            config.FrameBuffer.*fields[i] = values[i];
-    }
-    string const *const modeName = arguments.FindAssignment(s_szAssignVertexProcessing);
-    if (NamedMode const *const mode = modeName != nullptr ? FindMode(*modeName) : nullptr)
-        config.Hints.VertexProcessingMode = mode->mode;
-}
-
-/// Completes a changed configuration. Returns false, and tells why, when the renderer does not offer it.
-bool VideoConfigCmd::Check(ostream &out, CommandArguments const &arguments, Selection const &selection,
-                           VideoConfig &config)
-{
-    if (!arguments.HasOption(s_szOptionNoAuto))
-    {
-        FrameBufferConfig const *const closest = selection.profile.SelectClosestFrameBufferConfig(config.FrameBuffer);
-        if (closest != nullptr)
-            config.FrameBuffer = *closest;
-    }
-    if (arguments.HasOption(s_szOptionNoCheck) || selection.profile.IsValid(config))
-        return true;
-    DumpVRHeader(out, selection.info);
-    config.Dump(out, 1);
-    out << e_error << "Updated video-configuration is invalid." << nl << selection.profile.DescribeMismatch(config)
-        << e_info;
-    return false;
-}
-
-void VideoConfigCmd::DumpVRHeader(ostream &out, VideoRendererInfo const &info)
-{
-    out << "Video-renderer: " << MakeRendererName(info) << nl;
 }
 
 bool VideoConfigCmd::FindInfoByNumber(unsigned int number, VideoRendererInfo &info, VideoProfile &profile)

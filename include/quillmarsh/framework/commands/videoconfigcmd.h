@@ -8,7 +8,6 @@
 
 namespace quillmarsh
 {
-class VideoConfig;
 class VideoProfile;
 class VideoRendererInfo;
 } // namespace quillmarsh
@@ -92,15 +91,6 @@ public:
     /// @}
 
 private:
-    struct Selection;
-
-    static void ListRenderers(ostream &out);
-    static Selection SelectRenderer(CommandArguments const &arguments);
-    static bool ListProfile(ostream &out, CommandArguments const &arguments, Selection const &selection);
-    static void UpdateConfig(CommandArguments const &arguments, VideoConfig &config);
-    static bool Check(ostream &out, CommandArguments const &arguments, Selection const &selection, VideoConfig &config);
-    static void DumpVRHeader(ostream &out, VideoRendererInfo const &info);
-
     unsigned int videoReconfigCode_;
 };
 
