@@ -47,7 +47,6 @@ struct PlainMessage
 
 constexpr PlainMessage s_plainMessages[] = {
     {WM_NULL, eDesktopEvent::e_windowWoken},
-    {s_messageExposed, eDesktopEvent::e_windowExposed},
     {WM_CLOSE, eDesktopEvent::e_windowCloseWish},
     {WM_MOVE, eDesktopEvent::e_windowGeometry},
     {WM_SIZE, eDesktopEvent::e_windowGeometry},
@@ -261,6 +260,9 @@ void Tell(Window::System &system, UINT message, WPARAM wParam, LPARAM lParam)
         return OnFocus(system, message == WM_SETFOCUS);
     case WM_PAINT:
         return OnPaint(system);
+    case s_messageExposed:
+        system.isInvalid = false;
+        return TellDesktop(MakeEvent(eDesktopEvent::e_windowExposed, system));
     case WM_GETMINMAXINFO:
         return system.LimitSize(*reinterpret_cast<MINMAXINFO *>(lParam));
     default:
@@ -350,7 +352,7 @@ void TakeDesktopEvents()
         MSG message;
         bool const isThere = PeekMessageW(&message, windows[i]->GetHandle(), 0, 0, PM_REMOVE) != FALSE;
         // WM_PAINT comes after all other messages, and a listener that draws may cause another one.
-        if (!isThere || message.message == WM_PAINT)
+        if (!isThere || message.message == WM_PAINT || message.message == s_messageExposed)
             ++i;
         if (isThere)
         {

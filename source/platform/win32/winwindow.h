@@ -6,6 +6,7 @@
 
 #include "source/platform/win32/windows.h"
 
+#include <atomic>
 #include <optional>
 
 namespace quillmarsh::platform
@@ -28,6 +29,8 @@ struct Window::System : NoCopy
     bool isFilled = false;
     bool hasSystemKeys = true;
     bool keepsDisplayOn = false;
+    /// True while a headless window has s_messageExposed in its queue. Any thread.
+    std::atomic<bool> isInvalid{false};
     /// Sizes of the client area; 0 for no limit.
     Size smallest;
     Size largest;

@@ -75,10 +75,10 @@ void Window::KeepDisplayOn(bool keepOn)
 
 void Window::Invalidate()
 {
-    if (IsHeadless())
-        PostMessageW(system_->window, s_messageExposed, 0, 0);
-    else
+    if (!IsHeadless())
         InvalidateRect(system_->window, nullptr, FALSE);
+    else if (!system_->isInvalid.exchange(true))
+        PostMessageW(system_->window, s_messageExposed, 0, 0);
 }
 
 void Window::Wake()

@@ -172,8 +172,8 @@ public:
     HWND GetHWND() const;
     /// Device context of the client area; null without a window, and on Linux.
     HDC GetHDC() const;
-    /// The window as the platform layer has it, for example for an OpenGL context; null without a window. Do not change
-    /// its position, size or state there.
+    /// The window as the platform layer has it, for example for an OpenGL context or full screen; null without a window.
+    /// What changes there arrives as messages.
     platform::Window *GetPlatformWindow() const;
     /// @}
 

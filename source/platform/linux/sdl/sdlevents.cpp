@@ -82,30 +82,32 @@ void OnWindowEvent(SDL_WindowEvent const &event)
     TellDesktop(told);
 }
 
-eDesktopEvent FindUserEventKind(Sint32 code)
-{
-    switch (code)
-    {
-    case e_user_windowExposed:
-        return eDesktopEvent::e_windowExposed;
-    case e_user_windowMoved:
-        return eDesktopEvent::e_windowGeometry;
-    default:
-        return eDesktopEvent::e_windowWoken;
-    }
-}
-
 void OnUserEvent(SDL_UserEvent const &event)
 {
-    DesktopEvent const told = MakeEvent(FindUserEventKind(event.code), event.windowID);
-    if (event.code == e_user_wake || !told.window)
-        return;
-    Window::System &system = told.window->GetSystem();
-    if (event.code == e_user_windowExposed)
-        system.isInvalid = false;
-    if (event.code == e_user_windowExposed && system.isFilled)
-        system.Fill();
-    TellDesktop(told);
+    DesktopEvent const told =
+        MakeEvent(event.code == e_user_windowMoved ? eDesktopEvent::e_windowGeometry : eDesktopEvent::e_windowWoken,
+                  event.windowID);
+    if (event.code != e_user_wake && told.window)
+        TellDesktop(told);
+}
+
+/// Sends the events that Window::Invalidate() has asked for. They come last, and once for each window, so that a
+/// listener that asks for the next one does not hold up the others.
+void TellInvalidWindows()
+{
+    std::vector<Window *> const &windows = GetOpenWindows();
+    // Listeners may open and destroy windows; a window that this walk misses for that reason is handled next time.
+    for (std::size_t i = 0; i < windows.size(); ++i)
+    {
+        Window::System &system = windows[i]->GetSystem();
+        if (!system.isInvalid.exchange(false))
+            continue;
+        if (system.isFilled)
+            system.Fill();
+        DesktopEvent event = {eDesktopEvent::e_windowExposed};
+        event.window = windows[i];
+        TellDesktop(event);
+    }
 }
 
 void OnKey(SDL_KeyboardEvent const &event)
@@ -210,6 +212,8 @@ void TakeDesktopEvents()
     // A listener may destroy the last window, which also ends SDL's video part.
     while (IsDesktopThread() && SDL_PollEvent(&event))
         OnEvent(event);
+    if (IsDesktopThread())
+        TellInvalidWindows();
 }
 
 void PumpDesktop()

@@ -28,7 +28,7 @@ struct Window::System : NoCopy
     Uint32 id = 0;
     bool isFilled = false;
     bool keepsDisplayOn = false;
-    /// True while the queue has an event that asks to draw the window. Any thread.
+    /// True from Window::Invalidate() to the event that it asks for. Any thread.
     std::atomic<bool> isInvalid{false};
     /// Position and size to restore after full screen.
     Position positionBefore;
@@ -42,7 +42,6 @@ enum eUserEvent : Sint32
 {
     /// Ends a wait, and has no window.
     e_user_wake,
-    e_user_windowExposed,
     e_user_windowMoved,
     e_user_windowWoken
 };

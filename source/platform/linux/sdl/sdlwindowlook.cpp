@@ -1,4 +1,5 @@
 // How a window looks, what it shows, and what it asks of the desktop.
+#include "source/platform/linux/sdl/sdlevents.h"
 #include "source/platform/linux/sdl/sdlkeys.h"
 #include "source/platform/linux/sdl/sdlwindow.h"
 
@@ -64,7 +65,7 @@ void Window::KeepDisplayOn(bool keepOn)
 void Window::Invalidate()
 {
     if (!system_->isInvalid.exchange(true))
-        PushWindowEvent(system_->id, e_user_windowExposed);
+        WakeDesktop();
 }
 
 void Window::Wake()
