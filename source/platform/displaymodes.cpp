@@ -66,15 +66,13 @@ bool ReadDisplayModes(std::vector<DisplayMode> &modes)
 {
     std::vector<DisplayMode> found;
     std::optional<DisplayMode> const standIn = FindStandIn();
-    if (standIn)
-    {
-        found.assign(std::begin(s_standIns), std::end(s_standIns));
-        found.push_back(*standIn);
-    }
-    else if (!ReadSystemModes(found))
-    {
+    if (!standIn && !ReadSystemModes(found))
         return false;
-    }
+    std::erase_if(found, [](DisplayMode const &mode) { return mode.width == 0 || mode.height == 0; });
+    if (found.empty())
+        found.assign(std::begin(s_standIns), std::end(s_standIns));
+    if (standIn)
+        found.push_back(*standIn);
     auto const toRow = [](DisplayMode const &mode)
     { return std::tuple(mode.width, mode.height, mode.bitsPerPixel, mode.frequency); };
     std::sort(found.begin(), found.end(),

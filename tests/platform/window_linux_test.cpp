@@ -148,7 +148,8 @@ TEST_F(WindowOnADisplay, ShowsPixelsWithinItsLimitsAndTakesNoUnknownMode)
     EXPECT_EQ(eWindowState::e_normal, window->GetState());
     std::vector<DisplayMode> modes;
     ASSERT_TRUE(ReadDisplayModes(modes));
-    ASSERT_TRUE(window->SetFullscreen(modes.back(), reason)) << reason;
+    // The virtual display does not tell its frequency.
+    ASSERT_TRUE(window->SetFullscreen({modes.back().width, modes.back().height, 32, 60}, reason)) << reason;
     EXPECT_TRUE(PumpUntil([&] { return window->GetSize().width == static_cast<int>(modes.back().width); }));
     EXPECT_EQ(eWindowState::e_fullscreen, window->GetState());
     window->Restore();

@@ -176,9 +176,9 @@ public:
     void Restore();
     /// Covers the display in its present mode.
     void SetFullscreen();
-    /// Covers the display in another mode, until Restore() or the end of the window. While another program is active,
-    /// the window is minimized and the display has the desktop's mode. Returns false and sets `reason` to a text for the
-    /// user, when the display does not take the mode; the window is then unchanged.
+    /// Covers the display in another mode, until Restore() or the end of the window; a frequency of 0 stands for any.
+    /// While another program is active, the window is minimized and the display has the desktop's mode. Returns false
+    /// and sets `reason` to a text for the user, when the display does not take the mode; the window is then unchanged.
     bool SetFullscreen(DisplayMode const &mode, string &reason);
     /// Brings the window to the front and requests the keyboard focus.
     void Activate();

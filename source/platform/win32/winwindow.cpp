@@ -212,9 +212,10 @@ bool Window::System::SetDisplayMode(DisplayMode const *wanted)
     MONITORINFOEXW const display = GetDisplayOf(window);
     DEVMODEW record = {};
     record.dmSize = sizeof(record);
-    record.dmFields = DM_PELSWIDTH | DM_PELSHEIGHT | DM_BITSPERPEL | DM_DISPLAYFREQUENCY;
+    record.dmFields = DM_PELSWIDTH | DM_PELSHEIGHT | DM_BITSPERPEL;
     if (wanted)
     {
+        record.dmFields |= wanted->frequency != 0 ? DM_DISPLAYFREQUENCY : 0;
         record.dmPelsWidth = wanted->width;
         record.dmPelsHeight = wanted->height;
         record.dmBitsPerPel = wanted->bitsPerPixel;

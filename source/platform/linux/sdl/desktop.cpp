@@ -152,10 +152,19 @@ bool ReadSystemModes(std::vector<DisplayMode> &modes)
 bool FindSdlMode(int display, DisplayMode const &mode, SDL_DisplayMode &found)
 {
     int const numModes = SDL_GetNumDisplayModes(display);
-    for (int i = 0; i < numModes; ++i)
+    for (bool const isExact : {true, false})
     {
-        if (SDL_GetDisplayMode(display, i, &found) == 0 && ToDisplayMode(found) == mode)
-            return true;
+        for (int i = 0; i < numModes; ++i)
+        {
+            if (SDL_GetDisplayMode(display, i, &found) != 0)
+                continue;
+            DisplayMode offered = ToDisplayMode(found);
+            // 0 stands for a frequency that is not known, or that does not matter.
+            if (!isExact && (offered.frequency == 0 || mode.frequency == 0))
+                offered.frequency = mode.frequency;
+            if (offered == mode)
+                return true;
+        }
     }
     return false;
 }

@@ -49,7 +49,7 @@ enum eUserEvent : Sint32
 /// Puts an event for a window into SDL's queue. Any thread.
 void PushWindowEvent(Uint32 window, eUserEvent code);
 
-/// Finds a mode among those of a display.
+/// Finds a mode among those of a display; a frequency of 0 fits any other.
 bool FindSdlMode(int display, DisplayMode const &mode, SDL_DisplayMode &found);
 
 } // namespace quillmarsh::platform
