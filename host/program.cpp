@@ -200,8 +200,9 @@ void Program::LoadVideo(std::vector<string> const &directories)
     settings.config.FrameBuffer.Fullscreen = arguments_.fullscreen;
     if (arguments_.fullscreen)
         settings.config.DisplayMode = DisplayModeConfig(true);
-    if (arguments_.size)
-        settings.config.DisplayMode = DisplayModeConfig(arguments_.size->width, arguments_.size->height, 32, 0);
+    // A window on a headless desktop covers it, unless another size is asked for.
+    if (std::optional<PixelSize> const &size = arguments_.size ? arguments_.size : arguments_.headless)
+        settings.config.DisplayMode = DisplayModeConfig(size->width, size->height, 32, 0);
     if (!settings.isEnabled)
         return;
     std::vector<PluginSet::Entry> const &entries = kernel_.GetPlugins().GetEntries();
