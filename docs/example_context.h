@@ -29,6 +29,7 @@ struct ExampleContext
 
     Mouse &mouse;
     gui::Renderer &renderer;
+    platform::Window &window;
     float x;
     SharedOutputStream &shared;
     void const *address;

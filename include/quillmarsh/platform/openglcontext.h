@@ -35,16 +35,12 @@ using OpenGLFunction = void (*)();
 /// The window outlives its contexts. All operations belong to the desktop's thread. The context is current on it from
 /// its creation on, until another one becomes current.
 /// \code
-/// AutoPtr<platform::OpenGLContext> Begin(platform::Window &window)
-/// {
-///     string reason;
-///     AutoPtr<platform::OpenGLContext> context = platform::OpenGLContext::Create(window, {}, reason);
-///     if (context == nullptr)
-///         GetConOut() << "There is no OpenGL: " << reason << std::endl;
-///     else
-///         context->SetSwapInterval(1);
-///     return context;
-/// }
+/// string reason;
+/// AutoPtr<platform::OpenGLContext> context = platform::OpenGLContext::Create(window, {}, reason);
+/// if (context == nullptr)
+///     GetConOut() << "There is no OpenGL: " << reason << std::endl;
+/// else
+///     context->SetSwapInterval(1);
 /// \endcode
 class QUILLMARSH_API OpenGLContext : NoCopy
 {
