@@ -236,6 +236,20 @@ bool GetUserProfileDirectory(string &directory, bool trailingSeparator)
     return FinishDirectory(succeeded, found, directory, trailingSeparator);
 }
 
+bool GetUserConfigDirectory(string &directory, bool trailingSeparator)
+{
+    string found;
+    bool const succeeded = platform::ReadUserDirectory(platform::eUserDirectory::e_config, found);
+    return FinishDirectory(succeeded, found, directory, trailingSeparator);
+}
+
+bool GetUserStateDirectory(string &directory, bool trailingSeparator)
+{
+    string found;
+    bool const succeeded = platform::ReadUserDirectory(platform::eUserDirectory::e_state, found);
+    return FinishDirectory(succeeded, found, directory, trailingSeparator);
+}
+
 bool GetTempDirectory(string &directory, bool trailingSeparator)
 {
     string found;

@@ -52,6 +52,15 @@ bool ReadTempDirectory(string &directory);
 /// Reads the user's home directory for when the environment does not name it. Always false on Windows, where it does.
 bool ReadHomeDirectory(string &directory);
 
+/// Directories of the user for files of programs.
+enum class eUserDirectory
+{
+    e_config,
+    e_state
+};
+/// Reads the name of a directory, which may not exist. False when the user has no home.
+bool ReadUserDirectory(eUserDirectory kind, string &directory);
+
 /// @}
 
 /// Replaces each "%NAME%" by the value of the environment variable, when that is set. Returns false when the system

@@ -126,6 +126,13 @@ QUILLMARSH_API bool SetProcessDirectory(string const &directory);
 QUILLMARSH_API bool GetUserHomeDirectory(string &directory, bool trailingSeparator);
 /// Gives the value of "%USERPROFILE%". Where it is not set, as is usual on Linux, Linux gives the home directory.
 QUILLMARSH_API bool GetUserProfileDirectory(string &directory, bool trailingSeparator);
+/// Gives the directory in which programs keep the user's settings: "%APPDATA%" on Windows; on Linux "XDG_CONFIG_HOME" if
+/// that is an absolute path, or else ".config" in the home directory. It may not exist. Returns false when the user has
+/// no home.
+QUILLMARSH_API bool GetUserConfigDirectory(string &directory, bool trailingSeparator);
+/// Gives the directory for what programs remember about the user, such as a history: "%LOCALAPPDATA%" on Windows,
+/// "XDG_STATE_HOME" or ".local/state" on Linux. Otherwise like GetUserConfigDirectory().
+QUILLMARSH_API bool GetUserStateDirectory(string &directory, bool trailingSeparator);
 /// Gives the directory for temporary files.
 QUILLMARSH_API bool GetTempDirectory(string &directory, bool trailingSeparator);
 /// Creates an empty file with a new name in a directory. Windows uses the first three characters of the prefix, and

@@ -128,6 +128,23 @@ bool ReadHomeDirectory(string &directory)
     return true;
 }
 
+bool ReadUserDirectory(eUserDirectory kind, string &directory)
+{
+    bool const isConfig = kind == eUserDirectory::e_config;
+    string const named = GetVariable(isConfig ? "XDG_CONFIG_HOME" : "XDG_STATE_HOME");
+    if (named.starts_with('/'))
+    {
+        directory = named;
+        return true;
+    }
+    string home;
+    struct stat status;
+    if (!ReadHomeDirectory(home) || stat(home.c_str(), &status) != 0 || !S_ISDIR(status.st_mode))
+        return false;
+    directory = home + (isConfig ? "/.config" : "/.local/state");
+    return true;
+}
+
 bool ExpandEnvironment(string const &in, string &out)
 {
     out.clear();

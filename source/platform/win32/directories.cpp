@@ -34,6 +34,16 @@ bool ReadHomeDirectory(string &)
     return false;
 }
 
+bool ReadUserDirectory(eUserDirectory kind, string &directory)
+{
+    string const variable = kind == eUserDirectory::e_config ? "%APPDATA%" : "%LOCALAPPDATA%";
+    string expanded;
+    if (!ExpandEnvironment(variable, expanded) || expanded == variable || expanded.empty())
+        return false;
+    directory = expanded;
+    return true;
+}
+
 bool ExpandEnvironment(string const &in, string &out)
 {
     wstring wide;
