@@ -203,7 +203,7 @@ void Mipmaps(DataBench &bench, ostream &out, CommandArguments const &arguments)
     std::vector<SampledData> const levels =
         sampled_data::BuildMipmaps(data, format != nullptr ? RequireFormat(*format) : data.GetFormat());
     sampled_data::SaveLevels(levels, prefix, bench.save);
-    out << levels.size() << " levels saved" << std::endl;
+    out << levels.size() << (levels.size() == 1 ? " level saved" : " levels saved") << std::endl;
 }
 
 void Save(DataBench &bench, ostream &out, CommandArguments const &arguments)

@@ -11,6 +11,18 @@
 
 namespace quillmarsh::std_command_interpreter
 {
+namespace
+{
+
+/// Name of a command's class for users: without the scopes that it stands in.
+string GetPlainClassName(Command const &command)
+{
+    string const name = FormatClassName(GetTypeName(typeid(command)));
+    std::size_t const scope = name.rfind("::", name.find('<'));
+    return scope == string::npos ? name : name.substr(scope + 2);
+}
+
+} // namespace
 
 InternalCommand::InternalCommand(Interpreter &interpreter) : interpreter_(interpreter) {}
 
@@ -157,7 +169,7 @@ Command *Interpreter::SelectCommand(ostream &out, bool &result)
 void Interpreter::DumpCommandHelp(ostream &out, CommandLineParser const &parser, Command &command)
 {
     out << CaptionEffector("Command-help", 5, '-', 1);
-    out << "TargetCommand: " << FormatClassName(GetTypeName(typeid(command))) << nl;
+    out << "TargetCommand: " << GetPlainClassName(command) << nl;
     out << "CurrentName..: " << command.GetName() << nl;
     out << "DefaultName..: " << command.GetDefaultName() << nl;
     out << "DevModeOnly..: " << MakeString(command.IsDeveloperModeOnly()) << nl;

@@ -147,7 +147,7 @@ TEST_F(StdInterpreter, HelpSwitchOutranksDeveloperMode)
     Get().RegisterExternalCommand(new EchoCmd("secret", true));
     string const help =
         "----- Command-help -----\n"
-        "TargetCommand: std_command_interpreter::(anonymous namespace)::EchoCmd\n"
+        "TargetCommand: EchoCmd\n"
         "CurrentName..: secret\nDefaultName..: secret\nDevModeOnly..: true\nSummary......: says secret\n"
         "HelpSwitch...: -h\nbody of secret\n";
     string const refusal = "Command: secret is developer-mode only.\n";
@@ -259,7 +259,7 @@ TEST_F(StdInterpreter, HelpCommandFindsItsTarget)
     EXPECT_EQ(body.str(), "Options:\n\t-a, print all commands in history\n"
                           "Arguments:\n\t0) uinteger, set (default) number of commands printed\n"
                           "Default behavior:\n\tprint tail of command-history: 10\n");
-    EXPECT_NE(Run("help alias").find("TargetCommand: std_command_interpreter::AliasCmd\n"), string::npos);
+    EXPECT_NE(Run("help alias").find("TargetCommand: AliasCmd\n"), string::npos);
     string const own = Run("help -x alias");
     EXPECT_NE(own.find("CurrentName..: help\n"), string::npos);
     EXPECT_TRUE(own.ends_with("GlobalHelpSwitch: -h\ntrue"));
