@@ -2,6 +2,7 @@
 
 #include <quillmarsh/basetools/texttools.h>
 #include <quillmarsh/framework/commandtable.h>
+#include <quillmarsh/host/consolehistory.h>
 
 namespace quillmarsh::host
 {
@@ -95,30 +96,38 @@ void ConsoleLines::RunLine(SourceLine const &line)
     place_ = source_->IsTyped() ? "a console line" : "line " + MakeString(line.number) + " of " + source_->GetName();
     kernel_.GetFailures().SetPlace(place_.c_str());
 
-    SharedOutputStream &out = kernel_.GetConsole().GetStream();
-    std_command_interpreter::Interpreter &interpreter = *kernel_.GetCommandInterpreter();
-    bool succeeded = false;
     runsLine_ = true;
-    if (source_->IsTyped())
-    {
-        kernel_.GetConsole().EnterTypedLine(line.text);
-        succeeded = interpreter.InterpretCommandLine(line.text, out);
-    }
-    else
-    {
-        succeeded = interpreter.InterpretScript(out, line.text, false) == 0;
-    }
+    bool const succeeded = Interpret(line.text);
     runsLine_ = false;
-    out.flush();
     if (!succeeded && !source_->IsTyped())
         OnFailedLine();
+    if (history_ != nullptr && source_->IsTyped())
+        history_->Add(line.text);
+}
+
+/// Shows a line that the user does not see yet, and interprets it.
+bool ConsoleLines::Interpret(string const &line)
+{
+    SharedOutputStream &out = kernel_.GetConsole().GetStream();
+    std_command_interpreter::Interpreter &interpreter = *kernel_.GetCommandInterpreter();
+    if (source_->IsTyped())
+        kernel_.GetConsole().EnterTypedLine(line);
+    else if (!source_->IsStartScript())
+        out << e_echo << line << std::endl << e_info;
+    // The interpreter's answer to an unknown command has no type of its own.
+    if (interpreter.FindCommandOfLine(line) == nullptr)
+        out << e_error;
+    bool const succeeded = interpreter.InterpretCommandLine(line, out);
+    out << e_info << std::flush;
+    return succeeded;
 }
 
 void ConsoleLines::OnFailedLine()
 {
-    hasFailed_ = true;
-    report_(GetLinePlace() + "the line failed" + (stopOnError_ ? ", the script stops here" : ""));
-    if (stopOnError_)
+    bool const stops = stopOnError_ && !source_->IsStartScript();
+    hasFailed_ = hasFailed_ || !source_->IsStartScript();
+    report_(GetLinePlace() + "the line failed" + (stops ? ", the script stops here" : ""));
+    if (stops)
         next_ = LineSource::eNext::e_end;
 }
 

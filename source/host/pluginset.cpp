@@ -3,6 +3,7 @@
 #include "catching.h"
 #include "pluginlibraryfile.h"
 
+#include <quillmarsh/basetools/exception.h>
 #include <quillmarsh/basetools/namedparameter.h>
 
 #include <algorithm>
@@ -17,7 +18,15 @@ PluginSet::~PluginSet() = default;
 
 void PluginSet::Load(string const &fileName)
 {
-    libraries_.push_back(std::make_unique<PluginLibraryFile>(fileName));
+    try
+    {
+        libraries_.push_back(std::make_unique<PluginLibraryFile>(fileName));
+    }
+    catch (KernelException const &thrown)
+    {
+        refusals_.push_back({fileName, thrown.GetMessage()});
+        throw;
+    }
     for (PluginDescriptor *const descriptor : libraries_.back()->GetDescriptors())
         entries_.push_back({descriptor, fileName});
 }

@@ -5,7 +5,6 @@
 #include <quillmarsh/basetools/filesystem.h>
 #include <quillmarsh/basetools/profilerdumpdesc.h>
 #include <quillmarsh/basetools/texttools.h>
-#include <quillmarsh/host/waitcmd.h>
 #include <quillmarsh/platform/program.h>
 
 #include <iostream>
@@ -67,7 +66,7 @@ Session::Session(SessionOptions options, library_info::LibraryVersion const &ver
                                               " of the library, and runs with " + own.MakeString() + ".");
     }
     kernel_.GetConsole().SetOutput(options_.out != nullptr ? out_.get() : nullptr);
-    kernel_.GetCommandInterpreter()->RegisterExternalCommand(new WaitCmd(lines_));
+    RegisterConsoleCommands(kernel_, lines_, startValues_);
     walk_.onStartupResult = [this](Application::StartupResult const &result) { OnStartup(result); };
 }
 
@@ -116,6 +115,7 @@ bool Session::Begin(std::function<AutoPtr<Application>()> const &create)
     if (std::exchange(isOpen_, true))
         return false;
     hasRun_ = isRunning_ = walk_.Up(create, MakeStartupInfo());
+    startValues_ = GetVariableTexts(*kernel_.GetVariableRegistry());
     return isRunning_;
 }
 
@@ -198,8 +198,8 @@ void Session::LogSummary()
     {
         double const seconds = kernel_.GetFrameTime();
         unsigned int const frames = kernel_.GetFrameNumber();
-        logStream_ << frames << " frames in " << seconds << " s, " << (seconds > 0 ? frames / seconds : 0)
-                   << " a second" << std::endl;
+        logStream_ << frames << (frames == 1 ? " frame in " : " frames in ") << seconds << " s, "
+                   << (seconds > 0 ? frames / seconds : 0) << " a second" << std::endl;
     }
     if (autoInit.LogProfilerStatistics)
     {

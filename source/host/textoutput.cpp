@@ -24,7 +24,6 @@ std::string_view GetColour(unsigned int type)
     case OutputStream::e_typeQuery:
         return "\033[35m";
     case OutputStream::e_typeEcho:
-        return "\033[32m";
     case OutputStream::e_typeDebug:
         return "\033[2m";
     default:

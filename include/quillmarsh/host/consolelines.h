@@ -10,6 +10,8 @@
 namespace quillmarsh::host
 {
 
+class ConsoleHistory;
+
 /// Runs the lines of a source between frames: all available lines, until one of them waits.
 ///
 /// Blank lines, and lines that begin with "#", are not run. Frame thread only.
@@ -29,12 +31,17 @@ public:
     /// Commands of the class TableCommand refuse such lines by themselves.
     void SetStrict(bool strict) { strict_ = strict; }
 
+    /// Hands each typed line that has run to the history; borrows it, and null means none.
+    void SetHistory(ConsoleHistory *history) { history_ = history; }
+
     /// Runs the lines. Call it after each frame. Lines that are queued meanwhile run after the next frame.
     void Run();
     /// Lets frames pass before the next line.
     void Wait(unsigned int numFrames) { framesToWait_ = numFrames; }
     /// Ends a wait, so that the next line runs after the next frame. False when nothing waits. Any thread.
     bool EndWait() { return framesToWait_.exchange(0) > 0; }
+    /// True while frames must pass before the next line. Any thread.
+    bool IsWaiting() const { return framesToWait_ > 0; }
 
     /// True when the source has no more lines.
     bool IsAtEnd() const { return next_ == LineSource::eNext::e_end; }
@@ -46,6 +53,7 @@ public:
 private:
     void RunQueuedLines();
     void RunLine(SourceLine const &line);
+    bool Interpret(string const &line);
     void OnFailedLine();
     bool Inspect(Command const &command, CommandLineParser const &parser) const;
     string GetLinePlace() const;
@@ -54,6 +62,7 @@ private:
 
     HostKernel &kernel_;
     LineSource *source_ = nullptr;
+    ConsoleHistory *history_ = nullptr;
     bool stopOnError_ = false;
     bool strict_ = false;
     std::function<void(string const &)> report_;

@@ -4,6 +4,8 @@
 
 #include <quillmarsh/host/applicationwalk.h>
 #include <quillmarsh/host/appwindow.h>
+#include <quillmarsh/host/consolecommands.h>
+#include <quillmarsh/host/consolehistory.h>
 #include <quillmarsh/host/consolelines.h>
 #include <quillmarsh/host/devicegroup.h>
 #include <quillmarsh/host/failures.h>

@@ -43,6 +43,9 @@ public:
     virtual void OnDone() = 0;
     /// True when the user types the lines, and so sees them already.
     virtual bool IsTyped() const = 0;
+    /// True for lines that run by themselves at the start: they are not echoed, and a failed one is reported, but neither
+    /// ends anything nor counts as a failure of the run. False by default.
+    virtual bool IsStartScript() const;
     /// Returns the name of the source, for messages.
     virtual string const &GetName() const = 0;
     /// Answers requests of a user who types, such as the completion of a command. Called between frames; does nothing

@@ -33,6 +33,13 @@ public:
         string fileName;
     };
 
+    /// A library that could not be used.
+    struct Refusal
+    {
+        string fileName;
+        string reason;
+    };
+
     /// Creates an empty set.
     PluginSet();
     ~PluginSet();
@@ -41,6 +48,8 @@ public:
     void Load(string const &fileName);
     /// Adds a plug-in of the program itself. The descriptor is borrowed, and must outlive the run.
     void Add(PluginDescriptor &descriptor);
+    /// Returns the libraries that Load() has refused.
+    std::vector<Refusal> const &GetRefusals() const { return refusals_; }
     /// Unloads the libraries, the last one first. None of their code or objects may be in use.
     void Unload();
     /// Keeps the libraries loaded until the process ends.
@@ -88,6 +97,7 @@ private:
 
     std::vector<AutoPtr<PluginLibraryFile>> libraries_;
     std::vector<Entry> entries_;
+    std::vector<Refusal> refusals_;
     std::vector<Parameter> parameters_;
 };
 

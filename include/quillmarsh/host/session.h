@@ -3,6 +3,7 @@
 #define QUILLMARSH_HOST_SESSION_H
 
 #include <quillmarsh/host/applicationwalk.h>
+#include <quillmarsh/host/consolecommands.h>
 #include <quillmarsh/host/consolelines.h>
 #include <quillmarsh/host/hostkernel.h>
 
@@ -110,6 +111,7 @@ private:
     HostKernel kernel_;
     ApplicationWalk walk_;
     ConsoleLines lines_;
+    VariableTexts startValues_;
     bool isOpen_ = false;
     /// The application has reached the frames.
     bool hasRun_ = false;
