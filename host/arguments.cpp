@@ -81,6 +81,7 @@ void AddOptions(CLI::App &app, Arguments &arguments)
     app.add_option("--script", arguments.script, "run the lines of FILE (- is standard input), then exit")
         ->type_name("FILE");
     app.add_flag("--stop-on-error", arguments.stopOnError, "stop a script at the first line that fails");
+    app.add_flag("--no-start-script", arguments.noStartScript, "leave the user's own start script out");
     app.add_flag("--strict", arguments.strict, "refuse lines with words that their command does not know");
     app.add_option_function<string>(
            "--frames", [&arguments](string const &text) { TakeFrames(arguments, text); }, "exit after N frames")

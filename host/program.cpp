@@ -26,6 +26,11 @@ namespace
 constexpr double s_defaultFrameRate = 60;
 constexpr char s_szDefaultApplication[] = "workbench";
 constexpr char s_szDefaultVideo[] = "video_opengl";
+/// Commands that the history of a terminal holds, if the start script does not ask for more.
+constexpr unsigned int s_minHistory = 1000;
+constexpr char s_szHint[] =
+    "Type 'help NAME' for help with a command, 'list-commands' for all commands, 'find WORD' to "
+    "search them.\n";
 /// Drivers that come with the host. They are loaded with the host's own application if they exist beside it.
 constexpr char const *s_defaultDrivers[] = {"input_recording"};
 
@@ -46,8 +51,12 @@ string JoinWords(std::vector<string> const &words)
 
 void PrintMessage(string const &message)
 {
-    string const shown = platform::IsTerminal(eStandardStream::e_error) ? MakePrintable(message, true) : message;
-    std::cerr << "quillmarsh-host: " + shown + "\n" << std::flush;
+    bool const isTerminal = platform::IsTerminal(eStandardStream::e_error);
+    bool const coloured = platform::TakesEscapeSequences(eStandardStream::e_error) && WantsColours();
+    string shown;
+    AppendColoured(shown, "quillmarsh-host: " + (isTerminal ? MakePrintable(message, true) : message),
+                   coloured ? OutputStream::e_typeError : OutputStream::e_typeInfo);
+    std::cerr << shown + "\n" << std::flush;
 }
 
 Program::Program(Arguments const &arguments, std::vector<string> const &words)
@@ -64,7 +73,8 @@ Program::Program(Arguments const &arguments, std::vector<string> const &words)
               outputFailed_ = true;
               PrintMessage("cannot write to standard output: " + error);
               kernel_.RequestExit();
-          })
+          }),
+      history_(interactive_ ? GetHistoryFileName() : "", [this](string const &message) { Report(message); })
 {
 }
 
@@ -163,8 +173,39 @@ void Program::OpenSource()
         kernel_.GetConsole().SetOutput(terminal_.get());
     }
     LineSource *const source = interactive_ ? static_cast<LineSource *>(terminal_.get()) : script_.get();
-    lines_.SetSource(source, arguments_.stopOnError);
+    source_ = std::make_unique<StartedSource>(OpenStartScript(), *source, [this] { OnStartScriptEnd(); });
+    lines_.SetSource(source_.get(), arguments_.stopOnError);
     lines_.SetStrict(arguments_.strict);
+    lines_.SetHistory(&history_);
+}
+
+/// Opens the user's own start script; null if there is none.
+AutoPtr<LineSource> Program::OpenStartScript()
+{
+    string const fileName = arguments_.noStartScript ? "" : FindStartScript();
+    if (fileName.empty())
+        return nullptr;
+    try
+    {
+        return std::make_unique<ScriptReader>(fileName, [this] { kernel_.WakeUp(); });
+    }
+    catch (WrongArgumentException const &thrown)
+    {
+        Report(thrown.GetMessage());
+        return nullptr;
+    }
+}
+
+/// Forgets the lines of the start script, which are not the user's, and shows the prompt.
+void Program::OnStartScriptEnd()
+{
+    ConsoleBuffers &buffers = kernel_.GetConsole().GetBuffers();
+    buffers.ClearCommandHistory();
+    if (terminal_ == nullptr)
+        return;
+    buffers.SetMaxCommandsInHistory(std::max(buffers.GetMaxCommandsInHistory(), s_minHistory));
+    history_.Load(buffers);
+    BeginConsole(session_.GetStartupResult());
 }
 
 void Program::LoadPlugins()
@@ -262,8 +303,17 @@ void Program::LoadDefaultDrivers(std::vector<string> const &directories)
         auto const found =
             std::find_if(directories.begin(), directories.end(),
                          [&](string const &directory) { return file_system::FileExists(makeFileName(directory)); });
-        if (!isLoaded && found != directories.end())
+        if (isLoaded || found == directories.end())
+            continue;
+        try
+        {
             plugins.Load(makeFileName(*found));
+        }
+        catch (KernelException const &thrown)
+        {
+            // Nobody has asked for this driver.
+            Report(thrown.GetMessage());
+        }
     }
 }
 
@@ -271,10 +321,7 @@ void Program::RunApplication()
 {
     bool const isUp = session_.Open() && session_.Run("the setting of variables", [this] { SetVariables(); });
     if (isUp && !hasWrongArgument_)
-    {
-        BeginConsole(session_.GetStartupResult());
         RunFrames();
-    }
     if (terminal_ != nullptr)
         terminal_->EndEditing();
     session_.Close();
@@ -282,8 +329,10 @@ void Program::RunApplication()
 
 void Program::BeginConsole(Application::StartupResult const &result)
 {
-    if (terminal_ != nullptr && result.EnableConsole)
-        terminal_->BeginEditing((result.AppWindowText.empty() ? "quillmarsh" : result.AppWindowText) + "> ");
+    if (!result.EnableConsole)
+        return;
+    terminal_->Write(s_szHint, OutputStream::e_typeInfo);
+    terminal_->BeginEditing((result.AppWindowText.empty() ? "quillmarsh" : result.AppWindowText) + "> ");
 }
 
 void Program::SetVariables()

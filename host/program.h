@@ -5,8 +5,10 @@
 #include "arguments.h"
 #include "hostlog.h"
 #include "standardoutput.h"
+#include "startedsource.h"
 #include "terminal.h"
 
+#include <quillmarsh/host/consolehistory.h>
 #include <quillmarsh/host/session.h>
 #include <quillmarsh/platform/program.h>
 
@@ -45,6 +47,8 @@ private:
     SessionOptions MakeOptions();
     void Prepare();
     void OpenSource();
+    AutoPtr<LineSource> OpenStartScript();
+    void OnStartScriptEnd();
     void LoadPlugins();
     void LoadDefaultDrivers(std::vector<string> const &directories);
     void UseHeadlessDesktop();
@@ -84,6 +88,8 @@ private:
     platform::SignalWatch signals_;
     StandardOutput standardOutput_;
     AutoPtr<LineSource> script_;
+    AutoPtr<StartedSource> source_;
+    ConsoleHistory history_;
 };
 
 } // namespace quillmarsh::host

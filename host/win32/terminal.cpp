@@ -1,9 +1,11 @@
 #include "../terminal.h"
 
+#include "../completionlist.h"
 #include "../dialogtext.h"
 #include "consoleinput.h"
 #include <quillmarsh/basetools/outputstream.h>
 #include <quillmarsh/basetools/texttools.h>
+#include <quillmarsh/framework/stdcommandinterpreter.h>
 #include <quillmarsh/platform/program.h>
 
 #include <condition_variable>
@@ -50,6 +52,17 @@ struct Terminal::State
     std::deque<string> lines;
     std::deque<OpenDialog *> dialogs;
 
+    /// A line that the user wants completed, and the answer of the frame thread.
+    enum class eCompletion
+    {
+        e_none,
+        e_offered,
+        e_done
+    };
+    eCompletion completion = eCompletion::e_none;
+    string completionLine;
+    Completions completions;
+
     void Put(string const &text)
     {
         string error;
@@ -64,6 +77,8 @@ struct Terminal::State
     bool ReadLine(std::unique_lock<std::mutex> &lock);
     void Accept(string const &line);
     void AnswerByDefault();
+    string Complete(string const &typed);
+    string ShowCompletions(string const &typed);
 };
 
 void Terminal::State::Run(std::shared_ptr<State> const &state)
@@ -88,7 +103,7 @@ bool Terminal::State::ReadLine(std::unique_lock<std::mutex> &lock)
     isReading = true;
     lock.unlock();
     string line;
-    bool const succeeded = ReadConsoleLine(line);
+    bool const succeeded = ReadConsoleLine(line, [this](string const &typed) { return Complete(typed); });
     lock.lock();
     isReading = false;
     if (succeeded)
@@ -121,6 +136,44 @@ void Terminal::State::Accept(string const &line)
         dialogs.pop_front();
     else
         Put(FormatQuestion(dialogs.front()->request));
+}
+
+/// Asks the frame thread to complete a line. Returns the line that the screen shows then.
+string Terminal::State::Complete(string const &typed)
+{
+    std::unique_lock lock(mutex);
+    if (!mayEdit || closing || !dialogs.empty())
+        return typed;
+    completionLine = typed;
+    completion = eCompletion::e_offered;
+    client.onInput();
+    // A dialog may open meanwhile; the thread must then read its answer.
+    condition.wait(lock, [this] { return completion == eCompletion::e_done || closing || !dialogs.empty(); });
+    bool const isDone = completion == eCompletion::e_done;
+    completion = eCompletion::e_none;
+    return isDone ? ShowCompletions(typed) : typed;
+}
+
+string Terminal::State::ShowCompletions(string const &typed)
+{
+    std::vector<CompletionCandidate> const &candidates = completions.candidates;
+    if (candidates.empty())
+    {
+        Put("\a");
+        atLineStart = false;
+        return typed;
+    }
+    string line = typed.substr(0, completions.begin) + completions.commonReplacement;
+    if (candidates.size() == 1 && candidates.front().isWhole)
+        line += ' ';
+    unsigned int const width = platform::GetTerminalWidth(platform::eStandardStream::e_output);
+    if (candidates.size() > 1)
+        Put("\n" + FormatCandidates(candidates, width > 0 ? width : 80, coloured) + prompt + line);
+    else if (line.starts_with(typed))
+        Put(line.substr(typed.size()));
+    else
+        Put("\n" + prompt + line);
+    return line;
 }
 
 void Terminal::State::AnswerByDefault()
@@ -216,7 +269,22 @@ string const &Terminal::GetName() const
     return state_->name;
 }
 
-void Terminal::Serve(std_command_interpreter::Interpreter &, ostream &) {}
+void Terminal::Serve(std_command_interpreter::Interpreter &interpreter, ostream &)
+{
+    string line;
+    {
+        std::lock_guard const lock(state_->mutex);
+        if (state_->completion != State::eCompletion::e_offered)
+            return;
+        line = state_->completionLine;
+    }
+    Completions completions = interpreter.FindCompletions(line);
+    std::lock_guard const lock(state_->mutex);
+    state_->completions = std::move(completions);
+    if (state_->completion == State::eCompletion::e_offered)
+        state_->completion = State::eCompletion::e_done;
+    state_->condition.notify_all();
+}
 
 platform::eDialogAnswer Terminal::Present(platform::DialogRequest const &request)
 {
@@ -224,6 +292,7 @@ platform::eDialogAnswer Terminal::Present(platform::DialogRequest const &request
     state_->Put("\n" + FormatDialog(request));
     OpenDialog dialog{request, {}};
     state_->dialogs.push_back(&dialog);
+    state_->condition.notify_all();
     // If another thread waits for a line, it takes the answer; otherwise this thread does.
     while (!dialog.answer)
     {

@@ -81,6 +81,8 @@ AGAIN = "Interrupt again to exit."
 host = sys.argv[1:] + ["--video", "none"]
 play(host, ("grxet\x7f\x7f\x7feet\r", HELLO + "!", PROMPT), ("greet -to=J\u00fcrgen\r", HELLO + ", J\u00fcrgen!", PROMPT),
      ("exit\r",))
+play(host, ("gre\t-t\tyou\r", HELLO + ", you!", PROMPT), ("h\t", "help", "Print help for any command", PROMPT + "h"),
+     ("elp li\t\r", "TargetCommand: ", PROMPT), ("\x03", AGAIN, PROMPT), ("exit\r",))
 play(host, ("gre\x03", AGAIN, PROMPT), ("greet\r", HELLO + "!", PROMPT), ("\x03", AGAIN), ("\x03",))
 play(host + ["--developer-mode"], ("crash -assert\r", "! Forced assert by crash-command.", "or Enter for Abort? "),
      ("i\r", PROMPT), ("exit\r",))

@@ -1,4 +1,5 @@
 #include "tests/support/host_process.h"
+#include "tests/support/scratch_directory.h"
 #include "tests/support/terminal_linux.h"
 #include "tests/support/waiting.h"
 
@@ -31,6 +32,68 @@ TEST(Terminal, EditsCompletesAndRemembersLines)
     EXPECT_TRUE(host.Enter(string(s_up) + s_up + "\r", {"Hello from the workbench!"}));
     host.Send("frobnicate\rexit\r");
     EXPECT_EQ(0, host.Wait()) << host.GetShown();
+}
+
+TEST(Terminal, CompletesEachWordOfALine)
+{
+    HostTerminal host;
+    ASSERT_TRUE(host.Expect("Type 'help NAME'"));
+    ASSERT_TRUE(host.Expect("workbench> "));
+    // Options and values; then a word in the middle, with quotes.
+    EXPECT_TRUE(host.Enter("var bench.bal\t7\r", {"bench.balls = 7", "workbench> "}));
+    EXPECT_TRUE(host.Enter("var data.overwrite \t", {"true", "false", "workbench> var data.overwrite "}));
+    EXPECT_TRUE(host.Enter("t\t\r", {"data.overwrite = true", "workbench> "}));
+    EXPECT_TRUE(host.Enter("hel 'gre\033[D\033[D\033[D\033[D\033[D\t\005\t\r", {"Print the greeting", "workbench> "}));
+    EXPECT_TRUE(host.Enter("load " QUILLMARSH_TEST_SOURCES "examples/pic\t\r", {"ture.png", "workbench> "}));
+    EXPECT_TRUE(host.Enter("xyz\t", {"\a"}));
+    EXPECT_TRUE(host.Enter("\003", {"^C\r\nworkbench> "}));
+    host.Send("\004");
+    EXPECT_EQ(0, host.Wait()) << host.GetShown();
+}
+
+TEST(Terminal, KeepsTheHistoryAndSearchesIt)
+{
+    ScratchDirectory const directory;
+    EnvironmentVariable const state("XDG_STATE_HOME", directory.GetPath().c_str());
+    for (bool first : {true, false})
+    {
+        HostTerminal host;
+        ASSERT_TRUE(host.Expect("workbench> "));
+        if (first)
+            EXPECT_TRUE(host.Enter("greet -to=first\rbench\r", {"Hello from the workbench, first!", "Balls"}));
+        else
+            EXPECT_TRUE(host.Enter("\022to=\r", {"Hello from the workbench, first!", "workbench> "}))
+                << host.GetShown();
+        host.Send("exit\r");
+        EXPECT_EQ(0, host.Wait()) << host.GetShown();
+    }
+    EXPECT_EQ("greet -to=first\nbench\nexit\ngreet -to=first\nexit\n",
+              ReadFile(directory.GetPath() / "quillmarsh" / "history"));
+
+    // A folder that cannot be written.
+    directory.Write("file", "");
+    EnvironmentVariable const broken("XDG_STATE_HOME", (directory.GetPath() / "file").c_str());
+    HostTerminal host;
+    ASSERT_TRUE(host.Expect("workbench> "));
+    EXPECT_TRUE(host.Enter("greet\r", {"the history is not kept: cannot write '", "workbench> "})) << host.GetShown();
+    EXPECT_TRUE(host.Enter("greet\r", {"Hello from the workbench!", "workbench> "}));
+    host.Send("exit\r");
+    EXPECT_EQ(0, host.Wait()) << host.GetShown();
+}
+
+TEST(Terminal, ShowsThePromptAgainAfterAStopAndLeavesNoneBehind)
+{
+    HostTerminal host;
+    ASSERT_TRUE(host.Expect("workbench> "));
+    EXPECT_TRUE(host.Enter("gre", {"gre"}));
+    host.Signal(SIGSTOP);
+    host.Signal(SIGCONT);
+    EXPECT_TRUE(host.Expect("workbench> gre")) << host.GetShown();
+    EXPECT_TRUE(host.Enter("et\r", {"Hello from the workbench!", "workbench> "}));
+    host.Signal(SIGTERM);
+    EXPECT_EQ(-SIGTERM, host.Wait());
+    // The last thing that happens to the prompt is that it is erased.
+    EXPECT_NE(string::npos, host.GetShown().find("\033[J", host.GetShown().rfind("workbench> "))) << host.GetShown();
 }
 
 TEST(Terminal, InterruptClearsTheLineAndTheSecondOneEnds)
@@ -141,9 +204,17 @@ TEST(Terminal, ColoursByTypeUnlessToldNotTo)
         HostTerminal host;
         ASSERT_TRUE(host.Expect("workbench> "));
         EXPECT_TRUE(host.Enter("'unclosed\r", {"Command-line error:", "workbench> "}));
+        EXPECT_TRUE(host.Enter("frobnicate\r", {"Command not recognized.", "workbench> "}));
         host.Send("\004");
         EXPECT_EQ(0, host.Wait());
         EXPECT_EQ(coloured, host.GetShown().find("\033[31mCommand-line error:") != string::npos) << host.GetShown();
+        EXPECT_EQ(coloured, host.GetShown().find("\033[31mCommand not recognized.") != string::npos) << host.GetShown();
+
+        ScratchFile const script("greet\nfrobnicate\n");
+        HostTerminal runs({"--script", script.GetName()});
+        EXPECT_EQ(1, runs.Wait());
+        EXPECT_EQ(coloured, runs.GetShown().find("\033[2mgreet\033[0m\r\nHello") != string::npos) << runs.GetShown();
+        EXPECT_EQ(coloured, runs.GetShown().find("\033[31mquillmarsh-host: ") != string::npos) << runs.GetShown();
     }
 }
 

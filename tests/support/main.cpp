@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdlib>
+
 #if defined(_WIN32)
 #include "source/platform/win32/windows.h"
 #endif
@@ -12,6 +14,10 @@ int main(int argc, char **argv)
 #if defined(_WIN32)
     // Keeps windows and debuggers away when a test or its child process crashes.
     SetErrorMode(SEM_FAILCRITICALERRORS | SEM_NOGPFAULTERRORBOX);
+#else
+    // Tests neither run the start script of whoever runs them, nor add to his history.
+    setenv("XDG_CONFIG_HOME", "/nonexistent", 1);
+    unsetenv("XDG_STATE_HOME");
 #endif
     quillmarsh::tests::HandledDialogs const dialogs([](std::string const &text)
                                                     { ADD_FAILURE() << "Unexpected dialog: " << text; });
