@@ -63,6 +63,7 @@
 #include <quillmarsh/dataobjects/inputfile.h>
 #include <quillmarsh/dataobjects/mipmapchains.h>
 #include <quillmarsh/dataobjects/packageinspection.h>
+#include <quillmarsh/dataobjects/picturedesc.h>
 #include <quillmarsh/dataobjects/sampleddata.h>
 #include <quillmarsh/dataobjects/sampleddataoperations.h>
 #include <quillmarsh/dataobjects/sampleformats.h>

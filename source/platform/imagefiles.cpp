@@ -18,6 +18,18 @@ bool ImageFileReader::SetSize(std::uint64_t numRows, std::uint64_t numColumns, b
     return true;
 }
 
+bool ImageFileReader::ReadLuminance(float *)
+{
+    return Fail(eImageFailure::e_unsupported, "luminance of more than eight bits is not supported");
+}
+
+bool ImageFileReader::FailPage(unsigned int page)
+{
+    string const numPages = std::to_string(facts_.numPages);
+    return Fail(eImageFailure::e_unsupported, "has no page " + std::to_string(page) + ", but " + numPages +
+                                                  (facts_.numPages == 1 ? " page" : " pages") + ", counted from 0");
+}
+
 bool ImageFileReader::Fail(eImageFailure kind, string const &text)
 {
     if (failure_.kind == eImageFailure::e_none)

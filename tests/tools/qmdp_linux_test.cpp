@@ -2,6 +2,7 @@
 #include "tests/support/process.h"
 #include "tests/support/scratch_directory.h"
 #include "tests/support/terminal_linux.h"
+#include "tests/support/tiff_bytes.h"
 #include "tests/support/waiting.h"
 
 #include <gtest/gtest.h>
@@ -277,10 +278,10 @@ TEST_F(Qmdp, FailuresOfDataLeaveNoFile)
 {
     string const in = directory_ / "in.qmdp", out = directory_ / "out";
     std::tuple<string, Words, char const *, string> const cases[] = {
-        {Signal(s_A1R5G5B5, "ab"),
+        {Signal(0x02000011, "ab"),
          {"--format=L8"},
          ".qmdp",
-         in + ": no transfer leads from the sample format A1R5G5B5 to L8"},
+         in + ": no transfer leads from the sample format unknown to L8"},
         {Image(1, 1, 0x03000005, "abc"),
          {"--size=2x2"},
          ".qmdp",
@@ -383,7 +384,7 @@ TEST_F(Qmdp, MipmapsAreSavedLevelByLevel)
     string const odd = directory_.Write("odd.qmdp", Signal(s_L8, "abc"));
     EXPECT_EQ("qmdp: " + odd + ": mipmaps need dimensions that are powers of two, but there are 3 samples\n",
               RunTool({"mipmaps", odd, prefix}).err);
-    string const packed = directory_.Write("p.qmdp", Signal(s_A1R5G5B5, "ab"));
+    string const packed = directory_.Write("p.qmdp", Signal(0x02000011, "ab"));
     EXPECT_EQ(1, RunTool({"mipmaps", packed, prefix, "--format=A8"}).status);
 }
 
@@ -424,16 +425,49 @@ TEST_F(Qmdp, PicturesGoThereAndBack)
         string const picture = directory_ / ("out" + extension);
         ProcessResult const info = RunTool({"info", "--json", picture});
         EXPECT_NE(string::npos, info.out.find(extension == ".png" ? "\"PNG\"" : "\"TIFF\"")) << info.out << info.err;
-        EXPECT_NE(string::npos, info.out.find("\"A8R8G8B8\",\"format_code\":67108866,\"dimensions\":[2,2]}\n"));
+        EXPECT_NE(string::npos, info.out.find("\"A8R8G8B8\",\"format_code\":67108866,\"dimensions\":[2,2],\"picture\":{"
+                                              "\"colours\":\"colours\",\"alpha\":true,\"bits\":8,"));
         string const back = picture + ".qmdp.image";
         EXPECT_EQ(0, RunTool({"convert", picture, back}).status);
         EXPECT_EQ(package, ReadFile(back));
     }
-    string const bytes = Convert(package, {"--quality=50"}, ".jpg");
+    string const bytes = Convert(package, {"--quality=50", "--quiet"}, ".jpg");
     string const cut = directory_.Write("cut", bytes.substr(0, bytes.size() / 2));
     ProcessResult const result = RunTool({"verify", directory_ / "out.jpg", cut});
     EXPECT_EQ(directory_ / "out.jpg" + ": ok\n", result.out);
     EXPECT_EQ(cut + ": libjpeg-turbo: Invalid JPEG file structure: missing SOS marker\n", result.err);
+}
+
+TEST_F(Qmdp, PicturesTellWhatTheyHoldAndWhatIsLost)
+{
+    string const tiff = directory_.Write(
+        "a.tif", TiffBytes({{1, 2, 16, string("\1\2\3\4")},
+                            {.numRows = 2, .numColumns = 1, .bits = 8, .components = "ad", .orientation = 6}}));
+    string const out = directory_ / "o.png";
+    ProcessResult result = RunTool({"convert", tiff, out});
+    EXPECT_EQ(0, result.status);
+    EXPECT_EQ("qmdp: " + tiff + ": lost in loading: 16 bits become 8, page 0 alone of 2\n", result.err);
+    EXPECT_EQ("", RunTool({"convert", tiff, out, "--overwrite", "-q"}).err);
+    EXPECT_NE(string::npos, RunTool({"info", out}).out.find("    Stored as....: grey, 8 bits\n"));
+
+    EXPECT_NE(string::npos, RunTool({"info", tiff, "--page=1"})
+                                .out.find("    Dimensions...: 1 rows, 2 columns\n    Stored as....: grey, 8 bits\n"
+                                          "    Page.........: 1 of 2, counted from 0\n    Orientation..: 6, obeyed\n"));
+    EXPECT_NE(string::npos,
+              RunTool({"info", "--json", tiff, "--page=1", "--raw-orientation"})
+                  .out.find("\"dimensions\":[2,1],\"picture\":{\"colours\":\"grey\",\"alpha\":false,\"bits\":8,"
+                            "\"floats\":false,\"palette_size\":0,\"pages\":2,\"page\":1,"));
+    EXPECT_EQ("qmdp: " + tiff + ": has no page 2, but 2 pages, counted from 0\n",
+              RunTool({"info", tiff, "--page=2"}).err);
+    string const package = directory_ / "o.qmdp";
+    EXPECT_EQ("", RunTool({"convert", tiff, package, "--page=1", "--format=L8", "--quiet"}).err);
+    EXPECT_EQ(Image(1, 2, s_L8, "da"), ReadFile(package));
+
+    EXPECT_EQ(0, RunTool({"convert", tiff, package, "--format=FP32NormL", "-q", "--overwrite"}).status);
+    EXPECT_NE(string::npos, RunTool({"stats", package}).out.find("minimum 0.00782788, "));
+    string const alpha = directory_.Write("a.qmdp", Image(1, 1, s_A8L8, "ab"));
+    EXPECT_EQ("qmdp: " + (directory_ / "a.jpg") + ": lost in saving: no alpha\n",
+              RunTool({"convert", alpha, directory_ / "a.jpg"}).err);
 }
 
 TEST_F(Qmdp, PluginsBringCodecs)

@@ -31,7 +31,10 @@ struct Arguments
     std::optional<eSampleFormat> format;
     /// Names of types of files; empty if they were not given.
     string from, to;
+    LoadSettings load;
     SaveSettings save;
+    /// True to say nothing about what is lost in loading and saving.
+    bool quiet = false;
     /// Number of files to convert at the same time; 0 for one for each core.
     unsigned int jobs = 0;
     /// Greatest difference that compare accepts.

@@ -1,4 +1,5 @@
 #include "commands.h"
+#include "progress.h"
 
 #include <quillmarsh/basetools/texttools.h>
 
@@ -13,18 +14,18 @@ namespace
 constexpr std::size_t s_any = std::numeric_limits<std::size_t>::max();
 
 constexpr Command s_commands[] = {
-    {"info", "FILE...", "Describes the contents of files", 1, s_any, false, "ia", &Info},
+    {"info", "FILE...", "Describes the contents of files", 1, s_any, false, "lia", &Info},
     {"convert", "IN... OUT", "Loads a file, changes its data, and saves them to another file; or many into a folder", 2,
-     s_any, true, "cjzfrtsa", &Convert},
+     s_any, true, "cjzflrtsa", &Convert},
     {"mipmaps", "IN PREFIX", "Saves the levels of a mipmap chain as packages, PREFIX.0.qmdp.image and so on", 2, 2,
-     false, "zfrsa", &Mipmaps},
-    {"volume", "SLICE... OUT", "Builds a volume of equal images", 2, s_any, true, "rtsa", &BuildVolume},
+     false, "zflrsa", &Mipmaps},
+    {"volume", "SLICE... OUT", "Builds a volume of equal images", 2, s_any, true, "lrtsa", &BuildVolume},
     {"slice", "IN LAYER OUT", "Saves a layer of a volume, counted from 0, as an image", 3, 3, true, "rtsa", &Slice},
-    {"verify", "FILE...", "Reads whole files, and reports their faults", 1, s_any, false, "ia", &Verify},
-    {"stats", "FILE...", "Measures the channels of files: minimum, maximum, mean, deviation", 1, s_any, false, "ifa",
+    {"verify", "FILE...", "Reads whole files, and reports their faults", 1, s_any, false, "lia", &Verify},
+    {"stats", "FILE...", "Measures the channels of files: minimum, maximum, mean, deviation", 1, s_any, false, "ifla",
      &Statistics},
     {"compare", "A B", "Measures how much two files differ; status 1 if by more than the tolerance", 2, 2, false,
-     "idfsta", &CompareFiles},
+     "idflsta", &CompareFiles},
     {"completion", "SHELL", "Prints the completion of a shell: bash, zsh or fish", 1, 1, false, "", &Completion},
     {"help", "[COMMAND]", "Prints the help of a command, or of the program", 0, 1, false, "", &Help},
 };
@@ -68,6 +69,7 @@ string DescribeFailure(Exception const &thrown)
 
 void PrintLine(string const &message)
 {
+    Progress::HideShown();
     std::cerr << MakePrintable(message) + '\n' << std::flush;
 }
 

@@ -55,9 +55,12 @@ void Work(Arguments const &arguments, SampledData &data, OnStep const &onStep)
 void ConvertFile(Arguments const &arguments, DataPlace const &in, DataPlace const &out, OnStep const &onStep)
 {
     onStep("Loading");
-    SampledData data = LoadData(in);
+    AutoPtr<DataFile> const file = OpenData(arguments, in);
+    SampledData data = file->Load();
     CheckFits(arguments, in.GetInputName(), data);
     NameFile(in.GetInputName(), [&] { Work(arguments, data, onStep); });
+    if (!arguments.format)
+        KeepGrey(data, file->GetDesc(), out);
     onStep("Saving");
     SaveData(arguments, data, out);
 }
@@ -111,10 +114,8 @@ private:
         ++numDone_;
         for (; numReported_ < failures_.size() && failures_[numReported_]; ++numReported_)
         {
-            if (failures_[numReported_]->empty())
-                continue;
-            progress_.Hide();
-            PrintError(*failures_[numReported_]);
+            if (!failures_[numReported_]->empty())
+                PrintError(*failures_[numReported_]);
         }
         progress_.Update(numDone_, inputs_.size(), "files");
     }
@@ -157,9 +158,9 @@ void CheckSlice(SampledData const &volume, SampledData const &slice, string cons
                             GetFormatName(volume.GetFormat()));
 }
 
-SampledData LoadSlice(DataPlace const &place)
+SampledData LoadSlice(Arguments const &arguments, DataPlace const &place)
 {
-    SampledData slice = LoadData(place);
+    SampledData slice = LoadData(arguments, place);
     std::size_t const numDimensions = slice.GetDimensions().size();
     if (numDimensions != 2)
         throw DataException(place.GetInputName() + ": holds " + GetKindPhrase(numDimensions) +
@@ -188,7 +189,7 @@ bool Mipmaps(Arguments const &arguments)
     DataPlace const in = FindInput(arguments, arguments.operands[0]);
     Progress progress;
     progress.Begin("Loading");
-    SampledData const data = LoadData(in);
+    SampledData const data = LoadData(arguments, in);
     progress.Begin("Building the levels");
     std::vector<SampledData> const levels =
         NameFile(in.GetInputName(),
@@ -209,7 +210,7 @@ bool BuildVolume(Arguments const &arguments)
     std::optional<SampledData> volume;
     for (std::size_t i = 0; i < slices.size(); ++i)
     {
-        SampledData const slice = LoadSlice(slices[i]);
+        SampledData const slice = LoadSlice(arguments, slices[i]);
         if (!volume)
             volume = NameFile(out.name, [&] { return MakeVolumeFor(slice, slices.size()); });
         CheckSlice(*volume, slice, slices[i].GetInputName());
@@ -232,7 +233,7 @@ bool Slice(Arguments const &arguments)
         throw WrongArgumentException("slice needs the number of a layer, not '" + number + "'");
     Progress progress;
     progress.Begin("Loading");
-    SampledData const data = LoadData(in);
+    SampledData const data = LoadData(arguments, in);
     VolumeBase const *const volume = data.Get<VolumeBase>();
     if (!volume)
         throw DataException(in.GetInputName() + ": holds " + GetKindPhrase(data.GetDimensions().size()) +

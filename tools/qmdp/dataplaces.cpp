@@ -1,5 +1,7 @@
 #include "dataplaces.h"
 
+#include "commands.h"
+
 #include <quillmarsh/basetools/filesystem.h>
 #include <quillmarsh/platform/program.h>
 
@@ -30,6 +32,27 @@ std::optional<FileType> FindNamedType(char const *option, string const &name)
     throw WrongArgumentException(string(option) + " must be one of " + names + ", not '" + name + "'");
 }
 
+AutoPtr<DataFile> OpenPlace(Arguments const &arguments, DataPlace const &place)
+{
+    if (!place.IsStandardStream())
+        return place.type ? std::make_unique<DataFile>(place.name, *place.type, arguments.load)
+                          : std::make_unique<DataFile>(place.name, arguments.load);
+    if (platform::IsTerminal(platform::eStandardStream::e_input))
+        throw WrongArgumentException("'-' is for a pipe or a file, but standard input is a terminal");
+    return std::make_unique<DataFile>(std::cin, place.GetInputName(), place.type ? &*place.type : nullptr,
+                                      arguments.load);
+}
+
+void TellLosses(Arguments const &arguments, string const &name, string const &step, std::vector<string> const &losses)
+{
+    if (arguments.quiet || losses.empty())
+        return;
+    string text;
+    for (string const &loss : losses)
+        text += (text.empty() ? "" : ", ") + loss;
+    PrintError(name + ": lost in " + step + ": " + text);
+}
+
 } // namespace
 
 DataPlace FindInput(Arguments const &arguments, string const &name)
@@ -52,19 +75,16 @@ DataPlace FindOutput(Arguments const &arguments, string const &name)
     return place;
 }
 
-AutoPtr<DataFile> OpenData(DataPlace const &place)
+AutoPtr<DataFile> OpenData(Arguments const &arguments, DataPlace const &place)
 {
-    if (!place.IsStandardStream())
-        return place.type ? std::make_unique<DataFile>(place.name, *place.type)
-                          : std::make_unique<DataFile>(place.name);
-    if (platform::IsTerminal(platform::eStandardStream::e_input))
-        throw WrongArgumentException("'-' is for a pipe or a file, but standard input is a terminal");
-    return std::make_unique<DataFile>(std::cin, place.GetInputName(), place.type ? &*place.type : nullptr);
+    AutoPtr<DataFile> file = OpenPlace(arguments, place);
+    TellLosses(arguments, place.GetInputName(), "loading", ListLoadingLosses(file->GetDesc()));
+    return file;
 }
 
-SampledData LoadData(DataPlace const &place)
+SampledData LoadData(Arguments const &arguments, DataPlace const &place)
 {
-    return OpenData(place)->Load();
+    return OpenData(arguments, place)->Load();
 }
 
 void SaveData(Arguments const &arguments, SampledData const &data, DataPlace const &place)
@@ -73,6 +93,22 @@ void SaveData(Arguments const &arguments, SampledData const &data, DataPlace con
         SaveToStream(data, std::cout, "standard output", *place.type, arguments.save);
     else
         SaveFile(data, place.name, *place.type, arguments.save);
+    if (!arguments.quiet)
+        TellLosses(arguments, place.name, "saving", ListSavingLosses(data, *place.type));
+}
+
+void KeepGrey(SampledData &data, DataFileDesc const &source, DataPlace const &target)
+{
+    using namespace signal_codec_parameters;
+    string const &container = target.type->container;
+    bool const canBeGrey = container == Value_ImageFileFormat_PNG || container == Value_ImageFileFormat_TIFF ||
+                           container == Value_ImageFileFormat_JPEG;
+    if (!source.picture || source.picture->colours != ePictureColours::e_grey || !canBeGrey)
+        return;
+    if (data.GetFormat() == e_format_X8R8G8B8)
+        ChangeFormat(data, e_format_L8);
+    else if (data.GetFormat() == e_format_A8R8G8B8)
+        ChangeFormat(data, e_format_A8L8);
 }
 
 std::vector<DataPlace> FindOutputsInFolder(Arguments const &arguments, std::vector<DataPlace> const &inputs,

@@ -31,12 +31,15 @@ DataPlace FindOutput(Arguments const &arguments, string const &name);
 std::vector<DataPlace> FindOutputsInFolder(Arguments const &arguments, std::vector<DataPlace> const &inputs,
                                            string const &folder);
 
-/// Opens data whatever their name.
-AutoPtr<DataFile> OpenData(DataPlace const &place);
-/// Loads data. Throws a DataException when that fails.
-SampledData LoadData(DataPlace const &place);
-/// Saves data. Throws a DataException when that fails.
+/// Opens data, and says what loading them will lose.
+AutoPtr<DataFile> OpenData(Arguments const &arguments, DataPlace const &place);
+/// Loads data, and says what is lost. Throws a DataException when that fails.
+SampledData LoadData(Arguments const &arguments, DataPlace const &place);
+/// Saves data, and says what is lost. Throws a DataException when that fails.
 void SaveData(Arguments const &arguments, SampledData const &data, DataPlace const &place);
+
+/// Makes a picture grey that comes from a grey file and goes to a kind of picture that can be grey.
+void KeepGrey(SampledData &data, DataFileDesc const &source, DataPlace const &target);
 
 } // namespace quillmarsh::tools
 

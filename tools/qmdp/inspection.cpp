@@ -22,6 +22,62 @@ string Hexadecimal(unsigned int value)
     return text.str();
 }
 
+/// Nothing is lost by looking at a file.
+Arguments BeQuiet(Arguments arguments)
+{
+    arguments.quiet = true;
+    return arguments;
+}
+
+char const *GetColoursName(ePictureColours colours)
+{
+    switch (colours)
+    {
+    case ePictureColours::e_grey:
+        return "grey";
+    case ePictureColours::e_palette:
+        return "palette";
+    case ePictureColours::e_inks:
+        return "inks";
+    default:
+        return "colours";
+    }
+}
+
+nlohmann::ordered_json DescribePicture(PictureDesc const &picture)
+{
+    return {{"colours", GetColoursName(picture.colours)},
+            {"alpha", picture.hasAlpha},
+            {"bits", picture.bits},
+            {"floats", picture.areFloats},
+            {"palette_size", picture.paletteSize},
+            {"pages", picture.numPages},
+            {"page", picture.page},
+            {"resolution", {picture.resolutionX, picture.resolutionY}},
+            {"orientation", picture.orientation},
+            {"oriented", picture.isOriented},
+            {"profile_bytes", picture.profileByteSize}};
+}
+
+void PrintPicture(PictureDesc const &picture)
+{
+    std::cout << "    Stored as....: " << GetColoursName(picture.colours);
+    if (picture.paletteSize > 0)
+        std::cout << " of " << picture.paletteSize;
+    std::cout << (picture.hasAlpha ? " with alpha, " : ", ") << picture.bits << " bits"
+              << (picture.areFloats ? ", floating-point" : "") << '\n';
+    if (picture.numPages > 1)
+        std::cout << "    Page.........: " << picture.page << " of " << picture.numPages << ", counted from 0\n";
+    if (picture.resolutionX > 0 && picture.resolutionY > 0)
+        std::cout << "    Resolution...: " << picture.resolutionX << " x " << picture.resolutionY
+                  << " pixels per inch\n";
+    if (picture.orientation != 1)
+        std::cout << "    Orientation..: " << picture.orientation << (picture.isOriented ? ", obeyed" : ", left alone")
+                  << '\n';
+    if (picture.profileByteSize > 0)
+        std::cout << "    Profile bytes: " << picture.profileByteSize << '\n';
+}
+
 void PrintJSON(string const &fileName, DataFileDesc const &desc)
 {
     nlohmann::ordered_json object = {{"file", fileName},
@@ -37,6 +93,8 @@ void PrintJSON(string const &fileName, DataFileDesc const &desc)
         object["id"] = desc.package->id;
         object["payload_bytes"] = desc.package->payloadByteSize;
     }
+    if (desc.picture)
+        object["picture"] = DescribePicture(*desc.picture);
     PrintObject(object);
 }
 
@@ -52,6 +110,8 @@ void Print(string const &fileName, DataFileDesc const &desc)
                   << "    Flags........: " << desc.package->flags << '\n'
                   << "    Id...........: " << desc.package->id << '\n'
                   << "    Payload bytes: " << desc.package->payloadByteSize << '\n';
+    if (desc.picture)
+        PrintPicture(*desc.picture);
 }
 
 /// Returns the name of a kind of failure, as docs/qmdp-verify.schema.json lists them.
@@ -96,11 +156,11 @@ void PrintVerified(string const &fileName, CodecFailure const &failure)
     PrintObject(object);
 }
 
-void VerifyFile(string const &fileName)
+void VerifyFile(Arguments const &arguments, string const &fileName)
 {
     Progress progress;
     progress.Begin("Reading");
-    AutoPtr<DataFile> const file = OpenData({fileName, {}});
+    AutoPtr<DataFile> const file = OpenData(BeQuiet(arguments), {fileName, {}});
     file->Verify([&](std::uint64_t done) { progress.Update(done, file->GetDesc().package->byteSize, nullptr); });
 }
 
@@ -111,7 +171,7 @@ bool Info(Arguments const &arguments)
     return ForEachFile(arguments,
                        [&](string const &fileName)
                        {
-                           DataFileDesc const desc = OpenData({fileName, {}})->GetDesc();
+                           DataFileDesc const desc = OpenData(BeQuiet(arguments), {fileName, {}})->GetDesc();
                            arguments.json ? PrintJSON(fileName, desc) : Print(fileName, desc);
                        });
 }
@@ -123,7 +183,7 @@ bool Verify(Arguments const &arguments)
         CodecFailure failure;
         try
         {
-            VerifyFile(fileName);
+            VerifyFile(arguments, fileName);
         }
         catch (DataException const &thrown)
         {

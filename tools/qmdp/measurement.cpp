@@ -105,7 +105,7 @@ void PrintDifferenceObject(std::vector<string> const &files, Difference const &d
 SampledData LoadInFormat(Arguments const &arguments, string const &name)
 {
     DataPlace const place = {name, {}};
-    SampledData data = LoadData(place);
+    SampledData data = LoadData(arguments, place);
     if (arguments.format)
         NameFile(place.GetInputName(), [&] { ChangeFormat(data, *arguments.format); });
     return data;

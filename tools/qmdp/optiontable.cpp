@@ -52,6 +52,7 @@ void TakeFilter(Arguments &arguments, string const &value)
 void TakeFormat(Arguments &arguments, string const &value)
 {
     arguments.format = FindFormat(value);
+    arguments.load.deepLuminance = arguments.format == e_format_FP32NormL;
     if (arguments.format)
         return;
     throw WrongArgumentException("--format must be one of " + Join(ListFormats(), ", ") + ", not '" + value + "'");
@@ -67,6 +68,12 @@ void TakeQuality(Arguments &arguments, string const &value)
 {
     if (!ReadNumber(value, arguments.save.quality) || arguments.save.quality > data_codec_parameters::Value_Quality_Max)
         throw WrongArgumentException("--quality must be a number from 0 to 100, not '" + value + "'");
+}
+
+void TakePage(Arguments &arguments, string const &value)
+{
+    if (!ReadNumber(value, arguments.load.page))
+        throw WrongArgumentException("--page must be a number, counted from 0, not '" + value + "'");
 }
 
 void TakeJobs(Arguments &arguments, string const &value)
@@ -101,7 +108,7 @@ void SwitchOn(Arguments &arguments, string const &)
     arguments.save.*setting = true;
 }
 
-// Groups: i for what has JSON, d for compare, c for convert, j for convert with many files, z for filters, f for a format, r for reading a type, t for the type to save, s for saving, a for commands with files,
+// Groups: i for what has JSON, d for compare, c for convert, j for convert with many files, z for filters, f for a format, l for loading pictures, r for reading a type, t for the type to save, s for saving, a for commands with files,
 // h with or without a command.
 constexpr Option s_options[] = {
     {'i', "--json", nullptr, nullptr, "print one JSON object per line",
@@ -131,9 +138,14 @@ constexpr Option s_options[] = {
     {'s', "--no-compression", nullptr, nullptr, "store the samples without compression (PNG, TIFF)",
      [](Arguments &arguments, string const &) { arguments.save.useCompression = false; }},
     {'s', "--overwrite", nullptr, nullptr, "replace existing files", &SwitchOn<&SaveSettings::overwrite>},
+    {'l', "--page", nullptr, "N", "page of a TIFF to load, counted from 0", &TakePage},
+    {'l', "--raw-orientation", nullptr, nullptr, "leave pictures as their rows are stored, whatever way is up",
+     [](Arguments &arguments, string const &) { arguments.load.obeyOrientation = false; }},
     {'a', "--max-pixels", nullptr, "N", "refuse pictures with more pixels, 67108864 by default", &TakeMaxPixels},
     {'a', "--plugin", nullptr, "FILE", "also use the codecs of a plug-in library",
      [](Arguments &arguments, string const &value) { arguments.plugins.push_back(value); }},
+    {'a', "--quiet", "-q", nullptr, "say nothing about what is lost in loading and saving",
+     [](Arguments &arguments, string const &) { arguments.quiet = true; }},
     {'h', "--help", "-h", nullptr, "print this help and exit",
      [](Arguments &arguments, string const &) { arguments.help = true; }},
     {'h', "--version", "-V", nullptr, "print the version and exit",

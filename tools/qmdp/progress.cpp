@@ -4,6 +4,7 @@
 #include <quillmarsh/platform/program.h>
 
 #include <algorithm>
+#include <atomic>
 #include <iostream>
 
 namespace quillmarsh::tools
@@ -14,6 +15,9 @@ namespace
 constexpr std::chrono::milliseconds s_interval(200);
 /// Before this time, the rest cannot be estimated.
 constexpr std::chrono::seconds s_firstEstimate(1);
+
+/// A program shows one progress at a time. It outlives the threads that print meanwhile.
+std::atomic<Progress *> s_shown = nullptr;
 
 string MakeBar(std::uint64_t done, std::uint64_t total)
 {
@@ -39,10 +43,12 @@ Progress::Progress()
     : shows_(platform::IsTerminal(eStandardStream::e_output) &&
              platform::TakesEscapeSequences(eStandardStream::e_error))
 {
+    s_shown = this;
 }
 
 Progress::~Progress()
 {
+    s_shown = nullptr;
     Show("");
 }
 
@@ -65,10 +71,13 @@ void Progress::Update(std::uint64_t done, std::uint64_t total, char const *unit)
     Show(Describe(std::min(done, total), total, unit, now));
 }
 
-void Progress::Hide()
+void Progress::HideShown()
 {
-    std::lock_guard const lock(mutex_);
-    Show("");
+    if (Progress *const shown = s_shown)
+    {
+        std::lock_guard const lock(shown->mutex_);
+        shown->Show("");
+    }
 }
 
 string Progress::Describe(std::uint64_t done, std::uint64_t total, char const *unit, Clock::time_point now) const

@@ -24,8 +24,8 @@ public:
     /// Reports how much of the step is done. The line changes a few times per second. `unit` is the name of what is
     /// counted, such as "files"; null for counts that nobody wants to read.
     void Update(std::uint64_t done, std::uint64_t total, char const *unit);
-    /// Removes the line, for other output. The next report shows it again.
-    void Hide();
+    /// Removes the line of the present object, if there is one, for other output. The next report shows it again.
+    static void HideShown();
 
 private:
     using Clock = std::chrono::steady_clock;

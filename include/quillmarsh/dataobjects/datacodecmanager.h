@@ -146,7 +146,8 @@ public:
     void *LoadData(unsigned int category, sampled_data::InputFile &file, NamedParameterList const *params);
     /// Asks the decoders of the category, in their order, for a description of the file. Skips decoders that are not an
     /// OpenFileDecoder. False when none knows the file.
-    bool QueryData(unsigned int category, sampled_data::InputFile &file, DataFileHead &head) const;
+    bool QueryData(unsigned int category, sampled_data::InputFile &file, DataFileHead &head,
+                   NamedParameterList const *params = nullptr) const;
     /// @}
 
 private:

@@ -69,6 +69,24 @@ inline constexpr char Param_OriginBack[] = "OriginBack";
 inline constexpr bool Value_OriginBack_Default = false;
 /// @}
 
+/// @name unsigned int: page of a file with several pictures, counted from 0
+/// @{
+inline constexpr char Param_Page[] = "Page";
+inline constexpr unsigned int Value_Page_Default = 0;
+/// @}
+
+/// @name bool: true when a picture is turned and mirrored as its file asks for it
+/// @{
+inline constexpr char Param_ObeyOrientation[] = "ObeyOrientation";
+inline constexpr bool Value_ObeyOrientation_Default = false;
+/// @}
+
+/// @name bool: true when a picture with more than eight bits for a component gives FP32NormL, if its codec can do that
+/// @{
+inline constexpr char Param_DeepLuminance[] = "DeepLuminance";
+inline constexpr bool Value_DeepLuminance_Default = false;
+/// @}
+
 /// @name string: file formats of signals
 /// @{
 inline constexpr char Param_SignalFileFormat[] = "SignalFileFormat";

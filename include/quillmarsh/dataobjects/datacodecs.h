@@ -6,9 +6,11 @@
 #include <quillmarsh/basetools/namedparameter.h>
 #include <quillmarsh/dataobjects/codecfailure.h>
 #include <quillmarsh/dataobjects/imagebase.h>
+#include <quillmarsh/dataobjects/picturedesc.h>
 #include <quillmarsh/dataobjects/signalbase.h>
 #include <quillmarsh/dataobjects/volumebase.h>
 
+#include <optional>
 #include <vector>
 
 namespace quillmarsh
@@ -96,6 +98,8 @@ struct DataFileHead
     eSampleFormat format = e_format_none;
     /// Number of samples; of rows and columns; or of layers, rows and columns.
     std::vector<unsigned int> dimensions;
+    /// What the file of a picture holds; nothing for other data.
+    std::optional<PictureDesc> picture = {};
 };
 
 /// Second base class of a decoder that can read an open file, so that inspection and loading use the same file. A
@@ -110,6 +114,9 @@ public:
     /// Describes the data that LoadOpened would load, as far as possible without loading. False if the codec does not
     /// know the file, or cannot load it.
     virtual bool QueryOpened(sampled_data::InputFile &file, DataFileHead &head) = 0;
+    /// Describes the data that LoadOpened would load with these parameters. The base class ignores them and calls
+    /// QueryOpened().
+    virtual bool QueryOpenedWith(sampled_data::InputFile &file, NamedParameterList const &params, DataFileHead &head);
     /// Loads the file as DataDecoder::LoadData does.
     virtual void *LoadOpened(sampled_data::InputFile &file, NamedParameterList const &params) = 0;
 };

@@ -6,6 +6,7 @@
 #include <quillmarsh/dataobjects/datacodecparameters.h>
 #include <quillmarsh/dataobjects/inputfile.h>
 #include <quillmarsh/dataobjects/packageinspection.h>
+#include <quillmarsh/dataobjects/picturedesc.h>
 
 #include <functional>
 #include <optional>
@@ -58,7 +59,23 @@ struct DataFileDesc
     eSampleFormat format = e_format_none;
     /// The fields of a package.
     std::optional<PackageDesc> package;
+    /// What the file of a picture holds.
+    std::optional<PictureDesc> picture;
 };
+
+/// Settings for loading files. Codecs ignore what their format does not have.
+struct LoadSettings
+{
+    /// Page of a file with several pictures, counted from 0.
+    unsigned int page = 0;
+    /// True to turn and mirror pictures as their files ask for it.
+    bool obeyOrientation = true;
+    /// True to get pictures with more than eight bits for a component as FP32NormL, at full precision.
+    bool deepLuminance = false;
+};
+
+/// Returns what loading a file leaves out, in words such as "16 bits become 8"; nothing when all of it is loaded.
+QUILLMARSH_API std::vector<string> ListLoadingLosses(DataFileDesc const &desc);
 
 /// A file that is opened only once, so that the inspected data are the loaded data. One thread at a time.
 class QUILLMARSH_API DataFile : NoCopy
@@ -66,12 +83,12 @@ class QUILLMARSH_API DataFile : NoCopy
 public:
     /// Opens the file and inspects its contents, whatever its name. Reads the samples only if the codec that knows the
     /// file cannot describe it otherwise.
-    explicit DataFile(string const &fileName);
+    explicit DataFile(string const &fileName, LoadSettings const &settings = {});
     /// Opens a file that must be of a type: a package type requires a package with as many dimensions as the type has.
-    DataFile(string const &fileName, FileType const &type);
+    DataFile(string const &fileName, FileType const &type, LoadSettings const &settings = {});
     /// Does the same with a copy of the rest of a stream; `name` stands for it in messages. A `type` of null allows any
     /// type. Decoders that need the name of a file are not asked.
-    DataFile(istream &in, string const &name, FileType const *type);
+    DataFile(istream &in, string const &name, FileType const *type, LoadSettings const &settings = {});
     ~DataFile();
 
     /// Returns the name of the file, as it was passed.
@@ -91,14 +108,18 @@ private:
     bool QueryCodecs(CodecFailure &failure);
     bool TryCodecsWithNames(CodecFailure &failure);
 
+    /// Returns the parameters for decoders of a category.
+    NamedParameterList MakeParameters(unsigned int category) const;
+
     InputFile file_;
+    LoadSettings settings_;
     DataFileDesc desc_;
     /// The data, if the inspection had to load them.
     std::optional<SampledData> loaded_;
 };
 
 /// Loads a file of a type. Throws a DataException when that fails.
-QUILLMARSH_API SampledData LoadFile(string const &fileName, FileType const &type);
+QUILLMARSH_API SampledData LoadFile(string const &fileName, FileType const &type, LoadSettings const &settings = {});
 
 /// Settings for saving files.
 struct SaveSettings
@@ -116,6 +137,8 @@ struct SaveSettings
 /// Throws a DataException when `data` cannot be saved under this name. Changes nothing.
 QUILLMARSH_API void RequireSaveable(SampledData const &data, string const &fileName, FileType const &type,
                                     SaveSettings const &settings);
+/// Returns what saving as a type leaves out, such as "alpha"; nothing when all of it is saved.
+QUILLMARSH_API std::vector<string> ListSavingLosses(SampledData const &data, FileType const &type);
 /// Saves a file completely or not at all. Replaces an existing file only if the settings allow it; otherwise the
 /// failure of the exception is eCodecFailure::e_exists.
 QUILLMARSH_API void SaveFile(SampledData const &data, string const &fileName, FileType const &type,

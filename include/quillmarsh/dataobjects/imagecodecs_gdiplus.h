@@ -10,7 +10,8 @@ namespace quillmarsh
 /// Saves images in the formats "TIFF", "JPEG", "PNG" and "BMP".
 ///
 /// Pixels are converted to 32 bits: alpha is kept if the file format has alpha, and luminance becomes equal blue, green
-/// and red. Sample formats without any of these fail. A file is written completely or not at all, and an existing file
+/// and red. L8 and A8L8 are saved as grey where the format has it: PNG, TIFF, JPEG. On Windows, they are saved as colours.
+/// Sample formats without any of these fail. A file is written completely or not at all, and an existing file
 /// stays until the new one is complete. Symbolic links are followed.
 ///
 /// Reads the parameters "FileOverwrite"; "UseCompression", without which PNG and TIFF are stored uncompressed;
@@ -32,8 +33,12 @@ public:
 };
 
 /// Loads images from TIFF, JPEG, PNG and BMP files with any extension: as "A8R8G8B8" if the picture has alpha, else as
-/// "X8R8G8B8" with unused bytes of 255. Rows keep the order of the file; an orientation that the file requests is
-/// ignored.
+/// "X8R8G8B8" with unused bytes of 255. Rows keep the order of the file.
+///
+/// Reads the parameter "Page", of a TIFF with several; "ObeyOrientation", with which the picture is turned as its file
+/// asks for it; and "DeepLuminance", with which a PNG or TIFF of more than eight bits for a component gives "FP32NormL"
+/// at the file's precision, as the luminance of colours and without alpha. Floats keep values outside of 0..1. On
+/// Windows, "DeepLuminance" has no effect.
 ///
 /// Refuses pictures with more pixels than image_limits::GetMaxPixels(). Reads the parameter "OriginBottom". Several
 /// threads may load at the same time. The reason of a failure contains the text of the image library (see
@@ -48,6 +53,7 @@ public:
     /// file can contain, or larger than the limit.
     ImageBase *LoadImageA(string const &fileName, NamedParameterList const &params) override;
     bool QueryOpened(sampled_data::InputFile &file, DataFileHead &head) override;
+    bool QueryOpenedWith(sampled_data::InputFile &file, NamedParameterList const &params, DataFileHead &head) override;
     void *LoadOpened(sampled_data::InputFile &file, NamedParameterList const &params) override;
 
     /// Describes the image that LoadImageA would return, without decoding the picture, which may still be damaged.

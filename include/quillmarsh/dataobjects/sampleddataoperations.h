@@ -32,9 +32,10 @@ QUILLMARSH_API std::optional<Dimensions> ParseSize(string const &text);
 /// Returns the data at another size. `dimensions` must have as many numbers as those of `data`, and none may be 0.
 QUILLMARSH_API SampledData Resample(SampledData const &data, Dimensions const &dimensions, eSizeFilter filter);
 
-/// Throws a DataException for two different formats without a registered transfer; the message names both.
+/// Throws a DataException for two different formats without registered transfers from one to the other, directly or by
+/// way of a third format; the message names both.
 QUILLMARSH_API void RequireTransfer(eSampleFormat target, eSampleFormat source);
-/// Changes the format of data by the registered transfers. Leaves data unchanged that already have the format. Throws
+/// Changes the format of data by the registered transfers, by way of a third format where there is no direct one. Leaves data unchanged that already have the format. Throws
 /// as RequireTransfer() does, and leaves the data unchanged then.
 QUILLMARSH_API void ChangeFormat(SampledData &data, eSampleFormat format);
 

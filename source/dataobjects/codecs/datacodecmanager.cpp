@@ -364,13 +364,15 @@ void *DataCodecManager::LoadData(unsigned int category, sampled_data::InputFile 
                    });
 }
 
-bool DataCodecManager::QueryData(unsigned int category, sampled_data::InputFile &file, DataFileHead &head) const
+bool DataCodecManager::QueryData(unsigned int category, sampled_data::InputFile &file, DataFileHead &head,
+                                 NamedParameterList const *params) const
 {
+    NamedParameterList const &used = params ? *params : GetDecoderDefaultParamList(category);
     return TryEach(RequireDecoders(decoders_, category), s_szUnknownFile,
                    [&](DataDecoder &decoder)
                    {
                        auto *const opened = dynamic_cast<OpenFileDecoder *>(&decoder);
-                       return opened && opened->QueryOpened(file, head);
+                       return opened && opened->QueryOpenedWith(file, used, head);
                    });
 }
 

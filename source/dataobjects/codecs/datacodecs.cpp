@@ -28,6 +28,11 @@ DataDecoder::~DataDecoder() = default;
 
 OpenFileDecoder::~OpenFileDecoder() = default;
 
+bool OpenFileDecoder::QueryOpenedWith(sampled_data::InputFile &file, NamedParameterList const &, DataFileHead &head)
+{
+    return QueryOpened(file, head);
+}
+
 SignalEncoder::SignalEncoder(string const &name, string const &formatList)
     : DataEncoder(DataCategory_Signal, "SignalEncoder/" + name, formatList)
 {

@@ -240,22 +240,36 @@ char const *RecogniseContainer(istream &in)
     return nullptr;
 }
 
-DataFile::DataFile(string const &fileName) : file_(fileName)
+DataFile::DataFile(string const &fileName, LoadSettings const &settings) : file_(fileName), settings_(settings)
 {
     NameFile(fileName, [&] { Inspect(nullptr); });
 }
 
-DataFile::DataFile(string const &fileName, FileType const &type) : file_(fileName)
+DataFile::DataFile(string const &fileName, FileType const &type, LoadSettings const &settings)
+    : file_(fileName),
+      settings_(settings)
 {
     NameFile(fileName, [&] { Inspect(&type); });
 }
 
-DataFile::DataFile(istream &in, string const &name, FileType const *type) : file_(in, name)
+DataFile::DataFile(istream &in, string const &name, FileType const *type, LoadSettings const &settings)
+    : file_(in, name),
+      settings_(settings)
 {
     NameFile(name, [&] { Inspect(type); });
 }
 
 DataFile::~DataFile() = default;
+
+NamedParameterList DataFile::MakeParameters(unsigned int category) const
+{
+    using namespace signal_codec_parameters;
+    NamedParameterList list = RequireManager().GetDecoderDefaultParamList(category);
+    list.Insert(NamedParameter(Param_Page, settings_.page), true);
+    list.Insert(NamedParameter(Param_ObeyOrientation, settings_.obeyOrientation), true);
+    list.Insert(NamedParameter(Param_DeepLuminance, settings_.deepLuminance), true);
+    return list;
+}
 
 void DataFile::Inspect(FileType const *type)
 {
@@ -273,6 +287,8 @@ void DataFile::Inspect(FileType const *type)
 void DataFile::InspectPackageFile(std::size_t wantedDimensions)
 {
     desc_.package = InspectPackage(file_.GetStream(), file_.GetByteSize());
+    if (settings_.page > 0)
+        throw DataException("is a package, which has no pages");
     desc_.container = s_szPackageContainer;
     desc_.dimensions = desc_.package->dimensions;
     desc_.format = static_cast<eSampleFormat>(desc_.package->format);
@@ -290,9 +306,10 @@ bool DataFile::QueryCodecs(CodecFailure &failure)
         unsigned int const category = s_categories[numDimensions - 1];
         CodecFailureSentry told;
         DataFileHead head;
-        if (manager.IsDataCategoryRegistered(category) && manager.QueryData(category, file_, head))
+        NamedParameterList const params = MakeParameters(category);
+        if (manager.IsDataCategoryRegistered(category) && manager.QueryData(category, file_, head, &params))
         {
-            desc_ = {head.container, head.dimensions, head.format, {}};
+            desc_ = {head.container, head.dimensions, head.format, {}, head.picture};
             return true;
         }
         codec_registry::KeepBetter(failure, told.GetFailure());
@@ -316,7 +333,7 @@ bool DataFile::TryCodecsWithNames(CodecFailure &failure)
             {
                 loaded_ = AdoptData(numDimensions, data);
                 string const &name = decoder->GetCodecName();
-                desc_ = {name.substr(name.rfind('/') + 1), loaded_->GetDimensions(), loaded_->GetFormat(), {}};
+                desc_ = {name.substr(name.rfind('/') + 1), loaded_->GetDimensions(), loaded_->GetFormat(), {}, {}};
                 return true;
             }
             codec_registry::KeepBetter(failure, told.GetFailure());
@@ -334,7 +351,9 @@ SampledData DataFile::Load()
                     {
                         CodecFailureSentry const reason;
                         std::size_t const numDimensions = desc_.dimensions.size();
-                        void *const data = RequireManager().LoadData(s_categories[numDimensions - 1], file_, nullptr);
+                        unsigned int const category = s_categories[numDimensions - 1];
+                        NamedParameterList const params = MakeParameters(category);
+                        void *const data = RequireManager().LoadData(category, file_, &params);
                         if (!data)
                             throw DataException(GetName(), {reason.GetFailure().kind, reason.GetText()});
                         return AdoptData(numDimensions, data);
@@ -349,9 +368,9 @@ void DataFile::Verify(std::function<void(std::uint64_t)> const &onRead)
         static_cast<void>(Load());
 }
 
-SampledData LoadFile(string const &fileName, FileType const &type)
+SampledData LoadFile(string const &fileName, FileType const &type, LoadSettings const &settings)
 {
-    return DataFile(fileName, type).Load();
+    return DataFile(fileName, type, settings).Load();
 }
 
 void RequireSaveable(SampledData const &data, string const &fileName, FileType const &type,

@@ -10,11 +10,13 @@
 
 #include "source/dataobjects/codecs/filereplacement.h"
 #include "source/dataobjects/codecs/openfailures.h"
+#include "source/dataobjects/codecs/orientation.h"
 #include "source/platform/imagefiles.h"
 
 #include <algorithm>
 #include <new>
 #include <optional>
+#include <utility>
 
 namespace quillmarsh
 {
@@ -107,11 +109,11 @@ private:
     std::optional<Image<Sample32>> copy_;
 };
 
-platform::ImageFileOptions ReadOptions(NamedParameterList const &params)
+platform::ImageFileOptions ReadOptions(NamedParameterList const &params, bool isGrey)
 {
     return {params.GetValueBool(Param_UseCompression, Value_UseCompression_Default),
             params.GetValueUInteger(Param_CompressionLevel, Value_CompressionLevel_Default),
-            params.GetValueUInteger(Param_Quality, Value_Quality_Default)};
+            params.GetValueUInteger(Param_Quality, Value_Quality_Default), isGrey};
 }
 
 platform::PixelRows ToPixelRows(ImageBase &image)
@@ -158,16 +160,74 @@ bool SavePixels(ImageBase const &pixels, string const &path, bool overwrite, cha
     return replacement.Commit();
 }
 
-eSampleFormat FormatOf(platform::ImageFileReader const &reader)
+/// What parameters ask for of a picture.
+struct PictureRequest
 {
+    platform::ImageReadOptions options;
+    bool obeysOrientation;
+    bool turnsOver;
+};
+
+PictureRequest ReadRequest(NamedParameterList const &params)
+{
+    return {{params.GetValueUInteger(Param_Page, Value_Page_Default),
+             params.GetValueBool(Param_DeepLuminance, Value_DeepLuminance_Default)},
+            params.GetValueBool(Param_ObeyOrientation, Value_ObeyOrientation_Default),
+            IsOriginBottom(params)};
+}
+
+bool IsDeep(platform::ImageFileReader const &reader, PictureRequest const &request)
+{
+    return request.options.wantsLuminance && reader.HasDeepLuminance();
+}
+
+eSampleFormat FormatOf(platform::ImageFileReader const &reader, PictureRequest const &request)
+{
+    if (IsDeep(reader, request))
+        return e_format_FP32NormL;
     return reader.HasAlpha() ? e_format_A8R8G8B8 : e_format_X8R8G8B8;
 }
 
+ePictureColours ToColours(platform::eImageColours colours)
+{
+    switch (colours)
+    {
+    case platform::eImageColours::e_grey:
+        return ePictureColours::e_grey;
+    case platform::eImageColours::e_palette:
+        return ePictureColours::e_palette;
+    case platform::eImageColours::e_inks:
+        return ePictureColours::e_inks;
+    default:
+        return ePictureColours::e_colours;
+    }
+}
+
+PictureDesc DescribePicture(platform::ImageFileReader const &reader, PictureRequest const &request)
+{
+    platform::ImageFileFacts const &facts = reader.GetFacts();
+    PictureDesc desc;
+    desc.colours = ToColours(facts.colours);
+    desc.hasAlpha = reader.HasAlpha();
+    desc.bits = facts.bits;
+    desc.areFloats = facts.areFloats;
+    desc.paletteSize = facts.paletteSize;
+    desc.numPages = facts.numPages;
+    desc.page = request.options.page;
+    desc.resolutionX = facts.resolutionX;
+    desc.resolutionY = facts.resolutionY;
+    desc.orientation = facts.orientation;
+    desc.isOriented = request.obeysOrientation && facts.orientation != 1;
+    desc.profileByteSize = facts.profileByteSize;
+    return desc;
+}
+
 /// Opens a picture. On failure, and for a picture with more pixels than the limit, tells the failure and returns null.
-AutoPtr<platform::ImageFileReader> OpenPicture(sampled_data::InputFile &file)
+AutoPtr<platform::ImageFileReader> OpenPicture(sampled_data::InputFile &file, PictureRequest const &request)
 {
     platform::ImageFailure failure;
-    AutoPtr<platform::ImageFileReader> reader = platform::OpenImageFile(file.GetFile(), file.GetByteSize(), failure);
+    AutoPtr<platform::ImageFileReader> reader =
+        platform::OpenImageFile(file.GetFile(), file.GetByteSize(), request.options, failure);
     if (!reader)
         Fail(failure);
     else if (std::uint64_t{reader->GetNumRows()} * reader->GetNumColumns() <= image_limits::GetMaxPixels())
@@ -178,18 +238,25 @@ AutoPtr<platform::ImageFileReader> OpenPicture(sampled_data::InputFile &file)
     return nullptr;
 }
 
-AutoPtr<ImageBase> LoadPixels(sampled_data::InputFile &file, bool turnedOver)
+AutoPtr<ImageBase> LoadPixels(sampled_data::InputFile &file, PictureRequest const &request)
 {
-    AutoPtr<platform::ImageFileReader> const reader = OpenPicture(file);
+    AutoPtr<platform::ImageFileReader> const reader = OpenPicture(file, request);
     if (!reader)
         return nullptr;
-    auto image = std::make_unique<Image<Sample32>>(FormatOf(*reader), reader->GetNumRows(), reader->GetNumColumns());
-    if (!reader->Read(ToPixelRows(*image)))
+    auto pixels =
+        std::make_unique<Image<Sample32>>(FormatOf(*reader, request), reader->GetNumRows(), reader->GetNumColumns());
+    bool const isRead = IsDeep(*reader, request)
+                            ? reader->ReadLuminance(reinterpret_cast<float *>(pixels->GetSamplesB()))
+                            : reader->Read(ToPixelRows(*pixels));
+    if (!isRead)
     {
         Fail(reader->GetFailure());
         return nullptr;
     }
-    if (turnedOver)
+    AutoPtr<ImageBase> image = std::move(pixels);
+    if (request.obeysOrientation)
+        image = Orient(std::move(image), reader->GetFacts().orientation);
+    if (request.turnsOver)
         FlipRows(*image);
     return image;
 }
@@ -239,6 +306,7 @@ bool ImageEncoderGdiplus::SaveImage(ImageBase const &image, string const &fileNa
     if (!CanSave(image, fileName, format))
         return false;
     eSampleFormat const form = FindPixelForm(image.GetSampleFormat());
+    bool const isGrey = image.GetSampleFormat() == e_format_L8 || image.GetSampleFormat() == e_format_A8L8;
     PixelSource source;
     if (!CallWithMemory([&] { return source.Prepare(image, form, IsOriginBottom(params)); }))
         return false;
@@ -246,7 +314,7 @@ bool ImageEncoderGdiplus::SaveImage(ImageBase const &image, string const &fileNa
     string const path = file_system::GetFullPathNameA(fileName, false);
     bool const overwrite = params.GetValueBool(Param_FileOverwrite, Value_FileOverwrite_Default);
     return CallWithMemory(
-        [&] { return SavePixels(source.Get(), path, overwrite, FindMimeType(format), ReadOptions(params)); });
+        [&] { return SavePixels(source.Get(), path, overwrite, FindMimeType(format), ReadOptions(params, isGrey)); });
 }
 
 ImageDecoderGdiplus::ImageDecoderGdiplus() : ImageDecoder(s_szCodec, s_szFormatList) {}
@@ -272,11 +340,21 @@ bool ImageDecoderGdiplus::QueryImage(string const &fileName, eSampleFormat &form
 
 bool ImageDecoderGdiplus::QueryOpened(sampled_data::InputFile &file, DataFileHead &head)
 {
+    return QueryOpenedWith(file, NamedParameterList(), head);
+}
+
+bool ImageDecoderGdiplus::QueryOpenedWith(sampled_data::InputFile &file, NamedParameterList const &params,
+                                          DataFileHead &head)
+{
     win_utils::GdiplusGuard const guard;
-    AutoPtr<platform::ImageFileReader> const reader = CallWithMemory([&] { return OpenPicture(file); });
+    PictureRequest const request = ReadRequest(params);
+    AutoPtr<platform::ImageFileReader> const reader = CallWithMemory([&] { return OpenPicture(file, request); });
     if (!reader)
         return false;
-    head = {"", FormatOf(*reader), {reader->GetNumRows(), reader->GetNumColumns()}};
+    PictureDesc const picture = DescribePicture(*reader, request);
+    head = {"", FormatOf(*reader, request), {reader->GetNumRows(), reader->GetNumColumns()}, picture};
+    if (picture.isOriented && SwapsAxes(picture.orientation))
+        std::swap(head.dimensions[0], head.dimensions[1]);
     if (char const *const container = sampled_data::RecogniseContainer(file.GetStream()))
         head.container = container;
     return true;
@@ -285,7 +363,7 @@ bool ImageDecoderGdiplus::QueryOpened(sampled_data::InputFile &file, DataFileHea
 void *ImageDecoderGdiplus::LoadOpened(sampled_data::InputFile &file, NamedParameterList const &params)
 {
     win_utils::GdiplusGuard const guard;
-    return CallWithMemory([&] { return LoadPixels(file, IsOriginBottom(params)); }).release();
+    return CallWithMemory([&] { return LoadPixels(file, ReadRequest(params)); }).release();
 }
 
 } // namespace quillmarsh

@@ -67,6 +67,41 @@ void FlipAxis(VolumeBase &volume, eSampleAxis axis)
         axis == eSampleAxis::e_rows ? FlipRows(volume) : FlipColumns(volume);
 }
 
+/// Formats that samples can be transferred into on their way to another one. The first that fits is taken, so those
+/// that keep more come first.
+constexpr eSampleFormat s_stations[] = {e_format_A8R8G8B8, e_format_X8R8G8B8, e_format_A8L8, e_format_L8, e_format_A8};
+
+bool HasAlpha(eSampleFormat format)
+{
+    return format == e_format_A8L8 || format == e_format_A8R8G8B8 || format == e_format_A4R4G4B4 ||
+           format == e_format_A1R5G5B5;
+}
+
+/// Returns the formats that samples get one after the other, the target last; none if they have it already. Throws a
+/// DataException when there is no way.
+std::vector<eSampleFormat> FindRoute(eSampleFormat target, eSampleFormat source)
+{
+    SignalOperationsManager const &manager = SignalOperationsManager::Instance();
+    if (target == source)
+        return {};
+    if (manager.IsTransferSupported(target, source))
+        return {target};
+    // Alpha as floats comes from alpha, by way of the bytes that floats are made of.
+    if (target == e_format_FP32NormA && HasAlpha(source))
+    {
+        std::vector<eSampleFormat> route = FindRoute(e_format_A8, source);
+        route.insert(route.end(), {e_format_L8, target});
+        return route;
+    }
+    for (eSampleFormat const station : s_stations)
+    {
+        if (manager.IsTransferSupported(station, source) && manager.IsTransferSupported(target, station))
+            return {station, target};
+    }
+    throw DataException("no transfer leads from the sample format " + GetFormatName(source) + " to " +
+                        GetFormatName(target));
+}
+
 } // namespace
 
 std::vector<string> GetFilterNames()
@@ -117,20 +152,21 @@ SampledData Resample(SampledData const &data, Dimensions const &dimensions, eSiz
 
 void RequireTransfer(eSampleFormat target, eSampleFormat source)
 {
-    if (target == source || SignalOperationsManager::Instance().IsTransferSupported(target, source))
-        return;
-    throw DataException("no transfer leads from the sample format " + GetFormatName(source) + " to " +
-                        GetFormatName(target));
+    static_cast<void>(FindRoute(target, source));
 }
 
 void ChangeFormat(SampledData &data, eSampleFormat format)
 {
-    if (format == data.GetFormat())
-        return;
-    RequireTransfer(format, data.GetFormat());
-    SampledData result(format, data.GetDimensions());
-    TransferSamples1D(result.GetSamples(), data.GetSamples(), false);
-    data = std::move(result);
+    std::vector<eSampleFormat> const route = FindRoute(format, data.GetFormat());
+    std::optional<SampledData> result;
+    for (eSampleFormat const next : route)
+    {
+        SampledData transferred(next, data.GetDimensions());
+        TransferSamples1D(transferred.GetSamples(), (result ? *result : data).GetSamples(), false);
+        result = std::move(transferred);
+    }
+    if (result)
+        data = std::move(*result);
 }
 
 void Flip(SampledData &data, eSampleAxis axis)

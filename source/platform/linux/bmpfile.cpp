@@ -53,6 +53,7 @@ public:
         std::uint64_t const size = fileSize_ - header_.pixelOffset;
         bool const isPlausible = header_.HasRuns() ? header_.numColumns <= size * s_pixelsPerByte / header_.numRows
                                                    : header_.GetRowByteSize() <= size / header_.numRows;
+        ReadFacts();
         return isPlausible ? SetSize(header_.numRows, header_.numColumns, header_.masks[3] != 0) : FailImplausible();
     }
 
@@ -66,6 +67,24 @@ public:
     }
 
 private:
+    void ReadFacts()
+    {
+        constexpr double metersPerInch = 0.0254;
+        ImageFileFacts &facts = GetFactsToFill();
+        facts.resolutionX = header_.pixelsPerMeterX * metersPerInch;
+        facts.resolutionY = header_.pixelsPerMeterY * metersPerInch;
+        facts.paletteSize = static_cast<unsigned int>(header_.palette.size());
+        if (header_.pixelBits <= 8)
+        {
+            facts.colours = eImageColours::e_palette;
+            facts.bits = header_.pixelBits;
+        }
+        else if (header_.pixelBits == 16)
+        {
+            facts.bits = static_cast<unsigned int>(std::popcount(header_.masks[1]));
+        }
+    }
+
     bool ReadRows(PixelRows const &rows);
     bool ConvertRow(unsigned char const *bytes, unsigned char *pixel, unsigned int count) const;
     bool ConvertIndices(unsigned char const *bytes, unsigned char *pixel, unsigned int count) const;
@@ -253,10 +272,11 @@ bool BmpReader::ReadRuns(PixelRows const &rows)
 
 } // namespace
 
-AutoPtr<ImageFileReader> OpenBmpFile(std::FILE *file, std::uint64_t fileSize, ImageFailure &failure)
+AutoPtr<ImageFileReader> OpenBmpFile(std::FILE *file, std::uint64_t fileSize, ImageReadOptions const &options,
+                                     ImageFailure &failure)
 {
     auto reader = std::make_unique<BmpReader>(file, fileSize);
-    bool const isOpen = reader->ReadHeader();
+    bool const isOpen = reader->ReadHeader() && reader->HasPage(options.page);
     return HandOut(std::move(reader), isOpen, failure);
 }
 

@@ -146,6 +146,11 @@ bool ReadBmpHeader(std::FILE *file, BmpHeader &header)
         return false;
     bool const isCore = size == s_coreHeaderSize;
     uint32_t position = s_bmpFileHeaderSize + size;
+    if (size >= s_infoHeaderSize)
+    {
+        header.pixelsPerMeterX = fields.Long(24);
+        header.pixelsPerMeterY = fields.Long(28);
+    }
     return ReadDimensions(fields, isCore, header) && IsKnownKind(header, size) &&
            ReadMasks(file, fields, size, header, position) &&
            ReadPalette(file, isCore ? 0 : fields.Long(32), isCore, position, header) && header.pixelOffset >= position;

@@ -35,6 +35,11 @@ struct BmpHeader
     /// Masks of blue, green, red and alpha; 0 for a missing component.
     std::array<std::uint32_t, 4> masks = {};
     std::vector<BmpPixel> palette;
+    /// @name Resolution; 0 if the header has none
+    /// @{
+    std::uint32_t pixelsPerMeterX = 0;
+    std::uint32_t pixelsPerMeterY = 0;
+    /// @}
 
     /// Returns the number of bytes in a row that is not run-length encoded.
     std::uint64_t GetRowByteSize() const { return (std::uint64_t{numColumns} * pixelBits + 31) / 32 * 4; }

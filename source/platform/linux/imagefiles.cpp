@@ -32,7 +32,8 @@ constexpr ImageFormat s_formats[] = {
 struct Magic
 {
     std::string_view bytes;
-    AutoPtr<ImageFileReader> (*open)(std::FILE *file, std::uint64_t fileSize, ImageFailure &failure);
+    AutoPtr<ImageFileReader> (*open)(std::FILE *file, std::uint64_t fileSize, ImageReadOptions const &options,
+                                     ImageFailure &failure);
 };
 
 constexpr Magic s_magics[] = {
@@ -59,7 +60,8 @@ int ToDeflateLevel(unsigned int level)
     return static_cast<int>((std::min(level, 100u) * 9 + 50) / 100);
 }
 
-AutoPtr<ImageFileReader> OpenImageFile(std::FILE *file, std::uint64_t fileSize, ImageFailure &failure)
+AutoPtr<ImageFileReader> OpenImageFile(std::FILE *file, std::uint64_t fileSize, ImageReadOptions const &options,
+                                       ImageFailure &failure)
 {
     char start[8] = {};
     std::string_view const found(start, std::fread(start, 1, std::size(start), file));
@@ -67,7 +69,7 @@ AutoPtr<ImageFileReader> OpenImageFile(std::FILE *file, std::uint64_t fileSize, 
     for (Magic const &magic : s_magics)
     {
         if (found.starts_with(magic.bytes))
-            return magic.open(file, fileSize, failure);
+            return magic.open(file, fileSize, options, failure);
     }
     failure = {eImageFailure::e_otherFormat, "neither TIFF nor JPEG nor PNG nor BMP"};
     return nullptr;

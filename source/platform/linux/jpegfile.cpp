@@ -1,7 +1,8 @@
 #include "source/platform/linux/imagefile.h"
 
 #include <algorithm>
-#include <array>
+#include <span>
+#include <string_view>
 
 #include <turbojpeg.h>
 
@@ -31,22 +32,67 @@ using Handle = std::unique_ptr<void, HandleCloser>;
 
 using Bytes = std::unique_ptr<unsigned char[]>;
 
-/// True when a segment before the pixels says that inks are stored inverted, as most programs store four-colour
-/// pictures.
-bool HasInvertedInks(unsigned char const *bytes, std::size_t size)
+/// What the segments before the pixels tell.
+struct JpegSegments
 {
-    constexpr std::array<unsigned char, 5> name = {'A', 'd', 'o', 'b', 'e'};
-    constexpr unsigned char app14 = 0xEE;
+    /// Inks are stored inverted, as most programs store four-colour pictures.
+    bool hasInvertedInks = false;
+    unsigned int bits = 8;
+    double resolutionX = 0, resolutionY = 0;
+    unsigned int orientation = 1;
+    std::uint64_t profileByteSize = 0;
+};
+
+using Segment = std::span<unsigned char const>;
+
+/// True if a segment begins with a name.
+bool HasName(Segment segment, std::string_view name)
+{
+    return segment.size() >= name.size() && std::equal(name.begin(), name.end(), segment.begin());
+}
+
+void ReadDensity(Segment segment, JpegSegments &segments)
+{
+    constexpr double centimetersPerInch = 2.54;
+    constexpr std::size_t unit = 7, x = 8, y = 10, end = 12;
+    if (segment.size() < end || segment[unit] == 0)
+        return;
+    double const factor = segment[unit] == 2 ? centimetersPerInch : 1.0;
+    segments.resolutionX = (segment[x] << 8 | segment[x + 1]) * factor;
+    segments.resolutionY = (segment[y] << 8 | segment[y + 1]) * factor;
+}
+
+void ReadSegment(unsigned int marker, Segment segment, JpegSegments &segments)
+{
+    using namespace std::literals;
+    constexpr std::size_t profileHeader = 14;
+    bool const isFrame = marker >= 0xC0 && marker <= 0xCF && marker != 0xC4 && marker != 0xC8 && marker != 0xCC;
+    if (isFrame && !segment.empty())
+        segments.bits = segment[0];
+    else if (marker == 0xE0 && HasName(segment, "JFIF\0"sv))
+        ReadDensity(segment, segments);
+    else if (marker == 0xE1 && HasName(segment, "Exif\0\0"sv))
+        segments.orientation = ReadExif(segment.data() + 6, segment.size() - 6).orientation;
+    else if (marker == 0xE2 && HasName(segment, "ICC_PROFILE\0"sv) && segment.size() > profileHeader)
+        segments.profileByteSize += segment.size() - profileHeader;
+    else if (marker == 0xEE && HasName(segment, "Adobe"sv))
+        segments.hasInvertedInks = true;
+}
+
+/// Reads the segments of the first bytes of a file; the last one may be cut off.
+JpegSegments ReadSegments(unsigned char const *bytes, std::size_t size)
+{
     constexpr unsigned char startOfScan = 0xDA;
+    JpegSegments segments;
     for (std::size_t at = 2; at + 4 <= size && bytes[at] == 0xFF && bytes[at + 1] != startOfScan;)
     {
         std::size_t const length = std::size_t{bytes[at + 2]} << 8 | bytes[at + 3];
-        if (bytes[at + 1] == app14 && at + 4 + name.size() <= size &&
-            std::equal(name.begin(), name.end(), bytes + at + 4))
-            return true;
+        std::size_t const begin = at + 4, end = std::min(at + 2 + std::max<std::size_t>(length, 2), size);
+        if (begin <= end)
+            ReadSegment(bytes[at + 1], {bytes + begin, end - begin}, segments);
         at += 2 + length;
     }
-    return false;
+    return segments;
 }
 
 unsigned char Multiply(unsigned int a, unsigned int b)
@@ -94,6 +140,7 @@ public:
         int height = 0;
         if (!FindSize(width, height))
             return false;
+        ReadFacts();
         auto const numRows = static_cast<std::uint64_t>(height);
         auto const numColumns = static_cast<std::uint64_t>(width);
         return numRows * numColumns <= fileSize * s_pixelsPerByte ? SetSize(numRows, numColumns, false)
@@ -112,11 +159,25 @@ public:
                           hasInks ? TJPF_CMYK : TJPF_BGRX, TJFLAG_STOPONWARNING | TJFLAG_LIMITSCANS) != 0)
             return FailByLibrary();
         if (hasInks)
-            ConvertInks(rows, HasInvertedInks(bytes_.get(), size_));
+            ConvertInks(rows, ReadSegments(bytes_.get(), size_).hasInvertedInks);
         return true;
     }
 
 private:
+    void ReadFacts()
+    {
+        JpegSegments const segments = ReadSegments(bytes_.get(), size_);
+        ImageFileFacts &facts = GetFactsToFill();
+        facts.bits = segments.bits;
+        facts.colours = colorspace_ == TJCS_GRAY                               ? eImageColours::e_grey
+                        : colorspace_ == TJCS_CMYK || colorspace_ == TJCS_YCCK ? eImageColours::e_inks
+                                                                               : eImageColours::e_colours;
+        facts.resolutionX = segments.resolutionX;
+        facts.resolutionY = segments.resolutionY;
+        facts.orientation = segments.orientation;
+        facts.profileByteSize = segments.profileByteSize;
+    }
+
     /// Reads the file up to the begin of the pixels, which are seldom far from its own.
     bool FindSize(int &width, int &height)
     {
@@ -172,10 +233,11 @@ struct BufferCloser
 
 } // namespace
 
-AutoPtr<ImageFileReader> OpenJpegFile(std::FILE *file, std::uint64_t fileSize, ImageFailure &failure)
+AutoPtr<ImageFileReader> OpenJpegFile(std::FILE *file, std::uint64_t fileSize, ImageReadOptions const &options,
+                                      ImageFailure &failure)
 {
     auto reader = std::make_unique<JpegReader>();
-    bool const isOpen = reader->ReadHeader(file, fileSize);
+    bool const isOpen = reader->ReadHeader(file, fileSize) && reader->HasPage(options.page);
     return HandOut(std::move(reader), isOpen, failure);
 }
 
@@ -186,10 +248,11 @@ bool WriteJpegFile(std::FILE *file, PixelRows const &rows, ImageFileOptions cons
         return false;
     unsigned char *bytes = nullptr;
     unsigned long size = 0;
+    int const colours = options.isGrey ? TJSAMP_GRAY : options.quality >= s_fineQuality ? TJSAMP_444 : TJSAMP_420;
     int const quality = static_cast<int>(std::clamp(options.quality, 1u, 100u));
-    int const result = tjCompress2(handle.get(), rows.first, static_cast<int>(rows.numColumns),
-                                   static_cast<int>(rows.stride), static_cast<int>(rows.numRows), TJPF_BGRX, &bytes,
-                                   &size, options.quality >= s_fineQuality ? TJSAMP_444 : TJSAMP_420, quality, 0);
+    int const result =
+        tjCompress2(handle.get(), rows.first, static_cast<int>(rows.numColumns), static_cast<int>(rows.stride),
+                    static_cast<int>(rows.numRows), TJPF_BGRX, &bytes, &size, colours, quality, 0);
     std::unique_ptr<unsigned char, BufferCloser> const buffer(bytes);
     if (result != 0)
         failure = DescribeFailure(handle.get());

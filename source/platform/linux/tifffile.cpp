@@ -1,8 +1,10 @@
 #include "source/platform/linux/imagefile.h"
 
 #include <algorithm>
+#include <cstring>
 #include <limits>
 #include <string_view>
+#include <type_traits>
 #include <vector>
 
 #include <tiffio.h>
@@ -124,7 +126,26 @@ struct TiffLayout
     bool isPlanar = false;
     /// True when components are whole bytes of grey or colour; the library converts everything else.
     bool isPlain = false;
+    std::uint16_t bits = 1;
+    bool areFloats = false;
+    /// True when components are whole numbers or floats of more than eight bits, of grey or colour.
+    bool isDeep = false;
 };
+
+/// Adds a component of many bits to luminance, in a part of a row.
+template<typename Number>
+void AddDeep(float *values, unsigned char const *component, std::size_t step, std::size_t count, float weight)
+{
+    for (std::size_t i = 0; i < count; ++i, component += step)
+    {
+        Number number = {};
+        std::memcpy(&number, component, sizeof(number));
+        if constexpr (std::is_floating_point_v<Number>)
+            values[i] += static_cast<float>(number) * weight;
+        else
+            values[i] += static_cast<float>(number) / static_cast<float>(std::numeric_limits<Number>::max()) * weight;
+    }
+}
 
 /// The bytes of a pixel that receive one component.
 struct Target
@@ -165,10 +186,11 @@ void DivideByAlpha(unsigned char *pixel, std::size_t count)
 class TiffReader final : public ImageFileReader
 {
 public:
-    explicit TiffReader(std::FILE *file) : file_(file) {}
+    TiffReader(std::FILE *file, ImageReadOptions const &options) : file_(file), options_(options) {}
 
     bool ReadHeader(std::uint64_t fileSize);
     bool Read(PixelRows const &rows) override;
+    bool ReadLuminance(float *values) override;
 
 private:
     template<typename T>
@@ -179,20 +201,34 @@ private:
         return value;
     }
 
+    bool OpenPage();
     void ReadLayout();
     void ReadAlpha();
+    void ReadFacts();
     bool IsPlausible(std::uint64_t fileSize);
     /// Fails when the library cannot convert the pixels to colours of one byte.
     bool CanConvert();
     bool ReadPixels(PixelRows const &rows);
-    bool ReadStrips(PixelRows const &rows);
-    bool ReadTiles(PixelRows const &rows);
+    /// Calls `copy(row, column, components, count, plane)` for each part of a row in the file's strips or tiles.
+    template<typename OnPart>
+    bool ReadParts(OnPart const &onPart)
+    {
+        return TIFFIsTiled(tiff_.get()) ? ReadTiles(onPart) : ReadStrips(onPart);
+    }
+    template<typename OnPart>
+    bool ReadStrips(OnPart const &onPart);
+    template<typename OnPart>
+    bool ReadTiles(OnPart const &onPart);
+    /// Adds components of a part of a row, of one plane or of all, to its luminance.
+    void AddLuminance(float *values, unsigned char const *components, std::size_t count, std::uint16_t plane) const;
+    std::size_t GetComponentSize() const { return layout_.isDeep ? layout_.bits / 8u : 1u; }
     bool ReadConverted(PixelRows const &rows);
     /// Copies the components of a part of a row, of one plane or of all, to its pixels.
     void Copy(unsigned char *pixels, unsigned char const *components, std::size_t count, std::uint16_t plane) const;
     std::uint16_t GetNumPlanes() const { return layout_.isPlanar ? layout_.numComponents : std::uint16_t{1}; }
 
     std::FILE *file_;
+    ImageReadOptions options_;
     TiffPtr tiff_;
     TiffLayout layout_;
     std::uint64_t largestBlock_ = 0;
@@ -205,14 +241,67 @@ bool TiffReader::ReadHeader(std::uint64_t fileSize)
     tiff_ = OpenTiff(file_, "rm", largestBlock_, GetFailureToFill());
     if (!tiff_)
         return Fail(eImageFailure::e_damaged, "libtiff: cannot open the file");
+    if (!OpenPage())
+        return false;
     ReadLayout();
+    ReadFacts();
     if (layout_.numRows == 0 || layout_.numColumns == 0)
         return Fail(eImageFailure::e_damaged, "a TIFF without pixels");
     if (!IsPlausible(fileSize))
         return FailImplausible();
-    if (!layout_.isPlain && !CanConvert())
+    bool const readsDeep = layout_.isDeep && options_.wantsLuminance;
+    if (!layout_.isPlain && !readsDeep && !CanConvert())
         return false;
     return SetSize(layout_.numRows, layout_.numColumns, layout_.alpha != eAlpha::e_none);
+}
+
+bool TiffReader::OpenPage()
+{
+    ImageFileFacts &facts = GetFactsToFill();
+    ImageFailure const before = GetFailure();
+    facts.numPages = std::max<unsigned int>(TIFFNumberOfDirectories(tiff_.get()), 1);
+    // A damaged list of pages does no harm to the first one.
+    GetFailureToFill() = before;
+    if (options_.page == 0)
+        return true;
+    if (!HasPage(options_.page))
+        return false;
+    return TIFFSetDirectory(tiff_.get(), static_cast<tdir_t>(options_.page)) != 0 ||
+           Fail(eImageFailure::e_damaged, "libtiff: cannot open the page");
+}
+
+void TiffReader::ReadFacts()
+{
+    constexpr double centimetersPerInch = 2.54;
+    ImageFileFacts &facts = GetFactsToFill();
+    facts.bits = layout_.bits;
+    facts.areFloats = layout_.areFloats;
+    if (layout_.photometric == PHOTOMETRIC_PALETTE)
+    {
+        facts.colours = eImageColours::e_palette;
+        facts.paletteSize = layout_.bits <= 16 ? 1u << layout_.bits : 0;
+    }
+    else if (layout_.photometric == PHOTOMETRIC_SEPARATED)
+    {
+        facts.colours = eImageColours::e_inks;
+    }
+    else if (layout_.numColors == 1)
+    {
+        facts.colours = eImageColours::e_grey;
+    }
+    double const factor =
+        GetField<std::uint16_t>(TIFFTAG_RESOLUTIONUNIT) == RESUNIT_CENTIMETER ? centimetersPerInch : 1.0;
+    bool const hasUnit = GetField<std::uint16_t>(TIFFTAG_RESOLUTIONUNIT) != RESUNIT_NONE;
+    facts.resolutionX = hasUnit ? static_cast<double>(GetField<float>(TIFFTAG_XRESOLUTION)) * factor : 0;
+    facts.resolutionY = hasUnit ? static_cast<double>(GetField<float>(TIFFTAG_YRESOLUTION)) * factor : 0;
+    auto const orientation = GetField<std::uint16_t>(TIFFTAG_ORIENTATION);
+    facts.orientation = orientation >= 1 && orientation <= 8 ? orientation : 1;
+    std::uint32_t profileSize = 0;
+    void *profile = nullptr;
+    if (TIFFGetField(tiff_.get(), TIFFTAG_ICCPROFILE, &profileSize, &profile) == 1)
+        facts.profileByteSize = profileSize;
+    if (layout_.isDeep)
+        SetHasDeepLuminance();
 }
 
 void TiffReader::ReadLayout()
@@ -226,9 +315,13 @@ void TiffReader::ReadLayout()
     bool const isGrey = layout_.photometric == PHOTOMETRIC_MINISBLACK || layout_.photometric == PHOTOMETRIC_MINISWHITE;
     bool const isColor = layout_.photometric == PHOTOMETRIC_RGB;
     layout_.numColors = isGrey ? 1 : 3;
-    layout_.isPlain = (isGrey || isColor) && GetField<std::uint16_t>(TIFFTAG_BITSPERSAMPLE) == 8 &&
-                      (format == SAMPLEFORMAT_UINT || format == SAMPLEFORMAT_VOID) &&
-                      layout_.numComponents >= layout_.numColors;
+    layout_.bits = GetField<std::uint16_t>(TIFFTAG_BITSPERSAMPLE);
+    layout_.areFloats = format == SAMPLEFORMAT_IEEEFP;
+    bool const areWhole = format == SAMPLEFORMAT_UINT || format == SAMPLEFORMAT_VOID;
+    bool const hasColors = (isGrey || isColor) && layout_.numComponents >= layout_.numColors;
+    layout_.isPlain = hasColors && areWhole && layout_.bits == 8;
+    layout_.isDeep = hasColors && ((areWhole && (layout_.bits == 16 || layout_.bits == 32)) ||
+                                   (layout_.areFloats && (layout_.bits == 32 || layout_.bits == 64)));
     ReadAlpha();
 }
 
@@ -284,7 +377,11 @@ bool TiffReader::ReadPixels(PixelRows const &rows)
 {
     if (!layout_.isPlain)
         return ReadConverted(rows);
-    if (TIFFIsTiled(tiff_.get()) ? !ReadTiles(rows) : !ReadStrips(rows))
+    bool const isRead =
+        ReadParts([&](std::uint64_t row, std::uint64_t column, unsigned char const *components, std::size_t count,
+                      std::uint16_t plane)
+                  { Copy(rows.GetRow(static_cast<std::size_t>(row)) + column * 4, components, count, plane); });
+    if (!isRead)
         return false;
     for (unsigned int row = 0; layout_.alpha == eAlpha::e_multiplied && row < rows.numRows; ++row)
         DivideByAlpha(rows.GetRow(row), rows.numColumns);
@@ -314,50 +411,90 @@ void TiffReader::Copy(unsigned char *pixels, unsigned char const *components, st
     }
 }
 
-bool TiffReader::ReadStrips(PixelRows const &rows)
+bool TiffReader::ReadLuminance(float *values)
+{
+    std::size_t const numColumns = GetNumColumns(), count = numColumns * GetNumRows();
+    std::fill_n(values, count, 0.0f);
+    bool const isRead = ReadParts(
+        [&](std::uint64_t row, std::uint64_t column, unsigned char const *components, std::size_t length,
+            std::uint16_t plane)
+        { AddLuminance(values + static_cast<std::size_t>(row * numColumns + column), components, length, plane); });
+    if (!isRead)
+        return Fail(eImageFailure::e_damaged, "libtiff: cannot read the pixels");
+    for (std::size_t i = 0; layout_.photometric == PHOTOMETRIC_MINISWHITE && i < count; ++i)
+        values[i] = 1.0f - values[i];
+    return true;
+}
+
+void TiffReader::AddLuminance(float *values, unsigned char const *components, std::size_t count,
+                              std::uint16_t plane) const
+{
+    std::size_t const size = GetComponentSize();
+    std::size_t const step = layout_.isPlanar ? size : size * layout_.numComponents;
+    std::uint16_t const first = layout_.isPlanar ? plane : std::uint16_t{0};
+    std::uint16_t const end = layout_.isPlanar ? static_cast<std::uint16_t>(plane + 1) : layout_.numColors;
+    for (std::uint16_t i = first; i < std::min(end, layout_.numColors); ++i, components += size)
+    {
+        float const weight = layout_.numColors == 1 ? 1.0f : s_luminanceWeights[i];
+        if (layout_.areFloats && size == sizeof(float))
+            AddDeep<float>(values, components, step, count, weight);
+        else if (layout_.areFloats)
+            AddDeep<double>(values, components, step, count, weight);
+        else if (size == sizeof(std::uint16_t))
+            AddDeep<std::uint16_t>(values, components, step, count, weight);
+        else
+            AddDeep<std::uint32_t>(values, components, step, count, weight);
+    }
+}
+
+template<typename OnPart>
+bool TiffReader::ReadStrips(OnPart const &onPart)
 {
     std::vector<unsigned char> components(
         static_cast<std::size_t>(std::max<tmsize_t>(TIFFScanlineSize(tiff_.get()), 0)));
-    std::size_t const rowBytes = std::size_t{rows.numColumns} * (layout_.isPlanar ? 1u : layout_.numComponents);
+    std::size_t const rowBytes =
+        std::size_t{GetNumColumns()} * (layout_.isPlanar ? 1u : layout_.numComponents) * GetComponentSize();
     if (components.size() < rowBytes)
         return false;
     for (std::uint16_t plane = 0; plane < GetNumPlanes(); ++plane)
     {
-        for (std::uint32_t row = 0; row < rows.numRows; ++row)
+        for (std::uint32_t row = 0; row < GetNumRows(); ++row)
         {
             if (TIFFReadScanline(tiff_.get(), components.data(), row, plane) < 0)
                 return false;
-            Copy(rows.GetRow(row), components.data(), rows.numColumns, plane);
+            onPart(row, 0, components.data(), GetNumColumns(), plane);
         }
     }
     return true;
 }
 
-bool TiffReader::ReadTiles(PixelRows const &rows)
+template<typename OnPart>
+bool TiffReader::ReadTiles(OnPart const &onPart)
 {
+    std::uint64_t const numRows = GetNumRows(), numColumns = GetNumColumns();
     auto const tileColumns = GetField<std::uint32_t>(TIFFTAG_TILEWIDTH);
     auto const tileRows = GetField<std::uint32_t>(TIFFTAG_TILELENGTH);
     auto const tileRowBytes = static_cast<std::size_t>(TIFFTileRowSize(tiff_.get()));
     tmsize_t const tileBytes = TIFFTileSize(tiff_.get());
     // A tile may be larger than the picture, but not much.
     std::uint64_t const pictureBytes =
-        std::uint64_t{rows.numRows} * rows.numColumns * std::max<std::uint64_t>(layout_.numComponents, 4);
+        numRows * numColumns * std::max<std::uint64_t>(layout_.numComponents * GetComponentSize(), 4);
     std::uint64_t const mostBytes = std::min(largestBlock_, std::max(4 * pictureBytes, s_smallBlock));
     if (tileBytes <= 0 || static_cast<std::uint64_t>(tileBytes) > mostBytes || tileColumns == 0 || tileRows == 0)
         return Fail(eImageFailure::e_damaged, "a TIFF with tiles of an impossible size");
     auto const tile = std::make_unique_for_overwrite<unsigned char[]>(static_cast<std::size_t>(tileBytes));
     for (std::uint16_t plane = 0; plane < GetNumPlanes(); ++plane)
     {
-        for (std::uint64_t top = 0; top < rows.numRows; top += tileRows)
+        for (std::uint64_t top = 0; top < numRows; top += tileRows)
         {
-            for (std::uint64_t left = 0; left < rows.numColumns; left += tileColumns)
+            for (std::uint64_t left = 0; left < numColumns; left += tileColumns)
             {
                 if (TIFFReadTile(tiff_.get(), tile.get(), static_cast<std::uint32_t>(left),
                                  static_cast<std::uint32_t>(top), 0, plane) < 0)
                     return false;
-                std::size_t const count = std::min<std::size_t>(tileColumns, rows.numColumns - left);
-                for (std::uint64_t row = top; row < std::min<std::uint64_t>(top + tileRows, rows.numRows); ++row)
-                    Copy(rows.GetRow(row) + left * 4, tile.get() + (row - top) * tileRowBytes, count, plane);
+                std::size_t const count = std::min<std::size_t>(tileColumns, numColumns - left);
+                for (std::uint64_t row = top; row < std::min<std::uint64_t>(top + tileRows, numRows); ++row)
+                    onPart(row, left, tile.get() + (row - top) * tileRowBytes, count, plane);
             }
         }
     }
@@ -392,8 +529,8 @@ void SetFields(TIFF *tiff, PixelRows const &rows, std::uint32_t rowsPerStrip, Im
     TIFFSetField(tiff, TIFFTAG_IMAGEWIDTH, rows.numColumns);
     TIFFSetField(tiff, TIFFTAG_IMAGELENGTH, rows.numRows);
     TIFFSetField(tiff, TIFFTAG_BITSPERSAMPLE, 8);
-    TIFFSetField(tiff, TIFFTAG_SAMPLESPERPIXEL, rows.hasAlpha ? 4 : 3);
-    TIFFSetField(tiff, TIFFTAG_PHOTOMETRIC, PHOTOMETRIC_RGB);
+    TIFFSetField(tiff, TIFFTAG_SAMPLESPERPIXEL, (options.isGrey ? 1 : 3) + (rows.hasAlpha ? 1 : 0));
+    TIFFSetField(tiff, TIFFTAG_PHOTOMETRIC, options.isGrey ? PHOTOMETRIC_MINISBLACK : PHOTOMETRIC_RGB);
     TIFFSetField(tiff, TIFFTAG_PLANARCONFIG, PLANARCONFIG_CONTIG);
     TIFFSetField(tiff, TIFFTAG_ORIENTATION, ORIENTATION_TOPLEFT);
     TIFFSetField(tiff, TIFFTAG_ROWSPERSTRIP, rowsPerStrip);
@@ -408,11 +545,24 @@ void SetFields(TIFF *tiff, PixelRows const &rows, std::uint32_t rowsPerStrip, Im
         TIFFSetField(tiff, TIFFTAG_EXTRASAMPLES, 1, &extra);
 }
 
+void TakeColors(unsigned char *component, unsigned char const *pixel, std::size_t count, bool hasAlpha)
+{
+    for (std::size_t i = 0; i < count; ++i, pixel += 4)
+    {
+        *component++ = pixel[2];
+        *component++ = pixel[1];
+        *component++ = pixel[0];
+        if (hasAlpha)
+            *component++ = pixel[3];
+    }
+}
+
 } // namespace
 
-AutoPtr<ImageFileReader> OpenTiffFile(std::FILE *file, std::uint64_t fileSize, ImageFailure &failure)
+AutoPtr<ImageFileReader> OpenTiffFile(std::FILE *file, std::uint64_t fileSize, ImageReadOptions const &options,
+                                      ImageFailure &failure)
 {
-    auto reader = std::make_unique<TiffReader>(file);
+    auto reader = std::make_unique<TiffReader>(file, options);
     bool const isOpen = reader->ReadHeader(fileSize);
     return HandOut(std::move(reader), isOpen, failure);
 }
@@ -422,7 +572,7 @@ bool WriteTiffFile(std::FILE *file, PixelRows const &rows, ImageFileOptions cons
     TiffPtr const tiff = OpenTiff(file, "w", 0, failure);
     if (!tiff)
         return false;
-    std::size_t const numComponents = rows.hasAlpha ? 4 : 3;
+    std::size_t const numComponents = (options.isGrey ? 1u : 3u) + (rows.hasAlpha ? 1u : 0u);
     std::size_t const rowBytes = rows.numColumns * numComponents;
     auto const rowsPerStrip = static_cast<std::uint32_t>(std::max<std::size_t>(s_stripByteSize / rowBytes, 1));
     SetFields(tiff.get(), rows, rowsPerStrip, options);
@@ -431,17 +581,12 @@ bool WriteTiffFile(std::FILE *file, PixelRows const &rows, ImageFileOptions cons
     {
         std::uint32_t const numRows = std::min(rowsPerStrip, rows.numRows - row);
         unsigned char *component = strip.data();
-        for (std::uint32_t i = 0; i < numRows; ++i)
+        for (std::uint32_t i = 0; i < numRows; ++i, component += rowBytes)
         {
-            unsigned char const *pixel = rows.GetRow(row + i);
-            for (std::uint32_t column = 0; column < rows.numColumns; ++column, pixel += 4, component += numComponents)
-            {
-                component[0] = pixel[2];
-                component[1] = pixel[1];
-                component[2] = pixel[0];
-                if (rows.hasAlpha)
-                    component[3] = pixel[3];
-            }
+            if (options.isGrey)
+                TakeGrey(component, rows.GetRow(row + i), rows.numColumns, rows.hasAlpha);
+            else
+                TakeColors(component, rows.GetRow(row + i), rows.numColumns, rows.hasAlpha);
         }
         if (TIFFWriteEncodedStrip(tiff.get(), row / rowsPerStrip, strip.data(),
                                   static_cast<tmsize_t>(rowBytes * numRows)) < 0)

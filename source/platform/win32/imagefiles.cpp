@@ -27,6 +27,7 @@ constexpr std::uint64_t s_pixelsPerByte = 255 * 255 / 4 + 1;
 /// First bytes of the supported formats. GDI+ opens others as well, among them metafiles, which run drawing commands.
 constexpr std::string_view s_magics[] = {"\x89PNG\r\n\x1A\n"sv, "\xFF\xD8\xFF"sv, "BM"sv, "II*\0"sv, "MM\0*"sv};
 
+constexpr GUID s_pages = {0x7462DC86, 0x6180, 0x4C7E, {0x8E, 0x3F, 0xEE, 0x73, 0x33, 0xA7, 0xA4, 0x83}};
 constexpr GUID s_quality = {0x1D5BE4B5, 0xFA4A, 0x452D, {0x9C, 0xDD, 0x5D, 0xB3, 0x51, 0x05, 0xE7, 0xEB}};
 constexpr GUID s_compression = {0xE09D739D, 0xCCD4, 0x44EE, {0x8E, 0xBA, 0x3F, 0xBF, 0x8B, 0xE4, 0xFC, 0x58}};
 
@@ -133,11 +134,14 @@ class BitmapReader final : public ImageFileReader
 {
 public:
     /// Opens a picture. Fails when GDI+ does not support it, and when it claims more pixels than the file can hold.
-    bool Open(IStream *stream, std::uint64_t fileSize)
+    bool Open(IStream *stream, std::uint64_t fileSize, unsigned int page)
     {
         bitmap_ = std::make_unique<Gdiplus::Bitmap>(stream);
         if (Gdiplus::Status const status = bitmap_->GetLastStatus(); status != Gdiplus::Ok)
             return FailByStatus(status);
+        if (!OpenPage(page))
+            return false;
+        ReadFacts();
         std::uint64_t const width = bitmap_->GetWidth();
         std::uint64_t const numPixels = width * bitmap_->GetHeight();
         if (!SetSize(bitmap_->GetHeight(), width, (bitmap_->GetFlags() & Gdiplus::ImageFlagsHasAlpha) != 0))
@@ -162,6 +166,59 @@ public:
     }
 
 private:
+    bool OpenPage(unsigned int page)
+    {
+        GetFactsToFill().numPages = std::max(bitmap_->GetFrameCount(&s_pages), 1u);
+        if (page == 0)
+            return true;
+        if (!HasPage(page))
+            return false;
+        Gdiplus::Status const status = bitmap_->SelectActiveFrame(&s_pages, page);
+        return status == Gdiplus::Ok || FailByStatus(status);
+    }
+
+    /// Reads what GDI+ tells; it reduces 16 bits to 8 when it opens some kinds of files.
+    void ReadFacts()
+    {
+        ImageFileFacts &facts = GetFactsToFill();
+        UINT const flags = bitmap_->GetFlags();
+        Gdiplus::PixelFormat const format = bitmap_->GetPixelFormat();
+        if ((format & PixelFormatIndexed) != 0)
+        {
+            facts.colours = eImageColours::e_palette;
+            facts.bits = Gdiplus::GetPixelFormatSize(format);
+            facts.paletteSize = 1u << std::min(facts.bits, 8u);
+        }
+        else if ((flags & Gdiplus::ImageFlagsColorSpaceGRAY) != 0)
+        {
+            facts.colours = eImageColours::e_grey;
+        }
+        else if ((flags & (Gdiplus::ImageFlagsColorSpaceCMYK | Gdiplus::ImageFlagsColorSpaceYCCK)) != 0)
+        {
+            facts.colours = eImageColours::e_inks;
+        }
+        if ((flags & Gdiplus::ImageFlagsHasRealDPI) != 0)
+        {
+            facts.resolutionX = static_cast<double>(bitmap_->GetHorizontalResolution());
+            facts.resolutionY = static_cast<double>(bitmap_->GetVerticalResolution());
+        }
+        facts.profileByteSize = bitmap_->GetPropertyItemSize(PropertyTagICCProfile);
+        facts.orientation = ReadOrientation();
+    }
+
+    unsigned int ReadOrientation()
+    {
+        UINT const byteSize = bitmap_->GetPropertyItemSize(PropertyTagOrientation);
+        if (byteSize < sizeof(Gdiplus::PropertyItem) + sizeof(unsigned short))
+            return 1;
+        std::vector<Gdiplus::PropertyItem> item(byteSize / sizeof(Gdiplus::PropertyItem) + 1);
+        if (bitmap_->GetPropertyItem(PropertyTagOrientation, byteSize, item.data()) != Gdiplus::Ok)
+            return 1;
+        unsigned short value = 0;
+        std::memcpy(&value, item.front().value, sizeof(value));
+        return value >= 1 && value <= 8 ? value : 1;
+    }
+
     bool FailByStatus(Gdiplus::Status status)
     {
         ImageFailure const failure = DescribeStatus(status);
@@ -173,13 +230,14 @@ private:
 
 } // namespace
 
-AutoPtr<ImageFileReader> OpenImageFile(std::FILE *file, std::uint64_t fileSize, ImageFailure &failure)
+AutoPtr<ImageFileReader> OpenImageFile(std::FILE *file, std::uint64_t fileSize, ImageReadOptions const &options,
+                                       ImageFailure &failure)
 {
     StreamPtr const stream = ReadIntoStream(file, fileSize, failure);
     if (!stream)
         return nullptr;
     auto reader = std::make_unique<BitmapReader>();
-    if (reader->Open(stream.get(), fileSize))
+    if (reader->Open(stream.get(), fileSize, options.page))
         return reader;
     failure = reader->GetFailure();
     return nullptr;
