@@ -72,7 +72,7 @@ TEST_F(WorkbenchData, FailuresAreToldAndKeepTheData)
     std::pair<char const *, char const *> const cases[] = {
         {"load nothing.qmdp", "nothing.qmdp: cannot be opened: No such file or directory"},
         {"load", "the name of a file is missing"},
-        {"convert L8", "no transfer leads from the sample format A1R5G5B5 to L8"},
+        {"convert FP32NormL", "no transfer leads from the sample format A1R5G5B5 to FP32NormL"},
         {"convert R8", "no sample format has the name R8"},
         {"resample 5", "not a size of an image: 5"},
         {"flip -layers -rows", "an image has no layers"},
