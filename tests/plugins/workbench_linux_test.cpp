@@ -1,5 +1,6 @@
 #include "tests/support/host_process.h"
 #include "tests/support/package_bytes.h"
+#include "tests/support/pictures.h"
 #include "tests/support/scratch_directory.h"
 
 #include <gtest/gtest.h>
@@ -92,6 +93,19 @@ TEST_F(WorkbenchData, FailuresAreToldAndKeepTheData)
                                 .find("allowed with 'var data.overwrite true'\n"));
     EXPECT_NE(string::npos, RunLines("var data.max_pixels 5\nload in.qmdp\n", 1)
                                 .find("the limit of 5 pixels (see 'var data.max_pixels')\n"));
+}
+
+TEST_F(WorkbenchData, DrawsItsBallsAndThePicture)
+{
+    string const lines = "load " QUILLMARSH_TEST_SOURCES "examples/picture.png\nwait\n"
+                         "screenshot\nwait 4\n";
+    HostResult const result = RunHost({"--headless", "480x320", "--video", "video_opengl", "--set", "bench.paused=true",
+                                       "--set", "bench.balls=12", "--strict"},
+                                      lines);
+    ASSERT_EQ(0, result.status) << result.out << result.err;
+    AutoPtr<ImageBase> const image = pictures::Load("screenshot.0000.color.png");
+    ASSERT_NE(image, nullptr) << result.out << result.err;
+    EXPECT_TRUE(MatchesPicture(*image, "workbench"));
 }
 
 } // namespace
