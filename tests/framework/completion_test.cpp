@@ -1,10 +1,12 @@
 #include <quillmarsh/framework/stdcommandinterpreter.h>
 
+#include "tests/support/controller_device.h"
 #include "tests/support/scratch_directory.h"
 #include "tests/support/test_kernel.h"
 
 #include <quillmarsh/basetools/filesystem.h>
 #include <quillmarsh/basetools/variableregistry.h>
+#include <quillmarsh/devices/mouse.h>
 #include <quillmarsh/framework/commands/frameworkcommands.h>
 #include <quillmarsh/framework/commandtable.h>
 
@@ -41,6 +43,14 @@ public:
 
 protected:
     bool Execute(ostream &, CommandArguments const &) override { return true; }
+};
+
+class TestMouse : public tests::AttachedController<Mouse>
+{
+public:
+    TestMouse() : AttachedController(false) {}
+    void OnRelativeModeChanged() override {}
+    void OnSyncWithSystemCursorChanged() override {}
 };
 
 class Completion : public testing::Test
@@ -131,6 +141,18 @@ TEST_F(Completion, DescribesCandidates)
     EXPECT_EQ(getDescription("go"), "alias of 'var pond.count'");
     EXPECT_EQ(getDescription("var pond.c"), "= 3: fish");
     EXPECT_EQ(getDescription("draw -f"), "file-name: picture");
+}
+
+TEST_F(Completion, FindsDevicesAndTheirControllers)
+{
+    tests::ControllerDevice<TestMouse> device;
+    device.DeviceInfo().SetCreationID(12);
+    kernel.devices.push_back(&device);
+    EXPECT_EQ(Complete("hid-control -d=|"), "hid-control -d=12; hid-control -d=12");
+    EXPECT_EQ(Complete("hid-control -d=12 -c=|"), "hid-control -d=12 -c=0; hid-control -d=12 -c=0");
+    // The device may stand behind the cursor.
+    EXPECT_EQ(Complete("hid-control -c=| -d=12"), "hid-control -c=0; hid-control -c=0");
+    EXPECT_EQ(Complete("hid-control -c=| -d=13"), "hid-control -c=");
 }
 
 TEST_F(Completion, FindsFiles)

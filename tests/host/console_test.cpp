@@ -1,6 +1,9 @@
 #include "tests/support/host_process.h"
 #include "tests/support/scratch_directory.h"
 
+#include <quillmarsh/basetools/exception.h>
+#include <quillmarsh/host/session.h>
+
 #include <gtest/gtest.h>
 
 #include <regex>
@@ -134,6 +137,18 @@ TEST(Console, FindsWordsAndListsPlugins)
     EXPECT_TRUE(std::regex_search(result.out, std::regex("workbench +application +[0-9.]+ +[^ ]*workbench")))
         << result.out;
     EXPECT_NE(string::npos, result.out.find("list-plugins: 'none' is not the name of a plug-in")) << result.out;
+}
+
+TEST(Console, TellsWhyALibraryWasRefused)
+{
+    host::Session session({.report = [](string const &) {}});
+    EXPECT_THROW(session.GetKernel().GetPlugins().Load(TestPlugin("empty")), KernelException);
+    std::ostringstream out;
+    EXPECT_TRUE(session.GetKernel().GetCommandInterpreter()->InterpretCommandLine("list-plugins", out));
+    EXPECT_EQ("Refused: The plug-in '" + TestPlugin("empty") +
+                  "' cannot be used: it offers no plug-in.\n"
+                  "There are no plug-ins.\n",
+              out.str());
 }
 
 TEST(Console, WatchesDevices)
