@@ -65,15 +65,14 @@ gui::Renderer &VideoRenderer::GetGUIRenderer() const
 void VideoRenderer::AttachGUIRenderer(gui::Renderer &renderer)
 {
     QUILLMARSH_ASSERT(videoSubsystem_ == nullptr, "Cannot attach GUIRenderer while VideoSubsystem is connected.");
-    if (videoSubsystem_ == nullptr && guiRenderer_.get() != &renderer)
+    if (guiRenderer_.get() != &renderer)
         guiRenderer_.reset(&renderer);
 }
 
 void VideoRenderer::DetachGUIRenderer()
 {
     QUILLMARSH_ASSERT(videoSubsystem_ == nullptr, "Cannot detach GUIRenderer while VideoSubsystem is connected.");
-    if (videoSubsystem_ == nullptr)
-        static_cast<void>(guiRenderer_.release());
+    static_cast<void>(guiRenderer_.release());
 }
 
 // Life. Without a GUI renderer there is nobody to pass a call on to.

@@ -64,25 +64,27 @@ TEST(VideoRenderer, NeedsAGuiRendererAndASubsystem)
     EXPECT_TRUE(kernel.requests.empty());
 }
 
-TEST(VideoRenderer, KeepsItsGuiRendererWhileConnected)
+TEST(VideoRenderer, OwnsItsGuiRendererUntilItIsDetached)
 {
     Kernel kernel;
     ScriptedDialogs dialogs;
+    BareRenderer bare;
+    auto other = std::make_unique<video_null::NullGUIRenderer>(bare, nullptr);
+    bare.AttachGUIRenderer(*other);
+    bare.DetachGUIRenderer();
+    EXPECT_TRUE(dialogs.TakeTexts().empty());
+
+    // While a subsystem is connected, the assertions warn, and the exchange goes on.
     tests::NullVideo video;
     video.renderer.DetachGUIRenderer();
+    AutoPtr<gui::Renderer> detached(&video.gui);
     EXPECT_NE(dialogs.TakeTexts().at(0).find("Cannot detach GUIRenderer while VideoSubsystem is connected."),
               string::npos);
-    auto other = std::make_unique<video_null::NullGUIRenderer>(video.renderer, nullptr);
     video.renderer.AttachGUIRenderer(*other);
     EXPECT_NE(dialogs.TakeTexts().at(0).find("Cannot attach GUIRenderer while VideoSubsystem is connected."),
               string::npos);
-    EXPECT_EQ(&video.renderer.GetGUIRenderer(), &video.gui);
-
-    // Detached, it belongs to the caller; attached, to the renderer.
-    BareRenderer bare;
-    bare.AttachGUIRenderer(*other);
-    bare.DetachGUIRenderer();
-    bare.AttachGUIRenderer(*other.release());
+    EXPECT_EQ(&video.renderer.GetGUIRenderer(), other.release());
+    video.renderer.AttachGUIRenderer(*detached.release());
 }
 
 TEST(VideoRenderer, TellsItsGuiRendererTheSize)

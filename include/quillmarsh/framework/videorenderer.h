@@ -62,11 +62,12 @@ public:
 
     /// Returns the attached GUI renderer. Asserts "GUIRenderer not attached." when there is none.
     gui::Renderer &GetGUIRenderer() const;
-    /// Attaches a GUI renderer, which this object owns from then on. Asserts "Cannot attach GUIRenderer while
-    /// VideoSubsystem is connected.", and does nothing after that.
+    /// Attaches a GUI renderer, which this object owns from then on, and deletes the former one. While a subsystem is
+    /// connected it asserts "Cannot attach GUIRenderer while VideoSubsystem is connected.": the new GUI renderer does
+    /// not know the subsystem.
     void AttachGUIRenderer(gui::Renderer &renderer);
-    /// Gives the GUI renderer back to the caller, who owns it again. Asserts "Cannot detach GUIRenderer while
-    /// VideoSubsystem is connected.", and does nothing after that.
+    /// Gives the GUI renderer back to the caller, who owns it again. While a subsystem is connected it asserts "Cannot
+    /// detach GUIRenderer while VideoSubsystem is connected.".
     void DetachGUIRenderer();
     /// @}
 
