@@ -53,21 +53,21 @@ void FontTexture::CreationParams::Dump(ostream &out, unsigned int tabs) const
     out << indent << "Family............: " << Family << std::endl;
     out << indent << "Bold..............: " << MakeString(Bold) << std::endl;
     out << indent << "Italic............: " << MakeString(Italic) << std::endl;
-    out << indent << "DefaultSpacingMono: " << DefaultSpacingMono << std::endl;
-    out << indent << "DefaultSpacing....: " << DefaultSpacing << std::endl;
+    out << indent << "DefaultSpacingMono: " << MakeString(DefaultSpacingMono) << std::endl;
+    out << indent << "DefaultSpacing....: " << MakeString(DefaultSpacing) << std::endl;
     out << indent << "AsciiSubsetOnly...: " << MakeString(AsciiSubsetOnly) << std::endl;
-    out << indent << "TextureWidth......: " << TextureWidth << std::endl;
+    out << indent << "TextureWidth......: " << MakeString(TextureWidth) << std::endl;
     out << indent << "TextureMultiLevel.: " << MakeString(TextureMultiLevel) << std::endl;
-    out << indent << "IGScaleEmHeight...: " << IGScaleEmHeight << std::endl;
-    out << indent << "IGGlyphOffsetH....: " << IGGlyphOffsetH << std::endl;
-    out << indent << "IGGlyphOffsetV....: " << IGGlyphOffsetV << std::endl;
-    out << indent << "IGGlyphSizeModifyH: " << IGGlyphSizeModifyH << std::endl;
-    out << indent << "IGGlyphSizeModifyV: " << IGGlyphSizeModifyV << std::endl;
-    out << indent << "ACWidthEmptyGlyph.: " << ACWidthEmptyGlyph << std::endl;
-    out << indent << "ACAddPixelsLeft...: " << ACAddPixelsLeft << std::endl;
-    out << indent << "ACAddPixelsRight..: " << ACAddPixelsRight << std::endl;
-    out << indent << "ACAddPixelsTop....: " << ACAddPixelsTop << std::endl;
-    out << indent << "ACAddPixelsBottom.: " << ACAddPixelsBottom << std::endl;
+    out << indent << "IGScaleEmHeight...: " << MakeString(IGScaleEmHeight) << std::endl;
+    out << indent << "IGGlyphOffsetH....: " << MakeString(IGGlyphOffsetH) << std::endl;
+    out << indent << "IGGlyphOffsetV....: " << MakeString(IGGlyphOffsetV) << std::endl;
+    out << indent << "IGGlyphSizeModifyH: " << MakeString(IGGlyphSizeModifyH) << std::endl;
+    out << indent << "IGGlyphSizeModifyV: " << MakeString(IGGlyphSizeModifyV) << std::endl;
+    out << indent << "ACWidthEmptyGlyph.: " << MakeString(ACWidthEmptyGlyph) << std::endl;
+    out << indent << "ACAddPixelsLeft...: " << MakeString(ACAddPixelsLeft) << std::endl;
+    out << indent << "ACAddPixelsRight..: " << MakeString(ACAddPixelsRight) << std::endl;
+    out << indent << "ACAddPixelsTop....: " << MakeString(ACAddPixelsTop) << std::endl;
+    out << indent << "ACAddPixelsBottom.: " << MakeString(ACAddPixelsBottom) << std::endl;
 }
 
 FontTexture::FontTexture(bool asciiSubsetOnly, unsigned int textureWidth, bool multiLevel)

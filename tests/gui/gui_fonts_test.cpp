@@ -339,7 +339,9 @@ TEST_F(GuiFonts, KeepWhatTheyAreMadeFrom)
     params.ACAddPixelsLeft = 2;
     FontTexture::CreationParams made;
     FontTexture::CreateFontTexture(params)->GetCreationParameters(made);
+    // Numbers are decimal, whatever the flags of the stream are.
     std::ostringstream out;
+    out << std::hex << std::fixed;
     made.Dump(out, 1);
     EXPECT_EQ(out.str(), "\tFamily............: GenericMonospace\n"
                          "\tBold..............: false\n"
