@@ -34,7 +34,7 @@ private:
 };
 
 /// GUI renderer without a device: checks the order of calls, counts them, and keeps what the last frame has drawn.
-class NullGUIRenderer final : public gui::Renderer
+class NullGUIRenderer : public gui::Renderer
 {
 public:
     /// Largest width and height of a texture.

@@ -386,10 +386,21 @@ void VideoGroup::CreateRendererResources()
 
 void VideoGroup::ReleaseRendererResources()
 {
-    // After a failure, or a loss in the middle of a frame, the frame is still open.
-    if (IsDrawing())
-        Renderer().GetGUIRenderer().End();
+    // After a failure, or a loss in the middle of a frame, the frame is still open. The resources go also when it fails
+    // to end.
+    std::exception_ptr failure;
+    try
+    {
+        if (IsDrawing())
+            Renderer().GetGUIRenderer().End();
+    }
+    catch (...)
+    {
+        failure = std::current_exception();
+    }
     HostKernel::VideoRenderer_ReleaseVideoResources(Renderer(), deviceWasLost_);
+    if (failure != nullptr)
+        std::rethrow_exception(failure);
 }
 
 void VideoGroup::CreateResources()

@@ -49,7 +49,7 @@ struct VideoCalls
         string joined;
         for (; numTaken_ < lines.size(); ++numTaken_)
         {
-            if (string const &line = lines[numTaken_]; line != "AppRender" && line != "Present")
+            if (string const &line = lines[numTaken_]; line != "AppRender" && line != "End" && line != "Present")
                 joined += (joined.empty() ? "" : " ") + line;
         }
         return joined;
@@ -156,13 +156,31 @@ private:
     AutoPtr<TestWindow> window_;
 };
 
+class TestGUIRenderer : public video_null::NullGUIRenderer
+{
+public:
+    TestGUIRenderer(VideoRenderer &parent, VideoCalls &calls)
+        : NullGUIRenderer(parent, [&calls](string const &fault) { calls.faults += fault + "\n"; }),
+          calls_(calls)
+    {
+    }
+
+    void End() override
+    {
+        NullGUIRenderer::End();
+        calls_.Note<VideoRendererException>("End");
+    }
+
+private:
+    VideoCalls &calls_;
+};
+
 class TestRenderer : public VideoRenderer
 {
 public:
     TestRenderer(VideoCalls &calls, string const &interfaceName) : calls_(calls), interfaceName_(interfaceName)
     {
-        AttachGUIRenderer(
-            *new video_null::NullGUIRenderer(*this, [&calls](string const &fault) { calls.faults += fault + "\n"; }));
+        AttachGUIRenderer(*new TestGUIRenderer(*this, calls));
     }
     ~TestRenderer() override { calls_.lines.push_back("~Renderer"); }
 

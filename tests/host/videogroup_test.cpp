@@ -438,7 +438,8 @@ TEST(VideoGroup, TellsOfItsWindow)
 
 TEST(VideoGroup, FramesEndAndShowWhatIsDrawn)
 {
-    VideoRun run;
+    // The end of the frame that stays open fails, and its resources go nevertheless.
+    VideoRun run("End", 2);
     run.application.opensFrame = true;
     run.Begin();
     KernelExecutionParams &params = run.session.GetKernel().GetParams();
@@ -456,8 +457,11 @@ TEST(VideoGroup, FramesEndAndShowWhatIsDrawn)
     // The open frame ends with its device.
     run.session.GetKernel().RequestVideoReconfig(0);
     run.application.opensFrame = false;
+    run.calls.TakeNew();
     run.session.GetKernel().CarryOutRequests();
     EXPECT_FALSE(gui.IsDrawing());
+    EXPECT_EQ(3u, run.calls.Count("End"));
+    EXPECT_NE(string::npos, run.calls.TakeNew().find(s_closeCalls + " Open"));
 }
 
 } // namespace
