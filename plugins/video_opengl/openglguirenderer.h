@@ -25,6 +25,8 @@ class OpenGLGUIRenderer final : public gui::Renderer, Gatherer
 {
 public:
     explicit OpenGLGUIRenderer(VideoRenderer &parent) : Renderer(parent) {}
+    /// Releases what a host has not released: the device must not call an object that is gone.
+    ~OpenGLGUIRenderer() override { OpenGLGUIRenderer::ReleaseVideoResources(false); }
 
     /// Returns the number of draw calls since the resources were created.
     unsigned int GetNumDrawCalls() const { return batch_ != nullptr ? batch_->GetNumDrawCalls() : 0; }
