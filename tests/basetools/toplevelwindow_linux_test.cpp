@@ -96,7 +96,7 @@ TEST(TopLevelWindowOnADisplay, IsMovedSizedAndTypedIntoByAUser)
 
     ASSERT_TRUE(display.Do("keydown q"));
     EXPECT_TRUE(pumpUntil([&] { return window.isKeyDown; }));
-    ASSERT_TRUE(display.Do("keyup q key Return shift+b ctrl+c"));
+    ASSERT_TRUE(display.Do("keyup q key Return alt+x shift+b ctrl+c"));
     EXPECT_TRUE(pumpUntil([&] { return window.text == "q\rB\x03"; })) << window.text;
     ASSERT_TRUE(display.Do("key alt+F4"));
     EXPECT_TRUE(pumpUntil([&] { return window.isClosed; }));

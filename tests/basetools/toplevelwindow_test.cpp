@@ -243,7 +243,9 @@ TEST_F(TopLevelWindowHeadless, FrameAreasMoveSizeAndCommand)
     window.Take();
     window.Drag({{100, 10}, {130, 15}});
     platform::PumpDesktop();
-    EXPECT_EQ("enter 1, <, >, moved", window.Take());
+    // Some systems tell the new position at once.
+    string const told = window.Take();
+    EXPECT_TRUE(told == "enter 1, <, >, moved" || told == "enter 1, <, moved, >") << told;
     EXPECT_EQ(std::pair(130, 105), window.Position());
 
     // The right edge stays in place while the left one is dragged past the smallest size.

@@ -205,8 +205,15 @@ void TopLevelWindow::Maximize()
     platform::Window::Area const area = window->GetWorkArea();
     CacheGeometryParameters();
     state_->placeBefore = State::Area{state_->position, state_->size};
-    window->SetPosition(state_->maximizedPosition.value_or(area.position));
-    window->SetSize(state_->Limit(area.size));
+    Place({state_->maximizedPosition.value_or(area.position), state_->Limit(area.size)});
+}
+
+void TopLevelWindow::Place(platform::Window::Area const &area)
+{
+    state_->isPlacing = true;
+    state_->window->SetPosition(area.position);
+    state_->window->SetSize(area.size);
+    state_->isPlacing = false;
     state_->listener->TellGeometry();
 }
 
@@ -217,10 +224,7 @@ void TopLevelWindow::Restore()
         return;
     if (!state_->placeBefore || window->GetState() != platform::eWindowState::e_normal)
         return window->Restore();
-    State::Area const place = *std::exchange(state_->placeBefore, std::nullopt);
-    window->SetPosition(place.position);
-    window->SetSize(place.size);
-    state_->listener->TellGeometry();
+    Place(*std::exchange(state_->placeBefore, std::nullopt));
 }
 
 void TopLevelWindow::Activate()

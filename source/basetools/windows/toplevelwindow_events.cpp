@@ -165,6 +165,8 @@ void TopLevelWindow::Listener::TellPlainEvent(DesktopEvent const &event)
 
 void TopLevelWindow::Listener::TellGeometry()
 {
+    if (owner_.state_->isPlacing)
+        return;
     platform::Window const &window = *owner_.state_->window;
     platform::eWindowState const shown = window.GetState();
     bool const isMinimized = shown == platform::eWindowState::e_minimized;
@@ -196,14 +198,17 @@ void TopLevelWindow::Listener::TellKey(DesktopEvent const &event)
     HWND const handle = handle_;
     if (event.kind == eDesktopEvent::e_text)
     {
+        if (isAltDown_)
+            return;
         for (char const *text = event.text; *text != 0; ++text)
             MessageHandlerMapper(handle, e_message_char, static_cast<unsigned char>(*text), 1);
         return;
     }
+    isAltDown_ = event.modifiers.isAltDown && !event.modifiers.isControlDown && !event.modifiers.isAltGrDown;
     unsigned int const virtualKey = ToVirtualKey(event.key);
     if (virtualKey == 0)
         return;
-    bool const isSystemKey = (event.modifiers.isAltDown && !event.modifiers.isControlDown) || event.key == e_key_f10;
+    bool const isSystemKey = isAltDown_ || event.key == e_key_f10;
     eWindowMessage const down = isSystemKey ? e_message_sysKeyDown : e_message_keyDown;
     eWindowMessage const up = isSystemKey ? e_message_sysKeyUp : e_message_keyUp;
     MessageHandlerMapper(handle, event.isOn ? down : up, virtualKey, MakeKeyFlags(event));

@@ -34,6 +34,8 @@ private:
     unsigned int toldKind_ = win_utils::e_size_restored;
     bool toldFullscreen_ = false;
     bool toldVisible_ = false;
+    /// The last key went down or up together with Alt: its text is no input.
+    bool isAltDown_ = false;
     /// Part of a notch of the wheel that has not been told.
     float wheelRest_ = 0;
     platform::DesktopSubscription subscription_;
@@ -76,6 +78,8 @@ struct TopLevelWindow::State
     std::optional<Position> maximizedPosition;
     /// Place to go back to, while a window without a frame of the desktop is maximized.
     std::optional<Area> placeBefore;
+    /// Position and size change together: the messages wait until both have.
+    bool isPlacing = false;
     /// @}
 
     bool isActive = false;

@@ -50,7 +50,6 @@ constexpr PlainMessage s_plainMessages[] = {
     {WM_CLOSE, eDesktopEvent::e_windowCloseWish},
     {WM_MOVE, eDesktopEvent::e_windowGeometry},
     {WM_SIZE, eDesktopEvent::e_windowGeometry},
-    {WM_SHOWWINDOW, eDesktopEvent::e_windowGeometry},
     {WM_ENTERSIZEMOVE, eDesktopEvent::e_windowSizeMove, false, true},
     {WM_EXITSIZEMOVE, eDesktopEvent::e_windowSizeMove},
     {WM_ENTERMENULOOP, eDesktopEvent::e_windowMenu, false, true},
@@ -219,6 +218,13 @@ void OnPaint(Window::System &system)
     TellDesktop(MakeEvent(eDesktopEvent::e_windowExposed, system));
 }
 
+void OnPositionChanged(Window::System &system, WINDOWPOS const &change)
+{
+    // WM_SHOWWINDOW comes too early: the window still has its old state. Position and size have messages of their own.
+    if ((change.flags & (SWP_SHOWWINDOW | SWP_HIDEWINDOW)) != 0)
+        TellDesktop(MakeEvent(eDesktopEvent::e_windowGeometry, system));
+}
+
 void OnPlainMessage(Window::System &system, UINT message)
 {
     for (PlainMessage const &row : s_plainMessages)
@@ -260,6 +266,8 @@ void Tell(Window::System &system, UINT message, WPARAM wParam, LPARAM lParam)
         return OnFocus(system, message == WM_SETFOCUS);
     case WM_PAINT:
         return OnPaint(system);
+    case WM_WINDOWPOSCHANGED:
+        return OnPositionChanged(system, *reinterpret_cast<WINDOWPOS const *>(lParam));
     case s_messageExposed:
         system.isInvalid = false;
         return TellDesktop(MakeEvent(eDesktopEvent::e_windowExposed, system));

@@ -374,6 +374,8 @@ private:
     void Register(bool isThere);
     /// Returns the window; asserts "System-window not created." and returns null without one.
     platform::Window *NeedWindow() const;
+    /// Gives a window without a frame of the desktop position and size at once.
+    void Place(platform::Window::Area const &area);
     void ApplyStyles();
     void ApplyOpacity();
     void ApplySizeLimits();
