@@ -92,7 +92,7 @@ public:
     virtual void RequestExit() = 0;
     /// Deletes the devices and builds them again between two frames. `code` is passed on to the application.
     virtual void ApplyHIDReconfig(DirectInputConfig const &config, unsigned int code) = 0;
-    /// Does the same for the video stack, with the named renderer.
+    /// Opens the video stack anew between two frames, with the named renderer; an empty name lets the host choose.
     virtual void ApplyVideoReconfig(string const &pluginName, VideoConfig const &config, unsigned int code) = 0;
     /// @}
 
@@ -118,7 +118,7 @@ public:
     /// @}
 
     /// @name Video
-    /// Video renderers by index, and the one in use.
+    /// Video renderers by index, and the one in use. Past the end, and without one in use, outputs stay as they are.
     /// @{
     virtual unsigned int GetNumVideoRenderers() = 0;
     virtual void GetVideoRendererInfo(unsigned int index, VideoRendererInfo &info) = 0;

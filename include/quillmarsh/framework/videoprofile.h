@@ -45,9 +45,9 @@ public:
     void Add(DisplayModeConfig const &config);
     /// Appends a frame-buffer configuration unless there is an equal one.
     void Add(FrameBufferConfig const &config);
-    /// Sorts the refresh frequencies of every mode. For the end of filling.
+    /// Sorts the refresh frequencies of every mode. Call it when everything has been added.
     void BuildPostProcess();
-    /// Makes the profile as it was constructed.
+    /// Empties texts and lists, and sets an identifier of zeros.
     void Clear();
     /// @}
 
@@ -94,7 +94,7 @@ public:
     /// equals. Null only when the profile has none. Good until the profile changes.
     FrameBufferConfig const *SelectClosestFrameBufferConfig(FrameBufferConfig const &wish) const;
     /// Makes the closest valid configuration to a wish, with both selections. Window and hints come through unchanged.
-    /// Returns false when there is none; then `out` is no configuration to use. `out` may be `wish`.
+    /// Returns false when there is none; do not use `out` then. `out` may be `wish`.
     bool ConstructClosestValidVideoConfig(VideoConfig const &wish, VideoConfig &out) const;
     /// @}
 

@@ -20,7 +20,7 @@ class Renderer;
 ///
 /// The plug-in attaches a GUI renderer in its constructor. The host then keeps this order: connect the subsystem, create
 /// the video resources; while frames run, tell new sizes of the window; on the way out, release the resources and
-/// disconnect. Everything that violates the order is an assertion.
+/// disconnect. A call out of this order asserts.
 class QUILLMARSH_API VideoRenderer : public Plugin
 {
 public:
@@ -89,7 +89,7 @@ protected:
     virtual void DisconnectVideoSubsystem();
     virtual void CreateVideoResources(bool deviceWasLost);
     virtual void ReleaseVideoResources(bool deviceWasLost);
-    /// The client area of the window has a new size. Stores it, each number at least 1.
+    /// The client area of the window has a new size in pixels. Stores it, each number at least 1.
     virtual void OnWindowResize(unsigned int width, unsigned int height);
     /// @}
 

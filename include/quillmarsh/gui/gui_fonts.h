@@ -13,7 +13,8 @@ namespace quillmarsh::gui
 
 class Renderer;
 
-/// Draws and measures lines of text. A text is bytes, each the code of one glyph. All widths are in pixels.
+/// Draws and measures lines of text. A text is `length` bytes, each the code of one glyph; it may be null when the
+/// length is 0. All widths are in pixels.
 class QUILLMARSH_API Font : public virtual VideoResource
 {
 public:

@@ -53,8 +53,8 @@ class Texture;
 class QUILLMARSH_API Renderer : NoCopy
 {
 public:
-    /// Place of a pixel's centre relative to the coordinate that names it: 0 and 0 when the coordinates count the
-    /// pixels' edges, 0.5 and 0.5 when they count the centres. A plain record.
+    /// Place of the coordinate (0, 0) in the top left pixel, in pixels from the corner of that pixel: 0 and 0 when it is
+    /// the corner itself, 0.5 and 0.5 when it is the centre. A plain record.
     struct PixelParams
     {
         float OffsetX = 0;

@@ -55,7 +55,7 @@ struct VideoStep
 /// The video stack of a run: a subsystem with its device and main window, and the renderer that draws with it.
 ///
 /// Opens them step by step, reconfigures them, and closes them again. A step is undone exactly once when it succeeded,
-/// and not at all when it failed. A new configuration that fails makes place for the last good one. Exceptions of the
+/// and not at all when it failed. After a new configuration that fails, the last good one comes back. Exceptions of the
 /// application's hooks pass through, as do failures of plug-ins that leave no working configuration. Frame thread only.
 class VideoGroup : NoCopy
 {

@@ -65,8 +65,8 @@ public:
 
     /// Chooses the renderer of a plug-in, with the wish if it accepts that, and otherwise with the closest
     /// configuration that it accepts. For an empty or unknown name, and when that renderer accepts nothing, takes what
-    /// Kernel::ConstructClosestSafeVideoConfig() finds. A window keeps its wished size up to
-    /// s_maxWindowSize; a size of 0 is the default one. Throws a KernelException when there is nothing, with a message that tells the wish and the
+    /// Kernel::ConstructClosestSafeVideoConfig() finds. A window keeps its wished size up to s_maxWindowSize; a size of 0
+    /// is the default one. Throws a KernelException when there is nothing, with a message that tells the wish and the
     /// offers.
     VideoChoice Choose(string const &pluginName, VideoConfig const &asked) const;
 

@@ -237,8 +237,8 @@ public:
     void Wake();
     /// Stops screen saver and power saving of the display, or allows them again. A new window allows them.
     void KeepDisplayOn(bool keepOn);
-    /// Opens the system's menu of the window, when it has a frame or any other reason for one. Windows only; on Linux
-    /// programs cannot open that menu.
+    /// Opens the system's menu of the window at a pixel of the client area, if the window has that menu. Windows only:
+    /// on Linux programs cannot open it.
     void OpenSystemMenu(Position position);
 
     /// Moves the cursor to a pixel of the client area.

@@ -62,10 +62,11 @@ public:
     static constexpr char const *s_szValueVertexProcessing = "hw/sw/mix/def";
     /// @}
 
-    /// With the code that goes along with a reconfiguration; see Kernel::ApplyVideoReconfig.
+    /// The code goes along with each reconfiguration that the command requests; see Kernel::ApplyVideoReconfig().
     explicit VideoConfigCmd(unsigned int videoReconfigCode);
     ~VideoConfigCmd() override;
 
+    /// Replaces the code of the constructor.
     void SetVideoReconfigCode(unsigned int code) { videoReconfigCode_ = code; }
 
     bool ParseAndExecute(ostream &out, CommandLineParser const &parser, string const &commandLine) override;
