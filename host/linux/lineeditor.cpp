@@ -1,6 +1,5 @@
 #include "lineeditor.h"
 
-#include "../completionlist.h"
 #include "../dialogtext.h"
 #include <quillmarsh/basetools/outputstream.h>
 #include <quillmarsh/basetools/texttools.h>
@@ -32,21 +31,6 @@ std::size_t GetWidth(wchar_t const *begin, wchar_t const *end)
     for (; begin != end; ++begin)
         width += static_cast<std::size_t>(std::max(wcwidth(*begin), 0));
     return width;
-}
-
-std::size_t GetTerminalColumns()
-{
-    unsigned int const width = platform::GetTerminalWidth(platform::eStandardStream::e_output);
-    return width > 0 ? width : 80;
-}
-
-/// Number of characters of a text in the encoding of the locale.
-std::size_t CountCharacters(string const &text)
-{
-    char const *rest = text.c_str();
-    std::mbstate_t state{};
-    std::size_t const count = std::mbsrtowcs(nullptr, &rest, 0, &state);
-    return count == static_cast<std::size_t>(-1) ? text.size() : count;
 }
 
 /// True when the terminal understands the common escape sequences.
@@ -117,6 +101,12 @@ void PrepareLocale()
 
 } // namespace
 
+std::size_t GetTerminalColumns()
+{
+    unsigned int const width = platform::GetTerminalWidth(platform::eStandardStream::e_output);
+    return width > 0 ? width : 80;
+}
+
 LineEditor::LineEditor(ConsoleBuffers &buffers, std::function<void()> onInput, std::function<void()> onExit)
     : buffers_(buffers),
       onInput_(std::move(onInput)),
@@ -144,17 +134,6 @@ void LineEditor::Wake()
 {
     // A full pipe wakes the thread, too.
     static_cast<void>(!write(wake_[1], "", 1));
-}
-
-template<typename Change>
-void LineEditor::ChangeAndWake(Change &&change)
-{
-    {
-        std::lock_guard const lock(mutex_);
-        change();
-    }
-    condition_.notify_all();
-    Wake();
 }
 
 void LineEditor::BeginEditing(string const &prompt)
@@ -227,25 +206,6 @@ bool LineEditor::TakeLine(string &line)
 void LineEditor::FinishLine()
 {
     ChangeAndWake([this] { line_.state = HandOver::eState::e_done; });
-}
-
-bool LineEditor::TakeCompletion(string &line, std::size_t &cursor)
-{
-    if (!TakeHandOver(completion_, line))
-        return false;
-    // The editor changes nothing more until it has its answer.
-    cursor = completion_.cursor;
-    return true;
-}
-
-void LineEditor::AnswerCompletion(Completions const &completions)
-{
-    ChangeAndWake(
-        [&]
-        {
-            completion_.completions = completions;
-            completion_.state = HandOver::eState::e_done;
-        });
 }
 
 // The editor's thread
@@ -537,45 +497,6 @@ int LineEditor::ReadCharacter(wchar_t *character)
         if (length == invalid)
             state = {};
     }
-}
-
-unsigned char LineEditor::Complete()
-{
-    LineInfo const *const line = el_line(editor_);
-    string const text(line->buffer, line->lastchar);
-    auto const cursor = static_cast<std::size_t>(line->cursor - line->buffer);
-    HandOverAndWait(completion_, text, cursor);
-    Completions completions;
-    {
-        std::lock_guard const lock(mutex_);
-        completions = std::move(completion_.completions);
-    }
-    if (completions.candidates.empty() || completions.begin > cursor)
-        return CC_REFRESH_BEEP;
-    string replacement = completions.commonReplacement;
-    bool const isDecided = completions.candidates.size() == 1;
-    bool const atWordEnd = cursor == text.size() || IsBlank(text[cursor]);
-    if (isDecided && completions.candidates.front().isWhole && cursor == text.size())
-        replacement += ' ';
-    ReplaceTyped(text.substr(completions.begin, cursor - completions.begin), replacement);
-    if (isDecided || !atWordEnd)
-        return CC_REFRESH;
-    {
-        std::lock_guard const lock(mutex_);
-        work_.text += FormatCandidates(completions.candidates, GetTerminalColumns(), coloured_);
-    }
-    DoWork();
-    return CC_REFRESH;
-}
-
-/// Replaces the text in front of the cursor.
-void LineEditor::ReplaceTyped(string const &typed, string const &replacement)
-{
-    std::size_t const numKept = MatchPrefix(replacement, typed) ? typed.size() : 0;
-    if (numKept < typed.size())
-        el_deletestr(editor_, static_cast<int>(CountCharacters(typed)));
-    if (numKept < replacement.size())
-        el_insertstr(editor_, replacement.c_str() + numKept);
 }
 
 /// Answers the editor's requests for the history; index 0 is the newest entry.

@@ -154,6 +154,20 @@ private:
     std::thread thread_;
 };
 
+template<typename Change>
+void LineEditor::ChangeAndWake(Change &&change)
+{
+    {
+        std::lock_guard const lock(mutex_);
+        change();
+    }
+    condition_.notify_all();
+    Wake();
+}
+
+/// Returns the width of the terminal, or a usual one if it is not known.
+std::size_t GetTerminalColumns();
+
 } // namespace quillmarsh::host
 
 #endif
