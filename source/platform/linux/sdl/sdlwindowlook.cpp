@@ -20,11 +20,11 @@ void CopyPixels(PixelRows const &pixels, SDL_Surface &target)
     int const numRows = std::min(static_cast<int>(pixels.numRows), target.h);
     if (SDL_LockSurface(&target) != 0)
         return;
-    for (int row = 0; row < numRows; ++row)
+    auto *row = static_cast<Uint8 *>(target.pixels);
+    for (int i = 0; i < numRows; ++i, row += target.pitch)
     {
-        SDL_ConvertPixels(numColumns, 1, format, pixels.GetRow(static_cast<std::size_t>(row)), 4 * numColumns,
-                          target.format->format, static_cast<Uint8 *>(target.pixels) + row * target.pitch,
-                          target.pitch);
+        SDL_ConvertPixels(numColumns, 1, format, pixels.GetRow(static_cast<std::size_t>(i)), 4 * numColumns,
+                          target.format->format, row, target.pitch);
     }
     SDL_UnlockSurface(&target);
 }
