@@ -40,6 +40,13 @@ struct RectOf
 using Rect = RectOf<int>;
 using RectF = RectOf<float>;
 
+/// Position in pixels.
+struct PointF
+{
+    float x;
+    float y;
+};
+
 /// @name Faces
 /// Any thread.
 /// @{
@@ -128,6 +135,8 @@ public:
     void SetClip(Rect const &rect);
     void Clear(Color color);
     void FillRectangle(Rect const &rect, Color color);
+    /// Draws a line with smooth edges and flat ends. Whole coordinates are the corners of pixels.
+    void DrawLine(PointF const &from, PointF const &to, float width, Color color);
     /// Draws one line of text, centred vertically in `layout`, and horizontally too with `centered`; otherwise it
     /// begins at the left edge. Text may run past `layout`; only the clipping rectangle cuts it off.
     void DrawText(wstring const &text, Font &font, RectF const &layout, bool centered, Color color);

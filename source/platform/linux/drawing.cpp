@@ -219,6 +219,14 @@ float Font::MeasureText(wstring const &text)
     return state_->LayOut(text) ? static_cast<float>(state_->GetWidth()) : 0;
 }
 
+/// The drawing library's objects for one operation.
+struct Drawing
+{
+    Holder<cairo_surface_t> surface;
+    /// Null on failure.
+    Holder<cairo_t> context;
+};
+
 struct Canvas::State
 {
     PixelRows pixels;
@@ -228,6 +236,20 @@ struct Canvas::State
     unsigned char *GetPixel(int row, int column) const
     {
         return pixels.GetRow(static_cast<std::size_t>(row)) + std::ptrdiff_t{column} * s_pixelBytes;
+    }
+    /// Begins to draw in a colour, with the coordinates of the canvas.
+    Drawing Begin(Color color) const
+    {
+        // The drawing library gets the clipping rectangle only, because it limits the size of images.
+        Drawing drawing;
+        drawing.surface.reset(cairo_image_surface_create_for_data(
+            GetPixel(clip.y, clip.x), CAIRO_FORMAT_ARGB32, clip.width, clip.height, static_cast<int>(pixels.stride)));
+        drawing.context.reset(cairo_create(drawing.surface.get()));
+        if (cairo_status(drawing.context.get()) != CAIRO_STATUS_SUCCESS)
+            return {};
+        cairo_translate(drawing.context.get(), -clip.x, -clip.y);
+        cairo_set_source_rgba(drawing.context.get(), color.red / 255.0, color.green / 255.0, color.blue / 255.0, 1);
+        return drawing;
     }
 };
 
@@ -260,6 +282,20 @@ void Canvas::FillRectangle(Rect const &rect, Color color)
     }
 }
 
+void Canvas::DrawLine(PointF const &from, PointF const &to, float width, Color color)
+{
+    if (state_->clip.width == 0 || state_->clip.height == 0)
+        return;
+    Drawing const drawing = state_->Begin(color);
+    if (!drawing.context)
+        return;
+    cairo_set_line_width(drawing.context.get(), static_cast<double>(width));
+    cairo_move_to(drawing.context.get(), static_cast<double>(from.x), static_cast<double>(from.y));
+    cairo_line_to(drawing.context.get(), static_cast<double>(to.x), static_cast<double>(to.y));
+    cairo_stroke(drawing.context.get());
+    cairo_surface_flush(drawing.surface.get());
+}
+
 void Canvas::DrawText(wstring const &text, Font &font, RectF const &layout, bool centered, Color color)
 {
     Rect const &clip = state_->clip;
@@ -267,12 +303,8 @@ void Canvas::DrawText(wstring const &text, Font &font, RectF const &layout, bool
     if (clip.width == 0 || clip.height == 0 || !state.LayOut(text))
         return;
 
-    // The drawing library gets the clipping rectangle only, because it limits the size of images.
-    Holder<cairo_surface_t> const surface(
-        cairo_image_surface_create_for_data(state_->GetPixel(clip.y, clip.x), CAIRO_FORMAT_ARGB32, clip.width,
-                                            clip.height, static_cast<int>(state_->pixels.stride)));
-    Holder<cairo_t> const context(cairo_create(surface.get()));
-    if (cairo_status(context.get()) != CAIRO_STATUS_SUCCESS)
+    Drawing const drawing = state_->Begin(color);
+    if (!drawing.context)
         return;
 
     double x = static_cast<double>(layout.x);
@@ -287,10 +319,9 @@ void Canvas::DrawText(wstring const &text, Font &font, RectF const &layout, bool
         x = std::round(x);
         y = std::round(y);
     }
-    cairo_set_source_rgba(context.get(), color.red / 255.0, color.green / 255.0, color.blue / 255.0, 1);
-    cairo_move_to(context.get(), x - clip.x, y - clip.y - ToPixels(pango_layout_get_baseline(state.layout.get())));
-    pango_cairo_show_layout(context.get(), state.layout.get());
-    cairo_surface_flush(surface.get());
+    cairo_move_to(drawing.context.get(), x, y - ToPixels(pango_layout_get_baseline(state.layout.get())));
+    pango_cairo_show_layout(drawing.context.get(), state.layout.get());
+    cairo_surface_flush(drawing.surface.get());
 }
 
 } // namespace quillmarsh::platform::drawing

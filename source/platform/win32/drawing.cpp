@@ -249,6 +249,18 @@ void Canvas::FillRectangle(Rect const &rect, Color color)
     state_->graphics.FillRectangle(&brush, rect.x, rect.y, rect.width, rect.height);
 }
 
+void Canvas::DrawLine(PointF const &from, PointF const &to, float width, Color color)
+{
+    Gdiplus::Pen const pen(ToSystem(color), width);
+    Gdiplus::Graphics &graphics = state_->graphics;
+    graphics.SetSmoothingMode(Gdiplus::SmoothingModeAntiAlias);
+    // Otherwise whole coordinates would be the middles of pixels.
+    graphics.SetPixelOffsetMode(Gdiplus::PixelOffsetModeHalf);
+    graphics.DrawLine(&pen, from.x, from.y, to.x, to.y);
+    graphics.SetPixelOffsetMode(Gdiplus::PixelOffsetModeDefault);
+    graphics.SetSmoothingMode(Gdiplus::SmoothingModeDefault);
+}
+
 void Canvas::DrawText(wstring const &text, Font &font, RectF const &layout, bool centered, Color color)
 {
     Gdiplus::StringFormat format(Gdiplus::StringFormat::GenericTypographic());
