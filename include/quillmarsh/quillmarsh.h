@@ -132,6 +132,7 @@
 #include <quillmarsh/framework/videorendererinfo.h>
 #include <quillmarsh/framework/videosubsystem.h>
 #include <quillmarsh/framework/videosubsystemwindow.h>
+#include <quillmarsh/gui/consoleoutputwindow.h>
 #include <quillmarsh/gui/gui_drawparams.h>
 #include <quillmarsh/gui/gui_fonts.h>
 #include <quillmarsh/gui/gui_rectangle.h>
