@@ -73,6 +73,12 @@ float GetFloor(vec2 const &window)
     return window.y - 2.5f * s_margin;
 }
 
+/// Returns the lower edge of the title, which no ball reaches.
+constexpr float GetCeiling()
+{
+    return 1.5f * s_margin + s_titleHeight;
+}
+
 AutoPtr<gui::FontTexture> MakeFont()
 {
     gui::FontTexture::CreationParams params;
@@ -150,7 +156,8 @@ void BenchPicture::DrawBalls(gui::Renderer &renderer)
         return;
     float const spacing = (window.x - 2 * s_margin) / static_cast<float>(count);
     float const radius = std::clamp(spacing / 2, s_minRadius, s_maxRadius);
-    float const pixelsPerMetre = (floor - s_margin - 2 * radius) / static_cast<float>(balls_.GetStartHeight(count - 1));
+    float const pixelsPerMetre =
+        (floor - GetCeiling() - 2 * radius) / static_cast<float>(balls_.GetStartHeight(count - 1));
     gui::RectangleCT ball({0, 0, 2 * radius, 2 * radius}, s_white);
     for (unsigned int index = 0; index < count; ++index)
     {
