@@ -2,6 +2,7 @@
 #include <quillmarsh/basetools/windows/messageloop.h>
 #include <quillmarsh/platform/clipboard.h>
 #include <quillmarsh/platform/desktopevents.h>
+#include <quillmarsh/platform/openglcontext.h>
 #include <quillmarsh/platform/window.h>
 
 #include "source/platform/messagequeue.h"
@@ -14,7 +15,9 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdlib>
 #include <future>
+#include <optional>
 
 namespace quillmarsh::platform
 {
@@ -209,6 +212,49 @@ TEST_F(WindowOnADisplay, EndsAMessageLoopAndIsClosedOnlyByItsOwner)
     win_utils::RunStandardMessageLoop();
     window.reset();
     EXPECT_EQ(eDesktopEvent::e_windowClosing, listener.events.back().kind);
+}
+
+/// Closes the display under an open window, and ends the process: with 0 if the program was asked to end.
+[[noreturn]] void LoseDisplay()
+{
+    tests::NoLeakCheck const noLeakCheck;
+    std::optional<tests::VirtualDisplay> display(std::in_place);
+    tests::EnvironmentVariable const name("DISPLAY", display->GetName().c_str());
+    string reason;
+    AutoPtr<Window> window = Window::Open({.openGL = OpenGLPixels()}, reason);
+    AutoPtr<OpenGLContext> context = window ? OpenGLContext::Create(*window, {}, reason) : nullptr;
+    if (!context)
+        std::_Exit(2);
+    window->Show();
+    PumpDesktop();
+    RecordingListener listener;
+    std::optional<DesktopSubscription> subscription(std::in_place, listener);
+    display.reset();
+    bool const isAsked = tests::WaitUntil(
+        [&]
+        {
+            context->SwapBuffers();
+            PumpDesktop();
+            return std::any_of(listener.events.begin(), listener.events.end(),
+                               [](DesktopEvent const &event) { return event.kind == eDesktopEvent::e_exitWish; });
+        });
+    // What a program may still do on its way out.
+    window->SetTitle("late");
+    window->SetSize({100, 100});
+    window->SetFullscreen();
+    window->Restore();
+    window->Minimize();
+    window->Hide();
+    subscription.reset();
+    context.reset();
+    window.reset();
+    bool const isRefused = Window::Open({}, reason) == nullptr && reason == "The connection to the display has ended.";
+    std::_Exit(isAsked && isRefused ? 0 : 1);
+}
+
+TEST_F(WindowOnADisplay, AsksTheProgramToEndWhenTheDisplayGoesAway)
+{
+    EXPECT_EXIT(LoseDisplay(), testing::ExitedWithCode(0), "");
 }
 
 } // namespace

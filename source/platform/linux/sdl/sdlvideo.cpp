@@ -2,6 +2,8 @@
 
 #include <quillmarsh/platform/window.h>
 
+#include "source/platform/linux/sdl/sdldisplayloss.h"
+
 #include <SDL.h>
 
 #include <algorithm>
@@ -101,7 +103,7 @@ bool StartVideo()
 {
     s_hintSetting.Begin();
     std::lock_guard const lock(s_startMutex);
-    bool const canStart = SDL_WasInit(SDL_INIT_VIDEO) != 0 || HasDisplay();
+    bool const canStart = !IsDisplayLost() && (SDL_WasInit(SDL_INIT_VIDEO) != 0 || HasDisplay());
     return canStart && SDL_InitSubSystem(SDL_INIT_VIDEO) == 0;
 }
 
@@ -128,7 +130,7 @@ SdlVideoUse::SdlVideoUse() : isStarted_(StartVideo()) {}
 
 SdlVideoUse::~SdlVideoUse()
 {
-    if (isStarted_ && !isKept_)
+    if (isStarted_ && !isKept_ && !IsDisplayLost())
     {
         std::lock_guard const lock(s_startMutex);
         SDL_QuitSubSystem(SDL_INIT_VIDEO);
@@ -138,6 +140,8 @@ SdlVideoUse::~SdlVideoUse()
 
 string SdlVideoUse::GetReason()
 {
+    if (IsDisplayLost())
+        return "The connection to the display has ended.";
     if (!HasDisplay())
         return "The environment names no display: DISPLAY and WAYLAND_DISPLAY are not set.";
     return string("The display cannot be used: ") + SDL_GetError() + ".";

@@ -1,6 +1,7 @@
 #include "source/platform/linux/sdl/sdlwindow.h"
 
 #include "source/platform/desktopevents.h"
+#include "source/platform/linux/sdl/sdldisplayloss.h"
 
 #include <algorithm>
 
@@ -70,6 +71,7 @@ Window::System *Window::OpenSystem(Window &, WindowDesc const &desc, string &rea
         reason = string("The display refuses a window: ") + SDL_GetError() + ".";
         return nullptr;
     }
+    WatchDisplay(system->window);
     system->id = SDL_GetWindowID(system->window);
     system->isFilled = desc.isFilled;
     return system.release();
@@ -113,6 +115,8 @@ eWindowState Window::GetStateOnDesktop() const
 
 void Window::ShowOnDesktop()
 {
+    if (IsDisplayLost())
+        return;
     SDL_ShowWindow(system_->window);
     if (system_->isFilled)
         system_->Fill();
@@ -120,6 +124,8 @@ void Window::ShowOnDesktop()
 
 void Window::HideOnDesktop()
 {
+    if (IsDisplayLost())
+        return;
     SDL_HideWindow(system_->window);
 }
 
@@ -135,6 +141,8 @@ void Window::MaximizeOnDesktop()
 
 void Window::RestoreOnDesktop()
 {
+    if (IsDisplayLost())
+        return;
     if (!system_->HasFlag(SDL_WINDOW_FULLSCREEN_DESKTOP))
     {
         SDL_RestoreWindow(system_->window);
@@ -148,6 +156,11 @@ void Window::RestoreOnDesktop()
 
 bool Window::SetFullscreenOnDesktop(DisplayMode const *mode, string &reason)
 {
+    if (IsDisplayLost())
+    {
+        reason = SdlVideoUse::GetReason();
+        return false;
+    }
     bool const wasFullscreen = system_->HasFlag(SDL_WINDOW_FULLSCREEN_DESKTOP);
     Area const before = {GetPosition(), GetSize()};
     SDL_DisplayMode found = {};

@@ -1,4 +1,5 @@
 // How a window looks, what it shows, and what it asks of the desktop.
+#include "source/platform/linux/sdl/sdldisplayloss.h"
 #include "source/platform/linux/sdl/sdlevents.h"
 #include "source/platform/linux/sdl/sdlkeys.h"
 #include "source/platform/linux/sdl/sdlwindow.h"
@@ -45,6 +46,8 @@ void PushWindowEvent(Uint32 window, eUserEvent code)
 
 Window::System::~System()
 {
+    if (IsDisplayLost())
+        return;
     if (keepsDisplayOn && --s_numKeepingOn == 0)
         SDL_EnableScreenSaver();
     if (window)
@@ -84,6 +87,8 @@ void Window::ShowImage(PixelRows const &pixels)
 
 void Window::SetFrame(bool hasFrame, bool isResizable)
 {
+    if (IsDisplayLost())
+        return;
     SDL_SetWindowBordered(system_->window, hasFrame ? SDL_TRUE : SDL_FALSE);
     SDL_SetWindowResizable(system_->window, isResizable ? SDL_TRUE : SDL_FALSE);
 }
