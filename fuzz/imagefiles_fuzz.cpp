@@ -1,4 +1,5 @@
 // Image files of every format: loading any bytes ends, either without an image or with one that the file can hold.
+#include <quillmarsh/dataobjects/datacodecparameters.h>
 #include <quillmarsh/dataobjects/imagecodecs_gdiplus.h>
 
 #include "tests/support/wine.h"
@@ -23,6 +24,19 @@ string const &GetFileName()
     return name;
 }
 
+/// Loads a page as it should be shown, and at full precision.
+void CheckDeep(unsigned int page, std::size_t size)
+{
+    using namespace signal_codec_parameters;
+    NamedParameterList params;
+    params.Insert(NamedParameter(Param_Page, page), true);
+    params.Insert(NamedParameter(Param_ObeyOrientation, true), true);
+    params.Insert(NamedParameter(Param_DeepLuminance, true), true);
+    AutoPtr<ImageBase> const image(ImageDecoderGdiplus().LoadImageA(GetFileName(), params));
+    if (image && (image->GetNumSamples() == 0 || image->GetNumSamples() > size << 15))
+        std::abort();
+}
+
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const *data, std::size_t size)
@@ -33,6 +47,8 @@ extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const *data, std::size_t size
     std::ofstream(GetFileName(), std::ios::binary)
         .write(reinterpret_cast<char const *>(data), static_cast<std::streamsize>(size));
     AutoPtr<ImageBase> const image(ImageDecoderGdiplus().LoadImageA(GetFileName(), NamedParameterList()));
+    for (unsigned int page = 0; page < 2; ++page)
+        CheckDeep(page, size);
     // Removes the file, because file systems are slow at overwriting.
     std::filesystem::remove(GetFileName());
     if (!image)

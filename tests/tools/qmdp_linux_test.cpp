@@ -594,6 +594,25 @@ TEST_F(Qmdp, ShellsCompleteWhatTheTablesHold)
                                       "'nearest linear area lanczos' -d"));
 }
 
+TEST_F(Qmdp, ProgressIsShownOnATerminalOnly)
+{
+    // Each takes some hundredths of a second, so the line appears before the end.
+    Words words = {"convert", "--to=qmdp", "--size=1500x1500", "--filter=lanczos", "--jobs=1"};
+    for (int i = 0; i < 30; ++i)
+        words.push_back(directory_.Write("f" + std::to_string(i) + ".qmdp", SmallImage()));
+    std::filesystem::create_directory(directory_ / "out");
+    words.push_back(directory_ / "out");
+    Terminal terminal(QUILLMARSH_TEST_QMDP, words);
+    EXPECT_TRUE(terminal.Expect("Converting [")) << terminal.GetShown();
+    EXPECT_TRUE(terminal.Expect(" of 30 files")) << terminal.GetShown();
+    terminal.Wait();
+    EXPECT_TRUE(terminal.GetShown().ends_with("\r\x1B[K")) << terminal.GetShown();
+
+    words.push_back("--overwrite");
+    ProcessResult const redirected = RunTool(words);
+    EXPECT_EQ("", redirected.out + redirected.err);
+}
+
 TEST_F(Qmdp, HelpAndOutput)
 {
     EXPECT_NE(string::npos, RunTool({"--help"}).out.find("\nCommands:\n  info "));

@@ -355,7 +355,7 @@ bool TiffReader::IsPlausible(std::uint64_t fileSize)
     std::uint64_t const numBits = std::uint64_t{GetField<std::uint16_t>(TIFFTAG_BITSPERSAMPLE)} * layout_.numComponents;
     // Compressed colours may be subsampled, so each pixel has at least the bits of one component.
     std::uint64_t const rowBytes =
-        layout_.numColumns * (layout_.isPlain ? numBits : std::min<std::uint64_t>(numBits, 8)) / 8;
+        layout_.numColumns * (layout_.isPlain || layout_.isDeep ? numBits : std::min<std::uint64_t>(numBits, 8)) / 8;
     return rowBytes <= fileSize * ratio / layout_.numRows && TIFFScanlineSize64(tiff_.get()) != 0;
 }
 
