@@ -233,6 +233,28 @@ TEST_F(TopLevelWindowHeadless, TellsItsStatesAndGoesBackToItsPlace)
     EXPECT_EQ((std::vector{900, 0, 1000, 140}), (std::vector{left, top, right, bottom}));
 }
 
+TEST_F(TopLevelWindowHeadless, CountsTheFrameOfTheDesktopIn)
+{
+    NotingWindow window;
+    window.SetMinSize(320, 240);
+    window.SetPositionAndSize(40, 50, 400, 300);
+    window.Create(e_style_overlapped);
+    window.Show();
+    EXPECT_EQ(std::pair(400u, 300u), window.Size());
+    EXPECT_EQ(std::pair(40, 50), window.Position());
+    window.SetPositionAndSize(60, 70, 10, 10);
+    EXPECT_EQ(std::pair(320u, 240u), window.Size());
+    EXPECT_EQ(std::pair(60, 70), window.Position());
+    unsigned int width, height;
+    window.GetClientAreaSize(width, height);
+    window.RemoveWindowStyles(e_style_caption | e_style_sizeFrame);
+    EXPECT_EQ(std::pair(width, height), window.Size());
+    window.Maximize();
+    EXPECT_EQ(std::pair(1000u, 700u), window.Size());
+    window.Hide();
+    EXPECT_EQ(platform::eWindowState::e_hidden, window.GetPlatformWindow()->GetState());
+}
+
 TEST_F(TopLevelWindowHeadless, FrameAreasMoveSizeAndCommand)
 {
     NotingWindow window;
