@@ -160,6 +160,8 @@ void OpenGLGUIRenderer::ClearBuffers(ClearParams const &params)
     if (batch_ == nullptr)
         return;
     Flush();
+    // The application may have left another one.
+    subsystem_->BindTarget();
     OpenGLFunctions const &gl = batch_->GetDevice().gl;
     if (params.ClearRectangleOnly)
     {
@@ -240,6 +242,7 @@ void OpenGLGUIRenderer::Begin()
     isInProgram_ = false;
     if (batch_ == nullptr)
         return;
+    subsystem_->BindTarget();
     ResetClipRectangle();
     if (depth_.ClearAtBegin)
     {
