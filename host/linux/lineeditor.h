@@ -105,7 +105,7 @@ private:
     bool IsClosing();
     int ReadCharacter(wchar_t *character);
     unsigned char Complete();
-    void ReplaceTyped(string const &typed, string const &replacement);
+    void ReplaceTyped(string const &typed, string const &replacement, string const &rest);
     void RestoreTerminalMode();
     int ServeHistory(HistEvent *event, int operation);
     /// @}

@@ -63,7 +63,7 @@ unsigned char LineEditor::Complete()
     bool const atWordEnd = cursor == text.size() || IsBlank(text[cursor]);
     if (isDecided && completions.candidates.front().isWhole && cursor == text.size())
         replacement += ' ';
-    ReplaceTyped(text.substr(completions.begin, cursor - completions.begin), replacement);
+    ReplaceTyped(text.substr(completions.begin, cursor - completions.begin), replacement, text.substr(cursor));
     if (isDecided || !atWordEnd)
         return CC_REFRESH;
     {
@@ -74,14 +74,17 @@ unsigned char LineEditor::Complete()
     return CC_REFRESH;
 }
 
-/// Replaces the text in front of the cursor.
-void LineEditor::ReplaceTyped(string const &typed, string const &replacement)
+/// Replaces the text in front of the cursor. What already stands behind the cursor is not typed twice.
+void LineEditor::ReplaceTyped(string const &typed, string const &replacement, string const &rest)
 {
     std::size_t const numKept = MatchPrefix(replacement, typed) ? typed.size() : 0;
     if (numKept < typed.size())
         el_deletestr(editor_, static_cast<int>(CountCharacters(typed)));
-    if (numKept < replacement.size())
-        el_insertstr(editor_, replacement.c_str() + numKept);
+    string const added = replacement.substr(numKept);
+    if (!added.empty() && MatchPrefix(rest, added))
+        el_cursor(editor_, static_cast<int>(CountCharacters(added)));
+    else if (!added.empty())
+        el_insertstr(editor_, added.c_str());
 }
 
 } // namespace quillmarsh::host

@@ -45,6 +45,7 @@ TEST(Terminal, CompletesEachWordOfALine)
     EXPECT_TRUE(host.Enter("t\t\r", {"data.overwrite = true", "workbench> "}));
     EXPECT_TRUE(host.Enter("hel 'gre\033[D\033[D\033[D\033[D\033[D\t\005\t\r", {"Print the greeting", "workbench> "}));
     EXPECT_TRUE(host.Enter("load " QUILLMARSH_TEST_SOURCES "examples/pic\t\r", {"ture.png", "workbench> "}));
+    EXPECT_TRUE(host.Enter("greet\033[D\033[D\t\r", {"Hello from the workbench!", "workbench> "}));
     EXPECT_TRUE(host.Enter("xyz\t", {"\a"}));
     EXPECT_TRUE(host.Enter("\003", {"^C\r\nworkbench> "}));
     host.Send("\004");
