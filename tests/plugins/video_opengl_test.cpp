@@ -522,7 +522,7 @@ TEST_F(OpenGLStack, TakesNewSizesAndConfigurations)
         VideoConfig config = video_.subsystem->GetVideoConfig();
         EXPECT_EQ(config.Hints.VSync, vsync);
         video_.Close();
-        config.DisplayMode = DisplayModeConfig(80, 60, 32, 0);
+        config.DisplayMode = DisplayModeConfig(320, 240, 32, 0);
         config.FrameBuffer.AlphaBits = vsync ? 8 : 0;
         config.FrameBuffer.StencilBits = vsync ? 8 : 0;
         ASSERT_TRUE(video_.Open(config)) << video_.GetReason();
@@ -531,9 +531,9 @@ TEST_F(OpenGLStack, TakesNewSizesAndConfigurations)
         EXPECT_EQ(window, platform::Window::GetMain());
         EXPECT_EQ(window->GetTitle(), "test");
         EXPECT_EQ(window->GetState(), platform::eWindowState::e_hidden);
-        EXPECT_EQ(window->GetSize().width, 80);
-        EXPECT_EQ(window->GetSize().height, 60);
-        EXPECT_EQ(video_.Capture()->GetNumColumns(), 80u);
+        EXPECT_EQ(window->GetSize().width, 320);
+        EXPECT_EQ(window->GetSize().height, 240);
+        EXPECT_EQ(video_.Capture()->GetNumColumns(), 320u);
     }
 }
 
