@@ -465,6 +465,19 @@ TEST_F(Qmdp, PicturesTellWhatTheyHoldAndWhatIsLost)
 
     EXPECT_EQ(0, RunTool({"convert", tiff, package, "--format=FP32NormL", "-q", "--overwrite"}).status);
     EXPECT_NE(string::npos, RunTool({"stats", package}).out.find("minimum 0.00782788, "));
+    // Floats cannot become bytes, and that is said; looking at them needs no option.
+    string const floats = directory_.Write(
+        "f.tif",
+        TiffBytes(
+            {{.numRows = 1, .numColumns = 1, .bits = 32, .components = string("\0\0\0?", 4), .areFloats = true}}));
+    EXPECT_EQ("qmdp: " + floats + ": floating-point TIFF is not supported as bytes (see --format FP32NormL)\n",
+              RunTool({"convert", floats, package, "--overwrite"}).err);
+    EXPECT_NE(string::npos, RunTool({"info", floats})
+                                .out.find("FP32NormL (0x04001001)\n    Dimensions...: 1 rows, 1 columns\n"
+                                          "    Stored as....: grey, 32 bits, floating-point\n"));
+    EXPECT_EQ(floats + ": ok\n", RunTool({"verify", floats}).out);
+    EXPECT_EQ("", RunTool({"convert", floats, package, "--overwrite", "--format=FP32NormL"}).err);
+    EXPECT_EQ(Image(1, 1, 0x04001001, string("\0\0\0?", 4)), ReadFile(package));
     string const alpha = directory_.Write("a.qmdp", Image(1, 1, s_A8L8, "ab"));
     EXPECT_EQ("qmdp: " + (directory_ / "a.jpg") + ": lost in saving: no alpha\n",
               RunTool({"convert", alpha, directory_ / "a.jpg"}).err);

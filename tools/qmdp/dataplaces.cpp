@@ -43,6 +43,23 @@ AutoPtr<DataFile> OpenPlace(Arguments const &arguments, DataPlace const &place)
                                       arguments.load);
 }
 
+/// True if the data can be loaded as floats only, which the failure of loading them as bytes does not tell.
+bool AreDeepOnly(Arguments arguments, DataPlace const &place, DataException const &thrown)
+{
+    if (thrown.GetFailure().kind != eCodecFailure::e_unsupported || place.IsStandardStream() ||
+        arguments.load.deepLuminance)
+        return false;
+    arguments.load.deepLuminance = true;
+    try
+    {
+        return OpenPlace(arguments, place)->GetDesc().format == e_format_FP32NormL;
+    }
+    catch (Exception const &)
+    {
+        return false;
+    }
+}
+
 void TellLosses(Arguments const &arguments, string const &name, string const &step, std::vector<string> const &losses)
 {
     if (arguments.quiet || losses.empty())
@@ -77,9 +94,34 @@ DataPlace FindOutput(Arguments const &arguments, string const &name)
 
 AutoPtr<DataFile> OpenData(Arguments const &arguments, DataPlace const &place)
 {
-    AutoPtr<DataFile> file = OpenPlace(arguments, place);
-    TellLosses(arguments, place.GetInputName(), "loading", ListLoadingLosses(file->GetDesc()));
-    return file;
+    try
+    {
+        AutoPtr<DataFile> file = OpenPlace(arguments, place);
+        TellLosses(arguments, place.GetInputName(), "loading", ListLoadingLosses(file->GetDesc()));
+        return file;
+    }
+    catch (DataException const &thrown)
+    {
+        if (!AreDeepOnly(arguments, place, thrown))
+            throw;
+        throw DataException(place.GetInputName(), {thrown.GetFailure().kind,
+                                                   thrown.GetFailure().text + " as bytes (see --format FP32NormL)"});
+    }
+}
+
+AutoPtr<DataFile> OpenToInspect(Arguments arguments, DataPlace const &place)
+{
+    try
+    {
+        return OpenPlace(arguments, place);
+    }
+    catch (DataException const &thrown)
+    {
+        if (!AreDeepOnly(arguments, place, thrown))
+            throw;
+    }
+    arguments.load.deepLuminance = true;
+    return OpenPlace(arguments, place);
 }
 
 SampledData LoadData(Arguments const &arguments, DataPlace const &place)

@@ -33,6 +33,8 @@ std::vector<DataPlace> FindOutputsInFolder(Arguments const &arguments, std::vect
 
 /// Opens data, and says what loading them will lose.
 AutoPtr<DataFile> OpenData(Arguments const &arguments, DataPlace const &place);
+/// Opens data to look at them. Those that can be loaded as floats only are opened as floats.
+AutoPtr<DataFile> OpenToInspect(Arguments arguments, DataPlace const &place);
 /// Loads data, and says what is lost. Throws a DataException when that fails.
 SampledData LoadData(Arguments const &arguments, DataPlace const &place);
 /// Saves data, and says what is lost. Throws a DataException when that fails.

@@ -22,13 +22,6 @@ string Hexadecimal(unsigned int value)
     return text.str();
 }
 
-/// Nothing is lost by looking at a file.
-Arguments BeQuiet(Arguments arguments)
-{
-    arguments.quiet = true;
-    return arguments;
-}
-
 char const *GetColoursName(ePictureColours colours)
 {
     switch (colours)
@@ -160,7 +153,7 @@ void VerifyFile(Arguments const &arguments, string const &fileName)
 {
     Progress progress;
     progress.Begin("Reading");
-    AutoPtr<DataFile> const file = OpenData(BeQuiet(arguments), {fileName, {}});
+    AutoPtr<DataFile> const file = OpenToInspect(arguments, {fileName, {}});
     file->Verify([&](std::uint64_t done) { progress.Update(done, file->GetDesc().package->byteSize, nullptr); });
 }
 
@@ -171,7 +164,7 @@ bool Info(Arguments const &arguments)
     return ForEachFile(arguments,
                        [&](string const &fileName)
                        {
-                           DataFileDesc const desc = OpenData(BeQuiet(arguments), {fileName, {}})->GetDesc();
+                           DataFileDesc const desc = OpenToInspect(arguments, {fileName, {}})->GetDesc();
                            arguments.json ? PrintJSON(fileName, desc) : Print(fileName, desc);
                        });
 }
