@@ -19,7 +19,7 @@ using platform::drawing::Rect;
 constexpr std::ptrdiff_t s_pixelBytes = 4;
 constexpr unsigned int s_replacement = 0xfffd;
 /// Beyond it, a byte counts as a character, so that no line takes long.
-constexpr std::size_t s_maxExactColumns = 65536;
+constexpr std::size_t s_maxExactColumns = 16384;
 /// Tiles are dropped when there are more colours, or more clusters of a colour.
 constexpr std::size_t s_maxColors = 16;
 constexpr std::size_t s_maxClusters = 2048;
@@ -29,13 +29,22 @@ bool IsContinuation(char byte)
     return (static_cast<unsigned char>(byte) & 0xc0) == 0x80;
 }
 
-/// Returns how many of eight bytes begin a character.
-std::size_t CountBegins(char const *bytes)
+constexpr std::size_t s_wordBytes = sizeof(std::uint64_t);
+/// Words that are counted at once. Sums of their bytes fit a byte.
+constexpr std::size_t s_blockWords = 16;
+
+/// Returns how many bytes of up to s_blockWords words begin a character.
+std::size_t CountBegins(char const *bytes, std::size_t numWords)
 {
-    std::uint64_t word;
-    std::memcpy(&word, bytes, sizeof(word));
-    std::uint64_t const continuations = (word >> 7) & (~word >> 6) & 0x0101010101010101u;
-    return 8 - static_cast<std::size_t>(std::popcount(continuations));
+    constexpr std::uint64_t ones = 0x0101010101010101u;
+    std::uint64_t continuations = 0;
+    for (std::size_t i = 0; i < numWords; ++i)
+    {
+        std::uint64_t word;
+        std::memcpy(&word, bytes + i * s_wordBytes, s_wordBytes);
+        continuations += (word >> 7) & (~word >> 6) & ones;
+    }
+    return numWords * s_wordBytes - static_cast<std::size_t>(continuations * ones >> 56);
 }
 
 /// Returns the position of the character after `count` characters. A character has at most four bytes.
@@ -44,12 +53,16 @@ std::size_t SkipColumns(std::string_view text, std::size_t count)
     std::size_t const exact = std::min(count, s_maxExactColumns);
     std::size_t const end = std::min(text.size(), 4 * exact);
     std::size_t at = 0, skipped = 0;
-    for (; at + 8 <= end; at += 8)
+    for (std::size_t const numWords : {s_blockWords, std::size_t{1}})
     {
-        std::size_t const begins = CountBegins(text.data() + at);
-        if (skipped + begins > exact)
-            break;
-        skipped += begins;
+        std::size_t const step = numWords * s_wordBytes;
+        for (; at + step <= end; at += step)
+        {
+            std::size_t const begins = CountBegins(text.data() + at, numWords);
+            if (skipped + begins > exact)
+                break;
+            skipped += begins;
+        }
     }
     for (; at < end && (IsContinuation(text[at]) || skipped < exact); ++at)
         skipped += IsContinuation(text[at]) ? 0 : 1;

@@ -14,7 +14,7 @@ namespace quillmarsh::console_window
 {
 
 /// Returns the part of a UTF-8 text that begins at a character and has at most that many characters. Takes time for
-/// the first 65536 characters at most: each byte after them counts as a character.
+/// the first 16384 characters at most: each byte after them counts as a character.
 std::string_view GetColumns(std::string_view text, std::size_t begin, std::size_t length);
 
 /// Takes the first cluster from a UTF-8 text: a character and the accents that follow it. A byte that is no part of a
