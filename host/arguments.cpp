@@ -103,6 +103,7 @@ void AddOptions(CLI::App &app, Arguments &arguments)
            "--headless", [&arguments](string const &text) { arguments.headless = ReadSize("--headless", text); },
            "draw on a desktop of this size that nobody sees")
         ->type_name("WxH");
+    app.add_flag("--console-window", arguments.consoleWindow, "show the console in a window of its own, too");
     app.add_flag("--developer-mode", arguments.developerMode, "allow commands and variables for developers");
 
     app.option_defaults()->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);

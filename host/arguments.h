@@ -58,6 +58,8 @@ struct Arguments
     bool fullscreen = false;
     /// Size of a desktop that nobody sees.
     std::optional<PixelSize> headless;
+    /// True to show the console in a window of its own, too.
+    bool consoleWindow = false;
     /// True to leave the user's own start script out.
     bool noStartScript = false;
 };

@@ -317,13 +317,39 @@ void Program::LoadDefaultDrivers(std::vector<string> const &directories)
     }
 }
 
+void Program::OpenConsoleWindow()
+{
+    string reason;
+    if (arguments_.consoleWindow)
+        consoleWindow_ = host::OpenConsoleWindow(kernel_.GetConsole().GetBuffers().GetOutputBuffer(), reason);
+    if (!reason.empty())
+        Report("The run goes on without a window for the console: " + reason);
+}
+
+void Program::NameConsoleWindow()
+{
+    if (!consoleWindow_)
+        return;
+    string const &title = session_.GetStartupResult().AppWindowText;
+    PluginDescriptor const *const application = kernel_.GetPlugins().FindApplication();
+    if (!title.empty())
+        consoleWindow_->SetTitleText(title + " console");
+    if (application)
+        consoleWindow_->SetStatusText("running " + application->GetPluginInfo().GetPluginName());
+}
+
 void Program::RunApplication()
 {
+    OpenConsoleWindow();
     bool const isUp = session_.Open() && session_.Run("the setting of variables", [this] { SetVariables(); });
     if (isUp && !hasWrongArgument_)
+    {
+        NameConsoleWindow();
         RunFrames();
+    }
     if (terminal_ != nullptr)
         terminal_->EndEditing();
+    consoleWindow_.reset();
     session_.Close();
 }
 

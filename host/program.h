@@ -3,6 +3,7 @@
 #define QUILLMARSH_HOST_PROGRAM_H
 
 #include "arguments.h"
+#include "consolewindow.h"
 #include "hostlog.h"
 #include "standardoutput.h"
 #include "startedsource.h"
@@ -58,6 +59,9 @@ private:
     /// Loads the default video plug-in if it is of use. A failure leaves the run without video, and is reported.
     void LoadDefaultVideo(std::vector<string> const &directories);
     double GetIdleRate() const;
+    void OpenConsoleWindow();
+    /// Shows the application's title in the console's window.
+    void NameConsoleWindow();
     void RunApplication();
     void BeginConsole(Application::StartupResult const &result);
     void SetVariables();
@@ -90,6 +94,8 @@ private:
     AutoPtr<LineSource> script_;
     AutoPtr<StartedSource> source_;
     ConsoleHistory history_;
+    /// Null without --console-window.
+    AutoPtr<ConsoleWindow> consoleWindow_;
 };
 
 } // namespace quillmarsh::host

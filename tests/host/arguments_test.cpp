@@ -17,7 +17,7 @@ TEST(Arguments, AreReadInBothForms)
                                                 "x=",         "--set=y=1=2",      "--stop-on-error",
                                                 "--log=l",    "--developer-mode", "--parameter=a.b.c=d.e=f",
                                                 "--video=v",  "--size=640x480",   "--fullscreen",
-                                                "--headless", "16384x1"});
+                                                "--headless", "16384x1",          "--console-window"});
     EXPECT_EQ("-", arguments.script);
     EXPECT_EQ(10u, arguments.frames);
     EXPECT_EQ(2.5, arguments.frameRate);
@@ -28,7 +28,7 @@ TEST(Arguments, AreReadInBothForms)
     EXPECT_EQ("v", arguments.video);
     EXPECT_EQ((PixelSize{640, 480}), arguments.size);
     EXPECT_EQ((PixelSize{16384, 1}), arguments.headless);
-    EXPECT_TRUE(arguments.fullscreen);
+    EXPECT_TRUE(arguments.fullscreen && arguments.consoleWindow);
     PluginParameter const &parameter = arguments.parameters.at(0);
     EXPECT_EQ("a.b.c/d.e=f", parameter.path + "/" + parameter.value);
 }
