@@ -15,9 +15,10 @@ namespace quillmarsh
 /// Any thread may write to the buffer meanwhile, as fast as it can: a change only requests a repaint, and a repaint copies
 /// only the visible lines. Everything else belongs to the desktop's thread.
 /// \code
+/// ConsoleBuffers console;
 /// ConsoleOutputWindow window;
 /// window.SetTitleText("Simulation");
-/// window.SetTextSource(&buffer);
+/// window.SetTextSource(&console.GetOutputBuffer());
 /// window.SetSize(800, 600);
 /// window.CenterOnDesktop();
 /// window.Show();
