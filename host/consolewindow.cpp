@@ -10,7 +10,8 @@ namespace quillmarsh::host
 namespace
 {
 
-constexpr int s_width = 832;
+/// Room for lines of 80 characters.
+constexpr int s_width = 840;
 constexpr int s_height = 480;
 /// Distance from the edges of the desktop.
 constexpr int s_margin = 16;

@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 
 namespace quillmarsh::platform::drawing
@@ -52,6 +53,24 @@ TEST(Font, RefusesFacesAndSizesThatAreNone)
     EXPECT_EQ(MeasureFace({"No Such Family"}).em, 0);
     for (float const size : {0.0f, -1.0f, std::nanf("")})
         EXPECT_FALSE(Font(GetProportionalFace(), size).IsValid()) << size;
+}
+
+TEST(Canvas, DrawsLinesWithinItsClip)
+{
+    win_utils::GdiplusGuard const guard;
+    constexpr int size = 16;
+    unsigned char pixels[size * size * 4] = {};
+    PixelRows const rows = {pixels, size * 4, size, size, false};
+    {
+        Canvas canvas(rows);
+        canvas.SetClip({0, 0, 12, size});
+        canvas.DrawLine({2, 8}, {15, 8}, 2, {255, 255, 255});
+    }
+    auto const at = [&](int x, int y) { return int(rows.GetRow(static_cast<std::size_t>(y))[x * 4]); };
+    EXPECT_EQ(255, std::max(at(6, 7), at(6, 8)));
+    EXPECT_GE(at(6, 7) + at(6, 8), 255);
+    EXPECT_EQ(0, at(6, 5) + at(6, 10) + at(0, 7) + at(0, 8));
+    EXPECT_EQ(0, at(13, 7) + at(13, 8));
 }
 
 } // namespace
