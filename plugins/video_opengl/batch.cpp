@@ -99,7 +99,7 @@ void Batch::BindState() const
 
 void Batch::Draw()
 {
-    if (IsGathering())
+    if (IsGathering() && device_->IsOpen())
     {
         PassVertices();
         auto const numVertices = static_cast<std::size_t>(next_ - vertices_.data());

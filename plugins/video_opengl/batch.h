@@ -67,7 +67,7 @@ public:
 
     /// True if there is something to draw.
     bool IsGathering() const { return next_ != vertices_.data(); }
-    /// Draws what was gathered, in OpenGL's state for it: BindState() was called.
+    /// Draws what was gathered, in OpenGL's state for it: BindState() was called. A closed device drops it.
     void Draw();
     /// Selects buffers and program in OpenGL.
     void BindState() const;

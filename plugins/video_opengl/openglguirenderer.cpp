@@ -266,7 +266,7 @@ void OpenGLGUIRenderer::End()
 void OpenGLGUIRenderer::Flush()
 {
     // Textures may change while the application has the device: nothing was gathered then.
-    if (!CanDraw() || isInterleaved_)
+    if (!CanGather())
         return;
     batch_->Draw();
     selected_ = nullptr;
@@ -335,7 +335,8 @@ bool OpenGLGUIRenderer::SelectTexture(gui::Texture const &texture)
     if (resource == selected_ && filter == selectedFilter_ && resource != nullptr)
         return true;
     auto *const ours = dynamic_cast<OpenGLTexture2D *>(resource);
-    if (ours == nullptr)
+    // A texture of another device would not tell this renderer when it goes.
+    if (ours == nullptr || &ours->GetObject().GetDevice() != &batch_->GetDevice())
         return false;
     selected_ = resource;
     selectedFilter_ = filter;
@@ -387,7 +388,7 @@ void OpenGLGUIRenderer::DrawRectangle(gui::Texture const &texture, gui::Rectangl
     ++statistics.NumDrawRectangleTextured;
     ++statistics.NumDrawPrimitiveTextured;
     statistics.NumPrimitivesTextured += 2;
-    if (!CanDraw() || !SelectTexture(texture))
+    if (!CanGather() || !SelectTexture(texture))
         return;
     gui::VertexCT *const vertices = batch_->AddQuads(1);
     WriteCorners(vertices, rectangle);
@@ -410,7 +411,7 @@ void OpenGLGUIRenderer::DrawRectangle(gui::RectangleC const &rectangle)
     ++statistics.NumDrawRectangleColored;
     ++statistics.NumDrawPrimitiveColored;
     statistics.NumPrimitivesColored += 2;
-    if (!CanDraw())
+    if (!CanGather())
         return;
     gui::VertexCT *const vertices = batch_->AddQuads(1);
     WriteCorners(vertices, rectangle);
@@ -465,7 +466,7 @@ void OpenGLGUIRenderer::DrawPrimitive(gui::Texture const &texture, gui::VertexBu
 {
     ++Stats().NumDrawPrimitiveTextured;
     Stats().NumPrimitivesTextured += count;
-    if (CanDraw() && SelectTexture(texture))
+    if (CanGather() && SelectTexture(texture))
         AddPrimitive(vertices, type, count, first);
 }
 
@@ -474,7 +475,7 @@ void OpenGLGUIRenderer::DrawPrimitive(gui::VertexBufferC &vertices, unsigned int
 {
     ++Stats().NumDrawPrimitiveColored;
     Stats().NumPrimitivesColored += count;
-    if (CanDraw())
+    if (CanGather())
         AddPrimitive(vertices, type, count, first);
 }
 
@@ -483,7 +484,7 @@ void OpenGLGUIRenderer::DrawText(gui::FontTexture const &font, unsigned int leng
 {
     ++Stats().NumDrawText;
     Stats().NumTextGlyphs += length;
-    if (length == 0 || !CanDraw() || !SelectTexture(font))
+    if (length == 0 || !CanGather() || !SelectTexture(font))
         return;
     float const widthOfTile = font.CalcGlyphWidthMultiplier(params.metrics);
     float const spacing = font.CalcSpacingWidth(params.metrics);

@@ -73,6 +73,8 @@ private:
     void DrawGathered() override { Flush(); }
 
     bool CanDraw() const { return isDrawing_ && batch_ != nullptr; }
+    /// False while the application has the device: what would be gathered then could not be drawn before a texture goes.
+    bool CanGather() const { return CanDraw() && !isInterleaved_; }
     /// Selects the texture for what follows. False for one without a part in this renderer.
     bool SelectTexture(gui::Texture const &texture);
     /// Puts OpenGL into the state for drawing, and back into its default.

@@ -98,8 +98,7 @@ TextureObject::TextureObject(std::shared_ptr<Device> device, GLenum target, Text
 
 TextureObject::~TextureObject()
 {
-    if (GetDevice().IsOpen())
-        GetDevice().DrawGathered();
+    GetDevice().DrawGathered();
 }
 
 void TextureObject::BeginChange() const

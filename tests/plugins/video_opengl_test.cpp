@@ -203,6 +203,12 @@ TEST_F(OpenGLStack, LendsTheDeviceToTheApplication)
     gl.Disable(GL_SCISSOR_TEST);
     gl.UseProgram(0);
     gl.BindVertexArray(0);
+    {
+        // Meanwhile the renderer draws nothing, so that a texture may go.
+        gui::Texture texture(e_format_A8R8G8B8, false, 1, 1);
+        texture.CreateVideoRendererResource(*video_.renderer);
+        gui.DrawRectangle(texture, gui::RectangleCT({6, 0, 2, 4}, s_white));
+    }
     gl.ActiveTexture(GL_TEXTURE3);
     gui.EndInterleaved();
     Fill(2, 0, 2, 4, s_blue);
