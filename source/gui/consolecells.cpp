@@ -17,7 +17,8 @@ using platform::drawing::Canvas;
 using platform::drawing::Rect;
 
 constexpr std::ptrdiff_t s_pixelBytes = 4;
-constexpr unsigned int s_replacement = 0xfffd;
+/// A box, which monospace fonts contain, unlike U+FFFD: it takes one cell.
+constexpr unsigned int s_replacement = 0x25a1;
 /// Beyond it, a byte counts as a character, so that no line takes long.
 constexpr std::size_t s_maxExactColumns = 16384;
 /// Tiles are dropped when there are more colours, or more clusters of a colour.
@@ -93,7 +94,7 @@ bool IsMark(unsigned int code)
                        [code](CodeRange const &range) { return code >= range.first && code <= range.last; });
 }
 
-/// Returns the code of the first character, and its number of bytes; U+FFFD and one byte when there is none.
+/// Returns the code of the first character, and its number of bytes; U+25A1 and one byte when there is none.
 unsigned int Decode(std::string_view text, std::size_t &length)
 {
     auto const first = static_cast<unsigned char>(text.front());

@@ -18,7 +18,7 @@ namespace quillmarsh::console_window
 std::string_view GetColumns(std::string_view text, std::size_t begin, std::size_t length);
 
 /// Takes the first cluster from a UTF-8 text: a character and the accents that follow it. A byte that is no part of a
-/// character, a character above U+FFFF and a control character become U+FFFD; the cluster of a carriage return is empty.
+/// character, a character above U+FFFF and a control character become U+25A1; the cluster of a carriage return is empty.
 void TakeCluster(std::string_view &text, wstring &cluster);
 
 /// Draws text with a monospace font into a grid of cells. Each cluster is drawn by the drawing service once for each

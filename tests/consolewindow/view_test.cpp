@@ -84,7 +84,7 @@ TEST(ConsoleCells, TakesColumnsAndClustersOfAnyBytes)
         TakeCluster(text, cluster);
         clusters.push_back(cluster);
     }
-    wstring const none = {0xfffd};
+    wstring const none = {0x25a1};
     EXPECT_EQ((std::vector<wstring>{{'a', 0x301}, {'b'}, {}, none, none, {'('}, none, none, none, none, none}),
               clusters);
 }
