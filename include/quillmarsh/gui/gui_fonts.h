@@ -246,7 +246,6 @@ private:
 
     void CalcVerticalGlyphCoords();
     void CalcHorizontalGlyphCoords();
-    float GetGlyphWidth(TextMetrics const &metrics, char glyph) const;
 
     bool generateImageFromSystemFont_ = true;
 
