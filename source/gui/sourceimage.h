@@ -14,7 +14,11 @@ public:
     explicit SourceImageSentry(Texture &texture) : texture_(texture), image_(texture.GenerateSourceImage(originBottom_))
     {
     }
-    ~SourceImageSentry() { texture_.ReleaseSourceImage(image_); }
+    ~SourceImageSentry()
+    {
+        if (image_)
+            texture_.ReleaseSourceImage(image_);
+    }
 
     /// Returns the image; null if there is none.
     ImageBase const *Get() const { return image_; }
