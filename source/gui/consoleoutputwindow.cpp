@@ -42,6 +42,9 @@ bool ConsoleOutputWindow::MessageHandler(long &result, HWND window, unsigned int
         SourceLock const lock(*this);
         state_->isOpen = false;
     }
+    // Changes from here on need another repaint. Not in OnPaint(), which an override may replace.
+    if (message == win_utils::e_message_paint)
+        state_->isRepaintPosted = false;
     NoteModifiers(message, wParam);
     return TopLevelWindow::MessageHandler(result, window, message, wParam, lParam);
 }
@@ -261,8 +264,6 @@ void ConsoleOutputWindow::SetupBackBuffer(unsigned int width, unsigned int heigh
 
 void ConsoleOutputWindow::OnPaint()
 {
-    // Changes from here on need another repaint.
-    state_->isRepaintPosted = false;
     unsigned int width, height;
     GetClientAreaSize(width, height);
     if (width == 0 || height == 0)

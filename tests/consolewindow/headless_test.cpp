@@ -28,7 +28,8 @@ public:
     void OnPaint() override
     {
         ++numPaints;
-        ConsoleOutputWindow::OnPaint();
+        if (showsConsole)
+            ConsoleOutputWindow::OnPaint();
     }
     void Play(unsigned int message, unsigned int wParam = 0, long lParam = 0)
     {
@@ -37,6 +38,7 @@ public:
     void Key(unsigned int key, long flags = 1) { Play(e_message_keyDown, key, flags); }
     void Destroy() { DestroySystemWindow(); }
 
+    bool showsConsole = true;
     unsigned int numPaints = 0;
 };
 
@@ -265,6 +267,14 @@ TEST_F(ConsoleWindowHeadless, PostsOneRepaintForManyChanges)
     Write(1);
     platform::PumpDesktop();
     EXPECT_EQ(2u, window->numPaints);
+    // Also for an override that paints something else.
+    window->showsConsole = false;
+    for (unsigned int i = 0; i < 2; ++i)
+    {
+        Write(1);
+        platform::PumpDesktop();
+    }
+    EXPECT_EQ(4u, window->numPaints);
     window->Minimize();
     platform::PumpDesktop();
     window->numPaints = 0;
