@@ -221,10 +221,14 @@ void Window::SetSize(Size size)
 
 void Window::SetSizeLimits(Size smallest, Size largest)
 {
-    SDL_SetWindowMinimumSize(system_->window, std::max(smallest.width, 1), std::max(smallest.height, 1));
-    constexpr int none = 16384;
-    SDL_SetWindowMaximumSize(system_->window, largest.width > 0 ? largest.width : none,
-                             largest.height > 0 ? largest.height : none);
+    // The largest size that SDL opens a window with. X11 has no sizes from twice of it on.
+    static constexpr int none = 16384;
+    auto const limit = [](int length) { return length > 0 ? std::min(length, none) : none; };
+    // SDL refuses a limit that contradicts the other one, also when that one is about to change.
+    SDL_SetWindowMinimumSize(system_->window, 1, 1);
+    SDL_SetWindowMaximumSize(system_->window, limit(largest.width), limit(largest.height));
+    SDL_SetWindowMinimumSize(system_->window, std::clamp(smallest.width, 1, limit(largest.width)),
+                             std::clamp(smallest.height, 1, limit(largest.height)));
 }
 
 Window::Frame Window::GetFrame() const
