@@ -54,7 +54,10 @@ void Window::Headless::Activate()
 {
     if (IsActive() || !IsShown(state_))
         return;
+    std::weak_ptr<char> const life = life_;
     Deactivate();
+    if (life.expired() || IsActive() || !IsShown(state_))
+        return;
     s_active = &window_;
     Tell(eDesktopEvent::e_windowActive, window_, true);
 }
@@ -67,15 +70,18 @@ void Window::Headless::Place(Area const &area)
 
 void Window::Headless::Become(eWindowState state)
 {
+    std::weak_ptr<char> const life = life_;
     bool const wasShown = IsShown(std::exchange(state_, state));
     if (!IsShown(state) && IsActive())
         Deactivate();
-    Tell(eDesktopEvent::e_windowGeometry, window_);
-    if (!IsShown(state))
+    if (!life.expired())
+        Tell(eDesktopEvent::e_windowGeometry, window_);
+    if (life.expired() || !IsShown(state_))
         return;
     if (!wasShown)
         Activate();
-    window_.Invalidate();
+    if (!life.expired())
+        window_.Invalidate();
 }
 
 void Window::Headless::Enter(eWindowState state, std::optional<Size> size)

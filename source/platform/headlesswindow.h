@@ -4,6 +4,8 @@
 
 #include <quillmarsh/platform/window.h>
 
+#include <memory>
+
 namespace quillmarsh::platform
 {
 
@@ -32,6 +34,8 @@ private:
     void Become(eWindowState state);
 
     Window &window_;
+    /// Ends with the window, which a listener of an event may close.
+    std::shared_ptr<char> const life_ = std::make_shared<char>();
     eWindowState state_ = eWindowState::e_hidden;
     /// State to go back to from minimized.
     eWindowState stateBefore_ = eWindowState::e_normal;
