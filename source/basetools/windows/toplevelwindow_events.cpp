@@ -42,6 +42,24 @@ constexpr PlainRow s_plainRows[] = {
     {eDesktopEvent::e_exitWish, e_message_queryEndSession, e_message_queryEndSession},
 };
 
+/// False for events of the whole desktop.
+bool BelongsToWindow(eDesktopEvent kind)
+{
+    switch (kind)
+    {
+    case eDesktopEvent::e_keyboardLayout:
+    case eDesktopEvent::e_clipboard:
+    case eDesktopEvent::e_displays:
+    case eDesktopEvent::e_systemColors:
+    case eDesktopEvent::e_systemSettings:
+    case eDesktopEvent::e_hardware:
+    case eDesktopEvent::e_exitWish:
+        return false;
+    default:
+        return true;
+    }
+}
+
 struct ButtonRow
 {
     eMouseButton button;
@@ -126,7 +144,9 @@ TopLevelWindow::Listener::Listener(TopLevelWindow &owner)
 
 void TopLevelWindow::Listener::OnDesktopEvent(DesktopEvent const &event)
 {
-    if (event.window && event.window->GetHandle() != handle_)
+    // An event of a window that has been closed meanwhile has none; it is no event of the other windows.
+    bool const isMine = event.window ? event.window->GetHandle() == handle_ : !BelongsToWindow(event.kind);
+    if (!isMine)
         return;
     switch (event.kind)
     {
