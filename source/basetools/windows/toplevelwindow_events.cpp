@@ -120,6 +120,28 @@ long MakeKeyFlags(DesktopEvent const &event)
     return static_cast<int>(flags);
 }
 
+/// Marks a message as one of the desktop until it has been handled, or until its handler has thrown or destroyed the
+/// window's object.
+class FromDesktopSentry : NoCopy
+{
+public:
+    FromDesktopSentry(std::shared_ptr<char> const &life, bool &isFromDesktop)
+        : life_(life),
+          isFromDesktop_(isFromDesktop)
+    {
+        isFromDesktop_ = true;
+    }
+    ~FromDesktopSentry()
+    {
+        if (!life_.expired())
+            isFromDesktop_ = false;
+    }
+
+private:
+    std::weak_ptr<char> life_;
+    bool &isFromDesktop_;
+};
+
 bool IsSameSize(platform::Window::Area const &a, platform::Window::Area const &b)
 {
     return a.size.width == b.size.width && a.size.height == b.size.height;
@@ -268,11 +290,8 @@ void TopLevelWindow::Listener::TellMouse(DesktopEvent const &event)
         return;
     unsigned int const keys = state.buttons | (event.modifiers.isShiftDown ? unsigned(e_mouseKeys_shift) : 0) |
                               (event.modifiers.isControlDown ? unsigned(e_mouseKeys_control) : 0);
-    std::weak_ptr<char> const life = state.life;
-    state.isFromDesktop = true;
+    FromDesktopSentry const sentry(state.life, state.isFromDesktop);
     MessageHandlerMapper(handle_, message, keys | upper << 16, position);
-    if (!life.expired())
-        state.isFromDesktop = false;
 }
 
 } // namespace quillmarsh
