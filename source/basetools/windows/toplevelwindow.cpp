@@ -303,6 +303,9 @@ void TopLevelWindow::SetSize(unsigned int width, unsigned int height)
 {
     state_->size = state_->Limit({ToLength(width), ToLength(height)});
     state_->isSizeSet = true;
+    // The frame of a window that is not there yet is not known.
+    if (!state_->window)
+        state_->clientSize = state_->size;
     UpdateSize();
 }
 
