@@ -312,7 +312,10 @@ TEST_F(TopLevelWindowHeadless, InputReachesTheCallsThatAreSwitchedOn)
     window.Play(e_message_mouseWheel, e_mouseKeys_control | static_cast<unsigned int>(-240) << 16, MakePair(150, 110));
     window.Play(e_message_keyDown, e_vk_left, 1);
     window.Play(e_message_char, 'x', 1);
-    EXPECT_EQ("wheel -240 at 50 with 8, key 37, char x", window.Take());
+    EXPECT_EQ("enter 1, wheel -240 at 50 with 8, key 37, char x", window.Take());
+    // It went down in another window.
+    window.Play(e_message_leftButtonUp, 0, MakePair(50, 100));
+    EXPECT_EQ("enter 10, up", window.Take());
     window.Play(e_message_mouseLeave);
     EXPECT_EQ("enter 0", window.Take());
 
@@ -328,7 +331,7 @@ TEST_F(TopLevelWindowHeadless, InputReachesTheCallsThatAreSwitchedOn)
     window.EnableMessageDispatchKeyboardKeyStates(false);
     window.EnableMessageDispatchKeyboardCharEvents(false);
     window.Drag({{50, 100}, {60, 100}});
-    window.Play(e_message_mouseWheel, 120u << 16);
+    window.Play(e_message_mouseWheel, 120u << 16, MakePair(160, 200));
     window.Play(e_message_keyDown, e_vk_left, 1);
     window.Play(e_message_char, 'x', 1);
     EXPECT_EQ("enter 10", window.Take());

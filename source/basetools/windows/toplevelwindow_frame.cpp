@@ -61,7 +61,7 @@ bool IsCommandArea(Area area)
 
 void TopLevelWindow::State::ForgetButtons()
 {
-    buttons = clientButtons = 0;
+    buttons = clientButtons = frameButtons = 0;
     pressedArea = e_area_none;
     sizeMove.reset();
 }
@@ -89,12 +89,7 @@ bool TopLevelWindow::HandleMouse(unsigned int message, unsigned int wParam, long
             SetMouseArea(e_area_none, 0);
         return true;
     case e_message_mouseWheel:
-        if (state_->dispatchesMouseWheel)
-        {
-            State::Position const origin = state_->window ? state_->window->GetPosition() : State::Position();
-            OnMouseWheel(static_cast<short>(wParam >> 16), point - Point(origin.x, origin.y), wParam & 0xffff);
-        }
-        return true;
+        return HandleMouseWheel(point, wParam), true;
     case e_message_leftButtonDown:
     case e_message_leftButtonUp:
         return HandleButton(e_mouseKeys_left, message == e_message_leftButtonDown, point, wParam), true;
@@ -109,11 +104,27 @@ bool TopLevelWindow::HandleMouse(unsigned int message, unsigned int wParam, long
     }
 }
 
+bool TopLevelWindow::IsMouseFree() const
+{
+    return state_->clientButtons == 0 && state_->pressedArea == e_area_none && !state_->sizeMove;
+}
+
+void TopLevelWindow::HandleMouseWheel(Point const &onDesktop, unsigned int wParam)
+{
+    std::weak_ptr<char> const life = state_->life;
+    State::Position const origin = state_->window ? state_->window->GetPosition() : State::Position();
+    Point const point = onDesktop - Point(origin.x, origin.y);
+    if (IsMouseFree())
+        UpdateMouseArea(point);
+    if (!life.expired() && state_->dispatchesMouseWheel)
+        OnMouseWheel(static_cast<short>(wParam >> 16), point, wParam & 0xffff);
+}
+
 void TopLevelWindow::HandleMouseMove(Point const &point, unsigned int keys)
 {
     std::weak_ptr<char> const life = state_->life;
     // A button that went down in the client area keeps the mouse there.
-    if (state_->clientButtons == 0 && state_->pressedArea == e_area_none)
+    if (IsMouseFree())
         UpdateMouseArea(point);
     if (!life.expired() && state_->area == e_area_client && state_->dispatchesMouseMove)
         OnMouseMove(point, keys);
@@ -122,16 +133,23 @@ void TopLevelWindow::HandleMouseMove(Point const &point, unsigned int keys)
 void TopLevelWindow::HandleButton(unsigned int button, bool isDown, Point const &point, unsigned int keys)
 {
     std::weak_ptr<char> const life = state_->life;
-    bool const isFree = state_->clientButtons == 0 && state_->pressedArea == e_area_none && !state_->sizeMove;
-    if (isDown && isFree)
+    bool const isFree = IsMouseFree();
+    if (isFree)
         UpdateMouseArea(point);
     if (life.expired())
         return;
+    // A button goes up where it went down. One that went down elsewhere, for example in another window, goes up in the
+    // area under the mouse.
     bool const wasInClient = (state_->clientButtons & button) != 0;
+    bool const wasInFrame = (state_->frameButtons & button) != 0;
     state_->clientButtons &= ~button;
-    bool const isOfFrame = isDown ? state_->area != e_area_client : !wasInClient;
+    state_->frameButtons &= ~button;
+    bool const goesByArea = isDown || (isFree && !wasInClient && !wasInFrame);
+    bool const isOfFrame = goesByArea ? state_->area != e_area_client : !wasInClient;
     if (isOfFrame)
     {
+        if (isDown)
+            state_->frameButtons |= button;
         if (button == e_mouseKeys_left)
             isDown ? PressFrame(point) : ReleaseFrame(point);
         else if (button == e_mouseKeys_right && !isDown && state_->area == e_area_caption)

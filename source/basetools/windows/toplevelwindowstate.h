@@ -116,8 +116,10 @@ struct TopLevelWindow::State
     /// @{
     eWindowArea area = e_area_none;
     unsigned int subCode = 0;
-    /// Buttons that went down in the client area, and all that are down, as bits of win_utils::eMouseKeys.
+    /// Buttons that went down in the client area, those that went down elsewhere in the window, and all that are down, as
+    /// bits of win_utils::eMouseKeys.
     unsigned int clientButtons = 0;
+    unsigned int frameButtons = 0;
     unsigned int buttons = 0;
     /// Area of the frame in which the left button went down; none while it is up.
     eWindowArea pressedArea = e_area_none;

@@ -136,7 +136,7 @@ public:
 
     /// @name Input
     /// Positions are in pixels of the client area; `keys` has bits of win_utils::eMouseKeys. The mouse calls are for
-    /// e_area_client, and go on outside of it for a button that went down there.
+    /// e_area_client, and go on outside of it for a button that went down there; the wheel's call is for all areas.
     /// @{
     virtual void OnMouseMove(win_utils::Point const &point, unsigned int keys);
     /// `delta` is 120 for each notch away from the user.
@@ -351,10 +351,13 @@ private:
     bool HandleSystemCommand(unsigned int command, long lParam);
 
     void HandleMouseMove(win_utils::Point const &point, unsigned int keys);
+    void HandleMouseWheel(win_utils::Point const &onDesktop, unsigned int wParam);
     /// `button` is a bit of win_utils::eMouseKeys.
     void HandleButton(unsigned int button, bool isDown, win_utils::Point const &point, unsigned int keys);
 
     // The area under the mouse, and the own frame; toplevelwindow_frame.cpp.
+    /// False while a button holds the mouse in the area in which it went down.
+    bool IsMouseFree() const;
     void UpdateMouseArea(win_utils::Point const &point);
     void SetMouseArea(eWindowArea area, unsigned int subCode);
     void ApplyMouseCursor();
