@@ -6,6 +6,7 @@
 #include <quillmarsh/platform/desktopevents.h>
 #include <quillmarsh/platform/displaymodes.h>
 
+#include "source/platform/desktopevents.h"
 #include "tests/support/scripted_dialogs.h"
 
 #include <gtest/gtest.h>
@@ -296,6 +297,111 @@ TEST_F(TopLevelWindowHeadless, FrameAreasMoveSizeAndCommand)
     window.Drag({{390, 5}});
     EXPECT_EQ("enter 4, close", window.Take());
     EXPECT_EQ(nullptr, window.GetHWND());
+}
+
+/// Closes its window, or destroys itself, in the middle of a message.
+class EndingWindow : public TopLevelWindow
+{
+public:
+    EndingWindow(unsigned int lastMessage, bool isDeleted) : lastMessage_(lastMessage), isDeleted_(isDeleted)
+    {
+        CreateSystemWindow(0, e_style_popup, 0);
+    }
+    bool MessageHandler(long &result, HWND window, unsigned int message, unsigned int wParam, long lParam) override
+    {
+        if (message != lastMessage_)
+            return TopLevelWindow::MessageHandler(result, window, message, wParam, lParam);
+        result = 0;
+        if (isDeleted_)
+            delete this;
+        else
+            DestroySystemWindow();
+        return true;
+    }
+    void OnPaint() override {}
+    using TopLevelWindow::DestroySystemWindow;
+
+private:
+    unsigned int const lastMessage_;
+    bool const isDeleted_;
+};
+
+TEST_F(TopLevelWindowHeadless, MayEndDuringItsOwnMessages)
+{
+    constexpr unsigned int messages[] = {e_message_showWindow, e_message_activate, e_message_move,
+                                         e_message_size,       e_message_paint,    e_message_close};
+    for (unsigned int const lastMessage : messages)
+    {
+        for (bool const isDeleted : {false, true})
+        {
+            auto *const window = new EndingWindow(lastMessage, isDeleted);
+            HWND const handle = window->GetHWND();
+            window->ShowMinimized(true);
+            if (platform::Window::Find(handle))
+                window->Restore();
+            if (platform::Window::Find(handle))
+                window->ShowMaximized();
+            if (platform::Window::Find(handle))
+                window->SetPositionAndSize(10, 20, 330, 220);
+            platform::PumpDesktop();
+            TopLevelWindow::MessageHandlerMapper(handle, e_message_close, 0, 0);
+            EXPECT_EQ(0u, platform::Window::GetNumOpen()) << lastMessage << isDeleted;
+            if (!isDeleted)
+                delete window;
+        }
+    }
+
+    // The message that the window is about to close asks for the same once more.
+    EndingWindow window(e_message_destroy, false);
+    HWND const handle = window.GetHWND();
+    TopLevelWindow::MessageHandlerMapper(handle, e_message_destroy, 0, 0);
+    EXPECT_EQ(0u, platform::Window::GetNumOpen());
+    auto *const deleted = new EndingWindow(e_message_destroy, true);
+    deleted->DestroySystemWindow();
+    EXPECT_EQ(0u, platform::Window::GetNumOpen());
+}
+
+TEST_F(TopLevelWindowHeadless, TakesNoEventsOfOtherWindows)
+{
+    NotingWindow window, other;
+    window.Create();
+    other.Create();
+    platform::DesktopEvent event = {platform::eDesktopEvent::e_key};
+    event.key = e_key_a;
+    event.isOn = true;
+    // The window of this event has been closed.
+    platform::TellDesktop(event);
+    event.window = other.GetPlatformWindow();
+    platform::TellDesktop(event);
+    EXPECT_EQ("", window.Take());
+    EXPECT_EQ("key 65", other.Take());
+}
+
+TEST_F(TopLevelWindowHeadless, LimitsSizesThatNoDisplayHas)
+{
+    NotingWindow window;
+    window.SetSize(0, 0);
+    EXPECT_EQ(std::pair(1u, 1u), window.Size());
+    unsigned int width, height;
+    window.SetSize(300, 200);
+    window.GetClientAreaSize(width, height);
+    EXPECT_EQ(std::pair(300u, 200u), std::pair(width, height));
+    window.Create();
+    for (unsigned int const limit : {0u, 100000u})
+    {
+        window.SetMaxSize(limit, limit);
+        window.SetSize(100000, 100000);
+        platform::PumpDesktop();
+        EXPECT_LE(window.Size().first, 32767u);
+        window.SetSize(0, 0);
+        EXPECT_EQ(std::pair(1u, 1u), window.Size());
+    }
+    // New limits count, whatever the former ones were.
+    window.SetMaxSize(100, 100);
+    window.SetMinSize(200, 200);
+    window.SetMaxSize(300, 300);
+    window.GetPlatformWindow()->SetSize({10, 10});
+    EXPECT_EQ(std::pair(200u, 200u), window.Size());
 }
 
 TEST_F(TopLevelWindowHeadless, InputReachesTheCallsThatAreSwitchedOn)

@@ -45,8 +45,11 @@ TopLevelWindow::TopLevelWindow(HICON icon) : state_(std::make_unique<State>())
 
 TopLevelWindow::~TopLevelWindow()
 {
-    if (state_->window)
+    if (state_->window && !state_->isClosing)
         DestroySystemWindow();
+    // The message that the window is about to close may have destroyed the object.
+    if (state_->window)
+        CloseSystemWindow();
 }
 
 // Life.
@@ -112,12 +115,29 @@ void TopLevelWindow::CreateSystemWindow(unsigned int, unsigned long style, unsig
 
 void TopLevelWindow::DestroySystemWindow()
 {
-    if (!NeedWindow())
+    // A handler of the message may ask for the same.
+    if (!NeedWindow() || state_->isClosing)
         return;
-    Send(win_utils::e_message_destroy, 0, 0);
-    // The handler may have closed the window itself.
-    if (!state_->window)
+    std::weak_ptr<char> const life = state_->life;
+    state_->isClosing = true;
+    try
+    {
+        Send(win_utils::e_message_destroy, 0, 0);
+    }
+    catch (...)
+    {
+        if (!life.expired())
+            state_->isClosing = false;
+        throw;
+    }
+    if (life.expired())
         return;
+    CloseSystemWindow();
+    state_->isClosing = false;
+}
+
+void TopLevelWindow::CloseSystemWindow()
+{
     state_->listener.reset();
     Register(false);
     AutoPtr<platform::Window> const window = std::move(state_->window);
@@ -166,21 +186,25 @@ void TopLevelWindow::Show()
 
 void TopLevelWindow::ShowMinimized(bool activate)
 {
-    platform::Window *const window = NeedWindow();
-    if (!window)
+    if (!NeedWindow())
         return;
-    window->Show();
-    if (activate)
-        window->Activate();
-    window->Minimize();
+    // Each step may send messages, whose handlers may close the window or destroy the object.
+    std::weak_ptr<char> const life = state_->life;
+    state_->window->Show();
+    if (activate && !life.expired() && state_->window)
+        state_->window->Activate();
+    if (!life.expired() && state_->window)
+        state_->window->Minimize();
 }
 
 void TopLevelWindow::ShowMaximized()
 {
     if (!NeedWindow())
         return;
-    Show();
-    Maximize();
+    std::weak_ptr<char> const life = state_->life;
+    state_->window->Show();
+    if (!life.expired() && state_->window)
+        Maximize();
 }
 
 void TopLevelWindow::Hide()
@@ -378,8 +402,10 @@ void TopLevelWindow::GetClientAreaSize(unsigned int &width, unsigned int &height
 
 void TopLevelWindow::SetPositionAndSize(int x, int y, unsigned int width, unsigned int height)
 {
+    std::weak_ptr<char> const life = state_->life;
     SetSize(width, height);
-    SetPosition(x, y);
+    if (!life.expired())
+        SetPosition(x, y);
 }
 
 void TopLevelWindow::CenterOnDesktop()

@@ -58,6 +58,8 @@ struct TopLevelWindow::State
     /// @}
 
     AutoPtr<platform::Window> window;
+    /// The message that the window is about to close is being handled.
+    bool isClosing = false;
     AutoPtr<Listener> listener;
     unsigned int thread = 0;
     AutoPtr<win_utils::GdiplusGuard> gdiplus;

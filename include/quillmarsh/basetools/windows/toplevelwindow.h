@@ -287,7 +287,8 @@ protected:
     /// Asserts "System-window already created." on a second call. Throws SystemResourceException, "RegisterClassEx()
     /// failed.", "CreateWindowEx() failed." or "GetDC() failed.".
     void CreateSystemWindow(unsigned int classStyle, unsigned long style, unsigned long exStyle);
-    /// Closes the window. Asserts "System-window not created." without one.
+    /// Closes the window. Asserts "System-window not created." without one. Does nothing while e_message_destroy is being
+    /// handled: the window closes after it.
     void DestroySystemWindow();
     /// Why the last CreateSystemWindow() failed, as a text for the user.
     string const &GetCreationFailure() const;
@@ -379,6 +380,7 @@ private:
     platform::Window *NeedWindow() const;
     /// Gives a window without a frame of the desktop position and size at once.
     void Place(platform::Window::Area const &area);
+    void CloseSystemWindow();
     void ApplyStyles();
     void ApplyOpacity();
     void ApplySizeLimits();
