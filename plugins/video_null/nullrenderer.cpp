@@ -1,8 +1,7 @@
 #include "nullrenderer.h"
 
 #include "nullsubsystem.h"
-
-#include <quillmarsh/basetools/namedparameter.h>
+#include "parameters.h"
 
 #include <sstream>
 
@@ -22,9 +21,10 @@ bool NullRenderer::IsCompatibleWith(VideoSubsystem const &subsystem) const
 
 bool NullRenderer::SetPluginParameter(NamedParameter const &parameter)
 {
-    if (parameter.GetName() != s_szManagedResources || parameter.GetValueType() != NamedParameter::e_bool)
+    bool areManaged = false;
+    if (parameter.GetName() != s_szManagedResources || !ReadSwitch(parameter, areManaged))
         return false;
-    gui_.SetManagedResources(parameter.GetValueBool());
+    gui_.SetManagedResources(areManaged);
     return true;
 }
 

@@ -1,8 +1,9 @@
 #include "nullsubsystem.h"
 
+#include "parameters.h"
+
 #include <quillmarsh/basetools/exception.h>
 #include <quillmarsh/basetools/libraryinfo.h>
-#include <quillmarsh/basetools/namedparameter.h>
 #include <quillmarsh/dataobjects/imagebase.h>
 #include <quillmarsh/framework/videoprofile.h>
 
@@ -89,10 +90,7 @@ void NullSubsystem::OnWindowResize(unsigned int width, unsigned int height)
 
 bool NullSubsystem::SetPluginParameter(NamedParameter const &parameter)
 {
-    if (parameter.GetName() != s_szLoseDevice || parameter.GetValueType() != NamedParameter::e_bool)
-        return false;
-    isLossDue_ = parameter.GetValueBool();
-    return true;
+    return parameter.GetName() == s_szLoseDevice && ReadSwitch(parameter, isLossDue_);
 }
 
 } // namespace video_null

@@ -14,10 +14,15 @@ namespace
 
 constexpr char s_szPluginName[] = "video_null";
 
-PluginInfo MakeInfo(ePluginType type, char const *description)
+PluginInfo MakeInfo(ePluginType type, string const &name, char const *description)
 {
-    return {library_info::GetHeaderVersion(),  type,        s_szPluginName,          PluginVersion(1, 0, 0, 0),
-            library_info::GetBuildTimestamp(), description, "The Quillmarsh authors"};
+    return {library_info::GetHeaderVersion(),
+            type,
+            name,
+            PluginVersion(1, 0, 0, 0),
+            library_info::GetBuildTimestamp(),
+            description,
+            "The Quillmarsh authors"};
 }
 
 void PrintFault(string const &fault)
@@ -29,7 +34,8 @@ class SubsystemDescriptor : public VideoSubsystemPluginDescriptor
 {
 public:
     SubsystemDescriptor()
-        : VideoSubsystemPluginDescriptor(MakeInfo(e_plugin_video_subsystem, "Video subsystem without a device"))
+        : VideoSubsystemPluginDescriptor(MakeInfo(e_plugin_video_subsystem, s_szPluginName + string("_subsystem"),
+                                                  "Video subsystem without a device"))
     {
     }
 
@@ -40,8 +46,8 @@ class RendererDescriptor : public VideoRendererPluginDescriptor
 {
 public:
     RendererDescriptor()
-        : VideoRendererPluginDescriptor(
-              MakeInfo(e_plugin_video_renderer, "Renderer that checks and counts its calls, and draws nothing"))
+        : VideoRendererPluginDescriptor(MakeInfo(e_plugin_video_renderer, s_szPluginName,
+                                                 "Renderer that checks and counts its calls, and draws nothing"))
     {
     }
 

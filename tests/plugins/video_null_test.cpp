@@ -130,7 +130,7 @@ TEST(VideoNull, LoadsAsAPluginAndLosesItsDevice)
 
     subsystem->Open(VideoConfig(true), "test");
     EXPECT_EQ(subsystem->GetOperationalState(), e_video_operational);
-    ASSERT_TRUE(subsystem->SetPluginParameter({"lose-device", true}));
+    ASSERT_TRUE(subsystem->SetPluginParameter({"lose-device", "true"}));
     subsystem->PresentBackBuffer();
     EXPECT_EQ(subsystem->GetOperationalState(), e_video_device_lost);
     EXPECT_TRUE(subsystem->RestoreDevice());
