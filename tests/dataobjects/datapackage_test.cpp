@@ -381,8 +381,7 @@ TEST(DataPackage, FilesKeepTheirContentsUntilTheNewOnesAreWhole)
               "DeserializationException Cannot open file: " + nowhere);
     EXPECT_EQ(FailureOf([&] { package.SaveToFile(nowhere, true); }),
               "SerializationException Cannot open file: " + nowhere);
-    EXPECT_FALSE(package.LoadFromFile("", false));
-    EXPECT_FALSE(package.SaveToFile("", false));
+    EXPECT_FALSE(package.LoadFromFile("", false) || package.SaveToFile("", false));
     EXPECT_FALSE(package.LoadFromFile(directory.GetPath().string(), false));
     EXPECT_FALSE(package.SaveToFile(directory.GetPath().string(), false));
 }

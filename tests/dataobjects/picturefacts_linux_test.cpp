@@ -116,8 +116,7 @@ TEST_F(PictureFacts, TiffComesAtFullPrecision)
                                      .components = string(reinterpret_cast<char const *>(values), 12),
                                      .areFloats = true}});
     EXPECT_EQ((std::vector<float>{-0.5f, 0.3f, 1.5f}), LoadFloats(bytes));
-    EXPECT_TRUE(Describe(bytes, s_deep).picture->areFloats);
-    EXPECT_TRUE(ListLoadingLosses(Describe(bytes, s_deep)).empty());
+    EXPECT_TRUE(Describe(bytes, s_deep).picture->areFloats && ListLoadingLosses(Describe(bytes, s_deep)).empty());
     EXPECT_EQ(std::vector<string>{"16 bits become 8"}, ListLoadingLosses(Describe(TiffBytes({{2, 2, 16, shorts}}))));
     // Eight bits stay bytes.
     EXPECT_EQ(e_format_X8R8G8B8, Load(TiffBytes({{1, 1, 8, "a"}}), s_deep).GetFormat());

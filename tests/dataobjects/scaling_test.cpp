@@ -193,8 +193,7 @@ TEST(Scaling, RefusesWhatItDoesNotKnow)
     Image<Sample96> wide(sample_formats::UnknownSampleFormat(12), 2, 2);
     EXPECT_FALSE(ScaleSamples(wide, wide, e_scale_area));
     tests::ScriptedDialogs dialogs(platform::eDialogAnswer::e_retry);
-    EXPECT_FALSE(ScaleSamples(l8, other, e_scale_area));
-    EXPECT_FALSE(ScaleSamples(l8, none, e_scale_area));
+    EXPECT_FALSE(ScaleSamples(l8, other, e_scale_area) || ScaleSamples(l8, none, e_scale_area));
     EXPECT_EQ((std::vector<string>{"Sample-format mismatch.", "Source is empty."}), dialogs.TakeTexts());
 }
 

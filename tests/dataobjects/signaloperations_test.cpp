@@ -303,24 +303,5 @@ TEST(SignalOperations, CopiesPastTheCachesAreReordered)
     SetKernelTarget(0);
 }
 
-TEST(SignalOperations, GradientStopsOneStepShort)
-{
-    SignalOperationsManager const manager;
-    color4f const black(0, 0, 0, 1), white(1, 1, 1, 1);
-    Signal<Sample32> colours(e_format_X8R8G8B8, 6);
-    ProcessSamples_FillNBytes(colours, 0xA5);
-    EXPECT_TRUE(GradientFill(colours, white, color4f(0, 0.5f, 1, 0), 1, 4));
-    EXPECT_EQ(BytesOf(colours), (Bytes{0xA5, 0xA5, 0xA5, 0xA5, 255, 255, 255, 255, 255,  223,  191,  191, //
-                                       255,  191,  127,  127,  255, 159, 63,  63,  0xA5, 0xA5, 0xA5, 0xA5}));
-    Signal<Sample8> luminance(e_format_L8, 5);
-    EXPECT_TRUE(GradientFill(luminance, black, white, 0, 3));
-    EXPECT_TRUE(GradientFill(luminance, white, black, 4, 4));
-    EXPECT_EQ(BytesOf(luminance), (Bytes{0, 63, 127, 191, 255}));
-    Signal<Sample32> floats(e_format_FP32NormL, 2);
-    Bytes const before = BytesOf(CountUp(floats));
-    EXPECT_FALSE(GradientFill(floats, black, white, 0, 1));
-    EXPECT_EQ(BytesOf(floats), before);
-}
-
 } // namespace
 } // namespace quillmarsh

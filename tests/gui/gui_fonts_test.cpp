@@ -22,6 +22,8 @@ using gui::FontTexture;
 using gui::TextMetrics;
 using Floats = std::vector<float>;
 
+/// The smallest box, in pixels of a tile of 16.
+constexpr float s_least = 0.01f * 16;
 constexpr float s_nan = std::numeric_limits<float>::quiet_NaN();
 
 /// Sheet of 256 by 128 pixels without ink, in tiles of 16 pixels.
@@ -63,6 +65,18 @@ protected:
         font_.CalcGlyphPropertiesFromImage(emptyWidth, left, right, top, bottom);
     }
 
+    /// Offset and width of a glyph's box, in pixels of a tile of 16.
+    Floats BoxOf(unsigned char glyph) const
+    {
+        return {font_.GetGlyphHOffset(glyph) * 16, font_.GetGlyphWidth(glyph) * 16};
+    }
+    /// Offset and width of the common box, and then offset and height.
+    Floats CommonBox() const
+    {
+        return {font_.GetGlyphHOffsetMono() * 16, font_.GetGlyphWidthMono() * 16, font_.GetGlyphVOffset() * 16,
+                font_.GetGlyphHeight() * 16};
+    }
+
     SignalOperationsManager operations_;
     FontTexture font_{true, 256, false};
 };
@@ -77,15 +91,12 @@ TEST_F(GuiFonts, HaveSheetsOfSquareTiles)
         for (bool const ascii : {false, true})
         {
             FontTexture const font(ascii, wanted, true);
-            EXPECT_EQ(font.GetWidth(), width);
-            EXPECT_EQ(font.GetHeight(), ascii ? width / 2 : width);
-            EXPECT_EQ(font.GetNumGlyphRows(), ascii ? 8u : 16u);
-            EXPECT_EQ(font.GetNumGlyphColumns(), 16u);
-            EXPECT_EQ(font.GetNumGlyphs(), ascii ? 128u : 256u);
-            EXPECT_EQ(font.GetGlyphPixelSizeU(), static_cast<float>(width) / 16);
-            EXPECT_EQ(font.GetGlyphPixelSizeV(), static_cast<float>(width) / 16);
-            EXPECT_EQ(font.GetSampleFormat(), e_format_A8R8G8B8);
-            EXPECT_TRUE(font.IsMultiLevel());
+            EXPECT_EQ(std::pair(font.GetWidth(), font.GetHeight()), std::pair(width, ascii ? width / 2 : width));
+            EXPECT_EQ(std::tuple(font.GetNumGlyphRows(), font.GetNumGlyphColumns(), font.GetNumGlyphs()),
+                      ascii ? std::tuple(8u, 16u, 128u) : std::tuple(16u, 16u, 256u));
+            EXPECT_EQ((Floats{font.GetGlyphPixelSizeU(), font.GetGlyphPixelSizeV()}),
+                      Floats(2, static_cast<float>(width) / 16));
+            EXPECT_TRUE(font.IsMultiLevel() && font.GetSampleFormat() == e_format_A8R8G8B8);
         }
     }
 }
@@ -99,33 +110,23 @@ TEST_F(GuiFonts, MeasureTheInkOfEachTile)
     sheet.Fill(0, 0, 0, 0, 0);
     Measure(sheet, false, 0.5f, 0, 0, 0, 0);
     // A glyph ends at the index of its last texel.
-    EXPECT_EQ(font_.GetGlyphHOffset('A'), 2 / 16.0f);
-    EXPECT_EQ(font_.GetGlyphWidth('A'), 7 / 16.0f);
-    EXPECT_EQ(font_.GetGlyphHOffset('l'), 7 / 16.0f);
-    EXPECT_EQ(font_.GetGlyphWidth('l'), 0.01f);
-    EXPECT_EQ(font_.GetGlyphHOffset(' '), 0.25f);
-    EXPECT_EQ(font_.GetGlyphWidth(' '), 0.5f);
-    EXPECT_EQ(font_.GetGlyphHOffsetMono(), 0.0f);
-    EXPECT_EQ(font_.GetGlyphWidthMono(), 15 / 16.0f);
-    EXPECT_EQ(font_.GetGlyphVOffset(), 0.0f);
-    EXPECT_EQ(font_.GetGlyphHeight(), 15 / 16.0f);
-    EXPECT_EQ(font_.GetGlyphWidth(200), 0.01f);
+    EXPECT_EQ(BoxOf('A'), (Floats{2, 7}));
+    EXPECT_EQ(BoxOf('l'), (Floats{7, s_least}));
+    EXPECT_EQ(BoxOf(' '), (Floats{4, 8}));
+    EXPECT_EQ(CommonBox(), (Floats{0, 15, 0, 15}));
+    EXPECT_EQ(BoxOf(200)[1], s_least);
 
     // The pads stay within the tile.
     Measure(sheet, false, 0.25f, 1, 2, 100, s_nan);
-    EXPECT_EQ(font_.GetGlyphHOffset('A'), 1 / 16.0f);
-    EXPECT_EQ(font_.GetGlyphWidth('A'), 10 / 16.0f);
-    EXPECT_EQ(font_.GetGlyphHOffset('_'), 0.0f);
-    EXPECT_EQ(font_.GetGlyphWidth('_'), 1.0f);
-    EXPECT_EQ(font_.GetGlyphHOffset(' '), 5 / 16.0f);
-    EXPECT_EQ(font_.GetGlyphWidth(' '), 7 / 16.0f);
+    EXPECT_EQ(BoxOf('A'), (Floats{1, 10}));
+    EXPECT_EQ(BoxOf('_'), (Floats{0, 16}));
+    EXPECT_EQ(BoxOf(' '), (Floats{5, 7}));
     EXPECT_EQ(font_.GetGlyphVOffset(), 0.0f);
     FontTexture::CreationParams params;
     font_.GetCreationParameters(params);
-    EXPECT_EQ(params.ACWidthEmptyGlyph, 0.25f);
-    EXPECT_EQ(params.ACAddPixelsRight, 2.0f);
-    EXPECT_EQ(params.ACAddPixelsTop, 16.0f);
-    EXPECT_EQ(params.ACAddPixelsBottom, 0.0f);
+    EXPECT_EQ(
+        (Floats{params.ACWidthEmptyGlyph, params.ACAddPixelsRight, params.ACAddPixelsTop, params.ACAddPixelsBottom}),
+        (Floats{0.25f, 2, 16, 0}));
 }
 
 TEST_F(GuiFonts, MeasureSheetsWithTheirLastRowFirst)
@@ -134,30 +135,22 @@ TEST_F(GuiFonts, MeasureSheetsWithTheirLastRowFirst)
     BlankSheet sheet;
     sheet.Fill(112, 3, 2, 6, 9);
     Measure(sheet, true, 0, 0, 0, 0, 0);
-    EXPECT_EQ(font_.GetGlyphHOffset(0), 3 / 16.0f);
-    EXPECT_EQ(font_.GetGlyphWidth(0), 3 / 16.0f);
-    EXPECT_EQ(font_.GetGlyphVOffset(), 6 / 16.0f);
-    EXPECT_EQ(font_.GetGlyphHeight(), 7 / 16.0f);
-    EXPECT_EQ(font_.GetGlyphWidth(112), 0.01f);
+    EXPECT_EQ(BoxOf(0), (Floats{3, 3}));
+    // The common box reaches to the middle, where that of an empty glyph is.
+    EXPECT_EQ(CommonBox(), (Floats{3, 5, 6, 7}));
+    EXPECT_EQ(BoxOf(112)[1], s_least);
 
     // An empty sheet leaves the box of an empty glyph, half as high as it is wide.
     Measure(BlankSheet(), false, 0.5f, 0, 0, 0, 0);
-    EXPECT_EQ(font_.GetGlyphWidthMono(), 0.5f);
-    EXPECT_EQ(font_.GetGlyphHOffsetMono(), 0.25f);
-    EXPECT_EQ(font_.GetGlyphHeight(), 0.25f);
-    EXPECT_EQ(font_.GetGlyphVOffset(), 0.375f);
+    EXPECT_EQ(CommonBox(), (Floats{4, 8, 6, 4}));
 }
 
 TEST_F(GuiFonts, KeepWholeTilesWithoutASheet)
 {
     auto const expectsWholeTiles = [&]
     {
-        EXPECT_EQ(font_.GetGlyphWidth('A'), 1.0f);
-        EXPECT_EQ(font_.GetGlyphHOffset('A'), 0.0f);
-        EXPECT_EQ(font_.GetGlyphHeight(), 1.0f);
-        EXPECT_EQ(font_.GetGlyphVOffset(), 0.0f);
-        EXPECT_EQ(font_.GetGlyphWidthMono(), 1.0f);
-        EXPECT_EQ(font_.GetGlyphHOffsetMono(), 0.0f);
+        EXPECT_EQ(BoxOf('A'), (Floats{0, 16}));
+        EXPECT_EQ(CommonBox(), (Floats{0, 16, 0, 16}));
     };
     Measure(BlankSheet(), false, 0.5f, 0, 0, 0, 0);
     font_.SetSourceImage(nullptr, false);
@@ -180,15 +173,12 @@ TEST_F(GuiFonts, KeepWholeTilesWithoutASheet)
 TEST_F(GuiFonts, ClampBoxesAndPlaceThemInTheTexture)
 {
     font_.SetGlyphHeight(0.001f);
-    EXPECT_EQ(font_.GetGlyphHeight(), 0.01f);
+    font_.SetGlyphWidthMono(-1);
+    font_.SetGlyphVOffset(-1);
+    font_.SetGlyphHOffsetMono(2);
+    EXPECT_EQ(CommonBox(), (Floats{16, s_least, 0, s_least}));
     font_.SetGlyphHeight(7);
     EXPECT_EQ(font_.GetGlyphHeight(), 1.0f);
-    font_.SetGlyphWidthMono(-1);
-    EXPECT_EQ(font_.GetGlyphWidthMono(), 0.01f);
-    font_.SetGlyphVOffset(-1);
-    EXPECT_EQ(font_.GetGlyphVOffset(), 0.0f);
-    font_.SetGlyphHOffsetMono(2);
-    EXPECT_EQ(font_.GetGlyphHOffsetMono(), 1.0f);
     font_.SetGlyphWidths(s_nan);
     EXPECT_EQ(font_.GetGlyphWidth(255), 1.0f);
     Floats offsets(256, 0.25f);
@@ -209,10 +199,8 @@ TEST_F(GuiFonts, ClampBoxesAndPlaceThemInTheTexture)
     gui::RectangleCT rectangle({0, 0, 1, 1}, color4b(0, 0, 0, 0));
     auto const expectCoords = [&](float left, float right, float top, float bottom)
     {
-        EXPECT_EQ(rectangle.uMin * 16, left);
-        EXPECT_EQ(rectangle.uMax * 16, right);
-        EXPECT_EQ(rectangle.vMin * 8, top);
-        EXPECT_EQ(rectangle.vMax * 8, bottom);
+        EXPECT_EQ((Floats{rectangle.uMin * 16, rectangle.uMax * 16, rectangle.vMin * 8, rectangle.vMax * 8}),
+                  (Floats{left, right, top, bottom}));
     };
     font_.GetGlyphTileCoords('R', rectangle);
     expectCoords(2, 3, 5, 6);
@@ -245,20 +233,14 @@ TEST_F(GuiFonts, MeasureTexts)
     font.CalcTextWidths(widths, metrics, "");
     EXPECT_EQ(widths, Floats());
 
-    struct Visible
-    {
-        float maxWidth;
-        unsigned int count;
-        float width;
-    };
+    using Visible = std::tuple<float, unsigned int, float>;
     for (auto const &[maxWidth, count, width] :
          {Visible{-1, 0, 0}, {15.9f, 0, 0}, {16, 1, 16}, {27.9f, 1, 16}, {28, 2, 28}, {31, 2, 28}, {1e9f, 3, 56}})
     {
         unsigned int visible = 9;
         float visibleWidth = 9;
         font.CalcMaxVisibleText(visible, visibleWidth, maxWidth, metrics, "ab\xE9");
-        EXPECT_EQ(visible, count) << maxWidth;
-        EXPECT_EQ(visibleWidth, width) << maxWidth;
+        EXPECT_EQ(std::pair(visible, visibleWidth), std::pair(count, width)) << maxWidth;
     }
 
     metrics.GlyphWidthScale = 2;

@@ -15,10 +15,7 @@ using gui::Rectangle;
 
 void ExpectRectangle(Rectangle const &rectangle, float x, float y, float width, float height)
 {
-    EXPECT_EQ(rectangle.x, x);
-    EXPECT_EQ(rectangle.y, y);
-    EXPECT_EQ(rectangle.width, width);
-    EXPECT_EQ(rectangle.height, height);
+    EXPECT_EQ(std::tuple(rectangle.x, rectangle.y, rectangle.width, rectangle.height), std::tuple(x, y, width, height));
 }
 
 TEST(GuiRectangle, GrowsAndShrinksByAxis)
@@ -40,21 +37,15 @@ TEST(GuiRectangle, GrowsAndShrinksByAxis)
 TEST(GuiRectangle, EdgesBelongToIt)
 {
     Rectangle const rectangle(10, 20, 30, 40);
-    EXPECT_TRUE(rectangle.HitTest(10, 20));
-    EXPECT_TRUE(rectangle.HitTest(vec2(40, 60)));
-    EXPECT_FALSE(rectangle.HitTest(9.5f, 20));
-    EXPECT_FALSE(rectangle.HitTest(40, 60.5f));
+    EXPECT_TRUE(rectangle.HitTest(10, 20) && rectangle.HitTest(vec2(40, 60)));
+    EXPECT_FALSE(rectangle.HitTest(9.5f, 20) || rectangle.HitTest(40, 60.5f));
 
     Rectangle const touching(40, 60, 5, 5);
-    EXPECT_TRUE(rectangle.Intersects(touching));
-    EXPECT_TRUE(touching.Intersects(rectangle));
-    EXPECT_FALSE(rectangle.Intersects({40.5f, 20, 5, 5}));
-    EXPECT_FALSE(rectangle.Intersects({10, 61, 5, 5}));
+    EXPECT_TRUE(rectangle.Intersects(touching) && touching.Intersects(rectangle));
+    EXPECT_FALSE(rectangle.Intersects({40.5f, 20, 5, 5}) || rectangle.Intersects({10, 61, 5, 5}));
 
-    EXPECT_TRUE(rectangle.Contains(rectangle));
-    EXPECT_TRUE(rectangle.Contains({35, 55, 5, 5}));
-    EXPECT_FALSE(rectangle.Contains({35, 55, 5, 6}));
-    EXPECT_FALSE(touching.Contains(rectangle));
+    EXPECT_TRUE(rectangle.Contains(rectangle) && rectangle.Contains({35, 55, 5, 5}));
+    EXPECT_FALSE(rectangle.Contains({35, 55, 5, 6}) || touching.Contains(rectangle));
 }
 
 TEST(GuiRectangle, TurnsItsPartOfTheTexture)

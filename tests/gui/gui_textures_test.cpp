@@ -19,6 +19,7 @@ namespace
 
 using tests::Bytes;
 using tests::ScriptedDialogs;
+using Floats = std::vector<float>;
 using video_renderer_objects::Texture2D;
 
 struct Picture : Image<Sample32>
@@ -56,24 +57,19 @@ protected:
 
 TEST_F(GuiTextures, RefuseOtherSizesAndFormats)
 {
-    struct Parameters
-    {
-        eSampleFormat format;
-        unsigned int height, width;
-        char const *text;
-    };
     constexpr char const *badSize = "Texture dimensions are not power-of-2.";
     constexpr char const *badFormat = "Texture sample-format not supported by gui.";
-    Parameters const parameters[] = {
+    std::tuple<eSampleFormat, unsigned int, unsigned int, char const *> const parameters[] = {
         {e_format_A8R8G8B8, 1, 0x80000000u, ""}, {e_format_X8R8G8B8, 64, 4, ""}, {e_format_A8R8G8B8, 48, 64, badSize},
         {e_format_A8R8G8B8, 64, 0, badSize},     {e_format_L8, 63, 63, badSize}, {e_format_L8, 64, 64, badFormat},
         {e_format_FP32NormA, 64, 64, badFormat},
     };
-    for (Parameters const &p : parameters)
+    for (auto const &[format, height, width, text] : parameters)
     {
-        EXPECT_EQ(tests::MessageOf<GUIException>([&] { gui::Texture(p.format, true, p.height, p.width); }), p.text);
-        EXPECT_EQ(tests::MessageOf<GUIException>([&] { gui::TileTexture(p.format, true, p.height, p.width, 2, 2); }),
-                  p.text);
+        auto const make = [f = format, h = height, w = width] { gui::Texture(f, true, h, w); };
+        auto const makeTiles = [f = format, h = height, w = width] { gui::TileTexture(f, true, h, w, 2, 2); };
+        EXPECT_EQ(tests::MessageOf<GUIException>(make), text);
+        EXPECT_EQ(tests::MessageOf<GUIException>(makeTiles), text);
     }
     EXPECT_EQ(tests::MessageOf<GUIException>([] { gui::Texture(Image<Sample8>(e_format_L8, 4, 4), false); }),
               badFormat);
@@ -208,23 +204,16 @@ TEST_F(GuiTextures, LoadTheirSourceFile)
 TEST_F(GuiTextures, HaveTiles)
 {
     gui::TileTexture const texture(e_format_A8R8G8B8, false, 64, 256, 2, 8);
-    EXPECT_EQ(texture.GetTilePixelSizeU(), 32.0f);
-    EXPECT_EQ(texture.GetTilePixelSizeV(), 32.0f);
-    EXPECT_EQ(texture.GetTileCoordU(2.5f), 0.3125f);
-    EXPECT_EQ(texture.GetTileCoordV(1), 0.5f);
+    EXPECT_EQ((Floats{texture.GetTilePixelSizeU(), texture.GetTilePixelSizeV()}), (Floats{32, 32}));
+    EXPECT_EQ((Floats{texture.GetTileCoordU(2.5f), texture.GetTileCoordV(1)}), (Floats{0.3125f, 0.5f}));
     gui::RectangleCT rectangle({1, 2, 3, 4}, color4b(9, 9, 9, 9));
     texture.GetTileCoords(1, 3, rectangle);
-    EXPECT_EQ(rectangle.uMin, 0.375f);
-    EXPECT_EQ(rectangle.uMax, 0.5f);
-    EXPECT_EQ(rectangle.vMin, 0.5f);
-    EXPECT_EQ(rectangle.vMax, 1.0f);
-    EXPECT_EQ(rectangle.width, 3.0f);
+    EXPECT_EQ((Floats{rectangle.uMin, rectangle.uMax, rectangle.vMin, rectangle.vMax, rectangle.width}),
+              (Floats{0.375f, 0.5f, 0.5f, 1, 3}));
 
     gui::TileTexture const whole(Picture(4, 2), false, 0, 0);
-    EXPECT_EQ(whole.GetNumTileRows(), 1u);
-    EXPECT_EQ(whole.GetNumTileColumns(), 1u);
-    EXPECT_EQ(whole.GetTileSizeV(), 1.0f);
-    EXPECT_EQ(whole.GetTilePixelSizeU(), 2.0f);
+    EXPECT_EQ(std::pair(whole.GetNumTileRows(), whole.GetNumTileColumns()), std::pair(1u, 1u));
+    EXPECT_EQ((Floats{whole.GetTileSizeV(), whole.GetTilePixelSizeU()}), (Floats{1, 2}));
 }
 
 } // namespace

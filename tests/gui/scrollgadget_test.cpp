@@ -46,8 +46,7 @@ TEST(ScrollGadget, KeepsThePositionInside)
 TEST(ScrollGadget, PlacesTheThumb)
 {
     ScrollGadget gadget = MakeGadget(20, 20, 50);
-    EXPECT_EQ(gadget.GetThumbLength(), 50u);
-    EXPECT_EQ(gadget.GetThumbOffset(), 0u);
+    EXPECT_EQ(std::pair(gadget.GetThumbLength(), gadget.GetThumbOffset()), std::pair(50u, 0u));
     gadget = MakeGadget(100, 30, 50);
     EXPECT_EQ(gadget.GetThumbLength(), 15u);
     gadget.SetPosition(35);
@@ -57,8 +56,7 @@ TEST(ScrollGadget, PlacesTheThumb)
 
     gadget.SetMinThumbLength(20);
     gadget.UpdateThumbParameters();
-    EXPECT_EQ(gadget.GetThumbLength(), 20u);
-    EXPECT_EQ(gadget.GetThumbOffset(), 30u);
+    EXPECT_EQ(std::pair(gadget.GetThumbLength(), gadget.GetThumbOffset()), std::pair(20u, 30u));
     // A thumb that does not fit stays at the beginning.
     gadget.SetMinThumbLength(60);
     gadget.UpdateThumbParameters();

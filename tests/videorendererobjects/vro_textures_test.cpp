@@ -33,26 +33,19 @@ TEST_F(Textures, HaveLevelsDownToOneSample)
     RecordingTexture2D wide(e_format_L8, true, 256, 64);
     EXPECT_EQ(wide.GetResourceType(), 1);
     EXPECT_EQ(wide.GetNumLevels(), 9u);
-    EXPECT_EQ(wide.GetWidth(6), 4u);
-    EXPECT_EQ(wide.GetHeight(6), 1u);
-    EXPECT_EQ(wide.GetWidth(8), 1u);
-    EXPECT_EQ(wide.GetHeight(8), 1u);
-    EXPECT_EQ(wide.GetWidth(40), 1u);
+    EXPECT_EQ(std::pair(wide.GetWidth(6), wide.GetHeight(6)), std::pair(4u, 1u));
+    EXPECT_EQ(std::pair(wide.GetWidth(8), wide.GetHeight(40)), std::pair(1u, 1u));
     EXPECT_EQ(RecordingTexture1D(e_format_L8, true, 0).GetNumLevels(), 1u);
     EXPECT_EQ(RecordingTexture1D(e_format_L8, true, 7).GetNumLevels(), 3u);
     EXPECT_EQ(RecordingTexture1D(e_format_L8, true, ~0u).GetNumLevels(), 32u);
 
     RecordingTexture3D const deep(e_format_L8, true, 2, 4, 16);
     EXPECT_EQ(deep.GetNumLevels(), 5u);
-    EXPECT_EQ(deep.GetWidth(1), 1u);
-    EXPECT_EQ(deep.GetHeight(1), 2u);
-    EXPECT_EQ(deep.GetDepth(1), 8u);
+    EXPECT_EQ((Arguments{deep.GetWidth(1), deep.GetHeight(1), deep.GetDepth(1)}), (Arguments{1, 2, 8}));
 
-    EXPECT_TRUE(TextureBase::CheckDimension(48, false));
-    EXPECT_FALSE(TextureBase::CheckDimension(48, true));
-    EXPECT_TRUE(TextureBase::CheckDimension(64, true));
-    EXPECT_FALSE(TextureBase::CheckDimension(0, false));
-    EXPECT_FALSE(TextureBase::CheckDimension(0, true));
+    EXPECT_TRUE(TextureBase::CheckDimension(48, false) && TextureBase::CheckDimension(64, true));
+    for (auto const &[size, isPowerOf2] : {std::pair(48u, true), {0u, false}, {0u, true}})
+        EXPECT_FALSE(TextureBase::CheckDimension(size, isPowerOf2)) << size;
 }
 
 TEST_F(Textures, TellTheRendererOnlyAboutChanges)
