@@ -18,6 +18,11 @@ namespace
 
 constexpr float s_notANumber = std::numeric_limits<float>::quiet_NaN();
 
+string MakeState(int isPressed, int isDown, int isUp)
+{
+    return string(isPressed ? "p" : "") + (isDown ? "d" : "") + (isUp ? "u" : "");
+}
+
 class TestKeyboard : public AttachedController<Keyboard>
 {
 public:
@@ -31,7 +36,7 @@ public:
     string State(unsigned int i) const
     {
         auto const key = static_cast<eKey>(i);
-        return string(KeyPressed(key) ? "p" : "") + (KeyDown(key) ? "d" : "") + (KeyUp(key) ? "u" : "");
+        return MakeState(KeyPressed(key), KeyDown(key), KeyUp(key));
     }
 
     int numMappingChanges = 0;
@@ -54,8 +59,7 @@ public:
     string State(unsigned int i) const
     {
         auto const button = static_cast<eMouseButton>(i);
-        return string(ButtonPressed(button) ? "p" : "") + (ButtonDown(button) ? "d" : "") +
-               (ButtonUp(button) ? "u" : "");
+        return MakeState(ButtonPressed(button), ButtonDown(button), ButtonUp(button));
     }
     std::vector<int> Readings() const
     {
@@ -76,10 +80,7 @@ public:
     using GameController::SetSliderPosition;
 
     void Press(unsigned int i) { SetButtonPressed(i); }
-    string State(unsigned int i) const
-    {
-        return string(ButtonPressed(i) ? "p" : "") + (ButtonDown(i) ? "d" : "") + (ButtonUp(i) ? "u" : "");
-    }
+    string State(unsigned int i) const { return MakeState(ButtonPressed(i), ButtonDown(i), ButtonUp(i)); }
 
     int numModifierChanges = 0;
 };
@@ -186,12 +187,11 @@ TEST(Keyboard, CountsKeysAndModifiersWithTheSampleOrTheRead)
         keyboard.ResetKeyPressed(e_key_num_9);
     };
     device.Sample(press);
-    EXPECT_EQ(keyboard.NumKeysPressed(), 5u);
-    EXPECT_EQ(keyboard.NumKeysDown(), 5u);
-    EXPECT_EQ(keyboard.NumKeyModifiersPressed(), 2u);
-    EXPECT_EQ(keyboard.KeyModifierPressed(e_key_modifier_shift), 128);
-    EXPECT_EQ(keyboard.KeyModifierPressed(e_key_modifier_control), 0);
-    EXPECT_EQ(keyboard.KeyModifierPressed(e_key_modifier_alt), 128);
+    EXPECT_EQ(std::tuple(keyboard.NumKeysPressed(), keyboard.NumKeysDown(), keyboard.NumKeyModifiersPressed()),
+              std::tuple(5u, 5u, 2u));
+    for (auto const &[modifier, pressed] :
+         {std::pair(e_key_modifier_shift, 128), {e_key_modifier_control, 0}, {e_key_modifier_alt, 128}})
+        EXPECT_EQ(keyboard.KeyModifierPressed(modifier), pressed) << modifier;
     device.Sample();
     EXPECT_EQ(keyboard.NumKeysUp(), 5u);
     EXPECT_TRUE(keyboard.KeyUp() && !keyboard.KeyPressed() && !keyboard.KeyDown() && !keyboard.KeyModifierPressed());
@@ -270,27 +270,20 @@ TEST(Mouse, TellsOfEveryActivationAndClearsAxesWithTheMode)
 
 TEST(Mouse, AcceleratesByLevel)
 {
-    struct
-    {
-        unsigned int level;
-        float speed;
-        float in[2];
-        float out[2];
-    } const cases[] = {
-        {0, 1.0f, {1000.0f, 0.0f}, {1000.0f, 0.0f}}, {1, 1.0f, {130.0f, -1.0f}, {260.0f, -2.0f}},
-        {7, 1.0f, {65.0f, 0.0f}, {130.0f, 0.0f}},    {2, 1.0f, {-130.0f, 2.0f}, {-520.0f, 8.0f}},
-        {2, 1.0f, {64.0f, -64.0f}, {64.0f, -64.0f}}, {2, 0.5f, {1.0f, -128.0f}, {1.0f, -128.0f}},
-        {2, -3.0f, {5.0f, 5.0f}, {0.0f, 0.0f}},
+    using Point = std::pair<float, float>;
+    std::tuple<unsigned int, float, Point, Point> const cases[] = {
+        {0, 1, {1000, 0}, {1000, 0}}, {1, 1, {130, -1}, {260, -2}}, {7, 1, {65, 0}, {130, 0}},
+        {2, 1, {-130, 2}, {-520, 8}}, {2, 1, {64, -64}, {64, -64}}, {2, 0.5f, {1, -128}, {1, -128}},
+        {2, -3, {5, 5}, {0, 0}},
     };
     TestMouse mouse;
-    for (auto const &row : cases)
+    for (auto const &[level, speed, in, out] : cases)
     {
-        mouse.SetAbsoluteModeAccelerationLevel(row.level);
-        mouse.SetAbsoluteModeSpeed(row.speed);
-        float x = -1.0f, y = -1.0f;
-        mouse.ApplyAbsoluteModeModifiers(row.in[0], row.in[1], x, y);
-        EXPECT_EQ(x, row.out[0]) << row.in[0] << " at level " << row.level;
-        EXPECT_EQ(y, row.out[1]) << row.in[1] << " at level " << row.level;
+        mouse.SetAbsoluteModeAccelerationLevel(level);
+        mouse.SetAbsoluteModeSpeed(speed);
+        Point result{-1, -1};
+        mouse.ApplyAbsoluteModeModifiers(in.first, in.second, result.first, result.second);
+        EXPECT_EQ(result, out) << in.first << " at level " << level;
     }
     EXPECT_EQ(mouse.GetAbsoluteModeAccelerationLevel(), 2u);
 
@@ -318,16 +311,15 @@ TEST(GameController, KeepsPropertiesInRangeAndReportsEach)
     using Axis = GameController::eAxis;
     TestGameController controller;
     controller.ReportHardwareCaps_Gadgets(20, 9, 100);
-    EXPECT_EQ(controller.GetNumSliders(), 8u);
-    EXPECT_EQ(controller.GetNumPOVHats(), 4u);
-    EXPECT_EQ(controller.GetNumButtons(), 32u);
+    EXPECT_EQ(std::tuple(controller.GetNumSliders(), controller.GetNumPOVHats(), controller.GetNumButtons()),
+              std::tuple(8u, 4u, 32u));
 
     float const properties[][4] = {{0.6f, 0.4f, 0.6f, 0.6f}, {-1, 2, 0, 1}, {s_notANumber, s_notANumber, 0, 1}};
     for (auto const &[deadZone, saturation, wantedDeadZone, wantedSaturation] : properties)
     {
         controller.SetAxisProperties(Axis::AxisRZ, deadZone, saturation);
-        EXPECT_EQ(controller.GetAxisDeadZone(Axis::AxisRZ), wantedDeadZone);
-        EXPECT_EQ(controller.GetAxisSaturation(Axis::AxisRZ), wantedSaturation);
+        EXPECT_EQ(std::pair(controller.GetAxisDeadZone(Axis::AxisRZ), controller.GetAxisSaturation(Axis::AxisRZ)),
+                  std::pair(wantedDeadZone, wantedSaturation));
     }
     EXPECT_EQ(controller.numModifierChanges, 3);
 

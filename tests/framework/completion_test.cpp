@@ -6,7 +6,6 @@
 
 #include <quillmarsh/basetools/filesystem.h>
 #include <quillmarsh/basetools/variableregistry.h>
-#include <quillmarsh/devices/mouse.h>
 #include <quillmarsh/framework/commands/frameworkcommands.h>
 #include <quillmarsh/framework/commandtable.h>
 
@@ -43,14 +42,6 @@ public:
 
 protected:
     bool Execute(ostream &, CommandArguments const &) override { return true; }
-};
-
-class TestMouse : public tests::AttachedController<Mouse>
-{
-public:
-    TestMouse() : AttachedController(false) {}
-    void OnRelativeModeChanged() override {}
-    void OnSyncWithSystemCursorChanged() override {}
 };
 
 class Completion : public testing::Test
@@ -145,7 +136,7 @@ TEST_F(Completion, DescribesCandidates)
 
 TEST_F(Completion, FindsDevicesAndTheirControllers)
 {
-    tests::ControllerDevice<TestMouse> device;
+    tests::ControllerDevice<tests::PlainMouse> device;
     device.DeviceInfo().SetCreationID(12);
     kernel.devices.push_back(&device);
     EXPECT_EQ(Complete("hid-control -d=|"), "hid-control -d=12; hid-control -d=12");

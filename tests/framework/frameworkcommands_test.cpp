@@ -1,5 +1,4 @@
 #include <quillmarsh/basetools/variableregistry.h>
-#include <quillmarsh/devices/mouse.h>
 #include <quillmarsh/devices/orientationtracker.h>
 #include <quillmarsh/framework/commands/crashcmd.h>
 #include <quillmarsh/framework/commands/frameworkcommands.h>
@@ -30,12 +29,7 @@ protected:
         CreateAndRegisterAllCommands(*interpreter, nullptr, 21, 0);
     }
 
-    string Run(string const &line)
-    {
-        std::ostringstream out;
-        bool const result = interpreter->InterpretCommandLine(line, out);
-        return out.str() + (result ? "true" : "false");
-    }
+    string Run(string const &line) { return tests::RunLine(*interpreter, line); }
 
     tests::TestKernel kernel;
     Profiler &profiler = *kernel.GetProfiler();
@@ -135,14 +129,6 @@ TEST_F(FrameworkCommands, ProfilerSamplesACleanPeriod)
     EXPECT_EQ(Run("profiler -stop -stop"), "Profiler stopped.\n" + states + "Profiler running.......: false\ntrue");
 }
 
-class TestMouse : public tests::AttachedController<Mouse>
-{
-public:
-    TestMouse() : AttachedController(false) {}
-    void OnRelativeModeChanged() override {}
-    void OnSyncWithSystemCursorChanged() override {}
-};
-
 class TestTracker : public tests::AttachedController<OrientationTracker>
 {
 public:
@@ -182,7 +168,7 @@ class HIDCommands : public FrameworkCommands
 protected:
     HIDCommands() { kernel.devices = {&mouse, &tracker}; }
 
-    TestDevice<TestMouse> mouse{4, "wheel"};
+    TestDevice<tests::PlainMouse> mouse{4, "wheel"};
     TestDevice<TestTracker> tracker{9, "head"};
 };
 

@@ -187,8 +187,7 @@ TEST_F(HumanInterfaceDeviceTest, StartsAndStopsAgainAndAgain)
         EXPECT_TRUE(WaitUntil([this] { return device.numSamples > 2; }));
         device.ActivateAsyncSampling(false);
         unsigned int const atStop = device.numSamples;
-        EXPECT_TRUE(device.threadHandle != nullptr && device.threadID != 0);
-        EXPECT_TRUE(device.stopsOnTheSameThread);
+        EXPECT_TRUE(device.threadHandle != nullptr && device.threadID != 0 && device.stopsOnTheSameThread);
         EXPECT_EQ(0.0, device.ratesAtStop);
         EXPECT_EQ(atStop, device.numSamples);
     }

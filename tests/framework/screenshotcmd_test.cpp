@@ -58,13 +58,6 @@ private:
     }
 };
 
-struct Kernel : tests::TestKernel
-{
-    VideoRenderer *GetActiveVideoRendererPtr() override { return active; }
-
-    VideoRenderer *active = nullptr;
-};
-
 /// Notes its calls with the number of captured buffers until then.
 class NotingCallback : public ScreenShotCmd::ScreenShotCallback
 {
@@ -126,7 +119,7 @@ protected:
 
     tests::ScratchDirectory scratch;
     std::ostringstream out;
-    Kernel kernel;
+    tests::VideoKernel kernel;
     CapturingSubsystem subsystem;
     video_null::NullRenderer renderer;
     ScreenShotCmd command{nullptr};

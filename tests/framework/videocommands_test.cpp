@@ -3,7 +3,6 @@
 #include <quillmarsh/framework/commands/videoconfigcmd.h>
 #include <quillmarsh/framework/completion.h>
 #include <quillmarsh/framework/stdcommandinterpreter.h>
-#include <quillmarsh/framework/videorendererinfo.h>
 
 #include "tests/support/null_video.h"
 
@@ -13,47 +12,6 @@ namespace quillmarsh::framework_commands
 {
 namespace
 {
-
-/// Kernel with renderers that offer what the test wants, of which the first one is in use.
-class VideoKernel : public tests::TestKernel
-{
-public:
-    struct Renderer
-    {
-        VideoRendererInfo info;
-        VideoProfile filtered;
-    };
-    struct Request
-    {
-        string pluginName;
-        VideoConfig config;
-        unsigned int code;
-    };
-
-    void Add(char const *pluginName, char const *interfaceName, VideoProfile const &profile)
-    {
-        PluginInfo const info(library_info::GetHeaderVersion(), e_plugin_video_renderer, pluginName, {}, "", "", "");
-        renderers.push_back({VideoRendererInfo(info, interfaceName, profile), profile});
-    }
-
-    unsigned int GetNumVideoRenderers() override { return static_cast<unsigned int>(renderers.size()); }
-    void GetVideoRendererInfo(unsigned int index, VideoRendererInfo &info) override { info = renderers.at(index).info; }
-    void GetVideoRendererProfile(unsigned int index, VideoProfile &profile) override
-    {
-        profile = renderers.at(index).filtered;
-    }
-    VideoRenderer *GetActiveVideoRendererPtr() override { return active; }
-    void GetActiveVideoRendererInfo(VideoRendererInfo &info) override { info = renderers.at(0).info; }
-    void GetActiveVideoProfile(VideoProfile &profile) override { profile = renderers.at(0).filtered; }
-    void ApplyVideoReconfig(string const &pluginName, VideoConfig const &config, unsigned int code) override
-    {
-        requests.push_back({pluginName, config, code});
-    }
-
-    std::vector<Renderer> renderers;
-    std::vector<Request> requests;
-    VideoRenderer *active = nullptr;
-};
 
 class VideoCommands : public testing::Test
 {
@@ -67,6 +25,8 @@ protected:
         profile.Add(DisplayModeConfig(640, 480, 32, 60));
         profile.Add(DisplayModeConfig(800, 600, 32, 75));
         profile.Add(FrameBufferConfig(false, true, 1, 24, 8, 0));
+        // The application does not want the small one.
+        VideoProfile const filtered = profile;
         FrameBufferConfig small(true, true, 2, 16, 0, 0);
         small.RedBits = small.BlueBits = 5;
         small.GreenBits = 6;
@@ -77,17 +37,7 @@ protected:
         other.Add(DisplayModeConfig(320, 200, 32, 60));
         other.Add(FrameBufferConfig(false, false, 1, 24, 8, 0));
         kernel.Add("two", "second", other);
-        // The application does not want the small one.
-        struct WithAlpha : FrameBufferConfigFilter
-        {
-            bool Filter(FrameBufferConfig const &config) override { return config.AlphaBits > 0; }
-        } frameBuffers;
-        struct AllModes : DisplayModeConfigFilter
-        {
-            bool Filter(DisplayModeConfig const &) override { return true; }
-        } modes;
-        kernel.renderers[0].filtered = VideoProfile();
-        profile.Filter(kernel.renderers[0].filtered, modes, frameBuffers);
+        kernel.renderers[0].filtered = filtered;
 
         pluginInfo = kernel.renderers[0].info.GetPluginInfo();
         video.renderer.SetPluginInfo(&pluginInfo);
@@ -95,12 +45,7 @@ protected:
     }
     ~VideoCommands() override { VideoRenderer::EnableDynamicVSyncUpdate(false); }
 
-    string Run(string const &line)
-    {
-        std::ostringstream out;
-        bool const result = interpreter->InterpretCommandLine(line, out);
-        return out.str() + (result ? "true" : "false");
-    }
+    string Run(string const &line) { return tests::RunLine(*interpreter, line); }
 
     /// Runs the line with "-r", and returns the configuration that was asked for.
     VideoConfig Reconfigure(string const &line)
@@ -116,7 +61,7 @@ protected:
         return kernel.requests[0].config;
     }
 
-    VideoKernel kernel;
+    tests::VideoKernel kernel;
     tests::NullVideo video;
     PluginInfo pluginInfo;
     AutoPtr<std_command_interpreter::Interpreter> interpreter;
@@ -188,8 +133,7 @@ TEST_F(VideoCommands, VideoConfigLeavesLayoutsThatItCannotRead)
     CommandLineParser parser;
     parser.Parse("c -a=5 -b=1.2.3");
     std::vector<unsigned int> values{7};
-    EXPECT_FALSE(VideoConfigCmd::ExtractRGBA(parser, "b", values));
-    EXPECT_FALSE(VideoConfigCmd::ExtractRGBA(parser, "c", values));
+    EXPECT_FALSE(VideoConfigCmd::ExtractRGBA(parser, "b", values) || VideoConfigCmd::ExtractRGBA(parser, "c", values));
     EXPECT_EQ(std::vector<unsigned int>{7}, values);
     EXPECT_TRUE(VideoConfigCmd::ExtractRGBA(parser, "a", values));
     EXPECT_EQ((std::vector<unsigned int>{5, 5, 5, 5}), values);

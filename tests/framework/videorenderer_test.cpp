@@ -18,7 +18,7 @@ using tests::ScriptedDialogs;
 using Doors = tests::NullVideo::Doors;
 
 /// Keeps the reconfigurations that are asked for, and the updates of the vertical synchronisation.
-class Kernel : public tests::TestKernel
+class Kernel : public tests::VideoKernel
 {
 public:
     void ApplyVideoReconfig(string const &pluginName, VideoConfig const &config, unsigned int code) override
@@ -26,10 +26,8 @@ public:
         requests.push_back(pluginName + (config.Hints.VSync ? " vsync " : " free ") + MakeString(code));
     }
     void NotifyVSyncUpdate() override { requests.push_back("update"); }
-    VideoRenderer *GetActiveVideoRendererPtr() override { return active; }
 
     std::vector<string> requests;
-    VideoRenderer *active = nullptr;
 };
 
 /// Renderer without a GUI renderer.

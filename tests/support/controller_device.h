@@ -2,6 +2,7 @@
 #ifndef QUILLMARSH_TESTS_SUPPORT_CONTROLLER_DEVICE_H
 #define QUILLMARSH_TESTS_SUPPORT_CONTROLLER_DEVICE_H
 
+#include <quillmarsh/devices/mouse.h>
 #include <quillmarsh/framework/hidcontroller.h>
 #include <quillmarsh/framework/humaninterfacedevice.h>
 
@@ -55,6 +56,15 @@ class AttachedController : public Base
 public:
     using Base::Base;
     void Attach(HumanInterfaceDevice &device) { this->SetParentHID(device); }
+};
+
+/// A mouse that is not the system's, and does nothing when it is told of a mode.
+class PlainMouse : public AttachedController<Mouse>
+{
+public:
+    PlainMouse() : AttachedController(false) {}
+    void OnRelativeModeChanged() override {}
+    void OnSyncWithSystemCursorChanged() override {}
 };
 
 inline string DumpText(HIDController const &controller)

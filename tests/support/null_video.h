@@ -4,6 +4,8 @@
 
 #include "tests/support/test_kernel.h"
 
+#include <quillmarsh/framework/videorendererinfo.h>
+
 #include "video_null/nullrenderer.h"
 #include "video_null/nullsubsystem.h"
 
@@ -28,19 +30,53 @@ public:
         subsystem.Close();
     }
 
-    /// The kernel's doors.
-    struct Doors : TestKernel
-    {
-        using Kernel::VideoRenderer_ConnectVideoSubsystem;
-        using Kernel::VideoRenderer_CreateVideoResources;
-        using Kernel::VideoRenderer_DisconnectVideoSubsystem;
-        using Kernel::VideoRenderer_OnWindowResize;
-        using Kernel::VideoRenderer_ReleaseVideoResources;
-    };
+    using Doors = VideoDoors;
 
     video_null::NullSubsystem subsystem;
     video_null::NullRenderer renderer;
     video_null::NullGUIRenderer &gui = renderer.GetNullGUIRenderer();
+};
+
+/// Kernel with renderers that offer what the test wants, of which the first one describes the one in use. It keeps the
+/// requests of video.
+class VideoKernel : public TestKernel
+{
+public:
+    struct Renderer
+    {
+        VideoRendererInfo info;
+        VideoProfile filtered;
+    };
+    struct Request
+    {
+        string pluginName;
+        VideoConfig config;
+        unsigned int code;
+    };
+
+    void Add(char const *pluginName, char const *interfaceName, VideoProfile const &profile)
+    {
+        PluginInfo const info(library_info::GetHeaderVersion(), e_plugin_video_renderer, pluginName, {}, "", "", "");
+        renderers.push_back({VideoRendererInfo(info, interfaceName, profile), profile});
+    }
+
+    unsigned int GetNumVideoRenderers() override { return static_cast<unsigned int>(renderers.size()); }
+    void GetVideoRendererInfo(unsigned int index, VideoRendererInfo &info) override { info = renderers.at(index).info; }
+    void GetVideoRendererProfile(unsigned int index, VideoProfile &profile) override
+    {
+        profile = renderers.at(index).filtered;
+    }
+    VideoRenderer *GetActiveVideoRendererPtr() override { return active; }
+    void GetActiveVideoRendererInfo(VideoRendererInfo &info) override { info = renderers.at(0).info; }
+    void GetActiveVideoProfile(VideoProfile &profile) override { profile = renderers.at(0).filtered; }
+    void ApplyVideoReconfig(string const &pluginName, VideoConfig const &config, unsigned int code) override
+    {
+        requests.push_back({pluginName, config, code});
+    }
+
+    std::vector<Renderer> renderers;
+    std::vector<Request> requests;
+    VideoRenderer *active = nullptr;
 };
 
 } // namespace quillmarsh::tests

@@ -25,15 +25,7 @@ namespace quillmarsh::tests
 class OpenGLVideo
 {
 public:
-    /// The kernel's doors.
-    struct Doors : TestKernel
-    {
-        using Kernel::VideoRenderer_ConnectVideoSubsystem;
-        using Kernel::VideoRenderer_CreateVideoResources;
-        using Kernel::VideoRenderer_DisconnectVideoSubsystem;
-        using Kernel::VideoRenderer_OnWindowResize;
-        using Kernel::VideoRenderer_ReleaseVideoResources;
-    };
+    using Doors = VideoDoors;
 
     explicit OpenGLVideo(char const *library) : OpenGLVideo(nullptr, nullptr)
     {

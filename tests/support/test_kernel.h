@@ -68,6 +68,24 @@ private:
     host::FramePacer::Clock::time_point now_;
 };
 
+/// The kernel's doors to a video renderer.
+struct VideoDoors : TestKernel
+{
+    using Kernel::VideoRenderer_ConnectVideoSubsystem;
+    using Kernel::VideoRenderer_CreateVideoResources;
+    using Kernel::VideoRenderer_DisconnectVideoSubsystem;
+    using Kernel::VideoRenderer_OnWindowResize;
+    using Kernel::VideoRenderer_ReleaseVideoResources;
+};
+
+/// Runs a line. Returns its output and its result.
+inline string RunLine(CommandInterpreter &interpreter, string const &line)
+{
+    std::ostringstream out;
+    bool const result = interpreter.InterpretCommandLine(line, out);
+    return out.str() + (result ? "true" : "false");
+}
+
 /// Returns the dump of a record.
 string DumpText(auto const &record, unsigned int tabs)
 {
