@@ -80,8 +80,7 @@ TEST(DynamicLinkLibrary, HooksRunInOrderAndOnlyWhenSomethingHappens)
     EXPECT_TRUE(library.ImportSymbols(nullptr));
     library.Set(5);
     EXPECT_EQ(library.Get(), 5);
-    EXPECT_TRUE(library.Unload());
-    EXPECT_TRUE(!library.IsLoaded() && library.Get == nullptr && library.Set == nullptr);
+    EXPECT_TRUE(library.Unload() && !library.IsLoaded() && library.Get == nullptr && library.Set == nullptr);
     EXPECT_EQ(library.calls, (std::vector<string>{"PostLoad", "FillImportTable", "PostImport all 2", "PostImport all 2",
                                                   "PreUnload, bound"}));
 }
@@ -161,8 +160,7 @@ TEST(DynamicLinkLibrary, FailedLoadGivesTheReason)
         bool const namesMissing = library.GetLoadError().find("quillmarsh-test-absent") != string::npos;
         EXPECT_EQ(namesMissing, fileName == s_dependentFile) << library.GetLoadError();
     }
-    EXPECT_FALSE(DynamicLinkLibrary().Load());
-    EXPECT_FALSE(DynamicLinkLibrary(s_numbersFile + string("\0.so", 4)).Load());
+    EXPECT_FALSE(DynamicLinkLibrary().Load() || DynamicLinkLibrary(s_numbersFile + string("\0.so", 4)).Load());
 }
 
 TEST(DynamicLinkLibrary, BareNameIsNotLookedForInTheCurrentDirectory)

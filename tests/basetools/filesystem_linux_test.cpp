@@ -22,8 +22,7 @@ TEST(FileSystem, BrokenLinkExists)
 {
     ScratchDirectory const scratch;
     std::filesystem::create_symlink("nowhere", scratch / "dangling");
-    EXPECT_TRUE(FileExists(scratch / "dangling"));
-    EXPECT_TRUE(IfFileExistsDeleteOnOverwrite(scratch / "dangling", true));
+    EXPECT_TRUE(FileExists(scratch / "dangling") && IfFileExistsDeleteOnOverwrite(scratch / "dangling", true));
     EXPECT_FALSE(FileExists(scratch / "dangling"));
 }
 
@@ -33,8 +32,7 @@ TEST(FileSystem, CopyThroughALinkKeepsTheLink)
     string const from = scratch.Write("from", "new");
     string const target = scratch.Write("target", "old");
     std::filesystem::create_symlink(target, scratch / "link");
-    EXPECT_TRUE(CopyFileA(from, scratch / "link", true));
-    EXPECT_TRUE(std::filesystem::is_symlink(scratch / "link"));
+    EXPECT_TRUE(CopyFileA(from, scratch / "link", true) && std::filesystem::is_symlink(scratch / "link"));
     EXPECT_EQ(ReadFile(target), "new");
     EXPECT_FALSE(CopyFileA(target, scratch / "link", true));
     EXPECT_EQ(ReadFile(target), "new");

@@ -61,8 +61,7 @@ TEST(PathRules, AbsoluteNames)
     for (string const name : {"", "c", "a\\", ".\\a", "ab:c", "/a"})
         EXPECT_FALSE(IsAbsolutePathName(s_win, name)) << name;
     EXPECT_TRUE(IsAbsolutePathName(s_unix, "/"));
-    EXPECT_FALSE(IsAbsolutePathName(s_unix, "c:/a"));
-    EXPECT_FALSE(IsAbsolutePathName(s_unix, string("a\0b", 3)));
+    EXPECT_FALSE(IsAbsolutePathName(s_unix, "c:/a") || IsAbsolutePathName(s_unix, string("a\0b", 3)));
 }
 
 TEST(PathRules, DotsAreResolved)

@@ -68,8 +68,7 @@ TEST(LibraryInfo, VersionsFitUnlessMoreThanTheThirdNumberDiffers)
     EXPECT_TRUE(debug.IsCompatibleWith(LibraryVersion(1, 0, 7, 1)));
     EXPECT_FALSE(debug.IsCompatibleWith(LibraryVersion(1, 0, 0, 0)));
     EXPECT_FALSE(debug.IsCompatibleWith(LibraryVersion(1, 1, 0, 1)));
-    EXPECT_FALSE(debug.IsCompatibleWith(LibraryVersion(2, 0, 0, 1)));
-    EXPECT_FALSE(debug == LibraryVersion(1, 0, 7, 1));
+    EXPECT_FALSE(debug.IsCompatibleWith(LibraryVersion(2, 0, 0, 1)) || debug == LibraryVersion(1, 0, 7, 1));
     EXPECT_TRUE(debug == LibraryVersion(1, 0, 0, 1));
 }
 

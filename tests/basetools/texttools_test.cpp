@@ -197,8 +197,7 @@ TEST(TextTools, Scanning)
     EXPECT_FALSE(MatchPrefix("ab", "abc") || MatchPrefix("xabc", "abc"));
     string text = "  \tabc.def";
     EXPECT_TRUE(EatLeading(text, " \t") == 3 && EatLeading(text, " \t") == 0);
-    EXPECT_TRUE(EatNext(text, 'x') == 0 && EatNext(text, 'a') == 1);
-    EXPECT_TRUE(!EatPrefix(text, "c") && EatPrefix(text, "b"));
+    EXPECT_TRUE(EatNext(text, 'x') == 0 && EatNext(text, 'a') == 1 && !EatPrefix(text, "c") && EatPrefix(text, "b"));
     EXPECT_TRUE(EatToDelimiter(text, ";.", false) && !EatToDelimiter(text, ";", false));
     EXPECT_EQ(text, ".def");
     EXPECT_FALSE(EatToDelimiter(text, ";", true));

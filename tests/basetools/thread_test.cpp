@@ -237,8 +237,7 @@ TEST(Thread, PostsToAQueueThatTheThreadHasLookedAt)
     looping.Run();
     EXPECT_TRUE(looping.WaitMessageQueueReady(0, 1));
     std::this_thread::sleep_for(std::chrono::milliseconds(200));
-    EXPECT_TRUE(looping.PostStandardMessage(0x400, 1, 2));
-    EXPECT_TRUE(looping.PostStandardQuitMessage());
+    EXPECT_TRUE(looping.PostStandardMessage(0x400, 1, 2) && looping.PostStandardQuitMessage());
     looping.WaitExit();
     EXPECT_FALSE(looping.PostStandardNullMessage());
     EXPECT_LT(busySeconds, 0.1);
