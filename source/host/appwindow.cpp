@@ -31,9 +31,16 @@ void AppWindow::TellDevices()
 void AppWindow::OnDesktopEvent(DesktopEvent const &event)
 {
     if (event.kind == eDesktopEvent::e_exitWish)
-        kernel_.RequestExit();
+        OnExitWish();
     else if (event.window != nullptr && event.window->GetRole() == platform::eWindowRole::e_main)
         OnWindowEvent(event);
+}
+
+void AppWindow::OnExitWish()
+{
+    if (!platform::HasDisplay())
+        kernel_.GetFailures().Warn("The display has gone, and the program ends.");
+    kernel_.RequestExit();
 }
 
 void AppWindow::OnWindowEvent(DesktopEvent const &event)

@@ -29,6 +29,7 @@ public:
 
 private:
     void OnDesktopEvent(platform::DesktopEvent const &event) override;
+    void OnExitWish();
     void OnWindowEvent(platform::DesktopEvent const &event);
     void OnClosing(platform::Window &window);
     void DisconnectSubsystems(platform::Window const &window);

@@ -61,7 +61,8 @@ enum class eDesktopEvent
     /// A piece of hardware was added or removed. No window. Sent on Windows only; on Linux each driver watches its own
     /// devices.
     e_hardware,
-    /// The desktop asks the program to end, for example because the user logs out. No window.
+    /// The desktop asks the program to end, for example because the user logs out. It also comes when the display has
+    /// ended: HasDisplay() is false then. No window.
     e_exitWish
 };
 

@@ -284,7 +284,8 @@ private:
     std::unique_ptr<Headless, HeadlessDeleter> headless_;
 };
 
-/// True when the environment names a display for windows, and while the desktop is headless; always true on Windows.
+/// True when the environment names a display for windows, until that display ends; also true while the desktop is
+/// headless, and always on Windows.
 QUILLMARSH_API bool HasDisplay();
 
 /// Gives the position of the mouse on the desktop, also outside the program's windows. Returns false when the desktop

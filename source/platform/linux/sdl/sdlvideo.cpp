@@ -112,7 +112,8 @@ bool StartVideo()
 // Without a display in the environment, SDL would use the screen of a text console.
 bool HasDisplay()
 {
-    return s_isOffscreen || std::any_of(std::begin(s_displayVariables), std::end(s_displayVariables), HasVariable);
+    bool const isNamed = std::any_of(std::begin(s_displayVariables), std::end(s_displayVariables), HasVariable);
+    return s_isOffscreen || (isNamed && !IsDisplayLost());
 }
 
 bool UseOffscreenDriver(bool isUsed, string &reason)
