@@ -7,6 +7,7 @@
 
 #include <quillmarsh/framework/videosubsystemwindow.h>
 #include <quillmarsh/gui/gui_renderer.h>
+#include <quillmarsh/platform/displaymodes.h>
 
 #include <algorithm>
 #include <iterator>
@@ -20,8 +21,14 @@ using platform::Window;
 namespace
 {
 
-/// A frame that takes fewer seconds did not wait for the display.
-constexpr double s_hastyFrameTime = 0.002;
+/// Returns the seconds of a frame that did not wait for the display. A display that does not tell its rate may be fast.
+double GetHastyFrameTime()
+{
+    platform::DisplayMode mode;
+    bool const isKnown = platform::ReadDesktopMode(mode) && mode.frequency > 0;
+    return 0.7 / (isKnown ? mode.frequency : 240);
+}
+
 /// Number of such frames in a row after which the display no longer paces the frames.
 constexpr unsigned int s_maxHastyFrames = 60;
 
@@ -185,6 +192,7 @@ void VideoGroup::OpenChoice(VideoChoice const &choice)
 {
     choice_ = choice;
     numHastyFrames_ = 0;
+    hastyFrameTime_ = GetHastyFrameTime();
     Raise();
     lastGood_ = choice_;
     isBroken_ = false;
@@ -517,7 +525,7 @@ void VideoGroup::Present()
     };
     UseDevice("VideoRenderer::PresentBackBuffer", present);
     if (numHastyFrames_ < s_maxHastyFrames)
-        numHastyFrames_ = kernel_.GetFrameTimeDelta() < s_hastyFrameTime ? numHastyFrames_ + 1 : 0;
+        numHastyFrames_ = kernel_.GetFrameTimeDelta() < hastyFrameTime_ ? numHastyFrames_ + 1 : 0;
     title_.Update(FindWindow());
 }
 

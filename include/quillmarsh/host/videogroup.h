@@ -179,6 +179,7 @@ private:
     bool isReopened_ = false;
     /// Number of frames in a row that did not wait for the display.
     unsigned int numHastyFrames_ = 0;
+    double hastyFrameTime_ = 0;
 
     /// @name The main window
     /// @{
