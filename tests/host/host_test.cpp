@@ -282,6 +282,35 @@ TEST(Host, WritesItsLog)
     EXPECT_TRUE(complains || !std::filesystem::exists("/dev/full"));
 }
 
+TEST(Host, DrawsWithThePluginThatIsNamed)
+{
+    HostResult const result =
+        RunHost({"--video", "video_null", "--size", "900x500", "--set", "window.show-statistics=on"},
+                "wait 2\nvideo-config -ds=24.8\nvideo-config -w=1280 -h=720 -fs=1 -r\nwait\nvideo-config\n");
+    EXPECT_EQ(0, result.status) << result.err;
+    EXPECT_EQ("", result.err);
+    std::size_t const before = result.out.find("900 x 500 x 32"), after = result.out.find("wait\nvideo-config\n");
+    EXPECT_LT(before, after) << result.out;
+    EXPECT_TRUE(Contains(result.out.substr(after), "1280 x 720")) << result.out;
+
+    for (bool const isNamed : {true, false})
+    {
+        std::vector<string> arguments = {"--plugin", "video_null"};
+        if (!isNamed)
+            arguments.insert(arguments.end(), {"--video", "none"});
+        HostResult const loaded = RunHost(arguments, "wait\nvsync\n");
+        EXPECT_EQ(isNamed, Contains(loaded.out, "DynamicUpdate")) << loaded.out << loaded.err;
+    }
+    std::pair<char const *, char const *> const wrong[] = {{"workbench", "has no video renderer."},
+                                                           {"video-that-is-not-there", "there is no such file in "}};
+    for (auto const &[file, reason] : wrong)
+    {
+        HostResult const refused = RunHost({"--video", file});
+        EXPECT_EQ(3, refused.status);
+        EXPECT_TRUE(Contains(refused.err, reason)) << refused.err;
+    }
+}
+
 TEST(Host, DocumentationShowsTheSourcesThatAreBuilt)
 {
     for (auto const &[page, source] : {std::pair("docs/writing-a-plugin.md", "plugins/template/template.cpp"),

@@ -136,6 +136,7 @@ TEST(Session, ReportsTheMainWindowAndWhatIsLeftOfSeveral)
         string told;
         HWND window = nullptr;
         void ConnectSubsystemsToAppWindow(HWND connected, bool) override { window = connected; }
+        void DisconnectSubsystemsFromAppWindow() override { window = nullptr; }
         void OnWindowResize(unsigned int width, unsigned int height) override
         {
             told += std::to_string(width) + "x" + std::to_string(height) + " ";
@@ -167,7 +168,9 @@ TEST(Session, ReportsTheMainWindowAndWhatIsLeftOfSeveral)
     };
     EXPECT_TRUE(tests::WaitUntil(isTold));
     EXPECT_EQ("400x250 ", watcher.told);
+    EXPECT_EQ(window->GetHandle(), watcher.window);
     window.reset();
+    EXPECT_EQ(nullptr, watcher.window);
     EXPECT_EQ(nullptr, session.GetKernel().GetDevices().GetAppWindow());
 }
 
