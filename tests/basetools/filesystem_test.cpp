@@ -76,13 +76,17 @@ TEST(FileSystem, CopyKeepsPermissionsAndReplacesOnlyOnDemand)
     EXPECT_EQ(CountEntries(scratch.GetPath()), 3u);
 }
 
-TEST(FileSystem, FailedCopyOrMoveLeavesBothFilesAndNothingElse)
+/// Two files in a directory of the test's own.
+struct FileSystemPair : testing::Test
 {
     ScratchDirectory const scratch;
     string const from = scratch.Write("from", "data");
     string const to = scratch.Write("to", "old");
-    std::filesystem::create_directory(scratch / "folder");
+};
 
+TEST_F(FileSystemPair, FailedCopyOrMoveLeavesBothFilesAndNothingElse)
+{
+    std::filesystem::create_directory(scratch / "folder");
     for (string const &target : {from, scratch / "folder", scratch / "nowhere/to"})
         EXPECT_FALSE(CopyFileA(from, target, true)) << target;
     for (string const &source : {scratch / "folder", scratch / "nowhere", string()})
@@ -94,11 +98,8 @@ TEST(FileSystem, FailedCopyOrMoveLeavesBothFilesAndNothingElse)
     EXPECT_EQ(CountEntries(scratch.GetPath()), 3u);
 }
 
-TEST(FileSystem, MoveRenamesFilesAndDirectories)
+TEST_F(FileSystemPair, MoveRenamesFilesAndDirectories)
 {
-    ScratchDirectory const scratch;
-    string const from = scratch.Write("from", "data");
-    string const to = scratch.Write("to", "old");
     EXPECT_TRUE(MoveFileA(from, to, true));
     EXPECT_EQ(ReadFile(to), "data");
     EXPECT_FALSE(FileExists(from));

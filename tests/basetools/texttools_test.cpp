@@ -64,23 +64,22 @@ TEST(TextTools, TextToValue)
     EXPECT_EQ(MakeString<void *>(nullptr), "0x0");
 }
 
+template<typename Shape>
+string Shaped(string text, Shape shape)
+{
+    shape(text);
+    return text;
+}
+
 TEST(TextTools, ValueToText)
 {
-    string text = "old";
-    ToStringHex(text, 0xabcu, 6);
-    EXPECT_EQ(text, "000abc");
-    ToStringHex(text, 0xabcul);
-    EXPECT_EQ(text, "abc");
-    ToString(text, 0.1, 6, 3);
-    EXPECT_EQ(text, "   0.1");
-    ToString(text, 123456789.0);
-    EXPECT_EQ(text, "1.23457e+08");
-    ToStringFix(text, 1.5, 8, 2, true, true);
-    EXPECT_EQ(text, "+   1.50");
-    ToStringFix(text, 1.5, 0, 0);
-    EXPECT_EQ(text, "2");
-    ToStringSci(text, -1.5, 10, 1, true, false);
-    EXPECT_EQ(text, "  -1.5e+00");
+    EXPECT_EQ(Shaped("old", [](string &text) { ToStringHex(text, 0xabcu, 6); }), "000abc");
+    EXPECT_EQ(Shaped("old", [](string &text) { ToStringHex(text, 0xabcul); }), "abc");
+    EXPECT_EQ(Shaped("old", [](string &text) { ToString(text, 0.1, 6, 3); }), "   0.1");
+    EXPECT_EQ(Shaped("old", [](string &text) { ToString(text, 123456789.0); }), "1.23457e+08");
+    EXPECT_EQ(Shaped("old", [](string &text) { ToStringFix(text, 1.5, 8, 2, true, true); }), "+   1.50");
+    EXPECT_EQ(Shaped("old", [](string &text) { ToStringFix(text, 1.5, 0, 0); }), "2");
+    EXPECT_EQ(Shaped("old", [](string &text) { ToStringSci(text, -1.5, 10, 1, true, false); }), "  -1.5e+00");
     EXPECT_EQ(MakeString(-5l) + MakeString(5ul), "-55");
 }
 
@@ -113,22 +112,13 @@ TEST(TextTools, WideTextIsUtf16)
         EXPECT_FALSE(UnicodeToAscii(broken, narrow));
 }
 
-template<typename Shape>
-string Shaped(string text, Shape shape)
-{
-    shape(text);
-    return text;
-}
-
 TEST(TextTools, Shaping)
 {
     auto const trim = [](string &text) { TrimWhitespace(text); };
     EXPECT_EQ(Shaped(" \ta b\t ", trim), "a b");
     EXPECT_EQ(Shaped(" \t", trim), "");
     EXPECT_EQ(Shaped("\na\r", trim), "\na\r");
-    string trimmed = "old";
-    TrimWhitespace(" \t", trimmed);
-    EXPECT_EQ(trimmed, "");
+    EXPECT_EQ(Shaped("old", [](string &text) { TrimWhitespace(" \t", text); }), "");
 
     EXPECT_EQ(Shaped("'", TrimQuotes), "'");
     EXPECT_EQ(Shaped("''", TrimQuotes), "");

@@ -16,9 +16,14 @@ namespace quillmarsh
 namespace
 {
 
-using tests::MessageOf;
 using tests::PackageBytes;
 using Texts = std::vector<string>;
+
+/// Returns how a use is refused.
+string TellRefusal(auto const &use)
+{
+    return tests::MessageOf<InvalidUsageException>(use);
+}
 
 constexpr unsigned int s_category = DataCategory_UserDefined + 1;
 
@@ -106,9 +111,8 @@ TEST(DataCodecManager, TriesCodecsInTheirOrderUntilOneAccepts)
     EXPECT_EQ(log, Texts{});
     // The file is checked before the category.
     EXPECT_EQ(manager.LoadData(77, directory / "missing", nullptr), nullptr);
-    EXPECT_EQ(MessageOf<InvalidUsageException>([&] { manager.LoadData(77, file, nullptr); }),
-              "Loading unregistered data-category data.");
-    EXPECT_EQ(MessageOf<InvalidUsageException>([&] { manager.SaveData(77, &datum, "file", "any", nullptr); }),
+    EXPECT_EQ(TellRefusal([&] { manager.LoadData(77, file, nullptr); }), "Loading unregistered data-category data.");
+    EXPECT_EQ(TellRefusal([&] { manager.SaveData(77, &datum, "file", "any", nullptr); }),
               "Saving unregistered data-category data.");
 }
 
@@ -118,18 +122,15 @@ TEST(DataCodecManager, OwnsTheCodecsThatItAccepted)
     {
         DataCodecManager manager;
         LoggingEncoder onStack("stack", log);
-        EXPECT_EQ(MessageOf<InvalidUsageException>([&] { manager.RegisterEncoder(&onStack); }),
-                  "Encoder is not created on heap: stack");
+        EXPECT_EQ(TellRefusal([&] { manager.RegisterEncoder(&onStack); }), "Encoder is not created on heap: stack");
         auto refused = std::make_unique<LoggingEncoder>("a", log);
-        EXPECT_EQ(MessageOf<InvalidUsageException>([&] { manager.RegisterEncoder(refused.get()); }),
+        EXPECT_EQ(TellRefusal([&] { manager.RegisterEncoder(refused.get()); }),
                   "Encoder category is not registered: a");
         manager.RegisterDataCategory(s_category);
         manager.RegisterEncoder(new LoggingEncoder("a", log));
-        EXPECT_EQ(MessageOf<InvalidUsageException>([&] { manager.RegisterEncoder(refused.get()); }),
-                  "Encoder is already registered: a");
+        EXPECT_EQ(TellRefusal([&] { manager.RegisterEncoder(refused.get()); }), "Encoder is already registered: a");
         LoggingDecoder decoder("d", log);
-        EXPECT_EQ(MessageOf<InvalidUsageException>([&] { manager.RegisterDecoder(&decoder); }),
-                  "Decoder is not created on heap: d");
+        EXPECT_EQ(TellRefusal([&] { manager.RegisterDecoder(&decoder); }), "Decoder is not created on heap: d");
 
         manager.RegisterEncoder(new LoggingEncoder("b", log));
         manager.RegisterEncoder(new LoggingEncoder("c", log));
