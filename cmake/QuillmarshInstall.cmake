@@ -14,7 +14,8 @@ install(DIRECTORY "${PROJECT_SOURCE_DIR}/include/quillmarsh" "${PROJECT_BINARY_D
 install(EXPORT quillmarshTargets NAMESPACE quillmarsh:: DESTINATION "${quillmarsh_cmake_dir}")
 
 configure_package_config_file("${PROJECT_SOURCE_DIR}/cmake/quillmarshConfig.cmake.in"
-  "${PROJECT_BINARY_DIR}/cmake/quillmarshConfig.cmake" INSTALL_DESTINATION "${quillmarsh_cmake_dir}")
+  "${PROJECT_BINARY_DIR}/cmake/quillmarshConfig.cmake" INSTALL_DESTINATION "${quillmarsh_cmake_dir}"
+  PATH_VARS quillmarsh_plugin_dir)
 write_basic_package_version_file("${PROJECT_BINARY_DIR}/cmake/quillmarshConfigVersion.cmake"
   COMPATIBILITY SameMinorVersion)
 install(FILES

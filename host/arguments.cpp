@@ -108,7 +108,7 @@ void AddOptions(CLI::App &app, Arguments &arguments)
 
     app.option_defaults()->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
     app.add_option("--plugin", arguments.plugins,
-                   "load the plug-in library FILE; a name without a path is searched among the host's own plug-ins")
+                   "load the plug-in library FILE; a name without a path is searched in the folders for plug-ins")
         ->type_name("FILE")
         ->allow_extra_args(false);
     app.add_option_function<std::vector<string>>(

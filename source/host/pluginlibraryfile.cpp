@@ -5,12 +5,14 @@
 
 #include <quillmarsh/basetools/filesystem.h>
 #include <quillmarsh/basetools/libraryinfo.h>
+#include <quillmarsh/basetools/platforminfo.h>
 #include <quillmarsh/basetools/texttools.h>
 #include <quillmarsh/framework/plugindescriptors.h>
 #include <quillmarsh/host/pluginset.h>
 
 #include <algorithm>
 #include <iterator>
+#include <sstream>
 
 namespace quillmarsh::host
 {
@@ -35,6 +37,23 @@ bool HasClassOfItsType(PluginDescriptor const &descriptor)
     };
     unsigned int const type = descriptor.GetPluginInfo().GetPluginType();
     return type < std::size(s_tests) && s_tests[type](descriptor);
+}
+
+/// Returns the folders that the user lists in the environment.
+std::vector<string> GetPluginPath()
+{
+    std::vector<string> directories;
+    string list;
+    if (!platform_info::ExpandEnvironmentVariable("%QUILLMARSH_PLUGIN_PATH%", list))
+        return directories;
+    std::istringstream entries(list);
+    for (string entry; std::getline(entries, entry, system::s_folderSeparator);)
+    {
+        // An empty or relative name would search the current directory, or a place below it.
+        if (file_system::IsAbsolutePathName(entry))
+            directories.push_back(entry);
+    }
+    return directories;
 }
 
 } // namespace
@@ -154,7 +173,11 @@ std::vector<string> GetPluginDirectories(string const &programFileName, string c
     string base;
     string extension;
     file_system::SplitFileName(programFileName, path, base, extension);
-    return {path + "plugins", path + installed};
+    std::vector<string> directories = GetPluginPath();
+    directories.insert(directories.end(), {path + "plugins", path + installed});
+    if (string const users = system::GetUserPluginDirectory(); !users.empty())
+        directories.push_back(users);
+    return directories;
 }
 
 string FindPluginFile(string const &name, std::vector<string> const &directories)

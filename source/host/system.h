@@ -1,5 +1,5 @@
-// The system's services for hosts that the library does not have: checks of plug-in library files, and the program's
-// icons.
+// The system's services for hosts that the library does not have: checks of plug-in library files, the folder of the
+// user's own plug-ins, and the program's icons.
 #ifndef QUILLMARSH_SOURCE_HOST_SYSTEM_H
 #define QUILLMARSH_SOURCE_HOST_SYSTEM_H
 
@@ -14,6 +14,11 @@ bool IsLibraryFile(string const &fileName);
 /// False when a library is cut off: it loads bytes behind the end of the file. The system's loader maps such a file
 /// without a check, and the process ends.
 bool IsCompleteLibraryFile(string const &fileName);
+
+/// Separates the folders of a list in an environment variable.
+extern char const s_folderSeparator;
+/// Returns the folder of the user's own plug-ins, which may not exist; empty when the user has no home.
+string GetUserPluginDirectory();
 
 /// Returns an icon of the program's file by its number; it is valid for as long as the program runs. Null when there is
 /// no such icon, and on Linux, where programs have none.

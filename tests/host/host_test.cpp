@@ -177,6 +177,38 @@ TEST(Host, NeverLooksForAPluginInTheCurrentDirectory)
     EXPECT_EQ(0, path.status) << path.err;
 }
 
+TEST(Host, FindsPluginsInTheUsersFolders)
+{
+    ScratchDirectory const scratch;
+    std::filesystem::path const own = std::filesystem::path(scratch.GetPath()) / "quillmarsh" / "plugins";
+    std::filesystem::create_directories(own);
+    std::filesystem::copy_file(TestPlugin("tracer"), own / ("tracer" + string(s_szPluginExtension)));
+    std::ofstream(own / ("workbench" + string(s_szPluginExtension))) << "no library";
+
+    // The folder of the user's own plug-ins, on either system.
+    string const home = scratch.GetPath().string();
+    EnvironmentVariable const data("XDG_DATA_HOME", home.c_str());
+    EnvironmentVariable const local("LOCALAPPDATA", home.c_str());
+    EnvironmentVariable const unset("QUILLMARSH_PLUGIN_PATH", nullptr);
+    EXPECT_EQ(0, RunHost({"--plugin", "tracer", "--frames", "1"}).status);
+    // It hides no plug-in of the host, but the path does.
+    EXPECT_EQ(0, RunHost({"--frames", "1"}).status);
+    string const separator(1, std::filesystem::path::preferred_separator == '/' ? ':' : ';');
+    string const path = scratch / "missing" + separator + own.string();
+    EnvironmentVariable const set("QUILLMARSH_PLUGIN_PATH", path.c_str());
+    HostResult const hidden = RunHost({"--frames", "1"});
+    EXPECT_EQ(3, hidden.status);
+    EXPECT_TRUE(Contains(hidden.err, "it is not a library (")) << hidden.err;
+
+    // Names that are not full would find the current directory.
+    EnvironmentVariable const relative("QUILLMARSH_PLUGIN_PATH", (separator + "." + separator).c_str());
+    std::filesystem::path const previous = std::filesystem::current_path();
+    std::filesystem::current_path(own);
+    HostResult const current = RunHost({"--plugin", "workbench", "--frames", "1"});
+    std::filesystem::current_path(previous);
+    EXPECT_EQ(0, current.status) << current.err;
+}
+
 TEST(Host, RunsScriptsLineByLine)
 {
     string const script = "# a comment\n\n \t# another\ngreet\r\nfrobnicate\nwait 2\nhistory";

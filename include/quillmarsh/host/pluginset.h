@@ -106,8 +106,14 @@ private:
 /// directory. Throws a KernelException when the file does not exist.
 string FindPluginFile(string const &name, std::vector<string> const &directories);
 
-/// Returns the directories in which a program looks for plug-ins: "plugins" beside the program's file, where a build
-/// puts them, and `installed`, which is relative to the same place.
+/// Returns the directories in which a program looks for plug-ins, in this order:
+/// - the full names in the environment variable `QUILLMARSH_PLUGIN_PATH`, separated by ":", on Windows by ";"; other
+///   names in it do not count
+/// - "plugins" beside the program's file, where a build puts them
+/// - `installed`, which is relative to the same place
+/// - the user's own: "quillmarsh/plugins" in `XDG_DATA_HOME`, usually "~/.local/share"; on Windows in "%LOCALAPPDATA%".
+///
+/// They may not exist. So the user's own folder never hides a plug-in of the program, but the variable can.
 std::vector<string> GetPluginDirectories(string const &programFileName, string const &installed);
 
 /// Returns the extension of plug-in libraries, with its dot.

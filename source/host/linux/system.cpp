@@ -1,5 +1,7 @@
 #include "../system.h"
 
+#include <quillmarsh/basetools/filesystem.h>
+#include <quillmarsh/basetools/platforminfo.h>
 #include <quillmarsh/host/pluginset.h>
 
 #include <cstdint>
@@ -49,6 +51,21 @@ bool IsCompleteLibraryFile(string const &fileName)
             return false;
     }
     return static_cast<bool>(file);
+}
+
+char const s_folderSeparator = ':';
+
+string GetUserPluginDirectory()
+{
+    string data;
+    // A name that is not absolute does not count.
+    if (!platform_info::ExpandEnvironmentVariable("%XDG_DATA_HOME%", data) || !data.starts_with('/'))
+    {
+        if (!file_system::GetUserHomeDirectory(data, true))
+            return "";
+        data += ".local/share";
+    }
+    return data + "/quillmarsh/plugins";
 }
 
 HICON LoadProgramIcon(unsigned int)

@@ -1,6 +1,7 @@
 #include "../system.h"
 
 #include <quillmarsh/basetools/filesystem.h>
+#include <quillmarsh/basetools/platforminfo.h>
 #include <quillmarsh/host/pluginset.h>
 
 #include <cstring>
@@ -31,6 +32,14 @@ bool IsCompleteLibraryFile(string const &)
 {
     // The system's loader checks this itself, and reports it.
     return true;
+}
+
+char const s_folderSeparator = ';';
+
+string GetUserPluginDirectory()
+{
+    string data;
+    return platform_info::ExpandEnvironmentVariable("%LOCALAPPDATA%", data) ? data + "\\quillmarsh\\plugins" : "";
 }
 
 HICON LoadProgramIcon(unsigned int number)
