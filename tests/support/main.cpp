@@ -15,8 +15,10 @@ int main(int argc, char **argv)
     // Keeps windows and debuggers away when a test or its child process crashes.
     SetErrorMode(SEM_FAILCRITICALERRORS | SEM_NOGPFAULTERRORBOX);
 #else
-    // Tests neither run the start script of whoever runs them, nor add to his history.
+    // Tests neither run the start script of whoever runs them, nor load his plug-ins, nor add to his history.
     setenv("XDG_CONFIG_HOME", "/nonexistent", 1);
+    setenv("XDG_DATA_HOME", "/nonexistent", 1);
+    unsetenv("QUILLMARSH_PLUGIN_PATH");
     unsetenv("XDG_STATE_HOME");
 #endif
     quillmarsh::tests::HandledDialogs const dialogs([](std::string const &text)
