@@ -392,16 +392,10 @@ TEST_F(TopLevelWindowHeadless, LimitsSizesThatNoDisplayHas)
         window.SetMaxSize(limit, limit);
         window.SetSize(100000, 100000);
         platform::PumpDesktop();
-        EXPECT_LE(window.Size().first, 32767u);
+        EXPECT_GE(16384u, window.Size().first);
         window.SetSize(0, 0);
         EXPECT_EQ(std::pair(1u, 1u), window.Size());
     }
-    // New limits count, whatever the former ones were.
-    window.SetMaxSize(100, 100);
-    window.SetMinSize(200, 200);
-    window.SetMaxSize(300, 300);
-    window.GetPlatformWindow()->SetSize({10, 10});
-    EXPECT_EQ(std::pair(200u, 200u), window.Size());
 }
 
 TEST_F(TopLevelWindowHeadless, InputReachesTheCallsThatAreSwitchedOn)

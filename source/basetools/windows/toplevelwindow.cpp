@@ -19,6 +19,8 @@ namespace
 {
 
 constexpr int s_noLimit = 0x7fffffff;
+/// Length that any system can open, and that the memory has room to paint.
+constexpr int s_longestSide = 16384;
 
 int LimitLength(int wanted, int smallest, int largest)
 {
@@ -338,8 +340,8 @@ void TopLevelWindow::UpdateSize()
     if (!state_->window)
         return;
     platform::Window::Frame const frame = state_->window->GetFrame();
-    state_->window->SetSize({std::max(state_->size.width - frame.left - frame.right, 1),
-                             std::max(state_->size.height - frame.top - frame.bottom, 1)});
+    state_->window->SetSize({std::clamp(state_->size.width - frame.left - frame.right, 1, s_longestSide),
+                             std::clamp(state_->size.height - frame.top - frame.bottom, 1, s_longestSide)});
 }
 
 void TopLevelWindow::ApplySizeLimits()

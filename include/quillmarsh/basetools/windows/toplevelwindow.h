@@ -210,7 +210,8 @@ public:
     /// Position of the window while it is maximized, instead of the corner of the work area.
     void SetMaximizedPosition(int x, int y);
     void GetCurrentPosition(int &x, int &y) const;
-    /// Both are raised to 1 and to the minimum size, and limited by the maximum size.
+    /// Both are raised to 1 and to the minimum size, and limited by the maximum size. A client area has at most 16384
+    /// pixels in each direction.
     void SetSize(unsigned int width, unsigned int height);
     /// Gives the window the size that was last set, again.
     void UpdateSize();
