@@ -142,6 +142,13 @@ TEST_F(WindowOnADisplay, ShowsPixelsWithinItsLimitsAndTakesNoUnknownMode)
     window->SetSizeLimits({50, 30}, {0, 300});
     window->SetSize({10, 900});
     EXPECT_TRUE(PumpUntil([&] { return window->GetSize().width == 50 && window->GetSize().height == 300; }));
+    // New limits count, whatever the former ones were.
+    window->SetSizeLimits({60, 400}, {0, 500});
+    window->SetSize({10, 10});
+    EXPECT_TRUE(PumpUntil([&] { return window->GetSize().width == 60 && window->GetSize().height == 400; }));
+    window->SetSizeLimits({50, 30}, {0, 300});
+    window->SetSize({10, 900});
+    EXPECT_TRUE(PumpUntil([&] { return window->GetSize().width == 50 && window->GetSize().height == 300; }));
     Window::Position mouse;
     ASSERT_TRUE(display_.Do("mousemove 321 123"));
     EXPECT_TRUE(PumpUntil([&] { return FindMouse(mouse) && mouse.x == 321 && mouse.y == 123; }));
