@@ -64,8 +64,10 @@ void Window::Headless::Activate()
 
 void Window::Headless::Place(Area const &area)
 {
+    std::weak_ptr<char> const life = life_;
     window_.SetPosition(area.position);
-    window_.SetSize(area.size);
+    if (!life.expired())
+        window_.SetSize(area.size);
 }
 
 void Window::Headless::Become(eWindowState state)
@@ -92,11 +94,13 @@ void Window::Headless::Enter(eWindowState state, std::optional<Size> size)
         stateBefore_ = state_ == eWindowState::e_hidden ? eWindowState::e_normal : state_;
     if (CoversDesktop(state) && !placeBefore_)
         placeBefore_ = Area{window_.GetPosition(), window_.GetSize()};
+    std::weak_ptr<char> const life = life_;
     if (CoversDesktop(state))
         Place({{}, size.value_or(window_.GetWorkArea().size)});
     else if (state == eWindowState::e_normal && placeBefore_)
         Place(*std::exchange(placeBefore_, std::nullopt));
-    Become(state);
+    if (!life.expired())
+        Become(state);
 }
 
 void Window::Headless::Restore()

@@ -243,8 +243,10 @@ void Window::System::FollowFocus(bool isActive)
 
 void Window::ActivateOnDesktop()
 {
-    SetForegroundWindow(system_->window);
-    SetFocus(system_->window);
+    HWND const window = system_->window;
+    SetForegroundWindow(window);
+    // A listener may have closed the window meanwhile; Windows then refuses it.
+    SetFocus(window);
 }
 
 bool Window::IsActiveOnDesktop() const
