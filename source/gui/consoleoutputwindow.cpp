@@ -36,11 +36,12 @@ ConsoleOutputWindow::~ConsoleOutputWindow()
 bool ConsoleOutputWindow::MessageHandler(long &result, HWND window, unsigned int message, unsigned int wParam,
                                          long lParam)
 {
-    if (message == win_utils::e_message_destroy)
+    if (message == win_utils::e_message_destroy || message == win_utils::e_message_showWindow)
     {
-        // A writing thread requests no repaint from here on.
+        // A writing thread requests no repaint once the window closes, until a derived class opens it again.
         SourceLock const lock(*this);
-        state_->isOpen = false;
+        state_->isOpen = message == win_utils::e_message_showWindow;
+        state_->isMinimized = state_->isMinimized && state_->isOpen;
     }
     // Changes from here on need another repaint. Not in OnPaint(), which an override may replace.
     if (message == win_utils::e_message_paint)

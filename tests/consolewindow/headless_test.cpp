@@ -37,6 +37,7 @@ public:
     }
     void Key(unsigned int key, long flags = 1) { Play(e_message_keyDown, key, flags); }
     void Destroy() { DestroySystemWindow(); }
+    void Create() { CreateSystemWindow(0, e_style_popup, 0); }
 
     bool showsConsole = true;
     unsigned int numPaints = 0;
@@ -281,6 +282,17 @@ TEST_F(ConsoleWindowHeadless, PostsOneRepaintForManyChanges)
     Write(1);
     platform::PumpDesktop();
     EXPECT_EQ(0u, window->numPaints);
+
+    // A window that is opened again follows the buffer, too.
+    window->Destroy();
+    Write(1);
+    window->Create();
+    window->Show();
+    platform::PumpDesktop();
+    window->numPaints = 0;
+    Write(1);
+    platform::PumpDesktop();
+    EXPECT_EQ(1u, window->numPaints);
 }
 
 /// Threads write as fast as they can. The window is painted, sized, gets other sources and is destroyed meanwhile; each
