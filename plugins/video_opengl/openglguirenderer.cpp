@@ -161,7 +161,7 @@ void OpenGLGUIRenderer::ClearBuffers(ClearParams const &params)
         return;
     Flush();
     // The application may have left another one.
-    subsystem_->BindTarget();
+    subsystem_->BeginDrawing();
     OpenGLFunctions const &gl = batch_->GetDevice().gl;
     if (params.ClearRectangleOnly)
     {
@@ -242,7 +242,7 @@ void OpenGLGUIRenderer::Begin()
     isInProgram_ = false;
     if (batch_ == nullptr)
         return;
-    subsystem_->BindTarget();
+    subsystem_->BeginDrawing();
     ResetClipRectangle();
     if (depth_.ClearAtBegin)
     {
@@ -294,7 +294,7 @@ void OpenGLGUIRenderer::EndInterleaved()
     isInterleaved_ = false;
     if (!CanDraw())
         return;
-    subsystem_->BindTarget();
+    subsystem_->BeginDrawing();
     EnterState();
 }
 

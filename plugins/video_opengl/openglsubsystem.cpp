@@ -103,10 +103,10 @@ VideoSubsystemWindow *OpenGLSubsystem::GetWindow()
     return window_.get();
 }
 
-void OpenGLSubsystem::BindTarget() const
+void OpenGLSubsystem::BeginDrawing() const
 {
     if (target_ != nullptr)
-        target_->Bind();
+        target_->BeginDrawing();
 }
 
 void OpenGLSubsystem::PresentBackBuffer()
@@ -116,7 +116,6 @@ void OpenGLSubsystem::PresentBackBuffer()
     device_->DrawGathered();
     target_->Present(window_->GetPlatformWindow()->GetSize().height);
     device_->GetContext().SwapBuffers();
-    target_->Bind();
     if (isLossDue_ || device_->IsLost())
         SetOperationalState(e_video_device_lost);
     isLossDue_ = false;

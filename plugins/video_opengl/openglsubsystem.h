@@ -51,7 +51,8 @@ public:
     /// Returns the height of the target in pixels, and the samples of a pixel; 1 while closed.
     unsigned int GetTargetHeight() const { return target_ != nullptr ? target_->GetHeight() : 1; }
     unsigned int GetNumSamples() const { return target_ != nullptr ? target_->GetNumSamples() : 1; }
-    void BindTarget() const;
+    /// Makes the back buffer the target of what OpenGL draws; see Target::BeginDrawing().
+    void BeginDrawing() const;
     /// @}
 
 private:

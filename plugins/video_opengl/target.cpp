@@ -134,6 +134,7 @@ void Target::MakeBuffers()
     back_ = Buffer();
     front_ = Buffer();
     depth_ = DeviceObject();
+    isPresented_ = false;
     device_->ClearErrors();
     depth_ = MakeDepth(numSamples_);
     front_ = MakeBuffer(0, numSamples_ == 0 ? &depth_ : nullptr);
@@ -174,6 +175,14 @@ void Target::Bind() const
     device_->gl.BindFramebuffer(GL_FRAMEBUFFER, back_.framebuffer.Get());
 }
 
+void Target::BeginDrawing()
+{
+    // Buffers of samples do not change places: the front buffer has a copy with one value for each pixel.
+    if (std::exchange(isPresented_, false) && numSamples_ == 0)
+        std::swap(back_, front_);
+    Bind();
+}
+
 void Target::Copy(GLuint from, GLuint to, GLbitfield buffers) const
 {
     OpenGLFunctions const &gl = device_->gl;
@@ -189,10 +198,9 @@ void Target::Present(int windowHeight)
 {
     if (numSamples_ > 0)
         Copy(back_.framebuffer.Get(), front_.framebuffer.Get(), GL_COLOR_BUFFER_BIT);
-    else
-        std::swap(back_, front_);
+    isPresented_ = true;
     OpenGLFunctions const &gl = device_->gl;
-    gl.BindFramebuffer(GL_READ_FRAMEBUFFER, front_.framebuffer.Get());
+    gl.BindFramebuffer(GL_READ_FRAMEBUFFER, GetFront().framebuffer.Get());
     gl.BindFramebuffer(GL_DRAW_FRAMEBUFFER, 0);
     gl.Disable(GL_SCISSOR_TEST);
     auto const width = static_cast<GLint>(width_);
@@ -226,7 +234,7 @@ AutoPtr<ImageBase> Target::Read(Reading const &reading, bool isFront, bool topRo
     OpenGLFunctions const &gl = device_->gl;
     AutoPtr<ImageBase> image(ManufactureImage(reading.sampleFormat, height_, width_));
     device_->ClearErrors();
-    GLuint source = (isFront ? front_ : back_).framebuffer.Get();
+    GLuint source = (isFront ? GetFront() : back_).framebuffer.Get();
     Buffer copy;
     DeviceObject depthCopy;
     if (numSamples_ > 0 && !isFront)

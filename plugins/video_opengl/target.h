@@ -59,9 +59,10 @@ struct ClearValues
 /// Clears buffers of the target, and leaves OpenGL's own values behind. The scissor test limits it.
 void ClearBuffers(OpenGLFunctions const &gl, ClearValues const &values, GLbitfield buffers);
 
-/// Back and front buffer in memory of their own. Presenting makes the back buffer the front buffer, and copies it to
-/// the window. A picture therefore can be read whether a window is covered, minimised, or not there at all, and a new
-/// size of the window is a new target, without a new context.
+/// Back and front buffer in memory of their own. Presenting copies the back buffer to the window; the two buffers change
+/// places when the next frame begins, so that until then both hold the picture that is shown. A picture therefore can be
+/// read whether a window is covered, minimised, or not there at all, and a new size of the window is a new target,
+/// without a new context.
 class Target : NoCopy
 {
 public:
@@ -77,11 +78,11 @@ public:
     /// Makes new buffers of another size, limited to what the driver can have.
     void Resize(unsigned int width, unsigned int height);
 
-    /// Makes the back buffer the target of what OpenGL draws. It is a framebuffer of its own, since the front buffer
-    /// takes its place in turn.
-    void Bind() const;
+    /// Makes the back buffer the target of what OpenGL draws. After Present(), it is the former front buffer, whose
+    /// contents are undefined.
+    void BeginDrawing();
 
-    /// Makes the back buffer the front buffer, and copies it to the back buffer of the window.
+    /// Copies the back buffer to the back buffer of the window.
     void Present(int windowHeight);
 
     /// @name Reading
@@ -107,6 +108,9 @@ private:
         GLbitfield buffer;
     };
 
+    void Bind() const;
+    /// Returns the buffer with the picture that is shown.
+    Buffer const &GetFront() const { return isPresented_ && numSamples_ == 0 ? back_ : front_; }
     Buffer MakeBuffer(unsigned int numSamples, DeviceObject const *depth) const;
     DeviceObject MakeDepth(unsigned int numSamples) const;
     DeviceObject MakeStorage(GLenum storage, unsigned int numSamples) const;
@@ -121,6 +125,8 @@ private:
     unsigned int height_;
     Buffer back_;
     Buffer front_;
+    /// The back buffer was shown, and nothing was drawn since.
+    bool isPresented_ = false;
     /// Both buffers share it, unless the back buffer is multisampled.
     DeviceObject depth_;
 };

@@ -66,13 +66,13 @@ constexpr FrameStep HostKernel::s_frameOrder[] = {
     {"EndGUIRenderer", "The GUI renderer ends its frame, if one is open.",
      [](HostKernel &kernel, char const *) { kernel.video_.EndGUIRenderer(); },
      [](HostKernel &kernel) { return kernel.params_.AutoEndGUIRenderer && kernel.video_.IsDrawing(); }},
+    {"PresentBackBuffer", "The finished picture is shown.",
+     [](HostKernel &kernel, char const *) { kernel.video_.Present(); },
+     [](HostKernel &kernel) { return kernel.params_.AutoPresentBackBuffer && kernel.video_.IsDrawable(); }},
     {"FrameEnd", "The application ends the frame.", &CallFrameHook<&Application::FrameEnd>},
     {"FrameObservers", "Every FrameObserver is notified.",
      [](HostKernel &kernel, char const *) { kernel.CallFrameObservers(); }, nullptr,
      &Application::AutoInitInfo::ProfileObservers},
-    {"PresentBackBuffer", "The finished picture is shown.",
-     [](HostKernel &kernel, char const *) { kernel.video_.Present(); },
-     [](HostKernel &kernel) { return kernel.params_.AutoPresentBackBuffer && kernel.video_.IsDrawable(); }},
 };
 
 std::span<FrameStep const> HostKernel::GetFrameOrder()
@@ -99,16 +99,23 @@ void HostKernel::RunFrame()
 {
     AdvanceTime();
     Profiler *const profiler = autoInit_.ProfileFrames ? FrameworkProfiler::GetEnabled() : nullptr;
+    // If the observers are not a block of the profiler, they are also outside its iteration.
+    auto const isOutside = [this](FrameStep const &step)
+    { return step.profiled == &Application::AutoInitInfo::ProfileObservers && !autoInit_.ProfileObservers; };
+    std::span<FrameStep const> const steps(s_frameOrder);
+    auto const numInside =
+        static_cast<std::size_t>(std::find_if(steps.begin(), steps.end(), isOutside) - steps.begin());
     {
         ProfileIterationSentry const iteration(profiler);
-        RunSteps(profiler);
+        RunSteps(steps.first(numInside), profiler);
     }
+    RunSteps(steps.subspan(numInside), nullptr);
     console_.GetStream().flush();
 }
 
-void HostKernel::RunSteps(Profiler *profiler)
+void HostKernel::RunSteps(std::span<FrameStep const> steps, Profiler *profiler)
 {
-    for (FrameStep const &step : s_frameOrder)
+    for (FrameStep const &step : steps)
     {
         if (step.isDue != nullptr && !step.isDue(*this))
             continue;

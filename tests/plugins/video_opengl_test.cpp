@@ -24,6 +24,9 @@ TEST_F(OpenGLStack, CapturesEachBuffer)
     gui.ClearBuffers({true, s_blue, true, 0.25f, true, 77, false, {}});
     gui.ClearBuffers({true, s_red, true, 0.75f, true, 200, true, {8, 4, 16, 8}});
     video_.renderer->PresentBackBuffer();
+    // Until the next frame begins, both buffers have the picture.
+    EXPECT_EQ(GetColor(*video_.Capture(), 4, 8), s_red);
+    EXPECT_EQ(GetColor(*video_.Capture(e_capture_front_color), 4, 8), s_red);
     gui.ClearBuffers({true, s_green, true, 0.25f, true, 77, false, {}});
     gui.ClearBuffers({false, s_red, true, 0.75f, true, 200, true, {8, 4, 16, 8}});
 

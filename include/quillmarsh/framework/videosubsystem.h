@@ -68,7 +68,8 @@ public:
     virtual void Close() = 0;
     /// Returns the window; null while closed, and for a subsystem that needs none.
     virtual VideoSubsystemWindow *GetWindow() = 0;
-    /// Shows the back buffer, whose contents are undefined after that. A lost device changes the operational state, and
+    /// Shows the back buffer. CaptureFrameBuffer() finds the picture in it until the next frame begins to draw; its
+    /// contents are undefined then. A lost device changes the operational state, and
     /// is no failure.
     virtual void PresentBackBuffer() = 0;
     /// Brings a lost device back with the present configuration. Everything that was created in it has been released

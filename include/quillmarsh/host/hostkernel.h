@@ -167,7 +167,7 @@ private:
 
     void AdvanceTime();
     static bool CanRender(HostKernel &kernel);
-    void RunSteps(Profiler *profiler);
+    void RunSteps(std::span<FrameStep const> steps, Profiler *profiler);
     void PumpDesktop();
     void PollDevices();
     void SampleDevices();
