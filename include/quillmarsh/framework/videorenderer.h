@@ -20,7 +20,8 @@ class Renderer;
 ///
 /// The plug-in attaches a GUI renderer in its constructor. The host then keeps this order: connect the subsystem, create
 /// the video resources; while frames run, tell new sizes of the window; on the way out, release the resources and
-/// disconnect. A call out of this order asserts.
+/// disconnect. A call out of this order asserts. An operation that throws leaves nothing behind, because the operation
+/// that would undo it is not called then.
 class QUILLMARSH_API VideoRenderer : public Plugin
 {
 public:

@@ -11,6 +11,7 @@
 #include "source/platform/threads.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <utility>
 
 namespace quillmarsh
@@ -25,6 +26,12 @@ constexpr int s_longestSide = 16384;
 int LimitLength(int wanted, int smallest, int largest)
 {
     return std::max({1, smallest, std::min(wanted, largest > 0 ? largest : s_noLimit)});
+}
+
+/// Adds coordinates, up to the ends of their range.
+int Sum(int a, int b)
+{
+    return static_cast<int>(std::clamp<std::int64_t>(std::int64_t{a} + b, -s_noLimit, s_noLimit));
 }
 
 int ToLength(unsigned int value)
@@ -303,7 +310,7 @@ void TopLevelWindow::UpdatePosition()
     if (!state_->window)
         return;
     platform::Window::Frame const frame = state_->window->GetFrame();
-    state_->window->SetPosition({state_->position.x + frame.left, state_->position.y + frame.top});
+    state_->window->SetPosition({Sum(state_->position.x, frame.left), Sum(state_->position.y, frame.top)});
 }
 
 void TopLevelWindow::SetMaximizedPosition(int x, int y)
@@ -441,8 +448,8 @@ bool TopLevelWindow::GetVisibleClientAreaScreenCoords(int &left, int &top, int &
     platform::eWindowState const shown = state_->window->GetState();
     State::Position const position = state_->window->GetPosition();
     State::Size const size = state_->window->GetSize();
-    int const rightEdge = std::min(position.x + size.width, static_cast<int>(mode.width));
-    int const bottomEdge = std::min(position.y + size.height, static_cast<int>(mode.height));
+    int const rightEdge = std::min(Sum(position.x, size.width), static_cast<int>(mode.width));
+    int const bottomEdge = std::min(Sum(position.y, size.height), static_cast<int>(mode.height));
     int const leftEdge = std::max(position.x, 0);
     int const topEdge = std::max(position.y, 0);
     bool const isShown = shown != platform::eWindowState::e_hidden && shown != platform::eWindowState::e_minimized;
