@@ -24,7 +24,8 @@ constexpr DisplayMode MakeStandIn(unsigned int width, unsigned int height)
 constexpr DisplayMode s_standIns[] = {MakeStandIn(640, 480), MakeStandIn(800, 600), MakeStandIn(1024, 768),
                                       MakeStandIn(1280, 1024), MakeStandIn(1600, 1200)};
 
-struct HeadlessSize
+/// Aligned as one word, so that it is read and written as one.
+struct alignas(unsigned int) HeadlessSize
 {
     unsigned short width = 0;
     unsigned short height = 0;
