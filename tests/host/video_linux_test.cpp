@@ -1,4 +1,5 @@
 #include "tests/support/host_process.h"
+#include "tests/support/leaks.h"
 #include "tests/support/terminal_linux.h"
 #include "tests/support/virtual_display.h"
 #include "tests/support/waiting.h"
@@ -28,6 +29,7 @@ struct DisplayEnvironment
     EnvironmentVariable const name;
     EnvironmentVariable const noWayland{"WAYLAND_DISPLAY", nullptr};
     EnvironmentVariable const noDriver{"SDL_VIDEODRIVER", nullptr};
+    NoLeakCheckInChildren const noLeakCheck;
 };
 
 TEST(HostVideo, DrawsWithoutADisplayAndExchangesTheRenderer)

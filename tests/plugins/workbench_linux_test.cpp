@@ -1,4 +1,5 @@
 #include "tests/support/host_process.h"
+#include "tests/support/leaks.h"
 #include "tests/support/package_bytes.h"
 #include "tests/support/pictures.h"
 #include "tests/support/scratch_directory.h"
@@ -97,6 +98,7 @@ TEST_F(WorkbenchData, FailuresAreToldAndKeepTheData)
 
 TEST_F(WorkbenchData, DrawsItsBallsAndThePicture)
 {
+    NoLeakCheckInChildren const noLeakCheck;
     string const lines = "load " QUILLMARSH_TEST_SOURCES "examples/picture.png\nwait\n"
                          "screenshot\nwait 4\n";
     HostResult const result = RunHost({"--headless", "480x320", "--video", "video_opengl", "--set", "bench.paused=true",
