@@ -120,15 +120,14 @@ HIDController *Kernel::GetHIDController(string const &interfaceName, unsigned in
 bool Kernel::ConstructClosestSafeVideoConfig(string const &rendererName, VideoConfig const &wish,
                                              string &outRendererName, VideoConfig &out)
 {
-    // Copies: the caller may give the same objects for wish and result.
-    string const wantedName = rendererName;
+    // The caller may give the same objects for wish and result.
     VideoConfig const wanted = wish;
     unsigned int const count = GetNumVideoRenderers();
     for (unsigned int index = 0; index < count; index++)
     {
         VideoRendererInfo info;
         GetVideoRendererInfo(index, info);
-        bool const isAccepted = wantedName.empty() || info.GetVideoRendererInterfaceName() == wantedName;
+        bool const isAccepted = rendererName.empty() || info.GetVideoRendererInterfaceName() == rendererName;
         if (isAccepted && info.GetVideoProfile().ConstructClosestValidVideoConfig(wanted, out))
         {
             outRendererName = info.GetPluginInfo().GetPluginName();

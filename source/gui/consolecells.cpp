@@ -177,7 +177,7 @@ void CellPainter::DrawRow(PixelRows const &pixels, Rect const &row, std::string_
         auto const stride = static_cast<std::size_t>(tile.width * s_pixelBytes);
         unsigned char const *from = tile.pixels.data();
         unsigned char *to = pixels.GetRow(static_cast<std::size_t>(row.y)) + x * s_pixelBytes;
-        for (int y = 0; y < cellHeight_; ++y, from += stride, to += pixels.stride)
+        for (int y = 0; y < cellHeight_ && stride > 0; ++y, from += stride, to += pixels.stride)
             std::memcpy(to, from, stride);
         x += tile.width;
     }
@@ -227,7 +227,7 @@ void CellPainter::DrawTile(Tile &tile, wstring const &cluster, Color color)
 {
     bool const isWide = font_.GetAdvance(cluster.front()) > 1.5f * static_cast<float>(cellWidth_);
     tile.width = isWide ? 2 * cellWidth_ : cellWidth_;
-    tile.pixels.resize(static_cast<std::size_t>(tile.width * cellHeight_ * s_pixelBytes));
+    tile.pixels.resize(static_cast<std::size_t>(tile.width * s_pixelBytes * cellHeight_));
     PixelRows const rows = {tile.pixels.data(), tile.width * s_pixelBytes, static_cast<unsigned int>(cellHeight_),
                             static_cast<unsigned int>(tile.width), false};
     Canvas canvas(rows);

@@ -13,7 +13,6 @@ namespace
 using platform::PixelRows;
 using platform::drawing::Canvas;
 using platform::drawing::Font;
-using platform::drawing::PointF;
 
 constexpr float s_fontSize = 16;
 constexpr unsigned short s_ellipsis = 0x2026;
@@ -26,7 +25,9 @@ AutoPtr<Font> MakeFont(char const *family)
     auto font = std::make_unique<Font>(platform::drawing::FontFace{family}, s_fontSize);
     if (!font->IsValid())
         font = std::make_unique<Font>(platform::drawing::GetMonospaceFace(), s_fontSize);
-    return font->IsValid() ? std::move(font) : nullptr;
+    if (!font->IsValid())
+        font.reset();
+    return font;
 }
 
 wstring ToLabel(string const &text)

@@ -45,7 +45,7 @@ string WriteWholeFile(string const &fileName, string const &text, bool overwrite
     {
         if (WriteText(fileName, text))
             return "";
-        string const reason = file_system::GetLastFailureReason();
+        string reason = file_system::GetLastFailureReason();
         file_system::DeleteFileA(fileName);
         return reason;
     }
@@ -63,7 +63,7 @@ string WriteWholeFile(string const &fileName, string const &text, bool overwrite
                                  ignored);
     if (WriteText(beside, text) && file_system::MoveFileA(beside, target, overwrite))
         return "";
-    string const reason = file_system::GetLastFailureReason();
+    string reason = file_system::GetLastFailureReason();
     file_system::DeleteFileA(beside);
     return reason;
 }

@@ -23,7 +23,7 @@ FileType RequireFileType(string const &fileName)
 /// Returns the type that an option names; nothing if it was not given.
 std::optional<FileType> FindNamedType(char const *option, string const &name)
 {
-    std::optional<FileType> const type = FindFileTypeByName(name);
+    std::optional<FileType> type = FindFileTypeByName(name);
     if (type || name.empty())
         return type;
     string names;
@@ -35,8 +35,11 @@ std::optional<FileType> FindNamedType(char const *option, string const &name)
 AutoPtr<DataFile> OpenPlace(Arguments const &arguments, DataPlace const &place)
 {
     if (!place.IsStandardStream())
-        return place.type ? std::make_unique<DataFile>(place.name, *place.type, arguments.load)
-                          : std::make_unique<DataFile>(place.name, arguments.load);
+    {
+        if (place.type)
+            return std::make_unique<DataFile>(place.name, *place.type, arguments.load);
+        return std::make_unique<DataFile>(place.name, arguments.load);
+    }
     if (platform::IsTerminal(platform::eStandardStream::e_input))
         throw WrongArgumentException("'-' is for a pipe or a file, but standard input is a terminal");
     return std::make_unique<DataFile>(std::cin, place.GetInputName(), place.type ? &*place.type : nullptr,
@@ -173,7 +176,10 @@ std::vector<DataPlace> FindOutputsInFolder(Arguments const &arguments, std::vect
         if (!isNew)
             throw WrongArgumentException("'" + taken->second + "' and '" + input.name + "' would both become '" + name +
                                          "'");
-        outputs.push_back({folder + (folder.ends_with('/') ? "" : "/") + name, saved});
+        string path = folder;
+        if (!path.ends_with('/'))
+            path += '/';
+        outputs.push_back({path += name, saved});
     }
     return outputs;
 }

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <atomic>
+#include <cmath>
 #include <iostream>
 
 namespace quillmarsh::tools
@@ -30,7 +31,7 @@ string MakeBar(std::uint64_t done, std::uint64_t total)
 /// Returns minutes and seconds.
 string DescribeTime(double seconds)
 {
-    auto const whole = static_cast<unsigned long>(seconds + 0.5);
+    auto const whole = std::lround(seconds);
     return MakeString(whole / 60) + (whole % 60 < 10 ? ":0" : ":") + MakeString(whole % 60);
 }
 
