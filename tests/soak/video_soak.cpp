@@ -1,6 +1,8 @@
 // A video stack that is reconfigured at random: sizes, full screen, vertical synchronisation, lost devices, and the
 // renderer exchanged for the null one and back: "quillmarsh-video-soak [--seconds N] [--seed N]". Runs for a minute; the
 // exit status says whether every resource was created and released in turn.
+#include "tests/support/leaks.h"
+
 #include <quillmarsh/basetools/namedparameter.h>
 #include <quillmarsh/dataobjects/sampleformats.h>
 #include <quillmarsh/framework/videorenderer.h>
@@ -159,13 +161,6 @@ int Run(string const &program, double seconds, unsigned int seed)
 } // namespace
 } // namespace quillmarsh::tests
 
-/// The leak check asks this. Drivers of graphics cards are unloaded before it looks, and what they leave has no name.
-extern "C" char const *__lsan_default_suppressions(); // NOLINT(bugprone-reserved-identifier)
-extern "C" char const *__lsan_default_suppressions()  // NOLINT(bugprone-reserved-identifier)
-{
-    return "leak:<unknown module>\n";
-}
-
 int main(int argc, char **argv)
 {
     double seconds = 60;
@@ -177,5 +172,7 @@ int main(int argc, char **argv)
         else if (std::string(argv[i]) == "--seed")
             seed = static_cast<unsigned int>(std::atoi(argv[i + 1]));
     }
+    // Drivers of graphics cards leave memory behind, and are unloaded before the check looks.
+    quillmarsh::tests::NoLeakCheck const noLeakCheck;
     return quillmarsh::tests::Run(quillmarsh::platform::GetProgramFileName(argv[0]), seconds, seed);
 }
