@@ -67,7 +67,7 @@ class Image : public ImageBase, public Signal<T>
 {
 public:
     /// Creates an image with undefined contents; empty when a dimension is 0.
-    Image(eSampleFormat format, unsigned int numRows, unsigned int numColumns)
+    QUILLMARSH_API_MEMBER Image(eSampleFormat format, unsigned int numRows, unsigned int numColumns)
         : SignalBase(sizeof(T)),
           ImageBase(sizeof(T)),
           Signal<T>(sample_formats::UnknownSampleFormat(sizeof(T)), 0)
@@ -82,11 +82,11 @@ public:
     /// They assert like the untyped forms. After an ignored assertion, the reference is to a substitute of the calling
     /// thread with bytes of 0.
     /// @{
-    T const &Sample(unsigned int row, unsigned int column) const
+    QUILLMARSH_API_MEMBER T const &Sample(unsigned int row, unsigned int column) const
     {
         return SignalBase::OrStandIn(reinterpret_cast<T const *>(ImageBase::SampleB(row, column)));
     }
-    T &Sample(unsigned int row, unsigned int column)
+    QUILLMARSH_API_MEMBER T &Sample(unsigned int row, unsigned int column)
     {
         return SignalBase::OrStandIn(reinterpret_cast<T *>(ImageBase::SampleB(row, column)));
     }

@@ -104,7 +104,7 @@ class Signal : public virtual SignalBase
 
 public:
     /// Creates a signal with undefined contents; empty for 0 samples.
-    Signal(eSampleFormat format, unsigned int numSamples) : SignalBase(sizeof(T))
+    QUILLMARSH_API_MEMBER Signal(eSampleFormat format, unsigned int numSamples) : SignalBase(sizeof(T))
     {
         SetSampleFormat(format);
         if (numSamples != 0)
@@ -115,13 +115,16 @@ public:
     /// They assert like the untyped forms. After an ignored assertion, the reference is to a substitute of the calling
     /// thread with bytes of 0.
     /// @{
-    T const *GetSamples() const { return reinterpret_cast<T const *>(GetSamplesB()); }
-    T *GetSamples() { return reinterpret_cast<T *>(GetSamplesB()); }
-    T const &Sample(unsigned int index) const
+    QUILLMARSH_API_MEMBER T const *GetSamples() const { return reinterpret_cast<T const *>(GetSamplesB()); }
+    QUILLMARSH_API_MEMBER T *GetSamples() { return reinterpret_cast<T *>(GetSamplesB()); }
+    QUILLMARSH_API_MEMBER T const &Sample(unsigned int index) const
     {
         return SignalBase::OrStandIn(reinterpret_cast<T const *>(SignalBase::SampleB(index)));
     }
-    T &Sample(unsigned int index) { return SignalBase::OrStandIn(reinterpret_cast<T *>(SignalBase::SampleB(index))); }
+    QUILLMARSH_API_MEMBER T &Sample(unsigned int index)
+    {
+        return SignalBase::OrStandIn(reinterpret_cast<T *>(SignalBase::SampleB(index)));
+    }
     /// @}
 };
 

@@ -74,7 +74,8 @@ class Volume : public VolumeBase, public Signal<T>
 {
 public:
     /// Creates a volume with undefined contents; empty when a dimension is 0.
-    Volume(eSampleFormat format, unsigned int numLayers, unsigned int numRows, unsigned int numColumns)
+    QUILLMARSH_API_MEMBER Volume(eSampleFormat format, unsigned int numLayers, unsigned int numRows,
+                                 unsigned int numColumns)
         : SignalBase(sizeof(T)),
           VolumeBase(sizeof(T)),
           Signal<T>(sample_formats::UnknownSampleFormat(sizeof(T)), 0)
@@ -89,11 +90,11 @@ public:
     /// They assert like the untyped forms. After an ignored assertion, the reference is to a substitute of the calling
     /// thread with bytes of 0.
     /// @{
-    T const &Sample(unsigned int layer, unsigned int row, unsigned int column) const
+    QUILLMARSH_API_MEMBER T const &Sample(unsigned int layer, unsigned int row, unsigned int column) const
     {
         return SignalBase::OrStandIn(reinterpret_cast<T const *>(VolumeBase::SampleB(layer, row, column)));
     }
-    T &Sample(unsigned int layer, unsigned int row, unsigned int column)
+    QUILLMARSH_API_MEMBER T &Sample(unsigned int layer, unsigned int row, unsigned int column)
     {
         return SignalBase::OrStandIn(reinterpret_cast<T *>(VolumeBase::SampleB(layer, row, column)));
     }

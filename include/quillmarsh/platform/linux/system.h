@@ -3,6 +3,7 @@
 #define QUILLMARSH_PLATFORM_LINUX_SYSTEM_H
 
 #define QUILLMARSH_API __attribute__((visibility("default")))
+#define QUILLMARSH_API_MEMBER
 #define QUILLMARSH_API_TEMPLATE __attribute__((visibility("default")))
 #define QUILLMARSH_PLUGIN_EXPORT extern "C" __attribute__((visibility("default")))
 #define QUILLMARSH_OPENGL_CALL

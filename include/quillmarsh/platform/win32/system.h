@@ -4,10 +4,14 @@
 
 #if defined(QUILLMARSH_STATIC)
 #define QUILLMARSH_API
+#define QUILLMARSH_API_MEMBER
 #elif defined(quillmarsh_EXPORTS)
 #define QUILLMARSH_API __declspec(dllexport)
+#define QUILLMARSH_API_MEMBER __declspec(dllexport)
 #else
 #define QUILLMARSH_API __declspec(dllimport)
+// A member with a body cannot be imported by its declaration; the import library has it all the same.
+#define QUILLMARSH_API_MEMBER
 #endif
 #define QUILLMARSH_API_TEMPLATE
 #define QUILLMARSH_PLUGIN_EXPORT extern "C" __declspec(dllexport)
