@@ -42,7 +42,8 @@ string BuildAndReadLog(Collector &collector, VideoProfile &profile, bool expecte
     tests::ScratchDirectory const directory;
     string const fileName = directory / "video.log";
     EXPECT_EQ(collector.BuildVideoProfile(fileName, "Video profile", profile), expected);
-    string const log = tests::ReadFile(fileName);
+    string log = tests::ReadFile(fileName);
+    std::erase(log, '\r');
     EXPECT_NE(log.find("Video profile log opened @ "), string::npos) << log;
     EXPECT_NE(log.find("Video profile log closed @ "), string::npos) << log;
     std::ostringstream dump;

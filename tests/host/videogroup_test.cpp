@@ -431,7 +431,7 @@ TEST(VideoGroup, TellsOfItsWindow)
     run.session.RunFrame();
     EXPECT_EQ(50, run.application.lastGeometry.PositionY);
     window = kernel.GetAppWindow();
-    EXPECT_EQ(40, window->GetPosition().x);
+    EXPECT_EQ(40, window->GetPosition().x - window->GetFrame().left);
     EXPECT_EQ(window->GetHandle(), run.application.window);
     EXPECT_FALSE(run.session.HasFailed()) << run.reports;
 }
