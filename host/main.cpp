@@ -20,6 +20,20 @@ int PrintText(string const &text)
     return e_exit_failed;
 }
 
+/// Returns null, and says why, when the library does not fit this program.
+AutoPtr<Program> MakeProgram(Arguments const &arguments, std::vector<string> const &words)
+{
+    try
+    {
+        return std::make_unique<Program>(arguments, words);
+    }
+    catch (KernelException const &thrown)
+    {
+        PrintMessage(thrown.GetMessage());
+        return nullptr;
+    }
+}
+
 int Main(std::vector<string> const &words)
 {
     platform::PrepareStandardStreams();
@@ -38,9 +52,11 @@ int Main(std::vector<string> const &words)
     int status = e_exit_ok;
     std::optional<platform::eSignal> signal;
     {
-        Program program(arguments, words);
-        status = program.Run();
-        signal = program.GetEndingSignal();
+        AutoPtr<Program> const program = MakeProgram(arguments, words);
+        if (!program)
+            return e_exit_failed;
+        status = program->Run();
+        signal = program->GetEndingSignal();
     }
     if (signal)
         platform::EndProcessBySignal(*signal);

@@ -94,8 +94,20 @@ eExit RunGuarded(std::vector<string> const &words, string const &program, Regist
     return e_exit_failed;
 }
 
+/// Returns false, and says so, when the library is of another kind or version than the headers of this program.
+bool FitsLibrary()
+{
+    constexpr library_info::LibraryVersion own = library_info::GetHeaderVersion();
+    library_info::LibraryVersion const found = library_info::GetLibraryVersion();
+    if (!found.IsCompatibleWith(own))
+        PrintError("compiled for version " + own.MakeString() + " of the library, and runs with " + found.MakeString());
+    return found.IsCompatibleWith(own);
+}
+
 eExit Main(std::vector<string> const &words, string const &program)
 {
+    if (!FitsLibrary())
+        return e_exit_failed;
     Registry registry;
     RegisterDefaultDataCodecs();
     eExit const exit = RunGuarded(words, program, registry);
