@@ -1,17 +1,14 @@
 # The zip file for Windows: the installed files, and the licences of everything in it. The target `package` makes it.
-install(FILES "${PROJECT_SOURCE_DIR}/LICENSE" "${PROJECT_SOURCE_DIR}/README.md" "${PROJECT_SOURCE_DIR}/CHANGELOG.md"
-  DESTINATION .)
-install(DIRECTORY "${PROJECT_SOURCE_DIR}/examples" DESTINATION .)
-
 # install_licence(NAME FILE...): installs the first of these files that exists. Without one, there is no package.
 function(install_licence name)
   foreach(file ${ARGN})
     if(EXISTS "${file}")
-      install(FILES "${file}" DESTINATION licences RENAME "${name}")
+      install(FILES "${file}" DESTINATION licences RENAME "${name}" COMPONENT quillmarsh-runtime)
       return()
     endif()
   endforeach()
-  install(CODE "message(FATAL_ERROR \"The package needs ${name}, but none of these files exists: ${ARGN}\")")
+  install(CODE "message(FATAL_ERROR \"The package needs ${name}, but none of these files exists: ${ARGN}\")"
+    COMPONENT quillmarsh-runtime)
 endfunction()
 
 set(documents /usr/share/doc)

@@ -4,9 +4,8 @@
 set -euo pipefail
 source=$1 build=$2 work=$3
 rm -rf "$work"
-mkdir -p "$work/home" "$work/sources"
+mkdir -p "$work/home"
 cmake --install "$build" --prefix "$work/prefix" >"$work/install.log"
-ln -s "$source/plugins" "$source/examples" "$work/sources/"
 
 unset "${!XDG_@}" QUILLMARSH_PLUGIN_PATH
 export HOME=$work/home CXX=$4 CMAKE_GENERATOR=Ninja PATH=$work/prefix/bin:$PATH
@@ -17,9 +16,10 @@ export PKG_CONFIG_PATH
 LD_LIBRARY_PATH=$(pkg-config --variable=libdir quillmarsh)
 export LD_LIBRARY_PATH
 
-cd "$work/sources"
+# The installed documents have what the guides start from.
+cd "$work/prefix/share/doc/quillmarsh"
 for page in writing-a-plugin writing-a-driver using-the-library; do
-  python3 "$source/tests/install/follow.py" "$source/docs/$page.md" "$source" "$work/prefix"
+  python3 "$source/tests/install/follow.py" "docs/$page.md" "$source" "$work/prefix"
 done
 
 # With headers of the other build type, the page's plug-in is one that the host refuses.

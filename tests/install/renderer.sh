@@ -6,11 +6,11 @@ source=$1 build=$2 work=$3 cxx=$4
 rm -rf "$work"
 mkdir -p "$work"
 cmake --install "$build" --prefix "$work/prefix" >"$work/log"
-cp -R "$source/plugins/video_null" "$work/my_renderer"
+cp -R "$work/prefix/share/doc/quillmarsh/plugins/video_null" "$work/my_renderer"
 cd "$work/my_renderer"
 
 # The blocks of the page, in their order: each changes a file or adds to one.
-python3 - "$source/docs/writing-a-renderer.md" <<'END'
+python3 - "$work/prefix/share/doc/quillmarsh/docs/writing-a-renderer.md" <<'END'
 import pathlib
 import re
 import subprocess

@@ -1,0 +1,57 @@
+#!/usr/bin/env bash
+# Installs each component by itself, and looks at what is in it.
+# usage: parts.sh BUILD_DIR WORK_DIR CXX
+set -euo pipefail
+build=$1 work=$2 cxx=$3
+rm -rf "$work"
+mkdir -p "$work"
+fail() { printf '%s\n' "$*"; exit 1; }
+list() { (cd "$work/$1" && find . ! -type d | sort); }
+
+cmake --install "$build" --prefix "$work/whole" >"$work/install.log"
+for part in runtime development documentation; do
+  cmake --install "$build" --component "quillmarsh-$part" --prefix "$work/$part" >>"$work/install.log"
+done
+# The debugger's script stands below a folder that contains the prefix.
+diff <(list whole | sed 's|/whole/|/PREFIX/|') \
+  <({ list runtime; list development | sed 's|/development/|/PREFIX/|'; list documentation; } | sort) ||
+  fail "The components together are not the whole."
+
+others=$(list runtime | grep -E '\.(h|a|cmake|pc|cpp)$|/libquillmarsh\.so$' || true)
+[ -z "$others" ] || fail "Files for development are in the run time:" $others
+others=$(list documentation | grep -v '^./share/doc/quillmarsh/' || true)
+[ -z "$others" ] || fail "Not among the documents:" $others
+for document in LICENSE README.md CHANGELOG.md; do
+  [ -s "$work/runtime/share/doc/quillmarsh/$document" ] || fail "The run time lacks $document."
+done
+
+# The run time is enough to run.
+echo greet | "$work/runtime/bin/quillmarsh-host" --video none --no-start-script >"$work/out"
+grep -q 'Hello from the workbench!' "$work/out" || fail "$(cat "$work/out")"
+"$work/runtime/bin/qmdp" --version >/dev/null
+
+# Programs refuse a library of the other build type at once. This one says that it is of that type.
+"$cxx" -std=c++20 -shared -fPIC -I"$work/development/include" -x c++ - -o "$work/other.so" <<'END'
+#include <quillmarsh/basetools/libraryinfo.h>
+quillmarsh::library_info::LibraryVersion quillmarsh::library_info::GetLibraryVersion()
+{
+    return {QUILLMARSH_VERSION_MAJOR, QUILLMARSH_VERSION_MINOR, QUILLMARSH_VERSION_BUILD, !QUILLMARSH_ASSERTIONS};
+}
+END
+for program in 'quillmarsh-host --frames 1' 'qmdp --version'; do
+  # shellcheck disable=SC2086
+  ! LD_PRELOAD=$work/other.so "$work/runtime/bin/"$program >"$work/out" 2>&1 ||
+    fail "$program runs with a library of the other build type."
+  grep -q 'compiled for version .* of the library, and runs with' "$work/out" || fail "$program: $(cat "$work/out")"
+done
+
+# Programs find the library by a relative path, and nothing else has a path.
+library=$(find "$work/runtime" -name 'libquillmarsh.so.*.*.*')
+for file in "$work"/runtime/bin/*; do
+  readelf -d "$file" | grep -qE 'RUNPATH.*\[\$ORIGIN/\.\./[^:]*\]' || fail "$file has no path to the library."
+done
+plugins=("$(dirname "$library")"/quillmarsh/plugins/*.so)
+[ ${#plugins[@]} -ge 7 ] || fail "Plug-ins are missing: ${plugins[*]}"
+for file in "$library" "${plugins[@]}"; do
+  ! readelf -d "$file" | grep -E 'R(UN)?PATH' || fail "$file has a path."
+done
