@@ -10,4 +10,11 @@ function(quillmarsh_add_plugin name)
     PREFIX ""
     CXX_VISIBILITY_PRESET hidden
     VISIBILITY_INLINES_HIDDEN ON)
+  if(NOT WIN32)
+    # Also hides the standard library's templates. A symbol that GCC makes unique would keep the plug-in loaded.
+    set(map "${CMAKE_CURRENT_FUNCTION_LIST_DIR}/quillmarsh-plugin.map")
+    target_link_options(${name} PRIVATE "LINKER:--version-script=${map}")
+    set_property(TARGET ${name} APPEND PROPERTY LINK_DEPENDS "${map}")
+    target_compile_options(${name} PRIVATE $<$<CXX_COMPILER_ID:GNU>:-fno-gnu-unique>)
+  endif()
 endfunction()

@@ -17,6 +17,10 @@ if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_L
   # At -O3 this compiler wrongly warns of overlaps in its own std::string.
   target_compile_options(quillmarsh-options INTERFACE $<$<CONFIG:Release>:-Wno-restrict>)
 endif()
+if(NOT WIN32)
+  # A unique symbol would keep a plug-in loaded that has a copy of it.
+  target_compile_options(quillmarsh-options INTERFACE $<$<CXX_COMPILER_ID:GNU>:-fno-gnu-unique>)
+endif()
 if(QUILLMARSH_WERROR)
   target_compile_options(quillmarsh-options INTERFACE -Werror)
 endif()

@@ -25,6 +25,7 @@ install(FILES
   "${PROJECT_BINARY_DIR}/cmake/quillmarshConfigVersion.cmake"
   "${PROJECT_SOURCE_DIR}/cmake/QuillmarshAddPlugin.cmake"
   "${PROJECT_SOURCE_DIR}/cmake/QuillmarshBuildTime.cmake"
+  "${PROJECT_SOURCE_DIR}/cmake/quillmarsh-plugin.map"
   DESTINATION "${quillmarsh_cmake_dir}" COMPONENT quillmarsh-development)
 
 # The pkg-config files compute their prefix, so that the installed tree can be moved.

@@ -54,4 +54,10 @@ plugins=("$(dirname "$library")"/quillmarsh/plugins/*.so)
 [ ${#plugins[@]} -ge 7 ] || fail "Plug-ins are missing: ${plugins[*]}"
 for file in "$library" "${plugins[@]}"; do
   ! readelf -d "$file" | grep -E 'R(UN)?PATH' || fail "$file has a path."
+  # The dynamic loader never unloads a library of which it uses such a symbol.
+  ! nm -DC --defined-only "$file" | grep -E ' u ' || fail "$file has unique symbols."
+done
+for file in "${plugins[@]}"; do
+  symbols=$(nm -D --defined-only "$file" | cut -d' ' -f2-)
+  [ "$symbols" = 'T QuillmarshGetPluginLibrary' ] || fail "$file exports more than its entry point: $symbols"
 done
