@@ -77,6 +77,9 @@ struct FaceHeights
     int descent = 0;
 };
 
+/// Returns why the system has no faces at all, as a sentence for users; empty when it has some, or gives no reason.
+string FindTextFailure();
+
 /// Measures a face; all heights are 0 when the system does not have it.
 FaceHeights MeasureFace(FontFace const &face);
 

@@ -31,8 +31,9 @@ QUILLMARSH_API void GenerateRGBATest(ImageBase &image);
 /// `hinted` fits the glyphs to whole pixels; `centered` centres a glyph horizontally instead of placing it at the left.
 ///
 /// If CanGenerateFont refuses a family, the system's fixed-width font is used, neither bold nor italic. Throws
-/// SystemResourceException, "Internal error, failed to create font-family." or "Failed to create gdiplus-font.", and
-/// NoMemoryException when the sheet does not fit in memory. Any thread; only one thread may use an image at a time.
+/// SystemResourceException, "Internal error, failed to create font-family." (on Linux followed by the library that is
+/// missing) or "Failed to create gdiplus-font.", and NoMemoryException when the sheet does not fit in memory. Any
+/// thread; only one thread may use an image at a time.
 /// @{
 
 /// Draws the glyphs of a table of UTF-16 codes; a code without a glyph leaves its tile empty. Asserts "Invalid

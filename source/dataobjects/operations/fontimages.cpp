@@ -39,7 +39,11 @@ FontFace ChooseFace(FontFace const &wanted)
         return wanted;
     FontFace face = drawing::GetMonospaceFace();
     if (face.family.empty())
-        QUILLMARSH_THROW(SystemResourceException, "Internal error, failed to create font-family.");
+    {
+        string const reason = drawing::FindTextFailure();
+        QUILLMARSH_THROW(SystemResourceException,
+                         "Internal error, failed to create font-family." + (reason.empty() ? "" : " " + reason));
+    }
     return face;
 }
 

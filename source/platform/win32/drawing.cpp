@@ -74,6 +74,12 @@ Gdiplus::Color ToSystem(Color color)
 
 } // namespace
 
+string FindTextFailure()
+{
+    // GDI+ belongs to the system.
+    return {};
+}
+
 bool ReadFamilyNames(std::vector<string> &names)
 {
     std::uintptr_t token = 0;

@@ -1,9 +1,8 @@
 #include "source/platform/desktop.h"
 
+#include "source/platform/linux/sdl/sdlfunctions.h"
 #include "source/platform/linux/sdl/sdlvideo.h"
 #include "source/platform/linux/sdl/sdlwindow.h"
-
-#include <SDL.h>
 
 #include <iterator>
 #include <map>
@@ -171,6 +170,11 @@ bool FindSdlMode(int display, DisplayMode const &mode, SDL_DisplayMode &found)
 
 bool SetSystemHeadless(bool isHeadless, string &reason)
 {
+    if (!LoadSdl())
+    {
+        reason = GetSdlFailure();
+        return false;
+    }
     if (SDL_WasInit(SDL_INIT_VIDEO) != 0)
     {
         reason = "The desktop cannot change while SDL is in use.";

@@ -1,8 +1,7 @@
 #include <quillmarsh/platform/clipboard.h>
 
 #include "source/platform/desktopevents.h"
-
-#include <SDL.h>
+#include "source/platform/linux/sdl/sdlfunctions.h"
 
 namespace quillmarsh::platform
 {
@@ -11,7 +10,7 @@ string ReadClipboardText()
 {
     if (!IsDesktopThread())
         return {};
-    std::unique_ptr<char, decltype(&SDL_free)> const text(SDL_GetClipboardText(), &SDL_free);
+    std::unique_ptr<char, decltype(SDL_free)> const text(SDL_GetClipboardText(), SDL_free);
     return text ? text.get() : "";
 }
 

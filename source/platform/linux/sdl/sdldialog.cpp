@@ -1,8 +1,8 @@
 #include "source/platform/linux/sdl/sdldialog.h"
 
+#include "source/platform/linux/sdl/sdlfunctions.h"
 #include "source/platform/linux/terminaldialog.h"
 
-#include <SDL_messagebox.h>
 #include <cstdlib>
 #include <vector>
 
@@ -35,7 +35,7 @@ eDialogAnswer GetAnswerOfClosing(DialogRequest const &request)
 
 std::optional<eDialogAnswer> PresentWindowDialog(DialogRequest const &request)
 {
-    if (!IsSet("DISPLAY") && !IsSet("WAYLAND_DISPLAY"))
+    if ((!IsSet("DISPLAY") && !IsSet("WAYLAND_DISPLAY")) || !LoadSdl())
         return std::nullopt;
 
     std::vector<SDL_MessageBoxButtonData> buttons;

@@ -2,7 +2,7 @@
 #ifndef QUILLMARSH_SOURCE_PLATFORM_LINUX_SDL_SDLDISPLAYLOSS_H
 #define QUILLMARSH_SOURCE_PLATFORM_LINUX_SDL_SDLDISPLAYLOSS_H
 
-#include <SDL.h>
+#include "source/platform/linux/sdl/sdlfunctions.h"
 
 namespace quillmarsh::platform
 {

@@ -232,6 +232,8 @@ bool WaitForDesktopEvent(std::optional<unsigned int> milliseconds)
 
 void WakeDesktop()
 {
+    if (!IsSdlLoaded())
+        return;
     SDL_Event event = {};
     event.user.type = SDL_USEREVENT;
     event.user.code = e_user_wake;

@@ -160,7 +160,7 @@ char32_t DecodeCharacter(char const *text)
 /// Returns the character of a key alone, or its capital letter. None when SDL does not report enough to know it.
 char32_t Guess(eKey key, KeyModifiers const &modifiers)
 {
-    if (modifiers.isControlDown || modifiers.isAltGrDown)
+    if (modifiers.isControlDown || modifiers.isAltGrDown || !IsSdlLoaded())
         return s_noCharacter;
     int const code = SDL_GetKeyFromScancode(FindScancode(key));
     bool const isLetter = (code >= 'a' && code <= 'z') || (code >= 0xe0 && code <= 0xfe && code != 0xf7);

@@ -4,7 +4,7 @@
 
 #include <quillmarsh/platform/desktopevents.h>
 
-#include <SDL.h>
+#include "source/platform/linux/sdl/sdlfunctions.h"
 
 namespace quillmarsh::platform
 {

@@ -3,8 +3,7 @@
 #include <quillmarsh/platform/window.h>
 
 #include "source/platform/linux/sdl/sdldisplayloss.h"
-
-#include <SDL.h>
+#include "source/platform/linux/sdl/sdlfunctions.h"
 
 #include <algorithm>
 #include <atomic>
@@ -101,6 +100,8 @@ std::mutex s_queryMutex;
 
 bool StartVideo()
 {
+    if (!LoadSdl())
+        return false;
     s_hintSetting.Begin();
     std::lock_guard const lock(s_startMutex);
     bool const canStart = !IsDisplayLost() && (SDL_WasInit(SDL_INIT_VIDEO) != 0 || HasDisplay());
@@ -136,11 +137,14 @@ SdlVideoUse::~SdlVideoUse()
         std::lock_guard const lock(s_startMutex);
         SDL_QuitSubSystem(SDL_INIT_VIDEO);
     }
-    s_hintSetting.End();
+    if (IsSdlLoaded())
+        s_hintSetting.End();
 }
 
 string SdlVideoUse::GetReason()
 {
+    if (!LoadSdl())
+        return GetSdlFailure();
     if (IsDisplayLost())
         return "The connection to the display has ended.";
     if (!HasDisplay())

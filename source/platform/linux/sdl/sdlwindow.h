@@ -4,9 +4,8 @@
 
 #include <quillmarsh/platform/window.h>
 
+#include "source/platform/linux/sdl/sdlfunctions.h"
 #include "source/platform/linux/sdl/sdlvideo.h"
-
-#include <SDL.h>
 
 #include <atomic>
 #include <optional>

@@ -112,6 +112,8 @@ void Window::SetIcon(HICON icon)
 
 HICON Window::MakeIcon(PixelRows const &pixels)
 {
+    if (!LoadSdl())
+        return nullptr;
     SDL_Surface *const icon = SDL_CreateRGBSurfaceWithFormat(
         0, static_cast<int>(pixels.numColumns), static_cast<int>(pixels.numRows), 32, SDL_PIXELFORMAT_ARGB8888);
     if (icon)
@@ -121,7 +123,8 @@ HICON Window::MakeIcon(PixelRows const &pixels)
 
 void Window::FreeIcon(HICON icon)
 {
-    SDL_FreeSurface(reinterpret_cast<SDL_Surface *>(icon));
+    if (icon)
+        SDL_FreeSurface(reinterpret_cast<SDL_Surface *>(icon));
 }
 
 void Window::SetCursor(HCURSOR cursor)
@@ -140,9 +143,11 @@ void Window::OpenSystemMenu(Position) {}
 
 bool IsKeyDown(eKey key)
 {
+    if (!IsDesktopThread())
+        return false;
     int numKeys = 0;
     Uint8 const *const states = SDL_GetKeyboardState(&numKeys);
-    for (int i = 0; IsDesktopThread() && i < numKeys; ++i)
+    for (int i = 0; i < numKeys; ++i)
     {
         if (states[i] != 0 && FindKey(static_cast<SDL_Scancode>(i)) == key)
             return true;

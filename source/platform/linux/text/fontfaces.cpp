@@ -1,10 +1,10 @@
-#include "source/platform/linux/fontfaces.h"
+#include "source/platform/linux/text/fontfaces.h"
 
 #include "source/platform/drawing.h"
+#include "source/platform/linux/text/textlibraries.h"
 
 #include <algorithm>
 #include <array>
-#include <fontconfig/fontconfig.h>
 #include <memory>
 
 namespace quillmarsh::platform::drawing
@@ -82,6 +82,8 @@ string FindInstalled(std::array<char const *, 2> const &families)
 
 string FindMonospaceFamily()
 {
+    if (!LoadTextLibraries())
+        return {};
     string const usual = FindInstalled(s_monospace);
     return usual.empty() ? MatchFamily("monospace") : usual;
 }
@@ -90,6 +92,8 @@ string FindMonospaceFamily()
 
 string FindFamily(string const &family)
 {
+    if (!LoadTextLibraries())
+        return {};
     if (IsInstalled(family))
         return family;
     for (StandIn const &row : s_standIns)
@@ -102,6 +106,8 @@ string FindFamily(string const &family)
 
 bool ReadFamilyNames(std::vector<string> &names)
 {
+    if (!LoadTextLibraries())
+        return false;
     // Uses a configuration of its own and leaves the program's alone.
     Holder<FcConfig> const config(FcInitLoadConfigAndFonts());
     Holder<FcPattern> const pattern(FcPatternCreate());

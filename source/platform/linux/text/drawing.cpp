@@ -2,7 +2,8 @@
 
 #include <quillmarsh/basetools/texttools.h>
 
-#include "source/platform/linux/fontfaces.h"
+#include "source/platform/linux/text/fontfaces.h"
+#include "source/platform/linux/text/textlibraries.h"
 
 #include <algorithm>
 #include <cmath>
@@ -11,7 +12,6 @@
 #include <iterator>
 #include <map>
 #include <memory>
-#include <pango/pangocairo.h>
 
 namespace quillmarsh::platform::drawing
 {
@@ -240,6 +240,8 @@ struct Canvas::State
     /// Begins to draw in a colour, with the coordinates of the canvas.
     Drawing Begin(Color color) const
     {
+        if (!LoadTextLibraries())
+            return {};
         // The drawing library gets the clipping rectangle only, because it limits the size of images.
         Drawing drawing;
         drawing.surface.reset(cairo_image_surface_create_for_data(
