@@ -16,10 +16,12 @@ import re
 import statistics
 import subprocess
 import sys
+import tempfile
 
 TURNS = 7
 MAX_TURNS = 21  # while the spread leaves the verdict open
 MIN_TIME = 0.05  # seconds of one run
+STARTS = 20  # of a program, for one figure
 COMPARE = {"<=": operator.le, ">=": operator.ge}
 
 # Instructions that other libraries must not use, so that they have the same instructions as the kernels.
@@ -42,6 +44,7 @@ class Program:
     """The benchmark program, which runs cases on request."""
 
     def __init__(self, path, target):
+        self.folder = os.path.dirname(os.path.abspath(path))
         environment = dict(os.environ)
         arguments = [path, "--by_request", f"--benchmark_min_time={MIN_TIME}"]
         if target:
@@ -71,9 +74,34 @@ class Program:
         self.process.wait()
 
 
+def start(command, environment=None):
+    """Runs a program to its end, and returns the milliseconds of processor time that it took."""
+    process = subprocess.Popen(command, stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL,
+                               env=environment)
+    _, status, usage = os.wait4(process.pid, 0)
+    process.returncode = os.waitstatus_to_exitcode(status)
+    if process.returncode != 0:
+        sys.exit(f"{' '.join(command)} ended with status {process.returncode}.")
+    return 1000 * (usage.ru_utime + usage.ru_stime)
+
+
+def count_libraries(command):
+    """Returns the number of shared libraries that a program loads in a run, at its start or later."""
+    with tempfile.TemporaryDirectory() as folder:
+        start(command, {**os.environ, "LD_DEBUG": "files", "LD_DEBUG_OUTPUT": os.path.join(folder, "loads")})
+        text = "".join(open(os.path.join(folder, name), encoding="utf-8", errors="replace").read()
+                       for name in os.listdir(folder))
+    return len(set(re.findall(r"calling init: (.*)", text)))
+
+
 def take_turn(program, bar, is_odd):
     """Measures one figure of a bar. Case and limit take turns at being first."""
     kind = bar["measure"]
+    if "start" in bar:
+        command = [os.path.join(program.folder, bar["start"][0]), *bar["start"][1:]]
+        if kind == "libraries":
+            return count_libraries(command)
+        return statistics.median(start(command) for _ in range(STARTS))
     if kind.startswith("counter:"):
         return program.run(bar["case"])[kind.removeprefix("counter:")]
     names = [bar["case"], bar["limit"]]
