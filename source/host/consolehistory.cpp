@@ -37,19 +37,20 @@ bool IsWorthKeeping(string const &line)
            MakePrintable(line, true) == line;
 }
 
-/// Creates the file for the user alone, with its directories.
+/// Creates the file for the user alone, and its directory as well where there is none yet.
 void CreatePrivateFile(string const &fileName)
 {
     string directory;
     string base;
     string extension;
     file_system::SplitFileName(fileName, directory, base, extension);
-    file_system::CreateDirectoryPath(directory);
+    using std::filesystem::perms;
+    std::error_code ignored;
+    if (!file_system::DirectoryExists(directory) && file_system::CreateDirectoryPath(directory))
+        std::filesystem::permissions(file_system::GetStreamPath(directory), perms::owner_all, ignored);
     std::filesystem::path const path = file_system::GetStreamPath(fileName);
     std::ofstream(path, std::ios::app | std::ios::binary).flush();
-    std::error_code ignored;
-    std::filesystem::permissions(path, std::filesystem::perms::owner_read | std::filesystem::perms::owner_write,
-                                 ignored);
+    std::filesystem::permissions(path, perms::owner_read | perms::owner_write, ignored);
 }
 
 } // namespace

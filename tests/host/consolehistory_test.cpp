@@ -49,6 +49,8 @@ TEST_F(ConsoleHistoryFile, KeepsLinesForLaterSessions)
 #if !defined(_WIN32)
     EXPECT_EQ(std::filesystem::perms::owner_read | std::filesystem::perms::owner_write,
               std::filesystem::status(name).permissions());
+    EXPECT_EQ(std::filesystem::perms::owner_all,
+              std::filesystem::status(std::filesystem::path(name).parent_path()).permissions());
 #endif
 }
 
