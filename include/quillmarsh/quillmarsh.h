@@ -135,12 +135,15 @@
 #include <quillmarsh/gui/consoleoutputwindow.h>
 #include <quillmarsh/gui/gui_drawparams.h>
 #include <quillmarsh/gui/gui_fonts.h>
+#include <quillmarsh/gui/gui_messagehandler.h>
+#include <quillmarsh/gui/gui_messages.h>
 #include <quillmarsh/gui/gui_rectangle.h>
 #include <quillmarsh/gui/gui_renderer.h>
 #include <quillmarsh/gui/gui_textures.h>
 #include <quillmarsh/gui/gui_transform.h>
 #include <quillmarsh/gui/gui_vertices.h>
 #include <quillmarsh/gui/gui_videoresource.h>
+#include <quillmarsh/gui/gui_watch.h>
 #include <quillmarsh/gui/scrollgadget.h>
 #include <quillmarsh/mathtools/color4b.h>
 #include <quillmarsh/mathtools/color4f.h>
