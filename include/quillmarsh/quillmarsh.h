@@ -133,6 +133,7 @@
 #include <quillmarsh/framework/videosubsystem.h>
 #include <quillmarsh/framework/videosubsystemwindow.h>
 #include <quillmarsh/gui/consoleoutputwindow.h>
+#include <quillmarsh/gui/gui_component.h>
 #include <quillmarsh/gui/gui_drawparams.h>
 #include <quillmarsh/gui/gui_fonts.h>
 #include <quillmarsh/gui/gui_messagehandler.h>

@@ -4,6 +4,9 @@
 
 #include <quillmarsh/platform/types.h>
 
+#include <array>
+#include <cstdint>
+
 namespace quillmarsh
 {
 
@@ -13,6 +16,10 @@ namespace gui
 {
 
 class Manager;
+namespace manager_parts
+{
+struct Membership;
+} // namespace manager_parts
 
 /// Base of textures and fonts: describes something that a video renderer draws from. Its part in the renderer can be
 /// created and released again and again. Frame thread only.
@@ -37,6 +44,13 @@ class QUILLMARSH_API VideoResourceUser
 public:
     virtual ~VideoResourceUser();
 
+    /// @name Requests to the manager
+    /// At its next synchronisation it calls the two operations of that kind.
+    /// @{
+    void RequestTileTextureRecache();
+    void RequestFontRecache();
+    /// @}
+
     /// Another video renderer is there; null for none.
     virtual void OnVideoRendererChanged(VideoRenderer *renderer);
     /// Tile textures were registered, replaced or removed.
@@ -56,6 +70,29 @@ protected:
     VideoResourceUser() = default;
     VideoResourceUser(VideoResourceUser const &) = default;
     VideoResourceUser &operator=(VideoResourceUser const &) = default;
+
+private:
+    friend struct manager_parts::Membership;
+
+    /// Places in the manager's lists, so that a user leaves them in constant time. They belong to the object: a copy
+    /// stands in no list, and an assignment changes none.
+    struct ListPlaces
+    {
+        /// Number of lists that the manager keeps of users.
+        static constexpr unsigned int s_numLists = 11;
+        /// Place in no list.
+        static constexpr std::uint32_t s_none = 0xFFFFFFFF;
+
+        ListPlaces() { places.fill(s_none); }
+        ListPlaces(ListPlaces const &) : ListPlaces() {}
+        ListPlaces &operator=(ListPlaces const &) { return *this; }
+
+        std::array<std::uint32_t, s_numLists> places;
+        /// Bits for the short lists that have no places: set when the user enters one.
+        std::uint8_t marks = 0;
+    };
+
+    ListPlaces listPlaces_;
 };
 
 } // namespace gui
