@@ -134,12 +134,16 @@
 #include <quillmarsh/framework/videosubsystemwindow.h>
 #include <quillmarsh/gui/consoleoutputwindow.h>
 #include <quillmarsh/gui/gui_component.h>
+#include <quillmarsh/gui/gui_cursors.h>
 #include <quillmarsh/gui/gui_drawparams.h>
 #include <quillmarsh/gui/gui_fonts.h>
+#include <quillmarsh/gui/gui_manager.h>
 #include <quillmarsh/gui/gui_messagehandler.h>
 #include <quillmarsh/gui/gui_messages.h>
 #include <quillmarsh/gui/gui_rectangle.h>
 #include <quillmarsh/gui/gui_renderer.h>
+#include <quillmarsh/gui/gui_shaders.h>
+#include <quillmarsh/gui/gui_standardresources.h>
 #include <quillmarsh/gui/gui_textures.h>
 #include <quillmarsh/gui/gui_transform.h>
 #include <quillmarsh/gui/gui_vertices.h>
