@@ -133,10 +133,12 @@
 #include <quillmarsh/framework/videosubsystem.h>
 #include <quillmarsh/framework/videosubsystemwindow.h>
 #include <quillmarsh/gui/consoleoutputwindow.h>
+#include <quillmarsh/gui/gui_buttons.h>
 #include <quillmarsh/gui/gui_component.h>
 #include <quillmarsh/gui/gui_cursors.h>
 #include <quillmarsh/gui/gui_drawparams.h>
 #include <quillmarsh/gui/gui_fonts.h>
+#include <quillmarsh/gui/gui_layouters.h>
 #include <quillmarsh/gui/gui_manager.h>
 #include <quillmarsh/gui/gui_messagehandler.h>
 #include <quillmarsh/gui/gui_messages.h>
@@ -149,6 +151,7 @@
 #include <quillmarsh/gui/gui_vertices.h>
 #include <quillmarsh/gui/gui_videoresource.h>
 #include <quillmarsh/gui/gui_watch.h>
+#include <quillmarsh/gui/gui_widgets.h>
 #include <quillmarsh/gui/scrollgadget.h>
 #include <quillmarsh/mathtools/color4b.h>
 #include <quillmarsh/mathtools/color4f.h>
