@@ -202,6 +202,25 @@ protected:
     /// Description of a device, for the kernel to fill in creation id and creator.
     static HumanInterfaceDeviceInfo &HumanInterfaceDevice_DeviceInfo(HumanInterfaceDevice &device);
 
+    /// @name Doors to the GUI manager
+    /// Each calls the private operation of that name of gui::Manager::Instance(), for the host to connect what it opens
+    /// and to pass notices on.
+    /// @{
+    static void GUIManager_ConnectApplication(bool connect);
+    static void GUIManager_NotifyApplicationWindowActive(bool active);
+    static void GUIManager_NotifyApplicationWindowCreated();
+    static void GUIManager_BeginConnectHumanInterfaceDevices();
+    static void GUIManager_ConnectHumanInterfaceDevice(HumanInterfaceDevice &device);
+    static void GUIManager_EndConnectHumanInterfaceDevices();
+    static void GUIManager_DisconnectHumanInterfaceDevices();
+    static void GUIManager_SetTolerateMissingInputDevice(bool tolerate);
+    static void GUIManager_ConnectVideoRenderer(VideoRenderer &renderer);
+    static void GUIManager_DisconnectVideoRenderer();
+    static void GUIManager_CreateVideoResources(bool onlyIfUnmanaged);
+    static void GUIManager_ReleaseVideoResources(bool onlyIfUnmanaged);
+    static void GUIManager_OnWindowResize(unsigned int width, unsigned int height);
+    /// @}
+
     /// @name Doors to the video renderer
     /// Each calls the renderer's protected operation of that name.
     /// @{
