@@ -41,6 +41,9 @@ enum eMark : std::uint8_t
 /// Door of the manager's parts into users and components.
 struct Membership
 {
+    /// Place of a user that is no member.
+    static constexpr std::uint32_t s_none = VideoResourceUser::ListPlaces::s_none;
+
     static std::uint32_t &Place(VideoResourceUser &user, eList list) { return user.listPlaces_.places[list]; }
     static std::uint32_t Place(VideoResourceUser const &user, eList list) { return user.listPlaces_.places[list]; }
     static void Mark(VideoResourceUser &user, eMark mark) { user.listPlaces_.marks |= mark; }
@@ -57,10 +60,10 @@ private:
 /// Ordered list of `T`, a class derived from VideoResourceUser, whose members know their places: membership, erasure
 /// and replacement take constant time. Nothing is allocated while the capacity suffices.
 ///
-/// An erased member leaves a gap. Gaps are closed when the list is next read by index or rebuilt and no walk runs; walks
-/// pass over them. A walk gives each member that stood in the list when it began, and still stands in it when its turn
-/// comes, once. When a walk runs, an insertion ahead of the end, a sort and a rebuild set the walked array aside: the
-/// walk ends on it, and erasure searches the arrays set aside, too.
+/// An erased member leaves a gap. Gaps are closed when the list is next read by index, reordered or rebuilt; walks pass over
+/// them. A walk gives each member that stood in the list when it began, and still stands in it when its turn
+/// comes, once. What closes gaps or reorders while a walk runs sets the walked array aside: the walk ends on it, and
+/// erasure searches the arrays set aside, too.
 template<typename T>
 class SafeList : NoCopy
 {
@@ -69,10 +72,7 @@ public:
 
     /// @name Members
     /// @{
-    bool Contains(T const &member) const
-    {
-        return Membership::Place(member, list_) != VideoResourceUser::ListPlaces::s_none;
-    }
+    bool Contains(T const &member) const { return Membership::Place(member, list_) != Membership::s_none; }
     /// Returns false if it is a member already.
     bool Append(T &member);
     /// Likewise.
@@ -133,12 +133,45 @@ public:
     /// @}
 
 private:
+    /// Index of an array set aside, for a walk over the present one.
+    static constexpr std::size_t s_present = static_cast<std::size_t>(-1);
+
+    /// Walk that runs now; it ends itself, also when a call throws.
+    class Walk : NoCopy
+    {
+    public:
+        explicit Walk(SafeList &list) : list_(list), outer_(list.walks_), count_(list.members_.size())
+        {
+            list.walks_ = this;
+        }
+        ~Walk() { list_.EndWalk(outer_); }
+
+        /// Returns the next member that is still there; null at the end.
+        T *Next();
+
+    private:
+        friend class SafeList;
+
+        SafeList &list_;
+        Walk *outer_;
+        std::size_t count_;
+        std::size_t next_ = 0;
+        std::size_t array_ = s_present;
+    };
+
+    void EndWalk(Walk *outer);
+    /// Leaves the present array to the walks over it, and goes on with a copy.
+    void SetAsideIfWalked();
+    void CloseGaps();
+    /// Writes the places of all members.
+    void Renumber();
+
     eList list_;
     /// Members with null in the gaps.
     std::vector<T *> members_;
     unsigned int size_ = 0;
-    /// Walks over members_, and the arrays that walks still use.
-    unsigned int numWalks_ = 0;
+    /// Walks that run now, the innermost first, and the arrays that they still use.
+    Walk *walks_ = nullptr;
     std::vector<std::vector<T *>> setAside_;
 };
 
@@ -193,6 +226,206 @@ private:
     std::vector<Component *> members_;
     unsigned int numWalks_ = 0;
 };
+
+template<typename T>
+T *SafeList<T>::Walk::Next()
+{
+    while (true)
+    {
+        std::vector<T *> const &members = array_ == s_present ? list_.members_ : list_.setAside_[array_];
+        if (next_ >= std::min(count_, members.size()))
+            return nullptr;
+        T *const member = members[next_++];
+        if (member != nullptr && list_.Contains(*member))
+            return member;
+    }
+}
+
+template<typename T>
+void SafeList<T>::EndWalk(Walk *outer)
+{
+    walks_ = outer;
+    if (walks_ != nullptr)
+        return;
+    setAside_.clear();
+    if (size_ == 0)
+        members_.clear();
+}
+
+template<typename T>
+void SafeList<T>::SetAsideIfWalked()
+{
+    bool isWalked = false;
+    for (Walk *walk = walks_; walk != nullptr; walk = walk->outer_)
+    {
+        if (walk->array_ != s_present)
+            continue;
+        walk->array_ = setAside_.size();
+        isWalked = true;
+    }
+    if (isWalked)
+        setAside_.push_back(members_);
+    CloseGaps();
+}
+
+template<typename T>
+void SafeList<T>::CloseGaps()
+{
+    if (size_ == members_.size())
+        return;
+    std::erase(members_, nullptr);
+    Renumber();
+}
+
+template<typename T>
+void SafeList<T>::Renumber()
+{
+    for (std::size_t i = 0; i < members_.size(); ++i)
+        Membership::Place(*members_[i], list_) = static_cast<std::uint32_t>(i);
+}
+
+template<typename T>
+bool SafeList<T>::Append(T &member)
+{
+    if (Contains(member))
+        return false;
+    AppendRebuilt(member);
+    return true;
+}
+
+template<typename T>
+bool SafeList<T>::InsertAtFront(T &member)
+{
+    if (Contains(member))
+        return false;
+    SetAsideIfWalked();
+    members_.insert(members_.begin(), &member);
+    ++size_;
+    Renumber();
+    return true;
+}
+
+template<typename T>
+bool SafeList<T>::Erase(T &member)
+{
+    if (!Contains(member))
+        return false;
+    std::uint32_t &place = Membership::Place(member, list_);
+    members_[place] = nullptr;
+    place = Membership::s_none;
+    --size_;
+    for (std::vector<T *> &array : setAside_)
+        std::replace(array.begin(), array.end(), &member, static_cast<T *>(nullptr));
+    if (walks_ == nullptr && size_ == 0)
+        members_.clear();
+    return true;
+}
+
+template<typename T>
+void SafeList<T>::Swap(T &a, T &b)
+{
+    SetAsideIfWalked();
+    std::uint32_t &placeA = Membership::Place(a, list_);
+    std::uint32_t &placeB = Membership::Place(b, list_);
+    std::swap(members_[placeA], members_[placeB]);
+    std::swap(placeA, placeB);
+}
+
+template<typename T>
+void SafeList<T>::MoveToFront(T &member)
+{
+    SetAsideIfWalked();
+    auto const place = members_.begin() + Membership::Place(member, list_);
+    std::rotate(members_.begin(), place, place + 1);
+    Renumber();
+}
+
+template<typename T>
+void SafeList<T>::MoveToEnd(T &member)
+{
+    SetAsideIfWalked();
+    auto const place = members_.begin() + Membership::Place(member, list_);
+    std::rotate(place, place + 1, members_.end());
+    Renumber();
+}
+
+template<typename T>
+void SafeList<T>::Clear()
+{
+    SetAsideIfWalked();
+    for (T *member : members_)
+        Membership::Place(*member, list_) = Membership::s_none;
+    members_.clear();
+    size_ = 0;
+}
+
+template<typename T>
+void SafeList<T>::BeginRebuild()
+{
+    Clear();
+}
+
+template<typename T>
+T *SafeList<T>::Get(unsigned int index)
+{
+    if (index >= size_)
+        return nullptr;
+    if (size_ != members_.size())
+        SetAsideIfWalked();
+    return members_[index];
+}
+
+template<typename T>
+template<typename Call>
+void SafeList<T>::ForEach(Call &&call)
+{
+    for (Walk walk(*this); T *member = walk.Next();)
+        call(*member);
+}
+
+template<typename T>
+template<typename Call>
+void SafeList<T>::WorkOff(Call &&call)
+{
+    for (Walk walk(*this); T *member = walk.Next();)
+    {
+        Erase(*member);
+        call(*member);
+    }
+}
+
+template<typename T>
+template<typename Test>
+T *SafeList<T>::FindLast(Test &&test) const
+{
+    for (auto member = members_.rbegin(); member != members_.rend(); ++member)
+    {
+        if (*member != nullptr && test(**member))
+            return *member;
+    }
+    return nullptr;
+}
+
+template<typename T>
+template<typename Test>
+T *SafeList<T>::FindFirst(Test &&test) const
+{
+    for (T *member : members_)
+    {
+        if (member != nullptr && test(*member))
+            return member;
+    }
+    return nullptr;
+}
+
+template<typename T>
+template<typename Less>
+void SafeList<T>::StableSort(Less &&less)
+{
+    SetAsideIfWalked();
+    std::stable_sort(members_.begin(), members_.end(), [&](T *a, T *b) { return less(*a, *b); });
+    Renumber();
+}
 
 } // namespace quillmarsh::gui::manager_parts
 
