@@ -129,8 +129,11 @@ public:
         value_ = position;
         return *this;
     }
+    /// @name Value
+    /// @{
     operator vec2 const &() const { return value_; }
     vec2 const &Get() const { return value_; }
+    /// @}
 
 private:
     vec2 value_;

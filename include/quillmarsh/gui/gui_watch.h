@@ -60,10 +60,13 @@ public:
         return *this;
     }
 
-    /// Returns the object; null if there is none, or if it was destroyed.
+    /// @name The object
+    /// Null if there is none, or if it was destroyed.
+    /// @{
     T *Get() const { return static_cast<T *>(GetHandler()); }
     operator T *() const { return Get(); }
     T *operator->() const { return Get(); }
+    /// @}
 };
 
 } // namespace quillmarsh::gui

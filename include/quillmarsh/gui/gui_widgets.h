@@ -34,6 +34,7 @@ public:
     /// True if it reports vertical offsets, false if horizontal ones.
     bool IsReportingVerticalOffset() const { return reportVerticalOffset_; }
     bool IsGrabbed() const { return grabbed_; }
+    /// Ends the drag; harmless if there is none.
     void ReleaseGrab() { ReleaseMouseCapture(); }
     /// Sets the button of the mouse that counts; the left one at first.
     void SetActionButton(eMouseButton button) { actionButton_ = button; }
