@@ -7,6 +7,7 @@
 #include <quillmarsh/framework/kernellevel.h>
 #include <quillmarsh/framework/mainwindow.h>
 #include <quillmarsh/framework/plugin.h>
+#include <quillmarsh/gui/gui_messagehandler.h>
 #include <quillmarsh/platform/types.h>
 
 namespace quillmarsh
@@ -48,7 +49,7 @@ class InterleavedRenderArea;
 /// - Cleanup() is called once for every application.
 ///
 /// Some hooks take a pair of codes. They come from the caller that asked for a reconfiguration; both are 0 at start-up.
-class QUILLMARSH_API Application : public Plugin
+class QUILLMARSH_API Application : public Plugin, public gui::MessageHandler
 {
 public:
     /// Paths and command line that the host tells at start-up.
@@ -303,6 +304,9 @@ public:
 
 protected:
     Application();
+
+    /// Calls the operation above of the message, and writes its answers back. Returns false for all other messages.
+    bool HandleMessage(gui::Message &message) override;
 };
 
 } // namespace quillmarsh
