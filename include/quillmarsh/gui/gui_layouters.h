@@ -126,6 +126,8 @@ private:
 
     /// Computes place and width of all cells for a row of this width.
     void ProcessX(float width);
+    /// Gives the components of the cells their sizes and positions.
+    void PlaceCells() const;
 
     Watch<Component> target_;
     eSizeFlag heightMode_;
