@@ -7,6 +7,7 @@
 #include <quillmarsh/framework/videoconfig.h>
 #include <quillmarsh/framework/videorenderer.h>
 #include <quillmarsh/framework/videorendererinfo.h>
+#include <quillmarsh/gui/gui_manager.h>
 
 namespace quillmarsh
 {
@@ -150,6 +151,71 @@ void Kernel::SetOutputStreams(ostream &conOut, ostream &logOut)
 HumanInterfaceDeviceInfo &Kernel::HumanInterfaceDevice_DeviceInfo(HumanInterfaceDevice &device)
 {
     return device.DeviceInfo();
+}
+
+void Kernel::GUIManager_ConnectApplication(bool connect)
+{
+    gui::Manager::Instance().ConnectApplication(connect);
+}
+
+void Kernel::GUIManager_NotifyApplicationWindowActive(bool active)
+{
+    gui::Manager::Instance().NotifyApplicationWindowActive(active);
+}
+
+void Kernel::GUIManager_NotifyApplicationWindowCreated()
+{
+    gui::Manager::Instance().NotifyApplicationWindowCreated();
+}
+
+void Kernel::GUIManager_BeginConnectHumanInterfaceDevices()
+{
+    gui::Manager::Instance().BeginConnectHumanInterfaceDevices();
+}
+
+void Kernel::GUIManager_ConnectHumanInterfaceDevice(HumanInterfaceDevice &device)
+{
+    gui::Manager::Instance().ConnectHumanInterfaceDevice(device);
+}
+
+void Kernel::GUIManager_EndConnectHumanInterfaceDevices()
+{
+    gui::Manager::Instance().EndConnectHumanInterfaceDevices();
+}
+
+void Kernel::GUIManager_DisconnectHumanInterfaceDevices()
+{
+    gui::Manager::Instance().DisconnectHumanInterfaceDevices();
+}
+
+void Kernel::GUIManager_SetTolerateMissingInputDevice(bool tolerate)
+{
+    gui::Manager::Instance().SetTolerateMissingInputDevice(tolerate);
+}
+
+void Kernel::GUIManager_ConnectVideoRenderer(VideoRenderer &renderer)
+{
+    gui::Manager::Instance().ConnectVideoRenderer(renderer);
+}
+
+void Kernel::GUIManager_DisconnectVideoRenderer()
+{
+    gui::Manager::Instance().DisconnectVideoRenderer();
+}
+
+void Kernel::GUIManager_CreateVideoResources(bool onlyIfUnmanaged)
+{
+    gui::Manager::Instance().CreateVideoResources(onlyIfUnmanaged);
+}
+
+void Kernel::GUIManager_ReleaseVideoResources(bool onlyIfUnmanaged)
+{
+    gui::Manager::Instance().ReleaseVideoResources(onlyIfUnmanaged);
+}
+
+void Kernel::GUIManager_OnWindowResize(unsigned int width, unsigned int height)
+{
+    gui::Manager::Instance().OnWindowResize(width, height);
 }
 
 void Kernel::VideoRenderer_ConnectVideoSubsystem(VideoRenderer &renderer, VideoSubsystem &subsystem)
