@@ -163,6 +163,8 @@ private:
     /// Leaves the present array to the walks over it, and goes on with a copy.
     void SetAsideIfWalked();
     void CloseGaps();
+    /// Keeps a list short whose last members come and go.
+    void CloseGapsAtEnd();
     /// Writes the places of all members.
     void Renumber();
 
@@ -248,8 +250,14 @@ void SafeList<T>::EndWalk(Walk *outer)
     if (walks_ != nullptr)
         return;
     setAside_.clear();
-    if (size_ == 0)
-        members_.clear();
+    CloseGapsAtEnd();
+}
+
+template<typename T>
+void SafeList<T>::CloseGapsAtEnd()
+{
+    while (!members_.empty() && members_.back() == nullptr)
+        members_.pop_back();
 }
 
 template<typename T>
@@ -316,8 +324,8 @@ bool SafeList<T>::Erase(T &member)
     --size_;
     for (std::vector<T *> &array : setAside_)
         std::replace(array.begin(), array.end(), &member, static_cast<T *>(nullptr));
-    if (walks_ == nullptr && size_ == 0)
-        members_.clear();
+    if (walks_ == nullptr)
+        CloseGapsAtEnd();
     return true;
 }
 
