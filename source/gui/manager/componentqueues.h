@@ -63,6 +63,8 @@ public:
 
 private:
     void SetLayersDirty();
+    /// Puts a component in front, unless it stands in the list.
+    void InsertTopLevel(Component &component);
     void UpdateComponentLayers();
     void UpdateComponentQueues();
     /// Appends a branch, each component before its children.
