@@ -61,11 +61,14 @@ private:
         Component *component;
         unsigned int nextChild;
         bool firstVisit;
+        /// Record of the nearest hit ancestor; of the component itself once it is hit. -1 for none.
         int parentRecord;
     };
 
     /// Tests one branch, and appends its records.
     void CollectBranch(Component &root, vec2 const &position);
+    /// Returns the index of the record.
+    int AppendRecord(Component &component, int depth, int parentRecord);
     /// Keeps the best overlay's record, what follows it, and its chain of ancestors.
     void ReduceToOverlay(int bestOverlay);
     void FindTop();
