@@ -54,10 +54,11 @@ public:
     virtual ~Manager();
 
     /// @name The one manager
-    /// Both assert " singleton is not created." behind the class name without one.
+    /// Instance() and InstancePtr() assert " singleton is not created." behind the class name without one.
     /// @{
     static Manager &Instance();
     static Manager *InstancePtr();
+    static bool IsCreated() { return s_pInstanceManager != nullptr; }
     /// @}
 
     /// @name Frame
