@@ -18,7 +18,7 @@ namespace quillmarsh::gui
 class ChildWalk : NoCopy
 {
 public:
-    explicit ChildWalk(Component &parent) : parent_(&parent), outer_(parent.childWalks_) { parent.childWalks_ = this; }
+    explicit ChildWalk(Component &parent);
     ~ChildWalk()
     {
         if (parent_ != nullptr)
