@@ -1,0 +1,263 @@
+// Components: the tree.
+#include "source/gui/branchwalk.h"
+
+#include <quillmarsh/basetools/diagnostics.h>
+#include <quillmarsh/basetools/exception.h>
+#include <quillmarsh/basetools/streameffectors.h>
+#include <quillmarsh/basetools/texttools.h>
+#include <quillmarsh/gui/gui_manager.h>
+
+#include <algorithm>
+#include <ostream>
+
+namespace quillmarsh::gui
+{
+namespace
+{
+
+/// Number of destructors that may run within one another, each deleting the next level of a tree. Below that level a
+/// tree is deleted from its leaves, which needs no stack.
+constexpr unsigned int s_maxNestedDeletions = 64;
+
+/// Counts the running calls of DeleteAllChildren() that stand in one another.
+class DeletionLevel : NoCopy
+{
+public:
+    DeletionLevel() { ++s_level; }
+    ~DeletionLevel() { --s_level; }
+
+    static bool IsLast() { return s_level >= s_maxNestedDeletions; }
+
+private:
+    static unsigned int s_level;
+};
+
+unsigned int DeletionLevel::s_level = 0;
+
+string MakeClassName(Component const &component)
+{
+    return GetTypeName(typeid(component));
+}
+
+string MakeObjectName(Component const &component)
+{
+    return FormatObjectName(MakeClassName(component), &component);
+}
+
+/// Throws if `child` has `parent` below it.
+void CheckIsNoAncestor(Component const &child, Component const &parent)
+{
+    if (child.IsAncestorOf(parent))
+    {
+        QUILLMARSH_THROW(GUIException,
+                         "Attaching ancestor: " + MakeObjectName(child) + " to descendant: " + MakeObjectName(parent));
+    }
+}
+
+void DetachAndDelete(Component &parent, Component &child)
+{
+    Watch<Component> const watch(child);
+    parent.Detach(child);
+    delete watch.Get();
+}
+
+/// Deletes all descendants, each behind its own.
+void DeleteFromLeaves(Component &root)
+{
+    std::vector<Watch<Component>> path = {Watch<Component>(root)};
+    while (path.front().Get() != nullptr)
+    {
+        Component *const last = path.back();
+        Component *const parent = path.size() > 1 ? path[path.size() - 2].Get() : nullptr;
+        bool const isInPlace = last != nullptr && (path.size() == 1 || (parent != nullptr && last->IsChildOf(*parent)));
+        if (isInPlace && !last->IsLeaf())
+        {
+            path.emplace_back(last->GetChild(0));
+            continue;
+        }
+        if (path.size() == 1)
+            return;
+        path.pop_back();
+        // A handler may have moved or deleted it.
+        if (isInPlace)
+            DetachAndDelete(*parent, *last);
+    }
+}
+
+} // namespace
+
+// Attachment. The manager is told at once, and the hooks then: whatever they do, the rest is done only for a tree that
+// still is as this operation made it.
+
+void Component::Attach(Component &child)
+{
+    if (&child == this || child.parent_ == this)
+        return;
+    CheckIsNoAncestor(child, *this);
+    Watch<Component> const self(*this);
+    Watch<Component> const watch(child);
+    if (child.parent_ != nullptr)
+    {
+        child.DetachFromParent();
+        bool const isStillFree = self.Get() != nullptr && watch.Get() != nullptr && child.parent_ == nullptr;
+        if (!isStillFree)
+            return;
+        CheckIsNoAncestor(child, *this);
+    }
+    children_.push_back(&child);
+    child.parent_ = this;
+    Manager &manager = Manager::Instance();
+    manager.NotifyComponentHierarchyChanged(child);
+    manager.NotifyComponentHierarchyChanged(*this);
+
+    auto const isStillAttached = [&]
+    { return self.Get() != nullptr && watch.Get() != nullptr && watch->parent_ == self.Get(); };
+    OnAttachedChild(child);
+    if (isStillAttached())
+        child.OnAttachedToParent();
+    if (isStillAttached())
+        child.PropagateChangedBranchVisible(IsBranchVisible());
+}
+
+void Component::Detach(Component &child)
+{
+    if (child.parent_ != this)
+    {
+        QUILLMARSH_THROW(GUIException,
+                         "Detaching non-child: " + MakeObjectName(child) + " from: " + MakeObjectName(*this));
+    }
+    // The last one comes first when all are detached.
+    auto const place =
+        children_.back() == &child ? children_.end() - 1 : std::find(children_.begin(), children_.end(), &child);
+    auto const index = static_cast<std::size_t>(place - children_.begin());
+    children_.erase(place);
+    ChildWalk::OnErased(*this, index);
+    child.parent_ = nullptr;
+    Manager &manager = Manager::Instance();
+    manager.NotifyComponentHierarchyChanged(child);
+    manager.NotifyComponentHierarchyChanged(*this);
+
+    Watch<Component> const self(*this);
+    Watch<Component> const watch(child);
+    child.OnDetachedFromParent();
+    if (self.Get() != nullptr && watch.Get() != nullptr && child.parent_ != this)
+        OnDetachedChild(child);
+    if (watch.Get() != nullptr)
+        child.PropagateChangedBranchVisible(child.IsBranchVisible());
+}
+
+void Component::DetachFromParent()
+{
+    if (parent_ != nullptr)
+        parent_->Detach(*this);
+}
+
+void Component::DetachAllChildren()
+{
+    Watch<Component> const self(*this);
+    for (std::size_t i = children_.size(); i > 0 && self.Get() != nullptr; --i)
+    {
+        // A handler may have detached others.
+        if (i <= children_.size())
+            Detach(*children_[i - 1]);
+    }
+}
+
+void Component::DeleteAllChildren()
+{
+    if (children_.empty())
+        return;
+    DeletionLevel const level;
+    if (DeletionLevel::IsLast())
+    {
+        DeleteFromLeaves(*this);
+        return;
+    }
+    Watch<Component> const self(*this);
+    while (self.Get() != nullptr && !children_.empty())
+        DetachAndDelete(*this, *children_.front());
+}
+
+void Component::OnAttachedChild(Component &) {}
+
+void Component::OnDetachedChild(Component &) {}
+
+void Component::OnAttachedToParent() {}
+
+void Component::OnDetachedFromParent() {}
+
+// Relatives.
+
+Component &Component::GetTopLevelAncestor()
+{
+    Component *component = this;
+    while (component->parent_ != nullptr)
+        component = component->parent_;
+    return *component;
+}
+
+Component const &Component::GetTopLevelAncestor() const
+{
+    return const_cast<Component *>(this)->GetTopLevelAncestor();
+}
+
+Component *Component::GetChild(unsigned int index)
+{
+    return index < children_.size() ? children_[index] : nullptr;
+}
+
+Component const *Component::GetChild(unsigned int index) const
+{
+    return index < children_.size() ? children_[index] : nullptr;
+}
+
+bool Component::IsDescendantOf(Component const &other) const
+{
+    if (other.IsLeaf())
+        return false;
+    Component const *ancestor = parent_;
+    while (ancestor != nullptr && ancestor != &other)
+        ancestor = ancestor->parent_;
+    return ancestor != nullptr;
+}
+
+unsigned int Component::CalcDepth() const
+{
+    unsigned int depth = 0;
+    for (Component const *ancestor = parent_; ancestor != nullptr; ancestor = ancestor->parent_)
+        ++depth;
+    return depth;
+}
+
+// Diagnostics.
+
+void Component::DumpHierarchy(ostream &out, unsigned int tabs, bool showDepth, bool showDetails, unsigned int depth,
+                              bool limitDepth, unsigned int maxDepth) const
+{
+    if (limitDepth && depth > maxDepth)
+        return;
+    out << TabEffector(tabs);
+    if (showDepth)
+        out << depth << ", ";
+    string address;
+    ToString(address, const_cast<Component *>(this));
+    out << FormatClassName(MakeClassName(*this)) << ", " << address;
+    if (showDetails)
+        out << ", Shader=" << shaderName_ << ", Flags=" << (visible_ ? "" : "H");
+    out << '\n';
+    for (Component const *child : children_)
+        child->DumpHierarchy(out, tabs + 1, showDepth, showDetails, depth + 1, limitDepth, maxDepth);
+}
+
+string Component::MakeHierarchyTrace(string const &separator) const
+{
+    std::vector<Component const *> path;
+    for (Component const *component = this; component != nullptr; component = component->parent_)
+        path.push_back(component);
+    string trace = MakeObjectName(*path.back());
+    for (auto component = path.rbegin() + 1; component != path.rend(); ++component)
+        trace += separator + MakeObjectName(**component);
+    return trace;
+}
+
+} // namespace quillmarsh::gui
