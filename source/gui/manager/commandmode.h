@@ -21,7 +21,7 @@ public:
     void TryStart(Component &hit, eCommandArea area, vec2 const &mousePosition);
     /// Proposes place and size for this position, and applies what the target lets pass.
     void Step(vec2 const &mousePosition);
-    /// Harmless if none runs.
+    /// Harmless if none runs. The target is told once, also if it calls this meanwhile.
     void End();
 
     bool IsActive() const { return target_.Get() != nullptr; }
@@ -31,8 +31,14 @@ public:
     eMouseButton GetButton() const { return button_; }
 
 private:
+    /// Tells the target of the begin, and sets its state.
+    void Begin();
+    void Apply(vec2 const &position, vec2 const &size);
+
     Parts &parts_;
     Watch<Component> target_;
+    /// The target has been told of the end.
+    bool isEnding_ = false;
     eCommandArea area_ = e_area_void;
     eMouseButton button_ = e_mouse_button_extra3;
     vec2 startMouse_ = {0, 0};

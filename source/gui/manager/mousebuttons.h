@@ -80,6 +80,12 @@ public:
     eMouseButton previousDownButton = s_noMouseButton;
     /// All events are wiped until a frame with a release has passed.
     bool swallowClicks = false;
+
+private:
+    void ReadEvents(Mouse &mouse);
+    /// Begins the repeat of the first button that went down, and finds double clicks.
+    void ProcessPress();
+    void ProcessRepeat(Mouse &mouse, double timeDelta);
 };
 
 } // namespace quillmarsh::gui::manager_parts

@@ -19,8 +19,8 @@ public:
     bool Request(Component &component);
     /// Acts only on the holder.
     void Release(Component &component);
-    /// Tells the target while it still has the capture, then clears it; forces a hit test in any case. A target that
-    /// deletes itself, or begins another capture meanwhile, is handled: only the told target is cleared.
+    /// Tells the target while it still has the capture, then clears it; forces a hit test in any case. A target that is
+    /// told may end the capture itself, which tells it nothing more, and begin another one, which stays.
     void End();
 
     /// Null without a capture, and after the target was deleted.
@@ -29,6 +29,8 @@ public:
 private:
     Parts &parts_;
     Watch<Component> target_;
+    /// The target has been told of the end.
+    bool isEnding_ = false;
 };
 
 } // namespace quillmarsh::gui::manager_parts

@@ -53,6 +53,7 @@ private:
     void DispatchToTop(Mouse &mouse, vec2 const &position);
     /// @}
 
+    void SetButtonTarget(Component &target);
     void NotifyMouseButtons(vec2 const &position);
     void NotifyMouseWheel(Component &target, vec2 const &position, int delta);
     void NotifyMouseMove(Component &target, vec2 const &position);
