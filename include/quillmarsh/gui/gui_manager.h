@@ -199,7 +199,7 @@ public:
     Component *GetKeyboardFocusTarget() const;
     bool IsKeyboardFocusTargetApplication() const;
     /// Asks a component and its ancestors whether they want the focus; the first that does gets it. Returns false for a
-    /// component outside of the modal branch, and outside of the branch that is moved or resized.
+    /// component outside of the modal branch, and while a component is moved or resized, for all but its descendants.
     bool RequestKeyboardFocus(Component &component);
     bool RequestKeyboardFocus(Application &application);
     /// Passes the focus of a component that has it on to the application.

@@ -84,6 +84,8 @@ public:
     Component *GetTarget() const { return stack_.empty() ? nullptr : stack_.back(); }
 
 private:
+    void ActivateTarget();
+
     Parts &parts_;
     std::vector<Component *> stack_;
 };

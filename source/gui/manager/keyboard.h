@@ -5,6 +5,7 @@
 #include "source/gui/manager/mousebuttons.h"
 
 #include <quillmarsh/gui/gui_component.h>
+#include <quillmarsh/gui/gui_watch.h>
 #include <quillmarsh/platform/inputcodes.h>
 
 namespace quillmarsh
@@ -44,6 +45,18 @@ public:
     bool NeedsCharacters() const { return needsCharacters_; }
 
 private:
+    /// What the components of a branch answered.
+    struct Answer
+    {
+        /// First one that wants the focus; null if none does.
+        Watch<Component> wanting;
+        bool needsCharacters = false;
+    };
+
+    Answer Ask(Component &target, bool byMouse, eMouseButton button);
+    /// Takes the focus from the target and gives it to another one, unless a handler moves it elsewhere meanwhile.
+    void MoveTo(Component &newTarget, bool needsCharacters);
+
     Parts &parts_;
     Component *target_ = nullptr;
     bool needsCharacters_ = false;
