@@ -89,6 +89,9 @@
 #include <quillmarsh/framework/commands/crashcmd.h>
 #include <quillmarsh/framework/commands/exitcmd.h>
 #include <quillmarsh/framework/commands/frameworkcommands.h>
+#include <quillmarsh/framework/commands/guialiascmd.h>
+#include <quillmarsh/framework/commands/guifontcmd.h>
+#include <quillmarsh/framework/commands/guistatscmd.h>
 #include <quillmarsh/framework/commands/hidconfigcmd.h>
 #include <quillmarsh/framework/commands/hidcontrolcmd.h>
 #include <quillmarsh/framework/commands/profilercmd.h>
@@ -108,6 +111,7 @@
 #include <quillmarsh/framework/framestatisticscollector.h>
 #include <quillmarsh/framework/frameworkprofiler.h>
 #include <quillmarsh/framework/genericextension.h>
+#include <quillmarsh/framework/guirendererstatscollector.h>
 #include <quillmarsh/framework/hidcontroller.h>
 #include <quillmarsh/framework/hiddriver.h>
 #include <quillmarsh/framework/humaninterfacedevice.h>
