@@ -6,10 +6,12 @@
 #include <quillmarsh/framework/kernel.h>
 #include <quillmarsh/framework/videorenderer.h>
 #include <quillmarsh/framework/videosubsystem.h>
+#include <quillmarsh/gui/gui_component.h>
 
 #include "imageadaption.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace quillmarsh::framework_commands
 {
@@ -70,6 +72,34 @@ ScreenShotCmd::ScreenShotCallback::~ScreenShotCallback() = default;
 void ScreenShotCmd::ScreenShotCallback::PreScreenShot() {}
 
 void ScreenShotCmd::ScreenShotCallback::PostScreenShot() {}
+
+ScreenShotCmd::ScreenShotCallback_AutoHideComponent::ScreenShotCallback_AutoHideComponent(gui::Component *target)
+    : target_(target)
+{
+}
+
+ScreenShotCmd::ScreenShotCallback_AutoHideComponent::~ScreenShotCallback_AutoHideComponent() = default;
+
+void ScreenShotCmd::ScreenShotCallback_AutoHideComponent::SetAutoHideTarget(gui::Component *target)
+{
+    target_ = target;
+    wasVisible_ = false;
+}
+
+void ScreenShotCmd::ScreenShotCallback_AutoHideComponent::PreScreenShot()
+{
+    if (target_.Get() == nullptr)
+        return;
+    // A second request before the capture finds what the first one has hidden.
+    wasVisible_ = wasVisible_ || target_->IsVisible();
+    target_->ShowTopLevel(false, true);
+}
+
+void ScreenShotCmd::ScreenShotCallback_AutoHideComponent::PostScreenShot()
+{
+    if (std::exchange(wasVisible_, false) && target_.Get() != nullptr)
+        target_->ShowTopLevel(true, false);
+}
 
 ScreenShotCmd::ScreenShotCmd(ScreenShotCallback *callback) : callback_(callback)
 {

@@ -4,12 +4,17 @@
 
 #include <quillmarsh/framework/commandtable.h>
 #include <quillmarsh/framework/frameobserver.h>
+#include <quillmarsh/gui/gui_watch.h>
 
 namespace quillmarsh
 {
 class ImageBase;
 class NamedParameterList;
 class VideoRenderer;
+namespace gui
+{
+class Component;
+} // namespace gui
 } // namespace quillmarsh
 
 namespace quillmarsh::framework_commands
@@ -49,6 +54,25 @@ public:
         virtual void PreScreenShot();
         /// The capture is over, and so is one that failed. Must not throw.
         virtual void PostScreenShot();
+    };
+
+    /// Hides a component of the GUI in the frame of a capture, and shows it again if it was visible.
+    class QUILLMARSH_API ScreenShotCallback_AutoHideComponent : public ScreenShotCallback
+    {
+    public:
+        /// See SetAutoHideTarget().
+        explicit ScreenShotCallback_AutoHideComponent(gui::Component *target = nullptr);
+        ~ScreenShotCallback_AutoHideComponent() override;
+
+        void PreScreenShot() override;
+        void PostScreenShot() override;
+
+        /// Sets the component, which is borrowed and may be destroyed at any time; null for none.
+        void SetAutoHideTarget(gui::Component *target);
+
+    private:
+        gui::Watch<gui::Component> target_;
+        bool wasVisible_ = false;
     };
 
     static constexpr unsigned int s_maxSerialNumberWidth = 8;
