@@ -2,6 +2,9 @@
 
 #include <quillmarsh/framework/commands/crashcmd.h>
 #include <quillmarsh/framework/commands/exitcmd.h>
+#include <quillmarsh/framework/commands/guialiascmd.h>
+#include <quillmarsh/framework/commands/guifontcmd.h>
+#include <quillmarsh/framework/commands/guistatscmd.h>
 #include <quillmarsh/framework/commands/hidconfigcmd.h>
 #include <quillmarsh/framework/commands/hidcontrolcmd.h>
 #include <quillmarsh/framework/commands/profilercmd.h>
@@ -14,16 +17,20 @@
 namespace quillmarsh::framework_commands
 {
 
-void CreateAndRegisterAllCommands(std_command_interpreter::Interpreter &interpreter, gui::Component *,
+void CreateAndRegisterAllCommands(std_command_interpreter::Interpreter &interpreter, gui::Component *screenshotAutoHide,
                                   unsigned int hidReconfigCode, unsigned int videoReconfigCode)
 {
     interpreter.RegisterExternalCommand(new ExitCmd);
     interpreter.RegisterExternalCommand(new CrashCmd);
     interpreter.RegisterExternalCommand(new VSyncCmd);
-    interpreter.RegisterExternalCommand(new ScreenShotCmd(nullptr));
+    interpreter.RegisterExternalCommand(
+        new ScreenShotCmd(new ScreenShotCmd::ScreenShotCallback_AutoHideComponent(screenshotAutoHide)));
     interpreter.RegisterExternalCommand(new HIDConfigCmd(hidReconfigCode));
     interpreter.RegisterExternalCommand(new HIDControlCmd);
     interpreter.RegisterExternalCommand(new VideoConfigCmd(videoReconfigCode));
+    interpreter.RegisterExternalCommand(new GUIFontCmd);
+    interpreter.RegisterExternalCommand(new GUIAliasCmd);
+    interpreter.RegisterExternalCommand(new GUIStatsCmd);
     interpreter.RegisterExternalCommand(new VariableCmd);
     interpreter.RegisterExternalCommand(new ProfilerCmd);
 }
