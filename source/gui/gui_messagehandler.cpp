@@ -1,5 +1,6 @@
 #include <quillmarsh/gui/gui_messagehandler.h>
 
+#include <quillmarsh/gui/gui_manager.h>
 #include <quillmarsh/gui/gui_messages.h>
 
 #include <algorithm>
@@ -32,6 +33,8 @@ MessageHandler::~MessageHandler()
     UninstallAllMessageHooks();
     while (!hookedHandlers_.empty())
         hookedHandlers_.back()->UninstallMessageHook(*this);
+    if (numServices_ != 0 && Manager::s_pInstanceManager != nullptr)
+        Manager::s_pInstanceManager->NotifyServiceProviderDeleted(*this);
 }
 
 void MessageHandler::ReleaseWatches()
@@ -50,6 +53,31 @@ bool MessageHandler::DispatchMessage(Message &message)
             return true;
     }
     return self.Get() != nullptr && HandleMessage(message);
+}
+
+bool MessageHandler::BroadcastMessage(Message &message)
+{
+    return Manager::Instance().BroadcastMessage(message);
+}
+
+bool MessageHandler::SendMessageToServiceProvider(unsigned int id, Message &message)
+{
+    return Manager::Instance().SendMessageToServiceProvider(id, message);
+}
+
+bool MessageHandler::RegisterAsServiceProvider(unsigned int id)
+{
+    return Manager::Instance().RegisterServiceProvider(id, *this);
+}
+
+bool MessageHandler::UnregisterAsServiceProvider(unsigned int id)
+{
+    return Manager::Instance().UnregisterServiceProvider(id, *this);
+}
+
+bool MessageHandler::IsRegisteredAsServiceProvider(unsigned int id) const
+{
+    return Manager::Instance().GetServiceProvider(id) == this;
 }
 
 void MessageHandler::InstallMessageHook(MessageHandler &hook, bool atFront, MessageHandler const *before)

@@ -45,6 +45,10 @@ public:
     void PostEventDispatch(double timeDelta);
 
 private:
+    /// Replaces the provider; null removes it. Tells nobody.
+    void Store(unsigned int id, MessageHandler *handler);
+    void BroadcastChange(unsigned int id);
+
     Parts &parts_;
     std::map<unsigned int, MessageHandler *> providers_;
 };
