@@ -1,0 +1,302 @@
+// The manager's operations of named resources.
+#include "source/gui/manager/parts.h"
+
+#include <quillmarsh/basetools/streameffectors.h>
+#include <quillmarsh/gui/gui_cursors.h>
+#include <quillmarsh/gui/gui_fonts.h>
+#include <quillmarsh/gui/gui_manager.h>
+#include <quillmarsh/gui/gui_shaders.h>
+#include <quillmarsh/gui/gui_textures.h>
+
+#include <ostream>
+#include <utility>
+
+namespace quillmarsh::gui
+{
+
+namespace
+{
+
+/// Deleter that can be told to leave the object to the caller.
+struct DeleteUnlessRefused
+{
+    template<typename T>
+    void operator()(T *object) const
+    {
+        if (!isRefused)
+            delete object;
+    }
+    bool isRefused = false;
+};
+
+/// Registers an object, which stays with the caller if that throws.
+template<typename T>
+void RegisterOrLeave(manager_parts::Resources &resources, string const &name, T *object)
+{
+    std::shared_ptr<T> owner(object, DeleteUnlessRefused());
+    try
+    {
+        resources.Register(name, owner);
+    }
+    catch (...)
+    {
+        std::get_deleter<DeleteUnlessRefused>(owner)->isRefused = true;
+        throw;
+    }
+}
+
+template<typename Registered, typename T>
+bool IsRegistered(Registered const &registered, T const &object, string *name)
+{
+    string const *const found = registered.FindName(object);
+    if (found != nullptr && name != nullptr)
+        *name = *found;
+    return found != nullptr;
+}
+
+template<typename Map>
+void CopyKeys(Map const &map, std::vector<string> &keys)
+{
+    keys.clear();
+    for (auto const &entry : map)
+        keys.push_back(entry.first);
+}
+
+template<typename Map>
+void DumpKeys(ostream &out, unsigned int tabs, Map const &map)
+{
+    for (auto const &entry : map)
+        out << IndentEffector(tabs) << entry.first << std::endl;
+}
+
+/// For shaders and cursors.
+template<typename Objects>
+void DumpNames(ostream &out, unsigned int tabs, Objects const &objects)
+{
+    for (unsigned int i = 0; i < objects.GetSize(); ++i)
+    {
+        auto const *const object = objects.Get(i);
+        out << IndentEffector(tabs);
+        if (object->GetName().empty())
+            out << "[unnamed] @ " << static_cast<void const *>(object);
+        else
+            out << object->GetName();
+        out << std::endl;
+    }
+}
+
+/// Deletes all, and lets none of them search the registry for itself.
+template<typename Objects>
+void DeleteAll(Objects &objects, bool &insertSwitch, bool &listChanged)
+{
+    bool const formerly = std::exchange(insertSwitch, false);
+    objects.DeleteAll();
+    insertSwitch = formerly;
+    listChanged = true;
+}
+
+} // namespace
+
+void Manager::RegisterTileTexture(string const &name, TileTexture *texture)
+{
+    RegisterOrLeave(parts_->resources, name, texture);
+}
+
+void Manager::RegisterTileTexture(string const &name, AutoPtr<TileTexture> &texture)
+{
+    RegisterTileTexture(name, texture.get());
+    texture.release();
+}
+
+void Manager::UnregisterTileTexture(string const &name)
+{
+    if (parts_->resources.tileTextures.objects.Unregister(name))
+        parts_->resources.OnTileTexturesChanged();
+}
+
+void Manager::UnregisterAllTileTextures()
+{
+    parts_->resources.tileTextures.objects.UnregisterAll();
+    parts_->resources.OnTileTexturesChanged();
+}
+
+void Manager::GetRegisteredTileTextureNames(std::vector<string> &names) const
+{
+    CopyKeys(parts_->resources.tileTextures.objects.GetAll(), names);
+}
+
+bool Manager::IsRegisteredTileTexture(TileTexture &texture, string *name) const
+{
+    return IsRegistered(parts_->resources.tileTextures.objects, texture, name);
+}
+
+TileTexture *Manager::GetTileTexture(string const &name) const
+{
+    return parts_->resources.tileTextures.Get(name);
+}
+
+void Manager::RequestTileTextureRecache(VideoResourceUser &user)
+{
+    parts_->resources.tileTextureRequests.Append(user);
+}
+
+void Manager::DumpRegisteredTileTextures(ostream &out, unsigned int tabs) const
+{
+    DumpKeys(out, tabs, parts_->resources.tileTextures.objects.GetAll());
+}
+
+void Manager::RegisterFont(string const &name, Font *font)
+{
+    RegisterOrLeave(parts_->resources, name, font);
+}
+
+void Manager::RegisterFont(string const &name, AutoPtr<Font> &font)
+{
+    RegisterFont(name, font.get());
+    font.release();
+}
+
+void Manager::RegisterFont(string const &name, AutoPtr<FontTexture> &font)
+{
+    RegisterFont(name, font.get());
+    font.release();
+}
+
+void Manager::UnregisterFont(string const &name)
+{
+    if (parts_->resources.fonts.objects.Unregister(name))
+        parts_->resources.OnFontsChanged();
+}
+
+void Manager::UnregisterAllFonts()
+{
+    parts_->resources.fonts.objects.UnregisterAll();
+    parts_->resources.OnFontsChanged();
+}
+
+void Manager::GetRegisteredFontNames(std::vector<string> &names) const
+{
+    CopyKeys(parts_->resources.fonts.objects.GetAll(), names);
+}
+
+bool Manager::IsRegisteredFont(Font &font, string *name) const
+{
+    return IsRegistered(parts_->resources.fonts.objects, font, name);
+}
+
+Font *Manager::GetFont(string const &name) const
+{
+    return parts_->resources.fonts.Get(name);
+}
+
+void Manager::RequestFontRecache(VideoResourceUser &user)
+{
+    parts_->resources.fontRequests.Append(user);
+}
+
+void Manager::DumpRegisteredFonts(ostream &out, unsigned int tabs) const
+{
+    DumpKeys(out, tabs, parts_->resources.fonts.objects.GetAll());
+}
+
+unsigned int Manager::GetNumShaders() const
+{
+    return parts_->resources.shaders.objects.GetSize();
+}
+
+BaseShader *Manager::GetShader(unsigned int index) const
+{
+    return parts_->resources.shaders.objects.Get(index);
+}
+
+BaseShader *Manager::GetShader(string const &name) const
+{
+    return parts_->resources.shaders.Get(name);
+}
+
+void Manager::DeleteShader(string const &name)
+{
+    delete parts_->resources.shaders.objects.Find(name);
+}
+
+void Manager::DeleteAllShaders()
+{
+    DeleteAll(parts_->resources.shaders.objects, parts_->pending.shaderInsert, parts_->pending.shaderListChanged);
+}
+
+void Manager::RequestShaderRecache(Component &component)
+{
+    parts_->resources.shaderRequests.Append(component);
+}
+
+void Manager::DumpRegisteredShaders(ostream &out, unsigned int tabs) const
+{
+    DumpNames(out, tabs, parts_->resources.shaders.objects);
+}
+
+unsigned int Manager::GetNumCursors() const
+{
+    return parts_->resources.cursors.objects.GetSize();
+}
+
+Cursor *Manager::GetCursor(unsigned int index) const
+{
+    return parts_->resources.cursors.objects.Get(index);
+}
+
+Cursor *Manager::GetCursor(string const &name) const
+{
+    return parts_->resources.cursors.Get(name);
+}
+
+void Manager::DeleteCursor(string const &name)
+{
+    delete parts_->resources.cursors.objects.Find(name);
+}
+
+void Manager::DeleteAllCursors()
+{
+    DeleteAll(parts_->resources.cursors.objects, parts_->pending.cursorInsert, parts_->pending.cursorListChanged);
+}
+
+void Manager::RequestCursorRecache(Component &component)
+{
+    parts_->resources.cursorRequests.Append(component);
+}
+
+void Manager::DumpRegisteredCursors(ostream &out, unsigned int tabs) const
+{
+    DumpNames(out, tabs, parts_->resources.cursors.objects);
+}
+
+Cursor const *Manager::GetActiveCursor() const
+{
+    return parts_->cursorDisplay.GetActive();
+}
+
+void Manager::ShowGUICursor(bool show)
+{
+    parts_->cursorDisplay.showGUICursor = show;
+}
+
+bool Manager::IsShownGUICursor() const
+{
+    return parts_->cursorDisplay.showGUICursor;
+}
+
+void Manager::ShowSystemCursor(bool show)
+{
+    parts_->cursorDisplay.ShowSystemCursor(show);
+}
+
+bool Manager::IsShownSystemCursor() const
+{
+    return parts_->cursorDisplay.IsShownSystemCursor();
+}
+
+void Manager::DispatchGlobalCursorParams()
+{
+    parts_->cursorDisplay.DispatchGlobalParams();
+}
+
+} // namespace quillmarsh::gui
