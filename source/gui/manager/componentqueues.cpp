@@ -13,6 +13,19 @@ namespace
 /// Gives the first or last member; closes no gaps, as a list of many may be changed many times.
 constexpr auto s_any = [](Component const &) { return true; };
 
+Component *TakeLast(std::vector<Component *> &components)
+{
+    Component *const last = components.back();
+    components.pop_back();
+    return last;
+}
+
+/// The first child is taken next.
+void AppendReversed(std::vector<Component *> &components, std::vector<Component *> const &children)
+{
+    components.insert(components.end(), children.rbegin(), children.rend());
+}
+
 } // namespace
 
 void ComponentQueues::OnCreated(Component &component)
@@ -163,30 +176,38 @@ void ComponentQueues::UpdateComponentQueues()
             CollectAll(root);
             overlays_.assign(1, &root);
             for (std::size_t i = 0; i < overlays_.size(); ++i)
-                CollectVisible(*overlays_[i], true);
+                CollectVisible(*overlays_[i]);
         });
     overlays_.clear();
 }
 
-void ComponentQueues::CollectAll(Component &component)
+void ComponentQueues::CollectAll(Component &root)
 {
-    all.AppendRebuilt(component);
-    for (Component *child : component.GetChildren())
-        CollectAll(*child);
+    toCollect_.assign(1, &root);
+    while (!toCollect_.empty())
+    {
+        Component &component = *TakeLast(toCollect_);
+        all.AppendRebuilt(component);
+        AppendReversed(toCollect_, component.GetChildren());
+    }
 }
 
-void ComponentQueues::CollectVisible(Component &component, bool isRoot)
+void ComponentQueues::CollectVisible(Component &root)
 {
-    if (!component.IsVisible())
-        return;
-    if (component.IsOverlay() && !isRoot)
+    toCollect_.assign(1, &root);
+    while (!toCollect_.empty())
     {
-        overlays_.push_back(&component);
-        return;
+        Component &component = *TakeLast(toCollect_);
+        if (!component.IsVisible())
+            continue;
+        if (component.IsOverlay() && &component != &root)
+        {
+            overlays_.push_back(&component);
+            continue;
+        }
+        draw.AppendRebuilt(component);
+        AppendReversed(toCollect_, component.GetChildren());
     }
-    draw.AppendRebuilt(component);
-    for (Component *child : component.GetChildren())
-        CollectVisible(*child, false);
 }
 
 void ComponentQueues::DeleteAll()

@@ -68,13 +68,15 @@ private:
     void UpdateComponentLayers();
     void UpdateComponentQueues();
     /// Appends a branch, each component before its children.
-    void CollectAll(Component &component);
+    void CollectAll(Component &root);
     /// Appends the visible part of a branch, without its overlays, which go to overlays_.
-    void CollectVisible(Component &component, bool isRoot);
+    void CollectVisible(Component &root);
 
     Parts &parts_;
     /// Work list of the draw queue, kept for its capacity.
     std::vector<Component *> overlays_;
+    /// Components whose turn is still to come; also kept for its capacity. A branch may have any depth.
+    std::vector<Component *> toCollect_;
 };
 
 } // namespace quillmarsh::gui::manager_parts
