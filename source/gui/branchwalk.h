@@ -4,20 +4,55 @@
 
 #include "source/gui/childwalk.h"
 
+#include <array>
 #include <forward_list>
+#include <optional>
 
 namespace quillmarsh::gui
 {
 
+/// Levels of a walk, one ChildWalk for each component whose children are walked. Takes memory only for the branches of
+/// trees that are deeper than any GUI.
+class WalkLevels : NoCopy
+{
+public:
+    WalkLevels() = default;
+    ~WalkLevels()
+    {
+        while (!IsEmpty())
+            Pop();
+    }
+
+    bool IsEmpty() const { return numUpper_ == 0; }
+    ChildWalk &Top() { return deep_.empty() ? *upper_[numUpper_ - 1] : deep_.front(); }
+    void Push(Component &parent)
+    {
+        if (numUpper_ < upper_.size())
+            upper_[numUpper_++].emplace(parent);
+        else
+            deep_.emplace_front(parent);
+    }
+    void Pop()
+    {
+        if (deep_.empty())
+            upper_[--numUpper_].reset();
+        else
+            deep_.pop_front();
+    }
+
+private:
+    std::array<std::optional<ChildWalk>, 16> upper_;
+    std::size_t numUpper_ = 0;
+    std::forward_list<ChildWalk> deep_;
+};
+
 /// Walks a branch: calls `enter` for each component before its children, and `leave` behind them. `enter` returns false
 /// to pass over the children, and then `leave` is not called either. A component that is destroyed meanwhile is not
-/// called any more, and neither are its children. Memory instead of recursion holds the levels, so that a branch of any
-/// depth can be walked.
+/// called any more, and neither are its children. There is no recursion, so that a branch of any depth can be walked.
 template<typename Enter, typename Leave>
 void WalkBranch(Component &root, Enter &&enter, Leave &&leave)
 {
-    // The innermost level stands in front, and is destroyed first.
-    std::forward_list<ChildWalk> levels;
+    WalkLevels levels;
     auto const visit = [&](Component &component)
     {
         Watch<Component> const watch(component);
@@ -26,18 +61,18 @@ void WalkBranch(Component &root, Enter &&enter, Leave &&leave)
         if (component.IsLeaf())
             leave(component);
         else
-            levels.emplace_front(component);
+            levels.Push(component);
     };
     visit(root);
-    while (!levels.empty())
+    while (!levels.IsEmpty())
     {
-        if (Component *const child = levels.front().Next(); child != nullptr)
+        if (Component *const child = levels.Top().Next(); child != nullptr)
         {
             visit(*child);
             continue;
         }
-        Component *const parent = levels.front().GetParent();
-        levels.pop_front();
+        Component *const parent = levels.Top().GetParent();
+        levels.Pop();
         if (parent != nullptr)
             leave(*parent);
     }
