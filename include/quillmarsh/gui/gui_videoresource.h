@@ -79,7 +79,7 @@ private:
     struct ListPlaces
     {
         /// Number of lists that the manager keeps of users.
-        static constexpr unsigned int s_numLists = 11;
+        static constexpr unsigned int s_numLists = 15;
         /// Place in no list.
         static constexpr std::uint32_t s_none = 0xFFFFFFFF;
 

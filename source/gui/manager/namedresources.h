@@ -2,10 +2,9 @@
 #ifndef QUILLMARSH_SOURCE_GUI_MANAGER_NAMEDRESOURCES_H
 #define QUILLMARSH_SOURCE_GUI_MANAGER_NAMEDRESOURCES_H
 
-#include <quillmarsh/platform/types.h>
+#include "source/gui/manager/safelists.h"
 
 #include <map>
-#include <memory>
 #include <vector>
 
 namespace quillmarsh::gui
@@ -38,29 +37,56 @@ private:
 };
 
 /// Owner that registers objects under names: tile textures and fonts.
+///
+/// Users keep pointers until they look their names up again. What is replaced or removed therefore lives on: it is
+/// condemned when all users are about to look up, and released when they have done so.
 template<typename T>
 class RegisteredObjects
 {
 public:
     using Object = T;
 
-    /// Takes the object, in place of a former one, which is kept in `retired` until ReleaseRetired().
-    void Register(string const &name, std::shared_ptr<T> object);
-    /// Returns false for an unknown name.
+    /// Owns the object from then on, and retires a former one of that name. Takes a retired object back.
+    void Register(string const &name, T &object);
+    /// Retires the object. Returns false for an unknown name.
     bool Unregister(string const &name);
     void UnregisterAll();
     T *Find(string const &name) const;
     /// Returns the name of an object; null if it is not registered.
-    string const *FindName(T const &object) const;
-    void ReleaseRetired() { retired_.clear(); }
-    std::map<string, std::shared_ptr<T>> const &GetAll() const { return objects_; }
+    string const *FindName(VideoResource const &object) const;
+    /// Gives all names in ascending order.
+    void GetNames(std::vector<string> &names) const;
+    /// Prints the names, one a line.
+    void Dump(ostream &out, unsigned int tabs) const;
 
-    /// Names whose part in the renderer is still to be created.
-    std::vector<string> toCreate;
+    /// @name Retired objects
+    /// @{
+
+    /// Condemns all that are retired now.
+    void CondemnRetired() { numCondemned_ = retired_.size(); }
+    /// Deletes those that were condemned.
+    void ReleaseCondemned();
+    /// @}
+
+    /// @name Parts in the renderer
+    /// @{
+
+    /// Creates those of new objects, or of all. When one throws, those that are missing stay to be created.
+    void CreateVideoResources(VideoRenderer &renderer, bool all);
+    /// Releases those of all objects, retired ones too.
+    void ReleaseVideoResources();
+    /// @}
 
 private:
-    std::map<string, std::shared_ptr<T>> objects_;
-    std::vector<std::shared_ptr<T>> retired_;
+    /// Keeps an object until it is released.
+    void Retire(AutoPtr<T> object) { retired_.push_back(std::move(object)); }
+
+    std::map<string, AutoPtr<T>> objects_;
+    /// Names whose part in the renderer is still to be created.
+    std::vector<string> toCreate_;
+    /// In the order in which they were retired.
+    std::vector<AutoPtr<T>> retired_;
+    std::size_t numCondemned_ = 0;
 };
 
 /// Objects that register themselves, in ascending order of their names; equal names stand in the order of registration:
@@ -73,17 +99,28 @@ public:
 
     void Insert(T &object);
     /// Harmless for an object that is not registered.
-    void Erase(T &object);
-    /// An object has got another name.
+    void Erase(T &object) { objects_.Erase(object); }
+    /// An object has got another name. Harmless for an object that is not registered.
     void Reorder(T &object);
-    T *Find(string const &name) const;
-    T *Get(unsigned int index) const { return index < objects_.size() ? objects_[index] : nullptr; }
-    unsigned int GetSize() const { return static_cast<unsigned int>(objects_.size()); }
-    /// Deletes all; objects leave by Erase(), or, with the insert switch off, all at once.
+    T *Find(string const &name);
+    /// Returns null past the end.
+    T *Get(unsigned int index) { return objects_.Get(index); }
+    unsigned int GetSize() const { return objects_.GetSize(); }
+    /// Deletes all, each out of the registry first.
     void DeleteAll();
+    /// See SafeList.
+    template<typename Call>
+    void ForEach(Call &&call)
+    {
+        objects_.ForEach(call);
+    }
+    /// Prints the names, one a line, or for an empty one "[unnamed] @ " and the address.
+    void Dump(ostream &out, unsigned int tabs);
 
 private:
-    std::vector<T *> objects_;
+    void Sort();
+
+    SafeList<T> objects_{e_list_all};
 };
 
 /// One kind of resource: its objects in one of the two ways above, and its aliases.
@@ -94,7 +131,7 @@ public:
     using Object = typename Objects::Object;
 
     /// Returns the object of a name or alias; null for unknown and empty names.
-    Object *Get(string const &name) const { return name.empty() ? nullptr : objects.Find(aliases.Find(name)); }
+    Object *Get(string const &name) { return name.empty() ? nullptr : objects.Find(aliases.Find(name)); }
 
     Objects objects;
     Aliases aliases;

@@ -14,6 +14,7 @@ namespace quillmarsh::gui::manager_parts
 enum eList : unsigned int
 {
     e_list_top_level = 0,
+    /// All components; for a shader or cursor, the registry of its kind.
     e_list_all,
     e_list_draw,
     e_list_dirty_branches,
@@ -24,6 +25,10 @@ enum eList : unsigned int
     e_list_font_requests,
     e_list_shader_requests,
     e_list_cursor_requests,
+    e_list_tile_textures_looked_up,
+    e_list_fonts_looked_up,
+    e_list_shaders_looked_up,
+    e_list_cursors_looked_up,
     e_num_lists
 };
 
@@ -51,6 +56,18 @@ struct Membership
     static void SetActiveGeomUpdateEvent(Component &component, eGeometryUpdateEvent event, eCommandArea area)
     {
         component.SetActiveGeomUpdateEvent(event, area);
+    }
+    /// Takes a shader that is being deleted from a component that has it.
+    static void Forget(Component &component, BaseShader const &shader)
+    {
+        if (component.baseShader_ == &shader)
+            component.baseShader_ = nullptr;
+    }
+    /// Takes a cursor, likewise.
+    static void Forget(Component &component, Cursor const &cursor)
+    {
+        if (component.clientAreaCursor_ == &cursor)
+            component.clientAreaCursor_ = nullptr;
     }
 
 private:
