@@ -1,5 +1,7 @@
 #include <quillmarsh/gui/gui_videoresource.h>
 
+#include <quillmarsh/gui/gui_manager.h>
+
 namespace quillmarsh::gui
 {
 
@@ -7,7 +9,22 @@ VideoResource::VideoResource() = default;
 
 VideoResource::~VideoResource() = default;
 
-VideoResourceUser::~VideoResourceUser() = default;
+VideoResourceUser::~VideoResourceUser()
+{
+    Manager::NotifyUserDeleted(*this);
+}
+
+void VideoResourceUser::RequestTileTextureRecache()
+{
+    if (Manager *const manager = Manager::InstancePtr())
+        manager->RequestTileTextureRecache(*this);
+}
+
+void VideoResourceUser::RequestFontRecache()
+{
+    if (Manager *const manager = Manager::InstancePtr())
+        manager->RequestFontRecache(*this);
+}
 
 void VideoResourceUser::OnVideoRendererChanged(VideoRenderer *) {}
 

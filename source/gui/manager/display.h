@@ -33,6 +33,12 @@ public:
     unsigned int GetHeight() const { return height_; }
 
 private:
+    /// Tells all users of the renderer.
+    void NotifyRendererChanged();
+    /// Creates the parts in the renderer of one kind, new or all, while resources are wanted; the flag falls then.
+    template<typename Kind>
+    void Create(Kind &kind, bool all, bool &toCreate);
+
     Parts &parts_;
     VideoRenderer *videoRenderer_ = nullptr;
     Renderer *renderer_ = nullptr;

@@ -17,6 +17,7 @@
 #include "source/gui/manager/services.h"
 #include "source/gui/manager/targets.h"
 
+#include <quillmarsh/gui/gui_fonts.h>
 #include <quillmarsh/gui/gui_manager.h>
 #include <quillmarsh/gui/gui_shaders.h>
 

@@ -4,7 +4,6 @@
 #include <quillmarsh/basetools/exception.h>
 #include <quillmarsh/basetools/outputstream.h>
 #include <quillmarsh/framework/kernel.h>
-#include <quillmarsh/gui/gui_fonts.h>
 
 #include "source/gui/manager/parts.h"
 

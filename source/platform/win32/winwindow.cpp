@@ -2,6 +2,7 @@
 
 #include <quillmarsh/basetools/texttools.h>
 
+#include "source/platform/desktop.h"
 #include "source/platform/desktopevents.h"
 #include "source/platform/win32/widetext.h"
 
@@ -11,6 +12,9 @@ namespace
 {
 
 bool s_isHoldWished = false;
+bool s_isCursorConfined = false;
+bool s_isMouseCursorShown = true;
+/// What Windows was told last.
 bool s_isCursorHidden = false;
 
 /// Returns the rectangle of the whole window around a client area.
@@ -316,6 +320,17 @@ void HoldCursor(bool hold)
     UpdateCursorHold();
 }
 
+void ShowMouseCursor(bool show)
+{
+    s_isMouseCursorShown = show;
+    UpdateCursorHold();
+}
+
+bool IsMouseCursorShown()
+{
+    return s_isMouseCursorShown;
+}
+
 bool IsCursorHeld()
 {
     return s_isHoldWished && Window::GetActive() != nullptr;
@@ -326,12 +341,14 @@ void UpdateCursorHold()
     Window const *const active = Window::GetActive();
     bool const holds = IsCursorHeld();
     RECT const area = holds ? GetClientAreaOnDesktop(active->GetHandle()) : RECT();
-    if (holds || s_isCursorHidden)
+    if (holds || s_isCursorConfined)
         ClipCursor(holds ? &area : nullptr);
+    s_isCursorConfined = holds;
     // ShowCursor counts its calls, so call it only on a change.
-    if (holds != s_isCursorHidden)
-        ShowCursor(holds ? FALSE : TRUE);
-    s_isCursorHidden = holds;
+    bool const hides = holds || !s_isMouseCursorShown;
+    if (hides != s_isCursorHidden)
+        ShowCursor(hides ? FALSE : TRUE);
+    s_isCursorHidden = hides;
 }
 
 } // namespace quillmarsh::platform

@@ -56,7 +56,8 @@ wchar_t const *GetWindowClass();
 DWORD GetWindowStyle(bool hasFrame, bool isResizable);
 /// Posted to a headless window, which gets no WM_PAINT.
 constexpr UINT s_messageExposed = WM_APP;
-/// Confines the cursor to the active window while it is held.
+/// Confines the cursor to the active window, and hides it, while it is held; shows it otherwise unless ShowMouseCursor()
+/// hides it.
 void UpdateCursorHold();
 bool IsCursorHeld();
 

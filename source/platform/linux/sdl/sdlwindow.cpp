@@ -1,5 +1,6 @@
 #include "source/platform/linux/sdl/sdlwindow.h"
 
+#include "source/platform/desktop.h"
 #include "source/platform/desktopevents.h"
 #include "source/platform/linux/sdl/sdldisplayloss.h"
 
@@ -9,6 +10,8 @@ namespace quillmarsh::platform
 {
 namespace
 {
+
+bool s_isMouseCursorShown = true;
 
 SDL_WindowFlags GetFlags(WindowDesc const &desc)
 {
@@ -50,7 +53,7 @@ void Window::System::Fill()
 
 void Window::System::ApplyCursor()
 {
-    SDL_ShowCursor(cursor == nullptr ? SDL_DISABLE : SDL_ENABLE);
+    SDL_ShowCursor(cursor == nullptr || !s_isMouseCursorShown ? SDL_DISABLE : SDL_ENABLE);
     SDL_SetCursor(cursor.value_or(SDL_GetDefaultCursor()));
 }
 
@@ -243,6 +246,20 @@ Window::Area Window::GetWorkAreaOnDesktop() const
     SDL_Rect area = {};
     SDL_GetDisplayUsableBounds(SDL_GetWindowDisplayIndex(system_->window), &area);
     return {{area.x, area.y}, {area.w, area.h}};
+}
+
+void ShowMouseCursor(bool show)
+{
+    s_isMouseCursorShown = show;
+    SDL_Window *const entered = IsDesktopThread() ? SDL_GetMouseFocus() : nullptr;
+    // A window that the mouse is not in applies its cursor when the mouse enters.
+    if (Window const *const window = entered != nullptr ? Window::Find(reinterpret_cast<HWND>(entered)) : nullptr)
+        window->GetSystem().ApplyCursor();
+}
+
+bool IsMouseCursorShown()
+{
+    return s_isMouseCursorShown;
 }
 
 void HoldCursor(bool hold)
