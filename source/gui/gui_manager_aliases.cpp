@@ -6,54 +6,22 @@
 namespace quillmarsh::gui
 {
 
-namespace
-{
-
-using manager_parts::Pending;
-
-/// @name Consequences of a change of aliases
-/// @{
-void OnTileTextureAliasesChanged(Pending &pending)
-{
-    pending.tileTextureListChanged = true;
-    pending.recacheAllTileTextures = true;
-}
-
-void OnFontAliasesChanged(Pending &pending)
-{
-    pending.fontListChanged = true;
-    pending.recacheAllFonts = true;
-}
-
-void OnShaderAliasesChanged(Pending &pending)
-{
-    pending.shaderListChanged = true;
-}
-
-void OnCursorAliasesChanged(Pending &pending)
-{
-    pending.cursorListChanged = true;
-}
-/// @}
-
-} // namespace
-
 void Manager::AddTileTextureAlias(string const &alias, string const &name)
 {
     if (parts_->resources.tileTextures.aliases.Add(alias, name))
-        OnTileTextureAliasesChanged(parts_->pending);
+        parts_->resources.OnTileTextureAliasesChanged();
 }
 
 void Manager::ClearTileTextureAlias(string const &alias)
 {
     if (parts_->resources.tileTextures.aliases.Clear(alias))
-        OnTileTextureAliasesChanged(parts_->pending);
+        parts_->resources.OnTileTextureAliasesChanged();
 }
 
 void Manager::ClearAllTileTextureAliases()
 {
     parts_->resources.tileTextures.aliases.ClearAll();
-    OnTileTextureAliasesChanged(parts_->pending);
+    parts_->resources.OnTileTextureAliasesChanged();
 }
 
 void Manager::GetTileTextureAliases(std::vector<string> &aliases) const
@@ -69,19 +37,19 @@ bool Manager::ResolveTileTextureAlias(string const &alias, string &name) const
 void Manager::AddFontAlias(string const &alias, string const &name)
 {
     if (parts_->resources.fonts.aliases.Add(alias, name))
-        OnFontAliasesChanged(parts_->pending);
+        parts_->resources.OnFontAliasesChanged();
 }
 
 void Manager::ClearFontAlias(string const &alias)
 {
     if (parts_->resources.fonts.aliases.Clear(alias))
-        OnFontAliasesChanged(parts_->pending);
+        parts_->resources.OnFontAliasesChanged();
 }
 
 void Manager::ClearAllFontAliases()
 {
     parts_->resources.fonts.aliases.ClearAll();
-    OnFontAliasesChanged(parts_->pending);
+    parts_->resources.OnFontAliasesChanged();
 }
 
 void Manager::GetFontAliases(std::vector<string> &aliases) const
@@ -97,19 +65,19 @@ bool Manager::ResolveFontAlias(string const &alias, string &name) const
 void Manager::AddShaderAlias(string const &alias, string const &name)
 {
     if (parts_->resources.shaders.aliases.Add(alias, name))
-        OnShaderAliasesChanged(parts_->pending);
+        parts_->resources.OnShadersChanged();
 }
 
 void Manager::ClearShaderAlias(string const &alias)
 {
     if (parts_->resources.shaders.aliases.Clear(alias))
-        OnShaderAliasesChanged(parts_->pending);
+        parts_->resources.OnShadersChanged();
 }
 
 void Manager::ClearAllShaderAliases()
 {
     parts_->resources.shaders.aliases.ClearAll();
-    OnShaderAliasesChanged(parts_->pending);
+    parts_->resources.OnShadersChanged();
 }
 
 void Manager::GetShaderAliases(std::vector<string> &aliases) const
@@ -125,19 +93,19 @@ bool Manager::ResolveShaderAlias(string const &alias, string &name) const
 void Manager::AddCursorAlias(string const &alias, string const &name)
 {
     if (parts_->resources.cursors.aliases.Add(alias, name))
-        OnCursorAliasesChanged(parts_->pending);
+        parts_->resources.OnCursorsChanged();
 }
 
 void Manager::ClearCursorAlias(string const &alias)
 {
     if (parts_->resources.cursors.aliases.Clear(alias))
-        OnCursorAliasesChanged(parts_->pending);
+        parts_->resources.OnCursorsChanged();
 }
 
 void Manager::ClearAllCursorAliases()
 {
     parts_->resources.cursors.aliases.ClearAll();
-    OnCursorAliasesChanged(parts_->pending);
+    parts_->resources.OnCursorsChanged();
 }
 
 void Manager::GetCursorAliases(std::vector<string> &aliases) const

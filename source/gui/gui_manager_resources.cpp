@@ -1,14 +1,12 @@
 // The manager's operations of named resources.
 #include "source/gui/manager/parts.h"
 
-#include <quillmarsh/basetools/streameffectors.h>
 #include <quillmarsh/gui/gui_cursors.h>
 #include <quillmarsh/gui/gui_fonts.h>
 #include <quillmarsh/gui/gui_manager.h>
 #include <quillmarsh/gui/gui_shaders.h>
 #include <quillmarsh/gui/gui_textures.h>
 
-#include <ostream>
 #include <utility>
 
 namespace quillmarsh::gui
@@ -16,34 +14,6 @@ namespace quillmarsh::gui
 
 namespace
 {
-
-/// Deleter that can be told to leave the object to the caller.
-struct DeleteUnlessRefused
-{
-    template<typename T>
-    void operator()(T *object) const
-    {
-        if (!isRefused)
-            delete object;
-    }
-    bool isRefused = false;
-};
-
-/// Registers an object, which stays with the caller if that throws.
-template<typename T>
-void RegisterOrLeave(manager_parts::Resources &resources, string const &name, T *object)
-{
-    std::shared_ptr<T> owner(object, DeleteUnlessRefused());
-    try
-    {
-        resources.Register(name, owner);
-    }
-    catch (...)
-    {
-        std::get_deleter<DeleteUnlessRefused>(owner)->isRefused = true;
-        throw;
-    }
-}
 
 template<typename Registered, typename T>
 bool IsRegistered(Registered const &registered, T const &object, string *name)
@@ -54,38 +24,7 @@ bool IsRegistered(Registered const &registered, T const &object, string *name)
     return found != nullptr;
 }
 
-template<typename Map>
-void CopyKeys(Map const &map, std::vector<string> &keys)
-{
-    keys.clear();
-    for (auto const &entry : map)
-        keys.push_back(entry.first);
-}
-
-template<typename Map>
-void DumpKeys(ostream &out, unsigned int tabs, Map const &map)
-{
-    for (auto const &entry : map)
-        out << IndentEffector(tabs) << entry.first << std::endl;
-}
-
-/// For shaders and cursors.
-template<typename Objects>
-void DumpNames(ostream &out, unsigned int tabs, Objects const &objects)
-{
-    for (unsigned int i = 0; i < objects.GetSize(); ++i)
-    {
-        auto const *const object = objects.Get(i);
-        out << IndentEffector(tabs);
-        if (object->GetName().empty())
-            out << "[unnamed] @ " << static_cast<void const *>(object);
-        else
-            out << object->GetName();
-        out << std::endl;
-    }
-}
-
-/// Deletes all, and lets none of them search the registry for itself.
+/// Deletes all; what their destructors make meanwhile stays out of the registry.
 template<typename Objects>
 void DeleteAll(Objects &objects, bool &insertSwitch, bool &listChanged)
 {
@@ -99,7 +38,7 @@ void DeleteAll(Objects &objects, bool &insertSwitch, bool &listChanged)
 
 void Manager::RegisterTileTexture(string const &name, TileTexture *texture)
 {
-    RegisterOrLeave(parts_->resources, name, texture);
+    parts_->resources.Register(name, texture);
 }
 
 void Manager::RegisterTileTexture(string const &name, AutoPtr<TileTexture> &texture)
@@ -122,7 +61,7 @@ void Manager::UnregisterAllTileTextures()
 
 void Manager::GetRegisteredTileTextureNames(std::vector<string> &names) const
 {
-    CopyKeys(parts_->resources.tileTextures.objects.GetAll(), names);
+    parts_->resources.tileTextures.objects.GetNames(names);
 }
 
 bool Manager::IsRegisteredTileTexture(TileTexture &texture, string *name) const
@@ -142,12 +81,12 @@ void Manager::RequestTileTextureRecache(VideoResourceUser &user)
 
 void Manager::DumpRegisteredTileTextures(ostream &out, unsigned int tabs) const
 {
-    DumpKeys(out, tabs, parts_->resources.tileTextures.objects.GetAll());
+    parts_->resources.tileTextures.objects.Dump(out, tabs);
 }
 
 void Manager::RegisterFont(string const &name, Font *font)
 {
-    RegisterOrLeave(parts_->resources, name, font);
+    parts_->resources.Register(name, font);
 }
 
 void Manager::RegisterFont(string const &name, AutoPtr<Font> &font)
@@ -176,7 +115,7 @@ void Manager::UnregisterAllFonts()
 
 void Manager::GetRegisteredFontNames(std::vector<string> &names) const
 {
-    CopyKeys(parts_->resources.fonts.objects.GetAll(), names);
+    parts_->resources.fonts.objects.GetNames(names);
 }
 
 bool Manager::IsRegisteredFont(Font &font, string *name) const
@@ -196,7 +135,7 @@ void Manager::RequestFontRecache(VideoResourceUser &user)
 
 void Manager::DumpRegisteredFonts(ostream &out, unsigned int tabs) const
 {
-    DumpKeys(out, tabs, parts_->resources.fonts.objects.GetAll());
+    parts_->resources.fonts.objects.Dump(out, tabs);
 }
 
 unsigned int Manager::GetNumShaders() const
@@ -231,7 +170,7 @@ void Manager::RequestShaderRecache(Component &component)
 
 void Manager::DumpRegisteredShaders(ostream &out, unsigned int tabs) const
 {
-    DumpNames(out, tabs, parts_->resources.shaders.objects);
+    parts_->resources.shaders.objects.Dump(out, tabs);
 }
 
 unsigned int Manager::GetNumCursors() const
@@ -266,7 +205,7 @@ void Manager::RequestCursorRecache(Component &component)
 
 void Manager::DumpRegisteredCursors(ostream &out, unsigned int tabs) const
 {
-    DumpNames(out, tabs, parts_->resources.cursors.objects);
+    parts_->resources.cursors.objects.Dump(out, tabs);
 }
 
 Cursor const *Manager::GetActiveCursor() const

@@ -118,7 +118,7 @@ template<typename T>
 void RegisteredObjects<T>::Dump(ostream &out, unsigned int tabs) const
 {
     for (auto const &[name, object] : objects_)
-        out << TabEffector(tabs) << name << nl;
+        out << IndentEffector(tabs) << name << nl;
 }
 
 template<typename T>
@@ -201,7 +201,7 @@ void SelfRegisteredObjects<T>::Dump(ostream &out, unsigned int tabs)
 {
     for (unsigned int i = 0; T *const object = Get(i); ++i)
     {
-        out << TabEffector(tabs);
+        out << IndentEffector(tabs);
         if (object->GetName().empty())
             out << "[unnamed] @ " << MakeString(static_cast<void *>(object));
         else
