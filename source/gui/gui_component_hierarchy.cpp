@@ -15,9 +15,9 @@ namespace quillmarsh::gui
 namespace
 {
 
-/// Number of destructors that may run within one another, each deleting the next level of a tree. Below that level a
-/// tree is deleted from its leaves, which needs no stack.
-constexpr unsigned int s_maxNestedDeletions = 64;
+/// Number of destructors that may run within one another, each deleting the next level of a tree. What lies deeper is
+/// deleted from its leaves, which needs no stack, in pieces of so many levels.
+constexpr std::size_t s_maxNestedDeletions = 256;
 
 /// Counts the running calls of DeleteAllChildren() that stand in one another.
 class DeletionLevel : NoCopy
@@ -29,10 +29,10 @@ public:
     static bool IsLast() { return s_level >= s_maxNestedDeletions; }
 
 private:
-    static unsigned int s_level;
+    static std::size_t s_level;
 };
 
-unsigned int DeletionLevel::s_level = 0;
+std::size_t DeletionLevel::s_level = 0;
 
 string MakeClassName(Component const &component)
 {
@@ -61,16 +61,18 @@ void DetachAndDelete(Component &parent, Component &child)
     delete watch.Get();
 }
 
-/// Deletes all descendants, each behind its own.
-void DeleteFromLeaves(Component &root)
+/// Deletes the descendants, each behind its own, but detaches those that lie too deep, and adds them to `roots`: as each
+/// change is reported to the root of its tree, the way to it must not be long.
+void DeleteUpperDescendants(Component &root, std::vector<Watch<Component>> &roots)
 {
     std::vector<Watch<Component>> path = {Watch<Component>(root)};
     while (path.front().Get() != nullptr)
     {
         Component *const last = path.back();
         Component *const parent = path.size() > 1 ? path[path.size() - 2].Get() : nullptr;
+        // A handler may have moved or deleted it.
         bool const isInPlace = last != nullptr && (path.size() == 1 || (parent != nullptr && last->IsChildOf(*parent)));
-        if (isInPlace && !last->IsLeaf())
+        if (isInPlace && !last->IsLeaf() && path.size() < s_maxNestedDeletions)
         {
             path.emplace_back(last->GetChild(0));
             continue;
@@ -78,9 +80,30 @@ void DeleteFromLeaves(Component &root)
         if (path.size() == 1)
             return;
         path.pop_back();
-        // A handler may have moved or deleted it.
-        if (isInPlace)
+        if (isInPlace && last->IsLeaf())
+        {
             DetachAndDelete(*parent, *last);
+        }
+        else if (isInPlace)
+        {
+            roots.emplace_back(last);
+            parent->Detach(*last);
+        }
+    }
+}
+
+/// Deletes all descendants without recursion.
+void DeleteFromLeaves(Component &root)
+{
+    std::vector<Watch<Component>> roots;
+    DeleteUpperDescendants(root, roots);
+    while (!roots.empty())
+    {
+        Watch<Component> const piece = roots.back();
+        roots.pop_back();
+        if (piece.Get() != nullptr)
+            DeleteUpperDescendants(*piece.Get(), roots);
+        delete piece.Get();
     }
 }
 
