@@ -255,12 +255,9 @@ void Manager::NotifyObjectCreateDelete(BaseShader &shader, bool created)
 void Manager::NotifyObjectCreateDelete(Cursor &cursor, bool created)
 {
     if (created)
-    {
         parts_->resources.OnCreated(cursor);
-        return;
-    }
-    parts_->resources.OnDeleted(cursor);
-    parts_->cursorDisplay.OnDeleted(cursor);
+    else
+        parts_->resources.OnDeleted(cursor);
 }
 
 void Manager::NotifyServiceProviderDeleted(MessageHandler &handler)

@@ -26,12 +26,11 @@ bool IsRegistered(Registered const &registered, T const &object, string *name)
 
 /// Deletes all; what their destructors make meanwhile stays out of the registry.
 template<typename Objects>
-void DeleteAll(Objects &objects, bool &insertSwitch, bool &listChanged)
+void DeleteAll(Objects &objects, bool &insertSwitch)
 {
     bool const formerly = std::exchange(insertSwitch, false);
     objects.DeleteAll();
     insertSwitch = formerly;
-    listChanged = true;
 }
 
 } // namespace
@@ -160,7 +159,7 @@ void Manager::DeleteShader(string const &name)
 
 void Manager::DeleteAllShaders()
 {
-    DeleteAll(parts_->resources.shaders.objects, parts_->pending.shaderInsert, parts_->pending.shaderListChanged);
+    DeleteAll(parts_->resources.shaders.objects, parts_->pending.shaderInsert);
 }
 
 void Manager::RequestShaderRecache(Component &component)
@@ -195,7 +194,7 @@ void Manager::DeleteCursor(string const &name)
 
 void Manager::DeleteAllCursors()
 {
-    DeleteAll(parts_->resources.cursors.objects, parts_->pending.cursorInsert, parts_->pending.cursorListChanged);
+    DeleteAll(parts_->resources.cursors.objects, parts_->pending.cursorInsert);
 }
 
 void Manager::RequestCursorRecache(Component &component)
