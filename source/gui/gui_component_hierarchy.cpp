@@ -15,9 +15,13 @@ namespace quillmarsh::gui
 namespace
 {
 
-/// Number of destructors that may run within one another, each deleting the next level of a tree. What lies deeper is
-/// deleted from its leaves, which needs no stack, in pieces of so many levels.
-constexpr std::size_t s_maxNestedDeletions = 256;
+/// Number of destructors that may run within one another, each deleting the next level of a tree. What lies deeper than
+/// in any GUI is deleted from its leaves, which needs no stack.
+constexpr std::size_t s_maxNestedDeletions = 32;
+
+/// Number of levels that are deleted from their leaves at a time. Each change is reported to the root of its tree, so the
+/// way there must not be long; and each cut tells the whole branch below it, so there must not be many.
+constexpr std::size_t s_maxPieceDepth = 512;
 
 /// Counts the running calls of DeleteAllChildren() that stand in one another.
 class DeletionLevel : NoCopy
@@ -61,8 +65,7 @@ void DetachAndDelete(Component &parent, Component &child)
     delete watch.Get();
 }
 
-/// Deletes the descendants, each behind its own, but detaches those that lie too deep, and adds them to `roots`: as each
-/// change is reported to the root of its tree, the way to it must not be long.
+/// Deletes the descendants, each behind its own, but detaches those that lie too deep, and adds them to `roots`.
 void DeleteUpperDescendants(Component &root, std::vector<Watch<Component>> &roots)
 {
     std::vector<Watch<Component>> path = {Watch<Component>(root)};
@@ -72,7 +75,7 @@ void DeleteUpperDescendants(Component &root, std::vector<Watch<Component>> &root
         Component *const parent = path.size() > 1 ? path[path.size() - 2].Get() : nullptr;
         // A handler may have moved or deleted it.
         bool const isInPlace = last != nullptr && (path.size() == 1 || (parent != nullptr && last->IsChildOf(*parent)));
-        if (isInPlace && !last->IsLeaf() && path.size() < s_maxNestedDeletions)
+        if (isInPlace && !last->IsLeaf() && path.size() < s_maxPieceDepth)
         {
             path.emplace_back(last->GetChild(0));
             continue;
