@@ -53,17 +53,22 @@ void KeyboardFocus::ChangeTarget(Component &target, bool byMouse, eMouseButton b
 
 void KeyboardFocus::MoveTo(Component &newTarget, bool needsCharacters)
 {
-    Watch<Component> const oldWatch(*target_);
     Watch<Component> const newWatch(newTarget);
-    target_->SetFocused(false);
-    if (oldWatch.Get() != nullptr)
+    if (!isLeaving_)
     {
-        Message_KeyboardFocus message(false);
-        oldWatch->DispatchMessage(message);
+        isLeaving_ = true;
+        Watch<Component> const oldWatch(*target_);
+        target_->SetFocused(false);
+        if (oldWatch.Get() != nullptr)
+        {
+            Message_KeyboardFocus message(false);
+            oldWatch->DispatchMessage(message);
+        }
+        bool const hasMovedElsewhere = !isLeaving_;
+        if (hasMovedElsewhere)
+            return;
     }
-    Component const *const expected = oldWatch.Get() != nullptr ? oldWatch.Get() : parts_.nullTarget.get();
-    if (target_ != expected)
-        return;
+    isLeaving_ = false;
     target_ = newWatch.Get() != nullptr ? newWatch.Get() : parts_.nullTarget.get();
     needsCharacters_ = needsCharacters && newWatch.Get() != nullptr;
     Membership::Mark(*target_, e_mark_target);

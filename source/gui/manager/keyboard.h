@@ -54,12 +54,15 @@ private:
     };
 
     Answer Ask(Component &target, bool byMouse, eMouseButton button);
-    /// Takes the focus from the target and gives it to another one, unless a handler moves it elsewhere meanwhile.
+    /// Takes the focus from the target and gives it to another one, unless the target moves it elsewhere when it is told
+    /// of the loss, which it is once.
     void MoveTo(Component &newTarget, bool needsCharacters);
 
     Parts &parts_;
     Component *target_ = nullptr;
     bool needsCharacters_ = false;
+    /// The target has been told of the loss.
+    bool isLeaving_ = false;
 };
 
 /// Key messages with their repeats. Asks KeyboardFocus for the target, and CycleQueue for its key.
