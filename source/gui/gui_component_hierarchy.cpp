@@ -83,11 +83,13 @@ void DeleteUpperDescendants(Component &root, std::vector<Watch<Component>> &root
         if (path.size() == 1)
             return;
         path.pop_back();
-        if (isInPlace && last->IsLeaf())
+        if (!isInPlace || parent == nullptr)
+            continue;
+        if (last->IsLeaf())
         {
             DetachAndDelete(*parent, *last);
         }
-        else if (isInPlace)
+        else
         {
             roots.emplace_back(last);
             parent->Detach(*last);

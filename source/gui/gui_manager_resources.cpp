@@ -43,7 +43,7 @@ void Manager::RegisterTileTexture(string const &name, TileTexture *texture)
 void Manager::RegisterTileTexture(string const &name, AutoPtr<TileTexture> &texture)
 {
     RegisterTileTexture(name, texture.get());
-    texture.release();
+    static_cast<void>(texture.release());
 }
 
 void Manager::UnregisterTileTexture(string const &name)
@@ -91,13 +91,13 @@ void Manager::RegisterFont(string const &name, Font *font)
 void Manager::RegisterFont(string const &name, AutoPtr<Font> &font)
 {
     RegisterFont(name, font.get());
-    font.release();
+    static_cast<void>(font.release());
 }
 
 void Manager::RegisterFont(string const &name, AutoPtr<FontTexture> &font)
 {
     RegisterFont(name, font.get());
-    font.release();
+    static_cast<void>(font.release());
 }
 
 void Manager::UnregisterFont(string const &name)

@@ -7,7 +7,8 @@ namespace quillmarsh::gui
 
 WatchLink &WatchLink::operator=(WatchLink const &other)
 {
-    Reset(other.handler_);
+    if (this != &other)
+        Reset(other.handler_);
     return *this;
 }
 

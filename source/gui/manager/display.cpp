@@ -1,6 +1,7 @@
 #include "source/gui/manager/display.h"
 
 #include <quillmarsh/basetools/diagnostics.h>
+#include <quillmarsh/basetools/texttools.h>
 #include <quillmarsh/devices/mouse.h>
 #include <quillmarsh/framework/humaninterfacedevice.h>
 #include <quillmarsh/framework/kernel.h>
@@ -61,7 +62,7 @@ void VideoConnection::Connect(VideoRenderer &renderer)
     videoRenderer_ = &renderer;
     renderer_ = &renderer.GetGUIRenderer();
     managedOnly_ = renderer_->CreatesManagedResourcesOnly();
-    GetLogOut() << "gui-renderer-interface creates managed resources only: " << managedOnly_ << std::endl;
+    GetLogOut() << "gui-renderer-interface creates managed resources only: " << MakeString(managedOnly_) << std::endl;
     NotifyRendererChanged();
 }
 

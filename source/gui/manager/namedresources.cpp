@@ -61,7 +61,7 @@ void RegisteredObjects<T>::Register(string const &name, T &object)
     {
         if (again - retired_.begin() < static_cast<std::ptrdiff_t>(numCondemned_))
             --numCondemned_;
-        again->release();
+        static_cast<void>(again->release());
         retired_.erase(again);
     }
     if (holder)

@@ -4,6 +4,7 @@
 
 #include <quillmarsh/basetools/exception.h>
 #include <quillmarsh/basetools/outputstream.h>
+#include <quillmarsh/basetools/texttools.h>
 #include <quillmarsh/devices/mouse.h>
 #include <quillmarsh/framework/humaninterfacedevice.h>
 #include <quillmarsh/framework/kernel.h>
@@ -190,8 +191,7 @@ void InputDevices::Disconnect()
 void InputDevices::SetTolerateMissing(bool tolerate)
 {
     tolerateMissing_ = tolerate;
-    GetLogOut() << "Changed gui-manager variable: TolerateMissingInputDevice = " << (tolerate ? "true" : "false")
-                << std::endl;
+    GetLogOut() << "Changed gui-manager variable: TolerateMissingInputDevice = " << MakeString(tolerate) << std::endl;
 }
 
 } // namespace quillmarsh::gui::manager_parts
