@@ -2,6 +2,7 @@
 #include <quillmarsh/gui/gui_component.h>
 
 #include "source/gui/branchwalk.h"
+#include "source/gui/manager/safelists.h"
 
 #include <quillmarsh/gui/gui_manager.h>
 #include <quillmarsh/gui/gui_shaders.h>
@@ -20,6 +21,7 @@ Component::Component()
 
 Component::~Component()
 {
+    manager_parts::Membership::Mark(*this, manager_parts::e_mark_destroyed);
     ReleaseWatches();
     ChildWalk::OnDestroyed(*this);
     DetachFromParent();

@@ -1,5 +1,6 @@
 // Components: the tree.
 #include "source/gui/branchwalk.h"
+#include "source/gui/manager/safelists.h"
 
 #include <quillmarsh/basetools/diagnostics.h>
 #include <quillmarsh/basetools/exception.h>
@@ -119,7 +120,9 @@ void DeleteFromLeaves(Component &root)
 
 void Component::Attach(Component &child)
 {
-    if (&child == this || child.parent_ == this)
+    auto const isDestroyed = [](Component const &component)
+    { return manager_parts::Membership::IsMarked(component, manager_parts::e_mark_destroyed); };
+    if (&child == this || child.parent_ == this || isDestroyed(*this) || isDestroyed(child))
         return;
     CheckIsNoAncestor(child, *this);
     Watch<Component> const self(*this);

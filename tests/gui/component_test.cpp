@@ -204,6 +204,27 @@ TEST_F(GuiComponent, HandlersDeleteWhileChildrenAreDeletedAndDetached)
     EXPECT_TRUE(f->IsTopLevel());
 }
 
+TEST_F(GuiComponent, NobodyGetsWhatIsInItsDestructor)
+{
+    root->action = [&](string const &what)
+    {
+        if (what == "lost")
+            root->Attach(*a);
+    };
+    c->action = [&](string const &what)
+    {
+        if (what != "detached")
+            return;
+        c->action = nullptr;
+        a->Attach(*c);
+        manager.DeleteAllComponents();
+    };
+    delete a;
+    EXPECT_EQ(TakeLog(), "~a;root.lost;c.branch on;d.branch on;c.detached;~c;~root;b.detached;b.branch on;~b;"
+                         "d.detached;d.branch on;~d;");
+    EXPECT_EQ(manager.GetNumTopLevelComponents(), 0u);
+}
+
 // State.
 
 TEST_F(GuiComponent, TellsOfVisibilityAndEndsActivity)
@@ -311,6 +332,18 @@ TEST_F(GuiComponent, UpdatesInPassesOverTheVisibleBranch)
     EXPECT_EQ(TakeLog(), "c.size;a.size;b.size;root.size;root.layout;b.layout;root.cache;a.cache;c.cache;b.cache;");
     EXPECT_EQ(c->GetAbsolutePosition(), vec2(15, 26));
     root->action = nullptr;
+    a->UpdateGeometry(false);
+    EXPECT_EQ(TakeLog(), "c.size;a.size;a.layout;c.layout;a.cache;c.cache;");
+
+    // One that fails leaves nothing out of the next update.
+    c->action = [&](string const &what)
+    {
+        if (what == "layout")
+            throw GUIException();
+    };
+    EXPECT_THROW(a->UpdateGeometry(false), GUIException);
+    c->action = nullptr;
+    TakeLog();
     a->UpdateGeometry(false);
     EXPECT_EQ(TakeLog(), "c.size;a.size;a.layout;c.layout;a.cache;c.cache;");
 }

@@ -45,7 +45,8 @@ enum eAutoPosition : unsigned int
 /// hit, and gets no broadcasts.
 ///
 /// Every handler may delete, attach, detach and hide any component, also the one that it belongs to. An operation of
-/// this class that calls handlers goes on only with what is still there.
+/// this class that calls handlers goes on only with what is still there. A tree may be of any depth; only
+/// DumpHierarchy() needs stack for each level.
 ///
 /// Frame thread only.
 class QUILLMARSH_API Component : public VideoResourceUser, public MessageHandler
@@ -59,7 +60,7 @@ public:
     Component &operator=(Component const &) = delete;
 
     /// @name Hooks of the tree
-    /// By default they do nothing.
+    /// By default they do nothing. Destructors call those of a detachment, too, so these must not throw.
     /// @{
 
     /// A component became a child of this one.
@@ -203,7 +204,7 @@ public:
     /// @{
 
     /// Makes `child` the last child, and takes it from its former parent. Ignores this component, and a child that it
-    /// has. Throws GUIException, "Attaching ancestor: A to descendant: B", and changes nothing, if `child` is an
+    /// has; also while one of the two is in its destructor. Throws GUIException, "Attaching ancestor: A to descendant: B", and changes nothing, if `child` is an
     /// ancestor.
     void Attach(Component &child);
     void AttachTo(Component &parent) { parent.Attach(*this); }

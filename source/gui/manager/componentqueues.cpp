@@ -213,7 +213,9 @@ void ComponentQueues::CollectVisible(Component &root)
 void ComponentQueues::DeleteAll()
 {
     bool const componentInsert = std::exchange(parts_.pending.componentInsert, false);
-    while (Component *const component = topLevel.FindLast(s_any))
+    // A handler may call this in the middle of another destructor.
+    auto const isToDelete = [](Component const &each) { return !Membership::IsMarked(each, e_mark_destroyed); };
+    while (Component *const component = topLevel.FindLast(isToDelete))
     {
         topLevel.Erase(*component);
         delete component;

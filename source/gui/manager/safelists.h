@@ -40,7 +40,9 @@ enum eMark : std::uint8_t
     e_mark_clicked_branches = 2,
     e_mark_modal_stack = 4,
     /// Capture, focus, command, button target, or focus request.
-    e_mark_target = 8
+    e_mark_target = 8,
+    /// No list: the destructor of the component runs.
+    e_mark_destroyed = 16
 };
 
 /// Door of the manager's parts into users and components.
