@@ -166,10 +166,20 @@ void Component::UpdateGeometry(bool fromTopLevel)
         [](Component &component) { component.UpdateAbsolutePositionCache(); },
         [](Component &component) { component.PropagateUpdateGeometryCache(); },
     };
-    for (auto *const pass : passes)
+    try
     {
+        for (auto *const pass : passes)
+        {
+            if (root.Get() != nullptr)
+                pass(*root.Get());
+        }
+    }
+    catch (...)
+    {
+        // The next update lays out all anew.
         if (root.Get() != nullptr)
-            pass(*root.Get());
+            root->PropagateResetRecalcLayoutFlag(false);
+        throw;
     }
 }
 
