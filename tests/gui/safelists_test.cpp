@@ -103,12 +103,12 @@ TEST(GuiSafeList, StaysWholeUnderWalks)
     for (unsigned int seed = 0; seed < 40; ++seed)
     {
         SCOPED_TRACE(seed);
-        ListChanger changer(seed);
+        auto const changer = std::make_unique<ListChanger>(seed);
         for (int round = 0; round < 40; ++round)
         {
-            changer.Change();
-            changer.Walk(2);
-            changer.Check();
+            changer->Change();
+            changer->Walk(2);
+            changer->Check();
         }
     }
 }

@@ -28,7 +28,7 @@ void Manager::ComponentToApplicationAdapter::ConnectApplication(bool connect)
 
 bool Manager::ComponentToApplicationAdapter::HandleMessage(Message &message)
 {
-    return dispatch_ && application_ != nullptr && application_->DispatchMessage(message);
+    return dispatch_ && application_.Get() != nullptr && application_->DispatchMessage(message);
 }
 
 } // namespace quillmarsh::gui

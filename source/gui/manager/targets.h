@@ -34,7 +34,7 @@ protected:
     bool HandleMessage(Message &message) override;
 
 private:
-    Application *application_ = nullptr;
+    Watch<Application> application_;
     bool dispatch_ = true;
 };
 
