@@ -342,6 +342,33 @@ TEST_F(GuiSenders, ReachRelativesInOrder)
     EXPECT_EQ(TakeLog(), "a.on;a.on;b.on;b.on;");
 }
 
+TEST_F(GuiSenders, GiveEachChildOnceWhileSendsStandInOneAnother)
+{
+    MakeFamily();
+    ProbeComponent *const d = new ProbeComponent("d", log, parent);
+    new ProbeComponent("e", log, parent);
+    gui::Message_OnOff on(true);
+    gui::Message_OnOff off(false);
+    b->action = [&](string const &)
+    {
+        b->action = nullptr;
+        parent->SendMessageToChildren(off);
+    };
+    // One that both sends have reached, the one that is reached, and one that is to come; another one comes.
+    c->action = [&](string const &)
+    {
+        c->action = nullptr;
+        delete a;
+        c->DetachFromParent();
+        delete d;
+        parent->Attach(*c);
+        TakeLog();
+    };
+    parent->SendMessageToChildren(on);
+    EXPECT_EQ(TakeLog(), "e.off;c.off;e.on;c.on;");
+    EXPECT_EQ(parent->GetNumChildren(), 3u);
+}
+
 /// A send during which the component `killer` deletes the component `victim`, and the receivers.
 struct Deletion
 {
