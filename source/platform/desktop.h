@@ -42,10 +42,6 @@ bool SetSystemHeadless(bool isHeadless, string &reason);
 color4b ReadSystemColor(win_utils::eSystemColor color);
 HCURSOR LoadSystemCursor(win_utils::eStockCursor cursor);
 
-/// Shows the mouse's cursor in all windows of the program, as at first, or hides it. The desktop's thread only.
-void ShowMouseCursor(bool show);
-bool IsMouseCursorShown();
-
 /// @name Components
 /// @{
 bool StartComponents();

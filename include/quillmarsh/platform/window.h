@@ -307,6 +307,13 @@ QUILLMARSH_API bool IsScrollLockOn();
 /// not limit mouse movements. The desktop's thread only.
 QUILLMARSH_API void HoldCursor(bool hold);
 
+/// @name Cursor in all windows of the program
+/// Shown at first. Hidden, no window shows the cursor that it has. The desktop's thread only.
+/// @{
+QUILLMARSH_API void ShowMouseCursor(bool show);
+QUILLMARSH_API bool IsMouseCursorShown();
+/// @}
+
 } // namespace quillmarsh::platform
 
 #endif

@@ -9,9 +9,9 @@
 #include <quillmarsh/gui/gui_renderer.h>
 #include <quillmarsh/gui/gui_standardresources.h>
 #include <quillmarsh/mathtools/transforms.h>
+#include <quillmarsh/platform/window.h>
 
 #include "source/gui/manager/parts.h"
-#include "source/platform/desktop.h"
 
 #include <algorithm>
 #include <iterator>

@@ -5,6 +5,7 @@
 #include <quillmarsh/basetools/outputstream.h>
 #include <quillmarsh/framework/kernel.h>
 
+#include "source/gui/branchwalk.h"
 #include "source/gui/manager/parts.h"
 
 #include <utility>
@@ -42,14 +43,6 @@ void CheckRegistration(KindWords const &words, string const &name, VideoResource
 void LogDebug(char const *line)
 {
     GetLogOut() << e_debug << line << e_info;
-}
-
-template<typename Call>
-void ForBranch(Component &component, Call const &call)
-{
-    call(component);
-    for (Component *child : component.GetChildren())
-        ForBranch(*child, call);
 }
 
 } // namespace
@@ -176,8 +169,12 @@ template<typename T>
 void Resources::ForgetInComponents(T const &object)
 {
     // The tree itself, as the queues may lack components that have got their handles already.
-    parts_.queues.topLevel.ForEach(
-        [&](Component &top) { ForBranch(top, [&](Component &component) { Membership::Forget(component, object); }); });
+    auto const forget = [&object](Component &component)
+    {
+        Membership::Forget(component, object);
+        return true;
+    };
+    parts_.queues.topLevel.ForEach([&forget](Component &top) { WalkBranch(top, forget); });
 }
 
 void Resources::OnRenamed(BaseShader &shader)

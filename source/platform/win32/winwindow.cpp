@@ -2,7 +2,6 @@
 
 #include <quillmarsh/basetools/texttools.h>
 
-#include "source/platform/desktop.h"
 #include "source/platform/desktopevents.h"
 #include "source/platform/win32/widetext.h"
 

@@ -1,6 +1,5 @@
 #include "source/platform/linux/sdl/sdlwindow.h"
 
-#include "source/platform/desktop.h"
 #include "source/platform/desktopevents.h"
 #include "source/platform/linux/sdl/sdldisplayloss.h"
 
