@@ -29,6 +29,7 @@ public:
     FedMouse() : AttachedController(true) {}
     void OnRelativeModeChanged() override {}
     void OnSyncWithSystemCursorChanged() override {}
+    using Mouse::SetCanDisplaySystemCursor;
 
     /// Writes the state into the sample; the wheel turns once.
     void Write()

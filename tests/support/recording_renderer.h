@@ -8,10 +8,12 @@
 
 #include "tests/support/recording_textures.h"
 
+#include <sstream>
+
 namespace quillmarsh::tests
 {
 
-/// Creates recording textures, and keeps the last text. It draws nothing.
+/// Creates recording textures, and keeps the last text and a record of what is drawn. It draws nothing.
 class RecordingGUIRenderer final : public gui::Renderer
 {
 public:
@@ -35,8 +37,15 @@ public:
     bool refusesTextures = false;
     gui::FontTexture const *font = nullptr;
     string text;
+    bool managedOnly = false;
+    bool isDrawing = false;
+    /// Beginnings, ends and primitives, these with the origin of the transform: "colored @10,20".
+    std::vector<string> calls;
+    /// The primitives that were drawn last.
+    gui::VertexBufferC colored;
+    gui::VertexBufferCT textured;
 
-    bool CreatesManagedResourcesOnly() const override { return false; }
+    bool CreatesManagedResourcesOnly() const override { return managedOnly; }
     AutoPtr<video_renderer_objects::Texture2D> CreateTexture(unsigned int format, bool multiLevel, unsigned int height,
                                                              unsigned int width, bool forGUI) override
     {
@@ -66,20 +75,35 @@ public:
     void ResetClipRectangle() override {}
     bool GetClipRectangle(gui::Rectangle &) const override { return false; }
     void GetRendererParams(RendererParams &) const override {}
-    bool IsDrawing() const override { return true; }
-    void Begin() override {}
-    void End() override {}
+    bool IsDrawing() const override { return isDrawing; }
+    void Begin() override
+    {
+        isDrawing = true;
+        calls.emplace_back("begin");
+    }
+    void End() override
+    {
+        isDrawing = false;
+        calls.emplace_back("end");
+    }
     void Flush() override {}
     void BeginInterleaved() override {}
     void EndInterleaved() override {}
     void SetDepthParams(DepthParams const &) override {}
     void GetDepthParams(DepthParams &) override {}
-    void SetTransform(mat4 const &) override {}
-    void GetTransform(mat4 &) override {}
-    void DrawPrimitive(gui::Texture const &, gui::VertexBufferCT &, unsigned int, unsigned int, unsigned int) override
+    void SetTransform(mat4 const &transform) override { transform_ = transform; }
+    void GetTransform(mat4 &transform) override { transform = transform_; }
+    void DrawPrimitive(gui::Texture const &, gui::VertexBufferCT &vertices, unsigned int, unsigned int,
+                       unsigned int) override
     {
+        textured = vertices;
+        Record("textured");
     }
-    void DrawPrimitive(gui::VertexBufferC &, unsigned int, unsigned int, unsigned int) override {}
+    void DrawPrimitive(gui::VertexBufferC &vertices, unsigned int, unsigned int, unsigned int) override
+    {
+        colored = vertices;
+        Record("colored");
+    }
 
 protected:
     void ConnectVideoSubsystem(VideoSubsystem &) override {}
@@ -88,6 +112,14 @@ protected:
     void ReleaseVideoResources(bool) override {}
 
 private:
+    void Record(char const *what)
+    {
+        std::ostringstream line;
+        line << what << " @" << transform_[3][0] << ',' << transform_[3][1];
+        calls.push_back(line.str());
+    }
+
+    mat4 transform_ = mat4::IDENTITY;
     std::shared_ptr<int> token_ = std::make_shared<int>();
 };
 
