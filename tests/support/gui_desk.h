@@ -167,8 +167,10 @@ public:
         using Kernel::GUIManager_OnWindowResize;
         using Kernel::GUIManager_SetTolerateMissingInputDevice;
         double GetFrameTimeDelta() override { return timeDelta; }
+        Application *GetApplicationPtr() override { return application; }
 
         double timeDelta = 0;
+        Application *application = nullptr;
     };
 
     GuiDesk()
