@@ -273,11 +273,14 @@ TEST_F(GuiResources, FollowARendererThatGoesAndComes)
 {
     AddTexture("texture");
     AddUsers();
+    manager_.SyncObjectStates();
+    EXPECT_EQ(log_.Take(), Lines());
     tests::RecordingRenderer renderer;
     tests::RecordingGUIRenderer &gui = renderer.GetGUI();
     GuiScreen::Doors::GUIManager_ConnectVideoRenderer(renderer);
     EXPECT_EQ(log_.Take(), (Lines{"s renderer came", "c renderer came", "a renderer came"}));
-    EXPECT_NE(desk_.kernel.logOut.str().find("gui-renderer-interface creates managed resources only: 0"), string::npos);
+    EXPECT_NE(desk_.kernel.logOut.str().find("gui-renderer-interface creates managed resources only: false"),
+              string::npos);
     manager_.SyncObjectStates();
     EXPECT_EQ(gui.GetNumTextures(), 0);
     GuiScreen::Doors::GUIManager_CreateVideoResources(false);

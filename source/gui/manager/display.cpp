@@ -104,25 +104,22 @@ void VideoConnection::ReleaseResources(bool onlyIfUnmanaged)
 void VideoConnection::PrepareResources(bool allTileTextures, bool allFonts)
 {
     Pending &pending = parts_.pending;
-    if (pending.tileTexturesToCreate || allTileTextures)
-    {
-        Create(parts_.resources.tileTextures, allTileTextures, pending.tileTexturesToCreate);
+    Resources &resources = parts_.resources;
+    if (Create(resources.tileTextures, allTileTextures, pending.tileTexturesToCreate) || allTileTextures)
         pending.recacheAllTileTextures = true;
-    }
-    if (pending.fontsToCreate || allFonts)
-    {
-        Create(parts_.resources.fonts, allFonts, pending.fontsToCreate);
+    if (Create(resources.fonts, allFonts, pending.fontsToCreate) || allFonts)
         pending.recacheAllFonts = true;
-    }
 }
 
 template<typename Kind>
-void VideoConnection::Create(Kind &kind, bool all, bool &toCreate)
+bool VideoConnection::Create(Kind &kind, bool all, bool &toCreate)
 {
-    if (!resourcesWanted_ || videoRenderer_ == nullptr)
-        return;
+    bool const isNeeded = toCreate || all;
+    if (!isNeeded || !resourcesWanted_ || videoRenderer_ == nullptr)
+        return false;
     kind.objects.CreateVideoResources(*videoRenderer_, all);
     toCreate = false;
+    return true;
 }
 
 void VideoConnection::OnWindowResize(unsigned int width, unsigned int height)

@@ -36,8 +36,9 @@ private:
     /// Tells all users of the renderer.
     void NotifyRendererChanged();
     /// Creates the parts in the renderer of one kind, new or all, while resources are wanted; the flag falls then.
+    /// Returns whether it did.
     template<typename Kind>
-    void Create(Kind &kind, bool all, bool &toCreate);
+    bool Create(Kind &kind, bool all, bool &toCreate);
 
     Parts &parts_;
     VideoRenderer *videoRenderer_ = nullptr;

@@ -96,14 +96,15 @@ void Resources::Register(string const &name, Font *font)
 
 void Resources::OnTileTexturesChanged()
 {
+    // Once now, for users of what was removed, and once more when the part in the renderer is there: it may come late.
     parts_.pending.tileTexturesToCreate = true;
-    parts_.pending.tileTextureListChanged = true;
+    OnTileTextureAliasesChanged();
 }
 
 void Resources::OnFontsChanged()
 {
     parts_.pending.fontsToCreate = true;
-    parts_.pending.fontListChanged = true;
+    OnFontAliasesChanged();
 }
 
 void Resources::OnTileTextureAliasesChanged()
