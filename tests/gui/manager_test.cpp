@@ -364,10 +364,11 @@ TEST_F(GuiHitTest, SurvivesDeletion)
     Frame();
     EXPECT_EQ(GetTarget(), "left");
 
-    // The tested one itself, with the whole top-level component that is walked.
-    twin.onHitTest = [this] { delete &window; };
+    // The next top-level component that is to be walked.
+    front.onHitTest = [this] { delete &window; };
     MoveTo(105, 15);
     EXPECT_EQ(GetTarget(), "nothing");
+    front.onHitTest = nullptr;
     Frame();
     EXPECT_EQ(GetTarget(), "application");
 
