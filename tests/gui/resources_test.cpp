@@ -283,14 +283,20 @@ TEST_F(GuiResources, FollowARendererThatGoesAndComes)
               string::npos);
     manager_.SyncObjectStates();
     EXPECT_EQ(gui.GetNumTextures(), 0);
-    GuiScreen::Doors::GUIManager_CreateVideoResources(false);
+    // What is refused is asked for again when all synchronise.
+    gui.refusesTextures = true;
+    constexpr char const *refused = "Failed to create gui-texture resource.";
+    EXPECT_EQ(tests::MessageOf<GUIException>([] { GuiScreen::Doors::GUIManager_CreateVideoResources(false); }),
+              refused);
+    EXPECT_EQ(SyncFailure(), refused);
+    gui.refusesTextures = false;
+    EXPECT_EQ(SyncFailure(), "");
     EXPECT_EQ(gui.GetNumTextures(), 1);
 
-    // New ones are created when all synchronise, and a refused one again and again.
     AddTexture("new");
     EXPECT_EQ(gui.GetNumTextures(), 1);
     gui.refusesTextures = true;
-    EXPECT_EQ(SyncFailure(), "Failed to create gui-texture resource.");
+    EXPECT_EQ(SyncFailure(), refused);
     gui.refusesTextures = false;
     EXPECT_EQ(SyncFailure(), "");
     EXPECT_EQ(gui.GetNumTextures(), 2);

@@ -117,6 +117,8 @@ bool VideoConnection::Create(Kind &kind, bool all, bool &toCreate)
     bool const isNeeded = toCreate || all;
     if (!isNeeded || !resourcesWanted_ || videoRenderer_ == nullptr)
         return false;
+    // What throws leaves the rest to the next synchronisation.
+    toCreate = true;
     kind.objects.CreateVideoResources(*videoRenderer_, all);
     toCreate = false;
     return true;
