@@ -73,6 +73,8 @@ void Component::SetVisible(bool visible)
         if (self.Get() == nullptr)
             return;
         Manager::Instance().NotifyComponentVisibilityChanged(*this);
+        if (self.Get() == nullptr)
+            return;
         recalcLayoutDone_ = false;
     }
     if (visible_)
