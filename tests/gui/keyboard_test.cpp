@@ -264,6 +264,10 @@ TEST_F(GuiKeyboard, ActivationByCallIsExclusiveAndTellsBeforeTheFlagsFall)
     // One that is hidden passes its activity on, to the start of the queue.
     a.SetVisible(false);
     EXPECT_TRUE(desk.manager.IsApplicationActive() && !a.IsActive());
+    b.ActivateTopLevel(true);
+    b.reactions[e_msg_deactivate] = [this](Message &) { delete &b; };
+    b.SetVisible(false);
+    EXPECT_EQ(desk.manager.GetNumTopLevelComponents(), 1U) << "it may go then";
 }
 
 TEST_F(GuiKeyboard, ModalTargetsNest)
