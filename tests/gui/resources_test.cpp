@@ -147,10 +147,10 @@ TEST_F(GuiResources, ReportMissingOnesAtSynchronisation)
 {
     GuiScreen const screen;
     auto *const shader = new PlainShader("shader");
+    manager_.AddFontAlias("alias", "font");
     manager_.SyncObjectStates();
     gui::TextAttributes attributes;
     attributes.fontName = "alias";
-    manager_.AddFontAlias("alias", "font");
     shader->SetTextAttributes(attributes);
     // It stays missing, and the application may still register it.
     EXPECT_EQ(SyncFailure(), "Missing font for: " + NameOf(*shader));
