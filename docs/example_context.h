@@ -29,6 +29,10 @@ struct ExampleContext
 
     Mouse &mouse;
     gui::Renderer &renderer;
+    gui::Component &component;
+    gui::Component &panel;
+    gui::Component &ok;
+    gui::Message &message;
     platform::Window &window;
     float x;
     SharedOutputStream &shared;

@@ -140,7 +140,8 @@ private:
 /// Places components in rows of cells. The components need not be its children. See Row for the operations on rows.
 ///
 /// \code
-/// auto *layouter = new gui::layouters::RowLayouter(&panel);
+/// using namespace gui::layouters;
+/// auto *layouter = new RowLayouter(&panel);
 /// layouter->TargetHeightRow(ok, e_size_target, 1).AutoSpacer().Target(ok, e_size_target, 1, e_align_start, nullptr,
 ///                                                                     e_align_start, nullptr);
 /// \endcode

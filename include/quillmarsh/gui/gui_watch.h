@@ -42,8 +42,8 @@ private:
 /// \code
 /// gui::Watch<gui::Component> watch(component);
 /// component.DispatchMessage(message);
-/// if (watch.Get() == nullptr)
-///     return; // a handler has deleted it
+/// if (watch.Get() == nullptr) // a handler has deleted it
+///     return;
 /// \endcode
 template<typename T>
 class Watch : public WatchLink
