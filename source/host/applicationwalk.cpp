@@ -22,13 +22,19 @@ bool ApplicationWalk::Up(std::function<AutoPtr<Application>()> const &create, Ap
     bool const created = kernel_.GetFailures().Guard(
         [&]
         {
+            kernel_.MakeGUI();
             application_ = create();
             if (application_ == nullptr)
                 QUILLMARSH_THROW(KernelException, "The plug-in created no application.");
         });
     if (!created)
+    {
+        // Its constructor may have made components before it failed.
+        kernel_.ReleaseGUI();
         return false;
+    }
     kernel_.SetApplication(application_.get());
+    HostKernel::GUIManager_ConnectApplication(true);
 
     Application::AutoInitInfo const &autoInit = kernel_.GetAutoInit();
     return Climb(e_kernel_startup, true, &ApplicationWalk::StartUp) && result_.ContinueStartup &&
@@ -188,8 +194,11 @@ void ApplicationWalk::CleanUp()
     failures.SetPlace("the release of the application");
     screenshots_.reset();
     failures.Guard([this] { kernel_.ReleasePluginLeftovers(); });
+    if (HostKernel::HasGUI())
+        HostKernel::GUIManager_ConnectApplication(false);
     kernel_.SetApplication(nullptr);
     failures.Guard([this] { application_.reset(); });
+    kernel_.ReleaseGUI();
     kernel_.SetLevel(e_kernel_none);
 }
 

@@ -49,6 +49,8 @@ void AppWindow::OnWindowEvent(DesktopEvent const &event)
     {
         windows_.push_back(event.window);
         TellDevices();
+        if (HostKernel::HasGUI())
+            HostKernel::GUIManager_NotifyApplicationWindowCreated();
         return;
     }
     if (event.kind == eDesktopEvent::e_windowClosing)
@@ -89,6 +91,8 @@ void AppWindow::DisconnectSubsystems(Window const &window)
 void AppWindow::OnActive(bool isActive)
 {
     kernel_.GetDevices().SetAppWindowActive(isActive);
+    if (HostKernel::HasGUI())
+        HostKernel::GUIManager_NotifyApplicationWindowActive(isActive);
     CallHook("OnWindowActive", [isActive](Application &application) { application.OnWindowActive(isActive); });
 }
 

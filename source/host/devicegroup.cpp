@@ -219,9 +219,15 @@ void DeviceGroup::ConnectDevices()
     kernel_.CallHook("BeginConnectHumanInterfaceDevices",
                      [&](Application &application) { application.BeginConnectHumanInterfaceDevices(config_); });
     applicationHasDevices_ = true;
+    guiHasDevices_ = HostKernel::HasGUI();
+    if (guiHasDevices_)
+        HostKernel::GUIManager_BeginConnectHumanInterfaceDevices();
     for (AutoPtr<HumanInterfaceDevice> &candidate : candidates_)
         ConnectDevice(std::move(candidate));
     candidates_.clear();
+    kernel_.GetFailures().SetPlace("gui::Manager::EndConnectHumanInterfaceDevices");
+    if (guiHasDevices_)
+        HostKernel::GUIManager_EndConnectHumanInterfaceDevices();
     kernel_.CallHook("EndConnectHumanInterfaceDevices",
                      [](Application &application) { application.EndConnectHumanInterfaceDevices(); });
 }
@@ -248,6 +254,8 @@ void DeviceGroup::ConnectDevice(AutoPtr<HumanInterfaceDevice> owned)
     auto const *const mouse = Find<Mouse>(device, "Mouse");
     devices_.push_back({std::move(owned), keyboard != nullptr && keyboard->IsSystemKeyboard(),
                         mouse != nullptr && mouse->IsSystemMouse()});
+    if (guiHasDevices_)
+        HostKernel::GUIManager_ConnectHumanInterfaceDevice(device);
     kernel_.CallHook("ConnectHumanInterfaceDevice",
                      [&](Application &application) { application.ConnectHumanInterfaceDevice(device); });
 }
@@ -263,6 +271,9 @@ void DeviceGroup::Disconnect()
 void DeviceGroup::Release()
 {
     Failures &failures = kernel_.GetFailures();
+    failures.SetPlace("gui::Manager::DisconnectHumanInterfaceDevices");
+    if (std::exchange(guiHasDevices_, false) && HostKernel::HasGUI())
+        failures.Guard([] { HostKernel::GUIManager_DisconnectHumanInterfaceDevices(); });
     failures.SetPlace("the release of an input device");
     for (; !devices_.empty(); devices_.pop_back())
     {

@@ -49,6 +49,16 @@ void HostKernel::ReleasePluginLeftovers()
     reconfigObservers_.Clear();
 }
 
+void HostKernel::MakeGUI()
+{
+    if (!HasGUI())
+        gui_ = std::make_unique<gui::Manager>();
+    // Programs without a desktop have neither keyboard nor mouse.
+    GUIManager_SetTolerateMissingInputDevice(true);
+    if (GetAppWindow() != nullptr)
+        GUIManager_NotifyApplicationWindowCreated();
+}
+
 // Execution
 
 void HostKernel::SetExecutionParams(KernelExecutionParams const &params)

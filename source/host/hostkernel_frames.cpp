@@ -52,8 +52,14 @@ constexpr FrameStep HostKernel::s_frameOrder[] = {
      [](HostKernel &kernel, char const *) { kernel.SampleDevices(); },
      [](HostKernel &kernel) { return kernel.devices_.GetNumDevices() > 0; }},
     {"FrameSampleInput", "The application reads its input.", &CallFrameHook<&Application::FrameSampleInput>},
+    {"DispatchGUIEvents", "The GUI turns input into messages, if the parameters put it ahead of FrameUpdateStates.",
+     [](HostKernel &kernel, char const *) { kernel.DispatchGUIEvents(); },
+     [](HostKernel &kernel) { return kernel.MustDispatchGUIEvents(true); }},
     {"FrameUpdateStates", "The application updates its state by the elapsed time.",
      &CallFrameHook<&Application::FrameUpdateStates>},
+    {"DispatchGUIEvents", "The GUI turns input into messages, unless it did so already.",
+     [](HostKernel &kernel, char const *) { kernel.DispatchGUIEvents(); },
+     [](HostKernel &kernel) { return kernel.MustDispatchGUIEvents(false); }},
     {"ClearGUIStats", "The statistics of the GUI renderer begin anew.",
      [](HostKernel &kernel, char const *) { kernel.ClearGUIStats(); },
      [](HostKernel &kernel) { return kernel.params_.AutoClearGUIStats && kernel.video_.IsDrawable(); }, nullptr},
@@ -61,6 +67,8 @@ constexpr FrameStep HostKernel::s_frameOrder[] = {
      &CanRender},
     {"FrameRenderVideo", "The application draws its picture.", &CallFrameHook<&Application::FrameRenderVideo>,
      &CanRender},
+    {"DrawGUI", "The GUI is drawn over the picture.", [](HostKernel &kernel, char const *) { kernel.video_.DrawGUI(); },
+     [](HostKernel &kernel) { return HasGUI() && kernel.params_.AutoDrawGUI && kernel.video_.IsDrawable(); }},
     {"FramePostRenderVideo", "The application ends its picture.", &CallFrameHook<&Application::FramePostRenderVideo>,
      &CanRender},
     {"EndGUIRenderer", "The GUI renderer ends its frame, if one is open.",
@@ -148,6 +156,17 @@ void HostKernel::SampleDevices()
 bool HostKernel::CanRender(HostKernel &kernel)
 {
     return kernel.video_.GetActive() == nullptr || kernel.video_.IsDrawable();
+}
+
+bool HostKernel::MustDispatchGUIEvents(bool isAheadOfUpdate) const
+{
+    return HasGUI() && params_.AutoDispatchGUIEvents && params_.GUIEventsPreFrameUpdateStates == isAheadOfUpdate;
+}
+
+void HostKernel::DispatchGUIEvents()
+{
+    failures_.SetPlace("gui::Manager::DispatchInputEvents");
+    gui::Manager::Instance().DispatchInputEvents();
 }
 
 void HostKernel::ClearGUIStats()

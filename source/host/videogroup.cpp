@@ -6,6 +6,7 @@
 #include <quillmarsh/host/hostkernel.h>
 
 #include <quillmarsh/framework/videosubsystemwindow.h>
+#include <quillmarsh/gui/gui_manager.h>
 #include <quillmarsh/gui/gui_renderer.h>
 #include <quillmarsh/platform/displaymodes.h>
 
@@ -82,8 +83,6 @@ void SetGeometry(VideoSubsystemWindow &window, MainWindowGeometry const &wanted)
 
 } // namespace
 
-// The GUI manager joins beside the renderer: it connects behind VideoRenderer::OnWindowResize, and creates its
-// resources between those of the renderer and those of the application.
 constexpr VideoStep VideoGroup::s_steps[] = {
     {"VideoSubsystem::Open", "The subsystem opens its device and a hidden window.", "VideoSubsystem::Close",
      &VideoGroup::OpenSubsystem, &VideoGroup::CloseSubsystem},
@@ -92,8 +91,10 @@ constexpr VideoStep VideoGroup::s_steps[] = {
     {"ShowMainWindow", "The window gets them and is shown.", nullptr, &VideoGroup::ShowMainWindow},
     {"VideoRenderer::ConnectVideoSubsystem", "The renderer gets its subsystem, and its GUI renderer too.",
      "VideoRenderer::DisconnectVideoSubsystem", &VideoGroup::ConnectSubsystem, &VideoGroup::DisconnectSubsystem},
-    {"VideoRenderer::OnWindowResize", "Subsystem and renderer get the size of the window.", nullptr,
+    {"VideoRenderer::OnWindowResize", "Subsystem, renderer and GUI manager get the size of the window.", nullptr,
      &VideoGroup::TellSize},
+    {"gui::Manager::ConnectVideoRenderer", "The GUI manager gets the renderer.",
+     "gui::Manager::DisconnectVideoRenderer", &VideoGroup::ConnectGUI, &VideoGroup::DisconnectGUI},
     {"ConnectVideoRenderer", "The application gets the renderer.", "DisconnectVideoRenderer",
      &VideoGroup::ConnectRenderer, &VideoGroup::DisconnectRenderer},
     {"InitVideoRendererStates", "The application sets the states of the renderer.", nullptr,
@@ -101,6 +102,8 @@ constexpr VideoStep VideoGroup::s_steps[] = {
     {"VideoRenderer::CreateVideoResources", "The renderer creates what it needs in the device.",
      "VideoRenderer::ReleaseVideoResources", &VideoGroup::CreateRendererResources,
      &VideoGroup::ReleaseRendererResources, true},
+    {"gui::Manager::CreateVideoResources", "The GUI manager creates textures and fonts in the device.",
+     "gui::Manager::ReleaseVideoResources", &VideoGroup::CreateGUIResources, &VideoGroup::ReleaseGUIResources, true},
     {"CreateVideoResources", "The application creates what it needs in the device.", "ReleaseVideoResources",
      &VideoGroup::CreateResources, &VideoGroup::ReleaseResources, true},
 };
@@ -368,6 +371,37 @@ void VideoGroup::TellSize()
         SetWindowSize(*window);
     Subsystem().OnWindowResize(ToSize(windowSize_.width), ToSize(windowSize_.height));
     HostKernel::VideoRenderer_OnWindowResize(Renderer(), ToSize(windowSize_.width), ToSize(windowSize_.height));
+    if (HostKernel::HasGUI())
+        HostKernel::GUIManager_OnWindowResize(ToSize(windowSize_.width), ToSize(windowSize_.height));
+}
+
+void VideoGroup::ConnectGUI()
+{
+    if (!HostKernel::HasGUI())
+        return;
+    isGUIConnected_ = true;
+    try
+    {
+        HostKernel::GUIManager_ConnectVideoRenderer(Renderer());
+    }
+    catch (...)
+    {
+        // A step that has failed is not undone, but the manager may have the renderer.
+        DisconnectGUI();
+        throw;
+    }
+}
+
+void VideoGroup::DisconnectGUI()
+{
+    if (HasGUI())
+        HostKernel::GUIManager_DisconnectVideoRenderer();
+    isGUIConnected_ = false;
+}
+
+bool VideoGroup::HasGUI() const
+{
+    return isGUIConnected_ && HostKernel::HasGUI();
 }
 
 void VideoGroup::ConnectRenderer()
@@ -409,6 +443,28 @@ void VideoGroup::ReleaseRendererResources()
     HostKernel::VideoRenderer_ReleaseVideoResources(Renderer(), deviceWasLost_);
     if (failure != nullptr)
         std::rethrow_exception(failure);
+}
+
+void VideoGroup::CreateGUIResources()
+{
+    if (!HasGUI())
+        return;
+    try
+    {
+        HostKernel::GUIManager_CreateVideoResources(deviceWasLost_);
+    }
+    catch (...)
+    {
+        // As above: some of the resources may exist.
+        ReleaseGUIResources();
+        throw;
+    }
+}
+
+void VideoGroup::ReleaseGUIResources()
+{
+    if (HasGUI())
+        HostKernel::GUIManager_ReleaseVideoResources(deviceWasLost_);
 }
 
 void VideoGroup::CreateResources()
@@ -509,6 +565,11 @@ void VideoGroup::RequestReopening(string const &reason)
     kernel_.GetFailures().Warn("The video device has failed and is opened anew: " + reason);
     isBroken_ = isReopened_ = true;
     kernel_.RequestVideoReconfig(0);
+}
+
+void VideoGroup::DrawGUI()
+{
+    UseDevice("gui::Manager::Draw", [] { gui::Manager::Instance().Draw(); });
 }
 
 void VideoGroup::EndGUIRenderer()

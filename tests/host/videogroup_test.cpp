@@ -263,9 +263,10 @@ string ExpectCleanup(string const &failing, bool isReconfiguring, bool isEnding)
 {
     if (failing.starts_with("App"))
         return "Cleanup:failed:application";
-    // One renderer is left out, the device is opened anew, the last configuration comes back, or an end is no end.
+    // One renderer is left out, the device is opened anew, the last configuration comes back, or an end is no end. The
+    // GUI's end of drawing belongs to the frames.
     bool const isSurvived = failing == "IsCompatibleWith" || failing == "Collect" || failing == "Present" ||
-                            failing == "Release(lost)" || isReconfiguring;
+                            failing == "Release(lost)" || (isReconfiguring && failing != "End");
     if (isSurvived && !isEnding)
         return "Cleanup";
     bool const isSubsystem = failing == "Open" || failing == "Close" || failing == "Restore" || failing == "Present";

@@ -12,8 +12,9 @@ namespace quillmarsh::host
 
 class HostKernel;
 
-/// Reports the program's main window: to the devices its opening, activation, geometry and end, and to the application
-/// its activation and new sizes; to the video stack the sizes of its own window. Of several main windows, it reports the
+/// Reports the program's main window: to the devices its opening, activation, geometry and end, to the GUI manager its
+/// opening and activation, and to the application its activation and new sizes; to the video stack the sizes of its own
+/// window. Of several main windows, it reports the
 /// one that was opened last. Requests the exit of the program when the user closes the window, or when the desktop ends
 /// the program. When the window closes that the application's subsystems are connected to, it disconnects them first.
 /// Frame thread only.

@@ -122,6 +122,7 @@ private:
     /// Connected devices.
     std::vector<Device> devices_;
     bool applicationHasDevices_ = false;
+    bool guiHasDevices_ = false;
 };
 
 } // namespace quillmarsh::host

@@ -25,6 +25,7 @@
 #include <quillmarsh/framework/kernelexecutionparams.h>
 #include <quillmarsh/framework/reconfigobserver.h>
 #include <quillmarsh/framework/stdcommandinterpreter.h>
+#include <quillmarsh/gui/gui_manager.h>
 
 #include <span>
 
@@ -75,6 +76,18 @@ public:
     {
         return HumanInterfaceDevice_DeviceInfo(device);
     }
+    using Kernel::GUIManager_BeginConnectHumanInterfaceDevices;
+    using Kernel::GUIManager_ConnectApplication;
+    using Kernel::GUIManager_ConnectHumanInterfaceDevice;
+    using Kernel::GUIManager_ConnectVideoRenderer;
+    using Kernel::GUIManager_CreateVideoResources;
+    using Kernel::GUIManager_DisconnectHumanInterfaceDevices;
+    using Kernel::GUIManager_DisconnectVideoRenderer;
+    using Kernel::GUIManager_EndConnectHumanInterfaceDevices;
+    using Kernel::GUIManager_NotifyApplicationWindowActive;
+    using Kernel::GUIManager_NotifyApplicationWindowCreated;
+    using Kernel::GUIManager_OnWindowResize;
+    using Kernel::GUIManager_ReleaseVideoResources;
     using Kernel::VideoRenderer_ConnectVideoSubsystem;
     using Kernel::VideoRenderer_CreateVideoResources;
     using Kernel::VideoRenderer_DisconnectVideoSubsystem;
@@ -91,6 +104,12 @@ public:
     }
     /// Removes the commands, variables and observers that plug-ins may have left, before the plug-ins are unloaded.
     void ReleasePluginLeftovers();
+    /// Makes the GUI manager, unless the program has made one itself.
+    void MakeGUI();
+    /// Deletes the manager that MakeGUI() has made, with everything that it owns: before the plug-ins are unloaded,
+    /// whose components, shaders and cursors may be among that.
+    void ReleaseGUI() { gui_.reset(); }
+    static bool HasGUI() { return gui::Manager::IsCreated(); }
     /// @}
 
     /// @name For the loop
@@ -171,6 +190,8 @@ private:
     void PumpDesktop();
     void PollDevices();
     void SampleDevices();
+    bool MustDispatchGUIEvents(bool isAheadOfUpdate) const;
+    void DispatchGUIEvents();
     void ClearGUIStats();
     void CallFrameObservers();
     void CarryOut(DeviceRequest const &request);
@@ -222,6 +243,8 @@ private:
     /// True while something is queued; a frame without requests takes no lock.
     std::atomic<bool> hasRequests_{false};
 
+    /// Null before the walk, and in a program that has a manager of its own.
+    AutoPtr<gui::Manager> gui_;
     /// Made last and deleted first, because its commands use everything above.
     AutoPtr<std_command_interpreter::Interpreter> interpreter_;
 };

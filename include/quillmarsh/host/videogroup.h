@@ -105,11 +105,13 @@ public:
     /// Releases what was in a lost device, and makes it anew when the device is back. Requests a reconfiguration for a
     /// device that has failed.
     void Repair();
+    /// Lets the GUI manager draw.
+    void DrawGUI();
     /// Ends the open frame of the GUI renderer.
     void EndGUIRenderer();
     /// Shows the frame.
     void Present();
-    /// Tells subsystem and renderer the size of their window, if it has a new one.
+    /// Tells subsystem, renderer and GUI manager the size of their window, if it has a new one.
     void OnWindowGeometry(platform::Window const &window);
     /// @}
 
@@ -126,11 +128,15 @@ private:
     void ConnectSubsystem();
     void DisconnectSubsystem();
     void TellSize();
+    void ConnectGUI();
+    void DisconnectGUI();
     void ConnectRenderer();
     void DisconnectRenderer();
     void InitRendererStates();
     void CreateRendererResources();
     void ReleaseRendererResources();
+    void CreateGUIResources();
+    void ReleaseGUIResources();
     void CreateResources();
     void ReleaseResources();
     /// @}
@@ -148,6 +154,8 @@ private:
     void UseDevice(char const *place, Call &&call);
     void RequestReopening(string const &reason);
     platform::Window *FindWindow() const;
+    /// True while the GUI manager has the renderer.
+    bool HasGUI() const;
     bool SetWindowSize(platform::Window const &window);
     template<typename Hook>
     void CallHook(char const *name, Hook &&hook);
@@ -169,6 +177,7 @@ private:
     /// Number of steps that are done.
     std::size_t height_ = 0;
     bool isConnected_ = false;
+    bool isGUIConnected_ = false;
     unsigned int code_ = 0;
     bool deviceWasLost_ = false;
     /// A hook has thrown the last exception.
