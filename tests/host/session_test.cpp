@@ -3,6 +3,9 @@
 #include "tests/support/waiting.h"
 
 #include <quillmarsh/basetools/exception.h>
+#include <quillmarsh/devices/mouse.h>
+#include <quillmarsh/gui/gui_component.h>
+#include <quillmarsh/gui/gui_manager.h>
 #include <quillmarsh/host/session.h>
 #include <quillmarsh/platform/window.h>
 
@@ -127,6 +130,80 @@ TEST(Session, RunsAnApplicationOfTheProgramsOwn)
     EXPECT_FALSE(session.HasFailed());
     EXPECT_EQ("frame\nframe\n", out.str());
     EXPECT_NE(string::npos, log.str().find("Kernel level: running\nframe\n")) << log.str();
+}
+
+/// Application and component in one session, which note what they are told.
+struct GUIApplication : Application
+{
+    struct Clock : gui::Component
+    {
+        explicit Clock(string &told) : told_(told) { gui::Manager::Instance().TimeNotifyRegister(*this, true); }
+        ~Clock() override { told_ += "~Clock "; }
+        void OnTimeDelta(double) override { told_ += "gui "; }
+        string &told_;
+    };
+
+    explicit GUIApplication(string &told) : told_(told) {}
+    void Initialize() override { new Clock(told_); }
+    void FrameUpdateStates(double) override { told_ += "update "; }
+    bool GUIOnKeyboardQueryFocus(bool, eMouseButton, bool &want, bool &) override { return want = true; }
+    bool GUIOnKeyboardFocus(bool gotFocus) override
+    {
+        told_ += gotFocus ? "focus " : "";
+        return true;
+    }
+    string &told_;
+};
+
+TEST(Session, HasAGUIManagerForItsApplication)
+{
+    string told;
+    host::Session session({.report = [](string const &) {}});
+    host::HostKernel &kernel = session.GetKernel();
+    kernel.GetPlugins().Load(TestPlugin("testdriver"));
+    ASSERT_TRUE(session.Open(std::make_unique<GUIApplication>(told)));
+    auto const runFrame = [&]
+    {
+        session.RunFrame();
+        return std::exchange(told, "");
+    };
+    EXPECT_EQ("update gui ", runFrame());
+    kernel.GetParams().GUIEventsPreFrameUpdateStates = true;
+    EXPECT_EQ("gui update ", runFrame());
+    kernel.GetParams().AutoDispatchGUIEvents = false;
+    EXPECT_EQ("update ", runFrame());
+
+    gui::Manager &manager = gui::Manager::Instance();
+    EXPECT_TRUE(manager.RequestKeyboardFocus(kernel.GetApplication()));
+    EXPECT_EQ("focus ", std::exchange(told, ""));
+    // The driver brings a mouse, and no keyboard; a reconfiguration brings another one.
+    ASSERT_NE(nullptr, manager.GetMouse());
+    EXPECT_EQ(nullptr, manager.GetKeyboard());
+    kernel.RequestHIDReconfig(0);
+    runFrame();
+    EXPECT_EQ(dynamic_cast<Mouse *>(kernel.GetHIDController("Mouse", 0)), manager.GetMouse());
+    ASSERT_NE(nullptr, manager.GetMouse());
+
+    session.Close();
+    EXPECT_EQ("~Clock ", told);
+    EXPECT_FALSE(gui::Manager::IsCreated());
+}
+
+TEST(Session, LeavesTheProgramItsOwnGUIManager)
+{
+    string told;
+    host::Session session({.report = [](string const &) {}});
+    {
+        gui::Manager manager;
+        ASSERT_TRUE(session.Open(std::make_unique<GUIApplication>(told)));
+        session.RunFrame();
+        EXPECT_EQ("update gui ", std::exchange(told, ""));
+        session.Close();
+        ASSERT_TRUE(gui::Manager::IsCreated());
+        EXPECT_EQ(&manager, &gui::Manager::Instance());
+        EXPECT_EQ(1u, manager.GetNumTopLevelComponents());
+    }
+    EXPECT_EQ("~Clock ", told);
 }
 
 TEST(Session, ReportsTheMainWindowAndWhatIsLeftOfSeveral)

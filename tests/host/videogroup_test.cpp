@@ -2,6 +2,8 @@
 
 #include "tests/support/waiting.h"
 
+#include <quillmarsh/gui/gui_component.h>
+#include <quillmarsh/gui/gui_manager.h>
 #include <quillmarsh/host/session.h>
 #include <quillmarsh/platform/displaymodes.h>
 
@@ -381,6 +383,62 @@ TEST(VideoGroup, OpensAFailedDeviceAnewAndGivesUpWhenThatDoesNotHelp)
     EXPECT_TRUE(run.session.HasFailed());
     run.session.Close();
     EXPECT_EQ(1u, run.calls.Count("Cleanup:failed:subsystem"));
+}
+
+/// Component that counts how often it is drawn.
+class DrawnComponent : public gui::Component
+{
+public:
+    explicit DrawnComponent(unsigned int &numDrawn) : numDrawn_(numDrawn) {}
+    void DrawSelf(gui::Renderer &renderer) override
+    {
+        EXPECT_TRUE(renderer.IsDrawing());
+        ++numDrawn_;
+    }
+
+private:
+    unsigned int &numDrawn_;
+};
+
+TEST(VideoGroup, DrawsTheGUI)
+{
+    unsigned int numDrawn = 0;
+    VideoRun run;
+    run.Begin();
+    new DrawnComponent(numDrawn);
+    auto const expectDrawn = [&](bool isDrawn)
+    {
+        unsigned int const before = numDrawn;
+        run.RunFrame();
+        EXPECT_EQ(before + (isDrawn ? 1 : 0), numDrawn);
+    };
+    auto const expectSize = [&run]
+    {
+        EXPECT_EQ(run.GetRenderer()->GetWindowWidth(), gui::Manager::Instance().GetWindowWidth());
+        EXPECT_EQ(run.GetRenderer()->GetWindowHeight(), gui::Manager::Instance().GetWindowHeight());
+    };
+    expectDrawn(true);
+    expectSize();
+    // With a frame that the application leaves open, and without.
+    run.application.opensFrame = true;
+    expectDrawn(true);
+    run.application.opensFrame = false;
+    run.session.GetKernel().GetParams().AutoDrawGUI = false;
+    expectDrawn(false);
+    run.session.GetKernel().GetParams().AutoDrawGUI = true;
+
+    TestSubsystem &subsystem = run.GetSubsystem();
+    subsystem.stateAfterPresent = e_video_device_lost;
+    subsystem.isBack = false;
+    expectDrawn(true);
+    expectDrawn(false);
+    subsystem.isBack = true;
+    expectDrawn(true);
+    run.Request([](VideoConfig &config) { config.DisplayMode.Width = 333; });
+    run.RunFrame();
+    expectDrawn(true);
+    expectSize();
+    EXPECT_EQ("", run.reports);
 }
 
 TEST(VideoGroup, TellsOfItsWindow)
