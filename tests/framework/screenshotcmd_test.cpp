@@ -3,6 +3,8 @@
 #include <quillmarsh/basetools/exception.h>
 #include <quillmarsh/dataobjects/datacodecmanager.h>
 #include <quillmarsh/dataobjects/sampletransfer.h>
+#include <quillmarsh/gui/gui_component.h>
+#include <quillmarsh/gui/gui_manager.h>
 
 #include "tests/support/null_video.h"
 #include "tests/support/scratch_directory.h"
@@ -156,6 +158,34 @@ TEST_F(ScreenShot, WaitsForAFrameWithoutTheConsole)
     EXPECT_TRUE(command.ParseAndExecute(out, parser, ""));
     EXPECT_EQ("post2 ", log);
     EXPECT_TRUE(std::filesystem::exists(GetPath("shot.0001.color.image")));
+}
+
+TEST_F(ScreenShot, HidesAComponent)
+{
+    gui::Manager manager;
+    auto *const console = new gui::Component;
+    auto *const callback = new ScreenShotCmd::ScreenShotCallback_AutoHideComponent(console);
+    command.SetCallback(callback);
+    CommandLineParser parser;
+    parser.Parse("screenshot");
+    for (bool const isShown : {true, false})
+    {
+        console->SetVisible(isShown);
+        // The second request finds the component hidden by the first one.
+        for (unsigned int request = 0; request < 2; ++request)
+        {
+            EXPECT_TRUE(command.ParseAndExecute(out, parser, ""));
+            EXPECT_FALSE(console->IsVisible());
+        }
+        Capture("");
+        EXPECT_EQ(console->IsVisible(), isShown);
+    }
+    Capture("-imm");
+    EXPECT_FALSE(console->IsVisible());
+    console->SetVisible(true);
+    EXPECT_TRUE(command.ParseAndExecute(out, parser, ""));
+    delete console;
+    EXPECT_NE("", Capture(""));
 }
 
 TEST_F(ScreenShot, CapturesTheBuffersOfTheLine)
