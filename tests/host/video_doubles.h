@@ -14,6 +14,7 @@
 #include <quillmarsh/framework/videorenderer.h>
 #include <quillmarsh/framework/videosubsystem.h>
 #include <quillmarsh/framework/videosubsystemwindow.h>
+#include <quillmarsh/gui/gui_widgets.h>
 
 #include <algorithm>
 
@@ -235,6 +236,7 @@ public:
     std::function<void(VideoProfile const &, VideoProfile &)> filter;
     bool isConfirming = true;
     bool opensFrame = false;
+    std::vector<unsigned int> drawnAreas;
     /// What the window has told.
     MainWindowGeometry lastGeometry;
     bool isActive = false;
@@ -287,6 +289,7 @@ public:
         if (VideoRenderer *const renderer = Kernel::Instance().GetActiveVideoRendererPtr(); renderer && opensFrame)
             renderer->GetGUIRenderer().Begin();
     }
+    void FrameRenderArea(gui::InterleavedRenderArea const &area) override { drawnAreas.push_back(area.GetAreaCode()); }
     void ConnectSubsystemsToAppWindow(HWND connected, bool) override
     {
         window = connected;

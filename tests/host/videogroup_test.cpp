@@ -406,6 +406,7 @@ TEST(VideoGroup, DrawsTheGUI)
     VideoRun run;
     run.Begin();
     new DrawnComponent(numDrawn);
+    new gui::InterleavedRenderArea(new gui::InterleavedRenderArea(nullptr, 5), 6);
     auto const expectDrawn = [&](bool isDrawn)
     {
         unsigned int const before = numDrawn;
@@ -419,6 +420,8 @@ TEST(VideoGroup, DrawsTheGUI)
     };
     expectDrawn(true);
     expectSize();
+    EXPECT_EQ((std::vector<unsigned int>{5, 6}), run.application.drawnAreas);
+    EXPECT_EQ(2u, run.GetRenderer()->GetGUIRenderer().Stats().NumEndInterleaved);
     // With a frame that the application leaves open, and without.
     run.application.opensFrame = true;
     expectDrawn(true);
