@@ -2,7 +2,12 @@
 // whenever it is loaded, so a program loads it with its first vector code; these functions pass the calls on.
 #include "source/platform/linux/ondemand.h"
 
+#include <hwy/base.h>
 #include <hwy/targets.h>
+
+#include <cstdarg>
+#include <cstdio>
+#include <cstdlib>
 
 namespace quillmarsh::platform
 {
@@ -61,6 +66,18 @@ void SetSupportedTargetsForTest(std::int64_t targets)
 {
     if (auto const set = GetHighway().setSupportedTargets)
         set(targets);
+}
+
+/// Ends the process. Only builds with assertions of Highway's call it.
+void Abort(char const *file, int line, char const *format, ...)
+{
+    std::fprintf(stderr, "%s:%d: ", file, line);
+    va_list arguments;
+    va_start(arguments, format);
+    std::vfprintf(stderr, format, arguments);
+    va_end(arguments);
+    std::fputc('\n', stderr);
+    std::abort();
 }
 
 } // namespace hwy
