@@ -43,8 +43,14 @@ public:
     {
         if (process_ <= 0)
             return;
+        // A server that is about to wait for its clients overlooks a signal now and then.
         kill(process_, SIGTERM);
-        waitpid(process_, nullptr, 0);
+        for (unsigned int tries = 1; waitpid(process_, nullptr, WNOHANG) == 0; ++tries)
+        {
+            usleep(5000);
+            if (tries % 100 == 0)
+                kill(process_, tries < 1000 ? SIGTERM : SIGKILL);
+        }
     }
     VirtualDisplay(VirtualDisplay const &) = delete;
 
