@@ -375,35 +375,6 @@ void VideoGroup::TellSize()
         HostKernel::GUIManager_OnWindowResize(ToSize(windowSize_.width), ToSize(windowSize_.height));
 }
 
-void VideoGroup::ConnectGUI()
-{
-    if (!HostKernel::HasGUI())
-        return;
-    isGUIConnected_ = true;
-    try
-    {
-        HostKernel::GUIManager_ConnectVideoRenderer(Renderer());
-    }
-    catch (...)
-    {
-        // A step that has failed is not undone, but the manager may have the renderer.
-        DisconnectGUI();
-        throw;
-    }
-}
-
-void VideoGroup::DisconnectGUI()
-{
-    if (HasGUI())
-        HostKernel::GUIManager_DisconnectVideoRenderer();
-    isGUIConnected_ = false;
-}
-
-bool VideoGroup::HasGUI() const
-{
-    return isGUIConnected_ && HostKernel::HasGUI();
-}
-
 void VideoGroup::ConnectRenderer()
 {
     CallHook("ConnectVideoRenderer",
@@ -443,28 +414,6 @@ void VideoGroup::ReleaseRendererResources()
     HostKernel::VideoRenderer_ReleaseVideoResources(Renderer(), deviceWasLost_);
     if (failure != nullptr)
         std::rethrow_exception(failure);
-}
-
-void VideoGroup::CreateGUIResources()
-{
-    if (!HasGUI())
-        return;
-    try
-    {
-        HostKernel::GUIManager_CreateVideoResources(deviceWasLost_);
-    }
-    catch (...)
-    {
-        // As above: some of the resources may exist.
-        ReleaseGUIResources();
-        throw;
-    }
-}
-
-void VideoGroup::ReleaseGUIResources()
-{
-    if (HasGUI())
-        HostKernel::GUIManager_ReleaseVideoResources(deviceWasLost_);
 }
 
 void VideoGroup::CreateResources()
