@@ -32,6 +32,12 @@ ConsoleWindow::ConsoleWindow(ConsoleOutputBuffer &buffer)
     Show();
 }
 
+ConsoleWindow::~ConsoleWindow()
+{
+    // Device threads may be writing.
+    SetTextSource(nullptr);
+}
+
 AutoPtr<ConsoleWindow> OpenConsoleWindow(ConsoleOutputBuffer &buffer, string &reason)
 {
     if (!platform::HasDisplay())

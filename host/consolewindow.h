@@ -14,6 +14,7 @@ class ConsoleWindow : public ConsoleOutputWindow
 public:
     /// Opens the window and shows it. The buffer is borrowed. Throws SystemResourceException.
     explicit ConsoleWindow(ConsoleOutputBuffer &buffer);
+    ~ConsoleWindow() override;
 };
 
 /// Opens the console's window; returns null and sets `reason` when the desktop refuses it.

@@ -25,6 +25,7 @@ using namespace win_utils;
 class CountingWindow : public ConsoleOutputWindow
 {
 public:
+    ~CountingWindow() override { SetTextSource(nullptr); }
     void OnPaint() override
     {
         ++numPaints;
@@ -328,8 +329,6 @@ TEST_F(ConsoleWindowHeadless, StaysResponsiveWhileOtherThreadsWrite)
             return window->numPaints >= 100 && numWritten >= 10000;
         }));
     window->Destroy();
-    // A derived class leaves the source before it goes, as others may be calling it.
-    window->SetTextSource(nullptr);
     window.reset();
     unsigned int const before = numWritten;
     EXPECT_TRUE(tests::WaitUntil([&] { return numWritten > before + 100; }));

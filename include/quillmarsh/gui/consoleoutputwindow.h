@@ -13,7 +13,8 @@ namespace quillmarsh
 ///
 /// While its last line is visible, the window follows the buffer; once the user has scrolled back, it stays where it is.
 /// Any thread may write to the buffer meanwhile, as fast as it can: a change only requests a repaint, and a repaint copies
-/// only the visible lines. Everything else belongs to the desktop's thread.
+/// only the visible lines. Everything else belongs to the desktop's thread. The destructor of a derived class calls
+/// SetTextSource(nullptr) if others may still write then: they must not be in a call while the object changes its class.
 /// \code
 /// ConsoleBuffers console;
 /// ConsoleOutputWindow window;
