@@ -214,6 +214,11 @@ void Component::OnChangedActive() {}
 
 void Component::OnChangedFlags() {}
 
+string Component::GetCaption() const
+{
+    return {};
+}
+
 // Mouse, keyboard, activation, modality.
 
 bool Component::IsMouseCaptureTarget() const

@@ -199,6 +199,10 @@ protected:
     bool HandleMessage(Message &message) override;
 
 public:
+    /// Returns the text by which users know the component, such as the words on a button or the title of a panel, in
+    /// Latin-1. For tools and robots, which look components up by it. By default it is empty.
+    virtual string GetCaption() const;
+
     /// @name Tree
     /// Children have the order in which they were attached; the first is drawn first.
     /// @{
