@@ -5,7 +5,7 @@ import re
 
 # From the lowest to the highest. Programs are not in the list: they may include all public headers.
 FLOORS = ["platform", "basetools", "mathtools", "dataobjects", "framework", "videorendererobjects", "devices", "gui",
-          "framework/commands", "host"]
+          "framework/commands", "widgets", "host"]
 
 
 def floor_of(path):

@@ -186,5 +186,26 @@
 #include <quillmarsh/platform/widechartraits.h>
 #include <quillmarsh/platform/window.h>
 #include <quillmarsh/videorendererobjects/vro_textures.h>
+#include <quillmarsh/widgets/action.h>
+#include <quillmarsh/widgets/consolepanel.h>
+#include <quillmarsh/widgets/consoletext.h>
+#include <quillmarsh/widgets/filedialog.h>
+#include <quillmarsh/widgets/label.h>
+#include <quillmarsh/widgets/listbox.h>
+#include <quillmarsh/widgets/looknames.h>
+#include <quillmarsh/widgets/measures.h>
+#include <quillmarsh/widgets/menu.h>
+#include <quillmarsh/widgets/messagedialog.h>
+#include <quillmarsh/widgets/panel.h>
+#include <quillmarsh/widgets/progressbar.h>
+#include <quillmarsh/widgets/scrollbar.h>
+#include <quillmarsh/widgets/slider.h>
+#include <quillmarsh/widgets/splitter.h>
+#include <quillmarsh/widgets/tabview.h>
+#include <quillmarsh/widgets/textbutton.h>
+#include <quillmarsh/widgets/textedit.h>
+#include <quillmarsh/widgets/textencoding.h>
+#include <quillmarsh/widgets/textfield.h>
+#include <quillmarsh/widgets/tooltips.h>
 
 #endif

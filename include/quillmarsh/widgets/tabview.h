@@ -1,0 +1,63 @@
+// Pages of which one shows, chosen by tabs.
+#ifndef QUILLMARSH_WIDGETS_TABVIEW_H
+#define QUILLMARSH_WIDGETS_TABVIEW_H
+
+#include <quillmarsh/gui/gui_component.h>
+#include <quillmarsh/platform/types.h>
+#include <quillmarsh/widgets/action.h>
+
+#include <vector>
+
+namespace quillmarsh::widgets
+{
+
+/// Row of tabs above a page. A click on a tab, the arrow keys on the tabs, and control with Tab or Page Up and Page Down
+/// anywhere in the pages choose one. Tabs that do not fit become narrower. Frame thread only.
+class QUILLMARSH_API TabView : public gui::Component
+{
+public:
+    static constexpr unsigned int s_noPage = ~0U;
+
+    /// Becomes a child of `parent`; stays top-level for null. `size` is in units.
+    explicit TabView(gui::Component *parent, vec2 const &size = {320, 240});
+    ~TabView() override;
+
+    /// Adds a page and returns it: a ghost that fills the view below the tabs, for the program to attach widgets to. The
+    /// title is UTF-8. The first page shows. To remove a page, delete it.
+    gui::Component &AddPage(string const &title);
+    unsigned int GetNumPages() const;
+    /// Returns a page by index; null past the end.
+    gui::Component *GetPage(unsigned int index) const;
+    void SetTitle(unsigned int index, string const &title);
+    /// Shows a page, without the action. Ignores an index past the end.
+    void ShowPage(unsigned int index);
+    /// Index of the page that shows; s_noPage without pages.
+    unsigned int GetShownPage() const;
+    /// Called with the index of a page that the user has chosen.
+    void SetAction(std::function<void(unsigned int)> action) { action_ = std::move(action); }
+
+    void RecalcSize() override;
+    void RecalcLayout() override;
+    void OnDetachedChild(Component &child) override;
+    using Component::OnKeyboardKey;
+    bool OnKeyboardKey(bool down, eKey key, unsigned int repeatCount, char character) override;
+
+private:
+    class Tab;
+    struct Page
+    {
+        gui::Component *page;
+        Tab *tab;
+    };
+
+    void Choose(unsigned int index, bool byUser);
+
+    vec2 sizeInUnits_;
+    std::vector<Page> pages_;
+    unsigned int shown_ = s_noPage;
+    Action<unsigned int> action_;
+};
+
+} // namespace quillmarsh::widgets
+
+#endif
