@@ -144,8 +144,8 @@ Arguments ParseArguments(std::vector<string> words)
         "When standard input is not a terminal, its lines run as a script.",
         "quillmarsh-host");
     app.footer("Exit status: 0 success, 1 a line of a script failed, 2 wrong argument, 3 the host failed.");
-    app.set_help_flag("--help", "print this help and exit");
-    app.set_version_flag("--version", "quillmarsh-host " + library_info::GetLibraryVersion().MakeString(),
+    app.set_help_flag("-h,--help", "print this help and exit");
+    app.set_version_flag("-V,--version", "quillmarsh-host " + library_info::GetLibraryVersion().MakeString(),
                          "print the version and exit");
     app.allow_extras();
     app.allow_windows_style_options(false);

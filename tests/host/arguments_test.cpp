@@ -33,6 +33,13 @@ TEST(Arguments, AreReadInBothForms)
     EXPECT_EQ("a.b.c/d.e=f", parameter.path + "/" + parameter.value);
 }
 
+TEST(Arguments, ShortQuestionsHaveTheSameAnswers)
+{
+    EXPECT_NE(string::npos, ParseArguments({"-h"}).answer.find("Usage: quillmarsh-host"));
+    EXPECT_EQ(ParseArguments({"--help"}).answer, ParseArguments({"-h"}).answer);
+    EXPECT_EQ(ParseArguments({"--version"}).answer, ParseArguments({"-V"}).answer);
+}
+
 TEST(Arguments, WrongOnesAreNamed)
 {
     std::pair<std::vector<string>, char const *> const cases[] = {
