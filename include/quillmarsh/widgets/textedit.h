@@ -35,10 +35,12 @@ public:
     /// @name Text
     /// @{
     string const &GetText() const { return text_; }
-    /// Replaces everything, puts the caret at the end, and forgets what could be undone. Control characters are left out,
-    /// and what is over the maximum length.
+    /// Returns the number of glyphs.
+    unsigned int GetLength() const { return static_cast<unsigned int>(text_.size()); }
+    /// Replaces everything, puts the caret at the end, and forgets what could be undone. Line feeds and tabs become
+    /// blanks; other control characters are left out, and so is what is over the maximum length.
     void SetText(string const &text);
-    /// Greatest length in glyphs; a million at first.
+    /// Greatest length in glyphs; a million at first. A longer text stays, but takes nothing more.
     void SetMaxLength(unsigned int length);
     unsigned int GetMaxLength() const { return maxLength_; }
     /// @}
@@ -61,10 +63,11 @@ public:
     /// @}
 
     /// @name Changes
-    /// They return whether the text has changed. Each can be undone; letters typed one after the other are undone as one.
+    /// They return whether the text has changed. The last thousand can be undone; letters typed one after the other are
+    /// undone as one.
     /// @{
-    /// Puts a text in place of the selection; as SetText(), with as much as there is room for. Line feeds and tabs become
-    /// blanks.
+    /// Puts a text in place of the selection; as SetText(), with as much as there is room for. Where nothing of the text
+    /// can be inserted, the selection stays.
     bool Insert(string const &text);
     /// Deletes the selection, or what the caret would pass.
     bool Delete(eMove move);
@@ -83,7 +86,6 @@ private:
         string inserted;
         unsigned int caretBefore;
         unsigned int anchorBefore;
-        bool isTyping;
     };
 
     unsigned int FindTarget(eMove move) const;
