@@ -7,14 +7,16 @@
 #include <quillmarsh/widgets/action.h>
 #include <quillmarsh/widgets/textedit.h>
 
+#include <limits>
+
 namespace quillmarsh::widgets
 {
 
 /// Field for a line of text, with caret, selection, undo and the clipboard. A text that is wider than the field scrolls.
 ///
 /// Keys: arrows, Home, End; with control by words; with shift they select. Backspace and Delete, with control a word.
-/// Ctrl+A, Ctrl+C, Ctrl+X, Ctrl+V, Ctrl+Z, Ctrl+Y, Ctrl+Insert, Shift+Insert, Shift+Delete. A double click selects a
-/// word, a third one everything; a drag selects. Frame thread only.
+/// Ctrl+A, Ctrl+C, Ctrl+X, Ctrl+V, Ctrl+Z, Ctrl+Y, Ctrl+Shift+Z, Ctrl+Insert, Shift+Insert, Shift+Delete. A double click
+/// selects a word, a third one everything; a drag selects. Frame thread only.
 class QUILLMARSH_API TextField : public gui::Component
 {
 public:
@@ -34,7 +36,7 @@ public:
     /// A field that cannot be written to still has a caret, and can be copied from.
     void SetReadOnly(bool readOnly) { readOnly_ = readOnly; }
     bool IsReadOnly() const { return readOnly_; }
-    /// Replaces the selection as typing does, and calls the action.
+    /// Replaces the selection as typing does, and calls the action; also in a field that is read only.
     void Insert(string const &text);
     void SelectAll();
     /// Caret and selection.
@@ -90,21 +92,32 @@ protected:
 
 private:
     bool EditByKey(eKey key, char character);
+    bool EditByClipboardKey(eKey key, bool isControl, bool isShift);
+    bool EditByShortcut(eKey key, bool isShift);
+    template<typename Function>
+    bool Change(Function &&change);
     bool CopySelection();
+    bool Cut();
     bool Paste();
+    void OnEdited();
+    void ReportEdited();
+    void DragTo(float x);
+    void ScrollToCaret();
+    unsigned int FindGlyph(float x) const;
     unsigned int FindPlace(float x) const;
     void UpdateGlyphPlaces() const;
 
     float width_;
     TextEdit edit_;
-    string placeholder_;
     string placeholderGlyphs_;
     bool readOnly_ = false;
     bool wrong_ = false;
     float scroll_ = 0;
     bool isCaretShown_ = false;
     double caretTime_ = 0;
-    double lastClickTime_ = 0;
+    /// Seconds since the caret was dragged.
+    double dragTime_ = 0;
+    double sinceDoubleClick_ = std::numeric_limits<double>::infinity();
     /// Right edges of the glyphs, for the text that they were measured from.
     mutable std::vector<float> glyphEnds_;
     mutable bool areGlyphsMeasured_ = false;
