@@ -1,3 +1,4 @@
+#include "tests/support/failures.h"
 #include "tests/support/probe_component.h"
 #include "tests/support/test_kernel.h"
 
@@ -66,21 +67,9 @@ TEST_F(GuiComponent, MovesToAnotherParent)
 
 TEST_F(GuiComponent, RefusesWrongRelativesAndChangesNothing)
 {
-    auto const message = [](auto &&call)
-    {
-        try
-        {
-            call();
-        }
-        catch (GUIException const &exception)
-        {
-            return exception.GetMessage();
-        }
-        return string("nothing thrown");
-    };
-    EXPECT_EQ(message([&] { c->Attach(*root); }),
+    EXPECT_EQ(tests::MessageOf<GUIException>([&] { c->Attach(*root); }),
               "Attaching ancestor: " + ObjectName(*root) + " to descendant: " + ObjectName(*c));
-    EXPECT_EQ(message([&] { root->Detach(*c); }),
+    EXPECT_EQ(tests::MessageOf<GUIException>([&] { root->Detach(*c); }),
               "Detaching non-child: " + ObjectName(*c) + " from: " + ObjectName(*root));
     EXPECT_EQ(TakeLog(), "");
     EXPECT_TRUE(root->IsTopLevel() && a->IsChildOf(*root) && c->IsChildOf(*a));

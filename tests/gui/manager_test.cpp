@@ -1,10 +1,12 @@
+#include "tests/support/failures.h"
 #include "tests/support/gui_desk.h"
+#include "tests/support/gui_screen.h"
 #include "tests/support/null_video.h"
+#include "tests/support/probe_component.h"
 #include "tests/support/scripted_dialogs.h"
 
 #include <quillmarsh/basetools/exception.h>
 #include <quillmarsh/gui/gui_renderer.h>
-#include <quillmarsh/mathtools/matrix44.h>
 
 #include <gtest/gtest.h>
 
@@ -18,147 +20,75 @@ namespace
 using namespace gui;
 using namespace tests;
 
-/// What items were told, in order, as names with a space behind each.
-struct Journal
+/// The components write to it until the manager has deleted them.
+struct ProbeLog
 {
-    string drawn, told, timed;
-    vec2 lastOrigin = vec2::ZERO;
-    unsigned int numHitTests = 0;
-    unsigned int numUpdates = 0;
-};
-
-/// Component that keeps a journal, and runs what the test gives it at some moments.
-class Item : public Component
-{
-public:
-    Item(Journal &journal, string newName, vec2 const &position, vec2 const &size, Component *parent = nullptr)
-        : name(std::move(newName)),
-          journal_(journal)
-    {
-        SetPosition(position);
-        SetSize(size);
-        if (parent != nullptr)
-            AttachTo(*parent);
-    }
-
-    void DrawSelf(gui::Renderer &renderer) override
-    {
-        journal_.drawn += name + ' ';
-        mat4 transform;
-        renderer.GetTransform(transform);
-        // Row vectors: the last row is the translation.
-        journal_.lastOrigin = vec2(transform.Row3().x, transform.Row3().y);
-    }
-    bool HitTestSelf(vec2 const &position) const override
-    {
-        ++journal_.numHitTests;
-        Run(onHitTest);
-        return Component::HitTestSelf(position);
-    }
-    void UpdateGeometryCache() override
-    {
-        ++journal_.numUpdates;
-        Run(onUpdate);
-    }
-    void OnTimeDelta(double) override
-    {
-        journal_.timed += name + ' ';
-        Run(onTime);
-    }
-
-    string const name;
-    std::function<void()> onHitTest, onUpdate, onTime, onMessage;
-
-protected:
-    bool HandleMessage(Message &message) override
-    {
-        if (message.GetID() != e_msg_command)
-            return Component::HandleMessage(message);
-        journal_.told += name + ' ';
-        Run(onMessage);
-        return false;
-    }
-
-private:
-    /// Runs once, from a copy, as it may delete this item.
-    static void Run(std::function<void()> const &reaction)
-    {
-        if (reaction == nullptr)
-            return;
-        auto const copy = reaction;
-        copy();
-    }
-
-    Journal &journal_;
+    string probes;
 };
 
 /// Desk whose manager draws with the null renderer.
-class DrawnDesk : public GuiDesk
+class DrawnDesk : public ProbeLog, public GuiDesk
 {
 public:
-    struct Doors : TestKernel
+    ProbeComponent &Make(string const &name, vec2 const &position, vec2 const &size, Component *parent = nullptr)
     {
-        using Kernel::GUIManager_ConnectVideoRenderer;
-        using Kernel::GUIManager_CreateVideoResources;
-        using Kernel::GUIManager_DisconnectVideoRenderer;
-        using Kernel::GUIManager_ReleaseVideoResources;
-    };
-
-    DrawnDesk()
-    {
-        Doors::GUIManager_ConnectVideoRenderer(video.renderer);
-        Doors::GUIManager_CreateVideoResources(false);
+        auto &component = *new ProbeComponent(name, probes, parent);
+        component.SetPosition(position);
+        component.SetSize(size);
+        return component;
     }
-    ~DrawnDesk()
+    ProbeComponent &Make(string const &name, Component *parent = nullptr)
     {
-        Doors::GUIManager_ReleaseVideoResources(false);
-        Doors::GUIManager_DisconnectVideoRenderer();
+        return Make(name, vec2::ZERO, vec2::ONE, parent);
     }
 
-    Item &Make(string const &name, vec2 const &position, vec2 const &size, Component *parent = nullptr)
+    /// Returns the names of those that recorded this, in order and with a blank behind each.
+    string ListWho(string const &what) const
     {
-        return *new Item(journal, name, position, size, parent);
+        string names;
+        std::istringstream entries(probes);
+        for (string entry; std::getline(entries, entry, ';');)
+            names += entry.ends_with("." + what) ? entry.substr(0, entry.find('.')) + ' ' : "";
+        return names;
     }
-    Item &Make(string const &name, Component *parent = nullptr) { return Make(name, vec2::ZERO, vec2::ONE, parent); }
-
     string Draw()
     {
-        journal.drawn.clear();
+        probes.clear();
         manager.Draw();
-        return journal.drawn;
+        return ListWho("draw");
     }
     string Tell()
     {
-        journal.told.clear();
-        Message_Command message(1);
+        probes.clear();
+        Message_OnOff message(true);
         manager.BroadcastMessage(message);
-        return journal.told;
+        return ListWho("on");
     }
     string GetTarget()
     {
         if (manager.IsMouseOverTargetApplication())
             return "application";
-        Item const *const item = dynamic_cast<Item *>(manager.GetMouseOverTarget());
-        return item != nullptr ? item->name : "nothing";
+        auto const *const target = dynamic_cast<ProbeComponent *>(manager.GetMouseOverTarget());
+        return target != nullptr ? target->GetName() : "nothing";
     }
 
     NullVideo video;
-    Journal journal;
+    ScreenConnection const connection{video.renderer};
 };
 
 TEST(GuiManager, OrdersTheQueues)
 {
     DrawnDesk desk;
-    Item &a = desk.Make("a");
-    Item &c = desk.Make("c");
+    ProbeComponent &a = desk.Make("a");
+    ProbeComponent &c = desk.Make("c");
     c.SetLayer(1);
-    Item &b = desk.Make("b");
-    Item &popup = desk.Make("popup", &a);
-    Item &nested = desk.Make("nested", &popup);
+    ProbeComponent &b = desk.Make("b");
+    ProbeComponent &popup = desk.Make("popup", &a);
+    ProbeComponent &nested = desk.Make("nested", &popup);
     desk.Make("text", &popup);
-    Item &hidden = desk.Make("hidden", &a);
+    ProbeComponent &hidden = desk.Make("hidden", &a);
     desk.Make("below", &hidden);
-    Item &last = desk.Make("last", &a);
+    ProbeComponent &last = desk.Make("last", &a);
     popup.SetOverlay(true);
     nested.SetOverlay(true);
     hidden.SetVisible(false);
@@ -198,15 +128,6 @@ TEST(GuiManager, OrdersTheQueues)
     EXPECT_EQ(faults.GetValueString(), "");
 }
 
-TEST(GuiManager, DrawsAtAbsolutePositions)
-{
-    DrawnDesk desk;
-    Item &top = desk.Make("top", {100, 50}, {80, 80});
-    desk.Make("child", {7, 9}, {10, 10}, &top);
-    desk.Draw();
-    EXPECT_EQ(desk.journal.lastOrigin, vec2(107, 59));
-}
-
 /// Compares with the definition of the order: a walk for each overlay in the order in which the walks find them.
 TEST(GuiManager, DrawsRandomTreesAsDefined)
 {
@@ -214,7 +135,7 @@ TEST(GuiManager, DrawsRandomTreesAsDefined)
     for (int round = 0; round < 30; ++round)
     {
         DrawnDesk desk;
-        std::vector<Item *> items;
+        std::vector<ProbeComponent *> items;
         for (int i = 0; i < 40; ++i)
         {
             Component *const parent = i < 3 ? nullptr : items[random() % items.size()];
@@ -228,7 +149,7 @@ TEST(GuiManager, DrawsRandomTreesAsDefined)
         {
             if (!component.IsVisible())
                 return;
-            expected += static_cast<Item const &>(component).name + ' ';
+            expected += static_cast<ProbeComponent const &>(component).GetName() + ' ';
             for (Component const *child : component.GetChildren())
             {
                 if (!child->IsOverlay())
@@ -250,41 +171,40 @@ TEST(GuiManager, DrawsRandomTreesAsDefined)
 TEST(GuiManager, WalksNothingWhileNothingChanges)
 {
     DrawnDesk desk;
-    Item &top = desk.Make("top", {0, 0}, {100, 100});
-    Item &child = desk.Make("child", {10, 10}, {10, 10}, &top);
+    ProbeComponent &top = desk.Make("top", {0, 0}, {100, 100});
+    ProbeComponent &child = desk.Make("child", {10, 10}, {10, 10}, &top);
     desk.MoveTo(15, 15);
     desk.Frame();
-    Journal const before = desk.journal;
+    desk.probes.clear();
     for (int frame = 0; frame < 3; ++frame)
         desk.Frame();
-    EXPECT_EQ(desk.journal.numHitTests, before.numHitTests);
-    EXPECT_EQ(desk.journal.numUpdates, before.numUpdates);
+    EXPECT_EQ(desk.probes, "");
 
     child.ReportDirtyGeometry();
     desk.Frame();
-    EXPECT_EQ(desk.journal.numHitTests, before.numHitTests);
-    EXPECT_EQ(desk.journal.numUpdates, before.numUpdates + 2);
+    EXPECT_EQ(desk.ListWho("hit"), "");
+    EXPECT_EQ(desk.ListWho("cache"), "top child ");
     desk.MoveTo(16, 15);
-    EXPECT_EQ(desk.journal.numHitTests, before.numHitTests + 2);
+    EXPECT_EQ(desk.ListWho("hit"), "top child ");
 }
 
 /// Scene with one of everything that decides on a hit.
 class GuiHitTest : public testing::Test, public DrawnDesk
 {
 protected:
-    Item &window = Make("window", {0, 0}, {200, 200});
-    Item &left = Make("left", {10, 10}, {50, 50}, &window);
-    Item &deep = Make("deep", {10, 10}, {50, 50}, &left);
-    Item &twin = Make("twin", {100, 10}, {50, 50}, &window);
-    Item &otherTwin = Make("other twin", {100, 10}, {50, 50}, &window);
-    Item &ghost = Make("ghost", {10, 100}, {50, 50}, &window);
-    Item &outside = Make("outside", {60, 0}, {20, 20}, &ghost);
-    Item &overlay = Make("overlay", {20, 20}, {60, 60}, &window);
-    Item &tip = Make("tip", {0, 0}, {10, 10}, &overlay);
-    Item &nested = Make("nested", {0, 40}, {30, 40}, &overlay);
-    Item &after = Make("after", {20, 20}, {60, 60}, &window);
-    Item &hidden = Make("hidden", {150, 150}, {50, 50}, &window);
-    Item &front = Make("front", {180, 180}, {100, 100});
+    ProbeComponent &window = Make("window", {0, 0}, {200, 200});
+    ProbeComponent &left = Make("left", {10, 10}, {50, 50}, &window);
+    ProbeComponent &deep = Make("deep", {10, 10}, {50, 50}, &left);
+    ProbeComponent &twin = Make("twin", {100, 10}, {50, 50}, &window);
+    ProbeComponent &otherTwin = Make("other twin", {100, 10}, {50, 50}, &window);
+    ProbeComponent &ghost = Make("ghost", {10, 100}, {50, 50}, &window);
+    ProbeComponent &outside = Make("outside", {60, 0}, {20, 20}, &ghost);
+    ProbeComponent &overlay = Make("overlay", {20, 20}, {60, 60}, &window);
+    ProbeComponent &tip = Make("tip", {0, 0}, {10, 10}, &overlay);
+    ProbeComponent &nested = Make("nested", {0, 40}, {30, 40}, &overlay);
+    ProbeComponent &after = Make("after", {20, 20}, {60, 60}, &window);
+    ProbeComponent &hidden = Make("hidden", {150, 150}, {50, 50}, &window);
+    ProbeComponent &front = Make("front", {180, 180}, {100, 100});
 
     GuiHitTest()
     {
@@ -357,18 +277,26 @@ TEST_F(GuiHitTest, IsLimitedToTheModalBranch)
 TEST_F(GuiHitTest, SurvivesDeletion)
 {
     MoveTo(300, 20);
-    left.onHitTest = [this] { delete &deep; };
+    left.action = [this](string const &what)
+    {
+        if (what == "hit")
+            delete &deep;
+    };
     MoveTo(15, 15);
     EXPECT_EQ(GetTarget(), "nothing");
-    left.onHitTest = nullptr;
+    left.action = nullptr;
     Frame();
     EXPECT_EQ(GetTarget(), "left");
 
     // The next top-level component that is to be walked.
-    front.onHitTest = [this] { delete &window; };
+    front.action = [this](string const &what)
+    {
+        if (what == "hit")
+            delete &window;
+    };
     MoveTo(105, 15);
     EXPECT_EQ(GetTarget(), "nothing");
-    front.onHitTest = nullptr;
+    front.action = nullptr;
     Frame();
     EXPECT_EQ(GetTarget(), "application");
 
@@ -384,39 +312,38 @@ TEST_F(GuiHitTest, SurvivesDeletion)
 /// Any of these moments may delete any of these components, and everybody else is told once.
 TEST(GuiManager, SurvivesDeletionAtAnyMoment)
 {
-    using Moment = std::function<void()> Item::*;
-    constexpr Moment moments[] = {&Item::onMessage, &Item::onTime, &Item::onUpdate};
-    for (Moment const moment : moments)
+    for (string const moment : {"on", "time", "cache"})
     {
         for (unsigned int victim = 0; victim < 7; ++victim)
         {
-            SCOPED_TRACE(testing::Message() << "moment " << (moment == &Item::onTime) << (moment == &Item::onUpdate)
-                                            << ", victim " << victim);
+            SCOPED_TRACE(moment + ", victim " + std::to_string(victim));
             DrawnDesk desk;
-            std::vector<Item *> items;
+            std::vector<ProbeComponent *> items;
             // 0(1(2) 3) 4(5) 6
             constexpr int parents[] = {-1, 0, 1, 0, -1, 4, -1};
             for (int const parent : parents)
                 items.push_back(&desk.Make(std::to_string(items.size()), parent < 0 ? nullptr : items[parent]));
             desk.manager.SyncObjectStates();
-            for (Item *item : items)
+            for (ProbeComponent *item : items)
                 desk.manager.TimeNotifyRegister(*item, true);
-            (items[1]->*moment) = [&] { delete items[victim]; };
+            bool isDone = false;
+            items[1]->action = [&](string const &what)
+            {
+                if (what == moment && !std::exchange(isDone, true))
+                    delete items[victim];
+            };
             desk.manager.ReportDirtyGeometry(*items[0]);
             desk.manager.ReportDirtyGeometry(*items[4]);
             desk.Tell();
             desk.Frame();
             constexpr char const *survivors[] = {"4 5 6 ",     "0 3 4 5 6 ",   "0 1 3 4 5 6 ", "0 1 2 4 5 6 ",
                                                  "0 1 2 3 6 ", "0 1 2 3 4 6 ", "0 1 2 3 4 5 "};
-            for (unsigned int i = 0; i < desk.manager.GetNumTopLevelComponents(); ++i)
-                static_cast<Item *>(desk.manager.GetTopLevelComponent(i))->onMessage = nullptr;
-            if (victim != 0 && victim != 1)
-                (items[1]->*moment) = nullptr;
+            EXPECT_TRUE(isDone);
             EXPECT_EQ(desk.Tell(), survivors[victim]);
             EXPECT_EQ(desk.Draw(), survivors[victim]);
-            desk.journal.timed.clear();
+            desk.probes.clear();
             desk.Frame();
-            EXPECT_EQ(desk.journal.timed, survivors[victim]);
+            EXPECT_EQ(desk.ListWho("time"), survivors[victim]);
         }
     }
 }
@@ -424,21 +351,23 @@ TEST(GuiManager, SurvivesDeletionAtAnyMoment)
 TEST(GuiManager, SurvivesChangesOfItsQueuesDuringABroadcast)
 {
     DrawnDesk desk;
-    Item &first = desk.Make("first");
+    ProbeComponent &first = desk.Make("first");
     desk.Make("second");
     desk.manager.SyncObjectStates();
-    first.onMessage = [&]
+    first.action = [&](string const &what)
     {
-        first.onMessage = nullptr;
+        if (what != "on")
+            return;
+        first.action = nullptr;
         desk.Make("new");
         first.BringToFront();
         desk.manager.SyncObjectStates();
-        desk.Tell();
+        Message_OnOff message(true);
+        desk.manager.BroadcastMessage(message);
     };
-    // The inner one tells all in the new order; the outer one goes on with those that it began with.
-    desk.Tell();
-    EXPECT_EQ(desk.journal.told, "second new first second ");
-    first.onMessage = [&] { desk.manager.DeleteAllComponents(); };
+    // A new component clears the record. The inner one tells all in the new order; the outer one goes on with those that it began with.
+    EXPECT_EQ(desk.Tell(), "second new first second ");
+    first.action = [&](string const &) { desk.manager.DeleteAllComponents(); };
     EXPECT_EQ(desk.Tell(), "second new first ");
     EXPECT_EQ(desk.manager.GetNumTopLevelComponents(), 0u);
     EXPECT_EQ(desk.Tell(), "");
@@ -567,18 +496,14 @@ TEST(GuiManager, NamesMissingDevices)
     Doors::GUIManager_DisconnectHumanInterfaceDevices();
     EXPECT_EQ(desk.manager.GetMouse(), nullptr);
     EXPECT_FALSE(desk.manager.IsKeyDown(e_key_a));
-    auto const connect = [&](HumanInterfaceDevice &device)
+    auto const connect = [](HumanInterfaceDevice &device)
     {
-        try
-        {
-            Doors::GUIManager_ConnectHumanInterfaceDevice(device);
-            Doors::GUIManager_EndConnectHumanInterfaceDevices();
-        }
-        catch (GUIException const &failure)
-        {
-            return failure.GetMessage();
-        }
-        return string();
+        return MessageOf<GUIException>(
+            [&]
+            {
+                Doors::GUIManager_ConnectHumanInterfaceDevice(device);
+                Doors::GUIManager_EndConnectHumanInterfaceDevices();
+            });
     };
     EXPECT_EQ(connect(desk.mouseDevice), "gui-manager cannot continue without keyboard-device.");
     Doors::GUIManager_DisconnectHumanInterfaceDevices();

@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include <map>
 #include <sstream>
 
 namespace quillmarsh
@@ -369,76 +370,67 @@ TEST_F(GuiSenders, GiveEachChildOnceWhileSendsStandInOneAnother)
     EXPECT_EQ(parent->GetNumChildren(), 3u);
 }
 
-/// A send during which the component `killer` deletes the component `victim`, and the receivers.
+/// A send by `sender` during which the component `killer` deletes the component `victim`, and the receivers.
 struct Deletion
 {
-    void (*send)(ProbeComponent &parent, ProbeComponent &sender, gui::Message &message);
-    string killer, victim;
+    bool (*send)(ProbeComponent &sender, gui::Message &message);
+    string sender, killer, victim;
     char const *receivers;
 };
 
 TEST_F(GuiSenders, GoOnWithWhatHandlersLeave)
 {
-    auto *const toChildren =
-        +[](ProbeComponent &up, ProbeComponent &, gui::Message &on) { up.SendMessageToChildren(on); };
-    auto *const toSiblings =
-        +[](ProbeComponent &, ProbeComponent &from, gui::Message &on) { from.SendMessageToSiblings(on); };
-    auto *const toAll =
-        +[](ProbeComponent &, ProbeComponent &from, gui::Message &on) { from.SendMessageToSelfAndSiblings(on); };
-    auto *const toParent =
-        +[](ProbeComponent &, ProbeComponent &from, gui::Message &on) { from.SendMessageToParent(on); };
-    auto *const toNext =
-        +[](ProbeComponent &, ProbeComponent &from, gui::Message &on) { from.SendMessageToNextSibling(true, on); };
-    auto *const toPrevious =
-        +[](ProbeComponent &, ProbeComponent &from, gui::Message &on) { from.SendMessageToPreviousSibling(true, on); };
-    auto *const toFirst =
-        +[](ProbeComponent &up, ProbeComponent &, gui::Message &on) { up.SendMessageToFirstChild(on); };
-    auto *const toLast = +[](ProbeComponent &up, ProbeComponent &, gui::Message &on) { up.SendMessageToLastChild(on); };
+    using Sender = ProbeComponent;
+    using On = gui::Message;
+    auto *const toChildren = +[](Sender &from, On &on) { return from.SendMessageToChildren(on); };
+    auto *const toSiblings = +[](Sender &from, On &on) { return from.SendMessageToSiblings(on); };
+    auto *const toAll = +[](Sender &from, On &on) { return from.SendMessageToSelfAndSiblings(on); };
+    auto *const toParent = +[](Sender &from, On &on) { return from.SendMessageToParent(on); };
+    auto *const toNext = +[](Sender &from, On &on) { return from.SendMessageToNextSibling(true, on); };
+    auto *const toPrevious = +[](Sender &from, On &on) { return from.SendMessageToPreviousSibling(true, on); };
+    auto *const toFirst = +[](Sender &from, On &on) { return from.SendMessageToFirstChild(on); };
+    auto *const toLast = +[](Sender &from, On &on) { return from.SendMessageToLastChild(on); };
     Deletion const deletions[] = {
-        {toChildren, "a", "a", "a b c "},
-        {toChildren, "a", "b", "a c "},
-        {toChildren, "b", "a", "a b c "},
-        {toChildren, "b", "c", "a b "},
-        {toChildren, "b", "parent", "a b "},
-        {toSiblings, "a", "a", "a c "},
-        {toSiblings, "a", "b", "a c "},
-        {toSiblings, "a", "c", "a "},
-        {toSiblings, "a", "parent", "a "},
-        {toAll, "b", "b", "b a c "},
-        {toAll, "b", "a", "b c "},
-        {toAll, "b", "parent", "b "},
-        {toAll, "a", "b", "b a c "},
-        {toParent, "parent", "parent", "parent "},
-        {toParent, "parent", "b", "parent "},
-        {toNext, "c", "b", "c "},
-        {toNext, "c", "parent", "c "},
-        {toPrevious, "a", "a", "a "},
-        {toFirst, "a", "parent", "a "},
-        {toLast, "c", "c", "c "},
+        {toChildren, "parent", "a", "a", "a b c "},
+        {toChildren, "parent", "a", "b", "a c "},
+        {toChildren, "parent", "b", "a", "a b c "},
+        {toChildren, "parent", "b", "c", "a b "},
+        {toChildren, "parent", "b", "parent", "a b "},
+        {toSiblings, "b", "a", "a", "a c "},
+        {toSiblings, "b", "a", "b", "a c "},
+        {toSiblings, "b", "a", "c", "a "},
+        {toSiblings, "b", "a", "parent", "a "},
+        {toAll, "b", "b", "b", "b a c "},
+        {toAll, "b", "b", "a", "b c "},
+        {toAll, "b", "b", "parent", "b "},
+        {toAll, "b", "a", "b", "b a c "},
+        {toParent, "b", "parent", "parent", "parent "},
+        {toParent, "b", "parent", "b", "parent "},
+        {toNext, "b", "c", "b", "c "},
+        {toNext, "b", "c", "parent", "c "},
+        {toPrevious, "b", "a", "a", "a "},
+        {toFirst, "parent", "a", "parent", "a "},
+        {toLast, "parent", "c", "c", "c "},
     };
     for (Deletion const &deletion : deletions)
     {
         SCOPED_TRACE(deletion.killer + " deletes " + deletion.victim + ": " + deletion.receivers);
         MakeFamily();
+        std::map<string, ProbeComponent *> const family = {{"parent", parent}, {"a", a}, {"b", b}, {"c", c}};
         string receivers;
-        for (ProbeComponent *component : {parent, a, b, c})
+        for (auto const &[name, component] : family)
         {
-            component->action = [&, component](string const &what)
+            component->action = [&, name = name](string const &what)
             {
                 if (what != "on")
                     return;
-                receivers += component->GetName() + " ";
-                if (component->GetName() != deletion.killer)
-                    return;
-                for (ProbeComponent *victim : {parent, a, b, c})
-                {
-                    if (victim->GetName() == deletion.victim)
-                        return delete victim;
-                }
+                receivers += name + " ";
+                if (name == deletion.killer)
+                    delete family.at(deletion.victim);
             };
         }
         gui::Message_OnOff on(true);
-        deletion.send(*parent, *b, on);
+        deletion.send(*family.at(deletion.sender), on);
         EXPECT_EQ(receivers, deletion.receivers);
         manager.DeleteAllComponents();
         TakeLog();

@@ -420,25 +420,5 @@ TEST_F(GuiDrag, DoubleClickGoesToTheTargetOfTheMove)
     EXPECT_EQ(desk.manager.GetCommandTarget(), &window);
 }
 
-TEST_F(GuiDrag, TargetMayGoInEachStep)
-{
-    for (eGeometryUpdateEvent const event : {e_geom_query, e_geom_move_begin, e_geom_moving, e_geom_move_end})
-    {
-        RecordingComponent &victim = desk.Add("victim", {200, 200}, {50, 50});
-        victim.SetDefaultCommandArea(e_area_move);
-        victim.reactions[e_msg_geometry_update_by_manager] = [&victim, event](Message &message)
-        {
-            if (static_cast<Message_GeometryUpdateByManager &>(message).GetUpdateEvent() == event)
-                delete &victim;
-        };
-        desk.MoveTo(210, 210);
-        desk.Press();
-        desk.MoveTo(215, 215);
-        desk.Release();
-        EXPECT_FALSE(desk.manager.IsCommandModeActive());
-        EXPECT_EQ(desk.manager.GetNumTopLevelComponents(), 1U);
-    }
-}
-
 } // namespace
 } // namespace quillmarsh::tests

@@ -160,11 +160,15 @@ public:
         using Kernel::GUIManager_BeginConnectHumanInterfaceDevices;
         using Kernel::GUIManager_ConnectApplication;
         using Kernel::GUIManager_ConnectHumanInterfaceDevice;
+        using Kernel::GUIManager_ConnectVideoRenderer;
+        using Kernel::GUIManager_CreateVideoResources;
         using Kernel::GUIManager_DisconnectHumanInterfaceDevices;
+        using Kernel::GUIManager_DisconnectVideoRenderer;
         using Kernel::GUIManager_EndConnectHumanInterfaceDevices;
         using Kernel::GUIManager_NotifyApplicationWindowActive;
         using Kernel::GUIManager_NotifyApplicationWindowCreated;
         using Kernel::GUIManager_OnWindowResize;
+        using Kernel::GUIManager_ReleaseVideoResources;
         using Kernel::GUIManager_SetTolerateMissingInputDevice;
         double GetFrameTimeDelta() override { return timeDelta; }
         Application *GetApplicationPtr() override { return application; }

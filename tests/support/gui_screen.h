@@ -14,33 +14,32 @@
 namespace quillmarsh::tests
 {
 
-/// Connects a recording renderer to the manager of a desk, with its resources, for its own life.
-class GuiScreen : NoCopy
+/// Connects a renderer to the manager of a desk, with its resources, for its own life.
+class ScreenConnection : NoCopy
 {
 public:
-    /// The kernel's doors of video to the manager.
-    struct Doors : TestKernel
+    explicit ScreenConnection(VideoRenderer &renderer)
     {
-        using Kernel::GUIManager_ConnectVideoRenderer;
-        using Kernel::GUIManager_CreateVideoResources;
-        using Kernel::GUIManager_DisconnectVideoRenderer;
-        using Kernel::GUIManager_ReleaseVideoResources;
-    };
+        GuiDesk::DeskKernel::GUIManager_ConnectVideoRenderer(renderer);
+        GuiDesk::DeskKernel::GUIManager_CreateVideoResources(false);
+    }
+    ~ScreenConnection()
+    {
+        GuiDesk::DeskKernel::GUIManager_ReleaseVideoResources(false);
+        GuiDesk::DeskKernel::GUIManager_DisconnectVideoRenderer();
+    }
+};
 
-    explicit GuiScreen(bool managedOnly = false)
-    {
-        gui.managedOnly = managedOnly;
-        Doors::GUIManager_ConnectVideoRenderer(renderer);
-        Doors::GUIManager_CreateVideoResources(false);
-    }
-    ~GuiScreen()
-    {
-        Doors::GUIManager_ReleaseVideoResources(false);
-        Doors::GUIManager_DisconnectVideoRenderer();
-    }
+/// A recording renderer that is connected.
+struct GuiScreen
+{
+    using Doors = GuiDesk::DeskKernel;
+
+    explicit GuiScreen(bool managedOnly = false) : renderer(managedOnly) {}
 
     RecordingRenderer renderer;
     RecordingGUIRenderer &gui = renderer.GetGUI();
+    ScreenConnection const connection{renderer};
 };
 
 /// What users of resources were told, in order: "label what".

@@ -56,6 +56,13 @@ public:
     void OnChangedFocused() override { Record("focused"); }
     void OnChangedActive() override { Record("active"); }
     void OnChangedFlags() override { Record("flags"); }
+    void DrawSelf(gui::Renderer &) override { Record("draw"); }
+    void OnTimeDelta(double) override { Record("time"); }
+    bool HitTestSelf(vec2 const &position) const override
+    {
+        Record("hit");
+        return Component::HitTestSelf(position);
+    }
     bool OnMsgOnOff(bool on) override
     {
         bool const result = consumes;
@@ -64,7 +71,7 @@ public:
     }
 
 protected:
-    void Record(string const &what)
+    void Record(string const &what) const
     {
         log_ += name_ + "." + what + ";";
         // The action may delete its own holder.

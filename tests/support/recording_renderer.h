@@ -127,7 +127,11 @@ private:
 class RecordingRenderer final : public VideoRenderer
 {
 public:
-    RecordingRenderer() { AttachGUIRenderer(*new RecordingGUIRenderer(*this)); }
+    explicit RecordingRenderer(bool managedOnly = false)
+    {
+        AttachGUIRenderer(*new RecordingGUIRenderer(*this));
+        GetGUI().managedOnly = managedOnly;
+    }
 
     RecordingGUIRenderer &GetGUI() const { return static_cast<RecordingGUIRenderer &>(GetGUIRenderer()); }
 
