@@ -54,12 +54,6 @@ protected:
 
     bool Overwrite(string const &name) { return SaveSignal(signal_, name, "QMDP", &overwrite_); }
 
-    std::size_t CountFiles() const
-    {
-        std::filesystem::directory_iterator const files(directory_.GetPath());
-        return static_cast<std::size_t>(std::distance(begin(files), end(files)));
-    }
-
     tests::ScratchDirectory directory_;
     DataCodecManager manager_;
     NamedParameterList overwrite_;
@@ -76,7 +70,7 @@ TEST_F(DataFiles, OldFileStaysWhenTheDiskIsFull)
         EXPECT_FALSE(Overwrite(name) || SaveSignal(signal_, directory_ / "new", "QMDP"));
     }
     EXPECT_EQ(tests::ReadFile(name), "old");
-    EXPECT_EQ(CountFiles(), 1u);
+    EXPECT_EQ(directory_.CountEntries(), 1);
 
     EXPECT_TRUE(Overwrite(name));
     EXPECT_EQ(tests::ReadFile(name), s_package);
@@ -132,19 +126,19 @@ TEST_F(DataFiles, FollowLinksAndStayComplete)
         EXPECT_FALSE(SaveSignal(signal_, dangling, "QMDP"));
         directory_.Write("file", "old");
     }
-    EXPECT_EQ(CountFiles(), 4u);
+    EXPECT_EQ(directory_.CountEntries(), 4);
 }
 
 TEST_F(DataFiles, TemporaryFilesAreNobodyElsesAndGoWhenTheProgramDoes)
 {
     string const name = directory_.Write("file", "old");
     FileReplacement replacement(name, true);
-    ASSERT_EQ(CountFiles(), 2u);
+    ASSERT_EQ(directory_.CountEntries(), 2);
     EXPECT_FALSE(platform::CreateNewFile(replacement.GetPath()));
     std::filesystem::create_symlink("nowhere", directory_ / "link");
     EXPECT_FALSE(platform::CreateNewFile(directory_ / "link"));
     sampled_data::RemoveUnfinishedFiles();
-    EXPECT_EQ(CountFiles(), 2u);
+    EXPECT_EQ(directory_.CountEntries(), 2);
     EXPECT_FALSE(replacement.Commit());
     EXPECT_EQ(tests::ReadFile(name), "old");
 }

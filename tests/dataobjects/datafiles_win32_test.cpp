@@ -52,10 +52,7 @@ protected:
             EXPECT_FALSE(SaveImage(image_, name, format, &overwrite_)) << name << format;
     }
 
-    void ExpectFiles(std::ptrdiff_t count) const
-    {
-        EXPECT_EQ(std::distance(std::filesystem::directory_iterator(directory_.GetPath()), {}), count);
-    }
+    void ExpectFiles(std::ptrdiff_t count) const { EXPECT_EQ(directory_.CountEntries(), count); }
 
     tests::ScratchDirectory directory_;
     DataCodecManager manager_;

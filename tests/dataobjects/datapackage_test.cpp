@@ -302,15 +302,6 @@ TEST(DataPackage, ClaimOfMoreThanTheStreamHoldsIsATruncatedStream)
     EXPECT_EQ(ReadFailure(package, bytes), "failure DataPackageImage: Cannot read samples.");
 }
 
-/// Returns the content of the only file in a directory, whatever its name is.
-string ContentsOfOnlyFile(ScratchDirectory const &directory)
-{
-    std::filesystem::directory_iterator const files(directory.GetPath());
-    string const text = tests::ReadFile(files->path());
-    EXPECT_EQ(std::distance(begin(files), end(files)), 1);
-    return text;
-}
-
 /// Reports its position but cannot seek, like a compressed stream or one from a network.
 class ForwardBuffer : public std::stringbuf
 {
@@ -366,13 +357,14 @@ TEST(DataPackage, FilesKeepTheirContentsUntilTheNewOnesAreWhole)
     package.SetPackageID(7);
     package.SetPayload(&Fill(image));
     EXPECT_TRUE(package.SaveToFile(name, true));
-    EXPECT_EQ(ContentsOfOnlyFile(directory), s_image);
+    EXPECT_EQ(tests::ReadFile(name), s_image);
 
     package.SetPayload(nullptr);
     EXPECT_FALSE(package.SaveToFile(name, false));
     EXPECT_EQ(FailureOf([&] { package.SaveToFile(name, true); }),
               "SerializationException DataPackageImage: Payload not ready.");
-    EXPECT_EQ(ContentsOfOnlyFile(directory), s_image);
+    EXPECT_EQ(tests::ReadFile(name), s_image);
+    EXPECT_EQ(directory.CountEntries(), 1);
     EXPECT_TRUE(package.LoadFromFile(name, true));
     EXPECT_EQ(SamplesOf(*package.GetPayload(false)), "abcdef");
 

@@ -17,45 +17,55 @@ namespace
 
 using tests::Bytes;
 using tests::BytesOf;
+using tests::Shape;
 using Texts = std::vector<string>;
-
-struct Shape
-{
-    unsigned int layers, rows, columns;
-    unsigned int GetCount() const { return layers * rows * columns; }
-};
 
 /// A resampling mode in one to three dimensions.
 struct Form
 {
     char const *name;
     eSampleFormat format;
-    std::function<void(SignalBase &, SignalBase const &)> run1D;
-    std::function<void(ImageBase &, ImageBase const &)> run2D;
-    std::function<void(VolumeBase &, VolumeBase const &)> run3D;
+    std::function<void(unsigned int, unsigned char *, Shape const &, Bytes &, Shape const &)> run;
 };
+
+template<typename... Works>
+struct Overloaded : Works...
+{
+    using Works::operator()...;
+};
+
+Form MakeForm(char const *name, eSampleFormat format, auto... works)
+{
+    return {name, format,
+            [format, work = Overloaded{works...}](unsigned int numDimensions, unsigned char *dst, Shape const &to,
+                                                  Bytes &src, Shape const &from)
+            { tests::WorkOnBlocks(numDimensions, format, dst, to, src.data(), from, work); }};
+}
 
 Form ByFormat(char const *name, eSampleFormat format, eResampleFilter filter)
 {
-    return {name, format, [=](auto &dst, auto const &src) { EXPECT_TRUE(Resample1D(dst, src, filter)); },
-            [=](auto &dst, auto const &src) { EXPECT_TRUE(Resample2D(dst, src, filter)); },
-            [=](auto &dst, auto const &src) { EXPECT_TRUE(Resample3D(dst, src, filter)); }};
+    return MakeForm(
+        name, format, [=](SignalBase &dst, SignalBase const &src) { EXPECT_TRUE(Resample1D(dst, src, filter)); },
+        [=](ImageBase &dst, ImageBase const &src) { EXPECT_TRUE(Resample2D(dst, src, filter)); },
+        [=](VolumeBase &dst, VolumeBase const &src) { EXPECT_TRUE(Resample3D(dst, src, filter)); });
 }
 
 Form PartOfBytes(unsigned int size, unsigned int offset, unsigned int n)
 {
-    return {"bytes", sample_formats::UnknownSampleFormat(size),
-            [=](auto &dst, auto const &src) { Resample1D_Linear_NBytes(dst, src, offset, n); },
-            [=](auto &dst, auto const &src) { Resample2D_Linear_NBytes(dst, src, offset, n); },
-            [=](auto &dst, auto const &src) { Resample3D_Linear_NBytes(dst, src, offset, n); }};
+    return MakeForm(
+        "bytes", sample_formats::UnknownSampleFormat(size),
+        [=](SignalBase &dst, SignalBase const &src) { Resample1D_Linear_NBytes(dst, src, offset, n); },
+        [=](ImageBase &dst, ImageBase const &src) { Resample2D_Linear_NBytes(dst, src, offset, n); },
+        [=](VolumeBase &dst, VolumeBase const &src) { Resample3D_Linear_NBytes(dst, src, offset, n); });
 }
 
 Form PartOfFloats(unsigned int size, unsigned int offset, unsigned int n)
 {
-    return {"floats", sample_formats::UnknownSampleFormat(size),
-            [=](auto &dst, auto const &src) { Resample1D_Linear_NFloats(dst, src, offset, n); },
-            [=](auto &dst, auto const &src) { Resample2D_Linear_NFloats(dst, src, offset, n); },
-            [=](auto &dst, auto const &src) { Resample3D_Linear_NFloats(dst, src, offset, n); }};
+    return MakeForm(
+        "floats", sample_formats::UnknownSampleFormat(size),
+        [=](SignalBase &dst, SignalBase const &src) { Resample1D_Linear_NFloats(dst, src, offset, n); },
+        [=](ImageBase &dst, ImageBase const &src) { Resample2D_Linear_NFloats(dst, src, offset, n); },
+        [=](VolumeBase &dst, VolumeBase const &src) { Resample3D_Linear_NFloats(dst, src, offset, n); });
 }
 
 std::vector<Form> GetForms()
@@ -81,31 +91,6 @@ Bytes RandomBytes(std::size_t size, bool areFloats)
     return bytes;
 }
 
-void Run(Form const &form, unsigned int dimensions, unsigned char *dst, Shape const &to, Bytes &src, Shape const &from)
-{
-    if (dimensions == 1)
-    {
-        SignalBaseFromExternalStorageAdapter d(form.format), s(form.format);
-        d.SetExternalStorage(dst, to.columns);
-        s.SetExternalStorage(src.data(), from.columns);
-        form.run1D(d, s);
-    }
-    else if (dimensions == 2)
-    {
-        ImageBaseFromExternalStorageAdapter d(form.format), s(form.format);
-        d.SetExternalStorage(dst, to.rows, to.columns);
-        s.SetExternalStorage(src.data(), from.rows, from.columns);
-        form.run2D(d, s);
-    }
-    else
-    {
-        VolumeBaseFromExternalStorageAdapter d(form.format), s(form.format);
-        d.SetExternalStorage(dst, to.layers, to.rows, to.columns);
-        s.SetExternalStorage(src.data(), from.layers, from.rows, from.columns);
-        form.run3D(d, s);
-    }
-}
-
 /// Checks, for each instruction set of this machine, that a block gets the same bits as without vectors, at any
 /// alignment, and that the memory around it does not change.
 void ExpectSameBits(Form const &form, unsigned int dimensions, Shape const &to, Shape const &from)
@@ -113,16 +98,16 @@ void ExpectSameBits(Form const &form, unsigned int dimensions, Shape const &to, 
     unsigned int const size = sample_formats::ExtractByteSize(form.format);
     bool const areFloats = form.format == e_format_FP32NormL || string(form.name) == "floats";
     std::size_t const margin = 64 + to.columns % 5;
-    Bytes src = RandomBytes(std::size_t{from.GetCount()} * size, areFloats);
-    Bytes const before = RandomBytes(std::size_t{to.GetCount()} * size + 2 * margin, areFloats);
+    Bytes src = RandomBytes(from.GetCount() * size, areFloats);
+    Bytes const before = RandomBytes(to.GetCount() * size + 2 * margin, areFloats);
     Bytes expected = before;
     SetKernelTarget(GetKernelTargets().back());
-    Run(form, dimensions, expected.data() + margin, to, src, from);
+    form.run(dimensions, expected.data() + margin, to, src, from);
     for (long long const target : GetKernelTargets())
     {
         SetKernelTarget(target);
         Bytes actual = before;
-        Run(form, dimensions, actual.data() + margin, to, src, from);
+        form.run(dimensions, actual.data() + margin, to, src, from);
         ASSERT_TRUE(actual == expected) << form.name << " of " << size << " bytes, " << from.layers << '*' << from.rows
                                         << '*' << from.columns << " to " << to.layers << '*' << to.rows << '*'
                                         << to.columns << " by " << target;

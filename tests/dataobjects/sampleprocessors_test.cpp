@@ -104,49 +104,5 @@ TEST(SampleConverters, PackedWordsCutOffAndSpread)
     }
 }
 
-TEST(SampleFills, ChangeOnlyTheirBits)
-{
-    Byte byte = 0xAB;
-    Process_Fill1NibbleHigh(0xF3).Process(&byte);
-    EXPECT_EQ(byte, 0x3B);
-    Process_Fill1NibbleLow(0xF4).Process(&byte);
-    EXPECT_EQ(byte, 0x34);
-    unsigned short word = 0x8101;
-    Process_FillBits<unsigned short>(0xFF, 3, 4).Process(&word);
-    EXPECT_EQ(word, 0x8131);
-    Process_FillBits<unsigned short>(0, 31, 10).Process(&word);
-    EXPECT_EQ(word, 0x8131);
-    Process_FillBits<unsigned short>(0, 1, 15).Process(&word);
-    EXPECT_EQ(word, 0x0131);
-}
-
-TEST(LinearInterpolators, WeighAndRoundEachComponent)
-{
-    Byte const low[] = {0, 10, 255}, high[] = {1, 20, 255};
-    std::array<Byte, 3> bytes = {};
-    LinearInterpolator1D_NBytes(3).Process(bytes.data(), low, 0.5f, high, 0.5f);
-    EXPECT_EQ(bytes, (std::array<Byte, 3>{1, 15, 255}));
-    // Nothing is clamped: 510 keeps its low byte.
-    LinearInterpolator2D_NBytes(3).Process(bytes.data(), low, 0.5f, high, 0.5f, low, 0.5f, high, 0.5f);
-    EXPECT_EQ(bytes[2], 254);
-
-    float const floats[2][2] = {{1, 2}, {3, -6}};
-    std::array<float, 3> result = {0, 0, 7};
-    LinearInterpolator3D_NComponents<float>(2).Process(result.data(), floats[0], 1, floats[1], 0.5f, floats[0], 0,
-                                                       floats[0], 0, floats[0], 0, floats[0], 0, floats[0], 0,
-                                                       floats[1], 0.25f);
-    EXPECT_EQ(result, (std::array<float, 3>{3.25f, -2.5f, 7}));
-
-    unsigned short const words[] = {0xF0F0, 0x0F0F};
-    unsigned short word = 0xFFFF;
-    LinearInterpolator1D_PackedSample4<sample_formats::PackedSample_UShort4444>().Process(&word, words, 0.75f,
-                                                                                          words + 1, 0.25f);
-    EXPECT_EQ(word, 0xB4B4);
-    unsigned short const alphas[] = {0x8000, 0x0010};
-    LinearInterpolator1D_PackedSample4<sample_formats::PackedSample_UShort1555>().Process(&word, alphas, 0.5f,
-                                                                                          alphas + 1, 0.5f);
-    EXPECT_EQ(word, 0x8008);
-}
-
 } // namespace
 } // namespace quillmarsh

@@ -15,13 +15,7 @@ namespace
 {
 
 using tests::Bytes;
-using tests::BytesOf;
-
-struct Shape
-{
-    unsigned int layers, rows, columns;
-    std::size_t GetCount() const { return std::size_t{layers} * rows * columns; }
-};
+using tests::Shape;
 
 constexpr eSampleFormat s_formats[] = {e_format_L8,        e_format_A8L8,     e_format_A8R8G8B8, e_format_X8R8G8B8,
                                        e_format_FP32NormL, e_format_A4R4G4B4, e_format_A1R5G5B5};
@@ -44,27 +38,9 @@ Bytes Scale(eSampleFormat format, Shape const &to, Bytes src, Shape const &from,
     constexpr std::size_t margin = 64;
     std::size_t const size = to.GetCount() * sample_formats::ExtractByteSize(format);
     Bytes dst(size + margin, 0x5A);
-    if (to.layers + from.layers > 2)
-    {
-        VolumeBaseFromExternalStorageAdapter d(format), s(format);
-        d.SetExternalStorage(dst.data(), to.layers, to.rows, to.columns);
-        s.SetExternalStorage(src.data(), from.layers, from.rows, from.columns);
-        EXPECT_TRUE(ScaleSamples(d, s, filter));
-    }
-    else if (to.rows + from.rows > 2)
-    {
-        ImageBaseFromExternalStorageAdapter d(format), s(format);
-        d.SetExternalStorage(dst.data(), to.rows, to.columns);
-        s.SetExternalStorage(src.data(), from.rows, from.columns);
-        EXPECT_TRUE(ScaleSamples(d, s, filter));
-    }
-    else
-    {
-        SignalBaseFromExternalStorageAdapter d(format), s(format);
-        d.SetExternalStorage(dst.data(), to.columns);
-        s.SetExternalStorage(src.data(), from.columns);
-        EXPECT_TRUE(ScaleSamples(d, s, filter));
-    }
+    unsigned int const numDimensions = to.layers + from.layers > 2 ? 3 : to.rows + from.rows > 2 ? 2 : 1;
+    tests::WorkOnBlocks(numDimensions, format, dst.data(), to, src.data(), from,
+                        [filter](auto &d, auto const &s) { EXPECT_TRUE(ScaleSamples(d, s, filter)); });
     EXPECT_EQ(Bytes(margin, 0x5A), Bytes(dst.begin() + static_cast<std::ptrdiff_t>(size), dst.end()));
     dst.resize(size);
     return dst;

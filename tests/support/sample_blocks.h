@@ -27,6 +27,39 @@ inline Bytes BytesOf(SignalBase const &signal)
     return Bytes(signal.GetSamplesB(), signal.GetSamplesB() + signal.GetTotalByteSize());
 }
 
+struct Shape
+{
+    unsigned int layers, rows, columns;
+    std::size_t GetCount() const { return std::size_t{layers} * rows * columns; }
+};
+
+/// Calls `work` with a target and a source in this memory: signals, images or volumes.
+inline void WorkOnBlocks(unsigned int numDimensions, eSampleFormat format, unsigned char *dst, Shape const &to,
+                         unsigned char *src, Shape const &from, auto const &work)
+{
+    if (numDimensions == 1)
+    {
+        SignalBaseFromExternalStorageAdapter d(format), s(format);
+        d.SetExternalStorage(dst, to.columns);
+        s.SetExternalStorage(src, from.columns);
+        work(d, s);
+    }
+    else if (numDimensions == 2)
+    {
+        ImageBaseFromExternalStorageAdapter d(format), s(format);
+        d.SetExternalStorage(dst, to.rows, to.columns);
+        s.SetExternalStorage(src, from.rows, from.columns);
+        work(d, s);
+    }
+    else
+    {
+        VolumeBaseFromExternalStorageAdapter d(format), s(format);
+        d.SetExternalStorage(dst, to.layers, to.rows, to.columns);
+        s.SetExternalStorage(src, from.layers, from.rows, from.columns);
+        work(d, s);
+    }
+}
+
 /// Fills a container with bytes that count up from `first`.
 template<typename Container>
 Container &CountUp(Container &container, unsigned int first = 0)
