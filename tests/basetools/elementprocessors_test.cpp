@@ -96,21 +96,5 @@ TEST(ElementProcessors, MoveTheirBytesAndNoOthers)
     EXPECT_EQ(unaligned[1] | unaligned[2] << 8, 0xABCD);
 }
 
-TEST(ElementProcessors, ThresholdsTellBelowAtAndAbove)
-{
-    constexpr std::tuple<Byte, Byte, Byte, Byte> cases[] = {
-        {9, 2, 9, 2}, {10, 1, 1, 1}, {11, 11, 3, 3}, {0, 2, 0, 2}, {255, 255, 3, 3}};
-    for (auto const &[value, highPass, lowPass, between] : cases)
-    {
-        Byte high = value, low = value, segmented = value;
-        Process_HighPassFilter<Byte>(10, 1, 2).Process(&high);
-        Process_LowPassFilter<Byte>(10, 1, 3).Process(&low);
-        Process_ThresholdSegmentation<Byte>(10, 2, 1, 3).Process(&segmented);
-        EXPECT_EQ(high, highPass);
-        EXPECT_EQ(low, lowPass);
-        EXPECT_EQ(segmented, between);
-    }
-}
-
 } // namespace
 } // namespace quillmarsh

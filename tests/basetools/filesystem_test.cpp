@@ -34,11 +34,6 @@ private:
     string before_;
 };
 
-std::size_t CountEntries(std::filesystem::path const &directory)
-{
-    return static_cast<std::size_t>(std::distance(std::filesystem::directory_iterator(directory), {}));
-}
-
 TEST(FileSystem, ExistenceIsThatOfAnEntry)
 {
     ScratchDirectory const scratch;
@@ -73,7 +68,7 @@ TEST(FileSystem, CopyKeepsPermissionsAndReplacesOnlyOnDemand)
     EXPECT_EQ(std::filesystem::status(to).permissions(), std::filesystem::status(from).permissions());
     EXPECT_EQ(std::filesystem::last_write_time(to), std::filesystem::last_write_time(from));
     EXPECT_TRUE(CopyFileA(from, scratch / "new", false));
-    EXPECT_EQ(CountEntries(scratch.GetPath()), 3u);
+    EXPECT_EQ(scratch.CountEntries(), 3);
 }
 
 /// Two files in a directory of the test's own.
@@ -95,7 +90,7 @@ TEST_F(FileSystemPair, FailedCopyOrMoveLeavesBothFilesAndNothingElse)
     EXPECT_FALSE(MoveFileA(scratch / "nowhere", to, true));
     EXPECT_EQ(ReadFile(from), "data");
     EXPECT_EQ(ReadFile(to), "old");
-    EXPECT_EQ(CountEntries(scratch.GetPath()), 3u);
+    EXPECT_EQ(scratch.CountEntries(), 3);
 }
 
 TEST_F(FileSystemPair, MoveRenamesFilesAndDirectories)
@@ -106,7 +101,7 @@ TEST_F(FileSystemPair, MoveRenamesFilesAndDirectories)
     EXPECT_TRUE(MoveFileA(to, from, false));
     std::filesystem::create_directory(scratch / "folder");
     EXPECT_TRUE(MoveFileA(scratch / "folder", scratch / "renamed", false));
-    EXPECT_EQ(CountEntries(scratch.GetPath()), 2u);
+    EXPECT_EQ(scratch.CountEntries(), 2);
 }
 
 TEST(FileSystem, OverwriteRuleDeletesOnlyOnDemand)

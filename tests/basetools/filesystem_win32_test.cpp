@@ -120,7 +120,7 @@ TEST(FileSystem, FileThatAnotherProgramHasOpenStays)
     EXPECT_EQ(GetLastFailureReason(), reason);
     holder.reset();
     EXPECT_EQ(ReadFile(held), "old");
-    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(scratch.GetPath()), {}), 2);
+    EXPECT_EQ(scratch.CountEntries(), 2);
 }
 
 TEST(FileSystem, DevicesAndMissingDrivesAreNoFiles)
@@ -140,7 +140,7 @@ TEST(FileSystem, DevicesAndMissingDrivesAreNoFiles)
         EXPECT_EQ(GetLastFailureReason() == deviceReason, name != drive + "file") << name;
     }
     EXPECT_EQ(ReadFile(from), "text");
-    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(scratch.GetPath()), {}), 1);
+    EXPECT_EQ(scratch.CountEntries(), 1);
 }
 
 TEST(FileSystem, PrefixOfATempFileLeadsToNoOtherDirectory)

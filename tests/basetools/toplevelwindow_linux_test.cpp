@@ -63,42 +63,38 @@ public:
     string text;
 };
 
-TEST(TopLevelWindowOnADisplay, IsMovedSizedAndTypedIntoByAUser)
+using TopLevelWindowOnADisplay = tests::OnADisplay;
+
+TEST_F(TopLevelWindowOnADisplay, IsMovedSizedAndTypedIntoByAUser)
 {
-    tests::VirtualDisplay const display;
-    if (display.GetName().empty())
-        GTEST_SKIP() << "Xvfb or xdotool is not installed.";
-    tests::EnvironmentVariable const name("DISPLAY", display.GetName().c_str());
-    tests::EnvironmentVariable const noDriver("SDL_VIDEODRIVER", nullptr);
-    tests::EnvironmentVariable const noWayland("WAYLAND_DISPLAY", nullptr);
     FramedWindow window;
     auto const pumpUntil = [](auto condition)
     { return tests::WaitUntil([&] { return platform::PumpDesktop(), condition(); }); };
-    ASSERT_TRUE(display.Do("search --sync --onlyvisible --name '^Quillmarsh frame$' windowfocus --sync"));
+    ASSERT_TRUE(display_.Do("search --sync --onlyvisible --name '^Quillmarsh frame$' windowfocus --sync"));
     ASSERT_TRUE(pumpUntil([&] { return window.IsActive(); }));
 
-    ASSERT_TRUE(display.Do("mousemove 150 110 mousedown 1"));
+    ASSERT_TRUE(display_.Do("mousemove 150 110 mousedown 1"));
     platform::PumpDesktop();
-    ASSERT_TRUE(display.Do("mousemove 170 115"));
+    ASSERT_TRUE(display_.Do("mousemove 170 115"));
     EXPECT_TRUE(pumpUntil([&] { return window.Place() == "120 105 300 200"; })) << window.Place();
-    ASSERT_TRUE(display.Do("mousemove 250 210"));
+    ASSERT_TRUE(display_.Do("mousemove 250 210"));
     EXPECT_TRUE(pumpUntil([&] { return window.Place() == "200 200 300 200"; })) << window.Place();
-    ASSERT_TRUE(display.Do("mouseup 1"));
+    ASSERT_TRUE(display_.Do("mouseup 1"));
     EXPECT_TRUE(pumpUntil([&] { return window.numMoves > 1 && !window.IsKeyDown(e_vk_leftButton); }));
-    ASSERT_TRUE(display.Do("mousemove 60 60"));
+    ASSERT_TRUE(display_.Do("mousemove 60 60"));
     platform::PumpDesktop();
     EXPECT_EQ("200 200 300 200", window.Place());
 
-    ASSERT_TRUE(display.Do("mousemove 498 300 mousedown 1 mousemove 520 300 mousemove 700 300 mouseup 1"));
+    ASSERT_TRUE(display_.Do("mousemove 498 300 mousedown 1 mousemove 520 300 mousemove 700 300 mouseup 1"));
     EXPECT_TRUE(pumpUntil([&] { return window.Place() == "200 200 350 200"; })) << window.Place();
-    ASSERT_TRUE(display.Do("mousemove 300 300 keydown ctrl click 5 keyup ctrl"));
+    ASSERT_TRUE(display_.Do("mousemove 300 300 keydown ctrl click 5 keyup ctrl"));
     EXPECT_TRUE(pumpUntil([&] { return window.isTurned; }));
 
-    ASSERT_TRUE(display.Do("keydown q"));
+    ASSERT_TRUE(display_.Do("keydown q"));
     EXPECT_TRUE(pumpUntil([&] { return window.isKeyDown; }));
-    ASSERT_TRUE(display.Do("keyup q key Return alt+x shift+b ctrl+c"));
+    ASSERT_TRUE(display_.Do("keyup q key Return alt+x shift+b ctrl+c"));
     EXPECT_TRUE(pumpUntil([&] { return window.text == "q\rB\x03"; })) << window.text;
-    ASSERT_TRUE(display.Do("key alt+F4"));
+    ASSERT_TRUE(display_.Do("key alt+F4"));
     EXPECT_TRUE(pumpUntil([&] { return window.isClosed; }));
 }
 

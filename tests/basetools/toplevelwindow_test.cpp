@@ -4,9 +4,10 @@
 #include <quillmarsh/basetools/windows/toplevelwindow.h>
 #include <quillmarsh/basetools/windows/virtualkeys.h>
 #include <quillmarsh/platform/desktopevents.h>
-#include <quillmarsh/platform/displaymodes.h>
 
 #include "source/platform/desktopevents.h"
+#include "tests/support/failures.h"
+#include "tests/support/headless_desktop.h"
 #include "tests/support/scripted_dialogs.h"
 
 #include <gtest/gtest.h>
@@ -131,17 +132,7 @@ private:
     void Note(string const &note) { notes += notes.empty() ? note : ", " + note; }
 };
 
-class TopLevelWindowHeadless : public testing::Test
-{
-protected:
-    void SetUp() override
-    {
-        string reason;
-        if (!platform::UseHeadlessDesktop(1000, 700, reason))
-            GTEST_SKIP() << reason;
-    }
-    void TearDown() override { platform::LeaveHeadlessDesktop(); }
-};
+using TopLevelWindowHeadless = tests::OnAHeadlessDesktop;
 
 TEST_F(TopLevelWindowHeadless, IsCreatedOnceWithWhatWasSetBefore)
 {
@@ -185,14 +176,7 @@ TEST_F(TopLevelWindowHeadless, IsCreatedOnceWithWhatWasSetBefore)
         [&]
         {
             NotingWindow other;
-            try
-            {
-                other.Create();
-            }
-            catch (SystemResourceException const &failure)
-            {
-                created = failure.GetMessage();
-            }
+            created = tests::MessageOf<SystemResourceException>([&] { other.Create(); });
         })
         .join();
     EXPECT_EQ("CreateWindowEx() failed.", created);

@@ -4,9 +4,9 @@
 #include <quillmarsh/basetools/windows/virtualkeys.h>
 #include <quillmarsh/gui/consoleoutputwindow.h>
 #include <quillmarsh/platform/desktopevents.h>
-#include <quillmarsh/platform/displaymodes.h>
 
 #include "source/platform/messagequeue.h"
+#include "tests/support/headless_desktop.h"
 #include "tests/support/scripted_dialogs.h"
 #include "tests/support/waiting.h"
 
@@ -44,14 +44,14 @@ public:
     unsigned int numPaints = 0;
 };
 
-class ConsoleWindowHeadless : public testing::Test
+class ConsoleWindowHeadless : public tests::OnAHeadlessDesktop
 {
 protected:
     void SetUp() override
     {
-        string reason;
-        if (!platform::UseHeadlessDesktop(1000, 700, reason))
-            GTEST_SKIP() << reason;
+        OnAHeadlessDesktop::SetUp();
+        if (IsSkipped())
+            return;
         window = std::make_unique<CountingWindow>();
         // A cursor would keep SDL in use after the test.
         window->ShowMouseCursor(false);
@@ -59,7 +59,7 @@ protected:
     void TearDown() override
     {
         window.reset();
-        platform::LeaveHeadlessDesktop();
+        OnAHeadlessDesktop::TearDown();
     }
     /// Shows the window with the buffer, and counts paintings from there.
     void Show(unsigned int width, unsigned int height)

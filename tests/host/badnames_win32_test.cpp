@@ -38,7 +38,7 @@ TEST(Host, TellsWhyAFileCannotBeUsed)
         EXPECT_TRUE(TellsWhy(commands.out, name + ": the file cannot be written: ")) << commands.out;
         EXPECT_TRUE(TellsWhy(commands.out, name + ": the file cannot be opened: ")) << commands.out;
     }
-    EXPECT_EQ(1, std::distance(std::filesystem::directory_iterator(scratch.GetPath()), {}));
+    EXPECT_EQ(1, scratch.CountEntries());
 }
 
 } // namespace

@@ -1,11 +1,9 @@
 #include "tests/support/host_process.h"
 #include "tests/support/virtual_display.h"
-#include "tests/support/x11_client_linux.h"
 
 #include <gtest/gtest.h>
 
 #include <cstring>
-#include <future>
 #include <sstream>
 
 namespace quillmarsh::tests
@@ -125,15 +123,13 @@ string Tidy(string const &trace)
     return tidy;
 }
 
-TEST(HostDevices, GetEventsOfAWindowFromOpenToClose)
+using HostDevicesOnADisplay = OnADisplay;
+
+TEST_F(HostDevicesOnADisplay, GetEventsOfAWindowFromOpenToClose)
 {
-    VirtualDisplay const display;
-    if (display.GetName().empty())
-        GTEST_SKIP() << "Xvfb or xdotool is not installed.";
     HostResult result;
-    string const trace =
-        RunWithDriver({{"DISPLAY", display.GetName()}, {"WAYLAND_DISPLAY", ""}, {"SDL_VIDEODRIVER", ""}}, result,
-                      "window open\nwindow widen\nhid-config -version=8\nwait 2\nwindow close\nwindow open\n", {});
+    string const trace = RunWithDriver(
+        {}, result, "window open\nwindow widen\nhid-config -version=8\nwait 2\nwindow close\nwindow open\n", {});
     EXPECT_EQ("", result.err);
     string const withWindow = "OnAppWindowGeometryChanged ball 300;OnAppWindowActive ball 1;";
     string again = MakeUp("8");
@@ -147,25 +143,6 @@ TEST(HostDevices, GetEventsOfAWindowFromOpenToClose)
                    "OnAppWindowActive ball 0;OnAppWindowGeometryChanged ball 0;" +
                    MakeDown("0")),
               Tidy(trace));
-}
-
-TEST(HostDevices, CloseButtonOfTheWindowEndsTheProgram)
-{
-    VirtualDisplay const display;
-    if (display.GetName().empty())
-        GTEST_SKIP() << "Xvfb or xdotool is not installed.";
-    ScratchFile const trace;
-    EnvironmentVariable const file("TRACER_FILE", trace.GetName().c_str());
-    EnvironmentVariable const name("DISPLAY", display.GetName().c_str());
-    EnvironmentVariable const noWayland("WAYLAND_DISPLAY", nullptr);
-    std::future<bool> hand =
-        std::async(std::launch::async, [&] { return X11Client(display.GetName()).PressCloseButton("Tracer"); });
-    HostResult const result =
-        RunHost({"--plugin", TestPlugin("tracer"), "--frame-rate", "100"}, "window open\nwait 5000\ntrace late\n");
-    EXPECT_TRUE(hand.get());
-    EXPECT_EQ(0, result.status) << result.err;
-    EXPECT_EQ(string::npos, trace.Read().find("late"));
-    EXPECT_NE(string::npos, trace.Read().find("Cleanup well"));
 }
 
 } // namespace

@@ -14,11 +14,6 @@ namespace quillmarsh::tests
 namespace
 {
 
-bool Contains(string const &text, string const &part)
-{
-    return text.find(part) != string::npos;
-}
-
 /// Returns the hooks that the tracer recorded, joined by ";", with each complete frame as "frame".
 string RunTracer(std::vector<std::pair<string, string>> settings, HostResult &result, string const &input = "",
                  std::vector<string> arguments = {"--frames", "2"})

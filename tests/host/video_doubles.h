@@ -3,6 +3,7 @@
 #define QUILLMARSH_TESTS_HOST_VIDEO_DOUBLES_H
 
 #include <video_null/nullguirenderer.h>
+#include <video_null/nullsubsystem.h>
 
 #include <quillmarsh/basetools/exception.h>
 #include <quillmarsh/basetools/texttools.h>
@@ -80,7 +81,7 @@ public:
     ~TestWindow() override { DestroySystemWindow(); }
 };
 
-class TestSubsystem : public VideoSubsystem
+class TestSubsystem : public video_null::NullSubsystem
 {
 public:
     explicit TestSubsystem(VideoCalls &calls) : calls_(calls) {}
@@ -95,7 +96,6 @@ public:
     bool isBack = true;
     bool isRefusing = false;
 
-    string GetVideoSubsystemInterfaceName() const override { return "test"; }
     bool CollectVideoProfile(ostream &log, VideoProfile &profile) override
     {
         calls_.Note<VideoSubsystemException>("Collect");
@@ -114,8 +114,7 @@ public:
             QUILLMARSH_THROW(VideoSubsystemException, "no device");
         if (s_hasWindow)
             window_ = std::make_unique<TestWindow>(config, title);
-        SetVideoConfig(config);
-        SetOperationalState(e_video_operational);
+        NullSubsystem::Open(config, title);
         stateAfterPresent = e_video_operational;
     }
     void Close() override
@@ -137,17 +136,10 @@ public:
             SetOperationalState(stateAfterPresent = e_video_operational);
         return isBack;
     }
-    void OnSetVSync(bool vsync) override
-    {
-        VideoConfig config = GetVideoConfig();
-        config.Hints.VSync = vsync;
-        SetVideoConfig(config);
-    }
     void OnWindowResize(unsigned int width, unsigned int height) override
     {
         size = MakeString(width) + "x" + MakeString(height);
     }
-    bool CaptureFrameBuffer(AutoPtr<ImageBase> &, unsigned int, bool) override { return false; }
 
     /// The size that it was told last.
     string size;

@@ -16,25 +16,10 @@ namespace quillmarsh::tests
 namespace
 {
 
-bool Contains(string const &text, string const &part)
-{
-    return text.find(part) != string::npos;
-}
-
-/// Environment with one display, or with none.
-struct DisplayEnvironment
-{
-    explicit DisplayEnvironment(string const &display) : name("DISPLAY", display.empty() ? nullptr : display.c_str()) {}
-
-    EnvironmentVariable const name;
-    EnvironmentVariable const noWayland{"WAYLAND_DISPLAY", nullptr};
-    EnvironmentVariable const noDriver{"SDL_VIDEODRIVER", nullptr};
-    NoLeakCheckInChildren const noLeakCheck;
-};
-
 TEST(HostVideo, DrawsWithoutADisplayAndExchangesTheRenderer)
 {
     DisplayEnvironment const environment("");
+    NoLeakCheckInChildren const noLeakCheck;
     ScratchDirectory const scratch;
     HostResult const result =
         RunHost({"--headless", "320x240", "--size", "200x100", "--plugin", "video_null", "--video", "video_opengl",
@@ -55,6 +40,7 @@ TEST(HostVideo, DrawsWithoutADisplayAndExchangesTheRenderer)
 TEST(HostVideo, GoesOnWithoutADisplayAndTellsWhy)
 {
     DisplayEnvironment const environment("");
+    NoLeakCheckInChildren const noLeakCheck;
     HostResult const optional = RunHost({"--size", "640x480", "--frames", "3"});
     EXPECT_EQ(0, optional.status);
     EXPECT_EQ("quillmarsh-host: The run goes on without video: there is no display.\n", optional.err);
@@ -71,14 +57,13 @@ TEST(HostVideo, GoesOnWithoutADisplayAndTellsWhy)
     EXPECT_EQ(0, terminal.Wait());
 }
 
-TEST(HostVideo, EndsWithItsWindow)
+using HostVideoOnADisplay = OnADisplay;
+
+TEST_F(HostVideoOnADisplay, EndsWithItsWindow)
 {
-    VirtualDisplay const display;
-    if (display.GetName().empty())
-        GTEST_SKIP() << "Xvfb or xdotool is not installed.";
-    DisplayEnvironment const environment(display.GetName());
-    std::future<bool> hand = std::async(std::launch::async, [&display]
-                                        { return X11Client(display.GetName()).PressCloseButton("workbench"); });
+    NoLeakCheckInChildren const noLeakCheck;
+    std::future<bool> hand =
+        std::async(std::launch::async, [this] { return X11Client(display_.GetName()).PressCloseButton("workbench"); });
     HostResult const result = RunHost({"--video", "video_opengl", "--frame-rate", "60"}, "wait 60000\ngreet\n");
     EXPECT_TRUE(hand.get());
     EXPECT_EQ(0, result.status) << result.err;
@@ -92,6 +77,7 @@ TEST(HostVideo, EndsInGoodOrderWhenTheDisplayGoes)
     if (display->GetName().empty())
         GTEST_SKIP() << "Xvfb or xdotool is not installed.";
     DisplayEnvironment const environment(display->GetName());
+    NoLeakCheckInChildren const noLeakCheck;
     ScratchFile const trace;
     EnvironmentVariable const file("TRACER_FILE", trace.GetName().c_str());
     auto const run = [] {

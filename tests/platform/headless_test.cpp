@@ -1,10 +1,10 @@
 // The desktop without a display: its modes, and windows that nobody sees.
 #include <quillmarsh/basetools/platforminfo.h>
 #include <quillmarsh/platform/desktopevents.h>
-#include <quillmarsh/platform/displaymodes.h>
 #include <quillmarsh/platform/window.h>
 
 #include "tests/support/environment_variable.h"
+#include "tests/support/headless_desktop.h"
 
 #include <gtest/gtest.h>
 
@@ -15,17 +15,9 @@ namespace quillmarsh::platform
 namespace
 {
 
-class HeadlessDesktop : public testing::Test, DesktopListener
+class HeadlessDesktop : public tests::OnAHeadlessDesktop, DesktopListener
 {
 protected:
-    void SetUp() override
-    {
-        string reason;
-        if (!UseHeadlessDesktop(1000, 700, reason))
-            GTEST_SKIP() << reason;
-    }
-    void TearDown() override { LeaveHeadlessDesktop(); }
-
     static std::pair<int, int> SizeOf(Window const &window)
     {
         Window::Size const size = window.GetSize();

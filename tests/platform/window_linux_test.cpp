@@ -1,4 +1,4 @@
-// A window under simulated input, on a virtual display_.
+// A window under simulated input, on a virtual display.
 #include <quillmarsh/basetools/windows/messageloop.h>
 #include <quillmarsh/platform/clipboard.h>
 #include <quillmarsh/platform/desktopevents.h>
@@ -50,22 +50,7 @@ public:
     std::vector<DesktopEvent> events;
 };
 
-class WindowOnADisplay : public testing::Test
-{
-protected:
-    void SetUp() override
-    {
-        if (display_.GetName().empty())
-            GTEST_SKIP() << "Xvfb or xdotool is not installed.";
-    }
-
-    tests::VirtualDisplay const display_;
-
-private:
-    tests::EnvironmentVariable const name_{"DISPLAY", display_.GetName().c_str()};
-    tests::EnvironmentVariable const noDriver_{"SDL_VIDEODRIVER", nullptr};
-    tests::EnvironmentVariable const noWayland_{"WAYLAND_DISPLAY", nullptr};
-};
+using WindowOnADisplay = tests::OnADisplay;
 
 TEST_F(WindowOnADisplay, ReportsUserInput)
 {
@@ -168,9 +153,7 @@ TEST_F(WindowOnADisplay, ShowsPixelsWithinItsLimitsAndTakesNoUnknownMode)
 
 TEST(WindowWithoutADisplay, IsRefusedAndNotOpenedWhereNobodySeesIt)
 {
-    tests::EnvironmentVariable const name("DISPLAY", ":4711");
-    tests::EnvironmentVariable const noDriver("SDL_VIDEODRIVER", nullptr);
-    tests::EnvironmentVariable const noWayland("WAYLAND_DISPLAY", nullptr);
+    tests::DisplayEnvironment const environment(":4711");
     string reason;
     EXPECT_EQ(nullptr, Window::Open({}, reason));
     EXPECT_TRUE(reason.starts_with("The display cannot be used: ")) << reason;

@@ -2,9 +2,10 @@
 // random: "quillmarsh-hid-soak [--seconds N]". Runs for five minutes; the exit status says whether all counts add up.
 #include <quillmarsh/basetools/exception.h>
 #include <quillmarsh/basetools/sharedoutputstream.h>
-#include <quillmarsh/devices/mouse.h>
 #include <quillmarsh/framework/samplereadsentry.h>
 #include <quillmarsh/host/hostkernel.h>
+
+#include "tests/support/controller_device.h"
 
 #include <atomic>
 #include <cstdlib>
@@ -25,33 +26,20 @@ class Sink : public TextSink
     void OnText(std::string_view, unsigned int) override {}
 };
 
-class SoakMouse : public Mouse
+struct SoakMouse : PlainMouse
 {
-public:
-    explicit SoakMouse(HumanInterfaceDevice &device) : Mouse(false) { SetParentHID(device); }
-    void OnRelativeModeChanged() override {}
-    void OnSyncWithSystemCursorChanged() override {}
-    void Sample()
-    {
-        PreSampleUpdate();
-        AccumDelta(1, -1);
-        AccumWheelDelta(2);
-        PostSampleUpdate();
-    }
+    using Mouse::AccumDelta;
+    using Mouse::AccumWheelDelta;
 };
 
 /// Moves its mouse by one in each sample.
-class SoakDevice : public HumanInterfaceDevice
+class SoakDevice : public ControllerDevice<SoakMouse>
 {
 public:
     explicit SoakDevice(unsigned int id) { DeviceInfo().SetCreationID(id); }
+    // Stops the thread before the destructor ends, because the thread calls this class.
     ~SoakDevice() override { StopAsyncSampling(); }
 
-    unsigned int GetNumControllers() override { return 1; }
-    HIDController *GetController(unsigned int) override { return &mouse; }
-    void ConnectDevice(HWND) override {}
-    void DisconnectDevice() override {}
-    void ApplyUseDirectInput(bool) override {}
     void OnStartAsyncSampling(void *, unsigned int) override { isOnThread_ = true; }
     void OnStopAsyncSampling(void *, unsigned int) override { isOnThread_ = false; }
     void SampleDevice() override
@@ -60,13 +48,18 @@ public:
             QUILLMARSH_THROW(HIDException, "gone");
         numSamples.fetch_add(1, std::memory_order_relaxed);
         int const before = mouse.GetDeltaX();
-        mouse.Sample();
+        Sample(
+            [this]
+            {
+                mouse.AccumDelta(1, -1);
+                mouse.AccumWheelDelta(2);
+            });
         // A thread that is being stopped may take a last synchronous sample, which discards unread data.
         if (isOnThread_)
             numForgotten += static_cast<std::uint64_t>(before + 1 - mouse.GetDeltaX());
     }
 
-    SoakMouse mouse{*this};
+    SoakMouse &mouse = controller;
     std::atomic<std::uint64_t> numSamples{0};
     std::atomic<bool> failing{false};
     std::uint64_t numForgotten = 0;

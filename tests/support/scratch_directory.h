@@ -41,6 +41,8 @@ public:
     /// Returns the full name of an entry in the directory.
     string operator/(string const &name) const { return Preferred(path_ / name); }
 
+    std::ptrdiff_t CountEntries() const { return std::distance(std::filesystem::directory_iterator(path_), {}); }
+
     /// Writes a file and returns its full name.
     string Write(string const &name, string const &text) const
     {
@@ -52,6 +54,11 @@ public:
 private:
     std::filesystem::path path_;
 };
+
+inline bool Contains(string const &text, string const &part)
+{
+    return text.find(part) != string::npos;
+}
 
 /// Returns the content of a file; empty when it does not exist.
 inline string ReadFile(std::filesystem::path const &name)

@@ -2,6 +2,10 @@
 #ifndef QUILLMARSH_TESTS_SUPPORT_VIRTUAL_DISPLAY_H
 #define QUILLMARSH_TESTS_SUPPORT_VIRTUAL_DISPLAY_H
 
+#include "tests/support/environment_variable.h"
+
+#include <gtest/gtest.h>
+
 #include <cstdlib>
 #include <string>
 
@@ -64,6 +68,35 @@ public:
 private:
     pid_t process_ = -1;
     std::string name_;
+};
+
+/// The display of this process and of those that it starts, for a scope. An empty name stands for none.
+class DisplayEnvironment
+{
+public:
+    explicit DisplayEnvironment(string const &display) : name_("DISPLAY", display.empty() ? nullptr : display.c_str())
+    {
+    }
+
+private:
+    EnvironmentVariable const name_;
+    EnvironmentVariable const noWayland_{"WAYLAND_DISPLAY", nullptr}, noDriver_{"SDL_VIDEODRIVER", nullptr};
+};
+
+/// A test on a display of its own.
+class OnADisplay : public testing::Test
+{
+protected:
+    void SetUp() override
+    {
+        if (display_.GetName().empty())
+            GTEST_SKIP() << "Xvfb or xdotool is not installed.";
+    }
+
+    VirtualDisplay const display_;
+
+private:
+    DisplayEnvironment const environment_{display_.GetName()};
 };
 
 } // namespace quillmarsh::tests

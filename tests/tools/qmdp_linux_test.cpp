@@ -315,7 +315,7 @@ TEST_F(Qmdp, FilesAreReplacedWholeAndOnlyWhenAskedFor)
     EXPECT_EQ("qmdp: " + full + ": cannot be written as QMDP: No space left on device\n",
               RunTool({"convert", in, full, "--overwrite"}).err);
     // Nothing else remains: two images and a link.
-    EXPECT_EQ(3, std::distance(std::filesystem::directory_iterator(directory_.GetPath()), {}));
+    EXPECT_EQ(3, directory_.CountEntries());
 }
 
 TEST_F(Qmdp, ManyFilesAreConvertedIntoAFolder)
@@ -518,8 +518,7 @@ TEST_F(Qmdp, InterruptedSavingLeavesNothingAndTellsTheSignal)
         pid_t const process = fork();
         if (process == 0)
             Execute(QUILLMARSH_TEST_QMDP, {"convert", in, directory_ / "out.png", "--size=5000x5000"});
-        auto const countFiles = [&]
-        { return std::distance(std::filesystem::directory_iterator(directory_.GetPath()), {}); };
+        auto const countFiles = [&] { return directory_.CountEntries(); };
         EXPECT_TRUE(WaitUntil([&] { return countFiles() > 1; }));
         kill(process, number);
         EXPECT_EQ(-number, WaitForExit(process));

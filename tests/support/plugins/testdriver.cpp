@@ -1,11 +1,10 @@
 // Driver of two mice that move by themselves. It records its calls, and changes or fails on request.
+#include "../controller_device.h"
 #include "trace.h"
 
 #include <quillmarsh/basetools/texttools.h>
-#include <quillmarsh/devices/mouse.h>
 #include <quillmarsh/framework/directinputconfig.h>
 #include <quillmarsh/framework/hiddriver.h>
-#include <quillmarsh/framework/humaninterfacedevice.h>
 #include <quillmarsh/framework/plugindescriptors.h>
 #include <quillmarsh/framework/pluginlibrary.h>
 #include <quillmarsh/platform/window.h>
@@ -16,30 +15,20 @@ namespace
 using namespace quillmarsh;
 using tests::Trace;
 
-class TestMouse : public Mouse
+struct TestMouse : tests::AttachedController<Mouse>
 {
-public:
-    explicit TestMouse(HumanInterfaceDevice &device) : Mouse(true) { SetParentHID(device); }
-
+    TestMouse() : AttachedController(true) {}
     void OnRelativeModeChanged() override {}
     void OnSyncWithSystemCursorChanged() override {}
-
-    void Sample()
-    {
-        PreSampleUpdate();
-        AccumDelta(1, 0);
-        PostSampleUpdate();
-    }
+    using Mouse::AccumDelta;
 };
 
-class TestDevice : public HumanInterfaceDevice
+class TestDevice : public tests::ControllerDevice<TestMouse>
 {
 public:
     explicit TestDevice(string const &name) : name_(name) { DeviceInfo().SetDeviceDescription(name); }
     ~TestDevice() override { Trace("~" + name_); }
 
-    unsigned int GetNumControllers() override { return 1; }
-    HIDController *GetController(unsigned int index) override { return index == 0 ? &mouse_ : nullptr; }
     void ConnectDevice(HWND window) override
     {
         Trace("ConnectDevice", name_ + (window == GetAppWindow() && window != nullptr ? " to a window" : ""));
@@ -58,13 +47,11 @@ public:
     {
         if (++numSamples_ == 2 && tests::GetSetting("TRACER_FAIL") == "SampleDevice")
             QUILLMARSH_THROW(HIDException, "unplugged");
-        mouse_.Sample();
+        Sample([this] { controller.AccumDelta(1, 0); });
     }
-    void ApplyUseDirectInput(bool use) override { UpdateUsingDirectInput(use); }
 
 private:
     string name_;
-    TestMouse mouse_{*this};
     unsigned int numSamples_ = 0;
 };
 
