@@ -25,11 +25,11 @@ public:
     /// @{
     /// Sets the sizes of the whole and of its visible part, and keeps the position within them.
     void SetSizes(unsigned int total, unsigned int visible);
-    void SetPosition(int position);
+    void SetScrollPosition(int position);
     unsigned int GetTotalSize() const { return gadget_.GetTotalSize(); }
     unsigned int GetVisibleSize() const { return gadget_.GetVisibleSize(); }
-    unsigned int GetPosition() const { return gadget_.GetPosition(); }
-    unsigned int GetMaxPosition() const { return gadget_.GetMaxPosition(); }
+    unsigned int GetScrollPosition() const { return gadget_.GetPosition(); }
+    unsigned int GetMaxScrollPosition() const { return gadget_.GetMaxPosition(); }
     /// True if there is something to scroll.
     bool IsNeeded() const { return gadget_.IsVisibleLessThanTotal(); }
     /// @}
@@ -51,14 +51,21 @@ public:
     using Component::OnMouseButton;
     bool OnMouseButton(bool down, eMouseButton button, bool doubleClick, unsigned int repeatCount,
                        vec2 const &position) override;
+    void OnChangedEnabled() override;
 
 private:
     class ScrollThumb;
 
-    void ChangeByUser(int position);
+    float GetLength() const { return vertical_ ? GetSize().y : GetSize().x; }
+    void ChangeByUser(long long position);
+    void PlaceThumb();
 
     bool vertical_;
     unsigned int wheelStep_ = 3;
+    /// Part of a notch of the wheel that has not scrolled yet.
+    int wheelRest_ = 0;
+    /// Last repetition of a held button that was handled: it is reported in each frame until the next one.
+    unsigned int lastRepeat_ = 0;
     ScrollGadget gadget_;
     ScrollThumb *thumb_;
     Action<unsigned int> action_;

@@ -62,7 +62,15 @@ public:
 private:
     class SliderThumb;
 
-    float Limit(float value) const;
+    float GetLength() const { return vertical_ ? GetSize().y : GetSize().x; }
+    float GetThumbLength() const;
+    /// Distance of a fraction from the begin of the track, in pixels.
+    float CalcTrackPlace(float fraction) const;
+    void PlaceThumb();
+    float Limit(double value) const;
+    float CalcValue(double fraction) const;
+    double GetKeyStep() const;
+    bool ChangeByKeys(double value);
     /// Sets the value, and calls the action if it is another one. Returns whether this component is still there.
     bool ChangeByUser(float value);
 
@@ -72,6 +80,8 @@ private:
     float maximum_ = 1;
     float step_ = 0.01F;
     float value_ = 0;
+    /// Part of a notch of the wheel that has not counted yet.
+    int wheelRest_ = 0;
     SliderThumb *thumb_;
     Action<float> action_;
     Action<float> endAction_;
