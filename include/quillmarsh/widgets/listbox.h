@@ -113,6 +113,8 @@ public:
     bool OnKeyboardQueryFocus(bool byMouse, eMouseButton button, bool &wantFocus, bool &needCharacterData) override;
     using Component::OnKeyboardKey;
     bool OnKeyboardKey(bool down, eKey key, unsigned int repeatCount, char character) override;
+    void OnTimeDelta(double seconds) override;
+    void OnChangedEnabled() override;
 
 private:
     struct ItemRow
@@ -124,10 +126,22 @@ private:
     };
 
     unsigned int FindRow(vec2 const &position) const;
+    /// Number of rows that fit wholly, at least 1.
+    unsigned int CountWholeRows() const;
     void UpdateScrollBar();
+    void UpdateHotItem();
+    /// The rows have changed.
+    void OnChangedItems();
+    /// Selects the rows from `first` to `last`, and no others unless `keep`. Returns whether that changes anything.
+    bool SelectRange(unsigned int first, unsigned int last, bool keep);
     /// Makes a row the current one as the user does, and calls the action.
     void GoTo(unsigned int index, bool toggle, bool extend);
-    void SearchByTyping(char character);
+    void GoToByKey(unsigned int index);
+    void Open(unsigned int index);
+    /// Row that a key leads to; s_noItem for other keys.
+    unsigned int FindRowOfKey(eKey key) const;
+    bool SearchByTyping(char character);
+    unsigned int FindTyped(string const &typed, unsigned int first) const;
 
     vec2 sizeInUnits_;
     std::vector<ItemRow> rows_;
@@ -136,8 +150,10 @@ private:
     /// Other end of a selection that shift extends.
     unsigned int anchor_ = s_noItem;
     unsigned int hot_ = s_noItem;
+    /// Begin of a row's text, in lower case, that is typed; for as long as the rest of the time lasts.
     string typed_;
-    double typedAt_ = 0;
+    double typedRest_ = 0;
+    float rowHeight_ = 1;
     ScrollBar *scrollBar_;
     Action<unsigned int> action_;
     Action<unsigned int> openAction_;
