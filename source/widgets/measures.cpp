@@ -196,6 +196,24 @@ string WrapText(gui::Component const &component, string const &text, float width
     return wrapped;
 }
 
+string ShortenText(gui::Component const &component, string const &line, float width)
+{
+    Ruler const ruler(component);
+    if (ruler.CalcWidth(Piece(line, 0, line.size())) <= width)
+        return line;
+    static constexpr char s_dots[] = "...";
+    unsigned int length = ruler.CountFitting(Piece(line, 0, line.size()), width);
+    while (true)
+    {
+        string const shortened = line.substr(0, length) + s_dots;
+        if (ruler.CalcWidth(Piece(shortened, 0, shortened.size())) <= width)
+            return shortened;
+        if (length == 0)
+            return {};
+        --length;
+    }
+}
+
 unsigned int FindTextPosition(gui::Component const &component, string const &line, float x)
 {
     Ruler const ruler(component);

@@ -200,7 +200,7 @@ protected:
 
 public:
     /// Returns the text by which users know the component, such as the words on a button or the title of a panel, in
-    /// Latin-1. For tools and robots, which look components up by it. By default it is empty.
+    /// UTF-8. For tools and robots, which look components up by it. By default it is empty.
     virtual string GetCaption() const;
 
     /// @name Tree

@@ -1,9 +1,10 @@
-// Texts that only show.
+// Texts and signs that only show.
 #ifndef QUILLMARSH_WIDGETS_LABEL_H
 #define QUILLMARSH_WIDGETS_LABEL_H
 
 #include <quillmarsh/gui/gui_component.h>
 #include <quillmarsh/widgets/looknames.h>
+#include <quillmarsh/widgets/measures.h>
 
 namespace quillmarsh::widgets
 {
@@ -26,7 +27,8 @@ public:
     void SetWrapWidth(float units);
     /// Returns the lines to draw, as glyph codes with line feeds. As of the last layout.
     string const &GetGlyphs() const { return shownGlyphs_; }
-    /// Keeps the height of a line, but takes whatever width it is given, and ends a longer text with an ellipsis.
+    /// Keeps the height of a line, but takes whatever width it is given, and ends a text that is longer, or has several
+    /// lines, with three dots.
     void SetFixedWidth(bool fixed);
     bool HasFixedWidth() const { return fixedWidth_; }
 
@@ -40,6 +42,25 @@ private:
     string shownGlyphs_;
     float wrapWidth_ = 0;
     bool fixedWidth_ = false;
+};
+
+/// Picture beside a text, by default at twice the size of other marks. It is a ghost. The shader is "look/sign". Frame
+/// thread only.
+class QUILLMARSH_API Sign : public gui::Component
+{
+public:
+    /// Becomes a child of `parent`; stays top-level for null. `size` is width and height in units.
+    Sign(gui::Component *parent, eMark mark, float size = 2 * Measures::MarkSize);
+    ~Sign() override;
+
+    void SetMark(eMark mark) { mark_ = mark; }
+    eMark GetMark() const { return mark_; }
+
+    void RecalcSize() override;
+
+private:
+    eMark mark_;
+    float sizeInUnits_;
 };
 
 } // namespace quillmarsh::widgets

@@ -68,6 +68,9 @@ QUILLMARSH_API vec2 CalcTextSize(gui::Component const &component, string const &
 /// Breaks a text between words, or inside a word that is wider than a line, so that no line is wider than `width`; its
 /// own line feeds stay.
 QUILLMARSH_API string WrapText(gui::Component const &component, string const &text, float width);
+/// Returns a line that is at most `width` wide: the whole one, or its beginning with three dots behind it; nothing where
+/// not even these fit.
+QUILLMARSH_API string ShortenText(gui::Component const &component, string const &line, float width);
 /// Returns the number of glyphs ahead of a place in a line: the boundary between two glyphs that is nearest to `x`.
 QUILLMARSH_API unsigned int FindTextPosition(gui::Component const &component, string const &line, float x);
 /// @}

@@ -9,8 +9,9 @@
 namespace quillmarsh::widgets
 {
 
-/// Button with a text, a mark, or both. Its size comes from them, but for a minimum width. Space and Enter press it
-/// while it has the focus, which Tab and a click give it.
+/// Button with a text, a mark, or both. Its size comes from them, but for a minimum width; with a mark only, it is a
+/// square. The content stands in the middle: the mark, Measures::Gap, the text. Space and Enter press it while it has
+/// the focus, which Tab and a click give it: Enter at once, Space when it is released.
 ///
 /// \code
 /// auto *open = new widgets::TextButton(&panel, "Open…");
@@ -25,9 +26,9 @@ public:
     ~TextButton() override;
 
     /// Makes the button its own command target and calls `action` with each of its commands. A program that wants
-    /// messages sets a command target instead.
+    /// messages sets a command target instead. An empty function takes the action away.
     void SetAction(std::function<void()> action);
-    /// Does what a click does: presses, toggles or selects by its style, and sends the command.
+    /// Does what a click does: presses, toggles or selects by its style, and sends the command. Ignored while disabled.
     void Press();
 
     /// @name What it shows
@@ -66,7 +67,8 @@ private:
     Action<> action_;
 };
 
-/// Button that is on or off, with a check mark. The action gets the new state. Frame thread only.
+/// Button that is on or off, with a check mark. The action gets the new state. The mark stands at the left edge, the text
+/// beside it, with Measures::Gap between them. Frame thread only.
 class QUILLMARSH_API CheckBox : public TextButton
 {
 public:
@@ -78,7 +80,8 @@ public:
 };
 
 /// Button of which one of a group is selected, among the children of one parent. The arrow keys select the next and the
-/// previous one. Frame thread only.
+/// previous one, around at the ends, and give it the focus. Mark and text stand as those of a CheckBox. Frame thread
+/// only.
 class QUILLMARSH_API RadioButton : public TextButton
 {
 public:
@@ -88,6 +91,10 @@ public:
     void RecalcSize() override;
     using TextButton::OnKeyboardKey;
     bool OnKeyboardKey(bool down, eKey key, unsigned int repeatCount, char character) override;
+
+private:
+    /// Returns the next button of the group that can be selected, or the previous one; null if there is no other.
+    RadioButton *FindNeighbour(bool forward);
 };
 
 } // namespace quillmarsh::widgets
