@@ -10,7 +10,8 @@ namespace quillmarsh::widgets
 {
 
 /// Two areas, one beside the other or one above the other, with a bar between them that the mouse drags, and that arrow
-/// keys move while it has the focus. A double click on the bar puts it back into its first place. Frame thread only.
+/// keys move while it has the focus. A double click on the bar puts it back where the program has put it. Frame thread
+/// only.
 class QUILLMARSH_API Splitter : public gui::Component
 {
 public:
@@ -23,7 +24,8 @@ public:
     gui::Component &GetFirst() { return *first_; }
     gui::Component &GetSecond() { return *second_; }
 
-    /// Sets the first area's part of the extent, within 0 and 1, without the action; 0.5 at first.
+    /// Sets the first area's part of the extent, within 0 and 1, without the action; 0.5 at first. That is the place to
+    /// which a double click puts the bar back. Ignores NaN.
     void SetFraction(float fraction);
     float GetFraction() const { return fraction_; }
     /// Sets the least extents of both areas, in units; 40 at first. Where both do not fit, they share in proportion.
@@ -38,6 +40,10 @@ public:
 private:
     class SplitterThumb;
 
+    /// Extent of both areas along the splitter, in pixels.
+    float CalcRoom() const;
+    /// Extent of the first area for a fraction, within the limits.
+    float CalcFirstExtent(float fraction) const;
     void ChangeByUser(float fraction);
 
     bool vertical_;

@@ -11,6 +11,43 @@
 namespace quillmarsh::widgets
 {
 
+class TabView;
+
+/// Tab of a TabView, which makes it. Frame thread only.
+class QUILLMARSH_API Tab : public gui::Component
+{
+public:
+    ~Tab() override;
+
+    /// @name For shaders
+    /// @{
+    /// Glyph codes of the title.
+    string const &GetGlyphs() const { return glyphs_; }
+    /// True for the tab of the page that shows.
+    bool IsShown() const;
+    /// @}
+
+    string GetCaption() const override { return title_; }
+    void RecalcSize() override;
+    using Component::OnMouseButton;
+    bool OnMouseButton(bool down, eMouseButton button, bool doubleClick, unsigned int repeatCount,
+                       vec2 const &position) override;
+    using Component::OnKeyboardQueryFocus;
+    bool OnKeyboardQueryFocus(bool byMouse, eMouseButton button, bool &wantFocus, bool &needCharacterData) override;
+    using Component::OnKeyboardKey;
+    bool OnKeyboardKey(bool down, eKey key, unsigned int repeatCount, char character) override;
+
+private:
+    friend class TabView;
+
+    explicit Tab(TabView &view);
+    void SetTitle(string const &title);
+
+    TabView &view_;
+    string title_;
+    string glyphs_;
+};
+
 /// Row of tabs above a page. A click on a tab, the arrow keys on the tabs, and control with Tab or Page Up and Page Down
 /// anywhere in the pages choose one. Tabs that do not fit become narrower. Frame thread only.
 class QUILLMARSH_API TabView : public gui::Component
@@ -31,6 +68,8 @@ public:
     void SetTitle(unsigned int index, string const &title);
     /// Shows a page, without the action. Ignores an index past the end.
     void ShowPage(unsigned int index);
+    /// Returns the tab of a page by index; null past the end.
+    Tab *GetTab(unsigned int index) const;
     /// Index of the page that shows; s_noPage without pages.
     unsigned int GetShownPage() const;
     /// Called with the index of a page that the user has chosen.
@@ -43,14 +82,17 @@ public:
     bool OnKeyboardKey(bool down, eKey key, unsigned int repeatCount, char character) override;
 
 private:
-    class Tab;
+    friend class Tab;
+
     struct Page
     {
         gui::Component *page;
         Tab *tab;
     };
 
-    void Choose(unsigned int index, bool byUser);
+    unsigned int FindTab(Tab const &tab) const;
+    /// Shows a page as the user does, and calls the action.
+    void ChooseByUser(unsigned int index);
 
     vec2 sizeInUnits_;
     std::vector<Page> pages_;
