@@ -201,6 +201,7 @@
 #include <quillmarsh/widgets/scrollbar.h>
 #include <quillmarsh/widgets/slider.h>
 #include <quillmarsh/widgets/splitter.h>
+#include <quillmarsh/widgets/stack.h>
 #include <quillmarsh/widgets/tabview.h>
 #include <quillmarsh/widgets/textbutton.h>
 #include <quillmarsh/widgets/textedit.h>
