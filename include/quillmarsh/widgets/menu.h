@@ -29,7 +29,9 @@ struct MenuItem
 
 /// Menu that comes up at a place in the window, and goes with a choice, with Escape, and with a press anywhere else. It
 /// is modal meanwhile. Arrow keys and letters move in it, Enter chooses; right and left open and close the menu of a
-/// row. The focus returns to the component that had it. Frame thread only.
+/// row. The mouse may stay down from the press that opens a menu to the choice. A menu that is higher than the window
+/// scrolls: with the wheel, the keys, or the mouse at its ends. The focus returns to the component that had it. Frame
+/// thread only.
 class QUILLMARSH_API Menu : public gui::Component
 {
 public:
@@ -57,10 +59,20 @@ public:
     unsigned int GetCurrent() const { return current_; }
     /// Rectangle of a row, relative to the component, in pixels.
     gui::Rectangle GetRowArea(unsigned int index) const;
+    /// Where texts begin, behind the marks, in pixels.
+    float GetTextX() const;
+    /// Where the texts of keys end, ahead of the arrows, in pixels.
+    float GetKeysEndX() const;
+    /// Rows are hidden above the upper end, or below the lower one.
+    bool HasHiddenRows(bool below) const;
     /// @}
 
     string GetCaption() const override;
     void RecalcSize() override;
+    void RecalcLayout() override;
+    bool OnMouseEnterExit(bool enter, bool direct, vec2 const &position) override;
+    using Component::OnMouseWheel;
+    bool OnMouseWheel(int delta, vec2 const &position) override;
     bool OnMouseMove(bool hover, double hoverSeconds, vec2 const &position) override;
     using Component::OnMouseButton;
     bool OnMouseButton(bool down, eMouseButton button, bool doubleClick, unsigned int repeatCount,
@@ -80,14 +92,48 @@ private:
     /// Fills the window behind the menus, is their modal target, and closes them when it is pressed.
     class Backdrop;
 
+    static Menu *OpenAt(std::vector<MenuItem> items, gui::Rectangle const &anchor);
     Menu(std::vector<MenuItem> items, Backdrop &backdrop, Menu *opener);
+
+    /// @name Rows
+    /// @{
+    bool CanChoose(unsigned int index) const;
+    unsigned int FindRow(vec2 const &position) const;
+    /// Sets the current row, for keys, and shows it.
+    void SetCurrent(unsigned int index);
     void MoveCurrent(bool forward);
-    void OpenSubmenu(bool selectFirst);
+    void MoveToLetter(char letter);
     void Choose(unsigned int index);
+    /// @}
+    /// @name Menu of a row
+    /// @{
+    void OpenSubmenu(bool selectFirst);
+    void CloseSubmenu();
+    /// Closes this menu of a row, or the menu of its current row, or the whole chain.
+    void CloseInnermost();
+    /// @}
+    /// @name Scrolling, in pixels
+    /// @{
+    float GetViewHeight() const;
+    float GetMaxScroll() const;
+    void ScrollBy(float distance);
+    void ScrollAtEnds(double hoverSeconds, vec2 const &position);
+    /// @}
+    vec2 CalcPlaceInWindow() const;
+    void HandleKey(eKey key, unsigned int repeatCount, char character);
 
     std::vector<ItemRow> rows_;
+    /// Upper edges of the rows, and the lower edge of the last one.
+    std::vector<float> edges_;
+    float scroll_ = 0;
     unsigned int current_ = s_noItem;
-    Backdrop &backdrop_;
+    /// The mouse, and no key, has made the current row the current one.
+    bool isCurrentByMouse_ = false;
+    int wheelRest_ = 0;
+    /// Rows by which the resting mouse has scrolled.
+    unsigned int hoverRows_ = 0;
+    gui::Watch<Backdrop> backdrop_;
+    /// Parent of this menu; null for the first one.
     Menu *opener_;
     gui::Watch<Menu> submenu_;
     /// Index of the row whose menu is open.
