@@ -14,6 +14,7 @@ template<typename... Arguments>
 class Action
 {
 public:
+    /// What it holds.
     using Function = std::function<void(Arguments...)>;
 
     Action() = default;
@@ -24,6 +25,7 @@ public:
         return *this;
     }
 
+    /// True if there is a function.
     explicit operator bool() const { return static_cast<bool>(function_); }
 
     /// Calls the function, if there is one. The widget may be gone after that.

@@ -27,6 +27,7 @@ public:
     /// Sets the key that opens and closes it; e_key_none for none.
     void SetToggleKey(eKey key) { toggleKey_ = key; }
     eKey GetToggleKey() const { return toggleKey_; }
+    /// Opens the closed panel, and closes the open one.
     void Toggle();
 
     ConsoleText &GetText() { return *text_; }

@@ -30,6 +30,7 @@ public:
         /// Number of the line since the text source was set, whatever the buffer has dropped since then.
         unsigned int line;
         unsigned int column;
+        /// By line, then by column.
         auto operator<=>(Place const &) const = default;
     };
     /// Part of a visible line that has one type.

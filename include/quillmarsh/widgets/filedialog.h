@@ -49,6 +49,7 @@ public:
     void GoTo(string const &directory);
     /// Takes a name, absolute or relative to the directory, as if it was entered.
     void Accept(string const &name);
+    /// Closes the dialog without a file, as its button does.
     void Cancel();
 
 private:

@@ -49,6 +49,7 @@ public:
     static void SetScale(float scale);
     /// Returns the pixels of a number of units, rounded to a whole number: at least 1 for more than 0 units.
     static float Pixels(float units);
+    /// The same for both directions.
     static vec2 Pixels(vec2 const &units) { return {Pixels(units.x), Pixels(units.y)}; }
 };
 

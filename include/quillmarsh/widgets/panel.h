@@ -90,6 +90,7 @@ public:
     void RecalcLayout() override;
     /// Title bar and edges move and resize; the rest is client area.
     gui::eCommandArea HitTestCommandAreaSelf(vec2 const &position) override;
+    /// A click into the panel activates it and brings it to the front.
     bool OnActivate(bool byMouse, eMouseButton button, vec2 const &position, Component *clickedDescendant,
                     bool &autoBringToFront, bool &autoActivate) override;
     /// Keeps a part of the title bar inside the window, and the size within its limits.

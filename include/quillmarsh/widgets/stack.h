@@ -53,6 +53,7 @@ public:
 
     void RecalcSize() override;
     void RecalcLayout() override;
+    /// Forgets the child.
     void OnDetachedChild(Component &child) override;
 
 private:

@@ -77,6 +77,7 @@ public:
 
     void RecalcSize() override;
     void RecalcLayout() override;
+    /// Forgets the child.
     void OnDetachedChild(Component &child) override;
     using Component::OnKeyboardKey;
     bool OnKeyboardKey(bool down, eKey key, unsigned int repeatCount, char character) override;
