@@ -1,6 +1,5 @@
 #include "lineeditor.h"
 
-#include "../completionlist.h"
 #include <quillmarsh/basetools/texttools.h>
 
 #include <cwchar>

@@ -1,6 +1,5 @@
 #include "../terminal.h"
 
-#include "../completionlist.h"
 #include "../dialogtext.h"
 #include "consoleinput.h"
 #include <quillmarsh/basetools/outputstream.h>

@@ -35,6 +35,12 @@ struct Completions
     string commonReplacement;
 };
 
+/// Returns the lines that show candidates to a user with that many columns: a few with their descriptions, more of them
+/// without, side by side, and only the first of very many. No line is wider, unless a single name is. With `coloured`,
+/// descriptions are dim on a terminal. Any thread.
+QUILLMARSH_API string FormatCandidates(std::vector<CompletionCandidate> const &candidates, std::size_t columns,
+                                       bool coloured);
+
 /// Takes the values that can complete a word. A CommandValue offers them.
 class QUILLMARSH_API CompletionOffers
 {

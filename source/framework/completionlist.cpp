@@ -1,10 +1,10 @@
-#include "completionlist.h"
+#include <quillmarsh/framework/completion.h>
 
 #include <quillmarsh/basetools/texttools.h>
 
 #include <algorithm>
 
-namespace quillmarsh::host
+namespace quillmarsh
 {
 
 namespace
@@ -76,4 +76,4 @@ string FormatCandidates(std::vector<CompletionCandidate> const &candidates, std:
     return text;
 }
 
-} // namespace quillmarsh::host
+} // namespace quillmarsh
