@@ -1,5 +1,8 @@
 #include <quillmarsh/widgets/textfield.h>
 
+#include "source/widgets/inputhelp.h"
+#include "source/widgets/units.h"
+
 #include <quillmarsh/gui/gui_fonts.h>
 #include <quillmarsh/gui/gui_manager.h>
 #include <quillmarsh/gui/gui_shaders.h>
@@ -62,21 +65,13 @@ struct Modifiers
 
 Modifiers GetModifiers()
 {
-    gui::Manager const &manager = gui::Manager::Instance();
-    bool const isRightAlt = manager.IsKeyPressed(e_key_r_alt);
-    return {manager.IsKeyModifierPressed(e_key_modifier_control) && !isRightAlt,
-            manager.IsKeyModifierPressed(e_key_modifier_shift),
-            manager.IsKeyModifierPressed(e_key_modifier_alt) && !isRightAlt};
-}
-
-bool IsGlyph(char character)
-{
-    return static_cast<unsigned char>(character) >= ' ' && character != s_boxGlyph;
+    bool const isRightAlt = gui::Manager::Instance().IsKeyPressed(e_key_r_alt);
+    return {IsControlPressed() && !isRightAlt, IsShiftPressed(), IsAltPressed() && !isRightAlt};
 }
 
 } // namespace
 
-TextField::TextField(gui::Component *parent, string const &text, float width) : width_(width)
+TextField::TextField(gui::Component *parent, string const &text, float width) : width_(LimitUnits(width))
 {
     SetCanDisable(true);
     SetCanFocus(true);
@@ -319,14 +314,13 @@ bool TextField::OnKeyboardKey(bool down, eKey key, unsigned int repeatCount, cha
 {
     if (!down || !IsEnabled())
         return false;
-    bool const isEnter = key == e_key_enter || key == e_key_num_enter;
-    if (isEnter && enterAction_)
+    if (IsEnterKey(key) && enterAction_)
     {
         if (repeatCount == 0)
             enterAction_(GetText());
         return true;
     }
-    return !isEnter && EditByKey(key, character);
+    return !IsEnterKey(key) && EditByKey(key, character);
 }
 
 /// Returns whether the field uses the key. It may be gone then.
@@ -347,7 +341,7 @@ bool TextField::EditByKey(eKey key, char character)
         return Change([&] { return edit_.Delete(row->move); });
     if (modifiers.isControl)
         return EditByShortcut(key, modifiers.isShift);
-    if (!IsGlyph(character))
+    if (!IsShownCharacter(character))
         return false;
     return Change([&] { return edit_.Insert(string(1, character)); });
 }
