@@ -15,6 +15,8 @@ install(DIRECTORY "${PROJECT_SOURCE_DIR}/include/quillmarsh" "${PROJECT_BINARY_D
 install(EXPORT quillmarshTargets NAMESPACE quillmarsh:: DESTINATION "${quillmarsh_cmake_dir}"
   COMPONENT quillmarsh-development)
 
+install(DIRECTORY "${PROJECT_SOURCE_DIR}/data/" DESTINATION "${quillmarsh_data_dir}" COMPONENT quillmarsh-runtime)
+
 configure_package_config_file("${PROJECT_SOURCE_DIR}/cmake/quillmarshConfig.cmake.in"
   "${PROJECT_BINARY_DIR}/cmake/quillmarshConfig.cmake" INSTALL_DESTINATION "${quillmarsh_cmake_dir}"
   PATH_VARS quillmarsh_plugin_dir)

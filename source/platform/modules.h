@@ -17,6 +17,10 @@ bool CloseModule(HINSTANCE module);
 /// Returns the address of a symbol; null when the module does not have it.
 void *FindModuleSymbol(HINSTANCE module, string const &symbol);
 
+/// Returns the name of the file that contains this library: its own, or that of a program into which it is linked.
+/// Empty when the system does not tell.
+string FindLibraryFile();
+
 } // namespace quillmarsh::platform
 
 #endif

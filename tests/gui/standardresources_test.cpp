@@ -1,5 +1,6 @@
 #include <quillmarsh/gui/gui_standardresources.h>
 
+#include <quillmarsh/basetools/filesystem.h>
 #include <quillmarsh/dataobjects/datacodecmanager.h>
 
 #include "tests/support/failures.h"
@@ -81,6 +82,34 @@ TEST_F(GuiStandardResources, LoadSet0WithDarkTransparent)
     ASSERT_NE(stop, nullptr);
     EXPECT_EQ(stop->GetTileParams().tileRow, 2u);
     EXPECT_EQ(stop->GetTileParams().tileColumn, 3u);
+}
+
+TEST_F(GuiStandardResources, FindSet0WithoutADarkFringe)
+{
+    string const file = file_system::FindDataFile(DefaultFileName_Set0);
+    ASSERT_NE(file, "");
+    ASSERT_TRUE(RegisterTileTexture_Set0(log_, false, file)) << log_.str();
+    gui::TileTexture *const texture = manager_.GetTileTexture("std/set0");
+    bool originBottom = false;
+    ImageBase *const source = texture->GenerateSourceImage(originBottom);
+    ASSERT_NE(source, nullptr);
+    std::array<unsigned int, 16> numVisible = {};
+    for (unsigned int row = 0; row < 128; ++row)
+    {
+        for (unsigned int column = 0; column < 128; ++column)
+        {
+            unsigned char const *const texel = source->SampleB(127 - row, column);
+            if (texel[3] == 0)
+                continue;
+            ++numVisible[row / 32 * 4 + column / 32];
+            EXPECT_EQ(texel[0] & texel[1] & texel[2], 255) << row << ' ' << column;
+        }
+    }
+    texture->ReleaseSourceImage(source);
+    for (unsigned int const number : numVisible)
+        EXPECT_GT(number, 60u);
+    EXPECT_EQ(file_system::FindDataFile("no such file"), "");
+    EXPECT_EQ(file_system::FindDataFile(""), "");
 }
 
 TEST_F(GuiStandardResources, TellOfAMissingSet0)

@@ -25,6 +25,16 @@ for document in LICENSE README.md CHANGELOG.md; do
   [ -s "$work/runtime/share/doc/quillmarsh/$document" ] || fail "The run time lacks $document."
 done
 
+# A program finds the library's data from there.
+"$cxx" -std=c++20 -I"$work/development/include" -x c++ - -o "$work/data" \
+  "$(find "$work/runtime" -name 'libquillmarsh.so.*.*.*')" <<'END'
+#include <quillmarsh/basetools/filesystem.h>
+#include <iostream>
+int main() { std::cout << quillmarsh::file_system::FindDataFile("gui_std_tiletexture_set0.tif"); }
+END
+found=$(LD_LIBRARY_PATH=$(dirname "$(find "$work/runtime" -name 'libquillmarsh.so.*.*.*')") "$work/data")
+[ "$found" = "$work/runtime/share/quillmarsh/gui_std_tiletexture_set0.tif" ] || fail "The tile set is at '$found'."
+
 # The run time is enough to run.
 echo greet | "$work/runtime/bin/quillmarsh-host" --video none --no-start-script >"$work/out"
 grep -q 'Hello from the workbench!' "$work/out" || fail "$(cat "$work/out")"

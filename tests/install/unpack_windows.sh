@@ -18,7 +18,7 @@ unzip -q "$zip" -d "$WINEPREFIX/drive_c"
 name=$(basename "$zip" .zip)
 installed=$WINEPREFIX/drive_c/$name
 ! grep -rIlF -e "$build" -e "$source" "$installed" || { echo "The package contains the path of the build."; exit 1; }
-for file in LICENSE licences/compiler-runtime.txt licences/system-runtime.txt licences/vector-library.txt; do
+for file in LICENSE share/quillmarsh/gui_std_tiletexture_set0.tif licences/compiler-runtime.txt licences/system-runtime.txt licences/vector-library.txt; do
   [ -s "$installed/$file" ] || { echo "The package lacks $file."; exit 1; }
 done
 

@@ -133,6 +133,9 @@ QUILLMARSH_API bool GetUserConfigDirectory(string &directory, bool trailingSepar
 /// Gives the directory for what programs remember about the user, such as a history: "%LOCALAPPDATA%" on Windows,
 /// "XDG_STATE_HOME" or ".local/state" on Linux. Otherwise like GetUserConfigDirectory().
 QUILLMARSH_API bool GetUserStateDirectory(string &directory, bool trailingSeparator);
+/// Gives the full name of a file that is installed with the library, such as the pictures of the GUI; empty when there
+/// is none. It is looked for in the directory "data" beside the library, and among the installed data.
+QUILLMARSH_API string FindDataFile(string const &name);
 /// Gives the directory for temporary files.
 QUILLMARSH_API bool GetTempDirectory(string &directory, bool trailingSeparator);
 /// Creates an empty file with a new name in a directory. Windows uses the first three characters of the prefix, and

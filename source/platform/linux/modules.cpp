@@ -38,4 +38,11 @@ void *FindModuleSymbol(HINSTANCE module, string const &symbol)
     return dlsym(module, symbol.c_str());
 }
 
+string FindLibraryFile()
+{
+    static char const s_inLibrary = 0;
+    Dl_info info = {};
+    return dladdr(&s_inLibrary, &info) != 0 && info.dli_fname != nullptr ? info.dli_fname : string();
+}
+
 } // namespace quillmarsh::platform

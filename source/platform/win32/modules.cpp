@@ -125,4 +125,20 @@ void *FindModuleSymbol(HINSTANCE module, string const &symbol)
     return reinterpret_cast<void *>(GetProcAddress(module, symbol.c_str()));
 }
 
+string FindLibraryFile()
+{
+    static char const s_inLibrary = 0;
+    HMODULE module = nullptr;
+    if (!GetModuleHandleExW(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
+                            reinterpret_cast<wchar_t const *>(&s_inLibrary), &module))
+        return {};
+    // As long as the longest name that the system has.
+    constexpr DWORD maxLength = 32768;
+    wstring wide(maxLength, 0);
+    DWORD const length = GetModuleFileNameW(module, reinterpret_cast<wchar_t *>(wide.data()), maxLength);
+    wide.resize(length < maxLength ? length : 0);
+    string name;
+    return file_system::ConvertPathName(wide, name) ? name : string();
+}
+
 } // namespace quillmarsh::platform
