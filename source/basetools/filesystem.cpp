@@ -5,6 +5,7 @@
 #include "source/basetools/pathrules.h"
 #include "source/platform/files.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace quillmarsh::file_system
@@ -248,6 +249,14 @@ bool GetUserStateDirectory(string &directory, bool trailingSeparator)
     string found;
     bool const succeeded = platform::ReadUserDirectory(platform::eUserDirectory::e_state, found);
     return FinishDirectory(succeeded, found, directory, trailingSeparator);
+}
+
+bool GetVolumes(std::vector<string> &volumes)
+{
+    volumes.clear();
+    bool const succeeded = platform::ReadVolumes(volumes);
+    std::sort(volumes.begin(), volumes.end());
+    return succeeded;
 }
 
 bool GetTempDirectory(string &directory, bool trailingSeparator)

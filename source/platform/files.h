@@ -6,6 +6,7 @@
 
 #include <cstdint>
 #include <filesystem>
+#include <vector>
 
 namespace quillmarsh::file_system
 {
@@ -60,6 +61,9 @@ enum class eUserDirectory
 };
 /// Reads the name of a directory, which may not exist. False when the user has no home.
 bool ReadUserDirectory(eUserDirectory kind, string &directory);
+
+/// Reads the roots of all trees of files, with their separators.
+bool ReadVolumes(std::vector<string> &volumes);
 
 /// @}
 

@@ -158,6 +158,17 @@ TEST(FileSystem, UserDirectoriesComeFromTheEnvironmentFirst)
     EXPECT_EQ(directory, Preferred("/profile/"));
 }
 
+TEST(FileSystem, VolumeOfTheProcessDirectoryIsListed)
+{
+    std::vector<string> volumes = {"left over"};
+    EXPECT_TRUE(file_system::GetVolumes(volumes));
+    std::filesystem::path const root = std::filesystem::current_path().root_path();
+    EXPECT_EQ(std::count(volumes.begin(), volumes.end(), root.string()), 1);
+    EXPECT_TRUE(std::is_sorted(volumes.begin(), volumes.end()));
+    for (string const &volume : volumes)
+        EXPECT_EQ(volume.back(), file_system::GetPathSeparator()) << volume;
+}
+
 TEST(FileSystem, TempFilesAreEmptyAndUnique)
 {
     ScratchDirectory const scratch;

@@ -138,6 +138,9 @@ QUILLMARSH_API bool GetUserStateDirectory(string &directory, bool trailingSepara
 QUILLMARSH_API string FindDataFile(string const &name);
 /// Gives the directory for temporary files.
 QUILLMARSH_API bool GetTempDirectory(string &directory, bool trailingSeparator);
+/// Gives the roots of all trees of files, in ascending order and with a trailing separator: the drives of Windows, such
+/// as "C:\", and "/" on Linux. A drive may be empty.
+QUILLMARSH_API bool GetVolumes(std::vector<string> &volumes);
 /// Creates an empty file with a new name in a directory. Windows uses the first three characters of the prefix, and
 /// accepts no directory name longer than its old limit of about 250 characters.
 QUILLMARSH_API bool CreateTempFile(string &result, string const &directory, string const &prefix);

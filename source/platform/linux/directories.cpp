@@ -145,6 +145,12 @@ bool ReadUserDirectory(eUserDirectory kind, string &directory)
     return true;
 }
 
+bool ReadVolumes(std::vector<string> &volumes)
+{
+    volumes = {"/"};
+    return true;
+}
+
 bool ExpandEnvironment(string const &in, string &out)
 {
     out.clear();

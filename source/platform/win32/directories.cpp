@@ -5,6 +5,8 @@
 #include "source/platform/win32/widetext.h"
 #include "source/platform/win32/windows.h"
 
+#include <algorithm>
+
 namespace quillmarsh::platform
 {
 
@@ -41,6 +43,24 @@ bool ReadUserDirectory(eUserDirectory kind, string &directory)
     if (!ExpandEnvironment(variable, expanded) || expanded == variable || expanded.empty())
         return false;
     directory = expanded;
+    return true;
+}
+
+bool ReadVolumes(std::vector<string> &volumes)
+{
+    // Each root ends in a 0.
+    wstring roots;
+    if (!ReadSystemText([](wchar_t *buffer, DWORD size) { return GetLogicalDriveStringsW(size, buffer); }, roots))
+        return false;
+    volumes.clear();
+    for (std::size_t begin = 0; begin < roots.size();)
+    {
+        std::size_t const end = std::min(roots.find(wstring::value_type(0), begin), roots.size());
+        string name;
+        if (end > begin && UnicodeToAscii(roots.substr(begin, end - begin), name))
+            volumes.push_back(name);
+        begin = end + 1;
+    }
     return true;
 }
 
