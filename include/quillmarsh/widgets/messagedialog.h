@@ -9,8 +9,11 @@
 namespace quillmarsh::widgets
 {
 
-/// Message box: a modal panel with a sign, a text and buttons. Nothing waits for it: an action gets the answer. Dialogs
-/// about failures of the program itself stay outside of the GUI.
+class Label;
+
+/// Message box: a modal panel with a sign, a text and buttons. Left and right move the focus between the buttons.
+/// Nothing waits for it: an action gets the answer. Dialogs about failures of the program itself stay outside of the
+/// GUI.
 ///
 /// \code
 /// widgets::MessageDialog::Show({.title = "Delete", .text = "Delete 3 files?", .sign = widgets::e_mark_question,
@@ -42,13 +45,29 @@ public:
 
     ~MessageDialog() override;
     string const &GetText() const { return params_.text; }
-    /// Answers, as if the button was pressed.
+    /// Answers, as if the button was pressed: closes and deletes the dialog, and calls the action. Asserts "Index out of
+    /// range." for a button that it does not have.
     void Answer(unsigned int button);
 
+    void RecalcSize() override;
+    using Panel::OnKeyboardKey;
+    bool OnKeyboardKey(bool down, eKey key, unsigned int repeatCount, char character) override;
+
 private:
+    // It deletes itself by that.
+    using Panel::SetCloseAction;
+
     explicit MessageDialog(Params params);
+    void AddButtons(gui::Component &row);
+    /// Deletes the dialog, once it has been closed, and calls the action.
+    void Finish();
 
     Params params_;
+    /// What the action gets.
+    unsigned int answer_;
+    Label *label_;
+    float wrapWidth_ = 0;
+    std::vector<TextButton *> buttons_;
 };
 
 } // namespace quillmarsh::widgets
