@@ -73,13 +73,13 @@ public:
         Attach(component);
     }
 
-    /// Does something to one component, seldom enough that a frame ends.
-    void Act()
+    /// Does something to one component, often the one that was told, seldom enough that a frame ends.
+    void Act(Wild &self)
     {
         if (isQuiet || RollDice(rarity) != 0 || depth_ > 6 || components_.empty())
             return;
         ++depth_;
-        Change(Pick(), Manager::Instance());
+        Change(RollDice(3) == 0 ? self : Pick());
         --depth_;
         ++numActions;
     }
@@ -107,101 +107,75 @@ private:
         }
     }
 
-    void Change(Wild &component, Manager &manager)
+    void Change(Wild &component)
     {
-        bool const coin = RollDice(2) == 0;
-        unsigned int const dice = RollDice(24);
-        if (dice < 12)
-            ChangeTree(component, dice, coin);
-        else
-            ChangeTargets(component, manager, dice, coin);
-    }
-
-    void ChangeTree(Wild &component, unsigned int dice, bool coin)
-    {
-        switch (dice)
-        {
-        case 0:
-            delete &component;
-            break;
-        case 1:
-            component.DetachFromParent();
-            break;
-        case 2:
-        case 3:
-            Attach(component);
-            break;
-        case 4:
-            component.SetVisible(RollDice(3) != 0);
-            break;
-        case 5:
-            component.SetEnabled(RollDice(3) != 0);
-            break;
-        case 6:
-            coin ? component.BringToFront() : component.SendToBack();
-            break;
-        case 7:
-            component.SetOverlay(coin);
-            component.SetGhost(RollDice(4) == 0);
-            component.SetLayer(RollDice(3));
-            break;
-        case 8:
-            component.UpdateGeometry(coin);
-            break;
-        case 9:
-            component.SetPosition(Float(200), Float(150));
-            component.ReportDirtyGeometry();
-            break;
-        case 10:
-            component.PropagateVisibleToDescendants(true);
-            break;
-        default:
-            if (components_.size() < 60)
-                Make();
-            break;
-        }
-    }
-
-    void ChangeTargets(Wild &component, Manager &manager, unsigned int dice, bool coin)
-    {
-        switch (dice)
-        {
-        case 12:
-            component.RunModal();
-            break;
-        case 13:
-            component.EndModal();
-            break;
-        case 14:
-            coin ? manager.RunModal(application_) : manager.EndModal(application_);
-            break;
-        case 15:
-            component.ActivateTopLevel(coin);
-            break;
-        case 16:
-            coin ? manager.ActivateApplication() : manager.CycleQueueActivate(RollDice(2) == 0);
-            break;
-        case 17:
-        case 18:
-            coin ? static_cast<void>(component.RequestMouseCapture()) : component.ReleaseMouseCapture();
-            break;
-        case 19:
-        case 20:
-            coin ? static_cast<void>(component.RequestKeyboardFocus()) : component.ReleaseKeyboardFocus();
-            break;
-        case 21:
-            manager.BreakCommandMode();
-            break;
-        case 22:
-            manager.TimeNotifyRegister(component, coin);
-            break;
-        default:
-        {
-            Message_Show message(true);
-            coin ? manager.SyncObjectStates() : static_cast<void>(manager.BroadcastMessage(message));
-            break;
-        }
-        }
+        using Action = void (*)(Crowd & crowd, Wild & it, Manager & manager, bool coin);
+        static constexpr Action s_actions[] = {
+            [](Crowd &, Wild &it, Manager &, bool) { delete &it; },
+            [](Crowd &crowd, Wild &it, Manager &, bool)
+            {
+                // It may be in its destructor.
+                Component *const top = &it.GetTopLevelAncestor();
+                if (std::find(crowd.components_.begin(), crowd.components_.end(), top) != crowd.components_.end())
+                    delete top;
+            },
+            [](Crowd &, Wild &it, Manager &, bool) { it.DetachFromParent(); },
+            [](Crowd &crowd, Wild &it, Manager &, bool) { crowd.Attach(it); },
+            [](Crowd &crowd, Wild &it, Manager &, bool) { crowd.Attach(it); },
+            [](Crowd &crowd, Wild &it, Manager &, bool) { it.SetVisible(crowd.RollDice(3) != 0); },
+            [](Crowd &crowd, Wild &it, Manager &, bool) { it.SetEnabled(crowd.RollDice(3) != 0); },
+            [](Crowd &, Wild &it, Manager &, bool coin) { coin ? it.BringToFront() : it.SendToBack(); },
+            [](Crowd &crowd, Wild &it, Manager &, bool coin)
+            {
+                it.SetOverlay(coin);
+                it.SetGhost(crowd.RollDice(4) == 0);
+                it.SetLayer(crowd.RollDice(3));
+            },
+            [](Crowd &, Wild &it, Manager &, bool coin) { it.UpdateGeometry(coin); },
+            [](Crowd &crowd, Wild &it, Manager &, bool)
+            {
+                it.SetPosition(crowd.Float(200), crowd.Float(150));
+                it.ReportDirtyGeometry();
+            },
+            [](Crowd &, Wild &it, Manager &, bool) { it.PropagateVisibleToDescendants(true); },
+            [](Crowd &crowd, Wild &, Manager &, bool) { crowd.GetSize() < 60 ? crowd.Make() : void(); },
+            [](Crowd &crowd, Wild &, Manager &, bool) { crowd.GetSize() < 60 ? crowd.Make() : void(); },
+            [](Crowd &, Wild &it, Manager &, bool coin) { coin ? it.RunModal() : it.EndModal(); },
+            [](Crowd &crowd, Wild &, Manager &manager, bool coin)
+            { coin ? manager.RunModal(crowd.application_) : manager.EndModal(crowd.application_); },
+            [](Crowd &, Wild &it, Manager &, bool coin) { it.ActivateTopLevel(coin); },
+            [](Crowd &crowd, Wild &, Manager &manager, bool coin)
+            { coin ? manager.ActivateApplication() : manager.CycleQueueActivate(crowd.RollDice(2) == 0); },
+            [](Crowd &, Wild &it, Manager &, bool coin)
+            { coin ? static_cast<void>(it.RequestMouseCapture()) : it.ReleaseMouseCapture(); },
+            [](Crowd &, Wild &it, Manager &, bool coin)
+            { coin ? static_cast<void>(it.RequestKeyboardFocus()) : it.ReleaseKeyboardFocus(); },
+            [](Crowd &crowd, Wild &it, Manager &, bool)
+            {
+                Watch<Component> const self(it);
+                it.RequestMouseCapture();
+                if (self.Get() != nullptr)
+                    it.RequestKeyboardFocus();
+                if (self.Get() != nullptr && crowd.RollDice(2) == 0)
+                    delete &it;
+            },
+            [](Crowd &, Wild &, Manager &manager, bool) { manager.BreakCommandMode(); },
+            [](Crowd &, Wild &it, Manager &manager, bool coin) { manager.TimeNotifyRegister(it, coin); },
+            [](Crowd &, Wild &, Manager &manager, bool coin)
+            {
+                Message_Show message(true);
+                coin ? manager.SyncObjectStates() : static_cast<void>(manager.BroadcastMessage(message));
+            },
+            [](Crowd &crowd, Wild &, Manager &manager, bool)
+            {
+                // What other handlers make or detach meanwhile would stay out of the manager's list.
+                crowd.isQuiet = crowd.RollDice(20) == 0;
+                if (crowd.isQuiet)
+                    manager.DeleteAllComponents();
+                crowd.isQuiet = false;
+            },
+        };
+        s_actions[RollDice(std::size(s_actions))](*this, component, Manager::Instance(), RollDice(2) == 0);
     }
 
     /// Stands for the application in calls; the manager does not know it.
@@ -225,7 +199,7 @@ Wild::~Wild()
 
 void Wild::Act()
 {
-    crowd_.Act();
+    crowd_.Act(*this);
 }
 
 bool Wild::OnKeyboardQueryFocus(bool, eMouseButton, bool &want, bool &needCharacters)
@@ -275,6 +249,30 @@ unsigned int CountComponents(Manager const &manager)
     return count;
 }
 
+/// Lets go of everything. Returns true when the desk goes on with others: a new component is clicked and typed into.
+bool GoesOn(GuiDesk &desk, Crowd &crowd)
+{
+    crowd.isQuiet = true;
+    desk.mouse.pressed = {};
+    desk.keyboard.pressed.clear();
+    desk.manager.DeleteAllComponents();
+    while (desk.manager.IsRunningModal())
+        desk.manager.EndModal(*desk.manager.GetModalTarget());
+    RecordingComponent &fresh = desk.Add("fresh", {500, 300}, {20, 20});
+    fresh.wantsFocus = true;
+    desk.mouse.isInside = true;
+    desk.MoveTo(505, 305);
+    // The first click may be that which activated the application's window.
+    for (unsigned int click = 0; click < 2; ++click, desk.Frame(1))
+        desk.Click();
+    desk.TypeKey(e_key_q);
+    bool const goesOn =
+        fresh.IsActive() && fresh.IsFocused() && !desk.manager.IsCommandModeActive() && !desk.manager.IsMouseCaptured();
+    delete &fresh;
+    crowd.isQuiet = false;
+    return goesOn;
+}
+
 int Run(unsigned int numFrames, unsigned int seed)
 {
     Crowd crowd(seed);
@@ -288,19 +286,14 @@ int Run(unsigned int numFrames, unsigned int seed)
                 crowd.Make();
             UseDevices(desk, crowd);
             desk.Frame(crowd.RollDice(300) / 1000.0);
-            if (crowd.RollDice(500) == 0)
-            {
-                // What handlers make or detach meanwhile would stay out of the manager's list.
-                crowd.isQuiet = true;
-                desk.manager.DeleteAllComponents();
-                crowd.isQuiet = false;
-            }
+            bool const goesOn = crowd.RollDice(100) != 0 || GoesOn(desk, crowd);
             while (crowd.RollDice(20) == 0 && desk.manager.IsRunningModal())
                 desk.manager.EndModal(*desk.manager.GetModalTarget());
-            isWell = CountComponents(desk.manager) == crowd.GetSize();
+            isWell = goesOn && CountComponents(desk.manager) == crowd.GetSize();
             if (!isWell)
                 std::cerr << "frame " << frame << ": the manager has " << CountComponents(desk.manager) << " of "
-                          << crowd.GetSize() << " components" << std::endl;
+                          << crowd.GetSize() << " components" << (goesOn ? "" : ", and gives nothing to a new one")
+                          << std::endl;
         }
         crowd.isQuiet = true;
     }

@@ -258,96 +258,88 @@ public:
     gui::Manager manager;
 };
 
+namespace message_texts
+{
+
+inline string Join(auto const &...parts)
+{
+    std::ostringstream text;
+    (text << ... << parts);
+    return text.str();
+}
+inline string At(vec2 const &at)
+{
+    return Join(" @", at.x, ',', at.y);
+}
+template<typename T>
+T &As(gui::Message &message)
+{
+    return static_cast<T &>(message);
+}
+
+inline string OfActivate(gui::Message_Activate &activate)
+{
+    return (activate.GetActivateByMouse() ? Join("activate by mouse button ", activate.GetButtonCode())
+                                          : "activate by call") +
+           At(activate.position);
+}
+inline string OfButton(gui::Message_MouseButton &button)
+{
+    return Join(button.GetButtonDown() ? "down " : "up ", button.GetButtonCode(),
+                button.GetDoubleClick() ? " double" : "",
+                button.GetRepeatCount() != 0 ? Join(" repeat ", button.GetRepeatCount()) : "", At(button.position));
+}
+inline string OfKey(gui::Message_KeyboardKey &key)
+{
+    return Join(key.GetKeyDown() ? "key down " : "key up ", GetKeyName(key.GetKeyCode()),
+                key.GetRepeatCount() != 0 ? Join(" repeat ", key.GetRepeatCount()) : "",
+                key.GetCharData() != 0 ? Join(" '", key.GetCharData(), '\'') : "");
+}
+inline string OfGeometry(gui::Message_GeometryUpdateByManager &update)
+{
+    return Join("geometry ", update.GetUpdateEvent(), " area ", update.GetCommandArea(), " button ",
+                update.GetButtonCode(), At(update.GetNewPosition()), " size ", update.GetNewSize().x, ',',
+                update.GetNewSize().y);
+}
+
+} // namespace message_texts
+
 inline string MessageLog::Describe(gui::Message &message)
 {
     using namespace gui;
-    std::ostringstream text;
-    auto const put = [&](vec2 const &at) { text << " @" << at.x << ',' << at.y; };
+    using namespace message_texts;
     switch (message.GetID())
     {
     case e_msg_geometry_update_by_manager:
-    {
-        auto const &update = static_cast<Message_GeometryUpdateByManager &>(message);
-        text << "geometry " << update.GetUpdateEvent() << " area " << update.GetCommandArea() << " button "
-             << update.GetButtonCode();
-        put(update.GetNewPosition());
-        text << " size " << update.GetNewSize().x << ',' << update.GetNewSize().y;
-        break;
-    }
+        return OfGeometry(As<Message_GeometryUpdateByManager>(message));
     case e_msg_activate:
-    {
-        auto const &activate = static_cast<Message_Activate &>(message);
-        text << "activate " << (activate.GetActivateByMouse() ? "by mouse" : "by call");
-        if (activate.GetActivateByMouse())
-            text << " button " << activate.GetButtonCode();
-        put(activate.position);
-        break;
-    }
+        return OfActivate(As<Message_Activate>(message));
     case e_msg_deactivate:
-        text << "deactivate "
-             << (static_cast<Message_Deactivate &>(message).GetDeactivateByMouse() ? "by mouse" : "by call");
-        break;
+        return As<Message_Deactivate>(message).GetDeactivateByMouse() ? "deactivate by mouse" : "deactivate by call";
     case e_msg_mouse_capture:
-        text << "capture " << (static_cast<Message_MouseCapture &>(message).GetCaptureBegin() ? "begin" : "end");
-        break;
+        return As<Message_MouseCapture>(message).GetCaptureBegin() ? "capture begin" : "capture end";
     case e_msg_mouse_enter_exit:
-    {
-        auto const &enter = static_cast<Message_MouseEnterExit &>(message);
-        text << (enter.GetMouseEnter() ? "enter" : "exit") << (enter.GetMouseOverDirect() ? " direct" : "");
-        break;
-    }
+        return Join(As<Message_MouseEnterExit>(message).GetMouseEnter() ? "enter" : "exit",
+                    As<Message_MouseEnterExit>(message).GetMouseOverDirect() ? " direct" : "");
     case e_msg_mouse_query_cursor:
-        text << "cursor of area " << static_cast<Message_MouseQueryCursor &>(message).GetCommandArea();
-        break;
+        return Join("cursor of area ", As<Message_MouseQueryCursor>(message).GetCommandArea());
     case e_msg_mouse_move:
-    {
-        auto const &move = static_cast<Message_MouseMove &>(message);
-        text << (move.GetHover() ? "hover" : "move");
-        put(move.position);
-        break;
-    }
+        return (As<Message_MouseMove>(message).GetHover() ? "hover" : "move") +
+               At(As<Message_MouseMove>(message).position);
     case e_msg_mouse_wheel:
-    {
-        auto const &wheel = static_cast<Message_MouseWheel &>(message);
-        text << "wheel " << wheel.GetWheelDelta();
-        put(wheel.position);
-        break;
-    }
+        return Join("wheel ", As<Message_MouseWheel>(message).GetWheelDelta(),
+                    At(As<Message_MouseWheel>(message).position));
     case e_msg_mouse_button:
-    {
-        auto const &button = static_cast<Message_MouseButton &>(message);
-        text << (button.GetButtonDown() ? "down " : "up ") << button.GetButtonCode();
-        if (button.GetDoubleClick())
-            text << " double";
-        if (button.GetRepeatCount() != 0)
-            text << " repeat " << button.GetRepeatCount();
-        put(button.position);
-        break;
-    }
+        return OfButton(As<Message_MouseButton>(message));
     case e_msg_keyboard_query_focus:
-    {
-        auto const &query = static_cast<Message_KeyboardQueryFocus &>(message);
-        text << "want focus " << (query.GetFocusByMouse() ? "by mouse" : "by call");
-        break;
-    }
+        return As<Message_KeyboardQueryFocus>(message).GetFocusByMouse() ? "want focus by mouse" : "want focus by call";
     case e_msg_keyboard_focus:
-        text << (static_cast<Message_KeyboardFocus &>(message).GetGotFocus() ? "got focus" : "lost focus");
-        break;
+        return As<Message_KeyboardFocus>(message).GetGotFocus() ? "got focus" : "lost focus";
     case e_msg_keyboard_key:
-    {
-        auto const &key = static_cast<Message_KeyboardKey &>(message);
-        text << (key.GetKeyDown() ? "key down " : "key up ") << GetKeyName(key.GetKeyCode());
-        if (key.GetRepeatCount() != 0)
-            text << " repeat " << key.GetRepeatCount();
-        if (key.GetCharData() != 0)
-            text << " '" << key.GetCharData() << '\'';
-        break;
-    }
+        return OfKey(As<Message_KeyboardKey>(message));
     default:
-        text << "message " << message.GetID();
-        break;
+        return Join("message ", message.GetID());
     }
-    return text.str();
 }
 
 } // namespace quillmarsh::tests
