@@ -8,7 +8,6 @@
 
 #include <algorithm>
 #include <cstring>
-#include <random>
 #include <sstream>
 
 namespace quillmarsh
@@ -358,52 +357,6 @@ TEST_F(OpenGLStack, PassesMessagesOfTheDriverToTheLog)
     EXPECT_EQ(video_.kernel.logOut.str(), "");
     GetGL().Enable(0xFFFF);
     EXPECT_NE(video_.kernel.logOut.str().find("OpenGL: "), string::npos);
-}
-
-TEST_F(OpenGLStack, LosesNothingInAnyOrderOfReconfigurations)
-{
-    std::mt19937 random(7);
-    auto const pick = [&](unsigned int count) { return static_cast<unsigned int>(random() % count); };
-    for (int step = 0; step < 40; ++step)
-    {
-        switch (pick(5))
-        {
-        case 0:
-            video_.Resize(pick(300), pick(200));
-            break;
-        case 1:
-            video_.subsystem->OnSetVSync(pick(2) == 0);
-            break;
-        case 2:
-            video_.subsystem->SetPluginParameter(NamedParameter("lose-device", true));
-            video_.renderer->PresentBackBuffer();
-            video_.ReleaseResources(true);
-            ASSERT_TRUE(video_.subsystem->RestoreDevice());
-            video_.CreateResources(true);
-            break;
-        case 3:
-        {
-            video_.Close();
-            video_.subsystem->SetPluginParameter(NamedParameter("multisampling", pick(2) * 4));
-            VideoConfig config = video_.MakeConfig(640, 480);
-            config.FrameBuffer.Fullscreen = pick(2) == 0;
-            config.FrameBuffer.DepthBits = pick(2) * 24;
-            config.FrameBuffer.StencilBits = config.FrameBuffer.DepthBits / 3;
-            ASSERT_TRUE(video_.Open(config)) << video_.GetReason();
-            EXPECT_EQ(video_.Capture()->GetNumColumns(), 640u);
-            EXPECT_EQ(video_.subsystem->GetWindow()->IsFullscreen(), config.FrameBuffer.Fullscreen);
-            break;
-        }
-        default:
-            video_.renderer->PresentBackBuffer();
-        }
-        Clear(s_blue);
-        GetGUI().Begin();
-        Fill(0, 0, 1, 1, s_red);
-        GetGUI().End();
-        ASSERT_EQ(GetLetters(*video_.Capture(), 0, 1), "r") << step;
-    }
-    // The fixture closes the device, which asserts that no object is left in it.
 }
 
 TEST_F(OpenGLStack, SaysWhatItCannotOpen)

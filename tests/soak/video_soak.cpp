@@ -32,6 +32,7 @@ class Drawer : public Application
 public:
     unsigned int numFaults = 0;
     unsigned int numFrames = 0;
+    unsigned int numPictures = 0;
 
     void ConnectVideoRenderer(VideoRenderer &renderer) override
     {
@@ -64,6 +65,21 @@ public:
         gui.DrawRectangle(gui::RectangleC({10, 10, 100, 50}, color4b(255, 160, 0, 255)));
         // The host ends the frame.
         ++numFrames;
+        isDrawn_ = true;
+    }
+    void FrameEnd() override
+    {
+        AutoPtr<ImageBase> image;
+        bool const isDue = std::exchange(isDrawn_, false) && numFrames % 4 == 0;
+        if (!isDue || !renderer_->CaptureFrameBuffer(image, e_capture_color, true))
+            return;
+        // A device that is restored while its window is minimized has a size that the renderer is told of later.
+        unsigned int const width = renderer_->GetWindowWidth(), height = renderer_->GetWindowHeight();
+        if (std::min(width, height) < 21 || image->GetNumColumns() != width || image->GetNumRows() != height)
+            return;
+        unsigned char const *const pixel = image->SampleB(20, 20);
+        Check(pixel[2] == 255 && pixel[1] == 160 && pixel[0] == 0, "a frame has another picture");
+        ++numPictures;
     }
 
 private:
@@ -76,6 +92,7 @@ private:
     }
 
     VideoRenderer *renderer_ = nullptr;
+    bool isDrawn_ = false;
     AutoPtr<video_renderer_objects::Texture2D> texture_;
 };
 
@@ -117,6 +134,8 @@ private:
         config.DisplayMode.Height = s_sides[RollDice(std::size(s_sides))];
         config.FrameBuffer.Fullscreen = RollDice(4) == 0;
         config.FrameBuffer.StencilBits = RollDice(2) * 8;
+        config.FrameBuffer.DepthBits = config.FrameBuffer.StencilBits * 3;
+        renderer.GetVideoSubsystem()->SetPluginParameter(NamedParameter("multisampling", RollDice(2) * 4));
         config.Hints.VSync = RollDice(2) == 0;
         kernel_.ApplyVideoReconfig(s_renderers[RollDice(std::size(s_renderers))], config, 0);
         ++numRequests;
@@ -151,10 +170,12 @@ int Run(string const &program, double seconds, unsigned int seed)
     while (isOpen && Clock::now() < end && session.RunFrame())
         changes.Make();
     unsigned int const numFrames = drawer.numFrames, numFaults = drawer.numFaults;
+    unsigned int const numPictures = drawer.numPictures;
     session.Close();
     bool const isWell = isOpen && !session.HasFailed() && numFaults == 0 && platform::Window::GetNumOpen() == 0;
-    std::cout << numFrames << " frames, " << changes.numRequests << " reconfigurations, " << numReports << " reports, "
-              << (isWell ? "all well" : "with faults") << std::endl;
+    std::cout << numFrames << " frames, " << numPictures << " pictures, " << changes.numRequests
+              << " reconfigurations, " << numReports << " reports, " << (isWell ? "all well" : "with faults")
+              << std::endl;
     return isWell ? EXIT_SUCCESS : EXIT_FAILURE;
 }
 
