@@ -3,7 +3,6 @@
 #include <quillmarsh/basetools/windows/virtualkeys.h>
 #include <quillmarsh/platform/desktopevents.h>
 
-#include "tests/support/environment_variable.h"
 #include "tests/support/virtual_display.h"
 #include "tests/support/waiting.h"
 

@@ -30,6 +30,14 @@ public:
     {
         CreateSystemWindow(0, style, exStyle);
     }
+    /// Creates and shows it, and forgets what it noted.
+    void Open()
+    {
+        Create();
+        Show();
+        platform::PumpDesktop();
+        Take();
+    }
     void Destroy() { DestroySystemWindow(); }
     string Take() { return std::exchange(notes, {}); }
     long Play(unsigned int message, unsigned int wParam = 0, long lParam = 0)
@@ -244,10 +252,7 @@ TEST_F(TopLevelWindowHeadless, FrameAreasMoveSizeAndCommand)
 {
     NotingWindow window;
     window.SetPositionAndSize(100, 100, 300, 200);
-    window.Create();
-    window.Show();
-    platform::PumpDesktop();
-    window.Take();
+    window.Open();
     window.Drag({{100, 10}, {130, 15}});
     platform::PumpDesktop();
     // Some systems tell the new position at once.
@@ -386,10 +391,7 @@ TEST_F(TopLevelWindowHeadless, InputReachesTheCallsThatAreSwitchedOn)
 {
     NotingWindow window;
     window.SetPositionAndSize(100, 100, 300, 200);
-    window.Create();
-    window.Show();
-    platform::PumpDesktop();
-    window.Take();
+    window.Open();
     // A button that went down in the client area goes up there, wherever the mouse is by then.
     window.Drag({{50, 100}, {60, -30}});
     EXPECT_EQ("enter 10, move 50, down, move 50, move 60, up", window.Take());
@@ -469,10 +471,7 @@ TEST_F(TopLevelWindowHeadless, HooksSeeMessagesBeforeAndAfterTheirHandling)
 TEST_F(TopLevelWindowHeadless, PaintsOnRequestAndAssertsOnceWithoutDrawing)
 {
     NotingWindow window;
-    window.Create();
-    window.Show();
-    platform::PumpDesktop();
-    window.Take();
+    window.Open();
     // Requests of other threads are gathered while the window has not been painted.
     std::thread([&] { window.PostRepaint(), window.PostRepaint(); }).join();
     platform::PumpDesktop();

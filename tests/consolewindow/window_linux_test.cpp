@@ -5,7 +5,6 @@
 
 #include "source/gui/consolewindowcolors.h"
 #include "source/platform/messagequeue.h"
-#include "tests/support/environment_variable.h"
 #include "tests/support/virtual_display.h"
 #include "tests/support/waiting.h"
 #include "tests/support/x11_client_linux.h"

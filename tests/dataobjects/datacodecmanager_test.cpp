@@ -31,44 +31,39 @@ constexpr unsigned int s_category = DataCategory_UserDefined + 1;
 class LoggingEncoder : public DataEncoder
 {
 public:
-    LoggingEncoder(string const &name, Texts &log, bool accepts = false)
+    LoggingEncoder(string const &name, Texts &newLog, bool newAccepts = false)
         : DataEncoder(s_category, name, "formats of " + name),
-          log_(log),
-          accepts_(accepts)
+          log(newLog),
+          accepts(newAccepts)
     {
     }
-    ~LoggingEncoder() override { log_.push_back("~" + GetCodecName()); }
-
+    ~LoggingEncoder() override { log.push_back("~" + GetCodecName()); }
     bool SaveData(void const *, string const &, string const &, NamedParameterList const &params) override
     {
-        log_.push_back(GetCodecName() + std::to_string(params.GetNumParameters()));
-        return accepts_;
+        log.push_back(GetCodecName() + std::to_string(params.GetNumParameters()));
+        return accepts;
     }
 
-private:
-    Texts &log_;
-    bool accepts_;
+    Texts &log;
+    bool accepts;
 };
 
-class LoggingDecoder : public DataDecoder
+struct LoggingDecoder : DataDecoder
 {
-public:
-    LoggingDecoder(string const &name, Texts &log, void *data = nullptr)
+    LoggingDecoder(string const &name, Texts &newLog, void *newData = nullptr)
         : DataDecoder(s_category, name, ""),
-          log_(log),
-          data_(data)
+          log(newLog),
+          data(newData)
     {
     }
-
     void *LoadData(string const &, NamedParameterList const &params) override
     {
-        log_.push_back(GetCodecName() + std::to_string(params.GetNumParameters()));
-        return data_;
+        log.push_back(GetCodecName() + std::to_string(params.GetNumParameters()));
+        return data;
     }
 
-private:
-    Texts &log_;
-    void *data_;
+    Texts &log;
+    void *data;
 };
 
 TEST(DataCodecManager, TriesCodecsInTheirOrderUntilOneAccepts)

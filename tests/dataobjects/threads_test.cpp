@@ -5,7 +5,6 @@
 #include <quillmarsh/dataobjects/datacodecmanager.h>
 #include <quillmarsh/dataobjects/signaloperations.h>
 
-#include "tests/support/package_bytes.h"
 #include "tests/support/sample_blocks.h"
 #include "tests/support/scratch_directory.h"
 

@@ -100,14 +100,18 @@ protected:
 
     string GetPath(string const &name) const { return scratch / name; }
 
+    void Request(string const &options = "")
+    {
+        CommandLineParser parser;
+        parser.Parse("screenshot " + options);
+        EXPECT_TRUE(command.ParseAndExecute(out, parser, ""));
+    }
     /// Runs a line, and frames until the capture is over. Returns the reports without the directory.
     string Capture(string const &options)
     {
         out.str("");
         subsystem.captured.clear();
-        CommandLineParser parser;
-        parser.Parse("screenshot " + options);
-        EXPECT_TRUE(command.ParseAndExecute(out, parser, ""));
+        Request(options);
         for (int i = 0; i < 5; ++i)
             kernel.RunFrame(0.01);
         EXPECT_EQ(0u, kernel.GetNumFrameObservers());
@@ -131,12 +135,10 @@ TEST_F(ScreenShot, WaitsForAFrameWithoutTheConsole)
 {
     string log;
     command.SetCallback(new NotingCallback(log, subsystem));
-    CommandLineParser parser;
-    parser.Parse("screenshot");
     // The second request before the capture only moves the frame.
     for (unsigned int request = 0; request < 2; ++request)
     {
-        EXPECT_TRUE(command.ParseAndExecute(out, parser, ""));
+        Request();
         kernel.RunFrame(0.01);
         kernel.RunFrame(0.01);
         EXPECT_TRUE(subsystem.captured.empty());
@@ -154,8 +156,7 @@ TEST_F(ScreenShot, WaitsForAFrameWithoutTheConsole)
     EXPECT_EQ(0x66, *image->SampleB(1, 2));
 
     log.clear();
-    parser.Parse("screenshot -imm");
-    EXPECT_TRUE(command.ParseAndExecute(out, parser, ""));
+    Request("-imm");
     EXPECT_EQ("post2 ", log);
     EXPECT_TRUE(std::filesystem::exists(GetPath("shot.0001.color.image")));
 }
@@ -166,15 +167,13 @@ TEST_F(ScreenShot, HidesAComponent)
     auto *const console = new gui::Component;
     auto *const callback = new ScreenShotCmd::ScreenShotCallback_AutoHideComponent(console);
     command.SetCallback(callback);
-    CommandLineParser parser;
-    parser.Parse("screenshot");
     for (bool const isShown : {true, false})
     {
         console->SetVisible(isShown);
         // The second request finds the component hidden by the first one.
         for (unsigned int request = 0; request < 2; ++request)
         {
-            EXPECT_TRUE(command.ParseAndExecute(out, parser, ""));
+            Request();
             EXPECT_FALSE(console->IsVisible());
         }
         Capture("");
@@ -183,7 +182,7 @@ TEST_F(ScreenShot, HidesAComponent)
     Capture("-imm");
     EXPECT_FALSE(console->IsVisible());
     console->SetVisible(true);
-    EXPECT_TRUE(command.ParseAndExecute(out, parser, ""));
+    Request();
     delete console;
     EXPECT_NE("", Capture(""));
 }
@@ -305,9 +304,7 @@ TEST_F(ScreenShot, ShowsTheConsoleAgainAfterAFailure)
     string log;
     command.SetCallback(new NotingCallback(log, subsystem));
     subsystem.fails = true;
-    CommandLineParser parser;
-    parser.Parse("screenshot");
-    command.ParseAndExecute(out, parser, "");
+    Request();
     bool remove = false;
     EXPECT_THROW(command.OnFrame(remove, kernel.GetFrameNumber() + 3, 0), VideoSubsystemException);
     EXPECT_EQ("pre0 post1 ", log);

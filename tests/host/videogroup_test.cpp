@@ -1,5 +1,6 @@
 #include "video_doubles.h"
 
+#include "tests/support/probe_component.h"
 #include "tests/support/waiting.h"
 
 #include <quillmarsh/gui/gui_component.h>
@@ -385,33 +386,21 @@ TEST(VideoGroup, OpensAFailedDeviceAnewAndGivesUpWhenThatDoesNotHelp)
     EXPECT_EQ(1u, run.calls.Count("Cleanup:failed:subsystem"));
 }
 
-/// Component that counts how often it is drawn.
-class DrawnComponent : public gui::Component
-{
-public:
-    explicit DrawnComponent(unsigned int &numDrawn) : numDrawn_(numDrawn) {}
-    void DrawSelf(gui::Renderer &renderer) override
-    {
-        EXPECT_TRUE(renderer.IsDrawing());
-        ++numDrawn_;
-    }
-
-private:
-    unsigned int &numDrawn_;
-};
-
 TEST(VideoGroup, DrawsTheGUI)
 {
-    unsigned int numDrawn = 0;
+    string log;
     VideoRun run;
     run.Begin();
-    new DrawnComponent(numDrawn);
+    auto &component = *new ProbeComponent("drawn", log);
+    component.action = [&run](string const &what)
+    { EXPECT_EQ(what == "draw", run.GetRenderer()->GetGUIRenderer().IsDrawing()); };
     new gui::InterleavedRenderArea(new gui::InterleavedRenderArea(nullptr, 5), 6);
     auto const expectDrawn = [&](bool isDrawn)
     {
-        unsigned int const before = numDrawn;
+        log.clear();
         run.RunFrame();
-        EXPECT_EQ(before + (isDrawn ? 1 : 0), numDrawn);
+        EXPECT_EQ(isDrawn, log.find("drawn.draw;") != string::npos);
+        EXPECT_EQ(log.find(".draw;"), log.rfind(".draw;"));
     };
     auto const expectSize = [&run]
     {

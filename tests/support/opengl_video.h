@@ -15,8 +15,6 @@
 
 #include <gtest/gtest.h>
 
-#include <optional>
-
 namespace quillmarsh::tests
 {
 

@@ -186,6 +186,8 @@ TEST_F(Qmdp, VerifyFollowsItsSchema)
     EXPECT_EQ("not_found", objects[2]["failure"]);
     EXPECT_EQ("is a directory", objects[3]["message"]);
     EXPECT_EQ("too_large", objects[4]["failure"]);
+    EXPECT_EQ("qmdp: " + tooLarge + ": 2 rows of 3 pixels are more than the limit of 5 pixels (see --max-pixels)\n",
+              RunTool({"info", "--max-pixels=5", tooLarge}).err);
     EXPECT_EQ("other_format", objects[5]["failure"]);
 }
 
@@ -419,18 +421,13 @@ TEST_F(Qmdp, PicturesGoThereAndBack)
 {
     string const package =
         Image(2, 2, s_A8R8G8B8, string("\x10\x20\x30\x40\x50\x60\x70\x80\xFF\0\0\xFF\0\xFF\0\xFF", 16));
-    for (string const extension : {".png", ".TIFF"})
-    {
-        Convert(package, {"--no-compression"}, extension);
-        string const picture = directory_ / ("out" + extension);
-        ProcessResult const info = RunTool({"info", "--json", picture});
-        EXPECT_NE(string::npos, info.out.find(extension == ".png" ? "\"PNG\"" : "\"TIFF\"")) << info.out << info.err;
-        EXPECT_NE(string::npos, info.out.find("\"A8R8G8B8\",\"format_code\":67108866,\"dimensions\":[2,2],\"picture\":{"
-                                              "\"colours\":\"colours\",\"alpha\":true,\"bits\":8,"));
-        string const back = picture + ".qmdp.image";
-        EXPECT_EQ(0, RunTool({"convert", picture, back}).status);
-        EXPECT_EQ(package, ReadFile(back));
-    }
+    Convert(package, {"--no-compression"}, ".TIFF");
+    string const picture = directory_ / "out.TIFF", back = picture + ".qmdp.image";
+    EXPECT_TRUE(Contains(RunTool({"info", "--json", picture}).out,
+                         "\"TIFF\",\"format\":\"A8R8G8B8\",\"format_code\":67108866,\"dimensions\":[2,2],\"picture\":{"
+                         "\"colours\":\"colours\",\"alpha\":true,\"bits\":8,"));
+    EXPECT_EQ(0, RunTool({"convert", picture, back}).status);
+    EXPECT_EQ(package, ReadFile(back));
     string const bytes = Convert(package, {"--quality=50", "--quiet"}, ".jpg");
     string const cut = directory_.Write("cut", bytes.substr(0, bytes.size() / 2));
     ProcessResult const result = RunTool({"verify", directory_ / "out.jpg", cut});
@@ -463,8 +460,6 @@ TEST_F(Qmdp, PicturesTellWhatTheyHoldAndWhatIsLost)
     EXPECT_EQ("", RunTool({"convert", tiff, package, "--page=1", "--format=L8", "--quiet"}).err);
     EXPECT_EQ(Image(1, 2, s_L8, "da"), ReadFile(package));
 
-    EXPECT_EQ(0, RunTool({"convert", tiff, package, "--format=FP32NormL", "-q", "--overwrite"}).status);
-    EXPECT_NE(string::npos, RunTool({"stats", package}).out.find("minimum 0.00782788, "));
     // Floats cannot become bytes, and that is said; looking at them needs no option.
     string const floats = directory_.Write(
         "f.tif",
@@ -498,15 +493,6 @@ TEST_F(Qmdp, PluginsBringCodecs)
     EXPECT_EQ(1, RunTool({"info", "--plugin", in, in}).status);
 }
 
-TEST_F(Qmdp, PicturesHaveALimit)
-{
-    string const picture = directory_ / "p.png";
-    EXPECT_EQ(0, RunTool({"convert", directory_.Write("in.qmdp", SmallImage()), picture}).status);
-    EXPECT_EQ(0, RunTool({"info", "--max-pixels=6", picture}).status);
-    EXPECT_EQ("qmdp: " + picture + ": 2 rows of 3 pixels are more than the limit of 5 pixels (see --max-pixels)\n",
-              RunTool({"info", "--max-pixels=5", picture}).err);
-}
-
 TEST_F(Qmdp, InterruptedSavingLeavesNothingAndTellsTheSignal)
 {
     string noise;
@@ -518,11 +504,10 @@ TEST_F(Qmdp, InterruptedSavingLeavesNothingAndTellsTheSignal)
         pid_t const process = fork();
         if (process == 0)
             Execute(QUILLMARSH_TEST_QMDP, {"convert", in, directory_ / "out.png", "--size=5000x5000"});
-        auto const countFiles = [&] { return directory_.CountEntries(); };
-        EXPECT_TRUE(WaitUntil([&] { return countFiles() > 1; }));
+        EXPECT_TRUE(WaitUntil([&] { return directory_.CountEntries() > 1; }));
         kill(process, number);
         EXPECT_EQ(-number, WaitForExit(process));
-        EXPECT_EQ(1, countFiles());
+        EXPECT_EQ(1, directory_.CountEntries());
     }
 }
 
