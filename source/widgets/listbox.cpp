@@ -378,7 +378,7 @@ unsigned int ListBox::FindRowOfKey(eKey key) const
     std::int64_t const page = CountWholeRows();
     bool const hasCurrent = current_ < rows_.size();
     // Without a current row, each key leads to an end.
-    std::int64_t const current = hasCurrent ? current_ : -1;
+    std::int64_t const current = hasCurrent ? std::int64_t(current_) : -1;
     std::int64_t row = 0;
     switch (key)
     {
