@@ -98,6 +98,7 @@ TEST_F(MenuTest, ReleaseOfTheClickThatOpensChoosesNothing)
     desk.MoveTo(100, 100);
     desk.mouse.pressed[e_mouse_button_right] = true;
     desk.Frame();
+    owner.RequestKeyboardFocus();
     OpenAt({90, 90});
     desk.Frame();
     desk.Release(e_mouse_button_right);

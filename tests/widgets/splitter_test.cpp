@@ -108,7 +108,7 @@ TEST(Splitter, LeastSizesShareWhatIsTooSmallForBoth)
     desk.Frame();
     EXPECT_EQ(splitter->GetFirst().GetSize().y, 30);
 
-    auto *const empty = new Splitter(false, nullptr, {0, 0});
+    auto *const empty = new Splitter(false, splitter, {0, 0});
     desk.Frame();
     EXPECT_EQ(empty->GetFirst().GetSize(), vec2::ZERO);
     EXPECT_EQ(empty->GetSecond().GetSize(), vec2::ZERO);
