@@ -81,6 +81,7 @@
 #include <quillmarsh/devices/gamecontroller.h>
 #include <quillmarsh/devices/glove.h>
 #include <quillmarsh/devices/keyboard.h>
+#include <quillmarsh/devices/keyboardlayout.h>
 #include <quillmarsh/devices/mouse.h>
 #include <quillmarsh/devices/orientationtracker.h>
 #include <quillmarsh/devices/positiontracker.h>
@@ -139,6 +140,7 @@
 #include <quillmarsh/gui/consoleoutputwindow.h>
 #include <quillmarsh/gui/gui_buttons.h>
 #include <quillmarsh/gui/gui_component.h>
+#include <quillmarsh/gui/gui_componentpath.h>
 #include <quillmarsh/gui/gui_cursors.h>
 #include <quillmarsh/gui/gui_drawparams.h>
 #include <quillmarsh/gui/gui_fonts.h>
@@ -148,6 +150,7 @@
 #include <quillmarsh/gui/gui_messages.h>
 #include <quillmarsh/gui/gui_rectangle.h>
 #include <quillmarsh/gui/gui_renderer.h>
+#include <quillmarsh/gui/gui_robot.h>
 #include <quillmarsh/gui/gui_shaders.h>
 #include <quillmarsh/gui/gui_standardresources.h>
 #include <quillmarsh/gui/gui_textures.h>

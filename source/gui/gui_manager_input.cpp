@@ -107,6 +107,22 @@ bool Manager::IsMouseOverTargetApplication() const
     return GetMouseOverTarget() == parts_->adapter.get();
 }
 
+Component *Manager::FindComponentAt(vec2 const &position)
+{
+    bool const isForced = parts_->pending.forceHitTest;
+    manager_parts::HitTest test(*parts_);
+    test.Collect(position);
+    parts_->pending.forceHitTest = parts_->pending.forceHitTest || isForced;
+    Component *const hit = &test.GetTarget();
+    bool const isNothing = hit == parts_->nullTarget.get() || hit == parts_->adapter.get();
+    return isNothing ? nullptr : hit;
+}
+
+bool Manager::IsIgnoringClicks() const
+{
+    return parts_->mouseButtons.swallowClicks;
+}
+
 void Manager::SetMouseRepeat(double delay, double interval)
 {
     parts_->mouseButtons.repeatTimes.Set(delay, interval);

@@ -134,6 +134,11 @@ public:
     /// Returns the component under the mouse. Never null: it is one that handles nothing if there is none.
     Component *GetMouseOverTarget() const;
     bool IsMouseOverTargetApplication() const;
+    /// Returns the component that the mouse would be over at a position in the window, as of the last synchronisation:
+    /// what a modal target allows, from the front. Null if there is none.
+    Component *FindComponentAt(vec2 const &position);
+    /// True while presses are ignored, up to the next release; see SetBehaviorOnWindowActivate().
+    bool IsIgnoringClicks() const;
     /// Sets the delay before repeated messages of a held button, and their interval, in seconds, at least 0; 0.25 and
     /// 0.025 at first.
     void SetMouseRepeat(double delay, double interval);
