@@ -5,6 +5,7 @@
 
 #include "source/dataobjects/containers/checkedsize.h"
 #include "source/dataobjects/containers/manufacture.h"
+#include "source/platform/allocation.h"
 
 #include <new>
 
@@ -16,12 +17,17 @@ namespace
 // Blocks begin at a cache line, so that no vector crosses one.
 constexpr std::align_val_t s_blockAlignment{64};
 
+// From this size on, a block gets large pages.
+constexpr std::size_t s_largeBlockSize = 8 << 20;
+
 /// Allocates an uninitialised block. Calls the program's new-handler, which may free memory, before it fails.
 unsigned char *NewBlock(std::size_t byteSize)
 {
     void *const block = ::operator new[](byteSize, s_blockAlignment, std::nothrow);
     if (!block)
         ThrowNoMemory(byteSize);
+    if (byteSize >= s_largeBlockSize)
+        platform::PreferLargePages(block, byteSize);
     return static_cast<unsigned char *>(block);
 }
 

@@ -1,8 +1,10 @@
 #include "source/platform/allocation.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <cstdlib>
 #include <new>
+#include <sys/mman.h>
 
 namespace quillmarsh::platform
 {
@@ -16,6 +18,17 @@ thread_local std::size_t s_failedSize = 0;
 std::size_t GetFailedAllocationSize()
 {
     return s_failedSize;
+}
+
+void PreferLargePages(void *block, std::size_t byteSize)
+{
+    // Only whole large pages, so that neighbours of the block keep theirs.
+    constexpr std::uintptr_t largePage = 1 << 21;
+    auto const begin = reinterpret_cast<std::uintptr_t>(block);
+    std::uintptr_t const first = (begin + largePage - 1) / largePage * largePage;
+    std::uintptr_t const last = (begin + byteSize) / largePage * largePage;
+    if (first < last)
+        madvise(reinterpret_cast<void *>(first), last - first, MADV_HUGEPAGE);
 }
 
 } // namespace quillmarsh::platform

@@ -9,4 +9,7 @@ std::size_t GetFailedAllocationSize()
     return 0;
 }
 
+// Windows gives large pages only to users with a privilege.
+void PreferLargePages(void *, std::size_t) {}
+
 } // namespace quillmarsh::platform
