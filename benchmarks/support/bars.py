@@ -9,19 +9,23 @@ A line has the median, the spread (the range without the lowest and the highest 
     short   no figure of the spread reaches the wanted figure
 """
 import argparse
+import functools
 import json
 import operator
 import os
 import re
+import shutil
 import statistics
 import subprocess
 import sys
 import tempfile
+import time
 
 TURNS = 7
 MAX_TURNS = 21  # while the spread leaves the verdict open
 MIN_TIME = 0.05  # seconds of one run
 STARTS = 20  # of a program, for one figure
+PICTURES = 32  # that qmdp converts
 COMPARE = {"<=": operator.le, ">=": operator.ge}
 
 # Instructions that other libraries must not use, so that they have the same instructions as the kernels.
@@ -94,6 +98,30 @@ def count_libraries(command):
     return len(set(re.findall(r"calling init: (.*)", text)))
 
 
+@functools.cache
+def make_pictures(tool, size):
+    """Makes equal pictures of a size. Returns their folder, which is removed with the object, and their names."""
+    folder = tempfile.TemporaryDirectory()
+    names = [os.path.join(folder.name, f"{i}.jpg") for i in range(PICTURES)]
+    source = os.path.join(os.path.dirname(os.path.abspath(__file__)), "../../examples/picture.png")
+    start([tool, "convert", "--quiet", "--size", size, "--filter", "lanczos", "--quality", "90", source, names[0]])
+    for name in names[1:]:
+        shutil.copy(names[0], name)
+    return folder, names
+
+
+def compare_jobs(tool, bar, is_odd):
+    """Returns how many times as fast two jobs of qmdp convert pictures as one job."""
+    _, names = make_pictures(tool, bar["pictures"])
+    seconds = {}
+    for jobs in (1, 2) if is_odd else (2, 1):
+        with tempfile.TemporaryDirectory() as output:
+            begin = time.perf_counter()
+            start([tool, "convert", "--quiet", "--jobs", str(jobs), *bar["convert"], *names, output])
+            seconds[jobs] = time.perf_counter() - begin
+    return seconds[1] / seconds[2]
+
+
 def take_turn(program, bar, is_odd):
     """Measures one figure of a bar. Case and limit take turns at being first."""
     kind = bar["measure"]
@@ -102,6 +130,8 @@ def take_turn(program, bar, is_odd):
         if kind == "libraries":
             return count_libraries(command)
         return statistics.median(start(command) for _ in range(STARTS))
+    if "convert" in bar:
+        return compare_jobs(os.path.join(program.folder, "qmdp"), bar, is_odd)
     if kind.startswith("counter:"):
         return program.run(bar["case"])[kind.removeprefix("counter:")]
     names = [bar["case"], bar["limit"]]
