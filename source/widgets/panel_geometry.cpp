@@ -165,8 +165,9 @@ void Panel::PlaceInWindow(vec2 const &window)
     if (isCenterPending_)
         SetPosition(Round(Max((window - GetSize()) * 0.5F, vec2(0, 0))));
     isCenterPending_ = false;
+    // Wholly inside, if it fits.
     if (movable_)
-        SetPosition(KeepInside(GetPosition(), window));
+        SetPosition(Max(Min(GetPosition(), window - GetSize()), vec2(0, 0)));
 }
 
 void Panel::OnWindowResize(unsigned int width, unsigned int height)
@@ -174,12 +175,14 @@ void Panel::OnWindowResize(unsigned int width, unsigned int height)
     if (!IsTopLevel())
         return;
     AdoptSize();
-    bool const isScaleCurrent = scale_ == Measures::GetScale();
-    vec2 const window(static_cast<float>(width), static_cast<float>(height));
-    if (resizable_ && isScaleCurrent)
-        ApplySize(window);
     Component::OnWindowResize(width, height);
-    if (movable_)
+    vec2 const window(static_cast<float>(width), static_cast<float>(height));
+    vec2 const size = GetSize();
+    if (resizable_ && scale_ == Measures::GetScale())
+        ApplySize(window);
+    if (GetSize() != size)
+        PlaceInWindow(window);
+    else if (movable_)
         SetPosition(KeepInside(GetPosition(), window));
     ReportDirtyGeometry();
 }

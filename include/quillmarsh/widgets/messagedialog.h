@@ -26,17 +26,17 @@ public:
     /// What it shows, all in UTF-8. A plain record.
     struct Params
     {
-        string title;
-        string text;
+        string title = string();
+        string text = string();
         eMark sign = e_mark_information;
         /// Texts of the buttons; "OK" if there are none.
-        std::vector<string> buttons;
+        std::vector<string> buttons = {};
         /// Index of the button that Enter presses.
         unsigned int defaultButton = 0;
         /// Index of the button that Escape and the cross press; the last one if there is no such button.
         unsigned int cancelButton = ~0U;
         /// Gets the index of the button, after the dialog was deleted. May be null.
-        std::function<void(unsigned int)> action;
+        std::function<void(unsigned int)> action = nullptr;
     };
 
     /// Makes a dialog that deletes itself when it was answered, and opens it. Returns it for a program that may have to
