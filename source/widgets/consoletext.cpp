@@ -127,9 +127,12 @@ void ConsoleText::UpdateScrollBars()
     verticalBar_->SetScrollPosition(numLines_ > 0 ? static_cast<int>(firstLine_ - firstHeldLine_) : 0);
     horizontalBar_->SetSizes(std::max(maxColumns_, 1u), std::max(GetNumColumns(), 1u));
     horizontalBar_->SetScrollPosition(static_cast<int>(firstColumn_));
-    if (horizontalBar_->IsVisible() == horizontalBar_->IsNeeded())
+    // Only where it leaves room for text.
+    float const height = Measures::Pixels(Measures::ScrollBarWidth) + 2 * Measures::Pixels(Measures::Grid);
+    bool const isShown = horizontalBar_->IsNeeded() && GetSize().y >= height + cellSize_.y;
+    if (horizontalBar_->IsVisible() == isShown)
         return;
-    horizontalBar_->SetVisible(horizontalBar_->IsNeeded());
+    horizontalBar_->SetVisible(isShown);
     ReportDirtyGeometry();
 }
 
@@ -151,8 +154,7 @@ unsigned int ConsoleText::GetNumRows() const
 
 unsigned int ConsoleText::GetNumColumns() const
 {
-    gui::Rectangle const area = GetTextArea();
-    return area.height > 0 ? CountCells(area.width, cellSize_.x) : 0;
+    return CountCells(GetTextArea().width, cellSize_.x);
 }
 
 void ConsoleText::UpdateCellSize()
