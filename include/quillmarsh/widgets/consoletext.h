@@ -8,7 +8,6 @@
 #include <quillmarsh/platform/types.h>
 
 #include <atomic>
-#include <compare>
 #include <limits>
 #include <vector>
 
@@ -35,7 +34,11 @@ public:
         unsigned long long line;
         unsigned int column;
         /// By line, then by column.
-        auto operator<=>(Place const &) const = default;
+        bool operator==(Place const &) const = default;
+        bool operator<(Place const &other) const
+        {
+            return line != other.line ? line < other.line : column < other.column;
+        }
     };
     /// Visible part of a line.
     struct Run
