@@ -166,6 +166,29 @@ TEST(GuiSafeList, WalksGiveWhatIsStillThereOnce)
     }
 }
 
+TEST(GuiSafeList, ForgetsWhatARebuildHasLeftOut)
+{
+    Member members[3];
+    SafeList<Member> list(gui::manager_parts::e_list_time);
+    for (Member &member : members)
+        list.Append(member);
+    std::vector<Member *> given;
+    list.ForEach(
+        [&](Member &member)
+        {
+            given.push_back(&member);
+            if (given.size() > 1)
+                return;
+            list.BeginRebuild();
+            list.AppendRebuilt(members[0]);
+            list.AppendRebuilt(members[1]);
+            // As at its end, but it comes back, so that the walk may look at it.
+            EXPECT_FALSE(list.Erase(members[2]));
+            list.Append(members[2]);
+        });
+    EXPECT_EQ(given, (std::vector{&members[0], &members[1]}));
+}
+
 TEST(GuiSafeList, EndsItsWalkWhenACallThrows)
 {
     Member members[3];

@@ -335,14 +335,15 @@ bool SafeList<T>::InsertAtFront(T &member)
 template<typename T>
 bool SafeList<T>::Erase(T &member)
 {
+    // An array set aside may have what the list has no more.
+    for (std::vector<T *> &array : setAside_)
+        std::replace(array.begin(), array.end(), &member, static_cast<T *>(nullptr));
     if (!Contains(member))
         return false;
     std::uint32_t &place = Membership::Place(member, list_);
     members_[place] = nullptr;
     place = Membership::s_none;
     --size_;
-    for (std::vector<T *> &array : setAside_)
-        std::replace(array.begin(), array.end(), &member, static_cast<T *>(nullptr));
     if (walks_ == nullptr)
         CloseGapsAtEnd();
     return true;
