@@ -169,6 +169,28 @@ TEST_F(GuiResources, ReportMissingOnesAtSynchronisation)
     EXPECT_EQ(component.GetBaseShader(), nullptr);
 }
 
+TEST_F(GuiResources, OutliveANestedSynchronisationThatFails)
+{
+    GuiScreen const screen;
+    AddFont("font");
+    AddUsers();
+    manager_.UnregisterFont("font");
+    log_.reaction = [&](string const &line)
+    {
+        if (line != "s fonts")
+            return;
+        log_.reaction = nullptr;
+        log_.missing = {"c fonts"};
+        EXPECT_NE(SyncFailure(), "");
+        log_.missing.clear();
+    };
+    manager_.SyncObjectStates();
+    // The cursor and the component have not looked up since.
+    EXPECT_EQ(CountedFont::s_numLiving, 1);
+    manager_.SyncObjectStates();
+    EXPECT_EQ(CountedFont::s_numLiving, 0);
+}
+
 TEST_F(GuiResources, LookUpEverythingBeforeAnybodyIsTold)
 {
     GuiScreen const screen;

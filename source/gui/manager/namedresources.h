@@ -5,6 +5,7 @@
 #include "source/gui/manager/safelists.h"
 
 #include <map>
+#include <utility>
 #include <vector>
 
 namespace quillmarsh::gui
@@ -64,6 +65,8 @@ public:
 
     /// Condemns all that are retired now.
     void CondemnRetired() { numCondemned_ = retired_.size(); }
+    /// Lets the condemned live until they are condemned again. Returns false if there are none.
+    bool Pardon() { return std::exchange(numCondemned_, 0) != 0; }
     /// Deletes those that were condemned.
     void ReleaseCondemned();
     /// @}

@@ -230,8 +230,10 @@ void Resources::CacheTileTexturesAndFonts()
     }
     catch (...)
     {
-        pending.recacheAllTileTextures |= allTileTextures;
-        pending.recacheAllFonts |= allFonts;
+        // A handler may have called this in the middle of another synchronisation, which then goes on and must not
+        // release what was condemned: users that are taken back still have it.
+        pending.recacheAllTileTextures |= tileTextures.objects.Pardon() || allTileTextures;
+        pending.recacheAllFonts |= fonts.objects.Pardon() || allFonts;
         tileTextureRequests.TakeBack();
         fontRequests.TakeBack();
         throw;
