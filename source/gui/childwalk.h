@@ -28,7 +28,7 @@ public:
     /// Returns the next child; null at the end, and after the parent was destroyed.
     Component *Next()
     {
-        return parent_ != nullptr && next_ < parent_->children_.size() ? parent_->children_[next_++] : nullptr;
+        return parent_ != nullptr && next_ < parent_->children_.GetSize() ? parent_->children_[next_++] : nullptr;
     }
 
     /// Returns the parent; null after it was destroyed.

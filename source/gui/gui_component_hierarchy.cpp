@@ -10,6 +10,7 @@
 
 #include <algorithm>
 #include <ostream>
+#include <utility>
 
 namespace quillmarsh::gui
 {
@@ -98,6 +99,17 @@ void DeleteUpperDescendants(Component &root, std::vector<Watch<Component>> &root
     }
 }
 
+/// Prints the rest of a line of a dump, behind the depth.
+void PrintComponent(ostream &out, Component const &component, bool showDetails)
+{
+    string address;
+    ToString(address, const_cast<Component *>(&component));
+    out << FormatClassName(MakeClassName(component)) << ", " << address;
+    if (showDetails)
+        out << ", Shader=" << component.GetShaderName() << ", Flags=" << (component.IsVisible() ? "" : "H");
+    out << '\n';
+}
+
 /// Deletes all descendants without recursion.
 void DeleteFromLeaves(Component &root)
 {
@@ -114,6 +126,28 @@ void DeleteFromLeaves(Component &root)
 }
 
 } // namespace
+
+std::size_t Component::Children::Erase(Component const &child)
+{
+    // The last one comes first when all are detached, and the first one when all are deleted.
+    if (members_.back() == &child)
+    {
+        members_.pop_back();
+        return GetSize();
+    }
+    auto const begin = members_.begin() + static_cast<std::ptrdiff_t>(gap_);
+    auto const index = static_cast<std::size_t>(std::find(begin, members_.end(), &child) - begin);
+    if (index != 0)
+        members_.erase(begin + static_cast<std::ptrdiff_t>(index));
+    else if (++gap_ > members_.size() / 2)
+        CloseGap();
+    return index;
+}
+
+void Component::Children::CloseGap() const
+{
+    members_.erase(members_.begin(), members_.begin() + static_cast<std::ptrdiff_t>(std::exchange(gap_, 0)));
+}
 
 // Attachment. The manager is told at once, and the hooks then: whatever they do, the rest is done only for a tree that
 // still is as this operation made it.
@@ -135,7 +169,7 @@ void Component::Attach(Component &child)
             return;
         CheckIsNoAncestor(child, *this);
     }
-    children_.push_back(&child);
+    children_.Append(child);
     child.parent_ = this;
     Manager &manager = Manager::Instance();
     manager.NotifyComponentHierarchyChanged(child);
@@ -157,12 +191,7 @@ void Component::Detach(Component &child)
         QUILLMARSH_THROW(GUIException,
                          "Detaching non-child: " + MakeObjectName(child) + " from: " + MakeObjectName(*this));
     }
-    // The last one comes first when all are detached.
-    auto const place =
-        children_.back() == &child ? children_.end() - 1 : std::find(children_.begin(), children_.end(), &child);
-    auto const index = static_cast<std::size_t>(place - children_.begin());
-    children_.erase(place);
-    ChildWalk::OnErased(*this, index);
+    ChildWalk::OnErased(*this, children_.Erase(child));
     child.parent_ = nullptr;
     Manager &manager = Manager::Instance();
     manager.NotifyComponentHierarchyChanged(child);
@@ -186,17 +215,17 @@ void Component::DetachFromParent()
 void Component::DetachAllChildren()
 {
     Watch<Component> const self(*this);
-    for (std::size_t i = children_.size(); i > 0 && self.Get() != nullptr; --i)
+    for (std::size_t i = children_.GetSize(); i > 0 && self.Get() != nullptr; --i)
     {
         // A handler may have detached others.
-        if (i <= children_.size())
+        if (i <= children_.GetSize())
             Detach(*children_[i - 1]);
     }
 }
 
 void Component::DeleteAllChildren()
 {
-    if (children_.empty())
+    if (IsLeaf())
         return;
     DeletionLevel const level;
     if (DeletionLevel::IsLast())
@@ -205,8 +234,8 @@ void Component::DeleteAllChildren()
         return;
     }
     Watch<Component> const self(*this);
-    while (self.Get() != nullptr && !children_.empty())
-        DetachAndDelete(*this, *children_.front());
+    while (self.Get() != nullptr && !IsLeaf())
+        DetachAndDelete(*this, *children_[0]);
 }
 
 void Component::OnAttachedChild(Component &) {}
@@ -234,12 +263,12 @@ Component const &Component::GetTopLevelAncestor() const
 
 Component *Component::GetChild(unsigned int index)
 {
-    return index < children_.size() ? children_[index] : nullptr;
+    return index < children_.GetSize() ? children_[index] : nullptr;
 }
 
 Component const *Component::GetChild(unsigned int index) const
 {
-    return index < children_.size() ? children_[index] : nullptr;
+    return index < children_.GetSize() ? children_[index] : nullptr;
 }
 
 bool Component::IsDescendantOf(Component const &other) const
@@ -265,19 +294,35 @@ unsigned int Component::CalcDepth() const
 void Component::DumpHierarchy(ostream &out, unsigned int tabs, bool showDepth, bool showDetails, unsigned int depth,
                               bool limitDepth, unsigned int maxDepth) const
 {
-    if (limitDepth && depth > maxDepth)
+    struct Parent
+    {
+        Component const *component;
+        std::size_t nextChild;
+    };
+    auto const isShown = [=](std::size_t level) { return !limitDepth || depth + level <= maxDepth; };
+    auto const print = [&](Component const &component, unsigned int level)
+    {
+        out << TabEffector(tabs + level);
+        if (showDepth)
+            out << depth + level << ", ";
+        PrintComponent(out, component, showDetails);
+    };
+    if (!isShown(0))
         return;
-    out << TabEffector(tabs);
-    if (showDepth)
-        out << depth << ", ";
-    string address;
-    ToString(address, const_cast<Component *>(this));
-    out << FormatClassName(MakeClassName(*this)) << ", " << address;
-    if (showDetails)
-        out << ", Shader=" << shaderName_ << ", Flags=" << (visible_ ? "" : "H");
-    out << '\n';
-    for (Component const *child : children_)
-        child->DumpHierarchy(out, tabs + 1, showDepth, showDetails, depth + 1, limitDepth, maxDepth);
+    print(*this, 0);
+    std::vector<Parent> path = {{this, 0}};
+    while (!path.empty())
+    {
+        Parent &parent = path.back();
+        if (parent.nextChild == parent.component->children_.GetSize() || !isShown(path.size()))
+        {
+            path.pop_back();
+            continue;
+        }
+        Component const &child = *parent.component->children_[parent.nextChild++];
+        print(child, static_cast<unsigned int>(path.size()));
+        path.push_back({&child, 0});
+    }
 }
 
 string Component::MakeHierarchyTrace(string const &separator) const

@@ -465,7 +465,7 @@ bool Component::SendMessageToSelfAndSiblings(Message &message)
 
 bool Component::SendMessageToPreviousSibling(bool selfIfAlone, Message &message)
 {
-    Component *const sibling = IsTopLevel() ? nullptr : FindSibling(*this, parent_->children_.size() - 1);
+    Component *const sibling = IsTopLevel() ? nullptr : FindSibling(*this, parent_->children_.GetSize() - 1);
     Component *const receiver = sibling == nullptr && selfIfAlone ? this : sibling;
     return receiver != nullptr && receiver->DispatchMessage(message);
 }
@@ -484,12 +484,12 @@ bool Component::SendMessageToChildren(Message &message)
 
 bool Component::SendMessageToFirstChild(Message &message)
 {
-    return !children_.empty() && children_.front()->DispatchMessage(message);
+    return !IsLeaf() && children_[0]->DispatchMessage(message);
 }
 
 bool Component::SendMessageToLastChild(Message &message)
 {
-    return !children_.empty() && children_.back()->DispatchMessage(message);
+    return !IsLeaf() && children_.GetLast()->DispatchMessage(message);
 }
 
 } // namespace quillmarsh::gui

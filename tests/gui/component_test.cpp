@@ -89,6 +89,30 @@ TEST_F(GuiComponent, DetachesFromTheLastAndDeletesFromTheFirst)
     EXPECT_EQ(TakeLog(), "~root;a.detached;a.branch on;e.branch on;~a;e.detached;e.branch on;~e;");
 }
 
+TEST_F(GuiComponent, ChildrenKeepTheirOrderWhicheverLeave)
+{
+    std::vector<gui::Component *> expected = {a, b};
+    for (int i = 0; i < 200; ++i)
+    {
+        expected.push_back(new gui::Component);
+        root->Attach(*expected.back());
+        if (i % 3 == 0)
+            continue;
+        // From the front mostly, which leaves a gap that must not show.
+        auto const leaving = expected.begin() + (i % 7 == 0 ? static_cast<std::ptrdiff_t>(expected.size()) / 2 : 0);
+        EXPECT_EQ(root->GetChild(0), expected.front());
+        root->Detach(**leaving);
+        expected.erase(leaving);
+        ASSERT_EQ(root->GetNumChildren(), expected.size());
+        EXPECT_EQ(root->GetChild(root->GetNumChildren() - 1), expected.back());
+        if (i % 5 == 0)
+        {
+            ASSERT_EQ(root->GetChildren(), expected);
+        }
+    }
+    EXPECT_EQ(root->GetChildren(), expected);
+}
+
 TEST_F(GuiComponent, LongChainsNeedNoStack)
 {
     // Its log gets what a synchronisation does.

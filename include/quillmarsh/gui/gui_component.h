@@ -45,8 +45,7 @@ enum eAutoPosition : unsigned int
 /// hit, and gets no broadcasts.
 ///
 /// Every handler may delete, attach, detach and hide any component, also the one that it belongs to. An operation of
-/// this class that calls handlers goes on only with what is still there. A tree may be of any depth; only
-/// DumpHierarchy() needs stack for each level.
+/// this class that calls handlers goes on only with what is still there. A tree may be of any depth.
 ///
 /// Frame thread only.
 class QUILLMARSH_API Component : public VideoResourceUser, public MessageHandler
@@ -225,14 +224,14 @@ public:
     /// Returns the component itself if it has no parent.
     Component &GetTopLevelAncestor();
     Component const &GetTopLevelAncestor() const;
-    unsigned int GetNumChildren() const { return static_cast<unsigned int>(children_.size()); }
+    unsigned int GetNumChildren() const { return static_cast<unsigned int>(children_.GetSize()); }
     /// Returns a child by index; null past the end.
     Component *GetChild(unsigned int index);
     Component const *GetChild(unsigned int index) const;
     /// Returns all children. Valid until a child comes or goes.
-    std::vector<Component *> const &GetChildren() const { return children_; }
+    std::vector<Component *> const &GetChildren() const { return children_.Get(); }
     bool IsTopLevel() const { return parent_ == nullptr; }
-    bool IsLeaf() const { return children_.empty(); }
+    bool IsLeaf() const { return children_.GetSize() == 0; }
     bool IsChildOf(Component const &other) const { return parent_ == &other; }
     bool IsParentOf(Component const &other) const { return other.parent_ == this; }
     /// A component is neither ancestor nor descendant of itself.
@@ -486,6 +485,31 @@ private:
     friend class Manager;
     friend struct manager_parts::Membership;
 
+    /// Children in their order. Those that leave at the front leave a gap, which is closed when the vector is read, and
+    /// when it is larger than the rest: all children may leave one by one, from either end, in linear time.
+    class QUILLMARSH_API Children
+    {
+    public:
+        std::size_t GetSize() const { return members_.size() - gap_; }
+        Component *operator[](std::size_t index) const { return members_[gap_ + index]; }
+        Component *GetLast() const { return members_.back(); }
+        std::vector<Component *> const &Get() const
+        {
+            if (gap_ != 0)
+                CloseGap();
+            return members_;
+        }
+        void Append(Component &child) { members_.push_back(&child); }
+        /// Returns the index that the child had.
+        std::size_t Erase(Component const &child);
+
+    private:
+        void CloseGap() const;
+
+        mutable std::vector<Component *> members_;
+        mutable std::size_t gap_ = 0;
+    };
+
     /// Calls OnChangedBranchVisible() in the whole branch.
     void PropagateChangedBranchVisible(bool visible);
 
@@ -493,7 +517,7 @@ private:
 
     unsigned int layer_ = 0;
     Component *parent_ = nullptr;
-    std::vector<Component *> children_;
+    Children children_;
     vec2 absolutePosition_ = {0, 0};
     vec2 position_ = {0, 0};
     vec2 size_ = {1, 1};
