@@ -49,7 +49,8 @@ void Cursor::DrawSelf(Renderer &renderer) const
     constexpr float wing = 0.7f;
     vec2 const &size = GetActiveSize();
     color4b const color = GetActiveColor();
-    VertexBufferC vertices(3);
+    // Kept, so that a frame allocates nothing.
+    static VertexBufferC vertices(3);
     vertices[0] = VertexC({0, 0, 0}, color);
     vertices[1] = VertexC({wing * size.x, size.y, 0}, color);
     vertices[2] = VertexC({size.x, wing * size.y, 0}, color);
