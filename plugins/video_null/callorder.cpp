@@ -93,10 +93,7 @@ bool CallOrder::Enter(eCall call)
     CallRule const &rule = s_rules[static_cast<std::size_t>(call)];
     bool const isInPlace = (rule.places & state_) != 0;
     if (!isInPlace)
-    {
-        string const before = stateCall_ != nullptr ? string("after ") + stateCall_ + "()" : "as the first call";
-        AddFault(string(rule.name) + "() came " + before + ", but belongs " + rule.placeText + ".");
-    }
+        AddFault(MakeFault(rule.name, rule.placeText));
     if (rule.counter != nullptr)
         ++(statistics_.*rule.counter);
     if (rule.next != e_same)
@@ -106,6 +103,12 @@ bool CallOrder::Enter(eCall call)
         stateCall_ = rule.name;
     }
     return isInPlace;
+}
+
+string CallOrder::MakeFault(char const *call, char const *place) const
+{
+    string const before = stateCall_ != nullptr ? string("after ") + stateCall_ + "()" : "as the first call";
+    return string(call) + "() came " + before + ", but belongs " + place + ".";
 }
 
 void CallOrder::AddFault(string const &text)

@@ -57,6 +57,9 @@ public:
     std::vector<string> const &GetFaults() const { return faults_; }
 
 private:
+    /// Returns the text about a call that belongs elsewhere.
+    string MakeFault(char const *call, char const *place) const;
+
     gui::Renderer::Statistics &statistics_;
     std::function<void(string const &)> report_;
     std::vector<string> faults_;
