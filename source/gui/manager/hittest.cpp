@@ -42,10 +42,20 @@ void Replace(HitRecord &record, Component const &deleted, Component &substitute)
         record.component = &substitute;
 }
 
-void Replace(std::vector<HitRecord> &records, Component const &deleted, Component &substitute)
+/// Replaces the record of a component, of which there is one at most. Looks from `next` on, and leaves there the place
+/// behind it: many components are mostly deleted in the order of their records.
+void Replace(std::vector<HitRecord> &records, std::size_t &next, Component const &deleted, Component &substitute)
 {
-    for (HitRecord &record : records)
-        Replace(record, deleted, substitute);
+    for (std::size_t i = 0; i < records.size(); ++i)
+    {
+        if (next >= records.size())
+            next = 0;
+        HitRecord &record = records[next++];
+        if (record.component != &deleted)
+            continue;
+        record.component = &substitute;
+        return;
+    }
 }
 
 } // namespace
@@ -208,8 +218,9 @@ void HitTest::Invalidate()
 void HitTest::OnDeleted(Component &component)
 {
     Component &nullTarget = *parts_.nullTarget;
+    std::size_t *next = nextDeleted_;
     for (std::vector<HitRecord> *records : {&newRecords_, &oldRecords_, &left_, &entered_})
-        Replace(*records, component, nullTarget);
+        Replace(*records, *next++, component, nullTarget);
     Replace(newTop_, component, nullTarget);
     Replace(oldTop_, component, nullTarget);
 }

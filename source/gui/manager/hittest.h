@@ -47,7 +47,7 @@ public:
 
     /// @name Walks for dispatch
     /// `call` gets a `Component &` and whether it is covered; the null target in place of a component that was deleted
-    /// meanwhile. Only one dispatch of the mouse runs at a time.
+    /// meanwhile. A walk empties the differences. Only one dispatch of the mouse runs at a time.
     /// @{
     template<typename Call>
     void ForEachLeft(Call &&call);
@@ -79,6 +79,8 @@ private:
     std::vector<HitRecord> oldRecords_;
     std::vector<HitRecord> left_;
     std::vector<HitRecord> entered_;
+    /// Places in these four behind the record of the last deleted component.
+    std::size_t nextDeleted_[4] = {};
     /// Index of the parent's record for each new record, while an overlay may reduce them; -1 for none.
     std::vector<int> parentRecords_;
     HitRecord newTop_;
@@ -90,6 +92,7 @@ void HitTest::ForEachLeft(Call &&call)
 {
     for (std::size_t i = 0; i < left_.size(); ++i)
         call(*left_[i].component, left_[i].covered);
+    left_.clear();
 }
 
 template<typename Call>
@@ -97,6 +100,7 @@ void HitTest::ForEachEntered(Call &&call)
 {
     for (std::size_t i = 0; i < entered_.size(); ++i)
         call(*entered_[i].component, entered_[i].covered);
+    entered_.clear();
 }
 
 } // namespace quillmarsh::gui::manager_parts
