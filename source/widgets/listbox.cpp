@@ -57,6 +57,8 @@ void ListBox::SetItems(std::vector<ListItem> items)
         if (*index >= rows_.size())
             *index = s_noItem;
     }
+    // What was typed was meant for the former rows.
+    typed_.clear();
     OnChangedItems();
 }
 
