@@ -101,7 +101,7 @@ void FileDialog::AcceptForWriting(string fullName)
     MessageDialog::Show(std::move(question));
 }
 
-void FileDialog::Finish(string fileName)
+void FileDialog::Finish(string const &fileName)
 {
     std::function<void(string const &)> const action = params_.action;
     gui::Watch<FileDialog> const self(*this);

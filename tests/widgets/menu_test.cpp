@@ -286,7 +286,7 @@ TEST_F(MenuTest, LeavesTheWindowToWhateverComesNext)
     OpenAt({50, 50});
     OpenAt({90, 90});
     EXPECT_EQ(desk.manager.GetNumTopLevelComponents(), 2U) << "the second one has closed the first one";
-    delete menu.Get();
+    delete menu->GetParent()->GetChild(0);
     ExpectAllBack();
 
     // Another modal component keeps focus and activity.

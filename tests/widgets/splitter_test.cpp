@@ -108,7 +108,8 @@ TEST(Splitter, LeastSizesShareWhatIsTooSmallForBoth)
     desk.Frame();
     EXPECT_EQ(splitter->GetFirst().GetSize().y, 30);
 
-    auto *const empty = new Splitter(false, splitter, {0, 0});
+    auto *const empty = new Splitter(false, nullptr, {0, 0});
+    empty->SetFraction(0.25F);
     desk.Frame();
     EXPECT_EQ(empty->GetFirst().GetSize(), vec2::ZERO);
     EXPECT_EQ(empty->GetSecond().GetSize(), vec2::ZERO);

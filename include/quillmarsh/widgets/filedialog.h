@@ -51,6 +51,7 @@ public:
     /// Lists another directory, which may be relative to the listed one. Shows the reason, and stays where it is, if that
     /// fails.
     void GoTo(string const &directory);
+    /// Lists the parent directory with the present one selected; above a root, the roots if there are several.
     void GoToParent();
     /// Takes a name, absolute or relative to the directory, as if it was entered.
     void Accept(string const &name);
@@ -97,7 +98,7 @@ private:
     void AcceptDirectory(string const &fullName);
     void AcceptForReading(string const &fullName);
     void AcceptForWriting(string fullName);
-    void Finish(string fileName);
+    void Finish(string const &fileName);
     /// @}
 
     Params params_;
