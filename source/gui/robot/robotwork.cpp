@@ -3,6 +3,7 @@
 #include <quillmarsh/basetools/texttools.h>
 
 #include <cmath>
+#include <utility>
 
 namespace quillmarsh::gui
 {
@@ -206,6 +207,9 @@ Robot::Work::Run Robot::Work::MakeCalm(eMouseButton button)
                                  secondsSincePress_ <= manager.GetMouseDoubleClick();
         if (!mayBeDouble)
             return eStep::e_done;
+        // Frames may be short: the limit counts those without time.
+        if (std::exchange(calmSeconds_, secondsSincePress_) != secondsSincePress_)
+            frames_ = 0;
         return GoOn(waitLimit, "it would be a double click, as no time passes between the frames");
     };
 }

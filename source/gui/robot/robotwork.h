@@ -107,6 +107,8 @@ private:
     Watch<Component> pressed_;
     eMouseButton pressedButton_ = e_mouse_button_extra3;
     double secondsSincePress_ = 0;
+    /// That time in the last frame of waiting for no double click.
+    double calmSeconds_ = 0;
     double secondsBetweenPresses_ = 0;
     bool hasPressFrame_ = false;
     /// @}
