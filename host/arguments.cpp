@@ -80,6 +80,9 @@ void AddOptions(CLI::App &app, Arguments &arguments)
     app.option_defaults()->multi_option_policy(CLI::MultiOptionPolicy::TakeLast);
     app.add_option("--script", arguments.script, "run the lines of FILE (- is standard input), then exit")
         ->type_name("FILE");
+    app.add_option("--robot", arguments.robot,
+                   "let the robot carry out the lines of FILE (- is standard input), then exit")
+        ->type_name("FILE");
     app.add_flag("--stop-on-error", arguments.stopOnError, "stop a script at the first line that fails");
     app.add_flag("--no-start-script", arguments.noStartScript, "leave the user's own start script out");
     app.add_flag("--strict", arguments.strict, "refuse lines with words that their command does not know");
@@ -169,6 +172,8 @@ Arguments ParseArguments(std::vector<string> words)
     }
     if (arguments.answer.empty() && !app.remaining().empty())
         ThrowWrongArgument("unknown argument '" + app.remaining().front() + "'");
+    if (arguments.robot && arguments.script)
+        ThrowWrongArgument("--robot and --script cannot stand together: a script has lines for the robot, too");
     if (arguments.video == s_szNoVideo && (arguments.size || arguments.fullscreen))
         ThrowWrongArgument("--size and --fullscreen need video, which --video none leaves out");
     return arguments;

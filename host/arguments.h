@@ -38,6 +38,8 @@ struct Arguments
     std::vector<string> plugins;
     /// File of the script; "-" is standard input.
     std::optional<string> script;
+    /// File of the robot's script; "-" is standard input.
+    std::optional<string> robot;
     bool stopOnError = false;
     /// True to refuse lines with a mistake before they run.
     bool strict = false;

@@ -1,5 +1,6 @@
 #include "program.h"
 
+#include "robotsource.h"
 #include "scriptreader.h"
 #include "variablesetting.h"
 
@@ -63,7 +64,7 @@ Program::Program(Arguments const &arguments, std::vector<string> const &words)
     : arguments_(arguments),
       commandLine_(JoinWords(words)),
       programFile_(platform::GetProgramFileName(words.front())),
-      interactive_(!arguments.script && platform::IsTerminal(eStandardStream::e_input) &&
+      interactive_(!arguments.script && !arguments.robot && platform::IsTerminal(eStandardStream::e_input) &&
                    platform::IsTerminal(eStandardStream::e_output)),
       session_(MakeOptions()),
       signals_([this](platform::eSignal signal) { OnSignal(signal); }),
@@ -162,7 +163,14 @@ void Program::OpenSource()
 {
     if (!interactive_)
     {
-        script_ = std::make_unique<ScriptReader>(arguments_.script.value_or("-"), [this] { kernel_.WakeUp(); });
+        string const fileName = arguments_.robot.value_or(arguments_.script.value_or("-"));
+        script_ = std::make_unique<ScriptReader>(fileName, [this] { kernel_.WakeUp(); });
+        if (arguments_.robot)
+        {
+            script_ = std::make_unique<RobotSource>(std::move(script_));
+            kernel_.GetRobot().SetStays(true);
+            kernel_.GetRobot().Begin();
+        }
         kernel_.GetConsole().SetOutput(&standardOutput_);
     }
     else
@@ -174,7 +182,7 @@ void Program::OpenSource()
     }
     LineSource *const source = interactive_ ? static_cast<LineSource *>(terminal_.get()) : script_.get();
     source_ = std::make_unique<StartedSource>(OpenStartScript(), *source, [this] { OnStartScriptEnd(); });
-    lines_.SetSource(source_.get(), arguments_.stopOnError);
+    lines_.SetSource(source_.get(), arguments_.stopOnError || arguments_.robot);
     lines_.SetStrict(arguments_.strict);
     lines_.SetHistory(&history_);
 }

@@ -4,6 +4,8 @@
 #include <quillmarsh/framework/commandtable.h>
 #include <quillmarsh/host/consolehistory.h>
 
+#include "commands/hostcommands.h"
+
 namespace quillmarsh::host
 {
 
@@ -49,13 +51,49 @@ bool ConsoleLines::PassFrame()
     return frames > 1;
 }
 
+void ConsoleLines::WaitFor(LineWork work)
+{
+    work_ = std::move(work);
+    isWorkOfSource_ = runsLine_;
+    endsWork_ = false;
+    hasWork_ = true;
+}
+
+bool ConsoleLines::EndWait()
+{
+    bool const waited = framesToWait_.exchange(0) > 0;
+    endsWork_ = hasWork_.load();
+    return endsWork_ || waited;
+}
+
+bool ConsoleLines::PassWork()
+{
+    if (!hasWork_)
+        return true;
+    string failure;
+    if (endsWork_.exchange(false))
+        work_.cancel();
+    else if (!work_.isDone(failure))
+        return false;
+    hasWork_ = false;
+    work_ = {};
+    if (failure.empty())
+        return true;
+    if (isWorkOfSource_ && !source_->IsTyped())
+        OnFailedLine(failure);
+    else
+        RefuseLine(kernel_.GetConsole().GetStream(), failure);
+    return true;
+}
+
 void ConsoleLines::Run()
 {
+    bool const isFree = PassWork();
     RunQueuedLines();
     if (source_ == nullptr || IsAtEnd())
         return;
     source_->Serve(*kernel_.GetCommandInterpreter(), kernel_.GetConsole().GetStream());
-    if (PassFrame())
+    if (PassFrame() || !isFree || hasWork_)
         return;
     while (true)
     {
@@ -70,7 +108,7 @@ void ConsoleLines::Run()
             return;
         lineIsOpen_ = true;
         RunLine(line_);
-        if (framesToWait_ > 0)
+        if (IsWaiting())
             return;
     }
 }
@@ -122,11 +160,12 @@ bool ConsoleLines::Interpret(string const &line)
     return succeeded;
 }
 
-void ConsoleLines::OnFailedLine()
+void ConsoleLines::OnFailedLine(string const &reason)
 {
     bool const stops = stopOnError_ && !source_->IsStartScript();
     hasFailed_ = hasFailed_ || !source_->IsStartScript();
-    report_(GetLinePlace() + "the line failed" + (stops ? ", the script stops here" : ""));
+    string const end = reason.ends_with('.') ? " The script stops here." : ", the script stops here";
+    report_(GetLinePlace() + reason + (stops ? end : ""));
     if (stops)
         next_ = LineSource::eNext::e_end;
 }

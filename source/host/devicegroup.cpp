@@ -76,6 +76,11 @@ bool DeviceGroup::Try(string const &what, Call &&call)
     return !reason;
 }
 
+void DeviceGroup::AddDriver(string const &name, std::function<AutoPtr<HIDDriver0>()> create)
+{
+    programDrivers_.push_back({name, std::move(create)});
+}
+
 void DeviceGroup::Open(DirectInputConfig const &config, unsigned int code, unsigned int subcode)
 {
     config_ = config;
@@ -119,6 +124,12 @@ void DeviceGroup::AddProxy(PluginDescriptor &descriptor)
 
 void DeviceGroup::ConfirmDrivers()
 {
+    for (ProgramDriver const &added : programDrivers_)
+    {
+        AutoPtr<HIDDriver0> plugin = added.create();
+        HIDDriver0 *const driver = plugin.get();
+        drivers_.push_back({std::move(plugin), driver, nullptr, added.name, 0});
+    }
     unsigned int index = 0;
     for (PluginSet::Entry const &entry : kernel_.GetPlugins().GetEntries())
     {

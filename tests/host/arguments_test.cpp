@@ -24,6 +24,8 @@ TEST(Arguments, AreReadInBothForms)
     EXPECT_EQ((std::vector<string>{"a", "b"}), arguments.plugins);
     EXPECT_EQ((std::vector<std::pair<string, string>>{{"x", ""}, {"y", "1=2"}}), arguments.variables);
     EXPECT_TRUE(arguments.stopOnError && arguments.developerMode);
+    EXPECT_FALSE(arguments.robot);
+    EXPECT_EQ("r", ParseArguments({"--robot", "r"}).robot);
     EXPECT_EQ("l", arguments.log);
     EXPECT_EQ("v", arguments.video);
     EXPECT_EQ((PixelSize{640, 480}), arguments.size);
@@ -66,6 +68,7 @@ TEST(Arguments, WrongOnesAreNamed)
         {{"--headless", "100000x480"}, "--headless needs WIDTHxHEIGHT, each from 1 to 16384, not '100000x480'"},
         {{"--headless", "640x480x32"}, "'640x480x32'"},
         {{"--video=none", "--size=640x480"}, "--video none"},
+        {{"--robot=a", "--script=b"}, "--robot and --script"},
     };
     for (auto const &[words, named] : cases)
     {

@@ -32,6 +32,7 @@ VariableTexts GetVariableTexts(VariableRegistry const &registry);
 /// - "find" searches commands, variables and aliases.
 /// - "list-plugins" lists the plug-ins, and the libraries that were refused.
 /// - "hid-watch" shows the readings of devices.
+/// - "robot" uses the GUI as a person does; the lines that follow wait for it.
 /// - "save-variables" writes a script that sets the variables that differ from `startValues`.
 ///
 /// Kernel, lines and values are borrowed, and must outlive the commands' last line.

@@ -12,6 +12,15 @@ namespace quillmarsh::host
 
 class ConsoleHistory;
 
+/// What a line has begun, and what goes on for some frames.
+struct LineWork
+{
+    /// Called once for each frame until it returns true. A text in `failure` then says what failed.
+    std::function<bool(string &failure)> isDone;
+    /// Called when the user ends the wait.
+    std::function<void()> cancel;
+};
+
 /// Runs the lines of a source between frames: all available lines, until one of them waits.
 ///
 /// Blank lines, and lines that begin with "#", are not run. Frame thread only.
@@ -38,15 +47,18 @@ public:
     void Run();
     /// Lets frames pass before the next line.
     void Wait(unsigned int numFrames) { framesToWait_ = numFrames; }
+    /// Lets frames pass until the work is done, in place of work that was not. When it fails, a line of a script has
+    /// failed; other lines print why.
+    void WaitFor(LineWork work);
     /// Ends a wait, so that the next line runs after the next frame. False when nothing waits. Any thread.
-    bool EndWait() { return framesToWait_.exchange(0) > 0; }
+    bool EndWait();
     /// True while frames must pass before the next line. Any thread.
-    bool IsWaiting() const { return framesToWait_ > 0; }
+    bool IsWaiting() const { return framesToWait_ > 0 || hasWork_; }
 
     /// True when the source has no more lines.
     bool IsAtEnd() const { return next_ == LineSource::eNext::e_end; }
     /// True when the next line can arrive from outside at any time.
-    bool WaitsForInput() const { return next_ == LineSource::eNext::e_none && framesToWait_ == 0; }
+    bool WaitsForInput() const { return next_ == LineSource::eNext::e_none && !IsWaiting(); }
     /// True when a line of a script has failed.
     bool HasFailed() const { return hasFailed_; }
 
@@ -54,7 +66,9 @@ private:
     void RunQueuedLines();
     void RunLine(SourceLine const &line);
     bool Interpret(string const &line);
-    void OnFailedLine();
+    void OnFailedLine(string const &reason = "the line failed");
+    /// Looks at the work. True when the next line may run.
+    bool PassWork();
     bool Inspect(Command const &command, CommandLineParser const &parser) const;
     string GetLinePlace() const;
     /// Counts one frame of a wait. True while more frames must pass.
@@ -74,6 +88,11 @@ private:
     bool lineIsOpen_ = false;
     bool runsLine_ = false;
     std::atomic<unsigned int> framesToWait_{0};
+    LineWork work_;
+    /// The work belongs to the present line of the source, and not to a queued one.
+    bool isWorkOfSource_ = false;
+    std::atomic<bool> hasWork_{false};
+    std::atomic<bool> endsWork_{false};
     bool hasFailed_ = false;
 };
 

@@ -8,6 +8,7 @@
 #include <quillmarsh/framework/humaninterfacedevice.h>
 #include <quillmarsh/framework/kernelexecutionparams.h>
 
+#include <functional>
 #include <vector>
 
 namespace quillmarsh::host
@@ -27,6 +28,9 @@ public:
     explicit DeviceGroup(HostKernel &kernel);
     ~DeviceGroup();
 
+    /// Adds a driver of the program, which `create` makes at each Open() from now on. Its devices come ahead of those of
+    /// plug-ins. The application is asked about its devices, but not by ConfirmHIDDriver().
+    void AddDriver(string const &name, std::function<AutoPtr<HIDDriver0>()> create);
     /// Opens the drivers and connects the devices, and calls the application's hooks for them. Passes `code` and
     /// `subcode` to QueryHIDConfig(). Throws what a hook throws.
     void Open(DirectInputConfig const &config, unsigned int code, unsigned int subcode);
@@ -77,6 +81,12 @@ private:
         bool Poll();
     };
 
+    struct ProgramDriver
+    {
+        string name;
+        std::function<AutoPtr<HIDDriver0>()> create;
+    };
+
     struct Device
     {
         AutoPtr<HumanInterfaceDevice> device;
@@ -115,6 +125,7 @@ private:
     DirectInputConfig config_;
     AutoPtr<DirectInputProxy8> proxy_;
     bool isProxyOpen_ = false;
+    std::vector<ProgramDriver> programDrivers_;
     std::vector<Driver> drivers_;
     unsigned int lastCreationID_ = 0;
     /// Devices that are confirmed but not connected yet.

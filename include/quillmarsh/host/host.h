@@ -13,6 +13,7 @@
 #include <quillmarsh/host/framepacer.h>
 #include <quillmarsh/host/hostconsole.h>
 #include <quillmarsh/host/hostkernel.h>
+#include <quillmarsh/host/hostrobot.h>
 #include <quillmarsh/host/kernelrequests.h>
 #include <quillmarsh/host/linesource.h>
 #include <quillmarsh/host/pluginset.h>

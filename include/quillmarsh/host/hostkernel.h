@@ -8,6 +8,7 @@
 #include <quillmarsh/host/frameorder.h>
 #include <quillmarsh/host/framepacer.h>
 #include <quillmarsh/host/hostconsole.h>
+#include <quillmarsh/host/hostrobot.h>
 #include <quillmarsh/host/kernelrequests.h>
 #include <quillmarsh/host/pluginset.h>
 #include <quillmarsh/host/subsystemgroup.h>
@@ -52,6 +53,7 @@ public:
     PluginSet &GetPlugins() { return plugins_; }
     HostConsole &GetConsole() { return console_; }
     ostream &GetLog() { return log_; }
+    HostRobot &GetRobot() { return robot_; }
     /// Returns the current parameters, which the caller may change.
     KernelExecutionParams &GetParams() { return params_; }
     /// @}
@@ -217,6 +219,7 @@ private:
     Application::AutoInitInfo autoInit_;
     PluginSet plugins_;
     std::vector<AutoPtr<GenericExtension>> genericExtensions_;
+    HostRobot robot_{*this};
     DeviceGroup devices_{*this};
     VideoGroup video_{*this};
     AppWindow appWindow_{*this};

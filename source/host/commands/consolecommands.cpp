@@ -15,6 +15,7 @@ void RegisterConsoleCommands(HostKernel &kernel, ConsoleLines &lines, VariableTe
     interpreter.RegisterExternalCommand(new FindCmd(kernel));
     interpreter.RegisterExternalCommand(new ListPluginsCmd(kernel));
     interpreter.RegisterExternalCommand(new HidWatchCmd(kernel, lines));
+    interpreter.RegisterExternalCommand(new RobotCmd(kernel, lines));
     interpreter.RegisterExternalCommand(new SaveVariablesCmd(kernel, startValues));
 }
 

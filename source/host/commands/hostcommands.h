@@ -74,6 +74,21 @@ private:
     VariableTexts const &startValues_;
 };
 
+class RobotCmd : public TableCommand
+{
+public:
+    RobotCmd(HostKernel &kernel, ConsoleLines &lines);
+
+    std::span<CommandWord const> GetWords() const override;
+
+protected:
+    bool Execute(ostream &out, CommandArguments const &arguments) override;
+
+private:
+    HostKernel &kernel_;
+    ConsoleLines &lines_;
+};
+
 /// Prints a message about a line that cannot be carried out, and returns false.
 bool RefuseLine(ostream &out, string const &message);
 
