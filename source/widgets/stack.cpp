@@ -78,7 +78,9 @@ void Stack::RecalcSize()
         size.*across = std::max(size.*across, child->GetSize().*across);
         isFirst = false;
     }
-    SetSize(size + vec2(margins, margins));
+    size += vec2(margins, margins);
+    needed_ = size.*along;
+    SetSize(size);
 }
 
 void Stack::RecalcLayout()
@@ -87,14 +89,13 @@ void Stack::RecalcLayout()
     float vec2::*const across = vertical_ ? &vec2::x : &vec2::y;
     float const gap = Measures::Pixels(gap_);
     float const margin = Measures::Pixels(margin_);
-    float const needed = GetSize().*along;
     if (fitsToParent_)
     {
         vec2 const room = GetParentSize();
         SetPosition(0, 0);
         SetSize(std::max(GetSize().x, room.x), std::max(GetSize().y, room.y));
     }
-    float left = GetSize().*along - needed;
+    float left = std::max(GetSize().*along - needed_, 0.F);
     float weights = 0;
     for (gui::Component const *child : GetChildren())
         weights += child->IsVisible() ? FindWeight(*child) : 0;

@@ -69,6 +69,13 @@ TEST(Stack, SharesWhatIsLeftToTheLastPixel)
     EXPECT_EQ(fixed.GetPosition(), vec2(0, 0));
     EXPECT_EQ(EndOf(last), vec2(101, 20));
 
+    auto *const column = new Stack(true, row, 0);
+    Component &filling = AddBox(*column, 10, 5);
+    column->SetFill(filling);
+    parent.UpdateGeometry(true);
+    EXPECT_EQ(filling.GetSize().y, 20) << "a stack that another one stretches shares that";
+    delete column;
+
     parent.SetSize(5, 5);
     parent.UpdateGeometry(true);
     EXPECT_GE(row->GetSize().x, 30) << "children that do not fit keep their sizes";

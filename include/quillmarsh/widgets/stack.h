@@ -70,6 +70,8 @@ private:
     float margin_ = 0;
     eStackAlign alignment_;
     bool fitsToParent_ = false;
+    /// Extent along the stack that its children need.
+    float needed_ = 0;
     std::vector<Fill> fills_;
 };
 
