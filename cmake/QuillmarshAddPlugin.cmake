@@ -18,3 +18,12 @@ function(quillmarsh_add_plugin name)
     target_compile_options(${name} PRIVATE $<$<CXX_COMPILER_ID:GNU>:-fno-gnu-unique>)
   endif()
 endfunction()
+
+# quillmarsh_name_companions(NAME PLUGIN...)
+#
+# Writes a file beside the plug-in NAME from which the host learns which other plug-ins to load with it, such as
+# standard_look and input_desktop. Install it with the plug-in.
+function(quillmarsh_name_companions name)
+  list(JOIN ARGN "\n" companions)
+  file(GENERATE OUTPUT "$<TARGET_FILE_DIR:${name}>/$<TARGET_FILE_BASE_NAME:${name}>.plugins" CONTENT "${companions}\n")
+endfunction()

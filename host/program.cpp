@@ -14,6 +14,7 @@
 
 #include <algorithm>
 #include <iostream>
+#include <set>
 
 namespace quillmarsh::host
 {
@@ -34,6 +35,16 @@ constexpr char s_szHint[] =
     "search them.\n";
 /// Drivers that come with the host. They are loaded with the host's own application if they exist beside it.
 constexpr char const *s_defaultDrivers[] = {"input_recording"};
+
+/// Returns the name of a file without directory and extension.
+string GetBaseName(string const &fileName)
+{
+    string path;
+    string base;
+    string extension;
+    file_system::SplitFileName(fileName, path, base, extension);
+    return base;
+}
 
 bool IsVideoRenderer(PluginSet::Entry const &entry)
 {
@@ -222,6 +233,7 @@ void Program::LoadPlugins()
     PluginSet &plugins = kernel_.GetPlugins();
     for (string const &plugin : arguments_.plugins)
         plugins.Load(FindPluginFile(plugin, directories));
+    LoadCompanions(directories);
     if (plugins.FindApplication() == nullptr)
     {
         plugins.Load(FindPluginFile(s_szDefaultApplication, directories));
@@ -229,6 +241,25 @@ void Program::LoadPlugins()
     }
     LoadVideo(directories);
     plugins.SetParameters(arguments_.parameters);
+}
+
+void Program::LoadCompanions(std::vector<string> const &directories)
+{
+    PluginSet &plugins = kernel_.GetPlugins();
+    // A library of the same name that the user has named takes the place of the companion.
+    std::set<string> loaded;
+    for (PluginSet::Entry const &entry : plugins.GetEntries())
+        loaded.insert(GetBaseName(entry.fileName));
+    // Companions may have companions.
+    for (std::size_t i = 0; i < plugins.GetEntries().size(); ++i)
+    {
+        string const fileName = plugins.GetEntries()[i].fileName;
+        for (string const &companion : ReadPluginCompanions(fileName))
+        {
+            if (loaded.insert(GetBaseName(companion)).second)
+                plugins.Load(FindPluginFile(companion, directories));
+        }
+    }
 }
 
 void Program::UseHeadlessDesktop()

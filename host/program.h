@@ -51,6 +51,8 @@ private:
     AutoPtr<LineSource> OpenStartScript();
     void OnStartScriptEnd();
     void LoadPlugins();
+    /// Loads the plug-ins that those named by the user want beside them.
+    void LoadCompanions(std::vector<string> const &directories);
     void LoadDefaultDrivers(std::vector<string> const &directories);
     void UseHeadlessDesktop();
     void LoadVideo(std::vector<string> const &directories);

@@ -11,6 +11,7 @@
 #include <quillmarsh/host/pluginset.h>
 
 #include <algorithm>
+#include <fstream>
 #include <iterator>
 #include <sstream>
 
@@ -204,6 +205,31 @@ string FindPluginFile(string const &name, std::vector<string> const &directories
         searched += (searched.empty() ? "" : ", ") + directory;
     }
     RefusePluginFile(name, "there is no such file in " + searched + "; a file elsewhere needs its path.");
+}
+
+std::vector<string> ReadPluginCompanions(string const &libraryFileName)
+{
+    string path;
+    string base;
+    string extension;
+    file_system::SplitFileName(libraryFileName, path, base, extension);
+    string const fileName = path + base + ".plugins";
+    std::vector<string> names;
+    if (!file_system::FileExists(fileName))
+        return names;
+    std::ifstream file(file_system::GetStreamPath(fileName));
+    if (!file)
+        RefusePluginFile(fileName, file_system::GetLastFailureReason());
+    for (string line; std::getline(file, line);)
+    {
+        while (!line.empty() && (line.back() == '\r' || line.back() == ' '))
+            line.pop_back();
+        if (!line.empty() && line.front() != '#')
+            names.push_back(line);
+    }
+    if (file.bad())
+        RefusePluginFile(fileName, "it cannot be read.");
+    return names;
 }
 
 } // namespace quillmarsh::host

@@ -194,6 +194,23 @@ TEST(Host, FindsPluginsInTheUsersFolders)
     EXPECT_EQ(0, current.status) << current.err;
 }
 
+TEST(Host, LoadsThePluginsThatAPluginWantsBesideIt)
+{
+    ScratchDirectory const scratch;
+    std::filesystem::path const library = scratch.GetPath() / ("tracer" + string(s_szPluginExtension));
+    std::filesystem::copy_file(TestPlugin("tracer"), library);
+    std::ofstream(scratch.GetPath() / "tracer.plugins") << "# Devices and pictures.\ninput_recording\r\n\nvideo_null\n";
+    HostResult const result =
+        RunHost({"--plugin", library.string(), "--plugin", "video_null", "--no-start-script"}, "list-plugins\n");
+    EXPECT_EQ(0, result.status) << result.err;
+    EXPECT_TRUE(Contains(result.out, "input_recording")) << result.out;
+
+    std::ofstream(scratch.GetPath() / "tracer.plugins") << "absent\n";
+    HostResult const absent = RunHost({"--plugin", library.string(), "--frames", "1"});
+    EXPECT_EQ(3, absent.status);
+    EXPECT_TRUE(Contains(absent.err, "The plug-in 'absent' cannot be used: there is no such file")) << absent.err;
+}
+
 TEST(Host, RunsScriptsLineByLine)
 {
     string const script = "# a comment\n\n \t# another\ngreet\r\nfrobnicate\nwait 2\nhistory";

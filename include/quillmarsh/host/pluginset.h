@@ -106,6 +106,12 @@ private:
 /// directory. Throws a KernelException when the file does not exist.
 string FindPluginFile(string const &name, std::vector<string> const &directories);
 
+/// Returns the names of the plug-ins that a plug-in library wants beside it, such as a look or the driver of mouse and
+/// keyboard. They stand, one in a line, in a text file beside the library that has its name and the extension
+/// ".plugins"; a line that begins with "#" is a remark. Empty if there is no such file. Throws a KernelException if it
+/// cannot be read.
+std::vector<string> ReadPluginCompanions(string const &libraryFileName);
+
 /// Returns the directories in which a program looks for plug-ins, in this order:
 /// - the full names in the environment variable `QUILLMARSH_PLUGIN_PATH`, separated by ":", on Windows by ";"; other
 ///   names in it do not count
