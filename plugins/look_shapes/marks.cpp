@@ -56,6 +56,15 @@ constexpr Shape s_folderUp[] = {Box(1, 3, 7.5f, 8, 1.2f), Box(1, 4.5f, 15, 13, 1
 constexpr Shape s_file[] = {Box(3, 1, 13, 15, 1.2f),   Cut(Triangle(9, 0, 14, 0, 14, 5, 0)), Cut(Box(8, 0, 9, 6, 0)),
                             Cut(Box(8, 5, 14, 6, 0)),  Triangle(9, 1.6f, 9, 5, 12.4f, 5, 0), Cut(Box(5, 8, 11, 9, 0)),
                             Cut(Box(5, 11, 11, 12, 0))};
+constexpr Shape s_picture[] = {Box(1, 3, 15, 13, 1.4f), Cut(Box(2.4f, 4.4f, 13.6f, 11.6f, 0.4f)),
+                               Disc(5.4f, 6.9f, 1.2f), Triangle(5, 11.8f, 9.6f, 7, 13.6f, 11.8f, 0)};
+constexpr Shape s_volume[] = {Box(1, 1, 11, 11, 1.2f), Cut(Box(3, 3, 13, 13, 1.2f)), Box(3, 3, 13, 13, 1.2f),
+                              Cut(Box(4, 4, 16, 16, 1.2f)), Box(5, 5, 15, 15, 1.2f)};
+constexpr Shape s_signal[] = {Stroke(1.5f, 8, 4, 8, 1.5f), Stroke(4, 8, 6, 3, 1.5f), Stroke(6, 3, 9.5f, 13, 1.5f),
+                              Stroke(9.5f, 13, 11.5f, 8, 1.5f), Stroke(11.5f, 8, 14.5f, 8, 1.5f)};
+constexpr Shape s_settings[] = {
+    Box(1.5f, 4, 14.5f, 5.5f, 0.7f), Cut(Disc(10, 4.75f, 3.2f)), Disc(10, 4.75f, 2.2f), Box(1.5f, 10.5f, 5, 12, 0.7f),
+    Box(9, 10.5f, 14.5f, 12, 0.7f),  Cut(Disc(6, 11.25f, 3.2f)), Disc(6, 11.25f, 2.2f)};
 constexpr Shape s_drive[] = {Box(1, 4, 15, 12, 1.6f), Cut(Disc(12, 8, 1.2f)), Cut(Box(3, 7.5f, 8, 8.5f, 0.5f))};
 constexpr Shape s_magnifier[] = {Ring(7, 7, 4.25f, 1.6f), Stroke(10.4f, 10.4f, 13.6f, 13.6f, 2)};
 constexpr Shape s_information[] = {Disc(8, 8, 7), Cut(Disc(8, 4.6f, 1.15f)), Cut(Box(7, 7, 9, 12.2f, 0.9f))};
@@ -91,12 +100,17 @@ constexpr Shape s_cursorRising[] = {Stroke(4.5f, 11.5f, 11.5f, 4.5f, 1.8f),
                                     Triangle(13, 3, 12.4f, 8.2f, 7.8f, 3.6f, 0.4f),
                                     Triangle(3, 13, 8.2f, 12.4f, 3.6f, 7.8f, 0.4f)};
 constexpr Shape s_cursorStop[] = {Ring(8, 8, 6, 2), Stroke(3.9f, 3.9f, 12.1f, 12.1f, 2)};
+constexpr Shape s_cursorHand[] = {Box(5.2f, 0.8f, 7.4f, 10, 1.1f),  Box(7.4f, 5.4f, 9.4f, 10, 1),
+                                  Box(9.4f, 6, 11.4f, 10, 1),       Box(11.4f, 6.8f, 13.2f, 10, 0.9f),
+                                  Box(5.2f, 7.6f, 13.2f, 15, 2.6f), Stroke(3.4f, 8.6f, 6.4f, 12.6f, 2)};
+constexpr Shape s_cursorSplit[] = {Box(6, 2, 7.2f, 14, 0.3f), Box(8.8f, 2, 10, 14, 0.3f),
+                                   Triangle(1, 8, 4.4f, 5, 4.4f, 11, 0.3f), Triangle(15, 8, 11.6f, 5, 11.6f, 11, 0.3f)};
 
 constexpr std::array<std::span<Shape const>, s_numMarks> s_marks = {
-    s_check,        s_dot,        s_dash,   s_arrowLeft, s_arrowRight, s_arrowUp,     s_arrowDown,  s_close,
-    s_minus,        s_plus,       s_folder, s_folderUp,  s_file,       s_drive,       s_magnifier,  s_information,
-    s_warning,      s_question,   s_error,  s_grip,      s_caret,      s_cursorArrow, s_cursorMove, s_cursorHorizontal,
-    s_cursorRising, s_cursorStop,
+    s_check, s_dot,         s_dash,       s_arrowLeft,        s_arrowRight,   s_arrowUp,    s_arrowDown,  s_close,
+    s_minus, s_plus,        s_folder,     s_folderUp,         s_file,         s_picture,    s_volume,     s_signal,
+    s_drive, s_magnifier,   s_settings,   s_information,      s_warning,      s_question,   s_error,      s_grip,
+    s_caret, s_cursorArrow, s_cursorMove, s_cursorHorizontal, s_cursorRising, s_cursorStop, s_cursorHand, s_cursorSplit,
 };
 
 } // namespace

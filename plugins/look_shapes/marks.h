@@ -23,8 +23,12 @@ enum class eMark : unsigned int
     e_folder,
     e_folderUp,
     e_file,
+    e_picture,
+    e_volume,
+    e_signal,
     e_drive,
     e_magnifier,
+    e_settings,
     e_information,
     e_warning,
     e_question,
@@ -35,10 +39,12 @@ enum class eMark : unsigned int
     e_cursorMove,
     e_cursorHorizontal,
     e_cursorRising,
-    e_cursorStop
+    e_cursorStop,
+    e_cursorHand,
+    e_cursorSplit
 };
 /// Number of marks.
-inline constexpr unsigned int s_numMarks = static_cast<unsigned int>(eMark::e_cursorStop) + 1;
+inline constexpr unsigned int s_numMarks = static_cast<unsigned int>(eMark::e_cursorSplit) + 1;
 /// Side of a mark, in units.
 inline constexpr float s_markSize = 16;
 

@@ -35,6 +35,8 @@ bool ReadSystemMode(DisplayMode &mode);
 bool ReadSystemMode(_devicemodeA &mode);
 /// Appends the modes, in any order.
 bool ReadSystemModes(std::vector<DisplayMode> &modes);
+/// Returns the dots of an inch of the display, as far as the user's settings for texts tell; 0 or less if they do not.
+float ReadSystemDots();
 /// Prepares the system for windows that nobody sees, or for the usual ones.
 bool SetSystemHeadless(bool isHeadless, string &reason);
 /// @}

@@ -47,6 +47,13 @@ std::optional<DisplayMode> FindStandIn()
 
 } // namespace
 
+float ReadDisplayScale()
+{
+    constexpr float dotsPerInch = 96;
+    float const dots = IsHeadless() ? 0 : ReadSystemDots();
+    return dots > 0 ? std::clamp(dots / dotsPerInch, 0.5f, 4.0f) : 1;
+}
+
 bool ReadDesktopMode(DisplayMode &mode)
 {
     std::optional<DisplayMode> const standIn = FindStandIn();

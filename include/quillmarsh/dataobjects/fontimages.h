@@ -4,6 +4,8 @@
 
 #include <quillmarsh/dataobjects/imagebase.h>
 
+#include <vector>
+
 namespace Gdiplus
 {
 
@@ -49,6 +51,21 @@ QUILLMARSH_API void GenerateFontGlyphsAscii(ImageBase &dst, unsigned int firstGl
                                             float addRight, float addBottom, bool antiAliased, bool hinted,
                                             bool centered);
 /// @}
+
+/// Measures of a font at the size that GenerateFontGlyphs() draws it. A plain record.
+struct FontMeasures
+{
+    /// Height of the em, in pixels.
+    float emHeight = 0;
+    /// Distance from each glyph to the next on a line, in pixels; 0 for a code without a glyph.
+    std::vector<float> advances;
+};
+
+/// Measures the glyphs of a table of UTF-16 codes, which may be empty, in a font whose line is `lineHeight` pixels high.
+/// Takes the fixed-width font and throws as GenerateFontGlyphs() does. Any thread.
+QUILLMARSH_API FontMeasures MeasureFontGlyphs(unsigned int numGlyphs, unsigned short const *glyphs,
+                                              string const &family, bool bold, bool italic, float lineHeight,
+                                              bool antiAliased, bool hinted);
 
 /// True when the system has the family, or a substitute for it, in this style.
 QUILLMARSH_API bool CanGenerateFont(string const &family, bool bold, bool italic);

@@ -37,6 +37,10 @@ QUILLMARSH_API bool ReadDesktopMode(DisplayMode &mode);
 QUILLMARSH_API bool ReadDisplayModes(std::vector<DisplayMode> &modes);
 /// @}
 
+/// Returns how large texts and marks are on the user's desktop: 1 for 96 dots of the display in an inch, 2 for twice as
+/// many. Within 0.5 and 4; 1 when the desktop does not tell, and when it is headless. Any thread.
+QUILLMARSH_API float ReadDisplayScale();
+
 /// @name Headless desktop
 /// A desktop of this process alone, which nobody sees. Windows open on it, have their sizes and states, serve OpenGL,
 /// and get events for what the program does with them. There is no mouse and no keyboard.

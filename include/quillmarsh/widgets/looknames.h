@@ -10,6 +10,8 @@ namespace quillmarsh::widgets
 /// in the public getters of the widget.
 /// @{
 inline constexpr char ShaderName_Panel[] = "look/panel";
+/// Surface without a frame, for a panel that fills the window.
+inline constexpr char ShaderName_Desk[] = "look/desk";
 /// Popup without a title: menus, lists of choices.
 inline constexpr char ShaderName_Popup[] = "look/popup";
 /// Plain area with a frame, for groups of widgets.

@@ -197,6 +197,21 @@ void GenerateFontGlyphsAscii(ImageBase &dst, unsigned int firstGlyph, unsigned i
                        tileWidth, sizeScale, addLeft, addTop, addRight, addBottom, antiAliased, hinted, centered);
 }
 
+FontMeasures MeasureFontGlyphs(unsigned int numGlyphs, unsigned short const *glyphs, string const &family, bool bold,
+                               bool italic, float lineHeight, bool antiAliased, bool hinted)
+{
+    GdiplusGuard const guard;
+    FontFace const face = ChooseFace({family, bold, italic});
+    FontMeasures measures;
+    measures.emHeight = GetSizeOfLine(face, lineHeight);
+    drawing::Font font(face, measures.emHeight, {antiAliased, hinted});
+    if (!font.IsValid())
+        QUILLMARSH_THROW(SystemResourceException, "Failed to create gdiplus-font.");
+    for (unsigned int i = 0; glyphs && i < numGlyphs; ++i)
+        measures.advances.push_back(font.GetAdvance(glyphs[i]));
+    return measures;
+}
+
 bool CanGenerateFont(string const &family, bool bold, bool italic)
 {
     GdiplusGuard const guard;

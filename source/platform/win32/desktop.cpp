@@ -53,6 +53,16 @@ DisplayMode ToDisplayMode(_devicemodeA const &record)
 
 } // namespace
 
+float ReadSystemDots()
+{
+    HDC const screen = GetDC(nullptr);
+    if (screen == nullptr)
+        return 0;
+    int const dots = GetDeviceCaps(screen, LOGPIXELSX);
+    ReleaseDC(nullptr, screen);
+    return static_cast<float>(dots);
+}
+
 bool ReadSystemWorkArea(Area &area)
 {
     RECT found;
