@@ -3,12 +3,14 @@
 #include <quillmarsh/devices/gamecontroller.h>
 #include <quillmarsh/devices/glove.h>
 #include <quillmarsh/devices/keyboard.h>
+#include <quillmarsh/devices/keyboardlayout.h>
 #include <quillmarsh/devices/mouse.h>
 #include <quillmarsh/devices/orientationtracker.h>
 #include <quillmarsh/devices/positiontracker.h>
 
 #include <algorithm>
 #include <cmath>
+#include <type_traits>
 
 namespace input_recording
 {
@@ -28,12 +30,12 @@ unsigned int FindFirst(eKind kind, string const &field)
 class PlayedKeyboard final : public Keyboard, public PlayedController
 {
 public:
-    PlayedKeyboard(HumanInterfaceDevice &device, RecordedController const &) : Keyboard(false) { SetParentHID(device); }
+    PlayedKeyboard(HumanInterfaceDevice &device, bool isSystem) : Keyboard(isSystem) { SetParentHID(device); }
 
     HIDController &GetController() override { return *this; }
 
-    /// Returns false: a recording contains keys, but no keyboard layout.
-    bool MapKeyToCharacter(eKey, char &) override { return false; }
+    /// A recording contains keys, but not the layout of its keyboard.
+    bool MapKeyToCharacter(eKey key, char &character) override { return FindLayoutCharacter(*this, key, character); }
     void OnCharacterMappingChanged() override {}
 
 protected:
@@ -50,7 +52,7 @@ protected:
 class PlayedMouse final : public Mouse, public PlayedController
 {
 public:
-    PlayedMouse(HumanInterfaceDevice &device, RecordedController const &) : Mouse(false) { SetParentHID(device); }
+    PlayedMouse(HumanInterfaceDevice &device, bool isSystem) : Mouse(isSystem) { SetParentHID(device); }
 
     HIDController &GetController() override { return *this; }
     void OnRelativeModeChanged() override {}
@@ -222,9 +224,12 @@ private:
 };
 
 template<typename Controller>
-AutoPtr<PlayedController> Make(HumanInterfaceDevice &device, RecordedController const &recorded)
+AutoPtr<PlayedController> Make(HumanInterfaceDevice &device, RecordedController const &recorded, bool isSystem)
 {
-    return std::make_unique<Controller>(device, recorded);
+    if constexpr (std::is_constructible_v<Controller, HumanInterfaceDevice &, bool>)
+        return std::make_unique<Controller>(device, isSystem);
+    else
+        return std::make_unique<Controller>(device, recorded);
 }
 
 } // namespace
@@ -237,12 +242,14 @@ void PlayedController::Sample(std::span<float const> state)
     controller.PostSampleUpdate();
 }
 
-AutoPtr<PlayedController> MakePlayedController(HumanInterfaceDevice &device, RecordedController const &recorded)
+AutoPtr<PlayedController> MakePlayedController(HumanInterfaceDevice &device, RecordedController const &recorded,
+                                               bool isSystem)
 {
-    constexpr AutoPtr<PlayedController> (*makers[s_numKinds])(HumanInterfaceDevice &, RecordedController const &) = {
+    constexpr AutoPtr<PlayedController> (*makers[s_numKinds])(HumanInterfaceDevice &, RecordedController const &,
+                                                              bool) = {
         &Make<PlayedKeyboard>,        &Make<PlayedMouse>, &Make<PlayedOrientationTracker>,
         &Make<PlayedPositionTracker>, &Make<PlayedGlove>, &Make<PlayedGameController>};
-    return makers[recorded.kind](device, recorded);
+    return makers[recorded.kind](device, recorded, isSystem);
 }
 
 } // namespace input_recording

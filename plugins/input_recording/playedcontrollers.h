@@ -25,9 +25,9 @@ protected:
 };
 
 /// Creates a controller of the recorded kind, with the abilities that the recording lists. Borrows the device, which
-/// owns the controller.
+/// owns the controller. A mouse or a keyboard is one of the system if `isSystem` is true.
 quillmarsh::AutoPtr<PlayedController> MakePlayedController(quillmarsh::HumanInterfaceDevice &device,
-                                                           RecordedController const &recorded);
+                                                           RecordedController const &recorded, bool isSystem);
 
 } // namespace input_recording
 

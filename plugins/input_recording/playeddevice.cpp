@@ -13,7 +13,7 @@ PlayedDevice::PlayedDevice(Playback const &playback)
       player_(*playback_.recording, playback.isLooped)
 {
     for (RecordedController const &recorded : playback_.recording->controllers)
-        controllers_.push_back(MakePlayedController(*this, recorded));
+        controllers_.push_back(MakePlayedController(*this, recorded, playback_.isSystem));
     string const &description = playback_.recording->description;
     DeviceInfo().SetDeviceDescription(description.empty() ? playback_.fileName : description);
     DeviceInfo().SetModelType("Recording");
@@ -35,6 +35,7 @@ void PlayedDevice::DumpDeviceCaps(ostream &out, unsigned int tabs) const
     out << IndentEffector(tabs) << "Length: " << MakeString(playback_.recording->length) << nl;
     out << IndentEffector(tabs) << "Speed.: " << MakeString(playback_.speed) << nl;
     out << IndentEffector(tabs) << "Looped: " << MakeString(playback_.isLooped) << nl;
+    out << IndentEffector(tabs) << "System: " << MakeString(playback_.isSystem) << nl;
 }
 
 void PlayedDevice::ConnectDevice(HWND)
@@ -55,7 +56,7 @@ void PlayedDevice::SampleAt(double seconds)
     player_.AdvanceTo(seconds * playback_.speed);
     for (unsigned int i = 0; i < controllers_.size(); ++i)
         controllers_[i]->Sample(player_.GetState(i));
-    player_.ClearMovements();
+    player_.EndFrame();
 }
 
 void PlayedDevice::ApplyUseDirectInput(bool) {}

@@ -21,6 +21,8 @@ struct Playback
     /// Seconds of the recording that are played in one second.
     double speed = 1;
     bool isLooped = true;
+    /// True to play as mouse and keyboard of the system, which a GUI uses.
+    bool isSystem = false;
 };
 
 /// Plays a recording. It starts when the device is connected, and again at each restart.

@@ -27,6 +27,7 @@ constexpr CommandValue s_speed{"a speed from 0.01 to 100", [](CommandArguments c
 constexpr CommandWord s_playWords[] = {
     CommandWord::Option(PlayCmd::s_szOptionOnce, "play once, and stay at the end\n"),
     CommandWord::Option(PlayCmd::s_szOptionStop, "stop all recordings that are played\n"),
+    CommandWord::Option(PlayCmd::s_szOptionSystem, "play as mouse and keyboard of the system, which a GUI uses\n"),
     CommandWord::Assignment(PlayCmd::s_szAssignSpeed, PlayCmd::s_szValueSpeed,
                             "play at a multiple of the recorded speed, from 0.01 to 100\n", s_speed),
     CommandWord::Argument("0) string", "file of the recording, which becomes a device\n", command_values::s_file),
@@ -84,7 +85,8 @@ bool PlayCmd::Execute(ostream &out, CommandArguments const &arguments)
 {
     string const *const fileName = arguments.FindArgument(0);
     if (!HasFileForItsWords(out, fileName,
-                            arguments.HasOption(s_szOptionOnce) || arguments.FindAssignment(s_szAssignSpeed)))
+                            arguments.HasOption(s_szOptionOnce) || arguments.HasOption(s_szOptionSystem) ||
+                                arguments.FindAssignment(s_szAssignSpeed)))
         return false;
     if (arguments.HasOption(s_szOptionStop))
         Stop(out);
@@ -113,6 +115,7 @@ bool PlayCmd::Play(ostream &out, CommandArguments const &arguments, string const
     Playback playback;
     playback.fileName = fileName;
     playback.isLooped = !arguments.HasOption(s_szOptionOnce);
+    playback.isSystem = arguments.HasOption(s_szOptionSystem);
     arguments.ReadAssignment(s_szAssignSpeed, playback.speed);
     try
     {

@@ -26,6 +26,7 @@ public:
     static constexpr char s_szDefaultName[] = "play";
     static constexpr char s_szOptionOnce[] = "once";
     static constexpr char s_szOptionStop[] = "stop";
+    static constexpr char s_szOptionSystem[] = "system";
     static constexpr char s_szAssignSpeed[] = "speed";
     static constexpr char s_szValueSpeed[] = "real";
 

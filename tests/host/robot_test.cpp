@@ -87,5 +87,35 @@ TEST(HostRobot, SaysThatItsDevicesAreRefused)
         << result.err;
 }
 
+// Presses and releases are closer together than the frames.
+TEST(HostRobot, RecordingIsTheHandOfAGUI)
+{
+    ScratchDirectory const scratch;
+    string const file = scratch / "hand.txt";
+    std::ofstream(file) << "quillmarsh-recording 1\n"
+                           "controller keyboard\n"
+                           "controller mouse\n"
+                           "0 mouse position=40,40 inside=1\n"
+                           "0.1 mouse buttons=0\n"
+                           "0.101 mouse buttons=none\n"
+                           "0.2 mouse position=40,80\n"
+                           "0.3 mouse buttons=0\n"
+                           "0.301 mouse buttons=none\n"
+                           "0.4 keyboard keys=L-Shift,H\n"
+                           "0.401 keyboard keys=none\n"
+                           "0.402 keyboard keys=I\n"
+                           "0.403 keyboard keys=Enter\n"
+                           "0.404 keyboard keys=none\n"
+                           "0.5 end\n";
+    string const play = "play '" + file + "' -once";
+    HostResult const result = RunBoard({"--plugin", "input_recording", "--frame-rate", "50"},
+                                       play + "\nwait 12\nplay -stop\n" + play + " -system\nwait 40\n");
+    EXPECT_EQ(0, result.status) << result.err;
+    std::size_t const system = result.out.find("-system\n");
+    ASSERT_NE(string::npos, system) << result.out;
+    EXPECT_FALSE(Contains(result.out.substr(0, system), "<")) << result.out;
+    EXPECT_TRUE(Contains(result.out, "wait 40\n<Open>\n<Hi>\n")) << result.out;
+}
+
 } // namespace
 } // namespace quillmarsh::tests
