@@ -30,10 +30,11 @@ struct ExampleContext
     Mouse &mouse;
     gui::Renderer &renderer;
     gui::Component &component;
-    gui::Component &panel;
+    widgets::Panel &panel;
     gui::Component &ok;
     gui::Message &message;
     platform::Window &window;
+    host::Session &session;
     float x;
     SharedOutputStream &shared;
     void const *address;

@@ -17,7 +17,8 @@ class Label;
 ///
 /// \code
 /// widgets::MessageDialog::Show({.title = "Delete", .text = "Delete 3 files?", .sign = widgets::e_mark_question,
-///                               .buttons = {"Delete", "Cancel"}, .action = [this](unsigned int button) { … }});
+///                               .buttons = {"Delete", "Cancel"}, .action = [](unsigned int button)
+///                               { GetConOut() << (button == 0 ? "Deleted." : "Kept.") << std::endl; }});
 /// \endcode
 /// Frame thread only.
 class QUILLMARSH_API MessageDialog : public Panel

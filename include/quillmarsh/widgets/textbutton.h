@@ -15,7 +15,7 @@ namespace quillmarsh::widgets
 ///
 /// \code
 /// auto *open = new widgets::TextButton(&panel, "Open…");
-/// open->SetAction([this] { Open(); });
+/// open->SetAction([] { GetConOut() << "Open what?" << std::endl; });
 /// \endcode
 /// Frame thread only.
 class QUILLMARSH_API TextButton : public gui::Button
