@@ -33,8 +33,8 @@ public:
         /// Number of the line, as ConsoleOutputBuffer::GetNumDroppedLines() counts: it stays when other lines are dropped.
         unsigned long long line;
         unsigned int column;
-        /// By line, then by column.
         bool operator==(Place const &) const = default;
+        /// By line, then by column.
         bool operator<(Place const &other) const
         {
             return line != other.line ? line < other.line : column < other.column;

@@ -27,7 +27,9 @@ public:
     /// What it shows, all in UTF-8. A plain record.
     struct Params
     {
+        /// Shown in the title bar.
         string title = string();
+        /// Lines are broken where they are too wide.
         string text = string();
         eMark sign = e_mark_information;
         /// Texts of the buttons; "OK" if there are none.
