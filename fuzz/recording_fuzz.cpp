@@ -39,7 +39,7 @@ string Rewrite(Recording const &recording)
             }
             writer.Write(sample.time, i, player.GetState(i));
         }
-        player.ClearMovements();
+        player.EndFrame();
     }
     writer.WriteEnd(recording.length);
     return out.str();
