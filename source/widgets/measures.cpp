@@ -205,7 +205,7 @@ string ShortenText(gui::Component const &component, string const &line, float wi
     unsigned int length = ruler.CountFitting(Piece(line, 0, line.size()), width);
     while (true)
     {
-        string const shortened = line.substr(0, length) + s_dots;
+        string shortened = line.substr(0, length) + s_dots;
         if (ruler.CalcWidth(Piece(shortened, 0, shortened.size())) <= width)
             return shortened;
         if (length == 0)

@@ -15,6 +15,13 @@ namespace quillmarsh::widgets
 namespace
 {
 
+TextButton &AddButton(gui::Component &parent, char const *text)
+{
+    auto *const button = new TextButton(nullptr, text);
+    button->AttachTo(parent);
+    return *button;
+}
+
 /// The window is 640 by 480 pixels.
 struct PanelDesk : tests::WidgetDesk
 {
@@ -55,19 +62,19 @@ TEST(MoveFocus, GoesThroughTheTreeAndPassesOverWhatCannotHaveIt)
     PanelDesk desk;
     Panel &panel = desk.AddPanel();
     auto *const outer = new gui::layouters::ArrayLayouter(&panel.GetContent());
-    new TextButton(outer, "1");
+    AddButton(*outer, "1");
     auto *const inner = new gui::layouters::RowLayouter(outer);
     auto *const hidden = new Stack(true, inner);
-    auto *const hiddenButton = new TextButton(hidden, "hidden");
+    TextButton &hiddenButton = AddButton(*hidden, "hidden");
     hidden->SetVisible(false);
-    auto *const overlay = new TextButton(inner, "2");
-    overlay->SetOverlay(true);
-    new TextButton(overlay, "3");
-    (new TextButton(outer, "disabled"))->SetEnabled(false);
-    (new TextButton(outer, "refuses"))->SetCanFocus(false);
+    TextButton &overlay = AddButton(*inner, "2");
+    overlay.SetOverlay(true);
+    AddButton(overlay, "3");
+    AddButton(*outer, "disabled").SetEnabled(false);
+    AddButton(*outer, "refuses").SetCanFocus(false);
     desk.Add("refuses by answer", {0, 0}, {10, 10}, outer);
     desk.Add("empty", {0, 0}, {0, 10}, outer).wantsFocus = true;
-    new TextButton(&panel, "4");
+    AddButton(panel, "4");
     desk.Open(panel);
 
     string way;
@@ -87,7 +94,7 @@ TEST(MoveFocus, GoesThroughTheTreeAndPassesOverWhatCannotHaveIt)
 
     hidden->SetVisible(true);
     desk.Frame();
-    hiddenButton->RequestKeyboardFocus();
+    hiddenButton.RequestKeyboardFocus();
     EXPECT_EQ(desk.GetFocus(), "hidden");
     panel.GetContent().DeleteAllChildren();
     EXPECT_TRUE(MoveFocus(panel, false));
@@ -152,14 +159,14 @@ TEST(Panel, FocusReturnsWithTheActivity)
 {
     PanelDesk desk;
     Panel &first = desk.AddPanel();
-    new TextButton(&first.GetContent(), "1");
-    auto *const b = new TextButton(&first.GetContent(), "2");
-    b->SetPosition(0, 30);
+    AddButton(first.GetContent(), "1");
+    TextButton &lower = AddButton(first.GetContent(), "2");
+    lower.SetPosition(0, 30);
     desk.Open(first);
     desk.Move(first, {0, 0});
-    b->RequestKeyboardFocus();
+    lower.RequestKeyboardFocus();
     Panel &second = desk.AddPanel();
-    new TextButton(&second.GetContent(), "3");
+    AddButton(second.GetContent(), "3");
     desk.Open(second);
     EXPECT_EQ(desk.GetFocus(), "3");
     desk.Move(second, {300, 300});

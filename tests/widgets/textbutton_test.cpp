@@ -130,14 +130,22 @@ TEST(CheckBox, ActionGetsTheNewState)
     EXPECT_EQ(states, "010");
 }
 
+RadioButton &AddRadio(gui::Component &parent, char const *text, unsigned int groupID)
+{
+    auto *const button = new RadioButton(nullptr, text, groupID);
+    button->AttachTo(parent);
+    return *button;
+}
+
 TEST(RadioButton, ArrowsSelectWithinTheGroup)
 {
     tests::WidgetDesk desk;
     gui::Component &parent = desk.Add("parent", {0, 0}, {200, 200});
-    auto &first = *new RadioButton(&parent, "First", 1, true);
-    auto &other = *new RadioButton(&parent, "Other group", 2);
-    auto &second = *new RadioButton(&parent, "Second", 1);
-    auto &disabled = *new RadioButton(&parent, "Disabled", 1);
+    RadioButton &first = AddRadio(parent, "First", 1);
+    first.Select(false);
+    RadioButton &other = AddRadio(parent, "Other group", 2);
+    RadioButton &second = AddRadio(parent, "Second", 1);
+    RadioButton &disabled = AddRadio(parent, "Disabled", 1);
     disabled.SetEnabled(false);
     int count = 0;
     second.SetAction([&] { ++count; });
