@@ -85,8 +85,8 @@ public:
     /// @}
 
     /// @name Mouse
-    /// `place` is in pixels from the top left corner of the component; without it the robot chooses the place. All throw
-    /// a GUIException for a path that cannot be read.
+    /// `place` is in pixels from the top left corner of the component, NaN for the middle along an axis; without it the
+    /// robot chooses the place. All throw a GUIException for a path that cannot be read.
     /// @{
 
     /// Moves the pointer to a component, which may be disabled.

@@ -61,7 +61,11 @@ vec2 ToPixel(vec2 const &at)
 std::vector<vec2> ListPlaces(Component const &component, Area const &area, std::optional<vec2> const &wanted)
 {
     if (wanted)
-        return {ToPixel(component.GetAbsolutePosition() + *wanted)};
+    {
+        vec2 const middle = component.GetSize() * 0.5f;
+        vec2 const place(std::isnan(wanted->x) ? middle.x : wanted->x, std::isnan(wanted->y) ? middle.y : wanted->y);
+        return {ToPixel(component.GetAbsolutePosition() + place)};
+    }
     std::vector<vec2> places = {ToPixel(component.GetAbsolutePosition() + component.GetSize() * 0.5f),
                                 ToPixel((area.begin + area.end) * 0.5f)};
     vec2 const cell = (area.end - area.begin) * (1.0f / static_cast<float>(s_gridSize));

@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <limits>
 
 namespace quillmarsh::host
 {
@@ -54,7 +55,8 @@ struct Line
 
     std::optional<vec2> GetPlace() const
     {
-        vec2 place = vec2::ZERO;
+        // The middle, where only one of the two is given.
+        vec2 place(std::numeric_limits<float>::quiet_NaN(), std::numeric_limits<float>::quiet_NaN());
         bool const hasX = arguments.ReadAssignment(s_szX, place.x);
         bool const hasY = arguments.ReadAssignment(s_szY, place.y);
         return hasX || hasY ? std::optional<vec2>(place) : std::nullopt;
