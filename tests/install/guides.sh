@@ -18,7 +18,7 @@ export LD_LIBRARY_PATH
 
 # The installed documents have what the guides start from.
 cd "$work/prefix/share/doc/quillmarsh"
-for page in writing-a-plugin writing-a-driver using-the-library; do
+for page in writing-a-plugin writing-a-gui writing-a-driver using-the-library; do
   python3 "$source/tests/install/follow.py" "docs/$page.md" "$source" "$work/prefix"
 done
 
