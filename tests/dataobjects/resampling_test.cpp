@@ -33,6 +33,8 @@ struct Overloaded : Works...
 {
     using Works::operator()...;
 };
+template<typename... Works>
+Overloaded(Works...) -> Overloaded<Works...>;
 
 Form MakeForm(char const *name, eSampleFormat format, auto... works)
 {
