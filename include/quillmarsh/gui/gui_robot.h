@@ -53,7 +53,8 @@ public:
 /// disabled, outside of the window, or covered by others. A failure drops all operations, and releases all keys and
 /// buttons.
 ///
-/// All text is UTF-8, with the characters of Latin-1. Frame thread only; the devices may be sampled by threads.
+/// All text is UTF-8; what is typed has the characters of Latin-1. Frame thread only; the devices may be sampled by
+/// threads.
 class QUILLMARSH_API Robot : NoCopy
 {
 public:

@@ -1,10 +1,10 @@
 #include <quillmarsh/gui/gui_componentpath.h>
 
-#include "source/gui/robot/latin1.h"
 #include "source/gui/robot/pathparser.h"
 #include "source/gui/robot/pathsearch.h"
 
 #include <quillmarsh/basetools/diagnostics.h>
+#include <quillmarsh/basetools/texttools.h>
 #include <quillmarsh/gui/gui_component.h>
 #include <quillmarsh/gui/gui_manager.h>
 
@@ -16,7 +16,6 @@ namespace quillmarsh::gui
 namespace
 {
 
-using robot_parts::FromLatin1;
 using robot_parts::PathSearch;
 
 /// Children or paths that a message lists at most.
@@ -72,7 +71,7 @@ string DescribeMissing(PathSearch const &search, ComponentPath::Step const &step
     return text;
 }
 
-/// Quotes a caption for a path, in UTF-8.
+/// Quotes a caption for a path.
 string Quote(string const &caption)
 {
     string quoted = "'";
@@ -82,7 +81,7 @@ string Quote(string const &caption)
             quoted += '\\';
         quoted += c;
     }
-    return FromLatin1(quoted + '\'');
+    return quoted + '\'';
 }
 
 string DescribeStep(Component const &component)

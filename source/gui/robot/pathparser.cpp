@@ -27,9 +27,8 @@ public:
 
     std::vector<ComponentPath::Step> Parse()
     {
-        if (string ignored; !ToLatin1(text_, ignored))
-            QUILLMARSH_THROW(GUIException,
-                             "The path " + text_ + " has characters that are not in Latin-1, or is no UTF-8.");
+        if (!IsUtf8(text_))
+            QUILLMARSH_THROW(GUIException, "The path " + text_ + " is no UTF-8.");
         std::vector<ComponentPath::Step> steps;
         bool isDeep = !ReadSeparator(true);
         do
@@ -117,22 +116,20 @@ private:
         if (quote != '\'' && quote != '"')
             return;
         std::size_t const begin = at_++;
-        string caption;
         for (; Peek() != quote; ++at_)
         {
             if (Peek() == s_escape && at_ + 1 < text_.size())
-                caption += text_[at_++];
+                step.caption += text_[at_++];
             if (at_ >= text_.size())
             {
                 at_ = begin;
                 Fail("the quote has no end");
             }
-            caption += text_[at_];
+            // Escapes and wildcards stay.
+            step.caption += text_[at_];
         }
         ++at_;
         step.hasCaption = true;
-        // Escapes and wildcards stay.
-        ToLatin1(caption, step.caption);
     }
 
     void ReadIndex(ComponentPath::Step &step)
@@ -153,6 +150,16 @@ private:
     std::size_t at_ = 0;
     bool isDeepSeparator_ = false;
 };
+
+/// Returns the index behind a character of several bytes.
+std::size_t SkipCharacter(string const &text, std::size_t at)
+{
+    constexpr unsigned int mask = 0xc0, continuation = 0x80;
+    do
+        ++at;
+    while (at < text.size() && (static_cast<unsigned char>(text[at]) & mask) == continuation);
+    return at;
+}
 
 } // namespace
 
@@ -182,8 +189,12 @@ bool MatchesPattern(string const &caption, string const &pattern)
             star = inPattern++;
             behindStar = inCaption;
         }
-        else if (place < pattern.size() &&
-                 (pattern[place] == caption[inCaption] || (!isEscaped && pattern[place] == s_anyCharacter)))
+        else if (place < pattern.size() && !isEscaped && pattern[place] == s_anyCharacter)
+        {
+            inCaption = SkipCharacter(caption, inCaption);
+            inPattern = place + 1;
+        }
+        else if (place < pattern.size() && pattern[place] == caption[inCaption])
         {
             ++inCaption;
             inPattern = place + 1;
@@ -191,7 +202,7 @@ bool MatchesPattern(string const &caption, string const &pattern)
         else if (star != string::npos)
         {
             inPattern = star + 1;
-            inCaption = ++behindStar;
+            inCaption = behindStar = SkipCharacter(caption, behindStar);
         }
         else
             return false;

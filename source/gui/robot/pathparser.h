@@ -12,7 +12,7 @@ std::vector<ComponentPath::Step> ParsePath(string const &text);
 
 /// True for the characters that a caption in a path has behind a backslash.
 bool IsSpecial(char c);
-/// Compares a caption with a pattern of a path, both in Latin-1.
+/// Compares a caption with a pattern of a path, both in UTF-8.
 bool MatchesPattern(string const &caption, string const &pattern);
 /// Returns the caption that a pattern without wildcards stands for; what it looks like with them.
 string StripPattern(string const &pattern);

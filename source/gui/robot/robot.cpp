@@ -114,7 +114,7 @@ string DescribeOtherText(ComponentPath const &path, string const &text)
     if (component == nullptr)
         return seen.substr(0, seen.size() - 1);
     string const caption = component->GetCaption();
-    return caption == text ? "" : "its text is " + Quote(robot_parts::FromLatin1(caption));
+    return caption == text ? "" : "its text is " + Quote(caption);
 }
 
 string DescribeThere(ComponentPath const &path)
@@ -291,10 +291,11 @@ void Robot::WaitForEnd(string const &path, unsigned int limit)
 
 void Robot::WaitForText(string const &path, string const &text, unsigned int limit)
 {
+    if (!robot_parts::IsUtf8(text))
+        QUILLMARSH_THROW(GUIException, "The text '" + text + "' is no UTF-8.");
     work_->Add("wait any longer until " + path + " has the text " + Quote(text),
-               work_->MakeWait([parsed = ComponentPath(path), wanted = ConvertText(text)]
-                               { return DescribeOtherText(parsed, wanted); },
-                               limit));
+               work_->MakeWait(
+                   [parsed = ComponentPath(path), wanted = text] { return DescribeOtherText(parsed, wanted); }, limit));
     Finish();
 }
 

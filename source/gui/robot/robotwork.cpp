@@ -150,7 +150,8 @@ Robot::Work::eStep Robot::Work::Aim(ComponentPath const &path, ReachWish const &
     if (component == nullptr)
     {
         seen.pop_back();
-        return GoOn(patience, "there is no such component. " + seen);
+        bool const isMissing = path.FindAll(manager).empty();
+        return GoOn(patience, (isMissing ? "there is no such component. " : "several components fit. ") + seen);
     }
     robot_parts::Reach const reach = robot_parts::FindReach(manager, *component, wish);
     if (!reach.obstacle.empty())

@@ -6,6 +6,7 @@
 #include <quillmarsh/framework/plugindescriptors.h>
 #include <quillmarsh/framework/pluginlibrary.h>
 #include <quillmarsh/gui/gui_buttons.h>
+#include <quillmarsh/widgets/textencoding.h>
 
 #include <ostream>
 #include <utility>
@@ -52,7 +53,7 @@ public:
         Place(*this, {10, 50}, {200, 20});
     }
 
-    string GetCaption() const override { return text_; }
+    string GetCaption() const override { return widgets::FromGlyphs(text_); }
     bool OnKeyboardQueryFocus(bool, eMouseButton, bool &want, bool &needCharacters) override
     {
         want = needCharacters = true;
