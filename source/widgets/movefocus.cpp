@@ -4,6 +4,7 @@
 
 #include <quillmarsh/gui/gui_component.h>
 #include <quillmarsh/widgets/panel.h>
+#include <quillmarsh/widgets/textfield.h>
 
 #include <vector>
 
@@ -47,6 +48,13 @@ gui::Component *FindNext(gui::Component &component, gui::Component const &branch
         at = &parent;
     }
     return nullptr;
+}
+
+/// Selects the text of a field that the focus moved to, for new text to take its place.
+void SelectText(gui::Component *component)
+{
+    if (auto *const field = dynamic_cast<TextField *>(component))
+        field->SelectAll();
 }
 
 FocusOrder FindOrder(gui::Component &branch, gui::Component const *current)
@@ -97,7 +105,9 @@ bool MoveFocusFrom(gui::Component &branch, gui::Component const *current, bool f
             continue;
         stop->RequestKeyboardFocus();
         // A handler may have passed it on.
-        gui::Component const *const target = manager.GetKeyboardFocusTarget();
+        gui::Component *const target = manager.GetKeyboardFocusTarget();
+        if (target == stop.Get())
+            SelectText(target);
         if (target != former || target == stop.Get())
             return true;
     }
