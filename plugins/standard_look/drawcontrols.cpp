@@ -180,7 +180,8 @@ void DrawSliderThumb(Painter &painter, gui::Component const &component)
     gui::Component const *const slider = component.GetParent();
     bool const isEnabled = component.IsEnabled() && (slider == nullptr || slider->IsEnabled());
     auto const *const thumb = dynamic_cast<gui::Thumb const *>(&component);
-    bool const isTouched = isEnabled && (component.IsHot() || (thumb != nullptr && thumb->IsGrabbed()));
+    bool const isHot = component.IsHot() || (slider != nullptr && slider->IsHot());
+    bool const isTouched = isEnabled && (isHot || (thumb != nullptr && thumb->IsGrabbed()));
     Ink const &ink = painter.GetInk(isTouched ? e_ink_accentHot : isEnabled ? e_ink_accent : e_ink_accentDisabled);
     painter.FillRound(knob, e_part_corner8, ink.surface);
     Rectangle inner = knob;

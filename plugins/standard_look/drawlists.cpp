@@ -80,7 +80,10 @@ struct RowInks
 RowInks FindRowInks(widgets::ListBox const &list, unsigned int index)
 {
     if (!list.IsEnabled())
-        return {e_ink_rowDisabled, e_ink_rowDisabled};
+    {
+        eInk const disabled = list.IsSelected(index) ? e_ink_accentDisabled : e_ink_rowDisabled;
+        return {disabled, disabled};
+    }
     if (list.IsSelected(index))
     {
         eInk const selected = list.IsFocused() ? e_ink_rowSelected : e_ink_rowSelectedIdle;
