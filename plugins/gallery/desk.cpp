@@ -42,10 +42,10 @@ string ToLower(string text)
     return text;
 }
 
-/// True if every word of `words` stands in title or keywords.
+/// True if every word of `words` stands in title, hint or keywords.
 bool Matches(Section const &section, string const &words)
 {
-    string const text = ToLower(string(section.title) + ' ' + section.keywords);
+    string const text = ToLower(string(section.title) + ' ' + section.hint + ' ' + section.keywords);
     std::istringstream stream(ToLower(words));
     for (string word; stream >> word;)
     {
@@ -72,8 +72,16 @@ Desk::Desk() : Panel(string()), shown_(&GetSections().front())
     new Label(side, "Gallery", ShaderName_Heading);
     search_ = new TextField(side, string(), s_sideWidth);
     search_->SetPlaceholder("Search");
-    search_->SetToolTipText("Words of which a section's title or keywords have all");
+    search_->SetToolTipText("Lists the sections that have all of these words;\nEnter shows the first one.");
     search_->SetAction([this](string const &words) { ListSections(words); });
+    search_->SetEnterAction(
+        [this](string const &words)
+        {
+            if (listed_.empty())
+                return;
+            Show(*listed_.front());
+            ListSections(words);
+        });
     list_ = new ListBox(side, {s_sideWidth, 200});
     list_->SetAction([this](unsigned int index) { Show(*listed_[index]); });
     side->SetFill(*list_);
