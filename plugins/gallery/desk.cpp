@@ -82,7 +82,7 @@ Desk::Desk() : Panel(string()), shown_(&GetSections().front())
             Show(*listed_.front());
             ListSections(words);
         });
-    list_ = new ListBox(side, {s_sideWidth, 200});
+    list_ = new ListBox(side, {s_sideWidth, 72});
     list_->SetAction([this](unsigned int index) { Show(*listed_[index]); });
     side->SetFill(*list_);
     MakeSwitches(*side);
