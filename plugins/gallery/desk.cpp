@@ -55,6 +55,19 @@ bool Matches(Section const &section, string const &words)
     return true;
 }
 
+/// Column that takes the height it gets, so that a tall page leaves the column beside it within the window.
+class Page : public Stack
+{
+public:
+    explicit Page(gui::Component &parent) : Stack(true, &parent, Measures::Margin) {}
+
+    void RecalcSize() override
+    {
+        Stack::RecalcSize();
+        SetSizeY(0);
+    }
+};
+
 } // namespace
 
 Desk::Desk() : Panel(string()), shown_(&GetSections().front())
@@ -87,7 +100,7 @@ Desk::Desk() : Panel(string()), shown_(&GetSections().front())
     side->SetFill(*list_);
     MakeSwitches(*side);
 
-    page_ = new Stack(true, columns, Measures::Margin);
+    page_ = new Page(*columns);
     columns->SetFill(*page_);
     ListSections(string());
     Show(*shown_);
