@@ -28,12 +28,12 @@ var look.theme light
 var look.scale 1.5
 var gallery.section Lists
 robot wait 'Label "Lists"'
-robot click '/Desk/Component/Stack/Stack[1]/Stack/Stack[1]/ListBox' -y=18
+robot click 'Page/Stack/Stack[1]/ListBox' -y=18
 robot hold Shift
-robot click '/Desk/Component/Stack/Stack[1]/Stack/Stack[1]/ListBox' -y=100
+robot click 'Page/Stack/Stack[1]/ListBox' -y=100
 robot release Shift
 robot hold Control
-robot click '/Desk/Component/Stack/Stack[1]/Stack/Stack[1]/ListBox' -y=64
+robot click 'Page/Stack/Stack[1]/ListBox' -y=64
 robot release Control
 robot wait -frames=2
 screenshot -ow

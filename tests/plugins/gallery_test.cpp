@@ -13,7 +13,7 @@ namespace
 /// Buttons, check boxes, sliders.
 constexpr char s_szValues[] = R"(
 wait 'Label "Buttons"'
-click '/Desk/Component/Stack/Stack[1]/Stack/TextButton[1]'
+click 'Page/Stack/TextButton[1]'
 wait 'Label "1"'
 key Space
 wait 'Label "2"'
@@ -64,7 +64,7 @@ wait 'TextField "short"'
 double-click 'TextField "All of it is selected"' -x=20
 type 'None'
 wait 'TextField "None of it is selected"'
-click '/Desk/Component/Stack/Stack[0]/TextField'
+click '/Desk/Component/Stack/Stack/TextField'
 key Control+A
 type 'rows shift'
 key Enter
@@ -74,30 +74,30 @@ key End
 wait 'ListBox "Neptune"'
 type 'ma'
 wait 'ListBox "Mars"'
-click '/Desk/Component/Stack/Stack[1]/Stack/Stack[1]/ListBox' -y=12
+click 'Page/Stack/Stack[1]/ListBox' -y=12
 hold Shift
-click '/Desk/Component/Stack/Stack[1]/Stack/Stack[1]/ListBox' -y=60
+click 'Page/Stack/Stack[1]/ListBox' -y=60
 release Shift
 key Control+Space
-click '/Desk/Component/Stack/Stack[1]/Stack/Stack[2]/ListBox' -y=30
+click 'Page/Stack/Stack[2]/ListBox' -y=30
 key End
 wait 'ListBox "99999"'
-drag '/Desk/Component/Stack/Stack[1]/Stack/Stack[2]/ListBox // ScrollThumb' -dy=-300
-click '/Desk/Component/Stack/Stack[1]/Stack/Stack[2]/ListBox' -y=12
+drag 'Page/Stack/Stack[2]/ListBox // ScrollThumb' -dy=-300
+click 'Page/Stack/Stack[2]/ListBox' -y=12
 wait 'ListBox "0"'
-wheel '/Desk/Component/Stack/Stack[1]/Stack/Stack[2]/ListBox' -delta=-120
+wheel 'Page/Stack/Stack[2]/ListBox' -delta=-120
 key Home
 )";
 
 /// Tabs, panels and dialogs.
 constexpr char s_szDialogs[] = R"(
-click '/Desk/Component/Stack/Stack[0]/ListBox' -y=132
+click '/Desk/Component/Stack/Stack/ListBox' -y=132
 wait 'Label "Tabs"'
 click 'Tab "Volume"'
 wait 'Label "The page of the tab Volume."'
 key ArrowRight
 wait 'Label "The page of the tab Signal."'
-drag '/Desk/Component/Stack/Stack[1]/Splitter/SplitterThumb' -dx=-60
+drag 'Page/Splitter/SplitterThumb' -dx=-60
 list SplitterThumb
 key ArrowRight
 list SplitterThumb
@@ -166,7 +166,7 @@ constexpr char s_szRest[] = R"(
 click ListBox -y=156
 move 'TextButton "Rest*"'
 wait '"Tool tips come*"'
-click '/Desk/Component/Stack/Stack[0]/ListBox' -y=180
+click '/Desk/Component/Stack/Stack/ListBox' -y=180
 wait 'Label "Menus"'
 click 'TextButton "Menu"'
 key ArrowDown
