@@ -232,6 +232,44 @@ TEST_F(GuiResources, LookUpEverythingBeforeAnybodyIsTold)
     EXPECT_EQ(log_.Take(), (Lines{"s fonts", "c fonts", "a fonts", "s got fonts", "c got fonts", "a got fonts"}));
 }
 
+/// Makes a component in the middle of a synchronisation.
+struct Maker : Component
+{
+    void OnFontListChanged(gui::Manager &) override
+    {
+        if (made != nullptr)
+            return;
+        made = new Component;
+        made->SetShaderName("shader");
+    }
+    Component *made = nullptr;
+};
+
+/// User that is in no list of the manager, and asks for its font.
+struct FreeUser : gui::VideoResourceUser
+{
+    bool CacheFontHandles(gui::Manager &) override
+    {
+        ++numLookUps;
+        return true;
+    }
+    int numLookUps = 0;
+};
+
+TEST_F(GuiResources, LoseNoRequestWhenEverybodyLooksUpAnew)
+{
+    auto *const shader = new PlainShader("shader");
+    auto *const maker = new Maker;
+    FreeUser user;
+    manager_.RequestFontRecache(user);
+    AddFont("font");
+    manager_.SyncObjectStates();
+    manager_.SyncObjectStates();
+    ASSERT_NE(nullptr, maker->made);
+    EXPECT_EQ(shader, maker->made->GetBaseShader());
+    EXPECT_EQ(1, user.numLookUps);
+}
+
 TEST_F(GuiResources, SurviveUsersThatDeleteOneAnother)
 {
     GuiScreen const screen;

@@ -249,8 +249,7 @@ bool Resources::CollectUsers(bool &recacheAll, Kind &kind, LookUps<VideoResource
         return !requests.IsEmpty();
     kind.objects.CondemnRetired();
     parts_.pending.allGeometryDirty = true;
-    requests.Clear();
-    ForEachUser([&](VideoResourceUser &user) { requests.Append(user); });
+    requests.CollectAhead([&] { ForEachUser([&](VideoResourceUser &user) { requests.Append(user); }); });
     return true;
 }
 
@@ -308,8 +307,8 @@ bool Resources::CollectComponents(bool &all, LookUps<Component> &requests)
     if (!std::exchange(all, false))
         return !requests.IsEmpty();
     parts_.pending.allGeometryDirty = true;
-    requests.Clear();
-    parts_.queues.all.ForEach([&](Component &component) { requests.Append(component); });
+    requests.CollectAhead([&]
+                          { parts_.queues.all.ForEach([&](Component &component) { requests.Append(component); }); });
     return true;
 }
 

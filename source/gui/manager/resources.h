@@ -25,7 +25,14 @@ public:
     void Erase(T &user);
     /// Nobody waits to look up.
     bool IsEmpty() const { return requests_.IsEmpty(); }
-    void Clear() { requests_.Clear(); }
+    /// Appends users by a call. Those that wait already come behind them: some may be in no list of users.
+    template<typename Collect>
+    void CollectAhead(Collect &&collect)
+    {
+        requests_.WorkOff([this](T &user) { lookedUp_.Append(user); });
+        collect();
+        lookedUp_.WorkOff([this](T &user) { requests_.Append(user); });
+    }
 
     /// Calls for each user that waits. Throws GUIException, `failure` and the object name, when a call returns false.
     template<typename Call>
