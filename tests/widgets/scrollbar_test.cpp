@@ -26,9 +26,6 @@ protected:
         desk.Frame();
     }
 
-    /// The thumb is as long as it may be short, which leaves it a way of 76 pixels.
-    static constexpr int s_thumb = 24;
-
     tests::GuiDesk desk;
     ScrollBar *bar = new ScrollBar(true, nullptr);
     Positions positions;

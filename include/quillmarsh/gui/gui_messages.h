@@ -334,7 +334,7 @@ public:
     /// Answer: the component becomes active.
     bool GetAutoActivate() const { return GetWord<3, unsigned char>() != 0; }
     void SetAutoActivate(bool autoActivate) { SetWord<3>(autoActivate); }
-    /// The component that was hit; null if it is the receiver itself, or if no mouse did it. Good during the dispatch.
+    /// The component under the mouse; null if it is the receiver itself. Good during the dispatch.
     Component *GetClickedDescendant() const { return GetObject<Component>(); }
     void SetClickedDescendant(Component *clickedDescendant) { SetObject(clickedDescendant); }
 };

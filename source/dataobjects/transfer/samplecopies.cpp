@@ -127,7 +127,18 @@ bool CanFuse(CopyLayout const &wanted, CopyLayout const &layout, SignalBase cons
     return wanted == layout && dst.CheckDimensionMatch(src) && !Overlap(dst, src);
 }
 
-/// Asserts that both have the same number of samples. False after an ignored assertion.
+/// Copies that assert by themselves: whoever ignores the assertion of one does not ignore that of another.
+enum class eCopy
+{
+    e_convert,
+    e_bytes,
+    e_luminance,
+    e_spread
+};
+
+/// Asserts that both have the same number of samples. False after an ignored assertion. A template, as each has a place
+/// of its own.
+template<eCopy copy, typename Converter = void>
 bool CheckCounts(SignalBase const &dst, SignalBase const &src)
 {
     bool const match = dst.CheckDimensionMatch(src);
@@ -140,7 +151,7 @@ template<typename Converter>
 void ConvertAll(eSampleKernel kernel, Converter converter, SignalBase &dst, unsigned int dstSize, SignalBase const &src,
                 unsigned int srcSize)
 {
-    bool const match = CheckCounts(dst, src);
+    bool const match = CheckCounts<eCopy::e_convert, Converter>(dst, src);
     QUILLMARSH_ASSERT(dst.GetSampleByteSize() == dstSize, "Invalid destination-sample-size.");
     QUILLMARSH_ASSERT(src.GetSampleByteSize() == srcSize, "Invalid source-sample-size.");
     if (match && dst.GetSampleByteSize() == dstSize && src.GetSampleByteSize() == srcSize)
@@ -158,7 +169,7 @@ void CopySamples_NBytes(SignalBase &dst, unsigned int dstOffset, SignalBase cons
                         unsigned int n)
 {
     bool const fits = n <= dst.GetSampleByteSize() && n <= src.GetSampleByteSize();
-    bool const match = CheckCounts(dst, src);
+    bool const match = CheckCounts<eCopy::e_bytes>(dst, src);
     QUILLMARSH_ASSERT(fits, "Num-bytes-per-sample out of range.");
     QUILLMARSH_ASSERT(!fits || HoldsPart(dst, dstOffset, n), "Destination-byte-offset out of range.");
     QUILLMARSH_ASSERT(!fits || HoldsPart(src, srcOffset, n), "Source-byte-offset out of range.");
@@ -180,7 +191,7 @@ void CopySamples_NBytes(SignalBase &dst, unsigned int dstOffset, SignalBase cons
 void CopySamples_3BytesBGRTo1ByteL(SignalBase &dst, unsigned int dstLOffset, SignalBase const &src,
                                    unsigned int srcBGROffset)
 {
-    bool const match = CheckCounts(dst, src);
+    bool const match = CheckCounts<eCopy::e_luminance>(dst, src);
     QUILLMARSH_ASSERT(HoldsPart(dst, dstLOffset, 1), "Destination-L-offset out of range.");
     QUILLMARSH_ASSERT(HoldsPart(src, srcBGROffset, 3), "Source-BGR-offset out of range.");
     if (!match || !HoldsPart(dst, dstLOffset, 1) || !HoldsPart(src, srcBGROffset, 3))
@@ -192,7 +203,7 @@ void CopySamples_3BytesBGRTo1ByteL(SignalBase &dst, unsigned int dstLOffset, Sig
 void CopySamples_1ByteLTo3BytesBGR(SignalBase &dst, unsigned int dstBGROffset, SignalBase const &src,
                                    unsigned int srcLOffset)
 {
-    bool const match = CheckCounts(dst, src);
+    bool const match = CheckCounts<eCopy::e_spread>(dst, src);
     QUILLMARSH_ASSERT(HoldsPart(src, srcLOffset, 1), "Source-L-offset out of range.");
     QUILLMARSH_ASSERT(HoldsPart(dst, dstBGROffset, 3), "Destination-BGR-offset out of range.");
     if (!match || !HoldsPart(src, srcLOffset, 1) || !HoldsPart(dst, dstBGROffset, 3))

@@ -100,18 +100,6 @@ void List(ostream &out, Manager const &manager, Kind const &kind, bool withObjec
     (manager.*kind.dumpObjects)(out, 0);
 }
 
-/// Returns what the line lacks for the change that it asks for; null if it lacks nothing.
-char const *FindLack(CommandArguments const &arguments, Kind const *kind)
-{
-    bool const clearsAll = arguments.HasOption(Cmd::s_szOptionClearAll);
-    bool const clears = arguments.HasOption(Cmd::s_szOptionClear);
-    bool const adds = arguments.FindAssignment(Cmd::s_szAssignReference) != nullptr;
-    if ((clearsAll || clears || adds) && kind == nullptr)
-        return "The object-type is missing.\n";
-    bool const hasAlias = arguments.FindAssignment(Cmd::s_szAssignAlias) != nullptr;
-    return (clears || adds) && !hasAlias ? "The alias-name is missing.\n" : nullptr;
-}
-
 void Change(CommandArguments const &arguments, Manager &manager, Kind const &kind)
 {
     if (arguments.HasOption(Cmd::s_szOptionClearAll))
@@ -143,11 +131,6 @@ bool GUIAliasCmd::ParseAndExecute(ostream &out, CommandLineParser const &parser,
         return false;
     CommandArguments const arguments(*this, parser, s_words);
     Kind const *const named = FindKind(arguments);
-    if (char const *const lack = FindLack(arguments, named))
-    {
-        out << e_error << lack << e_info;
-        return false;
-    }
     if (named != nullptr)
         Change(arguments, *manager, *named);
     for (Kind const &kind : s_kinds)

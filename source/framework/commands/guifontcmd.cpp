@@ -147,29 +147,24 @@ constexpr auto s_words = []
     return words;
 }();
 
-/// Finds the name of the font that the line selects. Returns false when it selects none; the name is empty when there
-/// is no such font.
-bool SelectFont(CommandArguments const &arguments, Manager const &manager, string &name, string &wish)
+/// Returns the name of the font that the line selects; empty when it selects none that there is.
+string SelectFont(CommandArguments const &arguments, Manager const &manager)
 {
-    name.clear();
     if (string const *const number = arguments.FindAssignment(Cmd::s_szAssignFontNumber))
     {
-        wish = *number;
         std::vector<string> const names = GetFontNames();
         unsigned int index = 0;
         if (command_values::IsUnsigned(*number) && ToValue(*number, index) && index < names.size())
-            name = names[index];
-        return true;
+            return names[index];
     }
-    string const *const resource = arguments.FindAssignment(Cmd::s_szAssignFontResource);
-    if (resource == nullptr)
-        return false;
-    wish = *resource;
-    gui::Font *const font = manager.GetFont(*resource);
-    // The name under which it is registered, not its alias.
-    if (font != nullptr)
-        manager.IsRegisteredFont(*font, &name);
-    return true;
+    string name;
+    if (string const *const resource = arguments.FindAssignment(Cmd::s_szAssignFontResource))
+    {
+        // The name under which it is registered, not its alias.
+        if (gui::Font *const font = manager.GetFont(*resource))
+            manager.IsRegisteredFont(*font, &name);
+    }
+    return name;
 }
 
 void ChangeParams(CommandArguments const &arguments, Params &params)
@@ -274,17 +269,11 @@ bool GUIFontCmd::ParseAndExecute(ostream &out, CommandLineParser const &parser, 
     Manager *const manager = FindGUIManager(out);
     if (manager == nullptr)
         return false;
-    string name;
-    string wish;
-    if (!SelectFont(arguments, *manager, name, wish))
-    {
-        ListFonts(out, *manager);
-        return true;
-    }
+    string const name = SelectFont(arguments, *manager);
     if (!name.empty())
         return ShowFont(out, arguments, *manager, name);
-    out << e_error << "Cannot find font-resource " << wish << ".\n" << e_info;
-    return false;
+    ListFonts(out, *manager);
+    return true;
 }
 
 void GUIFontCmd::DumpHelp(ostream &out, CommandLineParser const &parser)

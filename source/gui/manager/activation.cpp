@@ -86,7 +86,7 @@ void Activation::NotifyDeactivate(List &list, Component const *except, bool byMo
 
 void Activation::NotifyActivate(ComponentRow &list, bool byMouse, vec2 const &position)
 {
-    Watch<Component> const hit(byMouse ? &parts_.hitTest.GetTarget() : nullptr);
+    Watch<Component> const hit(parts_.hitTest.GetTarget());
     eMouseButton const button = parts_.mouseButtons.firstDownButton;
     list.ForEach(
         [&](Component &component)
