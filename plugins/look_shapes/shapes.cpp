@@ -151,7 +151,7 @@ void DrawShadowCorner(Sheet &sheet, unsigned int x, unsigned int y, unsigned int
             float const rest = 1 - std::min(GetLength(away(column), away(row)), 1.0f);
             // Leaves both ends without a kink.
             float const coverage = rest * rest * (3 - 2 * rest);
-            sheet.Cover(x + column, y + row, static_cast<unsigned char>(coverage * 255 + 0.5f));
+            sheet.Cover(x + column, y + row, static_cast<unsigned char>(std::floor(coverage * 255 + 0.5f)));
         }
     }
 }

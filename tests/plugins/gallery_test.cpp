@@ -3,7 +3,7 @@
 #include "tests/support/leaks.h"
 #include "tests/support/scratch_directory.h"
 
-#include <gmock/gmock.h>
+#include <gtest/gtest.h>
 
 namespace quillmarsh::tests
 {
@@ -194,6 +194,14 @@ key F9
 wait ConsolePanel -gone
 )";
 
+/// True if a text has a part.
+testing::AssertionResult Contains(string const &text, string const &part)
+{
+    if (text.find(part) != string::npos)
+        return testing::AssertionSuccess();
+    return testing::AssertionFailure() << '"' << part << "\" is not in: " << text;
+}
+
 /// Runs the script in a directory with a file and a directory of its own.
 class Gallery : public testing::Test
 {
@@ -224,7 +232,7 @@ protected:
 
 TEST_F(Gallery, ValuesFollowMouseAndKeys)
 {
-    EXPECT_THAT(Drive(s_szValues), testing::HasSubstr("SampleBar/ScrollThumb at 324,300 size 80x12"));
+    EXPECT_TRUE(Contains(Drive(s_szValues), "SampleBar/ScrollThumb at 324,300 size 80x12"));
 }
 
 TEST_F(Gallery, TextsAndListsFollowMouseAndKeys)
@@ -235,16 +243,16 @@ TEST_F(Gallery, TextsAndListsFollowMouseAndKeys)
 TEST_F(Gallery, DialogsAreAnswered)
 {
     string const out = Drive(s_szDialogs);
-    EXPECT_THAT(out, testing::HasSubstr("Splitter/SplitterThumb at 441,266 size 6x200")) << "dragged";
-    EXPECT_THAT(out, testing::HasSubstr("Splitter/SplitterThumb at 449,266 size 6x200")) << "moved by a key";
+    EXPECT_TRUE(Contains(out, "Splitter/SplitterThumb at 441,266 size 6x200")) << "dragged";
+    EXPECT_TRUE(Contains(out, "Splitter/SplitterThumb at 449,266 size 6x200")) << "moved by a key";
 }
 
 TEST_F(Gallery, MenusThemesAndConsoleWork)
 {
     string const out = Drive(s_szRest);
-    EXPECT_THAT(out, testing::HasSubstr("look.theme = light"));
-    EXPECT_THAT(out, testing::HasSubstr("look.scale = 2\n"));
-    EXPECT_THAT(out, testing::HasSubstr("gallery.section = Texts"));
+    EXPECT_TRUE(Contains(out, "look.theme = light"));
+    EXPECT_TRUE(Contains(out, "look.scale = 2\n"));
+    EXPECT_TRUE(Contains(out, "gallery.section = Texts"));
 }
 
 } // namespace

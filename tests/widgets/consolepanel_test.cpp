@@ -166,7 +166,8 @@ TEST(ConsolePanel, Completes)
 
     desk.console->GetLine().RequestKeyboardFocus();
     desk.console->GetLine().SetAction([&](string const &) { delete desk.console; });
-    desk.Type("hi", e_key_tab);
+    desk.console->GetLine().SetText("hi");
+    desk.TypeKey(e_key_tab);
 }
 
 TEST(ConsolePanel, HidesFromScreenshots)

@@ -108,7 +108,7 @@ TEST_F(MenuTest, ReleaseOfTheClickThatOpensChoosesNothing)
     MoveToRow(*menu, 2);
     desk.Click();
     EXPECT_NE(menu.Get(), nullptr) << "disabled rows and lines cannot be chosen";
-    EXPECT_EQ(menu->GetCurrent(), Menu::s_noItem);
+    EXPECT_EQ(menu->GetCurrent(), +Menu::s_noItem);
     MoveToRow(*menu, 1);
     desk.Click();
     EXPECT_EQ(chosen, Names{"Cut"});

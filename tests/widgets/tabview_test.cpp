@@ -108,7 +108,7 @@ TEST_F(TabViewTest, DeletedPagesTakeTheirTabsWithThem)
     EXPECT_EQ(view->GetTab(0)->GetCaption(), "Three");
     EXPECT_EQ(view->GetNumChildren(), 2U);
     delete view->GetPage(0);
-    EXPECT_EQ(view->GetShownPage(), TabView::s_noPage);
+    EXPECT_EQ(view->GetShownPage(), +TabView::s_noPage);
     EXPECT_FALSE(view->OnKeyboardKey(true, e_key_tab, 0, 0));
     view->AddPage("New");
     ExpectShown(0);

@@ -36,6 +36,7 @@ string List(std::vector<string> const &texts, std::size_t limit = s_maxListed)
 std::vector<string> DescribeAll(std::vector<Component *> const &components)
 {
     std::vector<string> texts;
+    texts.reserve(components.size());
     for (Component const *component : components)
         texts.push_back(ComponentPath::Describe(*component));
     return texts;
@@ -44,6 +45,7 @@ std::vector<string> DescribeAll(std::vector<Component *> const &components)
 std::vector<string> MakePaths(std::vector<Component *> const &components)
 {
     std::vector<string> texts;
+    texts.reserve(components.size());
     for (Component const *component : components)
         texts.push_back(ComponentPath::Make(*component));
     return texts;

@@ -48,7 +48,8 @@ std::vector<eKey> ParseChord(string const &chord)
         TrimWhitespace(name);
         eKey key = e_key_none;
         if (!FindKey(name, key))
-            QUILLMARSH_THROW(GUIException, "There is no key '" + name + "', which the chord '" + chord + "' names.");
+            QUILLMARSH_THROW(GUIException,
+                             string("There is no key '").append(name) + "', which the chord '" + chord + "' names.");
         keys.push_back(key);
     }
     if (keys.empty())
@@ -73,7 +74,7 @@ string ConvertText(string const &text)
 
 string MakeTypedText(string const &text)
 {
-    string const latin1 = ConvertText(text);
+    string latin1 = ConvertText(text);
     for (std::size_t i = 0; i < latin1.size(); ++i)
     {
         KeyStroke stroke;
@@ -107,7 +108,7 @@ string DescribeMissing(ComponentPath const &path)
 
 string DescribeOtherText(ComponentPath const &path, string const &text)
 {
-    if (string const missing = DescribeMissing(path); !missing.empty())
+    if (string missing = DescribeMissing(path); !missing.empty())
         return missing;
     string seen;
     Component const *const component = path.Find(Manager::Instance(), seen);
