@@ -594,7 +594,7 @@ TEST_F(Qmdp, ShellsCompleteWhatTheTablesHold)
 TEST_F(Qmdp, ProgressIsShownOnATerminalOnly)
 {
     // Each takes some hundredths of a second, so the line appears before the end.
-    Words words = {"convert", "--to=qmdp", "--size=1500x1500", "--filter=lanczos", "--jobs=1"};
+    Words words = {"convert", "--to=qmdp", "--size=2600x2600", "--filter=lanczos", "--jobs=1"};
     for (int i = 0; i < 30; ++i)
         words.push_back(directory_.Write("f" + std::to_string(i) + ".qmdp", SmallImage()));
     std::filesystem::create_directory(directory_ / "out");
