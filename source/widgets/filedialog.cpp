@@ -269,6 +269,8 @@ string FileDialog::GetEnteredName() const
 string FileDialog::MakeFullName(string const &name) const
 {
     string full = file_system::IsAbsolutePathName(name) ? name : directory_ + name;
+    // On Windows, both separators are typed.
+    std::replace(full.begin(), full.end(), '/', file_system::GetPathSeparator());
     std::vector<string> pieces;
     file_system::SplitPathName(full, pieces);
     bool const hasDots =

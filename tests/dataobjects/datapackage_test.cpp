@@ -1,4 +1,5 @@
 #include <quillmarsh/basetools/exception.h>
+#include <quillmarsh/basetools/filesystem.h>
 #include <quillmarsh/dataobjects/imageio.h>
 #include <quillmarsh/dataobjects/signalio.h>
 #include <quillmarsh/dataobjects/volumeio.h>
@@ -357,13 +358,13 @@ TEST(DataPackage, FilesKeepTheirContentsUntilTheNewOnesAreWhole)
     package.SetPackageID(7);
     package.SetPayload(&Fill(image));
     EXPECT_TRUE(package.SaveToFile(name, true));
-    EXPECT_EQ(tests::ReadFile(name), s_image);
+    EXPECT_EQ(tests::ReadFile(file_system::GetStreamPath(name)), s_image);
 
     package.SetPayload(nullptr);
     EXPECT_FALSE(package.SaveToFile(name, false));
     EXPECT_EQ(FailureOf([&] { package.SaveToFile(name, true); }),
               "SerializationException DataPackageImage: Payload not ready.");
-    EXPECT_EQ(tests::ReadFile(name), s_image);
+    EXPECT_EQ(tests::ReadFile(file_system::GetStreamPath(name)), s_image);
     EXPECT_EQ(directory.CountEntries(), 1);
     EXPECT_TRUE(package.LoadFromFile(name, true));
     EXPECT_EQ(SamplesOf(*package.GetPayload(false)), "abcdef");
