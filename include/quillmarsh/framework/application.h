@@ -204,11 +204,11 @@ public:
     /// open, for a device that is lost and comes back. The hooks of the window are called when the video has one.
     /// @{
 
-    /// Returns true to use a video renderer. By default each is used.
-    virtual bool ConfirmVideoRenderer(string const &pluginName, string const &interfaceName);
     /// Removes what the application does not accept from the profile of a confirmed renderer. `filtered` contains the
     /// whole profile; VideoProfile::Filter() makes it smaller. By default all is accepted.
     virtual void FilterVideoProfile(VideoProfile const &profile, VideoProfile &filtered);
+    /// Returns true to use a video renderer. By default each is used.
+    virtual bool ConfirmVideoRenderer(string const &pluginName, string const &interfaceName);
     /// Shows renderer and configuration that are about to be opened, which the application may change. When they are not
     /// accepted, the closest ones are opened instead.
     virtual void QueryVideoConfig(string &pluginName, VideoConfig &config, unsigned int code, unsigned int subcode);
