@@ -89,6 +89,28 @@ void DrawMarkedText(Painter &painter, gui::Component const &component)
                      painter.GetInk(component.IsEnabled() ? e_ink_label : e_ink_labelDisabled).text);
 }
 
+/// Shapes of the box of a check box or radio button, and what stands in it when it is on.
+struct MarkShapes
+{
+    ePart corner;
+    ePart ring;
+    ePart focus;
+    widgets::eMark mark;
+};
+
+void DrawMarked(Painter &painter, gui::Component const &component, MarkShapes const &shapes)
+{
+    bool const isOn = IsToggled(component);
+    Ink const &ink = painter.GetInk(FindInk(component, isOn ? s_accent : s_control));
+    Rectangle const box = GetMarkArea(painter);
+    painter.DrawBox(box, shapes.corner, shapes.ring, ink);
+    if (isOn)
+        painter.DrawMark(shapes.mark, box, ink.text);
+    if (component.IsFocused())
+        painter.DrawFocus(box, shapes.focus);
+    DrawMarkedText(painter, component);
+}
+
 } // namespace
 
 void DrawButton(Painter &painter, gui::Component const &component)
@@ -128,28 +150,12 @@ void DrawToolButton(Painter &painter, gui::Component const &component)
 
 void DrawCheckBox(Painter &painter, gui::Component const &component)
 {
-    bool const isOn = IsToggled(component);
-    Ink const &ink = painter.GetInk(FindInk(component, isOn ? s_accent : s_control));
-    Rectangle const box = GetMarkArea(painter);
-    painter.DrawBox(box, e_part_corner3, e_part_ring3, ink);
-    if (isOn)
-        painter.DrawMark(widgets::e_mark_check, box, ink.text);
-    if (component.IsFocused())
-        painter.DrawFocus(box, e_part_focus6);
-    DrawMarkedText(painter, component);
+    DrawMarked(painter, component, {e_part_corner3, e_part_ring3, e_part_focus6, widgets::e_mark_check});
 }
 
 void DrawRadioButton(Painter &painter, gui::Component const &component)
 {
-    bool const isOn = IsToggled(component);
-    Ink const &ink = painter.GetInk(FindInk(component, isOn ? s_accent : s_control));
-    Rectangle const box = GetMarkArea(painter);
-    painter.DrawBox(box, e_part_corner8, e_part_ring8, ink);
-    if (isOn)
-        painter.DrawMark(widgets::e_mark_dot, box, ink.text);
-    if (component.IsFocused())
-        painter.DrawFocus(box, e_part_focus11);
-    DrawMarkedText(painter, component);
+    DrawMarked(painter, component, {e_part_corner8, e_part_ring8, e_part_focus11, widgets::e_mark_dot});
 }
 
 void DrawSlider(Painter &painter, gui::Component const &component)

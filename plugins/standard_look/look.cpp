@@ -13,7 +13,6 @@
 #include <quillmarsh/gui/gui_textures.h>
 
 #include <algorithm>
-#include <cmath>
 
 namespace standard_look
 {
@@ -60,16 +59,12 @@ AutoPtr<gui::TileTexture> DrawCursorTexture()
     return std::make_unique<gui::TileTexture>(*image, false, 1, numTiles);
 }
 
-float LimitScale(float scale)
-{
-    return std::isfinite(scale) ? std::clamp(scale, 0.5f, 4.0f) : 1.0f;
-}
-
 } // namespace
 
-Look::Look(float scale) : scale_(LimitScale(scale)), theme_(GetThemes().data())
+Look::Look(float scale) : theme_(GetThemes().data())
 {
-    Measures::SetScale(scale_);
+    Measures::SetScale(scale);
+    scale_ = Measures::GetScale();
     MakeFonts();
     MakeShaders();
     MakeCursors();
@@ -88,8 +83,8 @@ Look::~Look()
         manager.ClearShaderAlias(row.name);
     for (FontRow const &row : s_fonts)
         manager.ClearFontAlias(row.name);
-    for (CursorRow const &row : s_cursors)
-        manager.DeleteCursor(row.name);
+    for (string const &name : cursors_)
+        manager.DeleteCursor(name);
     manager.UnregisterTileTexture(s_cursorTexture);
     for (string const &name : standardFonts_)
         manager.UnregisterFont(name);
@@ -143,8 +138,10 @@ void Look::MakeCursors()
         tile.tileTextureName = s_cursorTexture;
         tile.tileColumn = column++;
         tile.texTransform = row.transform;
-        if (manager.GetCursor(row.name) == nullptr)
-            new gui::ImageCursor(row.name, tile, row.hotSpot, {16, 16}, color4b(255, 255, 255, 255));
+        if (manager.GetCursor(row.name) != nullptr)
+            continue;
+        new gui::ImageCursor(row.name, tile, row.hotSpot, {16, 16}, color4b(255, 255, 255, 255));
+        cursors_.push_back(row.name);
     }
 }
 
@@ -155,7 +152,7 @@ void Look::MakeStandardSet()
     if (manager.GetTileTexture(gui::std_tile_textures::TileTextureName_Set0) == nullptr)
     {
         string const file = file_system::FindDataFile(gui::std_tile_textures::DefaultFileName_Set0);
-        hasStandardTiles_ = gui::std_tile_textures::RegisterTileTexture_Set0(
+        gui::std_tile_textures::RegisterTileTexture_Set0(
             log, true, file.empty() ? gui::std_tile_textures::DefaultFileName_Set0 : file);
     }
     bool const hasTiles = manager.GetTileTexture(gui::std_tile_textures::TileTextureName_Set0) != nullptr;
@@ -220,12 +217,11 @@ bool Look::SetTheme(string const &name)
 
 void Look::SetScale(float scale)
 {
-    float const limited = LimitScale(scale);
-    if (limited == scale_)
+    Measures::SetScale(scale);
+    if (Measures::GetScale() == scale_)
         return;
     RemoveScale();
-    scale_ = limited;
-    Measures::SetScale(scale_);
+    scale_ = Measures::GetScale();
     MakeFonts();
     MakeShaders();
     SetAliases();

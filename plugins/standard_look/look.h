@@ -21,7 +21,7 @@ public:
     /// Registers everything with the first theme, and sets the scale of widgets::Measures. What of the standard fonts,
     /// cursors and tiles nobody has registered is registered as well. Throws as quillmarsh::GenerateFontGlyphs() does.
     explicit Look(float scale);
-    /// Unregisters everything, if the manager still exists.
+    /// Unregisters all that it has registered, but the standard tiles and cursors, if the manager still exists.
     ~Look();
 
     /// Returns false, and changes nothing, for a name that no theme has.
@@ -44,11 +44,12 @@ private:
     /// Unregisters what belongs to the present scale.
     void RemoveScale();
 
-    float scale_;
+    float scale_ = 1;
     Theme const *theme_;
     /// True if the standard cursors are the look's: it gives them size and colour then.
     bool hasStandardCursors_ = false;
-    bool hasStandardTiles_ = false;
+    /// Names of the cursors and standard fonts that nobody else has registered.
+    std::vector<string> cursors_;
     std::vector<string> standardFonts_;
 };
 

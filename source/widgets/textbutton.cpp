@@ -1,6 +1,7 @@
 #include <quillmarsh/widgets/textbutton.h>
 
-#include <quillmarsh/gui/gui_manager.h>
+#include "source/widgets/inputhelp.h"
+
 #include <quillmarsh/widgets/measures.h>
 #include <quillmarsh/widgets/textencoding.h>
 
@@ -18,13 +19,12 @@ constexpr float s_minPushWidth = 72;
 /// Keys with these modifiers are no keys of a button.
 bool IsCommandModifierPressed()
 {
-    gui::Manager const &manager = gui::Manager::Instance();
-    return manager.IsKeyModifierPressed(e_key_modifier_control) || manager.IsKeyModifierPressed(e_key_modifier_alt);
+    return IsControlPressed() || IsAltPressed();
 }
 
 bool IsPressKey(eKey key)
 {
-    return key == e_key_space || key == e_key_enter || key == e_key_num_enter;
+    return key == e_key_space || IsEnterKey(key);
 }
 
 /// Size of a mark with a text beside it, which may be empty.
