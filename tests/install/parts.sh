@@ -27,7 +27,7 @@ done
 
 # A program finds the library's data from there.
 "$cxx" -std=c++20 -I"$work/development/include" -x c++ - -o "$work/data" \
-  "$(find "$work/runtime" -name 'libquillmarsh.so.*.*.*')" <<'END'
+  -x none "$(find "$work/runtime" -name 'libquillmarsh.so.*.*.*')" <<'END'
 #include <quillmarsh/basetools/filesystem.h>
 #include <iostream>
 int main() { std::cout << quillmarsh::file_system::FindDataFile("gui_std_tiletexture_set0.tif"); }
