@@ -1,0 +1,57 @@
+// What all rooms of the viewer share.
+#ifndef QUILLMARSH_PLUGINS_VIEWER_WORKSPACE_H
+#define QUILLMARSH_PLUGINS_VIEWER_WORKSPACE_H
+
+#include <viewer_model/documents.h>
+#include <viewer_model/folder.h>
+#include <viewer_model/jobs.h>
+
+#include <atomic>
+
+namespace viewer
+{
+
+/// The model behind the viewer's windows, and the way to its console. Frame thread only.
+class Workspace : quillmarsh::NoCopy
+{
+public:
+    Workspace();
+    ~Workspace();
+
+    Loader &GetLoader() { return loader_; }
+    Jobs &GetJobs() { return jobs_; }
+    Folder &GetFolder() { return folder_; }
+    Documents &GetDocuments() { return documents_; }
+    /// The current document if it has a content of `numDimensions`; null otherwise.
+    DocumentPtr FindShown(std::size_t numDimensions) const;
+
+    /// Runs a line as if it had been typed, before the next frame. What buttons, keys and menus do goes this way, so that
+    /// the console shows it.
+    void Run(string const &line);
+    /// Shows a line on the console that says what a movement of the mouse has done, as if it had been typed, without
+    /// running it.
+    void Echo(string const &line);
+    /// Says one line on the console and in the status line; a failure in red.
+    void Say(string const &line, bool isFailure = false);
+    /// What Say() said last, for the status line, and whether it was a failure.
+    string const &GetSaid() const { return said_; }
+    bool WasFailure() const { return wasFailure_; }
+
+    /// Asks for another frame: nothing is drawn while nobody asks. Any thread.
+    void Invalidate();
+    /// True if somebody has asked since the last call.
+    bool TakeInvalid();
+
+private:
+    Loader loader_;
+    Jobs jobs_;
+    Folder folder_;
+    Documents documents_;
+    string said_;
+    bool wasFailure_ = false;
+    std::atomic<bool> isInvalid_ = true;
+};
+
+} // namespace viewer
+
+#endif

@@ -1,0 +1,54 @@
+// Slices through volumes.
+#ifndef QUILLMARSH_PLUGINS_VIEWER_MODEL_SLICES_H
+#define QUILLMARSH_PLUGINS_VIEWER_MODEL_SLICES_H
+
+#include "composer.h"
+
+#include <quillmarsh/dataobjects/volumebase.h>
+#include <quillmarsh/mathtools/vector3.h>
+
+namespace viewer
+{
+
+/// Axis that a slice stands across: its layer, row or column is constant.
+enum class eSliceAxis
+{
+    e_layer,
+    e_row,
+    e_column
+};
+
+/// How the samples of a slab become one.
+enum class eProjection
+{
+    e_slice,
+    e_maximum,
+    e_mean
+};
+/// "slice", "maximum", "mean".
+std::span<char const *const> GetProjectionNames();
+
+/// Plane through a volume, in samples: the middle of a sample has a whole number plus one half.
+struct Plane
+{
+    /// Point in the middle of the view.
+    quillmarsh::vec3 origin;
+    /// Steps in the volume for a pixel to the right, and for a pixel down: x columns, y rows, z layers.
+    quillmarsh::vec3 right;
+    quillmarsh::vec3 down;
+};
+
+/// Copies a slice of one axis, or the projection of a slab of `thickness` slices around it, into an image of the volume's
+/// format. Layers give rows by columns, rows give layers by columns, columns give layers by rows. The slab is cut to the
+/// volume. Any thread.
+quillmarsh::AutoPtr<quillmarsh::ImageBase> ExtractSlice(quillmarsh::VolumeBase const &volume, eSliceAxis axis,
+                                                        unsigned int index, eProjection projection,
+                                                        unsigned int thickness);
+/// Fills a picture in A8R8G8B8 with the samples that a plane cuts, linearly between the eight nearest. Outside of the
+/// volume it gets `background`. Any thread.
+void ComposePlane(quillmarsh::ImageBase &picture, quillmarsh::VolumeBase const &volume, Plane const &plane,
+                  ToneMap const &tones, Pixel background);
+
+} // namespace viewer
+
+#endif
