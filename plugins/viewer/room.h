@@ -11,6 +11,11 @@
 
 #include <memory>
 
+namespace quillmarsh::gui
+{
+class InterleavedRenderArea;
+}
+
 namespace viewer
 {
 
@@ -39,6 +44,17 @@ public:
     /// of shader ShaderName_Heading, and sizes fit a column of s_inspectorWidth units.
     virtual void MakeInspector(quillmarsh::widgets::Stack &) {}
     static constexpr float s_inspectorWidth = 240;
+    /// @}
+
+    /// @name Drawing with the device's own functions
+    /// The application passes its hooks on. The bool of the two last ones is Application's deviceWasLost.
+    /// @{
+    /// Draws into an area if it is one of the room's; returns false for one of another room. Comes between
+    /// BeginInterleaved() and EndInterleaved() of the renderer.
+    virtual bool RenderArea(quillmarsh::gui::InterleavedRenderArea const &) { return false; }
+    virtual void CreateVideoResources(bool) {}
+    /// Follows each CreateVideoResources(), ahead of the end of the device.
+    virtual void ReleaseVideoResources(bool) {}
     /// @}
 
     /// The current document, of the room's number of dimensions, is another one, or has another content; null if there
