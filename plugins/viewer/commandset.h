@@ -5,7 +5,6 @@
 #include <quillmarsh/framework/commandtable.h>
 
 #include <functional>
-#include <memory>
 #include <span>
 #include <vector>
 
@@ -22,7 +21,8 @@ public:
     /// the failure of the line.
     using Run = std::function<void(quillmarsh::ostream &out, quillmarsh::CommandArguments const &arguments)>;
 
-    CommandSet();
+    /// `fail` gets the reason of each line that fails, which is printed as well; it may be empty.
+    explicit CommandSet(std::function<void(string const &)> fail = {});
     ~CommandSet();
 
     /// Registers a command. Texts and words are literals, or live as long. `plain` says what a line without words does;
@@ -32,7 +32,10 @@ public:
 
 private:
     class Entry;
-    std::vector<std::unique_ptr<Entry>> entries_;
+
+    std::function<void(string const &)> fail_;
+    /// The interpreter owns them.
+    std::vector<Entry *> entries_;
 };
 
 /// @name Reading arguments

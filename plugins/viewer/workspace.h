@@ -33,6 +33,8 @@ public:
     void Echo(string const &line);
     /// Says one line on the console and in the status line; a failure in red.
     void Say(string const &line, bool isFailure = false);
+    /// Says a failure in the status line that the console has told already.
+    void ShowFailure(string const &line);
     /// What Say() said last, for the status line, and whether it was a failure.
     string const &GetSaid() const { return said_; }
     bool WasFailure() const { return wasFailure_; }
@@ -43,6 +45,8 @@ public:
     bool TakeInvalid();
 
 private:
+    void Show(string const &line, bool isFailure);
+
     Loader loader_;
     Jobs jobs_;
     Folder folder_;

@@ -1,0 +1,8 @@
+#include "room.h"
+
+namespace viewer
+{
+
+Room::~Room() = default;
+
+} // namespace viewer

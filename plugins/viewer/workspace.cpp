@@ -1,0 +1,64 @@
+#include "workspace.h"
+
+#include <quillmarsh/basetools/outputstream.h>
+#include <quillmarsh/framework/kernel.h>
+
+namespace viewer
+{
+
+using namespace quillmarsh;
+
+Workspace::Workspace() : loader_([this] { Invalidate(); }), jobs_([this] { Invalidate(); }), documents_(loader_) {}
+
+Workspace::~Workspace() = default;
+
+DocumentPtr Workspace::FindShown(std::size_t numDimensions) const
+{
+    DocumentPtr const &document = documents_.GetCurrent();
+    bool const fits = document != nullptr && document->GetLoaded() != nullptr &&
+                      document->GetLoaded()->content->GetNumDimensions() == numDimensions;
+    return fits ? document : nullptr;
+}
+
+void Workspace::Run(string const &line)
+{
+    Kernel::Instance().QueueCommandLine(line);
+    Invalidate();
+}
+
+void Workspace::Echo(string const &line)
+{
+    GetConOut() << e_echo << line << std::endl << e_info;
+}
+
+void Workspace::Say(string const &line, bool isFailure)
+{
+    GetConOut() << (isFailure ? e_error : e_info) << line << std::endl << e_info;
+    Show(line, isFailure);
+}
+
+void Workspace::ShowFailure(string const &line)
+{
+    Show(line, true);
+}
+
+void Workspace::Show(string const &line, bool isFailure)
+{
+    said_ = line;
+    wasFailure_ = isFailure;
+    Invalidate();
+}
+
+void Workspace::Invalidate()
+{
+    // A frame that was asked for already need not be woken again.
+    if (!isInvalid_.exchange(true))
+        Kernel::Instance().WakeUp();
+}
+
+bool Workspace::TakeInvalid()
+{
+    return isInvalid_.exchange(false);
+}
+
+} // namespace viewer
