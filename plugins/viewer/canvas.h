@@ -6,6 +6,7 @@
 #include <quillmarsh/gui/gui_textures.h>
 #include <quillmarsh/mathtools/vector2.h>
 
+#include <memory>
 #include <vector>
 
 namespace quillmarsh::gui
@@ -15,6 +16,8 @@ class Renderer;
 
 namespace viewer
 {
+
+using quillmarsh::string;
 
 /// A picture in A8R8G8B8 and its textures: tiles of 256 by 256 pixels. Tiles whose pixels are the same as before are not
 /// loaded again. Frame thread only.
@@ -37,12 +40,15 @@ public:
 
 private:
     class Tile;
+    class Release;
 
     void MakeTiles();
 
     quillmarsh::AutoPtr<quillmarsh::ImageBase> picture_;
     std::vector<quillmarsh::AutoPtr<Tile>> tiles_;
-    unsigned int numTileColumns_ = 0;
+    /// Points back at this canvas; shared with an object of the GUI manager that may live longer.
+    std::shared_ptr<Canvas *> self_;
+    string releaseName_;
 };
 
 } // namespace viewer

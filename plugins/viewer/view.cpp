@@ -1,0 +1,128 @@
+#include "view.h"
+
+#include <quillmarsh/gui/gui_fonts.h>
+#include <quillmarsh/gui/gui_renderer.h>
+#include <quillmarsh/gui/gui_shaders.h>
+#include <quillmarsh/widgets/measures.h>
+#include <quillmarsh/widgets/textencoding.h>
+
+#include <algorithm>
+#include <cmath>
+
+namespace viewer
+{
+namespace
+{
+
+using namespace quillmarsh;
+
+/// Draws only inside a rectangle of the window, and inside of what was set before, for its own life.
+class Clip : NoCopy
+{
+public:
+    Clip(gui::Renderer &renderer, gui::Rectangle const &area)
+        : renderer_(renderer),
+          hadClip_(renderer.GetClipRectangle(saved_))
+    {
+        gui::Rectangle clip = area;
+        if (hadClip_)
+        {
+            float const right = std::min(area.x + area.width, saved_.x + saved_.width);
+            float const bottom = std::min(area.y + area.height, saved_.y + saved_.height);
+            clip.SetPosition(std::max(area.x, saved_.x), std::max(area.y, saved_.y));
+            clip.SetSize(std::max(right - clip.x, 0.0f), std::max(bottom - clip.y, 0.0f));
+        }
+        renderer_.SetClipRectangle(clip);
+    }
+    ~Clip()
+    {
+        if (hadClip_)
+            renderer_.SetClipRectangle(saved_);
+        else
+            renderer_.ResetClipRectangle();
+    }
+
+private:
+    gui::Renderer &renderer_;
+    gui::Rectangle saved_ = {0, 0, 0, 0};
+    bool hadClip_;
+};
+
+unsigned int ToPixels(float size)
+{
+    return static_cast<unsigned int>(std::max(std::lround(size), 1L));
+}
+
+} // namespace
+
+View::View(gui::Component *parent)
+{
+    // Nothing is drawn by the shader: it tells the font of notes.
+    SetShaderName(widgets::ShaderName_Hint);
+    if (parent != nullptr)
+        AttachTo(*parent);
+}
+
+View::~View() = default;
+
+void View::Invalidate()
+{
+    isInvalid_ = true;
+}
+
+void View::DrawSelf(gui::Renderer &renderer)
+{
+    vec2 const &size = GetSize();
+    if (size.x < 1 || size.y < 1)
+        return;
+    Clip const clip(renderer, gui::Rectangle(GetAbsolutePosition(), size));
+    if (std::exchange(isInvalid_, false))
+    {
+        canvas_.Resize(ToPixels(size.x), ToPixels(size.y));
+        Compose(canvas_.GetPicture());
+        canvas_.Update();
+    }
+    canvas_.Draw(renderer, vec2::ZERO);
+    DrawOver(renderer);
+}
+
+void View::OnVideoRendererChanged(VideoRenderer *renderer)
+{
+    canvas_.ReleaseTextures();
+    Component::OnVideoRendererChanged(renderer);
+}
+
+void View::UpdateGeometryCache()
+{
+    // Position alone changes nothing, and the same size gives the same picture.
+    ImageBase const &picture = canvas_.GetPicture();
+    if (picture.GetNumColumns() != ToPixels(GetSize().x) || picture.GetNumRows() != ToPixels(GetSize().y))
+        Invalidate();
+}
+
+void View::DrawOver(gui::Renderer &) {}
+
+float View::DrawNote(gui::Renderer &renderer, vec2 const &position, string const &text, color4b color)
+{
+    gui::BaseShader const *const shader = GetBaseShader();
+    gui::Font const *const font = shader != nullptr ? shader->GetFont() : nullptr;
+    string const glyphs = widgets::ToGlyphs(text);
+    if (font == nullptr || glyphs.empty())
+        return 0;
+    gui::DrawTextParams params;
+    params.metrics = shader->GetTextMetricsL();
+    float const edge = widgets::Measures::Pixels(1);
+    auto const draw = [&](float x, float y, color4b ink)
+    {
+        params.position = {std::round(position.x) + x, std::round(position.y) + y};
+        params.color = ink;
+        renderer.DrawText(*font, glyphs, params);
+    };
+    color4b const dark(0, 0, 0, static_cast<unsigned char>(color.a * 3 / 4));
+    for (vec2 const &offset : {vec2(-edge, 0), vec2(edge, 0), vec2(0, -edge), vec2(0, edge)})
+        draw(offset.x, offset.y, dark);
+    draw(0, 0, color);
+    return std::ceil(font->CalcTextWidth(params.metrics, glyphs));
+}
+
+} // namespace viewer
