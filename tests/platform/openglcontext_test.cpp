@@ -64,7 +64,7 @@ TEST_F(OpenGLContexts, HaveTheWishedVersionAndItsFunctions)
 
 TEST_F(OpenGLContexts, TakeTurns)
 {
-    AutoPtr<OpenGLContext> const first = Create();
+    AutoPtr<OpenGLContext> first = Create();
     AutoPtr<OpenGLContext> second = Create();
     ASSERT_TRUE(first && second);
     EXPECT_FALSE(first->IsCurrent());
@@ -75,6 +75,9 @@ TEST_F(OpenGLContexts, TakeTurns)
     // The end of another context changes nothing.
     second.reset();
     EXPECT_TRUE(first->IsCurrent());
+    EXPECT_NE(nullptr, OpenGLContext::FindCurrentFunction("glGetString"));
+    first.reset();
+    EXPECT_EQ(nullptr, OpenGLContext::FindCurrentFunction("glGetString"));
 }
 
 TEST_F(OpenGLContexts, SayWhyTheyAreRefused)

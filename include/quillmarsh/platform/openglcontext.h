@@ -72,6 +72,8 @@ public:
     /// Returns a function of OpenGL by its name; null when the driver lacks it. Some drivers return an address for
     /// every name, so check version and extensions first. The context must be current.
     OpenGLFunction FindFunction(char const *name) const;
+    /// Does the same for the context that is current on the calling thread, whoever has made it; null when none is.
+    static OpenGLFunction FindCurrentFunction(char const *name);
 
 private:
     /// Deletes the system's context.

@@ -360,4 +360,11 @@ OpenGLFunction OpenGLContext::FindFunction(char const *name) const
     return Cast<OpenGLFunction>(GetLibrary().FindAny(name));
 }
 
+OpenGLFunction OpenGLContext::FindCurrentFunction(char const *name)
+{
+    Library const &library = GetLibrary();
+    bool const isCurrent = library.isComplete && library.getCurrentContext() != nullptr;
+    return isCurrent ? Cast<OpenGLFunction>(library.FindAny(name)) : nullptr;
+}
+
 } // namespace quillmarsh::platform

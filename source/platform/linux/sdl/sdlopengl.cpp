@@ -117,4 +117,10 @@ OpenGLFunction OpenGLContext::FindFunction(char const *name) const
     return Find(name);
 }
 
+OpenGLFunction OpenGLContext::FindCurrentFunction(char const *name)
+{
+    bool const isCurrent = IsSdlLoaded() && SDL_GL_GetCurrentContext() != nullptr;
+    return isCurrent ? Find(name) : nullptr;
+}
+
 } // namespace quillmarsh::platform
