@@ -40,7 +40,8 @@ struct Plane
 
 /// Copies a slice of one axis, or the projection of a slab of `thickness` slices around it, into an image of the volume's
 /// format. Layers give rows by columns, rows give layers by columns, columns give layers by rows. The slab is cut to the
-/// volume. Any thread.
+/// volume. In a maximum, a NaN gives way to any number. The index is asserted to be in range. A format that is not known
+/// gives the slice itself. Any thread.
 quillmarsh::AutoPtr<quillmarsh::ImageBase> ExtractSlice(quillmarsh::VolumeBase const &volume, eSliceAxis axis,
                                                         unsigned int index, eProjection projection,
                                                         unsigned int thickness);

@@ -1,0 +1,454 @@
+#include "slices.h"
+
+#include <quillmarsh/basetools/diagnostics.h>
+
+#include <algorithm>
+#include <cmath>
+#include <cstring>
+
+namespace viewer
+{
+
+using namespace quillmarsh;
+using namespace quillmarsh::sample_formats;
+
+namespace
+{
+
+constexpr char const *s_projectionNames[] = {"slice", "maximum", "mean"};
+
+/// Where a slice lies in the memory of a volume, in bytes.
+struct SliceLayout
+{
+    unsigned int numRows;
+    unsigned int numColumns;
+    std::size_t rowStep;
+    std::size_t columnStep;
+    /// From a slice to the next one, and how many there are.
+    std::size_t sliceStep;
+    unsigned int numSlices;
+};
+
+SliceLayout MakeLayout(VolumeBase const &volume, eSliceAxis axis)
+{
+    std::size_t const column = volume.GetSampleByteSize();
+    std::size_t const row = volume.GetRowByteSize();
+    std::size_t const layer = volume.GetLayerByteSize();
+    switch (axis)
+    {
+    case eSliceAxis::e_layer:
+        return {volume.GetNumRows(), volume.GetNumColumns(), row, column, layer, volume.GetNumLayers()};
+    case eSliceAxis::e_row:
+        return {volume.GetNumLayers(), volume.GetNumColumns(), layer, column, row, volume.GetNumRows()};
+    default:
+        return {volume.GetNumLayers(), volume.GetNumRows(), layer, row, column, volume.GetNumColumns()};
+    }
+}
+
+/// @name Components of samples
+/// Each kind reads and writes the components of a sample as numbers that can be added.
+/// @{
+template<unsigned int count>
+struct ByteComponents
+{
+    static constexpr unsigned int s_count = count;
+    static constexpr bool s_isFloat = false;
+    using Number = std::uint32_t;
+
+    static void Read(unsigned char const *sample, Number *numbers)
+    {
+        for (unsigned int i = 0; i < count; ++i)
+            numbers[i] = sample[i];
+    }
+    static void Write(Number const *numbers, unsigned char *sample)
+    {
+        for (unsigned int i = 0; i < count; ++i)
+            sample[i] = static_cast<unsigned char>(numbers[i]);
+    }
+};
+
+template<typename Packed>
+struct FieldComponents
+{
+    static constexpr unsigned int s_count = 4;
+    static constexpr bool s_isFloat = false;
+    using Number = std::uint32_t;
+
+    static void Read(unsigned char const *sample, Number *numbers)
+    {
+        Packed packed;
+        std::memcpy(&packed.word, sample, sizeof(packed.word));
+        numbers[0] = packed.GetA();
+        numbers[1] = packed.GetB();
+        numbers[2] = packed.GetC();
+        numbers[3] = packed.GetD();
+    }
+    static void Write(Number const *numbers, unsigned char *sample)
+    {
+        Packed packed{};
+        packed.SetA(numbers[0]);
+        packed.SetB(numbers[1]);
+        packed.SetC(numbers[2]);
+        packed.SetD(numbers[3]);
+        std::memcpy(sample, &packed.word, sizeof(packed.word));
+    }
+};
+
+struct FloatComponents
+{
+    static constexpr unsigned int s_count = 1;
+    static constexpr bool s_isFloat = true;
+    using Number = double;
+
+    static void Read(unsigned char const *sample, Number *numbers)
+    {
+        float value;
+        std::memcpy(&value, sample, sizeof(value));
+        numbers[0] = static_cast<double>(value);
+    }
+    static void Write(Number const *numbers, unsigned char *sample)
+    {
+        auto const value = static_cast<float>(numbers[0]);
+        std::memcpy(sample, &value, sizeof(value));
+    }
+};
+/// @}
+
+/// Calls `work` with the components of a format. Returns false for a format that is not known.
+template<typename Work>
+bool WithComponents(eSampleFormat format, Work work)
+{
+    switch (format)
+    {
+    case e_format_L8:
+    case e_format_A8:
+        work(ByteComponents<1>());
+        return true;
+    case e_format_A8L8:
+        work(ByteComponents<2>());
+        return true;
+    case e_format_A4R4G4B4:
+        work(FieldComponents<PackedSample_UShort4444>());
+        return true;
+    case e_format_A1R5G5B5:
+        work(FieldComponents<PackedSample_UShort1555>());
+        return true;
+    case e_format_X8R8G8B8:
+    case e_format_A8R8G8B8:
+        work(ByteComponents<4>());
+        return true;
+    case e_format_FP32NormL:
+    case e_format_FP32NormA:
+        work(FloatComponents());
+        return true;
+    default:
+        return false;
+    }
+}
+
+/// Slices of a slab, from `begin` on.
+struct Slab
+{
+    unsigned int begin;
+    unsigned int count;
+};
+
+Slab CutSlab(unsigned int numSlices, unsigned int index, unsigned int thickness)
+{
+    unsigned int const wanted = std::max(thickness, 1U);
+    unsigned int const ahead = std::min((wanted - 1) / 2, index);
+    unsigned int const behind = std::min(wanted - 1 - (wanted - 1) / 2, numSlices - 1 - index);
+    return {index - ahead, ahead + 1 + behind};
+}
+
+void CopySamples(SliceLayout const &layout, unsigned char const *source, ImageBase &image)
+{
+    std::size_t const sampleSize = image.GetSampleByteSize();
+    unsigned char *to = image.GetSamplesB();
+    for (unsigned int row = 0; row < layout.numRows; ++row, source += layout.rowStep, to += image.GetRowByteSize())
+    {
+        if (layout.columnStep == sampleSize)
+        {
+            std::memcpy(to, source, image.GetRowByteSize());
+            continue;
+        }
+        for (unsigned int column = 0; column < layout.numColumns; ++column)
+            std::memcpy(to + column * sampleSize, source + column * layout.columnStep, sampleSize);
+    }
+}
+
+struct Maximum
+{
+    template<typename Number>
+    static void Add(Number &sum, Number value)
+    {
+        // A NaN gives way to any number.
+        if (!(value <= sum) && value == value)
+            sum = value;
+    }
+    template<typename Number>
+    static Number Finish(Number sum, unsigned int)
+    {
+        return sum;
+    }
+};
+
+struct Mean
+{
+    template<typename Number>
+    static void Add(Number &sum, Number value)
+    {
+        sum += value;
+    }
+    static std::uint32_t Finish(std::uint32_t sum, unsigned int count) { return (sum + count / 2) / count; }
+    static double Finish(double sum, unsigned int count) { return sum / count; }
+};
+
+template<typename Components, typename Projection>
+void Project(SliceLayout const &layout, Slab const &slab, unsigned char const *source, ImageBase &image)
+{
+    using Number = typename Components::Number;
+    constexpr unsigned int count = Components::s_count;
+    std::vector<Number> sums(std::size_t(layout.numColumns) * count);
+    Number numbers[count];
+    for (unsigned int row = 0; row < layout.numRows; ++row, source += layout.rowStep)
+    {
+        for (unsigned int column = 0; column < layout.numColumns; ++column)
+            Components::Read(source + column * layout.columnStep, &sums[column * count]);
+        for (unsigned int slice = 1; slice < slab.count; ++slice)
+        {
+            unsigned char const *const from = source + slice * layout.sliceStep;
+            for (unsigned int column = 0; column < layout.numColumns; ++column)
+            {
+                Components::Read(from + column * layout.columnStep, numbers);
+                for (unsigned int i = 0; i < count; ++i)
+                    Projection::Add(sums[column * count + i], numbers[i]);
+            }
+        }
+        unsigned char *const to = image.SampleB(row, 0);
+        for (unsigned int column = 0; column < layout.numColumns; ++column)
+        {
+            for (unsigned int i = 0; i < count; ++i)
+                numbers[i] = Projection::Finish(sums[column * count + i], slab.count);
+            Components::Write(numbers, to + std::size_t(column) * image.GetSampleByteSize());
+        }
+    }
+}
+
+/// Pixels of a row that lie inside of the volume: from `begin` to ahead of `end`.
+struct Run
+{
+    int begin;
+    int end;
+};
+
+/// Cuts a run to the pixels where a coordinate that starts at `start` and grows by `step` is within 0 and `size`.
+void CutRun(Run &run, double start, double step, double size)
+{
+    if (step == 0)
+    {
+        if (!(start >= 0 && start < size))
+            run.end = run.begin;
+        return;
+    }
+    double const first = step > 0 ? -start / step : (size - start) / step;
+    double const last = step > 0 ? (size - start) / step : -start / step;
+    run.begin = static_cast<int>(std::clamp(std::ceil(first), double(run.begin), double(run.end)));
+    run.end = static_cast<int>(std::clamp(std::ceil(last), double(run.begin), double(run.end)));
+}
+
+/// The two samples next to a coordinate, as distances in bytes, and the weight of the second one. A coordinate in the
+/// middle of a sample touches no other one.
+struct Neighbours
+{
+    Neighbours(float coordinate, unsigned int size, std::size_t step)
+    {
+        float const place = std::clamp(coordinate - 0.5F, 0.0F, static_cast<float>(size - 1));
+        auto const index = static_cast<unsigned int>(place);
+        weight = place - static_cast<float>(index);
+        first = index * step;
+        second = weight > 0 ? first + step : first;
+    }
+
+    std::size_t first;
+    std::size_t second;
+    float weight;
+};
+
+/// Reads between samples of one volume.
+template<typename Components>
+class Interpolator
+{
+public:
+    explicit Interpolator(VolumeBase const &volume)
+        : samples_(volume.GetSamplesB()),
+          volume_(volume),
+          columnStep_(volume.GetSampleByteSize()),
+          rowStep_(volume.GetRowByteSize()),
+          layerStep_(volume.GetLayerByteSize())
+    {
+    }
+
+    void Read(vec3 const &position, unsigned char *sample) const
+    {
+        Neighbours const x(position.x, volume_.GetNumColumns(), columnStep_);
+        Neighbours const y(position.y, volume_.GetNumRows(), rowStep_);
+        Neighbours const z(position.z, volume_.GetNumLayers(), layerStep_);
+        float near[s_count];
+        float far[s_count];
+        ReadLayer(samples_ + z.first, x, y, near);
+        if (z.weight > 0)
+        {
+            ReadLayer(samples_ + z.second, x, y, far);
+            Mix(near, far, z.weight);
+        }
+        typename Components::Number numbers[s_count];
+        for (unsigned int i = 0; i < s_count; ++i)
+            numbers[i] = static_cast<typename Components::Number>(Components::s_isFloat ? near[i] : near[i] + 0.5F);
+        Components::Write(numbers, sample);
+    }
+
+private:
+    static constexpr unsigned int s_count = Components::s_count;
+
+    static void Mix(float *a, float const *b, float weight)
+    {
+        for (unsigned int i = 0; i < s_count; ++i)
+            a[i] += (b[i] - a[i]) * weight;
+    }
+
+    static void ReadSample(unsigned char const *sample, float *values)
+    {
+        typename Components::Number numbers[s_count];
+        Components::Read(sample, numbers);
+        for (unsigned int i = 0; i < s_count; ++i)
+            values[i] = static_cast<float>(numbers[i]);
+    }
+
+    static void ReadRow(unsigned char const *row, Neighbours const &x, float *values)
+    {
+        ReadSample(row + x.first, values);
+        if (!(x.weight > 0))
+            return;
+        float other[s_count];
+        ReadSample(row + x.second, other);
+        Mix(values, other, x.weight);
+    }
+
+    static void ReadLayer(unsigned char const *layer, Neighbours const &x, Neighbours const &y, float *values)
+    {
+        ReadRow(layer + y.first, x, values);
+        if (!(y.weight > 0))
+            return;
+        float other[s_count];
+        ReadRow(layer + y.second, x, other);
+        Mix(values, other, y.weight);
+    }
+
+    unsigned char const *samples_;
+    VolumeBase const &volume_;
+    std::size_t columnStep_;
+    std::size_t rowStep_;
+    std::size_t layerStep_;
+};
+
+/// Place of pixels on a plane: of the first one of a row, and the step to the next one.
+struct PlaneRow
+{
+    vec3 start;
+    vec3 step;
+    Run run;
+};
+
+PlaneRow MakeRow(VolumeBase const &volume, ImageBase const &picture, Plane const &plane, unsigned int y)
+{
+    float const middleX = 0.5F - static_cast<float>(picture.GetNumColumns()) / 2;
+    float const middleY = 0.5F - static_cast<float>(picture.GetNumRows()) / 2;
+    PlaneRow row;
+    row.start = plane.origin + plane.right * middleX + plane.down * (middleY + static_cast<float>(y));
+    row.step = plane.right;
+    row.run = {0, static_cast<int>(picture.GetNumColumns())};
+    CutRun(row.run, double(row.start.x), double(row.step.x), volume.GetNumColumns());
+    CutRun(row.run, double(row.start.y), double(row.step.y), volume.GetNumRows());
+    CutRun(row.run, double(row.start.z), double(row.step.z), volume.GetNumLayers());
+    return row;
+}
+
+bool IsFinite(Plane const &plane)
+{
+    for (vec3 const &v : {plane.origin, plane.right, plane.down})
+    {
+        if (!std::isfinite(v.x) || !std::isfinite(v.y) || !std::isfinite(v.z))
+            return false;
+    }
+    return true;
+}
+
+template<typename Components>
+void ComposeRows(ImageBase &picture, VolumeBase const &volume, Plane const &plane, ToneMap const &tones,
+                 Pixel background)
+{
+    Interpolator<Components> const interpolator(volume);
+    std::size_t const sampleSize = volume.GetSampleByteSize();
+    std::vector<unsigned char> samples(picture.GetNumColumns() * sampleSize);
+    for (unsigned int y = 0; y < picture.GetNumRows(); ++y)
+    {
+        auto *const pixels = reinterpret_cast<Pixel *>(picture.SampleB(y, 0));
+        PlaneRow const row = MakeRow(volume, picture, plane, y);
+        std::fill(pixels, pixels + row.run.begin, background);
+        std::fill(pixels + row.run.end, pixels + picture.GetNumColumns(), background);
+        if (row.run.begin >= row.run.end)
+            continue;
+        for (int x = row.run.begin; x < row.run.end; ++x)
+            interpolator.Read(row.start + row.step * static_cast<float>(x),
+                              &samples[static_cast<std::size_t>(x) * sampleSize]);
+        auto const first = static_cast<std::size_t>(row.run.begin);
+        tones.Map(&samples[first * sampleSize], static_cast<unsigned int>(row.run.end - row.run.begin), pixels + first,
+                  row.run.begin, static_cast<int>(y));
+    }
+}
+
+} // namespace
+
+std::span<char const *const> GetProjectionNames()
+{
+    return s_projectionNames;
+}
+
+AutoPtr<ImageBase> ExtractSlice(VolumeBase const &volume, eSliceAxis axis, unsigned int index, eProjection projection,
+                                unsigned int thickness)
+{
+    SliceLayout const layout = MakeLayout(volume, axis);
+    QUILLMARSH_ASSERT(index < layout.numSlices, "Slice-index out of range.");
+    if (layout.numSlices == 0)
+        return nullptr;
+    unsigned int const middle = std::min(index, layout.numSlices - 1);
+    AutoPtr<ImageBase> image(ManufactureImage(volume.GetSampleFormat(), layout.numRows, layout.numColumns));
+    Slab const slab = CutSlab(layout.numSlices, middle, thickness);
+    bool const isProjected = projection != eProjection::e_slice && slab.count > 1;
+    unsigned char const *const first = volume.GetSamplesB() + slab.begin * layout.sliceStep;
+    auto const project = [&]<typename Components>(Components)
+    {
+        if (projection == eProjection::e_maximum)
+            Project<Components, Maximum>(layout, slab, first, *image);
+        else
+            Project<Components, Mean>(layout, slab, first, *image);
+    };
+    if (!isProjected || !WithComponents(volume.GetSampleFormat(), project))
+        CopySamples(layout, volume.GetSamplesB() + middle * layout.sliceStep, *image);
+    return image;
+}
+
+void ComposePlane(ImageBase &picture, VolumeBase const &volume, Plane const &plane, ToneMap const &tones,
+                  Pixel background)
+{
+    auto const compose = [&]<typename Components>(Components)
+    { ComposeRows<Components>(picture, volume, plane, tones, background); };
+    bool const cutsVolume = volume.GetNumSamples() != 0 && IsFinite(plane);
+    if (cutsVolume && WithComponents(volume.GetSampleFormat(), compose))
+        return;
+    auto *const pixels = reinterpret_cast<Pixel *>(picture.GetSamplesB());
+    std::fill(pixels, pixels + picture.GetNumSamples(), background);
+}
+
+} // namespace viewer
