@@ -22,7 +22,9 @@ public:
     ~ImageLevels();
 
     /// Makes all levels. `progress` gets the part that is done, 0 to 1, now and then, and returns false to stop: the
-    /// result is null then. Throws NoMemoryException.
+    /// result is null then. Bytes and the fields of words are rounded to the nearest, halves up; at the edges of odd
+    /// sizes, the mean is that of the samples there. A format that is not known gets no levels. Throws
+    /// NoMemoryException.
     static std::shared_ptr<ImageLevels const> Build(ContentPtr content,
                                                     std::function<bool(double)> const &progress = {});
 

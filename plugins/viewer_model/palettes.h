@@ -1,0 +1,16 @@
+// The colours of single values.
+#ifndef QUILLMARSH_PLUGINS_VIEWER_MODEL_PALETTES_H
+#define QUILLMARSH_PLUGINS_VIEWER_MODEL_PALETTES_H
+
+#include "display.h"
+
+namespace viewer
+{
+
+/// Writes the colours of a palette, from the lowest value to the highest; greys for e_none. Neighbours look equally
+/// different everywhere in a palette.
+void FillPalette(ePalette palette, std::span<Pixel, 256> colours);
+
+} // namespace viewer
+
+#endif
