@@ -35,6 +35,10 @@ public:
     /// Keys that work while the room's view shows; those of a room without a view always work.
     virtual std::span<KeyBinding const> GetKeys() const { return {}; }
 
+    /// True for the room whose widgets stand at the left edge of the window, beside all views; the others have theirs in
+    /// the column at the right.
+    virtual bool StandsLeft() const { return false; }
+
     /// @name GUI
     /// The components belong to their parents, which delete them when the program ends: after this room.
     /// @{
