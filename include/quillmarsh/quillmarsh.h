@@ -182,6 +182,7 @@
 #include <quillmarsh/platform/dialogs.h>
 #include <quillmarsh/platform/displaymodes.h>
 #include <quillmarsh/platform/inputcodes.h>
+#include <quillmarsh/platform/mappedfile.h>
 #include <quillmarsh/platform/openglcontext.h>
 #include <quillmarsh/platform/pixelrows.h>
 #include <quillmarsh/platform/program.h>
