@@ -34,6 +34,8 @@ public:
     {
         return data_.Get<Container>();
     }
+    /// True when the samples lie in something that the data only borrow.
+    bool IsMapped() const { return storage_ != nullptr; }
     /// Returns 1 for a signal, 2 for an image, 3 for a volume.
     std::size_t GetNumDimensions() const { return data_.GetDimensions().size(); }
 

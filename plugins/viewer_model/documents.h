@@ -4,6 +4,7 @@
 
 #include "loader.h"
 
+#include <chrono>
 #include <deque>
 #include <memory>
 
@@ -28,16 +29,17 @@ public:
     string GetTitle() const;
     /// Null while it is being loaded, and after a failure without an older content.
     LoadedPtr const &GetLoaded() const { return loaded_; }
-    /// One line; empty if it could be loaded.
+    /// One line: why the file could not be loaded, or loaded again; the older content stays then. Empty if it could.
     string const &GetFailure() const { return failure_; }
     bool IsLoading() const { return loaded_ == nullptr && failure_.empty(); }
-    /// Has steps that no file has yet.
-    bool IsChanged() const { return isChanged_; }
+    /// Has a content that no file has yet.
+    bool IsChanged() const { return loaded_ && loaded_->content != saved_; }
     FileStamp const &GetStamp() const { return stamp_; }
     /// Counts changes of content, levels and failure.
     unsigned int GetRevision() const { return revision_; }
 
-    /// Takes what the loader has found. A file that has changed replaces the content, and forgets the steps.
+    /// Takes what the loader has found. A file that has changed replaces the content, and forgets the steps; if there are
+    /// steps that were not saved, it becomes another step, named "reload".
     void TakeResult(LoadResult const &result);
     /// Makes a step: the old content can come back. `step` names it, as in "convert -format=L8".
     void Change(LoadedPtr loaded, string const &step);
@@ -45,22 +47,39 @@ public:
     string Undo();
     /// Makes a step again that was taken back, likewise.
     string Redo();
-    /// It was saved as this file.
-    void SetSaved(string const &fileName, FileStamp const &stamp);
+    /// This content was saved as a file, which the document has from now on. Others may have come since.
+    void SetSaved(string const &fileName, FileStamp const &stamp, ContentPtr const &content);
+    /// @name Names of the steps that Undo() and Redo() would take; empty if there are none
+    /// @{
+    string GetUndoName() const { return undo_.empty() ? string() : undo_.back().name; }
+    string GetRedoName() const { return redo_.empty() ? string() : redo_.back().name; }
+    /// @}
 
 private:
+    friend class Documents;
+
+    /// A content that can come back, and the step that was made from it or to it.
     struct Step
     {
         string name;
         LoadedPtr loaded;
     };
 
+    /// Puts a content with its levels in place of the same one without; false if there is none.
+    bool ReplaceEqual(LoadedPtr const &loaded);
+    /// The file cannot be loaded again.
+    void Fail(FileStamp const &stamp, string const &failure);
+    string Move(std::deque<Step> &from, std::deque<Step> &to);
+
     string fileName_;
     string title_;
     LoadedPtr loaded_;
     string failure_;
     FileStamp stamp_;
-    bool isChanged_ = false;
+    /// Of the last look at the file.
+    FileStamp seenStamp_;
+    /// The content that the file has.
+    ContentPtr saved_;
     unsigned int revision_ = 0;
     std::deque<Step> undo_;
     std::deque<Step> redo_;
@@ -86,17 +105,20 @@ public:
     void SetCurrent(DocumentPtr const &document);
     std::vector<DocumentPtr> const &GetAll() const { return all_; }
     /// Passes results of the loader on to the documents, and looks at files that may have changed: at most one each
-    /// call. Returns the results, for lists.
+    /// call, and each four times in a second. Returns the results, for lists.
     std::vector<LoadResult> Poll();
     /// Counts changes of the list, of the current document, and of any document.
     unsigned int GetRevision() const { return revision_; }
 
 private:
+    void Watch();
+
     Loader &loader_;
     std::vector<DocumentPtr> all_;
     DocumentPtr current_;
     unsigned int revision_ = 0;
     std::size_t watched_ = 0;
+    std::chrono::steady_clock::time_point nextWatch_;
 };
 
 } // namespace viewer

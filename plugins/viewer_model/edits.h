@@ -29,7 +29,8 @@ struct Edit
     quillmarsh::sampled_data::eSampleAxis axis = quillmarsh::sampled_data::eSampleAxis::e_rows;
 };
 
-/// Does it. Returns null when `progress` returns false. Throws a DataException or NoMemoryException; the content stays as
+/// Does it. Returns null when `progress` returns false; it gets a negative number while the part that is done is not
+/// known, and a change of size is only stopped at its end. Throws a DataException or NoMemoryException; the content stays as
 /// it is. Any thread.
 LoadedPtr Apply(Content const &content, Edit const &edit, std::function<bool(double)> const &progress);
 

@@ -23,10 +23,12 @@ struct FolderEntry
     std::uint64_t byteSize = 0;
     /// One line: why the file could not be opened; empty if it was not tried or can be.
     string failure = string();
+    /// Of the last change, as in FileStamp.
+    std::int64_t time = 0;
 };
 
-/// Folders and the files of known types in a folder: folders first, then by name, numbers in names by their value.
-/// Frame thread only.
+/// Folders and the files of known types in a folder: folders first, then by name, numbers in names by their value. Names
+/// that begin with a dot are left out. Frame thread only.
 class Folder
 {
 public:
@@ -35,12 +37,14 @@ public:
     bool Read(string const &path, string &reason);
     /// With a trailing separator; empty at first.
     string const &GetPath() const { return path_; }
-    /// All entries that have every word of the filter in their names, in upper or lower case.
+    /// All entries that have every word of the filter in their names, in upper or lower case. Words stand between
+    /// spaces.
     std::vector<FolderEntry> const &GetEntries() const { return shown_; }
     void SetFilter(string const &words);
     string const &GetFilter() const { return filter_; }
     void SetFailure(string const &name, string const &failure);
-    /// Returns the name with path of the next file, or the previous one, around at the ends; empty if there is none.
+    /// Returns the name with path of the next file that is shown, or the previous one, around at the ends; empty if there
+    /// is no other. A file that is not in the folder has the place of its name.
     string FindNeighbour(string const &fileName, bool forward) const;
     /// Counts changes of what GetEntries() returns.
     unsigned int GetRevision() const { return revision_; }

@@ -20,8 +20,8 @@ public:
     using Progress = std::function<bool(double)>;
     /// Called on the frame thread, by Poll(), after the work.
     using Finish = std::function<void()>;
-    /// Does the work on the job's thread. Returns what to do afterwards on the frame thread; empty if nothing. An
-    /// exception is the job's failure.
+    /// Does the work on the job's thread. Returns what to do afterwards on the frame thread; empty if nothing, and when it
+    /// obeyed a stop. Work that was finished in spite of a stop counts as finished. An exception is the job's failure.
     using Work = std::function<Finish(Progress const &progress)>;
     /// Called on the frame thread, by Poll(): with the reason if the job has failed, "stopped" if it was stopped.
     using Failed = std::function<void(string const &reason)>;
@@ -36,7 +36,8 @@ public:
         bool isRunning;
     };
 
-    /// `wake` is called on the thread when there is something for Poll().
+    /// `wake` is called on the thread when there is something for Poll(), and a few times each second while a job
+    /// progresses.
     explicit Jobs(std::function<void()> wake);
     /// Stops all jobs, and waits for the one that runs to obey.
     ~Jobs();

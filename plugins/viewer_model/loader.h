@@ -36,22 +36,23 @@ struct LoadResult
 {
     enum class ePart
     {
-        /// The samples are there; smaller levels may follow.
+        /// The samples are there; e_levels follows.
         e_content,
-        /// The same content with all of its levels.
+        /// The same content with all of its levels. Comes alone for a content without levels, and for one that was kept.
         e_levels,
         /// `failure` says why there is nothing.
         e_failed,
-        /// A preview, in `preview`.
+        /// A preview, in `preview`; of a file that cannot be loaded, e_failed comes instead.
         e_preview
     };
     ePart part;
     string fileName;
-    LoadedPtr loaded;
-    FileStamp stamp;
+    LoadedPtr loaded = nullptr;
+    /// Of the file ahead of loading.
+    FileStamp stamp = {};
     /// One line that names file and reason.
-    string failure;
-    std::shared_ptr<Preview const> preview;
+    string failure = string();
+    std::shared_ptr<Preview const> preview = nullptr;
 };
 
 /// Loads and prepares files. Requests come from one thread, which takes the results by Poll(); two threads do the work.
@@ -74,7 +75,8 @@ public:
     void MakePreviews(std::vector<string> fileNames);
     /// Drops a request of Load(). No result of it comes after that.
     void Cancel(string const &fileName);
-    /// Returns the results since the last call. Never waits.
+    /// Returns the results since the last call, in their order. A file that is read ahead and cannot be loaded has no
+    /// result. Never waits.
     std::vector<LoadResult> Poll();
     /// True while a request of Load() is not finished.
     bool IsBusy() const;
