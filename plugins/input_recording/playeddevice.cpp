@@ -2,6 +2,9 @@
 
 #include <quillmarsh/basetools/streameffectors.h>
 #include <quillmarsh/basetools/texttools.h>
+#include <quillmarsh/framework/kernel.h>
+
+#include <algorithm>
 
 namespace input_recording
 {
@@ -36,19 +39,27 @@ void PlayedDevice::DumpDeviceCaps(ostream &out, unsigned int tabs) const
     out << IndentEffector(tabs) << "Speed.: " << MakeString(playback_.speed) << nl;
     out << IndentEffector(tabs) << "Looped: " << MakeString(playback_.isLooped) << nl;
     out << IndentEffector(tabs) << "System: " << MakeString(playback_.isSystem) << nl;
+    out << IndentEffector(tabs) << "Steady: " << MakeString(playback_.isSteady) << nl;
 }
 
 void PlayedDevice::ConnectDevice(HWND)
 {
     player_.Restart();
     timer_.Start();
+    lastSeconds_ = playedSeconds_ = 0;
 }
 
 void PlayedDevice::DisconnectDevice() {}
 
 void PlayedDevice::SampleDevice()
 {
-    SampleAt(timer_.GetElapsedSeconds());
+    double const now = timer_.GetElapsedSeconds();
+    double const step = now - lastSeconds_;
+    playedSeconds_ += playback_.isSteady ? std::min(step, s_maxSteadyStep) : step;
+    lastSeconds_ = now;
+    SampleAt(playedSeconds_);
+    if (playback_.endsProgram && player_.IsAtEnd(playedSeconds_ * playback_.speed))
+        Kernel::Instance().RequestExit();
 }
 
 void PlayedDevice::SampleAt(double seconds)

@@ -23,12 +23,19 @@ struct Playback
     bool isLooped = true;
     /// True to play as mouse and keyboard of the system, which a GUI uses.
     bool isSystem = false;
+    /// True to wait for slow frames: each one advances the recording by PlayedDevice::s_maxSteadyStep at most.
+    bool isSteady = false;
+    /// True to end the program at the end of the recording.
+    bool endsProgram = false;
 };
 
 /// Plays a recording. It starts when the device is connected, and again at each restart.
 class PlayedDevice final : public quillmarsh::HumanInterfaceDevice
 {
 public:
+    /// Seconds.
+    static constexpr double s_maxSteadyStep = 0.05;
+
     explicit PlayedDevice(Playback const &playback);
 
     unsigned int GetNumControllers() override;
@@ -49,6 +56,9 @@ private:
     RecordingPlayer player_;
     std::vector<quillmarsh::AutoPtr<PlayedController>> controllers_;
     quillmarsh::HighResolutionTimer timer_;
+    /// Seconds of the timer at the last sampling, and those that count for the recording.
+    double lastSeconds_ = 0;
+    double playedSeconds_ = 0;
 };
 
 } // namespace input_recording

@@ -7,7 +7,9 @@
 #include <quillmarsh/basetools/texttools.h>
 #include <quillmarsh/framework/kernel.h>
 
+#include <algorithm>
 #include <filesystem>
+#include <iterator>
 #include <utility>
 
 namespace input_recording
@@ -25,7 +27,9 @@ constexpr CommandValue s_speed{"a speed from 0.01 to 100", [](CommandArguments c
                                }};
 
 constexpr CommandWord s_playWords[] = {
+    CommandWord::Option(PlayCmd::s_szOptionExit, "play once, and end the program\n"),
     CommandWord::Option(PlayCmd::s_szOptionOnce, "play once, and stay at the end\n"),
+    CommandWord::Option(PlayCmd::s_szOptionSteady, "play slower where frames take longer than 1/20 s\n"),
     CommandWord::Option(PlayCmd::s_szOptionStop, "stop all recordings that are played\n"),
     CommandWord::Option(PlayCmd::s_szOptionSystem, "play as mouse and keyboard of the system, which a GUI uses\n"),
     CommandWord::Assignment(PlayCmd::s_szAssignSpeed, PlayCmd::s_szValueSpeed,
@@ -40,6 +44,10 @@ constexpr CommandWord s_recordWords[] = {
                             "record only the device with this creation-id\n", command_values::s_device),
     CommandWord::Argument("0) string", "file to write\n", command_values::s_file),
 };
+
+/// Options that need a file.
+constexpr char const *s_optionsOfFile[] = {PlayCmd::s_szOptionExit, PlayCmd::s_szOptionOnce, PlayCmd::s_szOptionSteady,
+                                           PlayCmd::s_szOptionSystem};
 
 /// Prints a message and returns false if the line has words about a file but names none.
 bool HasFileForItsWords(ostream &out, string const *fileName, bool hasWords)
@@ -85,7 +93,8 @@ bool PlayCmd::Execute(ostream &out, CommandArguments const &arguments)
 {
     string const *const fileName = arguments.FindArgument(0);
     if (!HasFileForItsWords(out, fileName,
-                            arguments.HasOption(s_szOptionOnce) || arguments.HasOption(s_szOptionSystem) ||
+                            std::any_of(std::begin(s_optionsOfFile), std::end(s_optionsOfFile),
+                                        [&](char const *option) { return arguments.HasOption(option); }) ||
                                 arguments.FindAssignment(s_szAssignSpeed)))
         return false;
     if (arguments.HasOption(s_szOptionStop))
@@ -114,7 +123,9 @@ bool PlayCmd::Play(ostream &out, CommandArguments const &arguments, string const
 {
     Playback playback;
     playback.fileName = fileName;
-    playback.isLooped = !arguments.HasOption(s_szOptionOnce);
+    playback.endsProgram = arguments.HasOption(s_szOptionExit);
+    playback.isLooped = !arguments.HasOption(s_szOptionOnce) && !playback.endsProgram;
+    playback.isSteady = arguments.HasOption(s_szOptionSteady);
     playback.isSystem = arguments.HasOption(s_szOptionSystem);
     arguments.ReadAssignment(s_szAssignSpeed, playback.speed);
     try

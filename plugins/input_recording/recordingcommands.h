@@ -24,7 +24,9 @@ class PlayCmd : public quillmarsh::TableCommand
 {
 public:
     static constexpr char s_szDefaultName[] = "play";
+    static constexpr char s_szOptionExit[] = "exit";
     static constexpr char s_szOptionOnce[] = "once";
+    static constexpr char s_szOptionSteady[] = "steady";
     static constexpr char s_szOptionStop[] = "stop";
     static constexpr char s_szOptionSystem[] = "system";
     static constexpr char s_szAssignSpeed[] = "speed";

@@ -44,6 +44,11 @@ void RecordingPlayer::AdvanceTo(double time)
     PlayTo(time - roundStart_);
 }
 
+bool RecordingPlayer::IsAtEnd(double time) const
+{
+    return !isLooped_ && nextSample_ == recording_.samples.size() && time >= recording_.length;
+}
+
 void RecordingPlayer::EndFrame()
 {
     for (std::size_t i = 0; i < states_.size(); ++i)

@@ -24,6 +24,8 @@ public:
     void AdvanceTo(double time);
     /// Returns the state of a controller, with its movements since the last frame.
     std::span<float const> GetState(unsigned int controller) const { return states_[controller]; }
+    /// True when all of a recording that is played once has been played, at a time in seconds.
+    bool IsAtEnd(double time) const;
     /// Ends a frame, which has seen the state.
     void EndFrame();
 

@@ -19,7 +19,9 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <chrono>
 #include <cstring>
+#include <thread>
 
 namespace quillmarsh::tests
 {
@@ -128,6 +130,29 @@ TEST(Recording, PlaysOnceOrOverAndOver)
     play(looped, true);
 }
 
+TEST(PlayedDevice, EndsTheProgramAndWaitsForSlowFrames)
+{
+    for (bool const isSteady : {false, true})
+    {
+        TestKernel kernel;
+        Playback playback{"r.txt", std::make_shared<Recording const>(Parse("controller keyboard\r\n0.12 end"))};
+        playback.isLooped = false;
+        playback.endsProgram = true;
+        playback.isSteady = isSteady;
+        PlayedDevice device(playback);
+        device.ConnectDevice(nullptr);
+        std::this_thread::sleep_for(std::chrono::milliseconds(130));
+        device.SampleDevice();
+        EXPECT_EQ(!isSteady, kernel.IsExitRequested()) << "one frame of 0.13 s";
+        for (unsigned int frame = 0; frame < 2; ++frame)
+        {
+            std::this_thread::sleep_for(std::chrono::milliseconds(60));
+            device.SampleDevice();
+        }
+        EXPECT_TRUE(kernel.IsExitRequested());
+    }
+}
+
 TEST(PlayedDevice, ShowsAllKinds)
 {
     TestKernel const kernel;
@@ -218,6 +243,7 @@ TEST(RecordingCommands, SayWhatTheyDoAndWhyTheyRefuse)
         {record, file + ": the file already exists, replace it with -overwrite\n"},
         {record + " -overwrite -d=77", "record: -d=77: '77' is not the creation-id of a device (see 'help record')\n"},
         {"record -overwrite", "The name of the file is missing.\n"},
+        {"play -exit", "The name of the file is missing.\n"},
         {play + " -once -speed=0", "play: -speed=0: '0' is not a speed from 0.01 to 100 (see 'help play')\n"},
         {record + " -overwrite", "Recording 1 controller to "},
         {"wait 2", ""},
