@@ -83,6 +83,9 @@ void AddOptions(CLI::App &app, Arguments &arguments)
     app.add_option("--robot", arguments.robot,
                    "let the robot carry out the lines of FILE (- is standard input), then exit")
         ->type_name("FILE");
+    app.add_option("--play", arguments.recording, "play the recording FILE as mouse and keyboard, then exit")
+        ->type_name("FILE");
+    app.add_option("--screenshots", arguments.screenshots, "put screenshots into the folder DIR")->type_name("DIR");
     app.add_flag("--stop-on-error", arguments.stopOnError, "stop a script at the first line that fails");
     app.add_flag("--no-start-script", arguments.noStartScript, "leave the user's own start script out");
     app.add_flag("--strict", arguments.strict, "refuse lines with words that their command does not know");
@@ -126,6 +129,19 @@ void AddOptions(CLI::App &app, Arguments &arguments)
         ->allow_extra_args(false);
 }
 
+/// Refuses arguments that do not fit each other.
+void CheckTogether(Arguments const &arguments)
+{
+    if (arguments.robot && arguments.script)
+        ThrowWrongArgument("--robot and --script cannot stand together: a script has lines for the robot, too");
+    if (arguments.recording && (arguments.robot || arguments.script))
+        ThrowWrongArgument("--play cannot stand together with --robot or --script: a script can have a line 'play'");
+    if (arguments.video == s_szNoVideo && (arguments.size || arguments.fullscreen))
+        ThrowWrongArgument("--size and --fullscreen need video, which --video none leaves out");
+    if (std::find(arguments.files.begin(), arguments.files.end(), "") != arguments.files.end())
+        ThrowWrongArgument("the name of a file is empty");
+}
+
 } // namespace
 
 void ThrowWrongArgument(string const &message)
@@ -139,20 +155,19 @@ void ThrowWrongArgument(string const &message)
     throw thrown;
 }
 
-Arguments ParseArguments(std::vector<string> words)
+Arguments ParseArguments(ProgramKind const &program, std::vector<string> words)
 {
     Arguments arguments;
-    CLI::App app(
-        "Runs an application from a plug-in library, the workbench by default, with a console in the terminal.\n"
-        "When standard input is not a terminal, its lines run as a script.",
-        "quillmarsh-host");
+    CLI::App app(program.description, program.name);
     app.footer("Exit status: 0 success, 1 a line of a script failed, 2 wrong argument, 3 the host failed.");
     app.set_help_flag("-h,--help", "print this help and exit");
-    app.set_version_flag("-V,--version", "quillmarsh-host " + library_info::GetLibraryVersion().MakeString(),
+    app.set_version_flag("-V,--version", string(program.name) + ' ' + library_info::GetLibraryVersion().MakeString(),
                          "print the version and exit");
     app.allow_extras();
     app.allow_windows_style_options(false);
     AddOptions(app, arguments);
+    if (program.isViewer)
+        app.add_option("FILE", arguments.files, "a file or a folder to open")->type_name("");
     try
     {
         std::reverse(words.begin(), words.end());
@@ -170,12 +185,13 @@ Arguments ParseArguments(std::vector<string> words)
     {
         ThrowWrongArgument(thrown.what());
     }
-    if (arguments.answer.empty() && !app.remaining().empty())
-        ThrowWrongArgument("unknown argument '" + app.remaining().front() + "'");
-    if (arguments.robot && arguments.script)
-        ThrowWrongArgument("--robot and --script cannot stand together: a script has lines for the robot, too");
-    if (arguments.video == s_szNoVideo && (arguments.size || arguments.fullscreen))
-        ThrowWrongArgument("--size and --fullscreen need video, which --video none leaves out");
+    std::vector<string> unknown = app.remaining();
+    // It stands ahead of files whose names begin with a dash.
+    if (program.isViewer)
+        std::erase(unknown, "--");
+    if (arguments.answer.empty() && !unknown.empty())
+        ThrowWrongArgument("unknown argument '" + unknown.front() + "'");
+    CheckTogether(arguments);
     return arguments;
 }
 

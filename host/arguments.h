@@ -2,6 +2,8 @@
 #ifndef QUILLMARSH_HOST_ARGUMENTS_H
 #define QUILLMARSH_HOST_ARGUMENTS_H
 
+#include "programkind.h"
+
 #include <quillmarsh/host/pluginset.h>
 
 #include <quillmarsh/basetools/exception.h>
@@ -36,10 +38,16 @@ struct Arguments
     /// The help or the version, if the user asks for it instead of a run.
     string answer;
     std::vector<string> plugins;
+    /// Files that a viewer opens, as they were given.
+    std::vector<string> files;
     /// File of the script; "-" is standard input.
     std::optional<string> script;
     /// File of the robot's script; "-" is standard input.
     std::optional<string> robot;
+    /// Recording of mouse and keyboard that is played; the run ends with it.
+    std::optional<string> recording;
+    /// Folder for screenshots.
+    std::optional<string> screenshots;
     bool stopOnError = false;
     /// True to refuse lines with a mistake before they run.
     bool strict = false;
@@ -70,7 +78,7 @@ struct Arguments
 constexpr char s_szNoVideo[] = "none";
 
 /// Reads the arguments after the program's name. Throws a WrongArgumentException.
-Arguments ParseArguments(std::vector<string> words);
+Arguments ParseArguments(ProgramKind const &program, std::vector<string> words);
 
 } // namespace quillmarsh::host
 

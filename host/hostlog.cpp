@@ -10,7 +10,7 @@
 namespace quillmarsh::host
 {
 
-HostLog::HostLog() : stream_(*this) {}
+HostLog::HostLog(string programName) : programName_(std::move(programName)), stream_(*this) {}
 
 HostLog::~HostLog() = default;
 
@@ -19,7 +19,7 @@ void HostLog::Open(string const &fileName)
     if (fileName.empty())
         ThrowWrongArgument("--log needs the name of a file");
     errno = 0;
-    auto file = std::make_unique<LogFileStream>("quillmarsh-host", fileName);
+    auto file = std::make_unique<LogFileStream>(programName_, fileName);
     file->flush();
     if (!*file)
         ThrowWrongArgument("cannot write the log '" + fileName + "': " + file_system::GetLastFailureReason());

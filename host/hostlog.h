@@ -14,7 +14,8 @@ namespace quillmarsh::host
 class HostLog : public TextSink, NoCopy
 {
 public:
-    HostLog();
+    /// `programName` stands in the log.
+    explicit HostLog(string programName);
     ~HostLog() override;
 
     /// Opens the file. Throws a WrongArgumentException that names the system's reason.
@@ -28,6 +29,7 @@ public:
     void OnText(std::string_view text, unsigned int type) override;
 
 private:
+    string const programName_;
     std::mutex mutex_;
     AutoPtr<LogFileStream> file_;
     SharedOutputStream stream_;

@@ -2,6 +2,7 @@
 
 #include "robotsource.h"
 #include "scriptreader.h"
+#include "system.h"
 #include "variablesetting.h"
 
 #include <quillmarsh/basetools/filesystem.h>
@@ -26,15 +27,16 @@ namespace
 
 /// Frames per second while the host waits for input and no limit is set.
 constexpr double s_defaultFrameRate = 60;
-constexpr char s_szDefaultApplication[] = "workbench";
 constexpr char s_szDefaultVideo[] = "video_opengl";
 /// Commands that the history of a terminal holds, if the start script does not ask for more.
 constexpr unsigned int s_minHistory = 1000;
 constexpr char s_szHint[] =
     "Type 'help NAME' for help with a command, 'list-commands' for all commands, 'find WORD' to "
     "search them.\n";
+/// Plays the recording of the arguments.
+constexpr char s_szPlayer[] = "input_recording";
 /// Drivers that come with the host. They are loaded with the host's own application if they exist beside it.
-constexpr char const *s_defaultDrivers[] = {"input_recording"};
+constexpr char const *s_defaultDrivers[] = {s_szPlayer};
 
 /// Returns the name of a file without directory and extension.
 string GetBaseName(string const &fileName)
@@ -51,6 +53,14 @@ bool IsVideoRenderer(PluginSet::Entry const &entry)
     return entry.descriptor->GetPluginInfo().GetPluginType() == e_plugin_video_renderer;
 }
 
+/// True when the console belongs into the terminal.
+bool IsInteractive(ProgramKind const &kind, Arguments const &arguments)
+{
+    return !arguments.script && !arguments.robot && !arguments.recording &&
+           platform::IsTerminal(eStandardStream::e_input) && platform::IsTerminal(eStandardStream::e_output) &&
+           (!kind.isViewer || system::IsInForeground());
+}
+
 string JoinWords(std::vector<string> const &words)
 {
     string joined;
@@ -61,30 +71,35 @@ string JoinWords(std::vector<string> const &words)
 
 } // namespace
 
-void PrintMessage(string const &message)
+void PrintMessage(ProgramKind const &kind, string const &message)
 {
     bool const isTerminal = platform::IsTerminal(eStandardStream::e_error);
     bool const coloured = platform::TakesEscapeSequences(eStandardStream::e_error) && WantsColours();
     string shown;
-    AppendColoured(shown, "quillmarsh-host: " + (isTerminal ? MakePrintable(message, true) : message),
+    AppendColoured(shown, string(kind.name) + ": " + (isTerminal ? MakePrintable(message, true) : message),
                    coloured ? OutputStream::e_typeError : OutputStream::e_typeInfo);
     std::cerr << shown + "\n" << std::flush;
 }
 
-Program::Program(Arguments const &arguments, std::vector<string> const &words)
-    : arguments_(arguments),
+Program::Program(ProgramKind const &kind, Arguments const &arguments, std::vector<string> const &words)
+    : kind_(kind),
+      arguments_(arguments),
       commandLine_(JoinWords(words)),
       programFile_(platform::GetProgramFileName(words.front())),
-      interactive_(!arguments.script && !arguments.robot && platform::IsTerminal(eStandardStream::e_input) &&
-                   platform::IsTerminal(eStandardStream::e_output)),
+      interactive_(IsInteractive(kind, arguments)),
+      readsScript_(arguments.script || arguments.robot || (!interactive_ && !arguments.recording && !kind.isViewer)),
+      stays_(!interactive_ && !readsScript_ &&
+             (arguments.recording || !(arguments.headless || arguments.video == s_szNoVideo))),
       session_(MakeOptions()),
       signals_([this](platform::eSignal signal) { OnSignal(signal); }),
       standardOutput_(
           [this](string const &error)
           {
-              outputFailed_ = true;
-              PrintMessage("cannot write to standard output: " + error);
-              kernel_.RequestExit();
+              // A window needs nobody who reads the console.
+              outputFailed_ = !stays_;
+              PrintMessage(kind_, "cannot write to standard output: " + error);
+              if (!stays_)
+                  kernel_.RequestExit();
           }),
       history_(interactive_ ? GetHistoryFileName() : "", [this](string const &message) { Report(message); })
 {
@@ -92,7 +107,7 @@ Program::Program(Arguments const &arguments, std::vector<string> const &words)
 
 SessionOptions Program::MakeOptions()
 {
-    return {.programName = "quillmarsh-host",
+    return {.programName = kind_.name,
             .log = &log_.GetStream(),
             .report = [this](string const &message) { Report(message); },
             .onStartup =
@@ -137,7 +152,7 @@ int Program::Run()
         terminal_.reset();
     }
     if (!log_.Close())
-        PrintMessage("the log is not complete: it could not be written");
+        PrintMessage(kind_, "the log is not complete: it could not be written");
     if (session_.GetRethrown() != nullptr)
         std::rethrow_exception(session_.GetRethrown());
     return GetExitStatus();
@@ -162,7 +177,7 @@ void Program::Prepare()
 {
     if (arguments_.log)
         log_.Open(*arguments_.log);
-    kernel_.GetLog() << "quillmarsh-host " << library_info::GetLibraryVersion().MakeString() << ": " << commandLine_
+    kernel_.GetLog() << kind_.name << ' ' << library_info::GetLibraryVersion().MakeString() << ": " << commandLine_
                      << std::endl;
     kernel_.SetFrameRateLimit(arguments_.frameRate);
     OpenSource();
@@ -172,30 +187,41 @@ void Program::Prepare()
 
 void Program::OpenSource()
 {
-    if (!interactive_)
-    {
-        string const fileName = arguments_.robot.value_or(arguments_.script.value_or("-"));
-        script_ = std::make_unique<ScriptReader>(fileName, [this] { kernel_.WakeUp(); });
-        if (arguments_.robot)
-        {
-            script_ = std::make_unique<RobotSource>(std::move(script_));
-            kernel_.GetRobot().SetStays(true);
-            kernel_.GetRobot().Begin();
-        }
-        kernel_.GetConsole().SetOutput(&standardOutput_);
-    }
-    else
+    LineSource *main = nullptr;
+    if (interactive_)
     {
         Terminal::Client const client{[this] { kernel_.WakeUp(); }, [this] { kernel_.RequestExit(); }};
         std::lock_guard const lock(terminalMutex_);
         terminal_ = std::make_unique<Terminal>(kernel_.GetConsole().GetBuffers(), client);
         kernel_.GetConsole().SetOutput(terminal_.get());
+        main = terminal_.get();
     }
-    LineSource *const source = interactive_ ? static_cast<LineSource *>(terminal_.get()) : script_.get();
-    source_ = std::make_unique<StartedSource>(OpenStartScript(), *source, [this] { OnStartScriptEnd(); });
-    lines_.SetSource(source_.get(), arguments_.stopOnError || arguments_.robot);
+    else
+    {
+        OpenScript();
+        kernel_.GetConsole().SetOutput(&standardOutput_);
+        main = script_.get();
+    }
+    argumentSource_ = std::make_unique<ArgumentSource>(MakeArgumentLines(arguments_), main, stays_);
+    source_ = std::make_unique<StartedSource>(OpenStartScript(), *argumentSource_, [this] { OnStartScriptEnd(); });
+    // After a failure, a robot or a recording would work with what is not there.
+    lines_.SetSource(source_.get(), arguments_.stopOnError || arguments_.robot || arguments_.recording);
     lines_.SetStrict(arguments_.strict);
     lines_.SetHistory(&history_);
+}
+
+void Program::OpenScript()
+{
+    if (!readsScript_)
+        return;
+    string const fileName = arguments_.robot.value_or(arguments_.script.value_or("-"));
+    script_ = std::make_unique<ScriptReader>(fileName, [this] { kernel_.WakeUp(); });
+    if (arguments_.robot)
+    {
+        script_ = std::make_unique<RobotSource>(std::move(script_));
+        kernel_.GetRobot().SetStays(true);
+        kernel_.GetRobot().Begin();
+    }
 }
 
 /// Opens the user's own start script; null if there is none.
@@ -231,12 +257,15 @@ void Program::LoadPlugins()
 {
     std::vector<string> const directories = GetPluginDirectories(programFile_, QUILLMARSH_HOST_PLUGIN_DIRECTORY);
     PluginSet &plugins = kernel_.GetPlugins();
+    // A GUI uses the first mouse and the first keyboard.
+    if (arguments_.recording)
+        plugins.Load(FindPluginFile(s_szPlayer, directories));
     for (string const &plugin : arguments_.plugins)
         plugins.Load(FindPluginFile(plugin, directories));
     LoadCompanions(directories);
     if (plugins.FindApplication() == nullptr)
     {
-        plugins.Load(FindPluginFile(s_szDefaultApplication, directories));
+        plugins.Load(FindPluginFile(kind_.application, directories));
         LoadDefaultDrivers(directories);
     }
     LoadVideo(directories);
@@ -309,20 +338,32 @@ void Program::LoadVideoPlugin(string const &fileName)
 void Program::LoadDefaultVideo(std::vector<string> const &directories)
 {
     bool const hasDesktop = arguments_.headless || platform::HasDisplay();
-    bool const isWanted = arguments_.headless || arguments_.size || arguments_.fullscreen || interactive_;
-    if (!isWanted)
+    if (!WantsVideo())
         return;
     try
     {
         if (!hasDesktop)
             QUILLMARSH_THROW(KernelException, "there is no display.");
         LoadVideoPlugin(FindPluginFile(s_szDefaultVideo, directories));
-        kernel_.GetVideo().GetSettings().isOptional = true;
+        kernel_.GetVideo().GetSettings().isOptional = !NeedsVideo();
     }
     catch (KernelException const &thrown)
     {
+        if (NeedsVideo())
+            QUILLMARSH_THROW(KernelException, "There can be no window: " + thrown.GetMessage());
         Report("The run goes on without video: " + thrown.GetMessage());
     }
+}
+
+bool Program::WantsVideo() const
+{
+    bool const isForWindow = kind_.isViewer && platform::HasDisplay();
+    return arguments_.headless || arguments_.size || arguments_.fullscreen || interactive_ || stays_ || isForWindow;
+}
+
+bool Program::NeedsVideo() const
+{
+    return kind_.isViewer && stays_;
 }
 
 void Program::LoadDefaultDrivers(std::vector<string> const &directories)
@@ -406,12 +447,28 @@ void Program::SetVariables()
     {
         for (auto const &[name, value] : arguments_.variables)
             SetVariable(*kernel_.GetVariableRegistry(), name, value, arguments_.developerMode);
+        SetScreenshotFolder();
     }
     catch (WrongArgumentException const &thrown)
     {
         hasWrongArgument_ = true;
         Report(thrown.GetMessage());
     }
+}
+
+/// Creates the folder for screenshots, and names it to the command that takes them.
+void Program::SetScreenshotFolder()
+{
+    if (!arguments_.screenshots)
+        return;
+    string folder = *arguments_.screenshots;
+    file_system::ForceFullPathName(folder, false);
+    if (!file_system::DirectoryExists(folder) && !file_system::CreateDirectoryPath(folder))
+    {
+        ThrowWrongArgument("--screenshots: cannot create the folder '" + *arguments_.screenshots +
+                           "': " + file_system::GetLastFailureReason());
+    }
+    SetVariable(*kernel_.GetVariableRegistry(), "screenshot.folder", folder, false);
 }
 
 bool Program::IsFrameLimitReached()
@@ -443,9 +500,9 @@ void Program::Report(string const &message)
     log_.GetStream() << message << std::endl;
     // While the terminal shows the prompt, only its thread writes to it.
     if (terminal_ != nullptr && platform::IsTerminal(eStandardStream::e_error))
-        terminal_->Write("quillmarsh-host: " + message + "\n", OutputStream::e_typeError);
+        terminal_->Write(string(kind_.name) + ": " + message + "\n", OutputStream::e_typeError);
     else
-        PrintMessage(message);
+        PrintMessage(kind_, message);
 }
 
 void Program::OnSignal(platform::eSignal signal)

@@ -1,8 +1,9 @@
-// One run of the host, from its arguments to its exit status.
+// One run of a program, from its arguments to its exit status.
 #ifndef QUILLMARSH_HOST_PROGRAM_H
 #define QUILLMARSH_HOST_PROGRAM_H
 
 #include "arguments.h"
+#include "argumentsource.h"
 #include "consolewindow.h"
 #include "hostlog.h"
 #include "standardoutput.h"
@@ -26,15 +27,15 @@ enum eExitStatus
     e_exit_failed = 3
 };
 
-/// Shows a message of the host on standard error.
-void PrintMessage(string const &message);
+/// Shows a message of a program on standard error.
+void PrintMessage(ProgramKind const &kind, string const &message);
 
-/// One run of the host. Main thread only.
+/// One run of a program. Main thread only.
 class Program : NoCopy
 {
 public:
     /// `words` is the command line, the program's name first.
-    Program(Arguments const &arguments, std::vector<string> const &words);
+    Program(ProgramKind const &kind, Arguments const &arguments, std::vector<string> const &words);
     ~Program();
 
     /// Runs, and returns the exit status. Throws only the failure that ended the run, if the hard rethrow at exit is
@@ -48,6 +49,7 @@ private:
     SessionOptions MakeOptions();
     void Prepare();
     void OpenSource();
+    void OpenScript();
     AutoPtr<LineSource> OpenStartScript();
     void OnStartScriptEnd();
     void LoadPlugins();
@@ -60,6 +62,9 @@ private:
     void LoadVideoPlugin(string const &fileName);
     /// Loads the default video plug-in if it is of use. A failure leaves the run without video, and is reported.
     void LoadDefaultVideo(std::vector<string> const &directories);
+    bool WantsVideo() const;
+    /// True when the run is nothing without a window.
+    bool NeedsVideo() const;
     double GetIdleRate() const;
     void OpenConsoleWindow();
     /// Shows the application's title in the console's window.
@@ -67,20 +72,26 @@ private:
     void RunApplication();
     void BeginConsole(Application::StartupResult const &result);
     void SetVariables();
+    void SetScreenshotFolder();
     void RunFrames();
     bool IsFrameLimitReached();
     void Report(string const &message);
     void OnSignal(platform::eSignal signal);
     int GetExitStatus() const;
 
+    ProgramKind const &kind_;
     Arguments const &arguments_;
     string const commandLine_;
     string const programFile_;
     bool const interactive_;
+    /// A script is read, from a file or from standard input.
+    bool const readsScript_;
+    /// Neither a terminal nor a script ends the run, but its window does, or the end of a recording.
+    bool const stays_;
     bool hasWrongArgument_ = false;
     bool outputFailed_ = false;
 
-    HostLog log_;
+    HostLog log_{kind_.name};
     Session session_;
     HostKernel &kernel_ = session_.GetKernel();
     ConsoleLines &lines_ = session_.GetLines();
@@ -94,6 +105,7 @@ private:
     platform::SignalWatch signals_;
     StandardOutput standardOutput_;
     AutoPtr<LineSource> script_;
+    AutoPtr<ArgumentSource> argumentSource_;
     AutoPtr<StartedSource> source_;
     ConsoleHistory history_;
     /// Null without --console-window.

@@ -1,4 +1,5 @@
-// The system's services for the program that the library does not have: reads that another thread can cancel.
+// The system's services for the program that the library does not have: reads that another thread can cancel, and the
+// place of the program in its terminal.
 #ifndef QUILLMARSH_HOST_SYSTEM_H
 #define QUILLMARSH_HOST_SYSTEM_H
 
@@ -27,6 +28,10 @@ public:
     /// Cancels reading. Called by another thread. False when a waiting Read() cannot be cancelled.
     virtual bool Cancel() = 0;
 };
+
+/// True when the program may read from the terminal on standard input. A program that was put into the background may
+/// not: the system would stop it.
+bool IsInForeground();
 
 } // namespace quillmarsh::host::system
 

@@ -90,4 +90,9 @@ AutoPtr<Input> Input::Open(string const &name, string &error)
     return std::make_unique<DescriptorInput>(descriptor, !standardInput);
 }
 
+bool IsInForeground()
+{
+    return tcgetpgrp(STDIN_FILENO) == getpgrp();
+}
+
 } // namespace quillmarsh::host::system

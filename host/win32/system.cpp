@@ -68,4 +68,9 @@ AutoPtr<Input> Input::Open(string const &name, string &error)
     return nullptr;
 }
 
+bool IsInForeground()
+{
+    return true;
+}
+
 } // namespace quillmarsh::host::system
