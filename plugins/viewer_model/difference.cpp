@@ -41,7 +41,8 @@ double Subtract(double a, double b, eDifference difference)
     case eDifference::e_squared:
         return distance * distance;
     case eDifference::e_relative:
-        return distance / std::max(std::abs(a), std::abs(b));
+        // Beside an infinite value, any other one is nothing.
+        return std::isinf(distance) ? 1 : distance / std::max(std::abs(a), std::abs(b));
     default:
         return distance;
     }

@@ -60,9 +60,9 @@ constexpr ToneMap::Layout ToneMap::s_layouts[] = {
 
 ToneMap::ToneMap(eSampleFormat format, DisplaySettings const &settings)
     : settings_(settings),
-      sampleByteSize_(sample_formats::ExtractByteSize(format))
+      sampleByteSize_(sample_formats::ExtractByteSize(format)),
+      colours_(GetPalette(settings.palette))
 {
-    FillPalette(settings.palette, colours_);
     MakeThresholds();
     for (Layout const &layout : s_layouts)
     {

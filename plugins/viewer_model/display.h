@@ -37,14 +37,14 @@ struct DisplaySettings
 {
     /// Index of the only channel to show, as in GetChannels(); -1 for all together.
     int channel = -1;
+    /// What the window of `low` and `high` gives is multiplied by two to the power of this.
+    double exposure = 0;
+    /// Then it is cut to 0..1 and raised to 1 / gamma. Above 0.
+    double gamma = 1;
     /// Values, as parts of the nominal range, that become black and white. With `low` above `high`, the display is a
     /// negative; with both equal, values above become white, and the others black.
     double low = 0;
     double high = 1;
-    /// What the window gives is multiplied by two to the power of this.
-    double exposure = 0;
-    /// Then it is cut to 0..1 and raised to 1 / gamma. Above 0.
-    double gamma = 1;
     /// Shows the result in these colours; of red, green and blue together, their luminance.
     ePalette palette = ePalette::e_none;
     /// Shows a checkerboard where alpha lets it through; without, alpha is ignored.

@@ -17,8 +17,8 @@ struct Knot
     double hue;
 };
 
-/// From black by purple, red and orange to a pale yellow, always lighter.
-constexpr Knot s_heat[] = {{0, 0, 0},         {0.22, 0.14, 295}, {0.42, 0.20, 340}, {0.60, 0.20, 25},
+/// From nearly black by purple, red and orange to a pale yellow, always lighter.
+constexpr Knot s_heat[] = {{0.13, 0.04, 285}, {0.22, 0.14, 295}, {0.42, 0.20, 340}, {0.60, 0.20, 25},
                            {0.74, 0.165, 55}, {0.88, 0.15, 90},  {0.98, 0.05, 105}};
 /// From dark blue by green and yellow, the lightest, to dark red.
 constexpr Knot s_rainbow[] = {{0.34, 0.17, 275}, {0.56, 0.17, 255}, {0.72, 0.12, 210}, {0.80, 0.17, 155},
@@ -77,7 +77,7 @@ Pixel ToPixel(LabColour const &lab)
 }
 
 /// Takes the colours at equal distances along the curve.
-void FillFromCurve(std::span<Knot const> knots, std::span<Pixel, 256> colours)
+void FillFromCurve(std::span<Knot const> knots, Colours &colours)
 {
     constexpr unsigned int numPoints = 2048;
     std::vector<double> lengths(numPoints + 1);
@@ -96,30 +96,26 @@ void FillFromCurve(std::span<Knot const> knots, std::span<Pixel, 256> colours)
     }
 }
 
+/// In the order of the enumeration.
+std::array<Colours, 5> MakePalettes()
+{
+    std::array<Colours, 5> palettes;
+    for (Pixel i = 0; i < 256; ++i)
+        palettes[0][i] = 0xFF000000 | i * 0x010101;
+    FillFromCurve(s_heat, palettes[1]);
+    FillFromCurve(s_rainbow, palettes[2]);
+    FillFromCurve(s_spectral, palettes[3]);
+    for (std::size_t i = 0; i < 256; ++i)
+        palettes[4][i] = ToPixel(ToLab({s_cyclicLightness, s_cyclicChroma, static_cast<double>(i) * 360 / 256}));
+    return palettes;
+}
+
 } // namespace
 
-void FillPalette(ePalette palette, std::span<Pixel, 256> colours)
+Colours const &GetPalette(ePalette palette)
 {
-    switch (palette)
-    {
-    case ePalette::e_none:
-        for (Pixel i = 0; i < 256; ++i)
-            colours[i] = 0xFF000000 | i * 0x010101;
-        break;
-    case ePalette::e_heat:
-        FillFromCurve(s_heat, colours);
-        break;
-    case ePalette::e_rainbow:
-        FillFromCurve(s_rainbow, colours);
-        break;
-    case ePalette::e_spectral:
-        FillFromCurve(s_spectral, colours);
-        break;
-    case ePalette::e_cyclic:
-        for (std::size_t i = 0; i < 256; ++i)
-            colours[i] = ToPixel(ToLab({s_cyclicLightness, s_cyclicChroma, static_cast<double>(i) * 360 / 256}));
-        break;
-    }
+    static std::array<Colours, 5> const s_palettes = MakePalettes();
+    return s_palettes[static_cast<std::size_t>(palette)];
 }
 
 } // namespace viewer

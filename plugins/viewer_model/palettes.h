@@ -7,9 +7,11 @@
 namespace viewer
 {
 
-/// Writes the colours of a palette, from the lowest value to the highest; greys for e_none. Neighbours look equally
-/// different everywhere in a palette.
-void FillPalette(ePalette palette, std::span<Pixel, 256> colours);
+using Colours = std::array<Pixel, 256>;
+
+/// Returns the colours of a palette, from the lowest value to the highest; greys for e_none. Neighbours look equally
+/// different everywhere in a palette. Any thread.
+Colours const &GetPalette(ePalette palette);
 
 } // namespace viewer
 
