@@ -105,6 +105,28 @@ TEST_F(WindowOnADisplay, ReportsUserInput)
     EXPECT_EQ(eWindowState::e_hidden, window->GetState());
 }
 
+TEST_F(WindowOnADisplay, TellsNamesOfDroppedFiles)
+{
+    struct Listener : DesktopListener
+    {
+        void OnDesktopEvent(DesktopEvent const &event) override
+        {
+            if (event.kind == eDesktopEvent::e_fileDropped)
+                fileNames.push_back(string(event.fileName) + (event.window ? "" : ": without a window"));
+        }
+        std::vector<string> fileNames;
+    } listener;
+    string reason;
+    AutoPtr<Window> window = Window::Open({.title = "Quillmarsh drop"}, reason);
+    ASSERT_NE(nullptr, window) << reason;
+    DesktopSubscription const subscription(listener);
+    window->Show();
+    tests::X11Client client(display_.GetName());
+    ASSERT_TRUE(PumpUntil([&] { return client.DropFile("Quillmarsh drop", "file:///tmp/a%20b%C3%A4.png"); }));
+    ASSERT_TRUE(PumpUntil([&] { return client.OfferDropped(), !listener.fileNames.empty(); }));
+    EXPECT_EQ(listener.fileNames, (std::vector<string>{"/tmp/a b\u00e4.png"}));
+}
+
 TEST_F(WindowOnADisplay, ShowsPixelsWithinItsLimitsAndTakesNoUnknownMode)
 {
     string reason;

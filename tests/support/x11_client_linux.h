@@ -7,6 +7,8 @@
 
 #include <X11/Xlib.h>
 #include <X11/Xutil.h>
+#include <algorithm>
+#include <iterator>
 #include <memory>
 #include <string>
 #undef Bool
@@ -47,6 +49,60 @@ public:
         XSync(display_.get(), False);
     }
 
+    /// Begins to drop a file on the window with this title; OfferDropped() has to be called until it has arrived.
+    bool DropFile(std::string const &title, std::string const &url)
+    {
+        dropped_ = url + "\r\n";
+        Window const target = FindWindow(title);
+        Window const source = XCreateSimpleWindow(display_.get(), GetRoot(), 0, 0, 1, 1, 0, 0, 0);
+        XSetSelectionOwner(display_.get(), GetAtom("XdndSelection"), source, CurrentTime);
+        auto const send = [&](char const *type, long second, long third, long fifth)
+        {
+            XEvent event = {};
+            event.xclient.type = ClientMessage;
+            event.xclient.window = target;
+            event.xclient.message_type = GetAtom(type);
+            event.xclient.format = 32;
+            long const data[] = {static_cast<long>(source), second, third, 0, fifth};
+            std::copy(std::begin(data), std::end(data), event.xclient.data.l);
+            XSendEvent(display_.get(), target, False, NoEventMask, &event);
+        };
+        constexpr long version = 5;
+        if (target != 0)
+        {
+            send("XdndEnter", version << 24, static_cast<long>(GetAtom("text/uri-list")), 0);
+            send("XdndPosition", 0, 0, static_cast<long>(GetAtom("XdndActionCopy")));
+            send("XdndDrop", 0, CurrentTime, 0);
+        }
+        XSync(display_.get(), False);
+        return target != 0;
+    }
+
+    /// Answers requests for the dropped file.
+    void OfferDropped()
+    {
+        while (XPending(display_.get()) > 0)
+        {
+            XEvent event;
+            XNextEvent(display_.get(), &event);
+            if (event.type != SelectionRequest)
+                continue;
+            XSelectionRequestEvent const &request = event.xselectionrequest;
+            XChangeProperty(display_.get(), request.requestor, request.property, request.target, 8, PropModeReplace,
+                            reinterpret_cast<unsigned char const *>(dropped_.data()),
+                            static_cast<int>(dropped_.size()));
+            XEvent answer = {};
+            answer.xselection.type = SelectionNotify;
+            answer.xselection.requestor = request.requestor;
+            answer.xselection.selection = request.selection;
+            answer.xselection.target = request.target;
+            answer.xselection.property = request.property;
+            answer.xselection.time = request.time;
+            XSendEvent(display_.get(), request.requestor, False, NoEventMask, &answer);
+        }
+        XFlush(display_.get());
+    }
+
     /// Returns the colour of a pixel of the display, as red, green and blue in 24 bits.
     unsigned long GetPixel(int x, int y)
     {
@@ -78,6 +134,7 @@ private:
         return found;
     }
 
+    std::string dropped_;
     std::unique_ptr<Display, decltype(&XCloseDisplay)> display_;
 };
 

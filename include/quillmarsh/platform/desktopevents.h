@@ -5,6 +5,8 @@
 #include <quillmarsh/platform/inputcodes.h>
 #include <quillmarsh/platform/types.h>
 
+#include <string_view>
+
 namespace quillmarsh::platform
 {
 
@@ -44,6 +46,8 @@ enum class eDesktopEvent
     e_mouseButton,
     /// The wheel was turned: `wheel`, `x`, `y`, `modifiers`.
     e_mouseWheel,
+    /// The user has dropped a file on the window: `fileName`. Several files send an event each.
+    e_fileDropped,
     /// Another program has changed the clipboard. Some systems also report this program's own changes. No window.
     e_clipboard,
     /// A display was added or removed, or its mode changed. No window.
@@ -99,6 +103,8 @@ struct DesktopEvent
     float wheel = 0;
     /// UTF-8 with a zero at the end, without control characters.
     char text[32] = {};
+    /// Full name, with the bytes that open the file: UTF-8 on Windows. Valid during the call.
+    std::string_view fileName = {};
 };
 
 /// Receives the events of the desktop while a DesktopSubscription for it exists.

@@ -65,8 +65,10 @@ bool ReplacePages(Range &range, std::uintptr_t address)
 void OnBusError(int number, siginfo_t *info, void *context)
 {
     int const reason = errno;
+    // A signal that a program has sent has no address.
+    bool const isFault = info->si_code > 0;
     auto const address = reinterpret_cast<std::uintptr_t>(info->si_addr);
-    Range *const range = FindRange(address);
+    Range *const range = isFault ? FindRange(address) : nullptr;
     bool const isMended = range && ReplacePages(*range, address);
     errno = reason;
     if (isMended)
@@ -75,8 +77,12 @@ void OnBusError(int number, siginfo_t *info, void *context)
         s_previous.sa_sigaction(number, info, context);
     else if (s_previous.sa_handler != SIG_DFL && s_previous.sa_handler != SIG_IGN)
         s_previous.sa_handler(number);
-    else
+    // Comes once more when this returns.
+    else if (s_previous.sa_handler == SIG_DFL || isFault)
+    {
         signal(number, SIG_DFL);
+        raise(number);
+    }
 }
 
 void InstallHandler()

@@ -8,7 +8,9 @@
 #include <algorithm>
 #include <exception>
 #include <utility>
+#include <vector>
 
+#include <shellapi.h>
 #include <windowsx.h>
 
 namespace quillmarsh::platform
@@ -225,6 +227,31 @@ void OnPositionChanged(Window::System &system, WINDOWPOS const &change)
         TellDesktop(MakeEvent(eDesktopEvent::e_windowGeometry, system));
 }
 
+void OnDrop(Window::System &system, HDROP drop)
+{
+    std::vector<string> fileNames;
+    UINT const count = DragQueryFileW(drop, 0xffffffff, nullptr, 0);
+    for (UINT i = 0; i < count; ++i)
+    {
+        std::vector<wchar_t> units(DragQueryFileW(drop, i, nullptr, 0) + 1);
+        UINT const length = DragQueryFileW(drop, i, units.data(), static_cast<UINT>(units.size()));
+        string fileName;
+        if (UnicodeToAscii(wstring(units.begin(), units.begin() + length), fileName))
+            fileNames.push_back(std::move(fileName));
+    }
+    DragFinish(drop);
+    HWND const window = system.window;
+    for (string const &fileName : fileNames)
+    {
+        // A listener may close the window.
+        if (Window::Find(window) == nullptr)
+            return;
+        DesktopEvent event = MakeEvent(eDesktopEvent::e_fileDropped, system);
+        event.fileName = fileName;
+        TellDesktop(event);
+    }
+}
+
 void OnPlainMessage(Window::System &system, UINT message)
 {
     for (PlainMessage const &row : s_plainMessages)
@@ -266,6 +293,8 @@ void Tell(Window::System &system, UINT message, WPARAM wParam, LPARAM lParam)
         return OnFocus(system, message == WM_SETFOCUS);
     case WM_PAINT:
         return OnPaint(system);
+    case WM_DROPFILES:
+        return OnDrop(system, reinterpret_cast<HDROP>(wParam));
     case WM_WINDOWPOSCHANGED:
         return OnPositionChanged(system, *reinterpret_cast<WINDOWPOS const *>(lParam));
     case s_messageExposed:
@@ -286,6 +315,7 @@ bool IsDone(Window::System &system, UINT message, WPARAM wParam, LPARAM lParam)
     {
     case WM_CLOSE:
     case WM_PAINT:
+    case WM_DROPFILES:
         return true;
     case WM_ERASEBKGND:
         return system.isFilled;

@@ -5,6 +5,8 @@
 #include "source/platform/desktopevents.h"
 #include "source/platform/win32/widetext.h"
 
+#include <shellapi.h>
+
 namespace quillmarsh::platform
 {
 namespace
@@ -109,6 +111,7 @@ Window::System *Window::OpenSystem(Window &window, WindowDesc const &desc, strin
     SetWindowLongPtrW(system->window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(system.get()));
     RegisterMouse();
     AddClipboardFormatListener(system->window);
+    DragAcceptFiles(system->window, TRUE);
     return system.release();
 }
 

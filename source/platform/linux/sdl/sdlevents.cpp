@@ -165,6 +165,17 @@ void OnMouseWheel(SDL_MouseWheelEvent const &event)
     TellDesktop(told);
 }
 
+void OnDrop(SDL_DropEvent const &event)
+{
+    string const fileName = event.file ? event.file : "";
+    SDL_free(event.file);
+    DesktopEvent told = MakeEvent(eDesktopEvent::e_fileDropped, event.windowID);
+    told.fileName = fileName;
+    // Text is dropped here, too, and windows close.
+    if (event.type == SDL_DROPFILE && told.window)
+        TellDesktop(told);
+}
+
 void OnPlainEvent(SDL_Event const &event)
 {
     if (event.type == SDL_KEYMAPCHANGED)
@@ -198,7 +209,7 @@ void OnEvent(SDL_Event const &event)
         return OnMouseWheel(event.wheel);
     case SDL_DROPFILE:
     case SDL_DROPTEXT:
-        return SDL_free(event.drop.file);
+        return OnDrop(event.drop);
     default:
         return OnPlainEvent(event);
     }
