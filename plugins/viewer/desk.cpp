@@ -107,7 +107,7 @@ void Desk::AddRooms()
             auto *const column = new Stack(true, &splitter_->GetFirst());
             column->SetAlignment(e_stack_stretch);
             column->SetFitToParent(true);
-            column->SetMargin(Measures::Gap);
+            column->SetMargin(Measures::Margin);
             room->MakeInspector(*column);
             continue;
         }

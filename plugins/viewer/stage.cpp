@@ -1,5 +1,7 @@
 #include "stage.h"
 
+#include <quillmarsh/gui/gui_renderer.h>
+
 #include <algorithm>
 #include <cmath>
 
@@ -14,6 +16,8 @@ namespace
 
 /// Width of the message's lines, in units.
 constexpr float s_messageWidth = 440;
+/// Darkens the surface of any theme.
+constexpr color4b s_shade = {0, 0, 0, 48};
 
 } // namespace
 
@@ -82,6 +86,11 @@ void Stage::RecalcLayout()
         part->SetPosition(std::round((GetSize().x - part->GetSize().x) / 2), y);
         y += part->GetSize().y + gap;
     }
+}
+
+void Stage::DrawSelf(gui::Renderer &renderer)
+{
+    renderer.DrawRectangle(gui::RectangleC(gui::Rectangle(vec2::ZERO, GetSize()), s_shade));
 }
 
 bool Stage::OnKeyboardQueryFocus(bool byMouse, eMouseButton button, bool &wantFocus, bool &needCharacterData)

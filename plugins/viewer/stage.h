@@ -24,6 +24,7 @@ public:
     void SetMessage(string const &heading, string const &text, bool isFailure);
 
     void RecalcLayout() override;
+    void DrawSelf(quillmarsh::gui::Renderer &renderer) override;
     using Component::OnKeyboardQueryFocus;
     bool OnKeyboardQueryFocus(bool byMouse, quillmarsh::eMouseButton button, bool &wantFocus,
                               bool &needCharacterData) override;
