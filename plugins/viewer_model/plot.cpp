@@ -28,15 +28,6 @@ int CountDecimals(double step)
     return std::clamp(static_cast<int>(-std::floor(std::log10(step) + 1e-9)), 0, 12);
 }
 
-string FormatPlace(double sample)
-{
-    // Zero without a sign.
-    string text = Print(sample + 0.0, 0);
-    for (std::size_t end = text.size(); end > 3 && text[end - 4] != '-';)
-        text.insert(end -= 3, 1, ' ');
-    return text;
-}
-
 struct Ends
 {
     double low = std::numeric_limits<double>::infinity();
@@ -115,8 +106,8 @@ void AddPlaceTicks(PlotLayout &layout, double rate)
     for (unsigned int i = 0; i < steps.count; ++i)
     {
         double const value = steps.GetValue(i);
-        layout.ticks.push_back(
-            {layout.ToPixel(value / scale + 0.5), rate > 0 ? FormatSeconds(value, steps.step) : FormatPlace(value)});
+        layout.ticks.push_back({layout.ToPixel(value / scale + 0.5),
+                                rate > 0 ? FormatSeconds(value, steps.step) : FormatSampleNumber(value)});
     }
 }
 
@@ -201,6 +192,15 @@ string FormatSeconds(double seconds, double step)
     if (step >= 0.00001)
         return FormatTick(seconds * 1e3, step * 1e3) + " ms";
     return FormatTick(seconds * 1e6, step * 1e6) + " µs";
+}
+
+string FormatSampleNumber(double sample)
+{
+    // Zero without a sign.
+    string text = Print(sample + 0.0, 0);
+    for (std::size_t end = text.size(); end > 3 && text[end - 4] != '-';)
+        text.insert(end -= 3, 1, ' ');
+    return text;
 }
 
 PlotLane const *PlotLayout::FindLane(double pixel) const

@@ -92,6 +92,9 @@ string FormatTick(double value, double step);
 /// Returns a place in time with a unit that suits `step`, as in "12.5 ms", in seconds where the step is 1 s or more.
 string FormatSeconds(double seconds, double step);
 
+/// Returns the number of a sample with its digits in groups, as in "1 234 567".
+string FormatSampleNumber(double sample);
+
 /// Horizontal strip with plots of one channel, or of all.
 struct PlotLane
 {
@@ -146,8 +149,12 @@ struct PlotLayout
 /// Lays a plot out.
 PlotLayout LayOutPlot(SignalLevels const &levels, PlotSettings const &settings, PlotSize const &size);
 
-/// Returns the colour of a channel's plot.
+/// @name Colours
+/// Of a channel's plot, and of what lies around the lanes.
+/// @{
 Pixel GetChannelColour(Channel const &channel);
+Pixel GetPlotBackground();
+/// @}
 
 /// Fills a picture in A8R8G8B8 of the layout's size. More than one sample for a pixel show as the band of their extremes
 /// with their mean in it; less, as a line with a dot for each sample. The time depends on the size only. Any thread.

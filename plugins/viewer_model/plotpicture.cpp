@@ -415,6 +415,11 @@ Pixel GetChannelColour(Channel const &channel)
     return 0xFFFFFFFF;
 }
 
+Pixel GetPlotBackground()
+{
+    return s_back;
+}
+
 void ComposePlot(ImageBase &picture, SignalLevels const &levels, PlotSettings const &settings, PlotLayout const &layout)
 {
     Sheet const whole(picture, 0, 0, picture.GetNumColumns(), picture.GetNumRows());
