@@ -39,6 +39,31 @@ found=$(LD_LIBRARY_PATH=$(dirname "$(find "$work/runtime" -name 'libquillmarsh.s
 echo greet | "$work/runtime/bin/quillmarsh-host" --video none --no-start-script >"$work/out"
 grep -q 'Hello from the workbench!' "$work/out" || fail "$(cat "$work/out")"
 "$work/runtime/bin/qmdp" --version >/dev/null
+echo greet | "$work/runtime/bin/quillmarsh-view" --video none --no-start-script --plugin workbench --script - >"$work/out"
+grep -q 'Hello from the workbench!' "$work/out" || fail "$(cat "$work/out")"
+
+# The data set is there, and no file of it is damaged.
+samples=("$work"/runtime/share/quillmarsh/samples/*.{png,jpg,bmp,tif,qmdp.*})
+[ ${#samples[@]} -ge 20 ] || fail "Samples are missing: ${samples[*]}"
+"$work/runtime/bin/qmdp" verify "${samples[@]}" >"$work/out" || fail "$(cat "$work/out")"
+
+# A desktop finds the program, its icon, and the types of files that it opens.
+share=$work/runtime/share
+entry=$share/applications/quillmarsh-view.desktop
+read -r program _ < <(sed -n 's/^Exec=//p' "$entry")
+[ -x "$work/runtime/bin/$program" ] || fail "The desktop entry starts '$program'."
+[ -s "$share/icons/hicolor/scalable/apps/$(sed -n 's/^Icon=//p' "$entry").svg" ] || fail "The icon is missing."
+types=$(sed -n 's/^MimeType=//p' "$entry" | tr ';' '\n' | grep quillmarsh | sort)
+diff <(sed -n 's/.*mime-type type="\([^"]*\)".*/\1/p' "$share/mime/packages/quillmarsh-view.xml" | sort) - <<<"$types" ||
+  fail "The desktop entry and the description of types have different types."
+for file in "$share"/metainfo/*.xml "$share"/mime/packages/*.xml "$share"/icons/hicolor/scalable/apps/*.svg; do
+  ! command -v xmllint >/dev/null || xmllint --noout "$file" || fail "$file is no XML."
+done
+for program in "$work"/runtime/bin/quillmarsh-*; do
+  name=$(basename "$program")
+  [ -s "$share/man/man1/$name.1" ] || fail "$name has no manual page."
+  bash -c ". '$share/bash-completion/completions/$name' && complete -p $name" >/dev/null || fail "$name completes nothing."
+done
 
 # Programs refuse a library of the other build type at once. This one says that it is of that type.
 "$cxx" -std=c++20 -shared -fPIC -I"$work/development/include" -x c++ - -o "$work/other.so" <<'END'

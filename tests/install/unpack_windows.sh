@@ -18,13 +18,15 @@ unzip -q "$zip" -d "$WINEPREFIX/drive_c"
 name=$(basename "$zip" .zip)
 installed=$WINEPREFIX/drive_c/$name
 ! grep -rIlF -e "$build" -e "$source" "$installed" || { echo "The package contains the path of the build."; exit 1; }
-for file in LICENSE share/quillmarsh/gui_std_tiletexture_set0.tif licences/compiler-runtime.txt licences/system-runtime.txt licences/vector-library.txt; do
+for file in LICENSE share/quillmarsh/gui_std_tiletexture_set0.tif share/quillmarsh/samples/body.qmdp.volume licences/compiler-runtime.txt licences/system-runtime.txt licences/vector-library.txt; do
   [ -s "$installed/$file" ] || { echo "The package lacks $file."; exit 1; }
 done
 
 # Starts the host in another folder, where it finds none of its files.
 cd "$WINEPREFIX/drive_c"
 printf 'greet\nlist-commands\n' | wine "C:\\$name\\bin\\quillmarsh-host.exe" >"$work/out"
+grep -q 'Hello from the workbench!' "$work/out" || { cat "$work/out"; exit 1; }
+echo greet | wine "C:\\$name\\bin\\quillmarsh-view.exe" --video none --plugin workbench --script - >"$work/out"
 grep -q 'Hello from the workbench!' "$work/out" || { cat "$work/out"; exit 1; }
 
 launcher=()
