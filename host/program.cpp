@@ -266,6 +266,7 @@ void Program::LoadPlugins()
     if (plugins.FindApplication() == nullptr)
     {
         plugins.Load(FindPluginFile(kind_.application, directories));
+        LoadCompanions(directories);
         LoadDefaultDrivers(directories);
     }
     LoadVideo(directories);

@@ -47,6 +47,20 @@ TEST(View, TakesStandardInputForAScriptOnlyWhenAsked)
     EXPECT_EQ("greet\nHello from the workbench!\n", asked.out);
 }
 
+TEST(View, BringsWhatItsOwnApplicationNeeds)
+{
+    NoLeakCheckInChildren const noLeakCheck;
+    ScratchDirectory const home;
+    EnvironmentVariable const settings("XDG_CONFIG_HOME", home.GetPath().string().c_str());
+    HostResult const result = RunProcess(
+        QUILLMARSH_TEST_VIEW, {"--headless", "320x240", "--video", "video_null", "--frames", "3", "--script", "-"},
+        "list-plugins\n");
+    EXPECT_EQ(0, result.status) << result.err;
+    EXPECT_EQ("", result.err);
+    for (char const *const plugin : {"viewer", "standard_look", "input_desktop", "input_recording"})
+        EXPECT_NE(string::npos, result.out.find(plugin)) << plugin;
+}
+
 TEST(View, EndsWithItsRecording)
 {
     NoLeakCheckInChildren const noLeakCheck;
