@@ -251,6 +251,29 @@ bool GetUserStateDirectory(string &directory, bool trailingSeparator)
     return FinishDirectory(succeeded, found, directory, trailingSeparator);
 }
 
+namespace
+{
+
+string MakeUserFileName(bool (*getDirectory)(string &, bool), string const &name)
+{
+    string directory;
+    if (!getDirectory(directory, true))
+        return string();
+    return directory + "quillmarsh" + GetPathSeparator() + name;
+}
+
+} // namespace
+
+string GetUserConfigFileName(string const &name)
+{
+    return MakeUserFileName(&GetUserConfigDirectory, name);
+}
+
+string GetUserStateFileName(string const &name)
+{
+    return MakeUserFileName(&GetUserStateDirectory, name);
+}
+
 bool GetVolumes(std::vector<string> &volumes)
 {
     volumes.clear();

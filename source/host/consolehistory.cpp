@@ -21,16 +21,6 @@ constexpr std::streamoff s_maxRead = 1 << 20;
 /// Longer lines are not kept.
 constexpr std::size_t s_maxLineLength = 4096;
 
-constexpr char s_szFolder[] = "quillmarsh";
-
-string MakeUserFileName(bool (*getDirectory)(string &, bool), char const *name)
-{
-    string directory;
-    if (!getDirectory(directory, true))
-        return "";
-    return directory + s_szFolder + file_system::GetPathSeparator() + name;
-}
-
 bool IsWorthKeeping(string const &line)
 {
     return !line.empty() && line.size() <= s_maxLineLength && !IsBlank(line.front()) &&
@@ -147,12 +137,12 @@ void ConsoleHistory::GiveUp(string const &reason)
 
 string GetHistoryFileName()
 {
-    return MakeUserFileName(&file_system::GetUserStateDirectory, "history");
+    return file_system::GetUserStateFileName("history");
 }
 
 string FindStartScript()
 {
-    string const name = MakeUserFileName(&file_system::GetUserConfigDirectory, "start.txt");
+    string const name = file_system::GetUserConfigFileName("start.txt");
     return file_system::FileExists(name) ? name : "";
 }
 

@@ -133,6 +133,11 @@ QUILLMARSH_API bool GetUserConfigDirectory(string &directory, bool trailingSepar
 /// Gives the directory for what programs remember about the user, such as a history: "%LOCALAPPDATA%" on Windows,
 /// "XDG_STATE_HOME" or ".local/state" on Linux. Otherwise like GetUserConfigDirectory().
 QUILLMARSH_API bool GetUserStateDirectory(string &directory, bool trailingSeparator);
+/// Gives the full name of a file that these programs keep in the directory of GetUserConfigDirectory(): in the directory
+/// "quillmarsh" there, which may not exist. Empty when the user has no home.
+QUILLMARSH_API string GetUserConfigFileName(string const &name);
+/// Likewise in the directory of GetUserStateDirectory().
+QUILLMARSH_API string GetUserStateFileName(string const &name);
 /// Gives the full name of a file that is installed with the library, such as the pictures of the GUI; empty when there
 /// is none. It is looked for in the directory "data" beside the library, and among the installed data.
 QUILLMARSH_API string FindDataFile(string const &name);
