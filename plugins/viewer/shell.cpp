@@ -1,15 +1,24 @@
 #include "shell.h"
 
 #include "rooms.h"
+#include "statescript.h"
 
+#include <quillmarsh/basetools/commandlineparser.h>
+#include <quillmarsh/basetools/filesystem.h>
 #include <quillmarsh/basetools/texttools.h>
+#include <quillmarsh/basetools/variableregistry.h>
 #include <quillmarsh/dataobjects/dataexception.h>
 #include <quillmarsh/framework/kernel.h>
+#include <quillmarsh/framework/plugin.h>
+#include <quillmarsh/framework/videorenderer.h>
+#include <quillmarsh/framework/videorendererinfo.h>
 #include <quillmarsh/gui/gui_manager.h>
+#include <quillmarsh/platform/displaymodes.h>
 #include <quillmarsh/widgets/tooltips.h>
 
 #include <cmath>
 #include <ostream>
+#include <sstream>
 
 namespace viewer
 {
@@ -22,11 +31,35 @@ namespace
 
 /// Keys of the window itself; those of the rooms follow.
 constexpr KeyBinding s_keys[] = {
+    {e_key_f1, e_plain, "keys", "Show or hide this list of keys"},
     {e_key_f9, e_plain, "console", "Show or hide the console"},
+    {e_key_f11, e_plain, "fullscreen", "Fill the screen, or go back to the window"},
     {e_key_f2, e_plain, "files", "Show or hide the list of files"},
     {e_key_f3, e_plain, "inspector", "Show or hide the column of settings"},
     {e_key_q, e_control, "quit", "End the program"},
 };
+
+/// Variables that the state keeps if they are not those of the start.
+constexpr char const *s_lookVariables[] = {"look.theme", "look.scale"};
+
+constexpr char s_stateIsAuto[] = "auto";
+constexpr char s_stateName[] = "viewer.txt";
+
+std::vector<string> GetLook()
+{
+    std::vector<string> texts;
+    for (char const *const name : s_lookVariables)
+    {
+        VariableProxy const *const variable = Kernel::Instance().GetVariableRegistry()->GetVariable(name);
+        texts.push_back(variable != nullptr ? variable->GetValueString() : string());
+    }
+    return texts;
+}
+
+char const *FormatSwitch(bool on)
+{
+    return on ? "on" : "off";
+}
 
 /// Reads "on" or "off"; without an argument gives the opposite of `present`.
 bool ReadSwitch(CommandArguments const &arguments, bool present)
@@ -44,8 +77,31 @@ constexpr CommandWord s_shareWords[] = {
     CommandWord::Argument("0) share", "part of the window's width, from 0 to 1\n", command_values::s_real)};
 constexpr CommandWord s_stopWords[] = {
     CommandWord::Argument("0) number", "number of the job, see jobs\n", command_values::s_uinteger)};
+constexpr CommandWord s_stateWords[] = {
+    CommandWord::Argument("0) file-name", "a script of the console\n", command_values::s_file)};
 
 } // namespace
+
+/// The console, in which the keys of the window work as well.
+class Shell::Console : public widgets::ConsolePanel
+{
+public:
+    explicit Console(Shell &shell) : shell_(shell)
+    {
+        // The table of keys has one for it.
+        SetToggleKey(e_key_none);
+    }
+
+    using ConsolePanel::OnKeyboardKey;
+    bool OnKeyboardKey(bool down, eKey key, unsigned int repeatCount, char character) override
+    {
+        return ConsolePanel::OnKeyboardKey(down, key, repeatCount, character) ||
+               (down && shell_.RunKey(key, repeatCount));
+    }
+
+private:
+    Shell &shell_;
+};
 
 struct Shell::Command
 {
@@ -97,6 +153,31 @@ constexpr Shell::Command Shell::s_commands[] = {
      {},
      "show it if it is hidden, and hide it otherwise",
      [](Shell &shell, ostream &, CommandArguments const &) { shell.console_->Toggle(); }},
+    {"keys",
+     "Show or hide the list of keys",
+     {},
+     "show it if it is hidden, and hide it otherwise",
+     [](Shell &shell, ostream &, CommandArguments const &)
+     {
+         if (shell.help_->IsVisible())
+             shell.help_->Close();
+         else
+             shell.help_->Open();
+     }},
+    {"fullscreen",
+     "Fill the screen, or go back to the window",
+     {},
+     "do the one or the other",
+     [](Shell &shell, ostream &, CommandArguments const &) { shell.ToggleFullscreen(); }},
+    {"save-state", "Save the state of the window as a script", s_stateWords, "",
+     [](Shell &shell, ostream &, CommandArguments const &arguments)
+     { WriteStateScript(RequireArgument(arguments, "the name of a file"), shell.MakeState()); }},
+    {"load-state", "Run a script that save-state has saved", s_stateWords, "",
+     [](Shell &shell, ostream &, CommandArguments const &arguments)
+     {
+         shell.waitingStateName_ = RequireArgument(arguments, "the name of a file");
+         shell.waitingState_ = ReadStateScript(shell.waitingStateName_);
+     }},
     {"jobs",
      "List the work that goes on",
      {},
@@ -129,9 +210,14 @@ constexpr Shell::Command Shell::s_commands[] = {
 
 Shell::Shell()
     : commands_([this](string const &reason) { workspace_.ShowFailure(reason); }),
-      rooms_(MakeRooms(workspace_))
+      rooms_(MakeRooms(workspace_)),
+      subscription_(*this),
+      stateFile_(s_stateIsAuto)
 {
     AddCommands();
+    Kernel::Instance().GetVariableRegistry()->RegisterVariable(VariableProxyString(
+        &stateFile_, "viewer.state",
+        "file that keeps the state of the window; auto for the user's own if there is a window, empty for none"));
 }
 
 Shell::~Shell() = default;
@@ -146,6 +232,7 @@ void Shell::AddCommands()
                           if (desk_ == nullptr)
                               throw DataException("there is no window yet");
                           command.run(*this, out, arguments);
+                          workspace_.Invalidate();
                       });
     }
     for (std::unique_ptr<Room> const &room : rooms_)
@@ -156,26 +243,145 @@ void Shell::MakeGUI()
 {
     desk_ = new Desk(workspace_, rooms_, s_keys);
     new widgets::ToolTips;
-    console_ = new widgets::ConsolePanel;
-    // The key runs a command, as all others do.
-    console_->SetToggleKey(e_key_none);
+    help_ = new HelpPanel(workspace_, *desk_, rooms_, s_keys);
+    console_ = new Console(*this);
     desk_->Open();
     desk_->FocusStage();
+    startLook_ = look_ = GetLook();
 }
+
+// Frames.
 
 void Shell::Update(double seconds)
 {
+    if (!hasReadState_)
+        ReadStartState();
+    if (!waitingStateName_.empty())
+        RunState(std::exchange(waitingState_, {}), std::exchange(waitingStateName_, {}), false);
     workspace_.GetJobs().Poll();
     for (std::unique_ptr<Room> const &room : rooms_)
         room->Update(seconds);
     desk_->Update(seconds);
+    look_ = GetLook();
+}
+
+void Shell::OnDesktopEvent(platform::DesktopEvent const &event)
+{
+    if (event.kind != platform::eDesktopEvent::e_fileDropped)
+        return;
+    workspace_.Run("open " + CommandLineParser().FormatWord(string(event.fileName)));
 }
 
 bool Shell::RunKey(eKey key, unsigned int repeatCount)
 {
-    return !gui::Manager::Instance().IsRunningModal() && desk_->RunKey(key, repeatCount);
+    return desk_->RunKey(key, repeatCount);
 }
 
-void Shell::End() {}
+void Shell::ToggleFullscreen()
+{
+    Kernel &kernel = Kernel::Instance();
+    VideoRenderer const *const renderer = kernel.GetActiveVideoRendererPtr();
+    if (renderer == nullptr)
+        throw DataException("there is no window");
+    VideoRendererInfo info;
+    kernel.GetActiveVideoRendererInfo(info);
+    VideoConfig config = renderer->GetVideoConfig();
+    if (config.FrameBuffer.Fullscreen)
+    {
+        config.FrameBuffer.Fullscreen = false;
+        config = windowConfig_.value_or(config);
+    }
+    else
+    {
+        windowConfig_ = config;
+        gui::Manager const &manager = gui::Manager::Instance();
+        windowConfig_->DisplayMode = DisplayModeConfig(manager.GetWindowWidth(), manager.GetWindowHeight(), 32, 0);
+        config.FrameBuffer.Fullscreen = true;
+        config.DisplayMode = DisplayModeConfig(true);
+    }
+    kernel.ApplyVideoReconfig(info.GetPluginInfo().GetPluginName(), config, 0);
+}
+
+// State.
+
+void Shell::ReadStartState()
+{
+    hasReadState_ = true;
+    if (stateFile_ == s_stateIsAuto)
+    {
+        bool const hasWindow = Kernel::Instance().GetActiveVideoRendererPtr() != nullptr && !platform::IsHeadless();
+        stateFile_ = hasWindow ? file_system::GetUserConfigFileName(s_stateName) : string();
+    }
+    if (stateFile_.empty() || !file_system::FileExists(stateFile_))
+        return;
+    try
+    {
+        string const text = ReadStateScript(stateFile_);
+        RunState(text, stateFile_, true);
+    }
+    catch (DataException const &thrown)
+    {
+        wasStateDamaged_ = true;
+        workspace_.Say(thrown.GetMessage(), true);
+    }
+}
+
+void Shell::RunState(string const &text, string const &name, bool isStart)
+{
+    std::vector<string> const failures =
+        RunStateScript(text, name, [this, isStart](string const &line) { return !isStart || AcceptsStateLine(line); });
+    wasStateDamaged_ = wasStateDamaged_ || (isStart && !failures.empty());
+    constexpr std::size_t maxTold = 3;
+    for (std::size_t i = 0; i < failures.size() && i < maxTold; ++i)
+        workspace_.Say(failures[i], true);
+    if (failures.size() > maxTold)
+        workspace_.Say(name + ": " + MakeString(failures.size() - maxTold) + " more lines failed", true);
+}
+
+/// What the user has asked for at the start of the program is worth more than the state.
+bool Shell::AcceptsStateLine(string const &line) const
+{
+    std::vector<string> const look = GetLook();
+    for (std::size_t i = 0; i < look.size(); ++i)
+    {
+        if (line.starts_with(string("var ") + s_lookVariables[i] + ' '))
+            return look[i] == startLook_[i];
+    }
+    return true;
+}
+
+string Shell::MakeState() const
+{
+    std::ostringstream out;
+    out << "# The viewer runs these lines when it starts, and writes them when it ends.\n";
+    for (std::size_t i = 0; i < look_.size(); ++i)
+    {
+        if (look_[i] != startLook_[i])
+            out << "var " << s_lookVariables[i] << ' ' << look_[i] << '\n';
+    }
+    out << "files-width " << desk_->GetFilesShare() << '\n'
+        << "files " << FormatSwitch(desk_->AreFilesShown()) << '\n'
+        << "inspector " << FormatSwitch(desk_->IsInspectorShown()) << '\n';
+    for (std::unique_ptr<Room> const &room : rooms_)
+        room->WriteState(out);
+    return out.str();
+}
+
+void Shell::End()
+{
+    if (desk_ == nullptr || !hasReadState_ || stateFile_.empty())
+        return;
+    try
+    {
+        // The lines that could not be run are not lost.
+        if (wasStateDamaged_)
+            file_system::MoveFileA(stateFile_, stateFile_ + ".damaged", true);
+        WriteStateScript(stateFile_, MakeState());
+    }
+    catch (DataException const &thrown)
+    {
+        workspace_.Say("The state is not kept: " + thrown.GetMessage(), true);
+    }
+}
 
 } // namespace viewer

@@ -2,46 +2,79 @@
 #ifndef QUILLMARSH_PLUGINS_VIEWER_SHELL_H
 #define QUILLMARSH_PLUGINS_VIEWER_SHELL_H
 
-#include "desk.h"
+#include "helppanel.h"
 
+#include <quillmarsh/framework/videoconfig.h>
+#include <quillmarsh/platform/desktopevents.h>
 #include <quillmarsh/widgets/consolepanel.h>
+
+#include <optional>
 
 namespace viewer
 {
 
 /// The viewer behind the application's hooks. The kernel must have its interpreter. Frame thread only.
-class Shell : quillmarsh::NoCopy
+class Shell : quillmarsh::NoCopy, quillmarsh::platform::DesktopListener
 {
 public:
     /// Makes workspace and rooms, and registers all commands and variables.
     Shell();
-    ~Shell();
+    ~Shell() override;
 
     /// Makes the desk and the panels. Needs the GUI's manager and a look.
     void MakeGUI();
     Rooms const &GetRooms() const { return rooms_; }
     /// Does the work of a frame, after the GUI got its input.
     void Update(double seconds);
-    /// Runs the line that a key is bound to, if the desk is not covered. True if there is one.
+    /// Runs the line that a key is bound to. True if there is one.
     bool RunKey(quillmarsh::eKey key, unsigned int repeatCount);
-    /// Ends the run in good order.
+    /// Ends the run in good order: writes the state.
     void End();
 
 private:
     struct Command;
+    class Console;
 
     static Command const s_commands[];
 
     void AddCommands();
+    void OnDesktopEvent(quillmarsh::platform::DesktopEvent const &event) override;
+    void ToggleFullscreen();
+
+    /// @name State
+    /// @{
+    void ReadStartState();
+    void RunState(string const &text, string const &name, bool isStart);
+    string MakeState() const;
+    bool AcceptsStateLine(string const &line) const;
+    /// @}
 
     Workspace workspace_;
     CommandSet commands_;
     Rooms rooms_;
+    quillmarsh::platform::DesktopSubscription subscription_;
     /// @name Owned by the manager, and null ahead of MakeGUI()
     /// @{
     Desk *desk_ = nullptr;
+    HelpPanel *help_ = nullptr;
     quillmarsh::widgets::ConsolePanel *console_ = nullptr;
     /// @}
+    /// @name State
+    /// @{
+    /// File of the state; "auto" until the first frame, empty for none.
+    string stateFile_;
+    bool hasReadState_ = false;
+    bool wasStateDamaged_ = false;
+    /// Script that waits for the next frame, and its name.
+    string waitingState_;
+    string waitingStateName_;
+    /// Texts of the look's variables ahead of the state, in the order of their table.
+    std::vector<string> startLook_;
+    /// The same as of the last frame: they go ahead of the state's end.
+    std::vector<string> look_;
+    /// @}
+    /// Of the window that a full screen has replaced.
+    std::optional<quillmarsh::VideoConfig> windowConfig_;
 };
 
 } // namespace viewer

@@ -17,7 +17,7 @@ namespace
 /// Width of the message's lines, in units.
 constexpr float s_messageWidth = 440;
 /// Darkens the surface of any theme.
-constexpr color4b s_shade = {0, 0, 0, 48};
+constexpr color4b s_shade = {0, 0, 0, 40};
 
 } // namespace
 
