@@ -11,6 +11,11 @@
 
 #include <memory>
 
+namespace quillmarsh
+{
+class HumanInterfaceDevice;
+}
+
 namespace quillmarsh::gui
 {
 class InterleavedRenderArea;
@@ -59,6 +64,16 @@ public:
     virtual void CreateVideoResources(bool) {}
     /// Follows each CreateVideoResources(), ahead of the end of the device.
     virtual void ReleaseVideoResources(bool) {}
+    /// @}
+
+    /// @name Input devices
+    /// The application passes its hooks on.
+    /// @{
+    /// A device that is good until DisconnectDevices().
+    virtual void ConnectDevice(quillmarsh::HumanInterfaceDevice &) {}
+    /// The devices will be deleted, and nothing may refer to them any more. Those that are still there come back by
+    /// ConnectDevice().
+    virtual void DisconnectDevices() {}
     /// @}
 
     /// The current document, of the room's number of dimensions, is another one, or has another content; null if there

@@ -31,6 +31,18 @@ public:
         shell_->MakeGUI();
     }
 
+    void ConnectHumanInterfaceDevice(HumanInterfaceDevice &device) override
+    {
+        for (std::unique_ptr<Room> const &room : shell_->GetRooms())
+            room->ConnectDevice(device);
+    }
+
+    void DisconnectHumanInterfaceDevices() override
+    {
+        for (std::unique_ptr<Room> const &room : shell_->GetRooms())
+            room->DisconnectDevices();
+    }
+
     void CreateVideoResources(bool deviceWasLost) override
     {
         for (std::unique_ptr<Room> const &room : shell_->GetRooms())
