@@ -78,6 +78,17 @@ bool AreEqual(SamplePlace const &a, SamplePlace const &b)
     return a.index == b.index && a.weight == b.weight;
 }
 
+/// True if each place is the sample after the one before.
+bool AreRun(std::span<SamplePlace const> places)
+{
+    for (std::size_t i = 0; i < places.size(); ++i)
+    {
+        if (places[i].weight != 0 || places[i].index != places[0].index + i)
+            return false;
+    }
+    return true;
+}
+
 /// Makes the rows of a picture from a level.
 class RowComposer
 {
@@ -87,6 +98,7 @@ public:
           tones_(tones),
           columns_(columns),
           blender_(smooth ? MakeRowBlender(level.GetSampleFormat()) : nullptr),
+          isRun_(AreRun(columns.places)),
           samples_(columns.places.size() * level.GetSampleByteSize())
     {
     }
@@ -97,11 +109,15 @@ public:
         std::size_t const rowSize = level_.GetRowByteSize();
         unsigned char const *const upper = level_.GetSamplesB() + row.index * rowSize;
         unsigned char const *const lower = level_.GetSamplesB() + row.next * rowSize;
-        if (blender_)
-            blender_->Blend(samples_.data(), upper, lower, row.weight, columns_.places);
+        std::span<SamplePlace const> const places = columns_.places;
+        unsigned char const *samples = samples_.data();
+        if (isRun_ && row.weight == 0)
+            samples = upper + std::size_t{places.front().index} * level_.GetSampleByteSize();
+        else if (blender_)
+            blender_->Blend(samples_.data(), upper, lower, row.weight, places);
         else
-            PickSamples(samples_.data(), upper, level_.GetSampleByteSize(), columns_.places);
-        tones_.Map(samples_.data(), static_cast<unsigned int>(columns_.places.size()), pixels, x, y);
+            PickSamples(samples_.data(), upper, level_.GetSampleByteSize(), places);
+        tones_.Map(samples, static_cast<unsigned int>(places.size()), pixels, x, y);
     }
 
 private:
@@ -109,6 +125,8 @@ private:
     ToneMap const &tones_;
     AxisPlaces const &columns_;
     AutoPtr<RowBlender> blender_;
+    /// True if no sample of a row has to be moved.
+    bool isRun_;
     std::vector<unsigned char> samples_;
 };
 

@@ -1,5 +1,6 @@
 #include "display.h"
 
+#include "checkerboard.h"
 #include "palettes.h"
 
 #include <algorithm>
@@ -17,18 +18,7 @@ namespace
 constexpr char const *s_paletteNames[] = {"none", "heat", "rainbow", "spectral", "cyclic"};
 
 constexpr Pixel s_opaque = 0xFF000000;
-
-/// Lays a colour over another one: `alpha` of 255 parts of it, rounded to the nearest.
-Pixel LayOver(Pixel colour, unsigned int alpha, Pixel below)
-{
-    constexpr Pixel mask = 0x00FF00FF;
-    auto const blend = [&](unsigned int shift)
-    {
-        Pixel const sum = (colour >> shift & mask) * alpha + (below >> shift & mask) * (255 - alpha) + 0x00800080;
-        return (sum + (sum >> 8 & mask)) >> 8 & mask;
-    };
-    return s_opaque | blend(0) | (blend(8) & 0xFF) << 8;
-}
+constexpr Pixel s_withoutAlpha = 0x00FFFFFF;
 
 } // namespace
 
@@ -113,15 +103,17 @@ unsigned int ToneMap::FindStep(double part) const
     double const product = (part - settings_.low) * scale_;
     double const value = product > 0 ? std::min(product, 1.0) : 0;
     unsigned int step = firstSteps_[static_cast<std::size_t>(value * static_cast<double>(firstSteps_.size() - 1))];
+    // More than one step in a part is rare.
+    step += value >= thresholds_[step + 1] ? 1 : 0;
     while (value >= thresholds_[step + 1])
-        ++step;
+        [[unlikely]]++ step;
     return step;
 }
 
 void ToneMap::MakeTables()
 {
     unsigned int const largest = colourFields_[0].largest;
-    isIdentity_ = largest == 255 && settings_.palette == ePalette::e_none;
+    isIdentity_ = kind_ == eKind::e_colours && largest == 255 && settings_.palette == ePalette::e_none;
     for (unsigned int value = 0; value <= largest; ++value)
     {
         steps_[value] = static_cast<unsigned char>(FindStep(largest == 0 ? 0 : static_cast<double>(value) / largest));
@@ -132,34 +124,51 @@ void ToneMap::MakeTables()
         alphas_[value] = static_cast<unsigned char>(alphaField_.largest == 0 ? 255 : value * 255 / alphaField_.largest);
 }
 
-Pixel ToneMap::FindColour(unsigned int word) const
+template<typename Word, typename FindColour>
+void ToneMap::WriteColours(unsigned char const *samples, unsigned int count, Pixel *pixels,
+                           FindColour const findColour) const
 {
-    auto const read = [&](unsigned int index)
-    { return word >> colourFields_[index].shift & colourFields_[index].largest; };
-    if (kind_ == eKind::e_value)
-        return valueColours_[read(0)];
-    if (isIdentity_)
-        return s_opaque | word;
-    unsigned int const red = steps_[read(0)], green = steps_[read(1)], blue = steps_[read(2)];
-    if (settings_.palette == ePalette::e_none)
-        return s_opaque | red << 16 | green << 8 | blue;
-    return colours_[(77 * red + 150 * green + 29 * blue + 128) >> 8];
-}
-
-template<typename Word>
-void ToneMap::MapWords(unsigned char const *samples, unsigned int count, Pixel *pixels, int x, int y) const
-{
+    // Copies, so that no pixel that is written could change them.
+    unsigned char const *const alphas = alphas_.data();
+    Field const alphaField = alphaField_;
+    bool const isOverBoard = isOverBoard_;
     for (unsigned int i = 0; i < count; ++i)
     {
         Word word;
         std::memcpy(&word, samples + i * sizeof(word), sizeof(word));
-        pixels[i] = FindColour(word);
-        if (!isOverBoard_)
-            continue;
-        int const place = (x + static_cast<int>(i)) >> 3 ^ y >> 3;
-        pixels[i] =
-            LayOver(pixels[i], alphas_[word >> alphaField_.shift & alphaField_.largest], s_checkerboard[place & 1]);
+        Pixel const alpha = isOverBoard ? alphas[word >> alphaField.shift & alphaField.largest] : 255;
+        pixels[i] = findColour(word) | alpha << 24;
     }
+}
+
+template<typename Word>
+void ToneMap::MapWords(unsigned char const *samples, unsigned int count, Pixel *pixels) const
+{
+    auto const write = [&](auto const &findColour) { WriteColours<Word>(samples, count, pixels, findColour); };
+    auto const [first, second, third] = colourFields_;
+    unsigned char const *const steps = steps_.data();
+    Pixel const *const colours = kind_ == eKind::e_value ? valueColours_.data() : colours_.data();
+    auto const step = [steps](unsigned int word, Field const &field) -> unsigned int
+    { return steps[word >> field.shift & field.largest]; };
+    if (kind_ == eKind::e_value)
+        write([=, field = first](unsigned int word)
+              { return colours[word >> field.shift & field.largest] & s_withoutAlpha; });
+    else if (settings_.palette == ePalette::e_none)
+        write([=, r = first, g = second, b = third](unsigned int word)
+              { return step(word, r) << 16 | step(word, g) << 8 | step(word, b); });
+    else
+        write(
+            [=, r = first, g = second, b = third](unsigned int word) {
+                return colours[(77 * step(word, r) + 150 * step(word, g) + 29 * step(word, b) + 128) >> 8] &
+                       s_withoutAlpha;
+            });
+}
+
+void ToneMap::CopyWords(unsigned char const *samples, unsigned int count, Pixel *pixels) const
+{
+    std::memcpy(pixels, samples, count * sizeof(Pixel));
+    for (unsigned int i = 0; !isOverBoard_ && i < count; ++i)
+        pixels[i] |= s_opaque;
 }
 
 void ToneMap::MapFloats(unsigned char const *samples, unsigned int count, Pixel *pixels) const
@@ -178,12 +187,16 @@ void ToneMap::Map(unsigned char const *samples, unsigned int count, Pixel *pixel
         std::fill_n(pixels, count, s_opaque);
     else if (kind_ == eKind::e_float)
         MapFloats(samples, count, pixels);
+    else if (isIdentity_)
+        CopyWords(samples, count, pixels);
     else if (sampleByteSize_ == 1)
-        MapWords<std::uint8_t>(samples, count, pixels, x, y);
+        MapWords<std::uint8_t>(samples, count, pixels);
     else if (sampleByteSize_ == 2)
-        MapWords<std::uint16_t>(samples, count, pixels, x, y);
+        MapWords<std::uint16_t>(samples, count, pixels);
     else
-        MapWords<std::uint32_t>(samples, count, pixels, x, y);
+        MapWords<std::uint32_t>(samples, count, pixels);
+    if (isOverBoard_)
+        LayOverCheckerboard(pixels, count, x, y);
 }
 
 } // namespace viewer

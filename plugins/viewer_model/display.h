@@ -91,10 +91,15 @@ private:
     void MakeThresholds();
     void MakeTables();
     unsigned int FindStep(double part) const;
-    Pixel FindColour(unsigned int word) const;
 
+    /// @name Write colours, with alpha over a checkerboard that is to come
+    /// @{
+    template<typename Word, typename FindColour>
+    void WriteColours(unsigned char const *samples, unsigned int count, Pixel *pixels, FindColour findColour) const;
     template<typename Word>
-    void MapWords(unsigned char const *samples, unsigned int count, Pixel *pixels, int x, int y) const;
+    void MapWords(unsigned char const *samples, unsigned int count, Pixel *pixels) const;
+    void CopyWords(unsigned char const *samples, unsigned int count, Pixel *pixels) const;
+    /// @}
     void MapFloats(unsigned char const *samples, unsigned int count, Pixel *pixels) const;
 
     DisplaySettings settings_;
@@ -104,7 +109,7 @@ private:
     std::array<Field, 3> colourFields_;
     Field alphaField_;
     bool isOverBoard_ = false;
-    /// True if each byte is its own step, and no palette is used.
+    /// True for words that are colours already.
     bool isIdentity_ = false;
     /// Colour of each of the 256 steps from black to white.
     std::array<Pixel, 256> colours_;
@@ -117,7 +122,7 @@ private:
     /// From which product on each step is shown; infinity after the last.
     std::array<double, 257> thresholds_;
     /// Step at the lower end of each of equal parts of 0..1, to begin the search there.
-    std::array<unsigned char, 1025> firstSteps_;
+    std::array<unsigned char, 4097> firstSteps_;
 };
 
 } // namespace viewer

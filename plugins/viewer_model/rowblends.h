@@ -31,8 +31,8 @@ class RowBlender
 {
 public:
     virtual ~RowBlender() = default;
-    /// Writes a sample for each place. `weight` is that of the lower row. Bytes and the fields of words are rounded to
-    /// the nearest, halves up; floats are blended in double precision, first along the columns.
+    /// Writes a sample for each place; these are not none, and their samples never go back. `weight` is that of the lower
+    /// row. Bytes and the fields of words are rounded to the nearest, halves up; floats are blended first between the rows.
     virtual void Blend(unsigned char *samples, unsigned char const *upper, unsigned char const *lower,
                        unsigned int weight, std::span<SamplePlace const> places) = 0;
 };

@@ -71,12 +71,20 @@ std::optional<double> FindValue(ImageLevels const &levels, Channel const &channe
     auto const read = [&](unsigned int r, unsigned int c) { return channel.read(level.SampleB(r, c)); };
     if (!smooth)
         return read(row.index, column.index);
-    double const upper =
-        read(row.index, column.index) * (128 - column.weight) + read(row.index, column.next) * column.weight;
-    double const lower =
-        read(row.next, column.index) * (128 - column.weight) + read(row.next, column.next) * column.weight;
-    double const value = (upper * (128 - row.weight) + lower * row.weight) / (128 * 128);
-    return channel.isFloat ? static_cast<double>(static_cast<float>(value)) : std::floor(value + 0.5);
+    if (channel.isFloat)
+    {
+        auto const blend = [](double a, double b, double weight)
+        {
+            auto const part = static_cast<float>(weight / 128);
+            return weight == 0 ? a : static_cast<float>(a) * (1 - part) + static_cast<float>(b) * part;
+        };
+        auto const blendRows = [&](unsigned int c) { return blend(read(row.index, c), read(row.next, c), row.weight); };
+        return blend(blendRows(column.index), blendRows(column.next), column.weight);
+    }
+    auto const blendRows = [&](unsigned int c)
+    { return read(row.index, c) * (128 - row.weight) + read(row.next, c) * row.weight; };
+    double const value = blendRows(column.index) * (128 - column.weight) + blendRows(column.next) * column.weight;
+    return std::floor(value / (128 * 128) + 0.5);
 }
 
 constexpr Order s_orders[] = {
