@@ -34,6 +34,7 @@ constexpr KeyBinding s_keys[] = {
     {e_key_f1, e_plain, "keys", "Show or hide this list of keys"},
     {e_key_f9, e_plain, "console", "Show or hide the console"},
     {e_key_f11, e_plain, "fullscreen", "Fill the screen, or go back to the window"},
+    {e_key_f12, e_plain, "screenshot", "Save a picture of the window"},
     {e_key_f2, e_plain, "files", "Show or hide the list of files"},
     {e_key_f3, e_plain, "inspector", "Show or hide the column of settings"},
     {e_key_q, e_control, "quit", "End the program"},
