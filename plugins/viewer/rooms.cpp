@@ -8,7 +8,7 @@ namespace
 using MakeRoom = std::unique_ptr<Room> (*)(Workspace &workspace);
 
 /// A room stands here once its folder is there.
-constexpr std::initializer_list<MakeRoom> s_rooms = {&MakeFilesRoom, &MakeImageRoom, &MakeSignalRoom};
+constexpr std::initializer_list<MakeRoom> s_rooms = {&MakeFilesRoom, &MakeImageRoom, &MakeSignalRoom, &MakeWorkRoom};
 
 } // namespace
 

@@ -71,6 +71,12 @@ bool Document::ReplaceEqual(LoadedPtr const &loaded)
     return isFound;
 }
 
+void Document::TakeLevels(LoadedPtr const &loaded)
+{
+    if (ReplaceEqual(loaded))
+        ++revision_;
+}
+
 void Document::Fail(FileStamp const &stamp, string const &failure)
 {
     ++revision_;
@@ -147,7 +153,8 @@ void Documents::Close()
     auto const found = std::find(all_.begin(), all_.end(), current_);
     if (found == all_.end())
         return;
-    ++revision_;
+    // Those of the document count no longer.
+    revision_ += 1 + current_->GetRevision();
     if (!current_->GetFileName().empty())
         loader_.Cancel(current_->GetFileName());
     auto const index = static_cast<std::size_t>(found - all_.begin());
@@ -163,6 +170,14 @@ void Documents::SetCurrent(DocumentPtr const &document)
     current_ = document;
 }
 
+unsigned int Documents::GetRevision() const
+{
+    unsigned int revision = revision_;
+    for (DocumentPtr const &document : all_)
+        revision += document->GetRevision();
+    return revision;
+}
+
 std::vector<LoadResult> Documents::Poll()
 {
     std::vector<LoadResult> results = loader_.Poll();
@@ -172,10 +187,8 @@ std::vector<LoadResult> Documents::Poll()
             continue;
         for (DocumentPtr const &document : all_)
         {
-            if (document->GetFileName() != result.fileName)
-                continue;
-            document->TakeResult(result);
-            ++revision_;
+            if (document->GetFileName() == result.fileName)
+                document->TakeResult(result);
         }
     }
     Watch();
@@ -200,7 +213,6 @@ void Documents::Watch()
     if (stamp == FileStamp())
     {
         document.Fail(stamp, document.GetFileName() + ": is gone");
-        ++revision_;
         return;
     }
     document.stamp_ = stamp;

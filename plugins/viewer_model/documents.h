@@ -41,6 +41,8 @@ public:
     /// Takes what the loader has found. A file that has changed replaces the content, and forgets the steps; if there are
     /// steps that were not saved, it becomes another step, named "reload".
     void TakeResult(LoadResult const &result);
+    /// Takes the levels of its content; ignored if it has another one by now.
+    void TakeLevels(LoadedPtr const &loaded);
     /// Makes a step: the old content can come back. `step` names it, as in "convert -format=L8".
     void Change(LoadedPtr loaded, string const &step);
     /// Takes the last step back; returns its name, empty if there is none.
@@ -108,7 +110,7 @@ public:
     /// call, and each four times in a second. Returns the results, for lists.
     std::vector<LoadResult> Poll();
     /// Counts changes of the list, of the current document, and of any document.
-    unsigned int GetRevision() const { return revision_; }
+    unsigned int GetRevision() const;
 
 private:
     void Watch();

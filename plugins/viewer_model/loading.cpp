@@ -116,9 +116,12 @@ std::uint64_t CountLevelBytes(Content const &content)
     return numValues * sizeof(Extent) / (SignalLevels::s_factor - 1);
 }
 
+/// Begins the line about levels that were left out.
+constexpr char s_szNoLevels[] = "no smaller levels: ";
+
 string DescribeBytes(std::uint64_t bytes)
 {
-    return MakeString(bytes >> 20) + " MiB";
+    return "they take " + MakeString(bytes >> 20) + " MiB";
 }
 
 } // namespace
@@ -164,11 +167,12 @@ bool IsComplete(Loaded const &loaded)
 LoadedPtr Complete(Loaded const &loaded, std::function<bool(double)> const &progress, std::uint64_t levelsLimit)
 {
     auto complete = std::make_shared<Loaded>(loaded);
+    std::erase_if(complete->losses, [](string const &line) { return line.starts_with(s_szNoLevels); });
     std::uint64_t const byteSize = CountLevelBytes(*loaded.content);
-    if (loaded.content->IsMapped() && byteSize > levelsLimit)
+    if (loaded.content->IsMapped() && loaded.imageLevels && byteSize > levelsLimit)
     {
-        complete->losses.push_back("smaller levels of this mapped file would take " + DescribeBytes(byteSize) +
-                                   "; \"levels\" makes them");
+        complete->losses.push_back(s_szNoLevels + DescribeBytes(byteSize) +
+                                   " of memory; the command levels makes them");
         return complete;
     }
     try
@@ -180,7 +184,7 @@ LoadedPtr Complete(Loaded const &loaded, std::function<bool(double)> const &prog
     }
     catch (...)
     {
-        complete->losses.push_back("no smaller levels: " + DescribeException());
+        complete->losses.push_back(s_szNoLevels + DescribeException());
         return complete;
     }
     bool const isStopped = loaded.content->Get<ImageBase>() ? !complete->imageLevels : !IsComplete(*complete);

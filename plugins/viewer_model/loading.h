@@ -17,7 +17,7 @@ LoadedPtr MakeLoaded(ContentPtr content);
 /// True when everything is there that belongs to the content.
 bool IsComplete(Loaded const &loaded);
 /// Returns the same with all levels; with a line in `losses` instead of levels that memory has no room for. Levels of a
-/// mapped file that would take more than `levelsLimit` bytes are left out in the same way. Null when `progress`, which
+/// mapped image that would take more than `levelsLimit` bytes are left out in the same way. Null when `progress`, which
 /// is that of ImageLevels::Build(), returns false. Any thread.
 LoadedPtr Complete(Loaded const &loaded, std::function<bool(double)> const &progress,
                    std::uint64_t levelsLimit = std::uint64_t(1) << 29);
