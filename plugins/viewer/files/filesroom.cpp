@@ -53,6 +53,7 @@ private:
     /// @}
     void MakeButtons(widgets::Stack &row);
     void OpenEntry(unsigned int index);
+    void ListSamples();
     void TakeResults();
     void ShowCurrent();
     void ShowList();
@@ -74,6 +75,7 @@ private:
     /// File of the current document.
     string shownFile_;
     bool wasLoaded_ = false;
+    unsigned int numUpdates_ = 0;
 };
 
 // Names.
@@ -414,6 +416,9 @@ void FilesRoom::OpenEntry(unsigned int index)
 
 void FilesRoom::Update(double)
 {
+    // The lines that the program was started with have run after the first frame.
+    if (++numUpdates_ == 2)
+        ListSamples();
     TakeResults();
     Documents const &documents = workspace_.GetDocuments();
     if (documents.GetRevision() != documentsRevision_)
@@ -426,6 +431,15 @@ void FilesRoom::Update(double)
     if (workspace_.GetFolder().GetRevision() != folderRevision_)
         ShowList();
     AskForPreviews();
+}
+
+/// Lists the data set that comes with the program, if nothing else was asked for.
+void FilesRoom::ListSamples()
+{
+    string const samples = file_system::FindDataFile("samples");
+    string reason;
+    if (workspace_.GetFolder().GetPath().empty() && workspace_.GetDocuments().GetAll().empty() && !samples.empty())
+        workspace_.GetFolder().Read(samples, reason);
 }
 
 void FilesRoom::TakeResults()
