@@ -43,7 +43,7 @@ echo greet | "$work/runtime/bin/quillmarsh-view" --video none --no-start-script 
 grep -q 'Hello from the workbench!' "$work/out" || fail "$(cat "$work/out")"
 
 # The data set is there, and no file of it is damaged.
-samples=("$work"/runtime/share/quillmarsh/samples/*.{png,jpg,bmp,tif,qmdp.*})
+samples=("$work"/runtime/share/quillmarsh/samples/*.{png,jpg,bmp,tif,qmdp.*} "$work"/runtime/share/quillmarsh/samples/formats/*)
 [ ${#samples[@]} -ge 20 ] || fail "Samples are missing: ${samples[*]}"
 "$work/runtime/bin/qmdp" verify "${samples[@]}" >"$work/out" || fail "$(cat "$work/out")"
 

@@ -17,8 +17,12 @@ namespace
 std::set<string> ListSamples(string const &folder)
 {
     std::set<string> names;
-    for (auto const &entry : std::filesystem::directory_iterator(file_system::GetStreamPath(folder)))
-        names.insert(entry.path().filename().string());
+    std::filesystem::path const root = file_system::GetStreamPath(folder);
+    for (auto const &entry : std::filesystem::recursive_directory_iterator(root))
+    {
+        if (entry.is_regular_file())
+            names.insert(entry.path().lexically_relative(root).generic_string());
+    }
     return names;
 }
 
@@ -51,7 +55,7 @@ TEST(Samples, OpenAndAreTheSameEverywhere)
         {"landscape-grey.tif", 0xE9D81450A4410922u},
         {"night-high-range.qmdp.image", 0xE1965AD2FF23F7E9u},
         {"test-chart.png", 0x41CBEF3FE25658E5u},
-        {"format-A4R4G4B4.qmdp.image", 0xBDA07E6D025BDB26u},
+        {"formats/A4R4G4B4.qmdp.image", 0xBDA07E6D025BDB26u},
     };
     std::set<eSampleFormat> formats;
     std::set<std::size_t> kinds;

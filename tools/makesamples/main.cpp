@@ -25,6 +25,12 @@ void Write(Sample const &sample, string const &folder)
                            settings);
 }
 
+void MakeFolder(string const &folder)
+{
+    if (!file_system::DirectoryExists(folder) && !file_system::CreateDirectoryPath(folder))
+        throw DataException(folder + ": " + file_system::GetLastFailureReason());
+}
+
 int Main(std::vector<string> const &words)
 {
     if (words.size() != 2)
@@ -39,8 +45,8 @@ int Main(std::vector<string> const &words)
     file_system::ForceTrailingPathSeparator(folder);
     try
     {
-        if (!file_system::DirectoryExists(folder) && !file_system::CreateDirectoryPath(folder))
-            throw DataException(folder + ": " + file_system::GetLastFailureReason());
+        MakeFolder(folder);
+        MakeFolder(folder + "formats");
         for (auto const &samples : {GetPictures(), GetSignals(), GetVolumes()})
         {
             for (Sample const &sample : samples)

@@ -193,15 +193,15 @@ SampledData MakeTestChart()
 }
 
 constexpr Sample s_pictures[] = {
-    {"format-A1R5G5B5.qmdp.image", &MakeFormat<e_format_A1R5G5B5>},
-    {"format-A4R4G4B4.qmdp.image", &MakeFormat<e_format_A4R4G4B4>},
-    {"format-A8.qmdp.image", &MakeFormat<e_format_A8>},
-    {"format-A8L8.qmdp.image", &MakeFormat<e_format_A8L8>},
-    {"format-A8R8G8B8.qmdp.image", &MakeFormat<e_format_A8R8G8B8>},
-    {"format-FP32NormA.qmdp.image", &MakeFormat<e_format_FP32NormA>},
-    {"format-FP32NormL.qmdp.image", &MakeFormat<e_format_FP32NormL>},
-    {"format-L8.qmdp.image", &MakeFormat<e_format_L8>},
-    {"format-X8R8G8B8.qmdp.image", &MakeFormat<e_format_X8R8G8B8>},
+    {"formats/A1R5G5B5.qmdp.image", &MakeFormat<e_format_A1R5G5B5>},
+    {"formats/A4R4G4B4.qmdp.image", &MakeFormat<e_format_A4R4G4B4>},
+    {"formats/A8.qmdp.image", &MakeFormat<e_format_A8>},
+    {"formats/A8L8.qmdp.image", &MakeFormat<e_format_A8L8>},
+    {"formats/A8R8G8B8.qmdp.image", &MakeFormat<e_format_A8R8G8B8>},
+    {"formats/FP32NormA.qmdp.image", &MakeFormat<e_format_FP32NormA>},
+    {"formats/FP32NormL.qmdp.image", &MakeFormat<e_format_FP32NormL>},
+    {"formats/L8.qmdp.image", &MakeFormat<e_format_L8>},
+    {"formats/X8R8G8B8.qmdp.image", &MakeFormat<e_format_X8R8G8B8>},
     // The same picture without and with losses, for comparisons.
     {"landscape.png", &MakeLandscape<e_format_X8R8G8B8, 480>},
     {"landscape.jpg", &MakeLandscape<e_format_X8R8G8B8, 480>, 35},

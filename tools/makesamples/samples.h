@@ -14,6 +14,7 @@ using quillmarsh::sampled_data::SampledData;
 /// A file of the data set.
 struct Sample
 {
+    /// In the folder of the data set, with "/" between the parts.
     char const *fileName;
     SampledData (*make)();
     /// Of a JPEG.
