@@ -10,8 +10,6 @@ using MakeRoom = std::unique_ptr<Room> (*)(Workspace &workspace);
 /// A room stands here once its folder is there.
 constexpr std::initializer_list<MakeRoom> s_rooms = {&MakeFilesRoom,  &MakeImageRoom,   &MakeVolumeRoom,
                                                      &MakeSignalRoom, &MakeDevicesRoom, &MakeWorkRoom};
-&MakeWorkRoom
-};
 
 } // namespace
 
