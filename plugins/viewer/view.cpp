@@ -18,6 +18,9 @@ namespace
 
 using namespace quillmarsh;
 
+/// Units around the text of a note.
+constexpr vec2 s_noteMargin = {4, 1};
+
 unsigned int ToPixels(float size)
 {
     return static_cast<unsigned int>(std::max(std::lround(size), 1L));
@@ -81,18 +84,14 @@ float View::DrawNote(gui::Renderer &renderer, vec2 const &position, string const
         return 0;
     gui::DrawTextParams params;
     params.metrics = shader->GetTextMetricsL();
-    float const edge = widgets::Measures::Pixels(1);
-    auto const draw = [&](float x, float y, color4b ink)
-    {
-        params.position = {std::round(position.x) + x, std::round(position.y) + y};
-        params.color = ink;
-        renderer.DrawText(*font, glyphs, params);
-    };
-    color4b const dark(0, 0, 0, static_cast<unsigned char>(color.a * 3 / 4));
-    for (vec2 const &offset : {vec2(-edge, 0), vec2(edge, 0), vec2(0, -edge), vec2(0, edge)})
-        draw(offset.x, offset.y, dark);
-    draw(0, 0, color);
-    return std::ceil(font->CalcTextWidth(params.metrics, glyphs));
+    params.position = {std::round(position.x), std::round(position.y)};
+    params.color = color;
+    float const width = std::ceil(font->CalcTextWidth(params.metrics, glyphs));
+    vec2 const margin = widgets::Measures::Pixels(s_noteMargin);
+    gui::Rectangle const strip(params.position - margin, vec2(width, params.metrics.Height) + margin * 2);
+    renderer.DrawRectangle(gui::RectangleC(strip, color4b(0, 0, 0, static_cast<unsigned char>(color.a * 5 / 8))));
+    renderer.DrawText(*font, glyphs, params);
+    return width;
 }
 
 } // namespace viewer

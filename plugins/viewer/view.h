@@ -33,8 +33,8 @@ protected:
     /// Draws marks and texts over the picture, with (0, 0) as the component's corner. The clip rectangle is the
     /// component's area. By default nothing.
     virtual void DrawOver(quillmarsh::gui::Renderer &renderer);
-    /// Draws a line of small text with a dark edge, which can be read on any picture; glyph codes are made of the UTF-8
-    /// text. Returns its width in pixels.
+    /// Draws a line of small text on a dark strip, which can be read on any picture; glyph codes are made of the UTF-8
+    /// text. `position` is the text's corner; the strip is a little larger. Returns the text's width in pixels.
     float DrawNote(quillmarsh::gui::Renderer &renderer, quillmarsh::vec2 const &position, string const &text,
                    quillmarsh::color4b color = {255, 255, 255, 255});
 

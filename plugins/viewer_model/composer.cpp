@@ -89,6 +89,14 @@ bool AreRun(std::span<SamplePlace const> places)
     return true;
 }
 
+/// Returns what to add to the pixels of an axis, so that the checkerboard begins at the image's edge, and moves with it.
+int FindBoardShift(double edge)
+{
+    constexpr double period = 16;
+    double const rest = std::fmod(std::round(edge), period);
+    return std::isfinite(rest) ? static_cast<int>(period - rest) % 16 : 0;
+}
+
 /// Makes the rows of a picture from a level.
 class RowComposer
 {
@@ -157,10 +165,14 @@ void ComposeImage(ImageBase &picture, PixelArea const &area, ImageLevels const &
                           isBlended);
     }
     RowComposer composer(source, tones, columns, isBlended);
+    int const boardX =
+        FindBoardShift(placement.ToViewX(0, picture.GetNumColumns())) + static_cast<int>(area.x + columns.first);
+    int const boardY = FindBoardShift(placement.ToViewY(0, picture.GetNumRows()));
     Pixel const *previous = nullptr;
     for (unsigned int i = 0; i < height; ++i)
     {
         unsigned int const y = area.y + i;
+        int const board = boardY + static_cast<int>(y);
         auto *const pixels =
             reinterpret_cast<Pixel *>(picture.GetSamplesB() + std::size_t{y} * picture.GetRowByteSize()) + area.x;
         if (i < rows.first || i >= rows.end || columns.places.empty())
@@ -172,12 +184,11 @@ void ComposeImage(ImageBase &picture, PixelArea const &area, ImageLevels const &
         std::fill_n(pixels, columns.first, background);
         std::fill(pixels + columns.end, pixels + width, background);
         bool const isSame =
-            previous && AreEqual(rows.places[row], rows.places[row - 1]) && (!tones.DependsOnPlace() || y % 8 != 0);
+            previous && AreEqual(rows.places[row], rows.places[row - 1]) && (!tones.DependsOnPlace() || board % 8 != 0);
         if (isSame)
             std::copy(previous + columns.first, previous + columns.end, pixels + columns.first);
         else
-            composer.Compose(rows.places[row], pixels + columns.first, static_cast<int>(area.x + columns.first),
-                             static_cast<int>(y));
+            composer.Compose(rows.places[row], pixels + columns.first, boardX, board);
         previous = pixels;
     }
 }

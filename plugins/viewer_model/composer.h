@@ -39,7 +39,7 @@ struct PixelArea
 
 /// Fills an area of a picture in A8R8G8B8 with an image: each pixel shows the sample under its centre, of the level that
 /// FindLevel() gives, or between the four nearest samples of that level when `smooth` and the zoom is below 1. Outside
-/// of the image it gets `background`. Placement coordinates refer to the whole picture. `level` forces a level unless it
+/// of the image it gets `background`. The checkerboard under alpha begins at the image's corner. Placement coordinates refer to the whole picture. `level` forces a level unless it
 /// is -1. Any thread; the time depends on the area only.
 void ComposeImage(quillmarsh::ImageBase &picture, PixelArea const &area, ImageLevels const &levels,
                   ToneMap const &tones, Placement const &placement, bool smooth, int level, Pixel background);

@@ -30,11 +30,15 @@ double FindNextZoom(double zoom, bool larger)
                          [&](double step) { return step < zoom * (1 - s_tolerance); });
 }
 
+/// Pixels by which samples begin ahead of whole pixels. With zooms such as 3/2, the middle of a pixel would lie on the
+/// edge of two samples, and rounding would choose one of them.
+constexpr double s_edgeShift = 1.0 / 65536;
+
 /// Returns the middle of a view, so that a sample's edge lies at a whole pixel.
 double Align(double middle, double zoom, double viewSize, double imageSize)
 {
     double const edge = std::round(viewSize / 2 - std::clamp(middle, 0.0, imageSize) * zoom);
-    return (viewSize / 2 - edge) / zoom;
+    return (viewSize / 2 - edge + s_edgeShift) / zoom;
 }
 
 } // namespace

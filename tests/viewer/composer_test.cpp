@@ -147,6 +147,27 @@ TEST(ComposeImage, KeepsTheCheckerboardInItsPlace)
     }
 }
 
+TEST(ComposeImage, MovesAsAWholeByWholePixels)
+{
+    constexpr unsigned int size = 60;
+    for (double const zoom : {0.5, 3.0})
+    {
+        auto const levels = ImageLevels::Build(MakeRandomContent(e_format_A8R8G8B8, 70, 70));
+        ToneMap const tones(e_format_A8R8G8B8, {});
+        auto const compose = [&](double right, double down)
+        {
+            Order const order = {{35 - right / zoom, 35 - down / zoom, zoom}, true};
+            return Compose(*levels, tones, order, size, size, {0, 0, size, size});
+        };
+        std::vector<Pixel> const before = compose(0, 0), after = compose(5, -11);
+        for (unsigned int y = 0; y < size - 11; ++y)
+        {
+            for (unsigned int x = 5; x < size; ++x)
+                ASSERT_EQ(before[(y + 11) * size + x - 5], after[y * size + x]) << zoom << ' ' << x << ' ' << y;
+        }
+    }
+}
+
 TEST(ComposeImage, ShowsNothingForPlacesThatAreNone)
 {
     constexpr double nothing = std::numeric_limits<double>::quiet_NaN();

@@ -16,6 +16,8 @@ namespace
 constexpr char const *s_toolNames[] = {"pan", "line", "rectangle"};
 /// Seconds that the view must rest before its figures are computed.
 constexpr double s_restTime = 0.15;
+/// Part of a sample that is not in view yet.
+constexpr double s_sliver = 1e-3;
 
 } // namespace
 
@@ -92,10 +94,12 @@ SampleArea ImageState::GetVisibleArea() const
     ImagePlace::Size const &view = place.GetViewSize();
     auto const limit = [](double value, unsigned int size)
     { return static_cast<unsigned int>(std::clamp(value, 0.0, static_cast<double>(size))); };
-    unsigned int const left = limit(std::floor(placement.ToImageX(0, view.width)), image->GetNumColumns());
-    unsigned int const top = limit(std::floor(placement.ToImageY(0, view.height)), image->GetNumRows());
-    unsigned int const right = limit(std::ceil(placement.ToImageX(view.width, view.width)), image->GetNumColumns());
-    unsigned int const bottom = limit(std::ceil(placement.ToImageY(view.height, view.height)), image->GetNumRows());
+    unsigned int const left = limit(std::floor(placement.ToImageX(0, view.width) + s_sliver), image->GetNumColumns());
+    unsigned int const top = limit(std::floor(placement.ToImageY(0, view.height) + s_sliver), image->GetNumRows());
+    unsigned int const right =
+        limit(std::ceil(placement.ToImageX(view.width, view.width) - s_sliver), image->GetNumColumns());
+    unsigned int const bottom =
+        limit(std::ceil(placement.ToImageY(view.height, view.height) - s_sliver), image->GetNumRows());
     return {left, top, right - left, bottom - top};
 }
 

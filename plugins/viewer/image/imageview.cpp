@@ -35,21 +35,26 @@ int TakeNotches(int &rest, int delta)
     return sum / s_wheelNotch;
 }
 
-/// Moves the rows of a picture. What comes in from outside is left as it is.
-void MovePixels(ImageBase &picture, long right, long down)
+/// Moves the pixels of a part of a picture. What comes in from outside is left as it is.
+void MovePixels(ImageBase &picture, PixelArea const &area, long right, long down)
 {
-    auto const width = static_cast<long>(picture.GetNumColumns()), height = static_cast<long>(picture.GetNumRows());
-    long const fromX = std::max(-right, 0L), toX = std::max(right, 0L);
+    auto const width = static_cast<long>(area.width), height = static_cast<long>(area.height);
+    auto const fromX = area.x + static_cast<unsigned int>(std::max(-right, 0L));
+    auto const toX = area.x + static_cast<unsigned int>(std::max(right, 0L));
     auto const byteSize = static_cast<std::size_t>(width - std::abs(right)) * sizeof(Pixel);
     long const count = height - std::abs(down);
     for (long i = 0; i < count; ++i)
     {
         // Rows that are still needed are read ahead of their overwriting.
-        long const row = down > 0 ? height - 1 - i : i;
-        std::memmove(picture.SampleB(static_cast<unsigned int>(row), static_cast<unsigned int>(toX)),
-                     picture.SampleB(static_cast<unsigned int>(row - down), static_cast<unsigned int>(fromX)),
-                     byteSize);
+        long const row = static_cast<long>(area.y) + (down > 0 ? height - 1 - i : i);
+        std::memmove(picture.SampleB(static_cast<unsigned int>(row), toX),
+                     picture.SampleB(static_cast<unsigned int>(row - down), fromX), byteSize);
     }
+}
+
+bool AreEqual(PixelArea const &a, PixelArea const &b)
+{
+    return a.x == b.x && a.y == b.y && a.width == b.width && a.height == b.height;
 }
 
 bool Contains(PixelArea const &area, vec2 const &position)
@@ -128,24 +133,49 @@ void ImageView::ComposePane(ImageBase &picture, Pane const &pane, PixelArea cons
     ComposeImage(picture, area, *pane.levels, GetTones(pane), pane.placement, isSmooth, state_->level, background_);
 }
 
-bool ImageView::MovePicture(ImageBase &picture, LastPicture const &next) const
+ImageView::LastPicture ImageView::DescribePicture(unsigned int width, unsigned int height) const
 {
-    long const right = next.left - last_.left, down = next.top - last_.top;
-    auto const width = static_cast<long>(next.width), height = static_cast<long>(next.height);
-    bool const isSame = last_.canMove && next.canMove && last_.revision == next.revision &&
-                        last_.levels == next.levels && last_.background == next.background &&
-                        last_.width == next.width && last_.height == next.height && last_.zoom == next.zoom;
-    if (!isSame || std::abs(right) >= width || std::abs(down) >= height)
+    LastPicture picture = {state_->GetRevision(), background_, width, height, {}};
+    for (Pane const &pane : panes_)
+    {
+        picture.panes.push_back({pane.levels, pane.area, pane.placement.zoom,
+                                 std::lround(pane.placement.ToViewX(0, width)),
+                                 std::lround(pane.placement.ToViewY(0, height))});
+    }
+    return picture;
+}
+
+bool ImageView::CanMovePicture(LastPicture const &next) const
+{
+    bool const isSame = last_.revision == next.revision && last_.background == next.background &&
+                        last_.width == next.width && last_.height == next.height &&
+                        last_.panes.size() == next.panes.size();
+    if (!isSame)
         return false;
-    MovePixels(picture, right, down);
-    Pane const &pane = panes_.front();
-    auto const newWidth = static_cast<unsigned int>(std::abs(right));
-    auto const newHeight = static_cast<unsigned int>(std::abs(down));
-    if (newWidth != 0)
-        ComposePane(picture, pane, {right > 0 ? 0 : next.width - newWidth, 0, newWidth, next.height});
-    if (newHeight != 0)
-        ComposePane(picture, pane, {0, down > 0 ? 0 : next.height - newHeight, next.width, newHeight});
-    return true;
+    for (std::size_t i = 0; i < next.panes.size(); ++i)
+    {
+        LastPane const &from = last_.panes[i], &to = next.panes[i];
+        bool const isNear = std::abs(to.left - from.left) < static_cast<long>(to.area.width) &&
+                            std::abs(to.top - from.top) < static_cast<long>(to.area.height);
+        if (!isNear || from.levels != to.levels || from.zoom != to.zoom || !AreEqual(from.area, to.area))
+            return false;
+    }
+    return !next.panes.empty();
+}
+
+void ImageView::MovePane(ImageBase &picture, std::size_t index, LastPicture const &next) const
+{
+    LastPane const &from = last_.panes[index], &to = next.panes[index];
+    PixelArea const &area = to.area;
+    long const right = to.left - from.left, down = to.top - from.top;
+    MovePixels(picture, area, right, down);
+    auto const width = static_cast<unsigned int>(std::abs(right)), height = static_cast<unsigned int>(std::abs(down));
+    unsigned int const x = right > 0 ? area.x : area.x + area.width - width;
+    unsigned int const y = down > 0 ? area.y : area.y + area.height - height;
+    if (width != 0)
+        ComposePane(picture, panes_[index], {x, area.y, width, area.height});
+    if (height != 0)
+        ComposePane(picture, panes_[index], {area.x, y, area.width, height});
 }
 
 void ImageView::Compose(ImageBase &picture)
@@ -153,28 +183,20 @@ void ImageView::Compose(ImageBase &picture)
     unsigned int const width = picture.GetNumColumns(), height = picture.GetNumRows();
     state_->place.SetViewSize(GetPaneSize(*state_, width, height));
     panes_ = MakePanes(*state_, width, height);
-    LastPicture next;
-    if (panes_.size() == 1)
+    LastPicture next = DescribePicture(width, height);
+    if (CanMovePicture(next))
     {
-        Placement const &placement = panes_.front().placement;
-        next = {state_->GetRevision(),
-                panes_.front().levels,
-                background_,
-                width,
-                height,
-                placement.zoom,
-                std::lround(placement.ToViewX(0, width)),
-                std::lround(placement.ToViewY(0, height)),
-                !GetTones(panes_.front()).DependsOnPlace()};
+        for (std::size_t i = 0; i < panes_.size(); ++i)
+            MovePane(picture, i, next);
     }
-    bool const isMoved = MovePicture(picture, next);
-    last_ = next;
-    if (isMoved)
-        return;
-    if (panes_.size() != 1)
-        std::fill_n(reinterpret_cast<Pixel *>(picture.GetSamplesB()), std::size_t{width} * height, background_);
-    for (Pane const &pane : panes_)
-        ComposePane(picture, pane, pane.area);
+    else
+    {
+        if (panes_.size() != 1)
+            std::fill_n(reinterpret_cast<Pixel *>(picture.GetSamplesB()), std::size_t{width} * height, background_);
+        for (Pane const &pane : panes_)
+            ComposePane(picture, pane, pane.area);
+    }
+    last_ = std::move(next);
 }
 
 // Mouse.

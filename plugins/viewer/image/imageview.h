@@ -49,19 +49,23 @@ private:
         e_measurement,
         e_divider
     };
-    /// What the last picture shows, to move it instead of making it anew.
-    struct LastPicture
+    /// What a part of the last picture shows, to move it instead of making it anew.
+    struct LastPane
     {
-        unsigned int revision = 0;
         ImageLevelsPtr levels;
-        Pixel background = 0;
-        unsigned int width = 0;
-        unsigned int height = 0;
+        PixelArea area;
         double zoom = 0;
         /// Place of the image's corner in whole pixels.
         long left = 0;
         long top = 0;
-        bool canMove = false;
+    };
+    struct LastPicture
+    {
+        unsigned int revision = 0;
+        Pixel background = 0;
+        unsigned int width = 0;
+        unsigned int height = 0;
+        std::vector<LastPane> panes;
     };
     /// A position in an image.
     struct ImagePosition
@@ -74,7 +78,9 @@ private:
     /// @name Picture
     /// @{
     void ComposePane(quillmarsh::ImageBase &picture, Pane const &pane, PixelArea const &area) const;
-    bool MovePicture(quillmarsh::ImageBase &picture, LastPicture const &next) const;
+    LastPicture DescribePicture(unsigned int width, unsigned int height) const;
+    bool CanMovePicture(LastPicture const &next) const;
+    void MovePane(quillmarsh::ImageBase &picture, std::size_t index, LastPicture const &next) const;
     ToneMap const &GetTones(Pane const &pane) const;
     /// @}
 

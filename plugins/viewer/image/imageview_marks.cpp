@@ -19,7 +19,7 @@ namespace
 {
 
 constexpr float s_noteMargin = 8;
-constexpr float s_noteLine = 16;
+constexpr float s_noteLine = 18;
 constexpr color4b s_light = {255, 255, 255, 255};
 constexpr color4b s_dark = {0, 0, 0, 200};
 constexpr color4b s_mark = {255, 214, 64, 255};
@@ -163,8 +163,10 @@ void ImageView::DrawScale(gui::Renderer &renderer)
         renderer.DrawRectangle(
             gui::RectangleC({place(step), top, place(step + 1) - place(step), height}, ToColour(tones.MapValue(part))));
     }
+    string const white = FormatNumber(pane.display.high, 3);
+    float const whiteWidth = widgets::CalcTextWidth(*this, white);
     DrawNote(renderer, {margin, top - line}, "0");
-    DrawNote(renderer, {margin + width + margin, top - Measures::Pixels(2)}, FormatNumber(pane.display.high, 3));
+    DrawNote(renderer, {margin + width - whiteWidth, top - line}, white);
     ChannelFigures const *const figures = state_->comparison.GetFigures();
     if (figures == nullptr)
         return;

@@ -120,7 +120,7 @@ void SampleMarks::DrawNumbers(Writing const &writing, Pane const &pane, ToneMap 
     std::span<Channel const> channels = GetChannels(cells.image->GetSampleFormat());
     if (pane.display.channel >= 0 && static_cast<std::size_t>(pane.display.channel) < channels.size())
         channels = channels.subspan(static_cast<std::size_t>(pane.display.channel), 1);
-    float const margin = widgets::Measures::Pixels(s_textMargin), line = writing.metrics.AbsLineHeight();
+    float const margin = widgets::Measures::Pixels(s_textMargin), line = writing.metrics.Height;
     auto const cell = static_cast<float>(cells.size);
     float const needed = line * static_cast<float>(channels.size());
     if (channels.empty() || needed + margin > cell ||

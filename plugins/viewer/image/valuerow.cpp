@@ -15,9 +15,9 @@ namespace
 {
 
 constexpr float s_titleWidth = 68;
-constexpr float s_sliderLength = 96;
-constexpr float s_fieldWidth = 60;
-constexpr unsigned int s_numDigits = 4;
+constexpr float s_sliderLength = 92;
+constexpr float s_fieldWidth = 64;
+constexpr unsigned int s_numDigits = 3;
 
 } // namespace
 
