@@ -38,19 +38,19 @@ using Packed1555 = PackedSample_UShort1555;
 
 constexpr Channel s_l8[] = {{"luminance", 255, false, &ReadByte<0>}};
 constexpr Channel s_a8[] = {{"alpha", 255, false, &ReadByte<0>}};
-constexpr Channel s_a8l8[] = {{"luminance", 255, false, &ReadByte<0>}, {"alpha", 255, false, &ReadByte<1>}};
-constexpr Channel s_a4r4g4b4[] = {{"red", 15, false, &ReadField<Packed4444, &Packed4444::GetB>},
-                                  {"green", 15, false, &ReadField<Packed4444, &Packed4444::GetC>},
+constexpr Channel s_a8l8[] = {{"luminance", 255, false, &ReadByte<0>}, {"alpha", 255, false, &ReadByte<1>, 8}};
+constexpr Channel s_a4r4g4b4[] = {{"red", 15, false, &ReadField<Packed4444, &Packed4444::GetB>, 8},
+                                  {"green", 15, false, &ReadField<Packed4444, &Packed4444::GetC>, 4},
                                   {"blue", 15, false, &ReadField<Packed4444, &Packed4444::GetD>},
-                                  {"alpha", 15, false, &ReadField<Packed4444, &Packed4444::GetA>}};
-constexpr Channel s_a1r5g5b5[] = {{"red", 31, false, &ReadField<Packed1555, &Packed1555::GetB>},
-                                  {"green", 31, false, &ReadField<Packed1555, &Packed1555::GetC>},
+                                  {"alpha", 15, false, &ReadField<Packed4444, &Packed4444::GetA>, 12}};
+constexpr Channel s_a1r5g5b5[] = {{"red", 31, false, &ReadField<Packed1555, &Packed1555::GetB>, 10},
+                                  {"green", 31, false, &ReadField<Packed1555, &Packed1555::GetC>, 5},
                                   {"blue", 31, false, &ReadField<Packed1555, &Packed1555::GetD>},
-                                  {"alpha", 1, false, &ReadField<Packed1555, &Packed1555::GetA>}};
-constexpr Channel s_a8r8g8b8[] = {{"red", 255, false, &ReadByte<2>},
-                                  {"green", 255, false, &ReadByte<1>},
+                                  {"alpha", 1, false, &ReadField<Packed1555, &Packed1555::GetA>, 15}};
+constexpr Channel s_a8r8g8b8[] = {{"red", 255, false, &ReadByte<2>, 16},
+                                  {"green", 255, false, &ReadByte<1>, 8},
                                   {"blue", 255, false, &ReadByte<0>},
-                                  {"alpha", 255, false, &ReadByte<3>}};
+                                  {"alpha", 255, false, &ReadByte<3>, 24}};
 constexpr Channel s_luminance[] = {{"luminance", 1, true, &ReadFloat}};
 constexpr Channel s_alpha[] = {{"alpha", 1, true, &ReadFloat}};
 

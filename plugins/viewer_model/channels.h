@@ -21,6 +21,9 @@ struct Channel
     bool isFloat;
     /// Reads the channel of a sample.
     double (*read)(unsigned char const *sample);
+    /// Its lowest bit in the word that the bytes of a sample are, lowest byte first; 0 for floats. It takes as many bits
+    /// as `largest` has.
+    unsigned int shift = 0;
 };
 
 /// Returns the channels in the order red, green, blue, luminance, alpha; none for a format that is not known.

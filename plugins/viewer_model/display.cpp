@@ -27,56 +27,37 @@ std::span<char const *const> GetPaletteNames()
     return s_paletteNames;
 }
 
-struct ToneMap::Layout
-{
-    eSampleFormat format;
-    /// The channels in the order of GetChannels(), without alpha where there are colours too.
-    unsigned int numColours;
-    std::array<Field, 3> colours;
-    Field alpha;
-};
-
-constexpr ToneMap::Layout ToneMap::s_layouts[] = {
-    {e_format_L8, 1, {{{0, 255}}}, {}},
-    {e_format_A8, 1, {{{0, 255}}}, {}},
-    {e_format_A8L8, 1, {{{0, 255}}}, {8, 255}},
-    {e_format_A4R4G4B4, 3, {{{8, 15}, {4, 15}, {0, 15}}}, {12, 15}},
-    {e_format_A1R5G5B5, 3, {{{10, 31}, {5, 31}, {0, 31}}}, {15, 1}},
-    {e_format_X8R8G8B8, 3, {{{16, 255}, {8, 255}, {0, 255}}}, {}},
-    {e_format_A8R8G8B8, 3, {{{16, 255}, {8, 255}, {0, 255}}}, {24, 255}},
-    {e_format_FP32NormL, 0, {}, {}},
-    {e_format_FP32NormA, 0, {}, {}},
-};
-
 ToneMap::ToneMap(eSampleFormat format, DisplaySettings const &settings)
     : settings_(settings),
       sampleByteSize_(sample_formats::ExtractByteSize(format)),
       colours_(GetPalette(settings.palette))
 {
     MakeThresholds();
-    for (Layout const &layout : s_layouts)
-    {
-        if (layout.format == format)
-            SelectFields(layout);
-    }
+    SelectFields(GetChannels(format));
     MakeTables();
 }
 
-void ToneMap::SelectFields(Layout const &layout)
+void ToneMap::SelectFields(std::span<Channel const> channels)
 {
-    kind_ = layout.numColours == 0 ? eKind::e_float : layout.numColours == 1 ? eKind::e_value : eKind::e_colours;
-    colourFields_ = layout.colours;
-    if (kind_ == eKind::e_float)
+    if (channels.empty())
         return;
-    if (settings_.channel < 0)
+    if (channels.front().isFloat)
     {
-        alphaField_ = layout.alpha;
-        isOverBoard_ = settings_.showAlpha && alphaField_.largest != 0;
+        kind_ = eKind::e_float;
         return;
     }
-    kind_ = eKind::e_value;
-    auto const channel = static_cast<unsigned int>(settings_.channel);
-    colourFields_[0] = channel < layout.numColours ? layout.colours[channel] : layout.alpha;
+    auto const fieldOf = [&](std::size_t index) -> Field {
+        return {channels[index].shift, static_cast<unsigned int>(channels[index].largest)};
+    };
+    bool const areColours = settings_.channel < 0 && channels.size() >= 3;
+    bool const hasAlpha = settings_.channel < 0 && channels.size() % 2 == 0;
+    kind_ = areColours ? eKind::e_colours : eKind::e_value;
+    std::size_t const first =
+        std::clamp<std::size_t>(static_cast<std::size_t>(std::max(settings_.channel, 0)), 0, channels.size() - 1);
+    for (std::size_t i = 0; i < (areColours ? 3 : 1); ++i)
+        colourFields_[i] = fieldOf(first + i);
+    alphaField_ = hasAlpha ? fieldOf(channels.size() - 1) : Field{};
+    isOverBoard_ = settings_.showAlpha && hasAlpha;
 }
 
 void ToneMap::MakeThresholds()

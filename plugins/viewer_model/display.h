@@ -84,10 +84,8 @@ private:
         unsigned int shift = 0;
         unsigned int largest = 0;
     };
-    struct Layout;
-    static Layout const s_layouts[];
 
-    void SelectFields(Layout const &layout);
+    void SelectFields(std::span<Channel const> channels);
     void MakeThresholds();
     void MakeTables();
     unsigned int FindStep(double part) const;

@@ -202,6 +202,42 @@ std::vector<float> FindDifference(Content const &a, Content const &b, eDifferenc
     return values;
 }
 
+/// The difference of two samples by the definition.
+float FindDifference(std::span<Channel const> channels, unsigned char const *a, unsigned char const *b,
+                     eDifference difference, double scale)
+{
+    double greatest = 0;
+    for (Channel const &channel : channels)
+    {
+        double const x = channel.read(a), y = channel.read(b), distance = std::abs(x - y);
+        double const whole =
+            difference == eDifference::e_relative ? std::max(std::abs(x), std::abs(y)) : channel.largest;
+        double const part = distance == 0 ? 0 : distance / whole;
+        greatest = std::max(greatest, difference == eDifference::e_squared ? part * part : part);
+    }
+    return static_cast<float>(greatest * scale);
+}
+
+TEST(MakeDifference, FollowsTheDefinitionInAllFormats)
+{
+    for (eSampleFormat const format : s_formats)
+    {
+        auto const a = MakeRandomContent(format, 7, 31), b = MakeRandomContent(format, 7, 31);
+        for (int i = 0; i < 3; ++i)
+        {
+            auto const difference = static_cast<eDifference>(i);
+            std::vector<float> const values = FindDifference(*a, *b, difference, 2.5);
+            for (unsigned int sample = 0; sample < values.size(); ++sample)
+            {
+                float const expected = FindDifference(GetChannels(format), a->GetData().GetSamples().SampleB(sample),
+                                                      b->GetData().GetSamples().SampleB(sample), difference, 2.5);
+                ASSERT_EQ(expected, values[sample])
+                    << sampled_data::GetFormatName(format) << ' ' << GetDifferenceNames()[static_cast<std::size_t>(i)];
+            }
+        }
+    }
+}
+
 TEST(MakeDifference, TakesTheGreatestChannel)
 {
     auto const a = MakeContent<unsigned int>(e_format_A8R8G8B8, 1, 3, {0x00000000, 0xFF336699, 0x80FF0000});
