@@ -27,6 +27,9 @@ constexpr std::size_t s_maxKept = 64;
 /// A file that changes while it is loaded is tried this often.
 constexpr unsigned int s_maxTries = 3;
 
+/// While shown files take more than the cache may have, those that nobody shows any more are looked for this often.
+constexpr auto s_trimInterval = std::chrono::seconds(1);
+
 /// What came of reading a file.
 struct Fetched
 {
@@ -131,7 +134,11 @@ struct Loader::State
             if (RunOne(lock, doesAll))
                 continue;
             ++numIdle;
-            changed.wait(lock);
+            // Nobody tells that a file is no longer shown.
+            if (CountKept() > cacheByteSize)
+                changed.wait_for(lock, s_trimInterval);
+            else
+                changed.wait(lock);
             --numIdle;
         }
     }
@@ -336,8 +343,16 @@ struct Loader::State
             KeepComplete(fileName, complete);
     }
 
-    /// Returns the file to drop: the least recently used of those that nobody else holds, if they take too much. Those
-    /// of a number of bytes are counted in `isOver`.
+    /// Returns the bytes of all files that are kept, shown or not.
+    std::uint64_t CountKept() const
+    {
+        std::uint64_t byteSize = 0;
+        for (auto const &file : kept)
+            byteSize += CountBytes(*file.second.loaded);
+        return byteSize;
+    }
+
+    /// Returns the file to drop: the least recently used of those that nobody else holds, if they take too much.
     std::map<string, Kept>::iterator FindSurplus()
     {
         std::uint64_t byteSize = 0;

@@ -1,18 +1,10 @@
 // The loader's threads: results, what is kept, files that change or are damaged.
 #include "viewer_model/imagelevels.h"
-#include "viewer_model/loader.h"
 #include "viewer_model/loading.h"
 
-#include <quillmarsh/dataobjects/datacodecmanager.h>
-#include <quillmarsh/dataobjects/sampletransfer.h>
+#include "datafolder.h"
 
-#include "tests/support/package_bytes.h"
-#include "tests/support/scratch_directory.h"
-#include "tests/support/waiting.h"
-
-#include <gtest/gtest.h>
-
-#include <atomic>
+#include <cstring>
 
 namespace viewer
 {
@@ -22,54 +14,7 @@ namespace
 using namespace quillmarsh;
 using namespace quillmarsh::sampled_data;
 using ePart = LoadResult::ePart;
-
-class ViewerLoader : public testing::Test
-{
-protected:
-    ViewerLoader()
-    {
-        RegisterDefaultDataCodecs();
-        RegisterDefaultImageFileExtensions();
-    }
-
-    /// Writes an image with one value in all bytes.
-    string Save(string const &name, Dimensions const &dimensions, unsigned char value,
-                eSampleFormat format = e_format_L8)
-    {
-        SampledData const data(format, dimensions);
-        SignalBase &samples = data.GetSamples();
-        std::fill_n(samples.GetSamplesB(), samples.GetTotalByteSize(), value);
-        SaveSettings settings;
-        settings.overwrite = true;
-        string const file = directory_ / name;
-        SaveFile(data, file, *FindFileType(file), settings);
-        return file;
-    }
-
-    /// Waits for the next result.
-    LoadResult Take(Loader &loader)
-    {
-        tests::WaitUntil(
-            [&]
-            {
-                for (LoadResult &result : loader.Poll())
-                    results_.push_back(std::move(result));
-                return !results_.empty();
-            });
-        if (results_.empty())
-            return {ePart::e_failed, "", nullptr, {}, "no result came"};
-        LoadResult result = std::move(results_.front());
-        results_.erase(results_.begin());
-        return result;
-    }
-
-    SignalOperationsManager operations_;
-    DataCodecManager manager_;
-    tests::ScratchDirectory directory_;
-    std::vector<LoadResult> results_;
-    std::atomic<int> numWakes_ = 0;
-    Loader loader_{[this] { ++numWakes_; }};
-};
+using ViewerLoader = tests::DataFolder;
 
 TEST_F(ViewerLoader, GivesSamplesThenLevelsAndOnceMoreAtOnce)
 {
@@ -152,6 +97,80 @@ TEST_F(ViewerLoader, PreviewsShowEachKindOfData)
     LoadResult const failed = Take(loader_);
     EXPECT_EQ(failed.part, ePart::e_failed);
     EXPECT_TRUE(failed.failure.starts_with(broken + ": ")) << failed.failure;
+}
+
+/// What a mapped file has in common with a file that was read.
+void ExpectSame(Content const &a, Content const &b)
+{
+    SignalBase const &first = a.GetData().GetSamples();
+    SignalBase const &second = b.GetData().GetSamples();
+    EXPECT_EQ(a.GetData().GetDimensions(), b.GetData().GetDimensions());
+    EXPECT_EQ(first.GetSampleFormat(), second.GetSampleFormat());
+    ASSERT_EQ(first.GetTotalByteSize(), second.GetTotalByteSize());
+    EXPECT_EQ(std::memcmp(first.GetSamplesB(), second.GetSamplesB(), first.GetTotalByteSize()), 0);
+}
+
+TEST_F(ViewerLoader, MapsPackagesWhoseSamplesLieAsTheyAreUsed)
+{
+    constexpr std::uint64_t always = 0;
+    constexpr std::uint64_t never = ~std::uint64_t(0);
+    struct
+    {
+        char const *name;
+        Dimensions dimensions;
+        eSampleFormat format;
+        SaveSettings settings;
+        bool isMapped;
+    } const rows[] = {
+        {"a.qmdp.signal", {999}, e_format_A8L8, {}, true},
+        {"b.qmdp.image", {20, 30}, e_format_FP32NormL, {}, true},
+        {"c.qmdp.volume", {4, 5, 6}, e_format_L8, {}, true},
+        {"d.qmdp.volume", {4, 5, 6}, e_format_L8, {.bigEndian = true}, true},
+        {"e.qmdp.image", {20, 30}, e_format_FP32NormL, {.bigEndian = true}, false},
+        {"f.qmdp.image", {20, 30}, e_format_L8, {.originBottom = true}, false},
+        {"g.png", {20, 30}, e_format_L8, {}, false},
+    };
+    for (auto const &row : rows)
+    {
+        string const file = Save(row.name, row.dimensions, 33, row.format, row.settings);
+        LoadedPtr const mapped = LoadContent(file, always);
+        EXPECT_EQ(mapped->content->IsMapped(), row.isMapped) << row.name;
+        LoadedPtr const read = LoadContent(file, never);
+        EXPECT_FALSE(read->content->IsMapped());
+        ExpectSame(*mapped->content, *read->content);
+        EXPECT_EQ(mapped->desc.dimensions, row.dimensions);
+    }
+}
+
+TEST_F(ViewerLoader, LeavesLevelsOfLargeMappedImagesOut)
+{
+    string const file = Save("a.qmdp.image", {64, 64}, 1);
+    LoadedPtr const mapped = LoadContent(file, 0);
+    LoadedPtr const without = Complete(*mapped, {}, 100);
+    EXPECT_EQ(without->imageLevels->GetNumLevels(), 1u);
+    ASSERT_EQ(without->losses.size(), 1u);
+    EXPECT_TRUE(without->losses[0].starts_with("no smaller levels: ")) << without->losses[0];
+    LoadedPtr const with = Complete(*without, {}, 64 * 64);
+    EXPECT_EQ(with->imageLevels->GetNumLevels(), 7u);
+    EXPECT_TRUE(with->losses.empty());
+    EXPECT_EQ(Complete(*mapped, [](double) { return false; }), nullptr);
+}
+
+TEST_F(ViewerLoader, DropsFilesThatNobodyShows)
+{
+    Loader small([] {}, 10000);
+    std::vector<std::weak_ptr<Content const>> contents;
+    for (char const *const name : {"a.png", "b.png", "c.png"})
+    {
+        small.Load(Save(name, {60, 100}, 1));
+        LoadResult result = Take(small);
+        while (result.part == ePart::e_content)
+            result = Take(small);
+        contents.push_back(result.loaded->content);
+    }
+    // One of them has room; the oldest goes first.
+    EXPECT_TRUE(quillmarsh::tests::WaitUntil([&] { return contents[0].expired() && contents[1].expired(); }));
+    EXPECT_FALSE(contents[2].expired());
 }
 
 } // namespace
