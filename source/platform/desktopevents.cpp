@@ -1,6 +1,7 @@
 #include "source/platform/desktopevents.h"
 
 #include <quillmarsh/basetools/observerlist.h>
+#include <quillmarsh/platform/displaymodes.h>
 
 namespace quillmarsh::platform
 {
@@ -31,6 +32,16 @@ DesktopSubscription::~DesktopSubscription()
 void TellDesktop(DesktopEvent const &event)
 {
     GetListeners().ForEach([&event](DesktopListener &listener) { listener.OnDesktopEvent(event); });
+}
+
+bool CanWaitForDesktop()
+{
+    return IsDesktopThread() && !IsHeadless();
+}
+
+bool WaitForDesktop(unsigned int milliseconds)
+{
+    return CanWaitForDesktop() && WaitForSystemEvents(milliseconds);
 }
 
 } // namespace quillmarsh::platform

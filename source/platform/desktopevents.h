@@ -19,6 +19,9 @@ std::vector<Window *> const &GetOpenWindows();
 /// True when the calling thread owns the open windows; false when no window is open. Any thread.
 bool IsDesktopThread();
 
+/// Does the work of WaitForDesktop(), where it can wait.
+bool WaitForSystemEvents(unsigned int milliseconds);
+
 /// Takes all pending events of windows and sends them to the listeners. Does nothing on any thread but the desktop's.
 void TakeDesktopEvents();
 

@@ -20,7 +20,8 @@ public:
     FramePacer();
     ~FramePacer();
 
-    /// Sleeps until `time`, or until WakeUp() is called. Returns at once if WakeUp() was called after the last pause.
+    /// Sleeps until `time`, or until WakeUp() is called. Returns at once if WakeUp() was called after the last pause. On
+    /// the thread of windows, an event of one ends a pause that is long enough to be noticed, 40 ms or more.
     void PauseUntil(Clock::time_point time);
     /// Ends the pause. Any thread.
     void WakeUp();

@@ -142,6 +142,18 @@ private:
 /// (messageloop.h). Without a window there are no events. On any thread but the desktop's, the call does nothing.
 QUILLMARSH_API void PumpDesktop();
 
+/// @name Waiting for events
+/// @{
+/// True where WaitForDesktop() can wait: on the desktop's thread, unless the desktop is headless. A headless desktop has
+/// no events but those that the program itself causes.
+QUILLMARSH_API bool CanWaitForDesktop();
+/// Waits for events, at most so many milliseconds, and leaves them to PumpDesktop(). Returns true if there may be some,
+/// or if EndDesktopWait() was called since the last wait; false at once where it cannot wait.
+QUILLMARSH_API bool WaitForDesktop(unsigned int milliseconds);
+/// Ends the present wait, or the next one. Any thread.
+QUILLMARSH_API void EndDesktopWait();
+/// @}
+
 /// Finds the character that a key types in the present layout. Returns false when it types none, and when the character
 /// is not known yet: some systems report the character of a key with modifiers only after the user has typed it once.
 QUILLMARSH_API bool FindKeyCharacter(eKey key, KeyModifiers const &modifiers, char32_t &character);

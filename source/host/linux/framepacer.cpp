@@ -1,5 +1,6 @@
 #include <quillmarsh/host/framepacer.h>
 
+#include "source/host/eventpause.h"
 #include "source/platform/linux/futex.h"
 
 namespace quillmarsh::host
@@ -9,6 +10,7 @@ namespace quillmarsh::host
 struct FramePacer::State
 {
     platform::FutexWord wakeUp{0};
+    EventPause eventPause;
 };
 
 FramePacer::FramePacer() : state_(std::make_unique<State>()) {}
@@ -18,6 +20,12 @@ FramePacer::~FramePacer() = default;
 void FramePacer::PauseUntil(Clock::time_point time)
 {
     using namespace std::chrono;
+    if (EventPause::IsWorthwhile(time))
+    {
+        state_->eventPause.PauseUntil(time, [this] { return state_->wakeUp != 0; });
+        state_->wakeUp = 0;
+        return;
+    }
     nanoseconds const sinceStart = time.time_since_epoch();
     timespec const deadline{static_cast<time_t>(duration_cast<seconds>(sinceStart).count()),
                             static_cast<long>((sinceStart % seconds(1)).count())};
@@ -29,8 +37,10 @@ void FramePacer::PauseUntil(Clock::time_point time)
 
 void FramePacer::WakeUp()
 {
-    if (state_->wakeUp.exchange(1) == 0)
-        platform::NotifyChange(state_->wakeUp);
+    if (state_->wakeUp.exchange(1) != 0)
+        return;
+    platform::NotifyChange(state_->wakeUp);
+    state_->eventPause.WakeUp();
 }
 
 } // namespace quillmarsh::host

@@ -379,6 +379,30 @@ void RethrowFromCallbacks()
         std::rethrow_exception(thrown);
 }
 
+namespace
+{
+
+/// Event that ends a wait.
+HANDLE GetWaitEnd()
+{
+    static HANDLE const s_event = CreateEventW(nullptr, FALSE, FALSE, nullptr);
+    return s_event;
+}
+
+} // namespace
+
+bool WaitForSystemEvents(unsigned int milliseconds)
+{
+    HANDLE const end = GetWaitEnd();
+    // For new messages only: those that were posted to the thread stay in its queue.
+    return MsgWaitForMultipleObjectsEx(1, &end, milliseconds, QS_ALLINPUT, 0) != WAIT_TIMEOUT;
+}
+
+void EndDesktopWait()
+{
+    SetEvent(GetWaitEnd());
+}
+
 void TakeDesktopEvents()
 {
     if (!IsDesktopThread())

@@ -241,6 +241,16 @@ bool WaitForDesktopEvent(std::optional<unsigned int> milliseconds)
     return SDL_WaitEventTimeout(nullptr, milliseconds ? static_cast<int>(std::min(*milliseconds, longest)) : -1) != 0;
 }
 
+bool WaitForSystemEvents(unsigned int milliseconds)
+{
+    return WaitForDesktopEvent(milliseconds);
+}
+
+void EndDesktopWait()
+{
+    WakeDesktop();
+}
+
 void WakeDesktop()
 {
     if (!IsSdlLoaded())
