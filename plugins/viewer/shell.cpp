@@ -212,11 +212,14 @@ constexpr Shell::Command Shell::s_commands[] = {
 Shell::Shell()
     : commands_([this](string const &reason) { workspace_.ShowFailure(reason); }),
       rooms_(MakeRooms(workspace_)),
+      rest_(workspace_),
       subscription_(*this),
       stateFile_(s_stateIsAuto)
 {
     AddCommands();
-    Kernel::Instance().GetVariableRegistry()->RegisterVariable(VariableProxyString(
+    VariableRegistry &variables = *Kernel::Instance().GetVariableRegistry();
+    variables.RegisterVariable(VariableProxyUInt(&numDrawn_, "viewer.frames_drawn", "frames that were drawn"));
+    variables.RegisterVariable(VariableProxyString(
         &stateFile_, "viewer.state",
         "file that keeps the state of the window; auto for the user's own if there is a window, empty for none"));
 }
@@ -264,6 +267,8 @@ void Shell::Update(double seconds)
         room->Update(seconds);
     desk_->Update(seconds);
     look_ = GetLook();
+    rest_.Update(seconds);
+    numDrawn_ = rest_.GetNumDrawn();
 }
 
 void Shell::OnDesktopEvent(platform::DesktopEvent const &event)

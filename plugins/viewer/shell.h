@@ -2,6 +2,7 @@
 #ifndef QUILLMARSH_PLUGINS_VIEWER_SHELL_H
 #define QUILLMARSH_PLUGINS_VIEWER_SHELL_H
 
+#include "framerest.h"
 #include "helppanel.h"
 
 #include <quillmarsh/framework/videoconfig.h>
@@ -26,6 +27,8 @@ public:
     Rooms const &GetRooms() const { return rooms_; }
     /// Does the work of a frame, after the GUI got its input.
     void Update(double seconds);
+    /// True if this frame is drawn.
+    bool IsDrawing() const { return rest_.IsDrawing(); }
     /// Runs the line that a key is bound to. True if there is one.
     bool RunKey(quillmarsh::eKey key, unsigned int repeatCount);
     /// Ends the run in good order: writes the state.
@@ -52,6 +55,7 @@ private:
     Workspace workspace_;
     CommandSet commands_;
     Rooms rooms_;
+    FrameRest rest_;
     quillmarsh::platform::DesktopSubscription subscription_;
     /// @name Owned by the manager, and null ahead of MakeGUI()
     /// @{
@@ -73,6 +77,8 @@ private:
     /// The same as of the last frame: they go ahead of the state's end.
     std::vector<string> look_;
     /// @}
+    /// Exported: frames that were drawn.
+    unsigned int numDrawn_ = 0;
     /// Of the window that a full screen has replaced.
     std::optional<quillmarsh::VideoConfig> windowConfig_;
 };
