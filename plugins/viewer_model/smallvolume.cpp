@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstring>
 #include <limits>
 
 namespace viewer
@@ -36,6 +37,46 @@ public:
     }
 };
 
+/// Makes one layer of floats, the mean of blocks of `source`. The library's own filter would clamp them.
+void MeanFloats(VolumeBase &target, VolumeBase const &source, unsigned int factor)
+{
+    for (unsigned int row = 0; row < target.GetNumRows(); ++row)
+    {
+        unsigned int const endRow = std::min((row + 1) * factor, source.GetNumRows());
+        for (unsigned int column = 0; column < target.GetNumColumns(); ++column)
+        {
+            unsigned int const begin = column * factor;
+            unsigned int const count = std::min(factor, source.GetNumColumns() - begin);
+            double sum = 0;
+            for (unsigned int layer = 0; layer < source.GetNumLayers(); ++layer)
+            {
+                for (unsigned int from = row * factor; from < endRow; ++from)
+                {
+                    unsigned char const *const samples = source.SampleB(layer, from, begin);
+                    for (unsigned int i = 0; i < count; ++i)
+                    {
+                        float value;
+                        std::memcpy(&value, samples + i * sizeof(value), sizeof(value));
+                        sum += double(value);
+                    }
+                }
+            }
+            double const numSamples = double(source.GetNumLayers()) * (endRow - row * factor) * count;
+            auto const mean = static_cast<float>(sum / numSamples);
+            std::memcpy(target.SampleB(0, row, column), &mean, sizeof(mean));
+        }
+    }
+}
+
+bool ScaleLayers(VolumeBase &target, VolumeBase const &source, unsigned int factor)
+{
+    eSampleFormat const format = source.GetSampleFormat();
+    if (format != e_format_FP32NormL && format != e_format_FP32NormA)
+        return ScaleSamples(target, source, e_scale_area);
+    MeanFloats(target, source, factor);
+    return true;
+}
+
 /// Scales groups of layers one by one, so that the work can be stopped. Null if it was, or if the format is not known.
 AutoPtr<VolumeBase> Scale(VolumeBase const &volume, unsigned int factor, std::function<bool(double)> const &progress)
 {
@@ -50,7 +91,7 @@ AutoPtr<VolumeBase> Scale(VolumeBase const &volume, unsigned int factor, std::fu
         unsigned int const begin = layer * factor;
         Layers const source(volume, begin, std::min(factor, volume.GetNumLayers() - begin));
         Layers target(*small, layer, 1);
-        if (!ScaleSamples(static_cast<VolumeBase &>(target), static_cast<VolumeBase const &>(source), e_scale_area))
+        if (!ScaleLayers(target, source, factor))
             return nullptr;
     }
     return small;
