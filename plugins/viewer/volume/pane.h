@@ -58,6 +58,8 @@ public:
     bool OnMouseEnterExit(bool enter, bool direct, quillmarsh::vec2 const &position) override;
     string GetCaption() const override;
 
+    static constexpr Pixel s_background = 0xFF101318;
+
 protected:
     /// @name What the mouse does
     /// @{
@@ -82,8 +84,6 @@ protected:
     /// Draws a line in the colour of another pane, thin, with a gap around its middle.
     void DrawCut(quillmarsh::gui::Renderer &renderer, quillmarsh::vec2 const &middle, quillmarsh::vec2 const &direction,
                  ePane pane);
-
-    static constexpr Pixel s_background = 0xFF101318;
 
 private:
     void DragWindow(quillmarsh::vec2 const &distance);

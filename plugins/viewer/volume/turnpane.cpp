@@ -48,8 +48,9 @@ TurnPane::TurnPane(PaneContext &context)
     notes_->SetVisible(false);
 }
 
-void TurnPane::SetDrawsArea(bool draws)
+void TurnPane::SetDrawsArea(bool draws, string const &reason)
 {
+    reason_ = reason;
     if (draws == drawsArea_)
         return;
     drawsArea_ = draws;
@@ -102,7 +103,7 @@ void TurnPane::DrawOver(gui::Renderer &renderer)
     DrawNotes(renderer);
     vec2 const place(widgets::Measures::Pixels(widgets::Measures::Gap),
                      GetSize().y - widgets::Measures::Pixels(widgets::Measures::RowHeight));
-    DrawNote(renderer, place, "Greatest values: the renderer has no OpenGL", {200, 200, 200, 255});
+    DrawNote(renderer, place, "Greatest values. " + reason_, {200, 200, 200, 255});
 }
 
 void TurnPane::DrawNotes(gui::Renderer &renderer)

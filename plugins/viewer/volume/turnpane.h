@@ -16,8 +16,8 @@ public:
 
     explicit TurnPane(PaneContext &context);
 
-    /// Whether the room can draw into the area; false at first.
-    void SetDrawsArea(bool draws);
+    /// Whether the room can draw into the area, and why not; false at first.
+    void SetDrawsArea(bool draws, string const &reason);
 
     bool FindPlace(quillmarsh::vec2 const &position, quillmarsh::vec3 &place) const override;
     string GetTitle() const override;
@@ -42,6 +42,7 @@ private:
     void DrawNotes(quillmarsh::gui::Renderer &renderer);
 
     bool drawsArea_ = false;
+    string reason_;
     quillmarsh::gui::Component *area_;
     quillmarsh::gui::Component *notes_;
 };

@@ -3,6 +3,7 @@
 #include "volumecommands.h"
 
 #include <quillmarsh/dataobjects/dataexception.h>
+#include <quillmarsh/gui/gui_widgets.h>
 
 #include <cmath>
 #include <ostream>
@@ -87,6 +88,33 @@ void VolumeRoom::MakeInspector(widgets::Stack &column)
     inspector_ = new VolumeInspector(context_, column);
 }
 
+void VolumeRoom::CreateVideoResources(bool)
+{
+    string reason;
+    drawer_ = StackDrawer::Create(reason);
+    if (quad_ != nullptr)
+        quad_->GetTurnPane().SetDrawsArea(drawer_ != nullptr, reason);
+}
+
+void VolumeRoom::ReleaseVideoResources(bool)
+{
+    drawer_.reset();
+}
+
+bool VolumeRoom::RenderArea(gui::InterleavedRenderArea const &area)
+{
+    if (area.GetAreaCode() != TurnPane::s_areaCode)
+        return false;
+    if (drawer_ == nullptr || scene_.GetVolume() == nullptr)
+        return true;
+    drawer_->SetVolume(scene_.GetSmallVolume());
+    VolumeSettings const &settings = scene_.Settings();
+    drawer_->Draw(gui::Rectangle(area.GetAbsolutePosition(), area.GetSize()),
+                  {scene_.GetRotation(), scene_.GetTurnZoom(), settings.density, settings.tones}, scene_.GetTones(),
+                  Pane::s_background);
+    return true;
+}
+
 void VolumeRoom::Show(DocumentPtr const &document, bool isOther)
 {
     LoadedPtr const loaded = document != nullptr ? document->GetLoaded() : nullptr;
@@ -101,6 +129,10 @@ void VolumeRoom::Update(double seconds)
     context_.Update(seconds);
     if (inspector_ != nullptr)
         inspector_->Update();
+    // The frames go on until the fine picture is there.
+    bool const isTurnedShown = quad_ != nullptr && quad_->GetTurnPane().IsBranchVisible();
+    if (isTurnedShown && drawer_ != nullptr && drawer_->IsCoarse())
+        workspace_.Invalidate();
 }
 
 string VolumeRoom::GetStatus() const

@@ -4,6 +4,7 @@
 
 #include "quad.h"
 #include "room.h"
+#include "stackdrawer.h"
 #include "volumeinspector.h"
 
 namespace viewer::volumes
@@ -22,6 +23,9 @@ public:
     std::span<KeyBinding const> GetKeys() const override;
     quillmarsh::gui::Component *MakeView(quillmarsh::gui::Component &parent) override;
     void MakeInspector(quillmarsh::widgets::Stack &column) override;
+    bool RenderArea(quillmarsh::gui::InterleavedRenderArea const &area) override;
+    void CreateVideoResources(bool deviceWasLost) override;
+    void ReleaseVideoResources(bool deviceWasLost) override;
     void Show(DocumentPtr const &document, bool isOther) override;
     void Update(double seconds) override;
     string GetStatus() const override;
@@ -48,6 +52,8 @@ private:
     Workspace &workspace_;
     Scene scene_;
     PaneContext context_;
+    /// Null without OpenGL.
+    quillmarsh::AutoPtr<StackDrawer> drawer_;
     quillmarsh::vec2 fractions_ = {0.5F, 0.5F};
     /// @name Owned by their parents
     /// @{
