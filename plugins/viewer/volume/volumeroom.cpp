@@ -5,6 +5,7 @@
 #include <quillmarsh/dataobjects/dataexception.h>
 #include <quillmarsh/gui/gui_widgets.h>
 
+#include <algorithm>
 #include <cmath>
 #include <ostream>
 #include <sstream>
@@ -144,9 +145,11 @@ string VolumeRoom::GetStatus() const
     vec3 place = scene_.GetCutPlace();
     bool const isUnderMouse = pane != nullptr && pane->FindPlace(pane->CalcRelativeMousePosition(), place);
     std::ostringstream text;
-    auto const x = static_cast<unsigned int>(place.x);
-    auto const y = static_cast<unsigned int>(place.y);
-    auto const z = static_cast<unsigned int>(place.z);
+    // The far edge of the volume belongs to the last sample.
+    auto const index = [](float along, unsigned int count)
+    { return std::min(static_cast<unsigned int>(std::max(0.0f, along)), count - 1); };
+    unsigned int const x = index(place.x, volume->GetNumColumns()), y = index(place.y, volume->GetNumRows()),
+                       z = index(place.z, volume->GetNumLayers());
     text << (isUnderMouse ? "" : "cut ") << x << ", " << y << ", " << z << ": "
          << FormatSample(volume->GetSampleFormat(), volume->SampleB(z, y, x)) << "   " << volume->GetNumColumns()
          << " × " << volume->GetNumRows() << " × " << volume->GetNumLayers() << "   "
