@@ -51,7 +51,13 @@ bool Comparison::Update(LoadedPtr const &current)
         LoadedPtr const &loaded = other_->GetLoaded();
         bool const isImage = loaded != nullptr && loaded->imageLevels != nullptr;
         loaded_ = isImage ? loaded : nullptr;
-        failure_ = loaded != nullptr && !isImage ? other_->GetTitle() + " is no image" : other_->GetFailure();
+        // The list of files has told why a file cannot be opened.
+        failure_ = other_->GetFailure();
+        if (loaded != nullptr && !isImage)
+        {
+            failure_ = other_->GetTitle() + " is no image";
+            workspace_.Say(failure_, true);
+        }
         hasNews_ = true;
     }
     bool const isWanted = Is(eComparison::e_difference) && current != nullptr && current->content != nullptr;
@@ -93,6 +99,8 @@ void Comparison::StartDifference(LoadedPtr const &current)
         figures_ = result.figures;
         failure_ = failure;
         hasNews_ = true;
+        if (!failure.empty())
+            workspace_.Say(failure, true);
         workspace_.Invalidate();
     };
     auto const work = [a = first_, b = second_, kind = kind_, finish](Jobs::Progress const &progress) -> Jobs::Finish

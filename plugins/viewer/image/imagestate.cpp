@@ -43,8 +43,9 @@ void ImageState::Show(DocumentPtr const &document)
     if (loaded == loaded_)
         return;
     bool const isSameContent = loaded != nullptr && loaded_ != nullptr && loaded->content == loaded_->content;
-    eSampleFormat const formerFormat = GetFormat();
-    DisplaySettings const former = display;
+    // Also over a while without an image.
+    eSampleFormat const formerFormat = GetImage() != nullptr ? GetFormat() : lastFormat_;
+    lastFormat_ = formerFormat;
     loaded_ = loaded;
     Change();
     if (isSameContent || GetImage() == nullptr)
@@ -52,9 +53,9 @@ void ImageState::Show(DocumentPtr const &document)
     ImageBase const &image = *GetImage();
     place.SetImageSize({static_cast<double>(image.GetNumColumns()), static_cast<double>(image.GetNumRows())});
     std::span<Channel const> const channels = GetChannels(formerFormat);
-    bool const hasChannel = former.channel >= 0 && static_cast<std::size_t>(former.channel) < channels.size();
-    display.channel =
-        hasChannel ? FindChannel(GetFormat(), channels[static_cast<std::size_t>(former.channel)].name) : -1;
+    auto const channel = static_cast<std::size_t>(display.channel);
+    bool const hasChannel = display.channel >= 0 && channel < channels.size();
+    display.channel = hasChannel ? FindChannel(GetFormat(), channels[channel].name) : -1;
     if (measurement_)
         Measure(measurement_);
 }

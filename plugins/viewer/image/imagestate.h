@@ -116,6 +116,7 @@ private:
     Workspace &workspace_;
     LoadedPtr loaded_;
     string title_;
+    quillmarsh::eSampleFormat lastFormat_ = quillmarsh::e_format_none;
     std::optional<Measurement> measurement_;
     std::optional<Figures> measured_;
     FiguresTask measureTask_;

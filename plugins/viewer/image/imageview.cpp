@@ -81,20 +81,13 @@ void ImageView::Update(double seconds)
         panes_.clear();
         last_ = {};
     }
-    if (wheelTime_ < 0)
+    if (wheelLine_.empty())
         return;
     wheelTime_ += seconds;
-    if (wheelTime_ < s_wheelRestTime)
-    {
+    if (wheelTime_ >= s_wheelRestTime)
+        state_->GetWorkspace().Echo(std::exchange(wheelLine_, string()));
+    else
         state_->GetWorkspace().Invalidate();
-        return;
-    }
-    wheelTime_ = -1;
-    string line = "zoom " + (state_->place.IsFit() ? "fit" : FormatNumber(state_->place.Get().zoom));
-    std::optional<ImagePosition> const at = FindPosition(wheelAt_);
-    if (at && !state_->place.IsFit())
-        line += " -x=" + FormatNumber(at->x) + " -y=" + FormatNumber(at->y);
-    state_->GetWorkspace().Echo(line);
 }
 
 void ImageView::DrawSelf(gui::Renderer &renderer)
@@ -352,7 +345,12 @@ bool ImageView::OnMouseWheel(int delta, vec2 const &position)
     for (; notches < 0; ++notches)
         state_->place.Step(false, at->x, at->y);
     wheelTime_ = 0;
-    wheelAt_ = position;
+    wheelLine_ = "zoom fit";
+    if (!state_->place.IsFit())
+    {
+        wheelLine_ = "zoom " + FormatNumber(state_->place.Get().zoom) + " -x=" + FormatNumber(at->x) +
+                     " -y=" + FormatNumber(at->y);
+    }
     state_->ChangePlace();
     return true;
 }

@@ -125,9 +125,9 @@ private:
     Measurement drawn_;
     std::optional<quillmarsh::vec2> mouse_;
     int wheelRest_ = 0;
-    /// Seconds since the wheel was turned, and where; negative if that was told.
-    double wheelTime_ = -1;
-    quillmarsh::vec2 wheelAt_ = {0, 0};
+    /// Seconds since the wheel was turned, and the line that does the same until it is shown.
+    double wheelTime_ = 0;
+    string wheelLine_;
 };
 
 } // namespace viewer
