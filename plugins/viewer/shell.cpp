@@ -246,6 +246,7 @@ void Shell::AddCommands()
 void Shell::MakeGUI()
 {
     desk_ = new Desk(workspace_, rooms_, s_keys);
+    workspace_.SetKeyRunner([this](eKey key, unsigned int repeatCount) { return RunKey(key, repeatCount); });
     new widgets::ToolTips;
     help_ = new HelpPanel(workspace_, *desk_, rooms_, s_keys);
     console_ = new Console(*this);

@@ -6,7 +6,10 @@
 #include <viewer_model/folder.h>
 #include <viewer_model/jobs.h>
 
+#include <quillmarsh/platform/inputcodes.h>
+
 #include <atomic>
+#include <functional>
 
 namespace viewer
 {
@@ -39,6 +42,15 @@ public:
     string const &GetSaid() const { return said_; }
     bool WasFailure() const { return wasFailure_; }
 
+    /// @name Keys of the window
+    /// A panel of a room, which gets the keys while it is active, passes on those that it does not use.
+    /// @{
+    using KeyRunner = std::function<bool(quillmarsh::eKey key, unsigned int repeatCount)>;
+    void SetKeyRunner(KeyRunner runner) { keyRunner_ = std::move(runner); }
+    /// Runs the line that a key is bound to. True if there is one.
+    bool RunKey(quillmarsh::eKey key, unsigned int repeatCount) { return keyRunner_ && keyRunner_(key, repeatCount); }
+    /// @}
+
     /// Asks for another frame: nothing is drawn while nobody asks. Any thread.
     void Invalidate();
     /// True if somebody has asked since the last call.
@@ -54,6 +66,7 @@ private:
     string said_;
     bool wasFailure_ = false;
     std::atomic<bool> isInvalid_ = true;
+    KeyRunner keyRunner_;
 };
 
 } // namespace viewer

@@ -37,6 +37,26 @@ constexpr CommandWord s_devicesWords[] = {
     CommandWord::Assignment("height", "number", "its height, from 200 on\n", command_values::s_real)};
 constexpr CommandWord s_recordWords[] = {CommandWord::Option("stop", "ends the recording\n")};
 
+/// The panel, in which the keys of the window work as well.
+class DevicesPanel : public widgets::Panel
+{
+public:
+    explicit DevicesPanel(Workspace &workspace) : Panel("Input devices", s_panelSize), workspace_(workspace)
+    {
+        SetMinSize(Measures::Pixels(s_minPanelSize));
+        SetCloseAction([&workspace] { workspace.Invalidate(); });
+    }
+
+    using Panel::OnKeyboardKey;
+    bool OnKeyboardKey(bool down, eKey key, unsigned int repeatCount, char character) override
+    {
+        return Panel::OnKeyboardKey(down, key, repeatCount, character) || (down && workspace_.RunKey(key, repeatCount));
+    }
+
+private:
+    Workspace &workspace_;
+};
+
 class DevicesRoom : public Room
 {
 public:
@@ -194,15 +214,13 @@ void DevicesRoom::MakeInspector(widgets::Stack &column)
 
 void DevicesRoom::MakePanel()
 {
-    panel_ = new widgets::Panel("Input devices", s_panelSize);
-    panel_->SetMinSize(Measures::Pixels(s_minPanelSize));
+    panel_ = new DevicesPanel(workspace_);
     auto *const column = new widgets::Stack(true, &panel_->GetContent());
     column->SetAlignment(widgets::e_stack_stretch);
     column->SetFitToParent(true);
     MakeButtons(*new widgets::Stack(false, column, Measures::Grid));
     scrolled_ = new ScrolledBoard(*column, watch_);
     column->SetFill(*scrolled_);
-    panel_->SetCloseAction([this] { workspace_.Invalidate(); });
 }
 
 void DevicesRoom::Update(double seconds)
