@@ -34,19 +34,6 @@ void RequireDocument(DocumentPtr const &document)
         throw DataException(document->GetFailure());
 }
 
-/// Checks what can be known of a step without the samples.
-void RequirePossible(Content const &content, Edit const &edit)
-{
-    std::size_t const numDimensions = content.GetNumDimensions();
-    if (edit.kind == Edit::eKind::e_convert)
-        RequireTransfer(edit.format, content.GetData().GetFormat());
-    else if (edit.kind == Edit::eKind::e_flip && !HasAxis(numDimensions, edit.axis))
-        throw DataException(GetKindPhrase(numDimensions) + " has no " + GetAxisName(edit.axis));
-    else if (edit.kind == Edit::eKind::e_resize && edit.size.size() != numDimensions)
-        throw DataException("a size of " + MakeString(edit.size.size()) + " numbers does not fit " +
-                            GetKindPhrase(numDimensions));
-}
-
 } // namespace
 
 /// The work on one document.

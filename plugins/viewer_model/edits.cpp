@@ -60,7 +60,6 @@ bool Copy(SignalBase &dst, SignalBase const &src, Progress const &progress)
 /// Changes the format block by block, so that it can be stopped and takes no third copy of all samples.
 std::optional<SampledData> Convert(SampledData const &data, eSampleFormat format, Progress const &progress)
 {
-    RequireTransfer(format, data.GetFormat());
     SignalBase &src = data.GetSamples();
     SampledData result(format, data.GetDimensions());
     SignalBase &dst = result.GetSamples();
@@ -88,8 +87,8 @@ void RequireDimensions(Dimensions const &size, SampledData const &data)
                             GetKindPhrase(present.size()));
 }
 
-/// Throws for a block that does not lie in the data. Returns the shape of the block.
-Shape RequireBlock(Edit const &edit, SampledData const &data)
+/// Throws for a block that does not lie in the data.
+void RequireBlock(Edit const &edit, SampledData const &data)
 {
     RequireDimensions(edit.size, data);
     RequireDimensions(edit.origin, data);
@@ -103,12 +102,11 @@ Shape RequireBlock(Edit const &edit, SampledData const &data)
                                 MakeString(origin.size[i]) + " on do not lie in " + MakeString(whole.size[i]) + " " +
                                 s_dimensionNames[i]);
     }
-    return size;
 }
 
 std::optional<SampledData> Crop(SampledData const &data, Edit const &edit, Progress const &progress)
 {
-    Shape const size = RequireBlock(edit, data);
+    Shape const size(edit.size);
     Shape const whole(data.GetDimensions());
     std::size_t origin[3] = {};
     std::copy(edit.origin.begin(), edit.origin.end(), origin + 3 - edit.origin.size());
@@ -132,8 +130,6 @@ std::optional<SampledData> Crop(SampledData const &data, Edit const &edit, Progr
 
 std::optional<SampledData> FlipCopy(SampledData const &data, eSampleAxis axis, Progress const &progress)
 {
-    if (!HasAxis(data.GetDimensions().size(), axis))
-        throw DataException(GetKindPhrase(data.GetDimensions().size()) + " has no " + GetAxisName(axis));
     SampledData result(data.GetFormat(), data.GetDimensions());
     if (!Copy(result.GetSamples(), data.GetSamples(), progress))
         return std::nullopt;
@@ -143,7 +139,6 @@ std::optional<SampledData> FlipCopy(SampledData const &data, eSampleAxis axis, P
 
 std::optional<SampledData> Resize(SampledData const &data, Edit const &edit, Progress const &progress)
 {
-    RequireDimensions(edit.size, data);
     if (!Report(progress, -1))
         return std::nullopt;
     return Resample(data, edit.size, edit.filter);
@@ -166,8 +161,23 @@ std::optional<SampledData> Make(SampledData const &data, Edit const &edit, Progr
 
 } // namespace
 
+void RequirePossible(Content const &content, Edit const &edit)
+{
+    SampledData const &data = content.GetData();
+    std::size_t const numDimensions = content.GetNumDimensions();
+    if (edit.kind == Edit::eKind::e_convert)
+        RequireTransfer(edit.format, data.GetFormat());
+    else if (edit.kind == Edit::eKind::e_resize)
+        RequireDimensions(edit.size, data);
+    else if (edit.kind == Edit::eKind::e_crop)
+        RequireBlock(edit, data);
+    else if (!HasAxis(numDimensions, edit.axis))
+        throw DataException(GetKindPhrase(numDimensions) + " has no " + GetAxisName(edit.axis));
+}
+
 LoadedPtr Apply(Content const &content, Edit const &edit, Progress const &progress)
 {
+    RequirePossible(content, edit);
     std::optional<SampledData> result = Make(content.GetData(), edit, progress);
     if (!result)
         return nullptr;

@@ -29,6 +29,8 @@ struct Edit
     quillmarsh::sampled_data::eSampleAxis axis = quillmarsh::sampled_data::eSampleAxis::e_rows;
 };
 
+/// Throws a DataException for an edit that does not fit the data. Any thread; quick.
+void RequirePossible(Content const &content, Edit const &edit);
 /// Does it. Returns null when `progress` returns false; it gets a negative number while the part that is done is not
 /// known, and a change of size is only stopped at its end. Throws a DataException or NoMemoryException; the content stays as
 /// it is. Any thread.

@@ -100,6 +100,16 @@ ContentPtr MapPackage(string const &fileName, DataFileDesc &desc)
     return std::make_shared<Content const>(Borrow(file->GetBytes() + package.samplesOffset, package), file);
 }
 
+/// Opens a file. Grey pictures with more than eight bits keep all of them, as floats.
+std::unique_ptr<DataFile> OpenFile(string const &fileName)
+{
+    auto file = std::make_unique<DataFile>(fileName);
+    std::optional<PictureDesc> const &picture = file->GetDesc().picture;
+    bool const isDeepGrey =
+        picture && picture->colours == ePictureColours::e_grey && picture->bits > 8 && !picture->hasAlpha;
+    return isDeepGrey ? std::make_unique<DataFile>(fileName, LoadSettings{.deepLuminance = true}) : std::move(file);
+}
+
 std::uint64_t CountSampleBytes(Content const &content)
 {
     return content.GetData().GetSamples().GetTotalByteSize();
@@ -128,15 +138,16 @@ string DescribeBytes(std::uint64_t bytes)
 
 LoadedPtr LoadContent(string const &fileName, std::uint64_t mapFrom)
 {
-    DataFile file(fileName);
+    std::unique_ptr<DataFile> const file = OpenFile(fileName);
     auto loaded = std::make_shared<Loaded>();
-    loaded->desc = file.GetDesc();
+    loaded->desc = file->GetDesc();
     if (auto const &package = loaded->desc.package; package && package->byteSize >= mapFrom && IsMappable(*package))
         loaded->content = MapPackage(fileName, loaded->desc);
     if (!loaded->content)
     {
-        loaded->content = std::make_shared<Content const>(file.Load());
+        loaded->content = std::make_shared<Content const>(file->Load());
         loaded->desc.dimensions = loaded->content->GetData().GetDimensions();
+        loaded->desc.format = loaded->content->GetData().GetFormat();
     }
     loaded->losses = ListLoadingLosses(loaded->desc);
     if (loaded->content->Get<ImageBase>())

@@ -8,7 +8,7 @@ namespace viewer
 {
 
 /// Loads the samples of a file. Packages of at least `mapFrom` bytes whose samples lie in the file as they are used are
-/// mapped. An image has `imageLevels` without smaller levels. Throws a DataException. Any thread.
+/// mapped. Grey pictures with more than eight bits become floats. An image has `imageLevels` without smaller levels. Throws a DataException. Any thread.
 LoadedPtr LoadContent(string const &fileName, std::uint64_t mapFrom = std::uint64_t(1) << 20);
 
 /// Returns what is to be shown of a content without a file, without smaller levels. Any thread.

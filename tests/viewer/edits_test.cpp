@@ -164,6 +164,7 @@ TEST_F(ViewerDocumentWork, EndsWithAFailureAndLosesNothing)
 {
     string const old = directory_.Write("old.png", "old");
     documents_.Open(Save("a.png", {4, 6}, 100));
+    // What does not fit is known once the file is there.
     Crop(7);
     work_.Save(documents_.GetCurrent(), old, *FindFileType(old), {.overwrite = true});
     ASSERT_TRUE(Await());

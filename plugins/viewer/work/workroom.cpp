@@ -3,6 +3,7 @@
 
 #include <quillmarsh/basetools/filesystem.h>
 #include <quillmarsh/basetools/texttools.h>
+#include <quillmarsh/dataobjects/imagelimits.h>
 
 #include <charconv>
 #include <ostream>
@@ -41,6 +42,9 @@ std::vector<string> ListFormats()
         names.push_back(GetFormatName(format));
     return names;
 }
+
+/// 16384 rows of 16384 pixels. Loading never stands in the way of the frame, and its failures are told.
+constexpr std::uint64_t s_defaultMaxPixels = std::uint64_t(1) << 28;
 
 constexpr eSampleAxis s_axes[] = {eSampleAxis::e_rows, eSampleAxis::e_columns, eSampleAxis::e_layers};
 
@@ -91,6 +95,13 @@ constexpr CommandValue s_type{
     "a type of files, such as png or qmdp.image",
     [](CommandArguments const &, string const &text) { return FindFileTypeByName(text).has_value(); },
     [](CommandArguments const &, CompletionOffers &offers) { OfferAll(GetFileTypeNames(), offers); }};
+constexpr CommandValue s_count{"a whole number above 0", [](CommandArguments const &, string const &text)
+                               {
+                                   std::uint64_t number = 0;
+                                   auto const [end, error] =
+                                       std::from_chars(text.data(), text.data() + text.size(), number);
+                                   return error == std::errc() && end == text.data() + text.size() && number > 0;
+                               }};
 constexpr CommandValue s_quality{"a whole number from 0 to 100", [](CommandArguments const &, string const &text)
                                  {
                                      unsigned int quality = 0;
@@ -132,6 +143,8 @@ constexpr CommandWord s_mipmapsWords[] = {
     CommandWord::Assignment(s_szFilter, "name", "as for resize\n", s_filter),
     CommandWord::Option(s_szOverwrite, "replace existing files\n"),
     CommandWord::Option(s_szBigEndian, "store numbers big-endian\n")};
+constexpr CommandWord s_maxPixelsWords[] = {
+    CommandWord::Argument("0) number", "the largest number of pixels\n", s_count)};
 constexpr CommandWord s_saveWords[] = {
     CommandWord::Argument("0) file", "name of the file; its end tells the type\n", command_values::s_file),
     CommandWord::Assignment(s_szTo, "type", "type of the file, such as png or qmdp.image\n", s_type),
@@ -176,11 +189,17 @@ public:
           work_(workspace.GetJobs(),
                 [&workspace](string const &line, bool isFailure) { workspace.Say(line, isFailure); })
     {
+        image_limits::SetMaxPixels(s_defaultMaxPixels);
     }
 
     char const *GetTitle() const override { return "Work"; }
     void AddCommands(CommandSet &commands) override;
     std::span<KeyBinding const> GetKeys() const override { return s_keys; }
+    void WriteState(ostream &out) const override
+    {
+        if (image_limits::GetMaxPixels() != s_defaultMaxPixels)
+            out << "max-pixels " << image_limits::GetMaxPixels() << '\n';
+    }
     void MakeInspector(widgets::Stack &column) override
     {
         panel_ = std::make_unique<WorkPanel>(workspace_, work_, column);
@@ -204,6 +223,7 @@ private:
     void Mipmaps(CommandArguments const &arguments);
     void Save(CommandArguments const &arguments);
     void Levels(CommandArguments const &arguments);
+    void MaxPixels(CommandArguments const &arguments);
     void Undo(CommandArguments const &arguments);
     void Redo(CommandArguments const &arguments);
     WorkPanel &RequirePanel() const;
@@ -231,6 +251,7 @@ constexpr WorkRoom::Command WorkRoom::s_commands[] = {
      &WorkRoom::Mipmaps},
     {"save", "Save the current data as a file", s_saveWords, "ask for the file", &WorkRoom::Save},
     {"levels", "Make the smaller levels of a large mapped image", {}, "make them", &WorkRoom::Levels},
+    {"max-pixels", "Set how large pictures may be that are opened", s_maxPixelsWords, "print it", &WorkRoom::MaxPixels},
     {"undo", "Take the last step back", {}, "take it back", &WorkRoom::Undo},
     {"redo", "Make a step again that was taken back", {}, "make it again", &WorkRoom::Redo},
 };
@@ -319,6 +340,18 @@ void WorkRoom::Save(CommandArguments const &arguments)
 void WorkRoom::Levels(CommandArguments const &)
 {
     work_.MakeLevels(GetDocument());
+}
+
+void WorkRoom::MaxPixels(CommandArguments const &arguments)
+{
+    if (string const *const text = arguments.FindArgument(0))
+    {
+        std::uint64_t number = 0;
+        std::from_chars(text->data(), text->data() + text->size(), number);
+        image_limits::SetMaxPixels(number);
+    }
+    else
+        workspace_.Say(MakeString(image_limits::GetMaxPixels()) + " pixels");
 }
 
 void WorkRoom::Undo(CommandArguments const &)
