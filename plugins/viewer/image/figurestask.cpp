@@ -15,7 +15,7 @@ void FiguresTask::Start(Compute compute, std::function<void(Figures const &)> do
         if (figures)
             done(*figures);
     };
-    number_ = jobs_.Start(
+    number_ = jobs_->Start(
         "figures",
         [compute = std::move(compute), finish](Jobs::Progress const &progress) -> Jobs::Finish
         {
@@ -29,8 +29,14 @@ void FiguresTask::Stop()
 {
     ++request_;
     if (number_ != 0)
-        jobs_.Stop(number_);
+        jobs_->Stop(number_);
     number_ = 0;
+}
+
+void FiguresTask::Close()
+{
+    Stop();
+    jobs_.reset();
 }
 
 } // namespace viewer

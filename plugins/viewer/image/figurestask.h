@@ -5,6 +5,7 @@
 #include <viewer_model/figures.h>
 #include <viewer_model/jobs.h>
 
+#include <memory>
 #include <optional>
 
 namespace viewer
@@ -19,17 +20,19 @@ public:
     using Compute = std::function<std::optional<Figures>(Jobs::Progress const &progress)>;
 
     /// `wake` is called on the thread when there is something for Poll().
-    explicit FiguresTask(std::function<void()> wake) : jobs_(std::move(wake)) {}
+    explicit FiguresTask(std::function<void()> wake) : jobs_(std::make_unique<Jobs>(std::move(wake))) {}
 
     /// Stops the last request, and begins another one. `done` is called by Poll().
     void Start(Compute compute, std::function<void(Figures const &)> done);
     /// Forgets the last request.
     void Stop();
-    void Poll() { jobs_.Poll(); }
+    /// Stops the thread; nothing may be started any more.
+    void Close();
+    void Poll() { jobs_->Poll(); }
     bool IsBusy() const { return number_ != 0; }
 
 private:
-    Jobs jobs_;
+    std::unique_ptr<Jobs> jobs_;
     /// Of the job; 0 without one.
     unsigned int number_ = 0;
     unsigned int request_ = 0;

@@ -219,7 +219,7 @@ void PrintFigures(ImageState const &state, ostream &out)
     Figures const *const figures = state.GetFigures();
     if (figures == nullptr)
     {
-        out << "no figures yet\n";
+        out << "the figures are computed now: ask again\n";
         return;
     }
     for (ChannelFigures const &channel : figures->channels)
@@ -233,6 +233,7 @@ void PrintFigures(ImageState const &state, ostream &out)
 void PrintFiguresCommand(ImageState &state, ostream &out, CommandArguments const &)
 {
     state.RequireImage();
+    state.RequestFigures();
     PrintFigures(state, out);
 }
 

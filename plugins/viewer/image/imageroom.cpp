@@ -55,6 +55,8 @@ class ImageRoom : public Room
 public:
     explicit ImageRoom(Workspace &workspace) : state_(std::make_shared<ImageState>(workspace)) {}
 
+    ~ImageRoom() override { state_->Close(); }
+
     char const *GetTitle() const override { return "Images"; }
     unsigned int GetNumDimensions() const override { return 2; }
     void AddCommands(CommandSet &commands) override { AddImageCommands(commands, state_); }

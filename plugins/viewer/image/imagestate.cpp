@@ -126,7 +126,7 @@ void ImageState::Measure(std::optional<Measurement> const &measurement, bool isF
 void ImageState::UpdateFigures(double seconds)
 {
     ImageBase const *const image = GetImage();
-    bool const isWanted = image != nullptr && (histogram.isShown || wantsWindow_);
+    bool const isWanted = image != nullptr && (histogram.isShown || wantsFigures_ || wantsWindow_);
     if (!isWanted)
     {
         figuresTask_.Stop();
@@ -160,6 +160,12 @@ void ImageState::TakeFigures(Figures const &figures)
     if (wantsWindow_)
         ApplyWindow();
     ChangeMarks();
+}
+
+void ImageState::RequestFigures()
+{
+    wantsFigures_ = true;
+    workspace_.Invalidate();
 }
 
 void ImageState::SetWindowByFigures()
@@ -219,6 +225,14 @@ void ImageState::Update(double seconds)
     figuresTask_.Poll();
     measureTask_.Poll();
     UpdateFigures(seconds);
+}
+
+void ImageState::Close()
+{
+    comparison.End();
+    figuresTask_.Close();
+    measureTask_.Close();
+    loaded_.reset();
 }
 
 } // namespace viewer

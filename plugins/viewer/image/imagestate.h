@@ -80,6 +80,8 @@ public:
     Figures const *GetMeasured() const { return measured_ ? &*measured_ : nullptr; }
     /// Figures of the image, or of what is in view; null while there are none.
     Figures const *GetFigures() const { return figures_ ? &*figures_ : nullptr; }
+    /// Computes the figures, also while no histogram shows them.
+    void RequestFigures();
     /// What is in view, in samples.
     SampleArea GetVisibleArea() const;
     /// @}
@@ -97,6 +99,8 @@ public:
     unsigned int GetPlaceRevision() const { return placeRevision_; }
     /// Once a frame.
     void Update(double seconds);
+    /// Stops all work, ahead of the workspace's end. Nothing may be called any more: views and widgets live longer.
+    void Close();
     /// @}
 
 private:
@@ -126,6 +130,7 @@ private:
     /// Seconds since the area of the figures has changed.
     double restTime_ = 0;
     SampleArea lastArea_;
+    bool wantsFigures_ = false;
     bool wantsWindow_ = false;
     unsigned int revision_ = 0;
     unsigned int placeRevision_ = 0;

@@ -238,8 +238,25 @@ ImageView::eDrag ImageView::ChooseDrag(eMouseButton button, vec2 const &position
     return eDrag::e_measurement;
 }
 
-bool ImageView::OnMouseButton(bool down, eMouseButton button, bool, unsigned int repeatCount, vec2 const &position)
+bool ImageView::CacheCursorHandles(gui::Manager &manager)
 {
+    dividerCursor_ = manager.GetCursor(widgets::CursorName_SplitHorizontal);
+    return View::CacheCursorHandles(manager);
+}
+
+bool ImageView::OnMouseQueryCursor(gui::Cursor const *&cursor, gui::eCommandArea area, vec2 const &position)
+{
+    if (dividerCursor_ == nullptr || (drag_ == eDrag::e_none ? !IsOnDivider(position) : drag_ != eDrag::e_divider))
+        return View::OnMouseQueryCursor(cursor, area, position);
+    cursor = dividerCursor_;
+    return true;
+}
+
+bool ImageView::OnMouseButton(bool down, eMouseButton button, bool doubleClick, unsigned int repeatCount,
+                              vec2 const &position)
+{
+    if (down && doubleClick && button == e_mouse_button_left && state_->tool == eImageTool::e_pan)
+        return ToggleFit(position);
     if (!down || repeatCount != 0 || drag_ != eDrag::e_none)
         return drag_ != eDrag::e_none;
     eDrag const drag = ChooseDrag(button, position);
@@ -247,6 +264,16 @@ bool ImageView::OnMouseButton(bool down, eMouseButton button, bool, unsigned int
         return false;
     drag_ = drag;
     dragFrom_ = dragAt_ = position;
+    return true;
+}
+
+bool ImageView::ToggleFit(vec2 const &position)
+{
+    std::optional<ImagePosition> const at = FindPosition(position);
+    if (!at)
+        return false;
+    bool const isFit = state_->place.IsFit();
+    state_->GetWorkspace().Run(isFit ? "zoom 1 -x=" + FormatNumber(at->x) + " -y=" + FormatNumber(at->y) : "zoom fit");
     return true;
 }
 

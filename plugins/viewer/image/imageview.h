@@ -27,6 +27,9 @@ public:
     string GetStatus() const;
 
     void DrawSelf(quillmarsh::gui::Renderer &renderer) override;
+    bool CacheCursorHandles(quillmarsh::gui::Manager &manager) override;
+    bool OnMouseQueryCursor(quillmarsh::gui::Cursor const *&cursor, quillmarsh::gui::eCommandArea area,
+                            quillmarsh::vec2 const &position) override;
     bool OnMouseCapture(bool begin) override;
     bool OnMouseEnterExit(bool enter, bool direct, quillmarsh::vec2 const &position) override;
     bool OnMouseMove(bool hover, double hoverSeconds, quillmarsh::vec2 const &position) override;
@@ -98,6 +101,8 @@ private:
     std::optional<ImagePosition> FindPosition(quillmarsh::vec2 const &position) const;
     eDrag ChooseDrag(quillmarsh::eMouseButton button, quillmarsh::vec2 const &position);
     bool IsOnDivider(quillmarsh::vec2 const &position) const;
+    /// Shows the samples under the mouse one by one, or the whole image.
+    bool ToggleFit(quillmarsh::vec2 const &position);
     void DragTo(quillmarsh::vec2 const &position);
     void EndDrag();
     string FormatValues() const;
@@ -119,6 +124,8 @@ private:
     };
     mutable std::vector<Tones> tones_;
 
+    /// Over the divider; null if the look has none.
+    quillmarsh::gui::Cursor const *dividerCursor_ = nullptr;
     eDrag drag_ = eDrag::e_none;
     quillmarsh::vec2 dragFrom_ = {0, 0};
     quillmarsh::vec2 dragAt_ = {0, 0};
