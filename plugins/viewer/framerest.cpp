@@ -53,17 +53,20 @@ void FrameRest::Update(double seconds)
     if (hasOutput_.exchange(false) || HasInput())
         stir_ = s_stirTime;
     bool const hasBlinked = HasCaretBlinked();
+    if (getenv("VSDBG") && (isAsked || HasInput() || hasBlinked))
+        fprintf(stderr, "asked %d input %d blink %d\n", isAsked, HasInput(), hasBlinked);
     SetDrawing(isAsked || hasBlinked || stir_ > 0);
     // What asks again and again, such as the progress of a job, goes on without pauses.
     SetResting(!isAsked && stir_ <= 0 && CanSleep());
 }
 
-bool FrameRest::HasInput() const
+bool FrameRest::HasInput()
 {
     gui::Manager const &manager = gui::Manager::Instance();
-    vec2 const moved = manager.GetMousePositionDelta();
-    return moved.x != 0 || moved.y != 0 || manager.GetMouseWheelDelta() != 0 || manager.IsButtonPressed() ||
-           manager.IsButtonUp() || manager.IsKeyPressed() || manager.IsKeyUp();
+    bool const hasMoved = manager.GetMousePosition() != lastMouse_;
+    lastMouse_ = manager.GetMousePosition();
+    return hasMoved || manager.GetMouseWheelDelta() != 0 || manager.IsButtonPressed() || manager.IsButtonUp() ||
+           manager.IsKeyPressed() || manager.IsKeyUp();
 }
 
 bool FrameRest::HasCaretBlinked()

@@ -33,7 +33,7 @@ public:
 private:
     void OnDesktopEvent(quillmarsh::platform::DesktopEvent const &event) override;
     void OnChanged(quillmarsh::ConsoleOutputBuffer const &buffer) override;
-    bool HasInput() const;
+    bool HasInput();
     bool HasCaretBlinked();
     bool CanSleep() const;
     void SetDrawing(bool draws);
@@ -51,6 +51,7 @@ private:
     double fullRate_ = 0;
     quillmarsh::gui::Watch<quillmarsh::gui::Component> lastFocus_;
     bool wasCaretShown_ = false;
+    quillmarsh::vec2 lastMouse_ = {0, 0};
     unsigned int numDrawn_ = 0;
 };
 

@@ -102,7 +102,22 @@ void HelpPanel::ShowLine(unsigned int row)
 
 bool HelpPanel::OnKeyboardKey(bool down, eKey key, unsigned int repeatCount, char character)
 {
-    return Panel::OnKeyboardKey(down, key, repeatCount, character) || (down && desk_.RunKey(key, repeatCount));
+    // Letters are for the list, whether it knows them or not.
+    bool const isFunctionKey = key >= e_key_f1 && key <= e_key_f12;
+    return Panel::OnKeyboardKey(down, key, repeatCount, character) ||
+           (down && isFunctionKey && desk_.RunKey(key, repeatCount));
+}
+
+void HelpPanel::Toggle()
+{
+    if (IsVisible())
+    {
+        Close();
+        return;
+    }
+    Open();
+    search_->SelectAll();
+    search_->RequestKeyboardFocus();
 }
 
 } // namespace viewer

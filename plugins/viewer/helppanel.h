@@ -18,6 +18,9 @@ public:
     HelpPanel(Workspace &workspace, Desk &desk, Rooms const &rooms, std::span<KeyBinding const> globalKeys);
     ~HelpPanel() override;
 
+    /// Opens the closed panel with the focus in the search field, and closes the open one.
+    void Toggle();
+
     using Panel::OnKeyboardKey;
     bool OnKeyboardKey(bool down, quillmarsh::eKey key, unsigned int repeatCount, char character) override;
 

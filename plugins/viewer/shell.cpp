@@ -83,7 +83,7 @@ constexpr CommandWord s_stateWords[] = {
 
 } // namespace
 
-/// The console, in which the keys of the window work as well.
+/// The console, in which the function keys of the window work as well.
 class Shell::Console : public widgets::ConsolePanel
 {
 public:
@@ -96,8 +96,9 @@ public:
     using ConsolePanel::OnKeyboardKey;
     bool OnKeyboardKey(bool down, eKey key, unsigned int repeatCount, char character) override
     {
+        bool const isFunctionKey = key >= e_key_f1 && key <= e_key_f12;
         return ConsolePanel::OnKeyboardKey(down, key, repeatCount, character) ||
-               (down && shell_.RunKey(key, repeatCount));
+               (down && isFunctionKey && shell_.RunKey(key, repeatCount));
     }
 
 private:
@@ -158,13 +159,7 @@ constexpr Shell::Command Shell::s_commands[] = {
      "Show or hide the list of keys",
      {},
      "show it if it is hidden, and hide it otherwise",
-     [](Shell &shell, ostream &, CommandArguments const &)
-     {
-         if (shell.help_->IsVisible())
-             shell.help_->Close();
-         else
-             shell.help_->Open();
-     }},
+     [](Shell &shell, ostream &, CommandArguments const &) { shell.help_->Toggle(); }},
     {"fullscreen",
      "Fill the screen, or go back to the window",
      {},
