@@ -67,7 +67,8 @@ string Join(char const *name, std::initializer_list<double> values)
 
 double Round(double value, double parts)
 {
-    return std::round(value * parts) / parts;
+    // Not the negative zero.
+    return std::round(value * parts) / parts + 0.0;
 }
 
 } // namespace
@@ -208,10 +209,7 @@ bool Pane::OnMouseButton(bool down, eMouseButton button, bool doubleClick, unsig
     hasDragged_ = false;
     last_ = position;
     if (button == e_mouse_button_left)
-    {
-        hasDragged_ = true;
-        DragLeft(position, vec2(0, 0));
-    }
+        hasDragged_ = DragLeft(position, vec2(0, 0));
     return true;
 }
 
@@ -416,9 +414,10 @@ void SlicePane::DrawOver(gui::Renderer &renderer)
     DrawFrame(renderer);
 }
 
-void SlicePane::DragLeft(vec2 const &position, vec2 const &)
+bool SlicePane::DragLeft(vec2 const &position, vec2 const &)
 {
     GetScene().SetCutAt(ToPlace(position));
+    return true;
 }
 
 string SlicePane::GetLeftLine() const
@@ -502,7 +501,7 @@ void ObliquePane::DrawOver(gui::Renderer &renderer)
     DrawFrame(renderer);
 }
 
-void ObliquePane::DragLeft(vec2 const &position, vec2 const &distance)
+bool ObliquePane::DragLeft(vec2 const &position, vec2 const &distance)
 {
     bool const isFirst = distance.x == 0 && distance.y == 0;
     if (isFirst)
@@ -510,12 +509,13 @@ void ObliquePane::DragLeft(vec2 const &position, vec2 const &distance)
     if (!isTurning_)
     {
         GetScene().SetCutAt(ToPlace(position));
-        return;
+        return true;
     }
     RotationAngles &angles = GetScene().Settings().oblique;
     angles.yaw = std::remainder(angles.yaw - double(distance.x) / 2, 360);
     angles.pitch = std::clamp(angles.pitch - double(distance.y) / 2, -90.0, 90.0);
     GetScene().Changed();
+    return !isFirst;
 }
 
 string ObliquePane::GetLeftLine() const

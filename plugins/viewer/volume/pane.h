@@ -63,8 +63,8 @@ public:
 protected:
     /// @name What the mouse does
     /// @{
-    /// The left button is down at a position, or was moved there by a distance.
-    virtual void DragLeft(quillmarsh::vec2 const &position, quillmarsh::vec2 const &distance) = 0;
+    /// The left button is down at a position, or was moved there by a distance. Returns whether that has done something.
+    virtual bool DragLeft(quillmarsh::vec2 const &position, quillmarsh::vec2 const &distance) = 0;
     /// Returns the line that does what the drag has done.
     virtual string GetLeftLine() const = 0;
     /// The middle button has moved by a distance in pixels.
@@ -109,7 +109,7 @@ public:
 protected:
     void Compose(quillmarsh::ImageBase &picture) override;
     void DrawOver(quillmarsh::gui::Renderer &renderer) override;
-    void DragLeft(quillmarsh::vec2 const &position, quillmarsh::vec2 const &distance) override;
+    bool DragLeft(quillmarsh::vec2 const &position, quillmarsh::vec2 const &distance) override;
     string GetLeftLine() const override;
     void DragMiddle(quillmarsh::vec2 const &distance) override;
     void ZoomAt(double factor, quillmarsh::vec2 const &position) override;
@@ -134,7 +134,7 @@ public:
 protected:
     void Compose(quillmarsh::ImageBase &picture) override;
     void DrawOver(quillmarsh::gui::Renderer &renderer) override;
-    void DragLeft(quillmarsh::vec2 const &position, quillmarsh::vec2 const &distance) override;
+    bool DragLeft(quillmarsh::vec2 const &position, quillmarsh::vec2 const &distance) override;
     string GetLeftLine() const override;
     void DragMiddle(quillmarsh::vec2 const &distance) override;
     void ZoomAt(double factor, quillmarsh::vec2 const &position) override;

@@ -115,10 +115,13 @@ void TurnPane::DrawNotes(gui::Renderer &renderer)
         DrawNote(renderer, GetSize() / 2.0F - vec2(widgets::Measures::Pixels(48), 0), "Preparing the volume…");
 }
 
-void TurnPane::DragLeft(vec2 const &, vec2 const &distance)
+bool TurnPane::DragLeft(vec2 const &, vec2 const &distance)
 {
+    if (distance.x == 0 && distance.y == 0)
+        return false;
     RotationAngles const angles = {-double(distance.x) * s_turnStep, -double(distance.y) * s_turnStep, 0};
     GetScene().SetRotation(Turn(GetScene().GetRotation(), angles));
+    return true;
 }
 
 string TurnPane::GetLeftLine() const

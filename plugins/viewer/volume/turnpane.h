@@ -27,7 +27,7 @@ public:
 protected:
     void Compose(quillmarsh::ImageBase &picture) override;
     void DrawOver(quillmarsh::gui::Renderer &renderer) override;
-    void DragLeft(quillmarsh::vec2 const &position, quillmarsh::vec2 const &distance) override;
+    bool DragLeft(quillmarsh::vec2 const &position, quillmarsh::vec2 const &distance) override;
     string GetLeftLine() const override;
     void DragMiddle(quillmarsh::vec2 const &distance) override;
     string GetMiddleLine() const override;

@@ -189,8 +189,8 @@ void TurnCommand(VolumeRoom &room, ostream &out, Arguments const &arguments)
     Scene &scene = room.GetScene();
     if (!HasArguments(arguments))
     {
-        RotationAngles const angles = FindAngles(scene.GetRotation());
-        out << angles.yaw << ' ' << angles.pitch << ' ' << angles.roll << std::endl;
+        string const line = MakeTurnLine(scene);
+        out << line.substr(line.find(' ') + 1) << std::endl;
         return;
     }
     RotationAngles angles;

@@ -129,7 +129,7 @@ void VolumeInspector::AddCut()
             scene.SetCut(cut);
         };
         Row &row = AddRow(
-            names[axis], "Moves the cross hair (drag it in the panes, or step by wheel and Page keys)", 1,
+            names[axis], "Moves the cross hair (drag it in the panes; step by the wheel, and by , and .)", 1,
             [&scene, axis] { return double(scene.GetCut()[axis]); }, change, [&scene] { return MakeCutLine(scene); });
         row.range = [&scene, axis] { return vec2(0, static_cast<float>(std::max(scene.GetSize(axis), 2U) - 1)); };
     }

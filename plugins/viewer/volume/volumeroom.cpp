@@ -19,10 +19,10 @@ namespace
 {
 
 constexpr KeyBinding s_keys[] = {
-    {e_key_page_down, e_plain, "step 1", "Next slice", true},
-    {e_key_page_up, e_plain, "step -1", "Previous slice", true},
-    {e_key_page_down, e_shift, "step 10", "Ten slices on", true},
-    {e_key_page_up, e_shift, "step -10", "Ten slices back", true},
+    {e_key_period, e_plain, "step 1", "Next slice", true},
+    {e_key_comma, e_plain, "step -1", "Previous slice", true},
+    {e_key_period, e_shift, "step 10", "Ten slices on", true},
+    {e_key_comma, e_shift, "step -10", "Ten slices back", true},
     {e_key_home, e_plain, "step -100000", "First slice"},
     {e_key_end, e_plain, "step 100000", "Last slice"},
     {e_key_arrow_left, e_plain, "nudge -1 0", "Move the cross hair, or turn the volume, to the left", true},
@@ -61,7 +61,8 @@ VolumeRoom::VolumeRoom(Workspace &workspace)
     : workspace_(workspace),
       scene_([this] { OnChanged(); }, [&workspace] { workspace.Invalidate(); },
              [&workspace](string const &reason) { workspace.Say(reason, true); }),
-      context_(workspace, scene_)
+      context_(workspace, scene_),
+      turnInput_(scene_, [&workspace](string const &reason) { workspace.Say(reason, true); })
 {
 }
 
@@ -134,6 +135,10 @@ void VolumeRoom::Update(double seconds)
     bool const isTurnedShown = quad_ != nullptr && quad_->GetTurnPane().IsBranchVisible();
     if (isTurnedShown && drawer_ != nullptr && drawer_->IsCoarse())
         workspace_.Invalidate();
+    if (isTurnedShown && scene_.GetVolume() != nullptr)
+        turnInput_.Update(seconds);
+    else
+        turnInput_.Forget();
 }
 
 string VolumeRoom::GetStatus() const
@@ -142,8 +147,10 @@ string VolumeRoom::GetStatus() const
     if (volume == nullptr || quad_ == nullptr)
         return string();
     Pane const *const pane = quad_->FindPaneUnderMouse();
-    vec3 place = scene_.GetCutPlace();
+    vec3 place;
     bool const isUnderMouse = pane != nullptr && pane->FindPlace(pane->CalcRelativeMousePosition(), place);
+    if (!isUnderMouse)
+        place = scene_.GetCutPlace();
     std::ostringstream text;
     // The far edge of the volume belongs to the last sample.
     auto const index = [](float along, unsigned int count)

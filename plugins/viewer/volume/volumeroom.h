@@ -5,6 +5,7 @@
 #include "quad.h"
 #include "room.h"
 #include "stackdrawer.h"
+#include "turninput.h"
 #include "volumeinspector.h"
 
 namespace viewer::volumes
@@ -26,6 +27,7 @@ public:
     bool RenderArea(quillmarsh::gui::InterleavedRenderArea const &area) override;
     void CreateVideoResources(bool deviceWasLost) override;
     void ReleaseVideoResources(bool deviceWasLost) override;
+    void DisconnectDevices() override { turnInput_.Forget(); }
     void Show(DocumentPtr const &document, bool isOther) override;
     void Update(double seconds) override;
     string GetStatus() const override;
@@ -52,6 +54,7 @@ private:
     Workspace &workspace_;
     Scene scene_;
     PaneContext context_;
+    TurnInput turnInput_;
     /// Null without OpenGL.
     quillmarsh::AutoPtr<StackDrawer> drawer_;
     quillmarsh::vec2 fractions_ = {0.5F, 0.5F};
