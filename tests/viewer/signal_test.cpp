@@ -65,6 +65,12 @@ robot release Control
 robot wait -seconds=0.6
 values
 range
+)" + "open '" + SaveSignal(directory, "other.qmdp", 70) +
+                                                  R"('
+robot wait 'Label "70 samples, 70.000 ms, A8L8"'
+document 1
+robot wait 'Label "4 000 samples, 4.000 s, A8L8"'
+range
 )");
     EXPECT_TRUE(HasPart(out, "200 samples from 100"));
     EXPECT_TRUE(HasPart(out, "luminance: minimum 0, maximum 199, mean 99.5, deviation 57.73"));
@@ -77,9 +83,11 @@ range
     // The wheel zooms about the mouse, in the middle of the view but for the axis at its left.
     double begin = 0;
     double end = 0;
-    std::istringstream(FindLastLine(out, "range")) >> begin >> end;
+    string const range = FindLastLine(out, "range");
+    std::istringstream(range) >> begin >> end;
     EXPECT_NEAR(4000 / 1.5625, end - begin, 2);
     EXPECT_NEAR(2000, (begin + end) / 2, 100);
+    EXPECT_EQ(range, FindLastLine(out.substr(0, out.find("other.qmdp")), "range")) << "a document keeps its place";
     EXPECT_NE("auto", FindLastLine(out, "values")) << "control with the wheel zooms the values";
 }
 

@@ -3,6 +3,7 @@
 #include <quillmarsh/basetools/texttools.h>
 #include <quillmarsh/dataobjects/dataexception.h>
 
+#include <algorithm>
 #include <cmath>
 #include <ostream>
 
@@ -44,19 +45,44 @@ string FormatWord(double value)
 
 void SignalState::Show(DocumentPtr const &document, bool isOther)
 {
-    bool const hadLevels = GetLevels() != nullptr;
+    bool const isFirst = isOther || GetLevels() == nullptr;
+    if (isOther)
+        KeepPlace();
+    document_ = document;
     loaded_ = document != nullptr ? document->GetLoaded() : nullptr;
-    bool const isFirst = isOther || !hadLevels;
-    if (isFirst && GetLevels() != nullptr)
-        viewer::SetRange(settings_, 0, static_cast<double>(GetNumSamples()), GetNumSamples());
-    else if (GetLevels() != nullptr)
+    if (GetLevels() != nullptr && isFirst)
+        FindPlace();
+    if (GetLevels() != nullptr)
         viewer::SetRange(settings_, settings_.begin, settings_.end, GetNumSamples());
-    if (isFirst && settings_.valueRange == eValueRange::e_fixed)
-        settings_.valueRange = eValueRange::e_auto;
-    if (isFirst)
-        settings_.channels = ~0U;
-    SetSpan(isFirst ? SampleSpan() : settings_.span);
-    Change();
+    SetSpan(settings_.span);
+}
+
+void SignalState::KeepPlace()
+{
+    std::erase_if(places_, [this](Place const &place)
+                  { return place.document.expired() || place.document.lock() == document_.lock(); });
+    if (GetLevels() != nullptr && !document_.expired())
+        places_.push_back({document_, settings_});
+}
+
+void SignalState::FindPlace()
+{
+    bool const isStacked = settings_.isStacked;
+    double const rate = settings_.rate;
+    eValueRange const valueRange = settings_.valueRange;
+    auto const found = std::find_if(places_.begin(), places_.end(),
+                                    [this](Place const &place) { return place.document.lock() == document_.lock(); });
+    if (found != places_.end())
+        settings_ = found->settings;
+    else
+    {
+        settings_ = PlotSettings();
+        settings_.end = static_cast<double>(GetNumSamples());
+        settings_.valueRange = valueRange == eValueRange::e_fixed ? eValueRange::e_auto : valueRange;
+    }
+    // These are the same for all documents.
+    settings_.isStacked = isStacked;
+    settings_.rate = rate;
 }
 
 SignalLevels const &SignalState::RequireLevels() const

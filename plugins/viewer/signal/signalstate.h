@@ -25,7 +25,8 @@ public:
 
     /// @name The signal
     /// @{
-    /// Shows the signal of a document; null for none. Another document begins with all of its samples.
+    /// Shows the signal of a document; null for none. A document begins with all of its samples, and later goes on where
+    /// it was.
     void Show(DocumentPtr const &document, bool isOther);
     /// Null while there are none.
     SignalLevels const *GetLevels() const { return loaded_ != nullptr ? loaded_->signalLevels.get() : nullptr; }
@@ -67,12 +68,23 @@ public:
     unsigned int GetRevision() const { return revision_; }
 
 private:
+    /// Where a document was when another one came.
+    struct Place
+    {
+        std::weak_ptr<Document> document;
+        PlotSettings settings;
+    };
+
     void Change();
+    void KeepPlace();
+    void FindPlace();
     void MeasureByJob();
 
     Workspace &workspace_;
+    std::weak_ptr<Document> document_;
     LoadedPtr loaded_;
     PlotSettings settings_;
+    std::vector<Place> places_;
     std::vector<SpanFigures> figures_;
     unsigned int job_ = 0;
     /// Counts measurements. A job that ends late, maybe after this object, finds another number.
