@@ -37,6 +37,24 @@ KeyBinding const *FindIn(std::span<KeyBinding const> keys, eKey key, unsigned in
     return found != keys.end() ? &*found : nullptr;
 }
 
+/// Column that takes the width of its place, whatever its widgets had before.
+class LeftColumn : public Stack
+{
+public:
+    explicit LeftColumn(gui::Component &parent) : Stack(true, &parent)
+    {
+        SetAlignment(e_stack_stretch);
+        SetFitToParent(true);
+        SetMargin(Measures::Margin);
+    }
+
+    void RecalcSize() override
+    {
+        Stack::RecalcSize();
+        SetSizeX(0);
+    }
+};
+
 } // namespace
 
 /// Stage and inspector, side by side.
@@ -104,11 +122,7 @@ void Desk::AddRooms()
     {
         if (room->StandsLeft())
         {
-            auto *const column = new Stack(true, &splitter_->GetFirst());
-            column->SetAlignment(e_stack_stretch);
-            column->SetFitToParent(true);
-            column->SetMargin(Measures::Margin);
-            room->MakeInspector(*column);
+            room->MakeInspector(*new LeftColumn(splitter_->GetFirst()));
             continue;
         }
         inspector_->Add(*room);
@@ -143,6 +157,7 @@ void Desk::Update(double seconds)
 void Desk::ShowDocument()
 {
     DocumentPtr const &document = workspace_.GetDocuments().GetCurrent();
+    ShowTitles();
     bool const isLoading = document != nullptr && document->IsLoading();
     if (isLoading && shownRoom_ != nullptr && loadingTime_ < s_patience)
         return;
@@ -160,6 +175,20 @@ void Desk::ShowDocument()
     if (room == nullptr)
         ShowMessage(document);
     workspace_.Invalidate();
+}
+
+void Desk::ShowTitles()
+{
+    std::vector<DocumentPtr> const &all = workspace_.GetDocuments().GetAll();
+    std::vector<string> titles;
+    unsigned int shown = 0;
+    for (DocumentPtr const &each : all)
+    {
+        if (each == workspace_.GetDocuments().GetCurrent())
+            shown = static_cast<unsigned int>(titles.size());
+        titles.push_back(each->GetTitle() + (each->IsChanged() ? " *" : ""));
+    }
+    stage_->ShowTitles(titles, shown);
 }
 
 void Desk::ShowRoom(Room *room, DocumentPtr const &document)
@@ -250,18 +279,18 @@ void Desk::OnWindowResize(unsigned int, unsigned int)
 
 // Keys.
 
+/// The room that is seen has the first word, then the window, then the rooms without a view.
 KeyBinding const *Desk::FindBinding(eKey key, unsigned int modifiers) const
 {
-    if (KeyBinding const *const binding = FindIn(globalKeys_, key, modifiers))
-        return binding;
+    KeyBinding const *binding = shownRoom_ != nullptr ? FindIn(shownRoom_->GetKeys(), key, modifiers) : nullptr;
+    if (binding == nullptr)
+        binding = FindIn(globalKeys_, key, modifiers);
     for (std::unique_ptr<Room> const &room : rooms_)
     {
-        bool const works = room->GetNumDimensions() == 0 || room.get() == shownRoom_;
-        KeyBinding const *const binding = works ? FindIn(room->GetKeys(), key, modifiers) : nullptr;
-        if (binding != nullptr)
-            return binding;
+        if (binding == nullptr && room->GetNumDimensions() == 0)
+            binding = FindIn(room->GetKeys(), key, modifiers);
     }
-    return nullptr;
+    return binding;
 }
 
 bool Desk::RunKey(eKey key, unsigned int repeatCount)

@@ -51,6 +51,7 @@ private:
 
     void AddRooms();
     void ShowDocument();
+    void ShowTitles();
     void ShowRoom(Room *room, DocumentPtr const &document);
     void ShowMessage(DocumentPtr const &document);
     KeyBinding const *FindBinding(quillmarsh::eKey key, unsigned int modifiers) const;

@@ -43,6 +43,8 @@ constexpr KeyBinding s_keys[] = {
 /// Variables that the state keeps if they are not those of the start.
 constexpr char const *s_lookVariables[] = {"look.theme", "look.scale"};
 
+constexpr char s_szProgramTitle[] = "Quillmarsh";
+
 constexpr char s_stateIsAuto[] = "auto";
 constexpr char s_stateName[] = "viewer.txt";
 
@@ -262,9 +264,28 @@ void Shell::Update(double seconds)
     for (std::unique_ptr<Room> const &room : rooms_)
         room->Update(seconds);
     desk_->Update(seconds);
+    UpdateTitle();
     look_ = GetLook();
     rest_.Update(seconds);
     numDrawn_ = rest_.GetNumDrawn();
+}
+
+void Shell::SetWindow(platform::Window *window)
+{
+    window_ = window;
+    title_.clear();
+}
+
+void Shell::UpdateTitle()
+{
+    DocumentPtr const &document = workspace_.GetDocuments().GetCurrent();
+    string title = s_szProgramTitle;
+    if (document != nullptr)
+        title = document->GetTitle() + (document->IsChanged() ? "* - " : " - ") + title;
+    if (window_ == nullptr || title == title_)
+        return;
+    title_ = title;
+    window_->SetTitle(title);
 }
 
 void Shell::OnDesktopEvent(platform::DesktopEvent const &event)

@@ -7,6 +7,7 @@
 
 #include <quillmarsh/framework/videoconfig.h>
 #include <quillmarsh/platform/desktopevents.h>
+#include <quillmarsh/platform/window.h>
 #include <quillmarsh/widgets/consolepanel.h>
 
 #include <optional>
@@ -25,6 +26,8 @@ public:
     /// Makes the desk and the panels. Needs the GUI's manager and a look.
     void MakeGUI();
     Rooms const &GetRooms() const { return rooms_; }
+    /// The window whose title tells what is shown; null for none.
+    void SetWindow(quillmarsh::platform::Window *window);
     /// Does the work of a frame, after the GUI got its input.
     void Update(double seconds);
     /// True if this frame is drawn.
@@ -43,6 +46,7 @@ private:
     void AddCommands();
     void OnDesktopEvent(quillmarsh::platform::DesktopEvent const &event) override;
     void ToggleFullscreen();
+    void UpdateTitle();
 
     /// @name State
     /// @{
@@ -77,6 +81,9 @@ private:
     /// The same as of the last frame: they go ahead of the state's end.
     std::vector<string> look_;
     /// @}
+    quillmarsh::platform::Window *window_ = nullptr;
+    /// Title that the window has.
+    string title_;
     /// Exported: frames that were drawn.
     unsigned int numDrawn_ = 0;
     /// Of the window that a full screen has replaced.

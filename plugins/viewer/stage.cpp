@@ -1,5 +1,6 @@
 #include "stage.h"
 
+#include <quillmarsh/basetools/texttools.h>
 #include <quillmarsh/gui/gui_renderer.h>
 
 #include <algorithm>
@@ -25,8 +26,11 @@ Stage::Stage(gui::Component &parent, Workspace &workspace)
     : heading_(new widgets::Label(this, string(), widgets::ShaderName_Heading)),
       text_(new widgets::Label(this, string())),
       failure_(new widgets::Label(this, string(), widgets::ShaderName_Failure)),
-      open_(new widgets::TextButton(this, "Open…"))
+      open_(new widgets::TextButton(this, "Open…")),
+      tabs_(new widgets::TabView(this))
 {
+    tabs_->SetVisible(false);
+    tabs_->SetAction([&workspace](unsigned int page) { workspace.Run("document " + MakeString(page + 1)); });
     SetCanFocus(true);
     open_->SetToolTipText("Choose a file (Ctrl+O)");
     open_->SetAction([&workspace] { workspace.Run("open"); });
@@ -65,12 +69,37 @@ void Stage::ShowMessage()
     ReportDirtyGeometry();
 }
 
+void Stage::ShowTitles(std::vector<string> const &titles, unsigned int shown)
+{
+    while (tabs_->GetNumPages() > titles.size())
+        delete tabs_->GetPage(tabs_->GetNumPages() - 1);
+    for (unsigned int i = 0; i < titles.size(); ++i)
+    {
+        if (i == tabs_->GetNumPages())
+            tabs_->AddPage(titles[i]);
+        else if (tabs_->GetTab(i)->GetCaption() != titles[i])
+            tabs_->SetTitle(i, titles[i]);
+    }
+    tabs_->ShowPage(shown);
+    tabs_->SetVisible(titles.size() > 1);
+    ReportDirtyGeometry();
+}
+
+float Stage::CalcTabsHeight() const
+{
+    return tabs_->IsVisible() ? Measures::Pixels(Measures::Gap + Measures::ControlHeight) : 0;
+}
+
 void Stage::RecalcLayout()
 {
+    float const margin = Measures::Pixels(Measures::Margin);
+    float const tabsHeight = CalcTabsHeight();
+    tabs_->SetPosition(margin, Measures::Pixels(Measures::Gap));
+    tabs_->SetSize(std::max(0.0F, GetSize().x - 2 * margin), Measures::Pixels(Measures::ControlHeight));
     if (view_ != nullptr)
     {
-        view_->SetPosition(0, 0);
-        view_->SetSize(GetSize());
+        view_->SetPosition(0, tabsHeight);
+        view_->SetSize(GetSize().x, std::max(0.0F, GetSize().y - tabsHeight));
         return;
     }
     float const gap = Measures::Pixels(Measures::Margin);
@@ -90,7 +119,9 @@ void Stage::RecalcLayout()
 
 void Stage::DrawSelf(gui::Renderer &renderer)
 {
-    renderer.DrawRectangle(gui::RectangleC(gui::Rectangle(vec2::ZERO, GetSize()), s_shade));
+    vec2 const corner(0, CalcTabsHeight());
+    if (view_ == nullptr)
+        renderer.DrawRectangle(gui::RectangleC(gui::Rectangle(corner, GetSize() - corner), s_shade));
 }
 
 bool Stage::OnKeyboardQueryFocus(bool byMouse, eMouseButton button, bool &wantFocus, bool &needCharacterData)

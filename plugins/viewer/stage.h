@@ -5,6 +5,7 @@
 #include "workspace.h"
 
 #include <quillmarsh/widgets/label.h>
+#include <quillmarsh/widgets/tabview.h>
 #include <quillmarsh/widgets/textbutton.h>
 
 namespace viewer
@@ -23,6 +24,9 @@ public:
     /// Sets the message that shows without a view. `isFailure` colours the text.
     void SetMessage(string const &heading, string const &text, bool isFailure);
 
+    /// Shows the titles of open documents as tabs above the view, if there are several.
+    void ShowTitles(std::vector<string> const &titles, unsigned int shown);
+
     void RecalcLayout() override;
     void DrawSelf(quillmarsh::gui::Renderer &renderer) override;
     using Component::OnKeyboardQueryFocus;
@@ -31,12 +35,16 @@ public:
 
 private:
     void ShowMessage();
+    /// Height of the tabs, in pixels; 0 if there are none.
+    float CalcTabsHeight() const;
 
     Component *view_ = nullptr;
     quillmarsh::widgets::Label *heading_;
     quillmarsh::widgets::Label *text_;
     quillmarsh::widgets::Label *failure_;
     quillmarsh::widgets::TextButton *open_;
+    /// Of the documents; its pages are empty.
+    quillmarsh::widgets::TabView *tabs_;
 };
 
 } // namespace viewer

@@ -55,6 +55,13 @@ public:
             room->ReleaseVideoResources(deviceWasLost);
     }
 
+    void ConnectSubsystemsToAppWindow(HWND window, bool) override
+    {
+        shell_->SetWindow(window != nullptr ? platform::Window::Find(window) : nullptr);
+    }
+
+    void DisconnectSubsystemsFromAppWindow() override { shell_->SetWindow(nullptr); }
+
     void FrameUpdateStates(double timeDelta) override { shell_->Update(timeDelta); }
 
     /// The desk covers the window; there is nothing to clear.

@@ -75,7 +75,7 @@ document
 next
 robot wait 'FileList "b.bmp"'
 previous
-robot click 'Splitter/Component[0]/Stack/TextField'
+robot click 'LeftColumn/TextField'
 robot type 'C bm'
 robot wait 'FileRow "a.bmp"' -gone
 robot click 'FileRow "c.bmp"'

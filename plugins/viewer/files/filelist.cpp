@@ -135,6 +135,12 @@ void FileList::FillRows()
     client_.changed();
 }
 
+/// Its parent gives it more.
+void FileList::RecalcSize()
+{
+    SetSize(Measures::Pixels(FileRow::s_height), Measures::Pixels(FileRow::s_height));
+}
+
 void FileList::RecalcLayout()
 {
     float const frame = Measures::Pixels(1);

@@ -52,6 +52,7 @@ public:
     Client const &GetClient() const { return client_; }
 
     quillmarsh::string GetCaption() const override;
+    void RecalcSize() override;
     void RecalcLayout() override;
     using Component::OnMouseWheel;
     bool OnMouseWheel(int delta, quillmarsh::vec2 const &position) override;
