@@ -66,7 +66,7 @@ class Program:
 
     def run(self, case):
         """Returns the figures of one run of a case: {"time": nanoseconds, counter: value, ...}."""
-        self.process.stdin.write("^" + re.escape(case) + "(/real_time|/iterations:[0-9]+)*$\n")
+        self.process.stdin.write("^" + re.escape(case) + "(/real_time|/manual_time|/iterations:[0-9]+)*$\n")
         self.process.stdin.flush()
         line = self.read_line()
         if not line:
