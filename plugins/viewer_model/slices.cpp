@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstring>
+#include <type_traits>
 
 namespace viewer
 {
@@ -45,16 +46,43 @@ SliceLayout MakeLayout(VolumeBase const &volume, eSliceAxis axis)
     }
 }
 
+/// Four numbers that are computed at once.
+/// @{
+using Floats = float __attribute__((vector_size(16)));
+using Words = std::int32_t __attribute__((vector_size(16)));
+/// @}
+
 /// @name Components of samples
-/// Each kind reads and writes the components of a sample as numbers that can be added.
+/// Each kind reads and writes the components of a sample as numbers that can be added, and as lanes that can be mixed;
+/// what lanes become is rounded.
 /// @{
 template<unsigned int count>
 struct ByteComponents
 {
     static constexpr unsigned int s_count = count;
-    static constexpr bool s_isFloat = false;
     using Number = std::uint32_t;
+    using Lanes = std::conditional_t<count == 1, float, Floats>;
 
+    static Lanes Load(unsigned char const *sample)
+    {
+        if constexpr (count == 1)
+            return sample[0];
+        else if constexpr (count == 2)
+            return __builtin_convertvector((Words{sample[0], sample[1], 0, 0}), Floats);
+        else
+            return __builtin_convertvector((Words{sample[0], sample[1], sample[2], sample[3]}), Floats);
+    }
+    static void Store(Lanes lanes, unsigned char *sample)
+    {
+        if constexpr (count == 1)
+            sample[0] = static_cast<unsigned char>(lanes + 0.5F);
+        else
+        {
+            Words const words = __builtin_convertvector(lanes + 0.5F, Words);
+            for (unsigned int i = 0; i < count; ++i)
+                sample[i] = static_cast<unsigned char>(words[i]);
+        }
+    }
     static void Read(unsigned char const *sample, Number *numbers)
     {
         for (unsigned int i = 0; i < count; ++i)
@@ -71,9 +99,25 @@ template<typename Packed>
 struct FieldComponents
 {
     static constexpr unsigned int s_count = 4;
-    static constexpr bool s_isFloat = false;
     using Number = std::uint32_t;
+    using Lanes = Floats;
 
+    static Lanes Load(unsigned char const *sample)
+    {
+        Number numbers[s_count];
+        Read(sample, numbers);
+        Words words;
+        for (unsigned int i = 0; i < s_count; ++i)
+            words[i] = static_cast<std::int32_t>(numbers[i]);
+        return __builtin_convertvector(words, Floats);
+    }
+    static void Store(Lanes lanes, unsigned char *sample)
+    {
+        Words const words = __builtin_convertvector(lanes + 0.5F, Words);
+        Number const numbers[s_count] = {static_cast<Number>(words[0]), static_cast<Number>(words[1]),
+                                         static_cast<Number>(words[2]), static_cast<Number>(words[3])};
+        Write(numbers, sample);
+    }
     static void Read(unsigned char const *sample, Number *numbers)
     {
         Packed packed;
@@ -97,9 +141,16 @@ struct FieldComponents
 struct FloatComponents
 {
     static constexpr unsigned int s_count = 1;
-    static constexpr bool s_isFloat = true;
     using Number = double;
+    using Lanes = float;
 
+    static Lanes Load(unsigned char const *sample)
+    {
+        float value;
+        std::memcpy(&value, sample, sizeof(value));
+        return value;
+    }
+    static void Store(Lanes value, unsigned char *sample) { std::memcpy(sample, &value, sizeof(value)); }
     static void Read(unsigned char const *sample, Number *numbers)
     {
         float value;
@@ -144,6 +195,13 @@ bool WithComponents(eSampleFormat format, Work work)
     default:
         return false;
     }
+}
+
+/// Rows of bytes are projected byte by byte, whatever the sample is.
+bool AreRowsOfBytes(eSampleFormat format, SliceLayout const &layout)
+{
+    bool const areBytes = format == e_format_A8L8 || format == e_format_X8R8G8B8 || format == e_format_A8R8G8B8;
+    return areBytes && layout.columnStep == ExtractByteSize(format);
 }
 
 /// Slices of a slab, from `begin` on.
@@ -226,11 +284,12 @@ void Project(SliceLayout const &layout, Slab const &slab, unsigned char const *s
             }
         }
         unsigned char *const to = image.SampleB(row, 0);
+        std::size_t const step = image.GetRowByteSize() / layout.numColumns;
         for (unsigned int column = 0; column < layout.numColumns; ++column)
         {
             for (unsigned int i = 0; i < count; ++i)
                 numbers[i] = Projection::Finish(sums[column * count + i], slab.count);
-            Components::Write(numbers, to + std::size_t(column) * image.GetSampleByteSize());
+            Components::Write(numbers, to + column * step);
         }
     }
 }
@@ -294,55 +353,27 @@ public:
         Neighbours const x(position.x, volume_.GetNumColumns(), columnStep_);
         Neighbours const y(position.y, volume_.GetNumRows(), rowStep_);
         Neighbours const z(position.z, volume_.GetNumLayers(), layerStep_);
-        float near[s_count];
-        float far[s_count];
-        ReadLayer(samples_ + z.first, x, y, near);
+        Lanes value = ReadLayer(samples_ + z.first, x, y);
         if (z.weight > 0)
-        {
-            ReadLayer(samples_ + z.second, x, y, far);
-            Mix(near, far, z.weight);
-        }
-        typename Components::Number numbers[s_count];
-        for (unsigned int i = 0; i < s_count; ++i)
-            numbers[i] = static_cast<typename Components::Number>(Components::s_isFloat ? near[i] : near[i] + 0.5F);
-        Components::Write(numbers, sample);
+            value = Mix(value, ReadLayer(samples_ + z.second, x, y), z.weight);
+        Components::Store(value, sample);
     }
 
 private:
-    static constexpr unsigned int s_count = Components::s_count;
+    using Lanes = typename Components::Lanes;
 
-    static void Mix(float *a, float const *b, float weight)
+    static Lanes Mix(Lanes const &a, Lanes const &b, float weight) { return a + (b - a) * weight; }
+
+    static Lanes ReadRow(unsigned char const *row, Neighbours const &x)
     {
-        for (unsigned int i = 0; i < s_count; ++i)
-            a[i] += (b[i] - a[i]) * weight;
+        Lanes const value = Components::Load(row + x.first);
+        return x.weight > 0 ? Mix(value, Components::Load(row + x.second), x.weight) : value;
     }
 
-    static void ReadSample(unsigned char const *sample, float *values)
+    static Lanes ReadLayer(unsigned char const *layer, Neighbours const &x, Neighbours const &y)
     {
-        typename Components::Number numbers[s_count];
-        Components::Read(sample, numbers);
-        for (unsigned int i = 0; i < s_count; ++i)
-            values[i] = static_cast<float>(numbers[i]);
-    }
-
-    static void ReadRow(unsigned char const *row, Neighbours const &x, float *values)
-    {
-        ReadSample(row + x.first, values);
-        if (!(x.weight > 0))
-            return;
-        float other[s_count];
-        ReadSample(row + x.second, other);
-        Mix(values, other, x.weight);
-    }
-
-    static void ReadLayer(unsigned char const *layer, Neighbours const &x, Neighbours const &y, float *values)
-    {
-        ReadRow(layer + y.first, x, values);
-        if (!(y.weight > 0))
-            return;
-        float other[s_count];
-        ReadRow(layer + y.second, x, other);
-        Mix(values, other, y.weight);
+        Lanes const value = ReadRow(layer + y.first, x);
+        return y.weight > 0 ? Mix(value, ReadRow(layer + y.second, x), y.weight) : value;
     }
 
     unsigned char const *samples_;
@@ -418,7 +449,7 @@ std::span<char const *const> GetProjectionNames()
 AutoPtr<ImageBase> ExtractSlice(VolumeBase const &volume, eSliceAxis axis, unsigned int index, eProjection projection,
                                 unsigned int thickness)
 {
-    SliceLayout const layout = MakeLayout(volume, axis);
+    SliceLayout layout = MakeLayout(volume, axis);
     QUILLMARSH_ASSERT(index < layout.numSlices, "Slice-index out of range.");
     if (layout.numSlices == 0)
         return nullptr;
@@ -427,6 +458,12 @@ AutoPtr<ImageBase> ExtractSlice(VolumeBase const &volume, eSliceAxis axis, unsig
     Slab const slab = CutSlab(layout.numSlices, middle, thickness);
     bool const isProjected = projection != eProjection::e_slice && slab.count > 1;
     unsigned char const *const first = volume.GetSamplesB() + slab.begin * layout.sliceStep;
+    bool const areBytes = AreRowsOfBytes(volume.GetSampleFormat(), layout);
+    if (areBytes && isProjected)
+    {
+        layout.numColumns *= volume.GetSampleByteSize();
+        layout.columnStep = 1;
+    }
     auto const project = [&]<typename Components>(Components)
     {
         if (projection == eProjection::e_maximum)
@@ -434,7 +471,8 @@ AutoPtr<ImageBase> ExtractSlice(VolumeBase const &volume, eSliceAxis axis, unsig
         else
             Project<Components, Mean>(layout, slab, first, *image);
     };
-    if (!isProjected || !WithComponents(volume.GetSampleFormat(), project))
+    eSampleFormat const format = areBytes ? e_format_L8 : volume.GetSampleFormat();
+    if (!isProjected || !WithComponents(format, project))
         CopySamples(layout, volume.GetSamplesB() + middle * layout.sliceStep, *image);
     return image;
 }

@@ -180,11 +180,10 @@ public:
         vec3 const start = origin_ + right_ * (x - middle_.x) + down_ * (y - middle_.y);
         std::size_t best = s_none;
         int bestValue = -1;
-        for (int step = first_; step <= last_; ++step)
+        auto const [first, last] = FindSteps(start);
+        for (int step = first; step <= last; ++step)
         {
             std::size_t const index = FindSample(start + away_ * static_cast<float>(step));
-            if (index == s_none)
-                continue;
             int const value = read(index);
             if (value > bestValue)
             {
@@ -209,12 +208,40 @@ private:
         return {v.x / half.x * end.x * Columns() / 2, v.y / half.y * end.y * Rows() / 2,
                 v.z / half.z * end.z * Layers() / 2};
     }
+    bool IsInside(vec3 const &place) const
+    {
+        return place.x >= 0 && place.y >= 0 && place.z >= 0 && place.x < Columns() && place.y < Rows() &&
+               place.z < Layers();
+    }
+    /// Returns the first and last step of a line that lie inside; none if the first one comes after the last.
+    std::pair<int, int> FindSteps(vec3 const &start) const
+    {
+        auto from = static_cast<float>(first_);
+        auto to = static_cast<float>(last_);
+        float const size[] = {Columns(), Rows(), Layers()};
+        for (unsigned int axis = 0; axis < 3; ++axis)
+        {
+            float const step = away_.ToPtr()[axis];
+            float const place = start.ToPtr()[axis];
+            if (step == 0)
+                continue;
+            float const ends[] = {-place / step, (size[axis] - place) / step};
+            from = std::max(from, std::min(ends[0], ends[1]));
+            to = std::min(to, std::max(ends[0], ends[1]));
+        }
+        if (from > to)
+            return {1, 0};
+        auto first = static_cast<int>(std::ceil(from));
+        auto last = static_cast<int>(std::floor(to));
+        // What was rounded at the ends is looked at once more.
+        while (first <= last && !IsInside(start + away_ * static_cast<float>(first)))
+            ++first;
+        while (first <= last && !IsInside(start + away_ * static_cast<float>(last)))
+            --last;
+        return {first, last};
+    }
     std::size_t FindSample(vec3 const &place) const
     {
-        bool const isInside = place.x >= 0 && place.y >= 0 && place.z >= 0 && place.x < Columns() && place.y < Rows() &&
-                              place.z < Layers();
-        if (!isInside)
-            return s_none;
         return (static_cast<std::size_t>(place.z) * volume_.numRows + static_cast<std::size_t>(place.y)) *
                    volume_.numColumns +
                static_cast<std::size_t>(place.x);

@@ -18,6 +18,8 @@ constexpr char const *s_paneNames[] = {"layer", "row", "column", "oblique", "vol
 /// Samples that are read within a frame, and bytes of a volume that may be read in strides meanwhile.
 constexpr std::uint64_t s_quickSamples = 1U << 19;
 constexpr std::uint64_t s_quickBytes = 256U << 20;
+/// Bytes of a volume that is cut obliquely within a frame.
+constexpr std::uint64_t s_quickObliqueBytes = 32U << 20;
 /// Samples of a slice whose levels are made within a frame.
 constexpr unsigned int s_quickLevels = 1U << 18;
 /// Sides of the small volume.
@@ -329,7 +331,7 @@ bool Scene::ComposeOblique(ImageBase &picture, Pixel background)
 {
     Plane const plane = GetObliquePlane(static_cast<float>(GetZoom()));
     GetTones();
-    bool const isQuick = CountBytes(*volume_) <= s_quickBytes / 4;
+    bool const isQuick = CountBytes(*volume_) <= s_quickObliqueBytes;
     if (isQuick)
     {
         ComposePlane(picture, *volume_, plane, *tones_, background);
