@@ -219,6 +219,22 @@ Slab CutSlab(unsigned int numSlices, unsigned int index, unsigned int thickness)
     return {index - ahead, ahead + 1 + behind};
 }
 
+/// Leaves out rows and columns. Returns the distance of the first sample, in bytes.
+std::size_t Thin(SliceLayout &layout, unsigned int step)
+{
+    auto const thin = [step](unsigned int &count, std::size_t &distance)
+    {
+        std::size_t const offset = std::min(step, count) / 2 * distance;
+        count = std::max(count / step, 1U);
+        distance *= step;
+        return offset;
+    };
+    if (step <= 1)
+        return 0;
+    std::size_t const row = thin(layout.numRows, layout.rowStep);
+    return row + thin(layout.numColumns, layout.columnStep);
+}
+
 void CopySamples(SliceLayout const &layout, unsigned char const *source, ImageBase &image)
 {
     std::size_t const sampleSize = image.GetSampleByteSize();
@@ -447,17 +463,18 @@ std::span<char const *const> GetProjectionNames()
 }
 
 AutoPtr<ImageBase> ExtractSlice(VolumeBase const &volume, eSliceAxis axis, unsigned int index, eProjection projection,
-                                unsigned int thickness)
+                                unsigned int thickness, unsigned int step)
 {
     SliceLayout layout = MakeLayout(volume, axis);
     QUILLMARSH_ASSERT(index < layout.numSlices, "Slice-index out of range.");
     if (layout.numSlices == 0)
         return nullptr;
     unsigned int const middle = std::min(index, layout.numSlices - 1);
+    unsigned char const *const samples = volume.GetSamplesB() + Thin(layout, step);
     AutoPtr<ImageBase> image(ManufactureImage(volume.GetSampleFormat(), layout.numRows, layout.numColumns));
     Slab const slab = CutSlab(layout.numSlices, middle, thickness);
     bool const isProjected = projection != eProjection::e_slice && slab.count > 1;
-    unsigned char const *const first = volume.GetSamplesB() + slab.begin * layout.sliceStep;
+    unsigned char const *const first = samples + slab.begin * layout.sliceStep;
     bool const areBytes = AreRowsOfBytes(volume.GetSampleFormat(), layout);
     if (areBytes && isProjected)
     {
@@ -473,7 +490,7 @@ AutoPtr<ImageBase> ExtractSlice(VolumeBase const &volume, eSliceAxis axis, unsig
     };
     eSampleFormat const format = areBytes ? e_format_L8 : volume.GetSampleFormat();
     if (!isProjected || !WithComponents(format, project))
-        CopySamples(layout, volume.GetSamplesB() + middle * layout.sliceStep, *image);
+        CopySamples(layout, samples + middle * layout.sliceStep, *image);
     return image;
 }
 

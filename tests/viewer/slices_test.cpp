@@ -92,6 +92,17 @@ TEST(Slices, SlabsAreCutToTheVolume)
     EXPECT_EQ((std::vector<unsigned int>{3, 13, 23, 103, 113, 123}), project(3, eProjection::e_slice, 9));
 }
 
+TEST(Slices, ThinOnesHaveTheMiddleOfEachStep)
+{
+    AutoPtr<VolumeBase> const volume = MakeDigits();
+    auto const thin = [&](eSliceAxis axis, unsigned int step, eProjection projection)
+    { return GetBytes(*ExtractSlice(*volume, axis, 1, projection, 3, step)); };
+    EXPECT_EQ((std::vector<unsigned int>{111, 113}), thin(eSliceAxis::e_layer, 2, eProjection::e_slice));
+    EXPECT_EQ((std::vector<unsigned int>{121, 123}), thin(eSliceAxis::e_row, 2, eProjection::e_maximum));
+    EXPECT_EQ((std::vector<unsigned int>{111}), thin(eSliceAxis::e_column, 3, eProjection::e_slice));
+    EXPECT_EQ((std::vector<unsigned int>{112}), thin(eSliceAxis::e_layer, 100, eProjection::e_slice));
+}
+
 TEST(Slices, ProjectEachComponentOfItsFormat)
 {
     unsigned char const pairs[][2] = {{10, 200}, {20, 100}, {31, 0}};

@@ -368,8 +368,9 @@ string SlicePane::GetTitle() const
 void SlicePane::Compose(ImageBase &picture)
 {
     Scene &scene = GetScene();
-    std::shared_ptr<ImageLevels const> const levels = scene.GetSlice(axis_);
-    Placement const placement = GetPlacement();
+    auto const [levels, step] = scene.GetSlice(axis_);
+    Placement placement = GetPlacement();
+    placement = {placement.x / step, placement.y / step, placement.zoom * step};
     PixelArea const area = {0, 0, picture.GetNumColumns(), picture.GetNumRows()};
     if (levels == nullptr)
     {
@@ -387,9 +388,9 @@ void SlicePane::Compose(ImageBase &picture)
     VolumeBaseFromExternalStorageAdapter layer(slice.GetSampleFormat());
     layer.SetExternalStorage(const_cast<unsigned char *>(slice.GetSamplesB()), 1, slice.GetNumRows(),
                              slice.GetNumColumns());
-    auto const step = static_cast<float>(1 / placement.zoom);
+    auto const way = static_cast<float>(1 / placement.zoom);
     Plane const plane = {
-        {static_cast<float>(placement.x), static_cast<float>(placement.y), 0.5F}, {step, 0, 0}, {0, step, 0}};
+        {static_cast<float>(placement.x), static_cast<float>(placement.y), 0.5F}, {way, 0, 0}, {0, way, 0}};
     ComposePlane(picture, layer, plane, scene.GetTones(), s_background);
 }
 

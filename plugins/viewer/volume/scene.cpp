@@ -1,6 +1,7 @@
 #include "scene.h"
 
 #include <algorithm>
+#include <bit>
 #include <cmath>
 #include <cstring>
 
@@ -50,13 +51,13 @@ AutoPtr<ImageBase> BorrowLayer(VolumeBase const &volume, unsigned int layer)
 }
 
 ContentPtr MakeSlice(ContentPtr const &content, eSliceAxis axis, unsigned int index, eProjection projection,
-                     unsigned int thickness)
+                     unsigned int thickness, unsigned int step)
 {
     VolumeBase const &volume = *content->Get<VolumeBase>();
     bool const isPlain = projection == eProjection::e_slice || thickness <= 1;
     if (axis == eSliceAxis::e_layer && isPlain)
         return std::make_shared<Content>(SampledData(BorrowLayer(volume, index)), content);
-    return std::make_shared<Content>(SampledData(ExtractSlice(volume, axis, index, projection, thickness)));
+    return std::make_shared<Content>(SampledData(ExtractSlice(volume, axis, index, projection, thickness, step)));
 }
 
 std::uint64_t CountBytes(VolumeBase const &volume)
@@ -74,7 +75,7 @@ std::span<char const *const> GetPaneNames()
 Scene::Scene(std::function<void()> changed, std::function<void()> wake, std::function<void(string const &)> failed)
     : changed_(std::move(changed)),
       failed_(std::move(failed)),
-      work_(std::move(wake))
+      works_{LatestWork(wake), LatestWork(wake), LatestWork(wake), LatestWork(wake)}
 {
 }
 
@@ -88,13 +89,20 @@ void Scene::Changed()
 
 void Scene::Poll()
 {
-    work_.Poll();
+    for (LatestWork &work : works_)
+        work.Poll();
+}
+
+LatestWork &Scene::GetWork(unsigned int purpose)
+{
+    // Layers and rows share a thread, and so do the small volume and what is made of it.
+    return works_[purpose < 2 ? 0 : std::min(purpose - 1, 3U)];
 }
 
 void Scene::DropAll()
 {
     for (unsigned int purpose = 0; purpose < e_purpose_end; ++purpose)
-        work_.Drop(purpose);
+        GetWork(purpose).Drop(purpose);
     slices_ = {};
     obliquePicture_ = {};
     turnedPicture_ = {};
@@ -212,8 +220,17 @@ void Scene::SetFocus(vec3 const &focus)
 Scene::SliceKey Scene::MakeKey(eSliceAxis axis) const
 {
     bool const isSlab = settings_.projection != eProjection::e_slice && settings_.thickness > 1;
-    return {cut_[GetCutIndex(axis)], isSlab ? settings_.projection : eProjection::e_slice,
-            isSlab ? settings_.thickness : 1};
+    SliceKey key = {cut_[GetCutIndex(axis)], isSlab ? settings_.projection : eProjection::e_slice,
+                    isSlab ? settings_.thickness : 1};
+    // What is smaller than a pixel is not worth its pages of a file.
+    if (!IsQuick(axis, key))
+        key.step = std::bit_floor(static_cast<unsigned int>(std::max(1 / GetZoom(), 1.0)));
+    return key;
+}
+
+bool Scene::SliceKey::Covers(SliceKey const &other) const
+{
+    return index == other.index && projection == other.projection && thickness == other.thickness && step <= other.step;
 }
 
 bool Scene::IsQuick(eSliceAxis axis, SliceKey const &key) const
@@ -231,7 +248,7 @@ void Scene::WishSlice(eSliceAxis axis, SliceKey const &key)
     slot.wished = key;
     auto work = [this, axis, key, content = content_](Jobs::Progress const &progress) -> Jobs::Finish
     {
-        ContentPtr const slice = MakeSlice(content, axis, key.index, key.projection, key.thickness);
+        ContentPtr const slice = MakeSlice(content, axis, key.index, key.projection, key.thickness, key.step);
         std::shared_ptr<ImageLevels const> levels = ImageLevels::Build(slice, progress);
         if (levels == nullptr)
             return {};
@@ -239,6 +256,7 @@ void Scene::WishSlice(eSliceAxis axis, SliceKey const &key)
         {
             SliceSlot &finished = slices_[static_cast<std::size_t>(axis)];
             finished.levels = levels;
+            finished.levelsStep = key.step;
             finished.shown = key;
             if (finished.wished == key)
                 finished.wished.reset();
@@ -253,41 +271,44 @@ void Scene::WishSlice(eSliceAxis axis, SliceKey const &key)
         finished.wished.reset();
         failed_("The slice could not be made: " + reason);
     };
-    work_.Wish(static_cast<unsigned int>(axis), std::move(work), std::move(failed));
+    auto const purpose = static_cast<unsigned int>(axis);
+    GetWork(purpose).Wish(purpose, std::move(work), std::move(failed));
 }
 
-std::shared_ptr<ImageLevels const> const &Scene::GetSlice(eSliceAxis axis)
+Scene::Slice Scene::GetSlice(eSliceAxis axis)
 {
     SliceSlot &slot = slices_[static_cast<std::size_t>(axis)];
-    if (volume_ == nullptr)
-        return slot.levels;
+    if (volume_ != nullptr)
+        RenewSlice(axis, slot);
+    return {slot.levels, slot.levelsStep};
+}
+
+void Scene::RenewSlice(eSliceAxis axis, SliceSlot &slot)
+{
     SliceKey const key = MakeKey(axis);
-    if (slot.shown == key || slot.wished == key)
-        return slot.levels;
+    bool const isThere = (slot.shown && slot.shown->Covers(key)) || (slot.wished && slot.wished->Covers(key));
+    if (isThere)
+        return;
     if (!IsQuick(axis, key))
     {
         WishSlice(axis, key);
-        return slot.levels;
+        return;
     }
-    ContentPtr const slice = MakeSlice(content_, axis, key.index, key.projection, key.thickness);
+    ContentPtr const slice = MakeSlice(content_, axis, key.index, key.projection, key.thickness, key.step);
+    bool const isSmall = slice->GetData().GetSamples().GetNumSamples() <= s_quickLevels;
     slot.shown = key;
     slot.wished.reset();
-    if (slice->GetData().GetSamples().GetNumSamples() <= s_quickLevels)
-    {
-        slot.levels = ImageLevels::Build(slice);
-        return slot.levels;
-    }
-    slot.levels = std::make_shared<ImageLevels>(slice);
+    slot.levelsStep = 1;
+    slot.levels = isSmall ? ImageLevels::Build(slice) : std::make_shared<ImageLevels const>(slice);
     // Smaller levels follow.
-    if (GetZoom() < 1)
+    if (!isSmall && GetZoom() < 1)
         WishSlice(axis, key);
-    return slot.levels;
 }
 
 bool Scene::IsSlicePending(eSliceAxis axis) const
 {
     SliceSlot const &slot = slices_[static_cast<std::size_t>(axis)];
-    return volume_ != nullptr && slot.shown != MakeKey(axis);
+    return volume_ != nullptr && !(slot.shown && slot.shown->Covers(MakeKey(axis)));
 }
 
 Plane Scene::GetObliquePlane(float zoom) const
@@ -319,7 +340,7 @@ bool Scene::TakePicture(PictureSlot &slot, unsigned int purpose, ImageBase &pict
                 changed_();
             };
         };
-        work_.Wish(purpose, std::move(work), failed_);
+        GetWork(purpose).Wish(purpose, std::move(work), failed_);
     }
     bool const hasSize = slot.picture != nullptr && slot.picture->CheckDimensionMatch(picture);
     if (hasSize)
@@ -362,7 +383,7 @@ SmallVolumePtr const &Scene::GetSmallVolume()
         return small_;
     isSmallWished_ = true;
     smallChannel_ = channel;
-    work_.Drop(e_purpose_small);
+    GetWork(e_purpose_small).Drop(e_purpose_small);
     auto work = [this, channel, content = content_](Jobs::Progress const &progress) -> Jobs::Finish
     {
         SmallVolumePtr const made = MakeSmallVolume(*content, channel, s_smallSize, progress);
@@ -375,7 +396,7 @@ SmallVolumePtr const &Scene::GetSmallVolume()
             Changed();
         };
     };
-    work_.Wish(e_purpose_small, std::move(work), failed_);
+    GetWork(e_purpose_small).Wish(e_purpose_small, std::move(work), failed_);
     return small_;
 }
 

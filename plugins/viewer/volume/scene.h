@@ -109,9 +109,15 @@ public:
 
     /// @name Slices
     /// @{
-    /// Returns a slice of an axis with its smaller levels: the one at the cut, or while a thread makes that, an older
-    /// one. Null if there is none yet.
-    std::shared_ptr<ImageLevels const> const &GetSlice(eSliceAxis axis);
+    /// A slice with its smaller levels. One of a very large volume may have only each `step`-th row and column.
+    struct Slice
+    {
+        std::shared_ptr<ImageLevels const> levels;
+        unsigned int step = 1;
+    };
+    /// Returns a slice of an axis: the one at the cut, or while a thread makes that, an older one. Without levels if
+    /// there is none yet.
+    Slice GetSlice(eSliceAxis axis);
     bool IsSlicePending(eSliceAxis axis) const;
     /// Returns the oblique plane for the size of a view.
     Plane GetObliquePlane(float zoom) const;
@@ -147,11 +153,15 @@ private:
         unsigned int index = 0;
         eProjection projection = eProjection::e_slice;
         unsigned int thickness = 1;
+        unsigned int step = 1;
         bool operator==(SliceKey const &) const = default;
+        /// The same slice, and at least as fine.
+        bool Covers(SliceKey const &other) const;
     };
     struct SliceSlot
     {
         std::shared_ptr<ImageLevels const> levels;
+        unsigned int levelsStep = 1;
         /// Of `levels`, and of what a thread makes.
         std::optional<SliceKey> shown;
         std::optional<SliceKey> wished;
@@ -167,13 +177,16 @@ private:
 
     SliceKey MakeKey(eSliceAxis axis) const;
     bool IsQuick(eSliceAxis axis, SliceKey const &key) const;
+    void RenewSlice(eSliceAxis axis, SliceSlot &slot);
     void WishSlice(eSliceAxis axis, SliceKey const &key);
     bool TakePicture(PictureSlot &slot, unsigned int purpose, quillmarsh::ImageBase &picture, Compose compose);
     void DropAll();
+    LatestWork &GetWork(unsigned int purpose);
 
     std::function<void()> changed_;
     std::function<void(string const &)> failed_;
-    LatestWork work_;
+    /// A column slice may read all of a volume: each kind of work has a thread, so that none waits for another.
+    std::array<LatestWork, 4> works_;
     VolumeSettings settings_;
     ContentPtr content_;
     quillmarsh::VolumeBase const *volume_ = nullptr;
