@@ -78,6 +78,7 @@ constexpr CommandWord s_switchWords[] = {
 constexpr CommandWord s_tabWords[] = {CommandWord::Argument("0) title", "title of the tab, as view\n")};
 constexpr CommandWord s_shareWords[] = {
     CommandWord::Argument("0) share", "part of the window's width, from 0 to 1\n", command_values::s_real)};
+constexpr CommandWord s_quitWords[] = {CommandWord::Option("discard", "give up changes that were not saved\n")};
 constexpr CommandWord s_stopWords[] = {
     CommandWord::Argument("0) number", "number of the job, see jobs\n", command_values::s_uinteger)};
 constexpr CommandWord s_stateWords[] = {
@@ -199,11 +200,16 @@ constexpr Shell::Command Shell::s_commands[] = {
          else if (!ToValue(*number, value) || !jobs.Stop(value))
              throw DataException("no job has the number " + *number);
      }},
-    {"quit",
-     "End the program",
-     {},
-     "end the program",
-     [](Shell &, ostream &, CommandArguments const &) { Kernel::Instance().RequestExit(); }},
+    {"quit", "End the program", s_quitWords, "end it, unless there are changes that were not saved",
+     [](Shell &shell, ostream &, CommandArguments const &arguments)
+     {
+         for (DocumentPtr const &document : shell.workspace_.GetDocuments().GetAll())
+         {
+             if (document->IsChanged() && !arguments.HasOption("discard"))
+                 throw DataException(document->GetTitle() + " has changes: save them, or use 'quit -discard'");
+         }
+         Kernel::Instance().RequestExit();
+     }},
 };
 
 Shell::Shell()
@@ -330,23 +336,23 @@ void Shell::ToggleFullscreen()
 void Shell::ReadStartState()
 {
     hasReadState_ = true;
+    bool const hasWindow = Kernel::Instance().GetActiveVideoRendererPtr() != nullptr && !platform::IsHeadless();
     if (stateFile_ == s_stateIsAuto)
-    {
-        bool const hasWindow = Kernel::Instance().GetActiveVideoRendererPtr() != nullptr && !platform::IsHeadless();
         stateFile_ = hasWindow ? file_system::GetUserConfigFileName(s_stateName) : string();
-    }
-    if (stateFile_.empty() || !file_system::FileExists(stateFile_))
-        return;
     try
     {
-        string const text = ReadStateScript(stateFile_);
-        RunState(text, stateFile_, true);
+        if (!stateFile_.empty() && file_system::FileExists(stateFile_))
+            RunState(ReadStateScript(stateFile_), stateFile_, true);
     }
     catch (DataException const &thrown)
     {
         wasStateDamaged_ = true;
         workspace_.Say(thrown.GetMessage(), true);
     }
+    // Somebody who sees the window for the first time has something to choose from.
+    string directory, reason;
+    if (hasWindow && workspace_.GetFolder().GetPath().empty() && file_system::GetProcessDirectory(directory, true))
+        workspace_.GetFolder().Read(directory, reason);
 }
 
 void Shell::RunState(string const &text, string const &name, bool isStart)

@@ -116,16 +116,21 @@ files-width 2
 tab nothing
 stop 7
 document
+convert -format=L8
+robot wait 'Tab "a.bmp \*"'
+close
+quit
+close -discard
 close
 close
 close
-next
-next
 )");
     EXPECT_FALSE(Contains(result.err, "The robot")) << result.err;
     for (string const &reason :
          {directory_ / "b.bmp" + ": ", string("missing.png: "), string("nowhere"), string("within 0 and 1: 2"),
-          string("no tab has the title nothing"), string("no job has the number 7"), string("nothing is open")})
+          string("no tab has the title nothing"), string("no job has the number 7"),
+          string("a.bmp has changes: save them, or use 'close -discard'"),
+          string("a.bmp has changes: save them, or use 'quit -discard'"), string("nothing is open")})
         EXPECT_TRUE(Contains(result.out, reason)) << reason << "\n" << result.out;
     EXPECT_TRUE(Contains(result.out, "2: a.bmp (shown)\n")) << "the others open";
 }

@@ -15,6 +15,7 @@
 #include <quillmarsh/widgets/textfield.h>
 
 #include <algorithm>
+#include <map>
 #include <ostream>
 #include <sstream>
 
@@ -55,6 +56,7 @@ private:
     void OpenEntry(unsigned int index);
     void ListSamples();
     void TakeResults();
+    void TellFailure(LoadResult const &result);
     void ShowCurrent();
     void ShowList();
     void AskForPreviews();
@@ -72,6 +74,8 @@ private:
     /// @}
     unsigned int folderRevision_ = 0;
     unsigned int documentsRevision_ = 0;
+    /// Failures by file that were told.
+    std::map<string, string> told_;
     /// File of the current document.
     string shownFile_;
     bool wasLoaded_ = false;
@@ -148,6 +152,7 @@ constexpr KeyBinding s_keys[] = {
 constexpr CommandWord s_openWords[] = {
     CommandWord::Option("instead", "close the file that is shown, unless it has changes\n"),
     CommandWord::Argument("0) file-name", "name of a file or folder\n", command_values::s_file)};
+constexpr CommandWord s_closeWords[] = {CommandWord::Option("discard", "give up changes that were not saved\n")};
 constexpr CommandWord s_folderWords[] = {
     CommandWord::Option("again", "read the same folder again\n"),
     CommandWord::Argument("0) folder-name", "folder to list\n", command_values::s_file)};
@@ -189,14 +194,15 @@ constexpr FilesRoom::Command FilesRoom::s_commands[] = {
      {},
      "open it in place of the one that is shown",
      [](FilesRoom &room, ostream &, CommandArguments const &) { room.OpenNeighbour(false); }},
-    {"close",
-     "Close the file that is shown",
-     {},
-     "close it; changes that were not saved are lost",
-     [](FilesRoom &room, ostream &, CommandArguments const &)
+    {"close", "Close the file that is shown", s_closeWords, "close it, unless it has changes that were not saved",
+     [](FilesRoom &room, ostream &, CommandArguments const &arguments)
      {
-         if (room.workspace_.GetDocuments().GetCurrent() == nullptr)
+         DocumentPtr const &document = room.workspace_.GetDocuments().GetCurrent();
+         if (document == nullptr)
              throw DataException("nothing is open");
+         if (document->IsChanged() && !arguments.HasOption("discard"))
+             throw DataException(document->GetTitle() + " has changes: save them, or use 'close -discard'");
+         room.told_.erase(document->GetFileName());
          room.workspace_.GetDocuments().Close();
      }},
     {"document", "Show one of the open files", s_documentWords, "list them",
@@ -455,20 +461,26 @@ void FilesRoom::TakeResults()
                                               CutFileName(result.failure, result.fileName));
         }
         if (hasFailed)
-        {
-            auto const &all = workspace_.GetDocuments().GetAll();
-            bool const isOpen = std::any_of(all.begin(), all.end(),
-                                            [&result](DocumentPtr const &document)
-                                            { return document->GetFileName() == result.fileName; });
-            if (isOpen)
-                workspace_.Say(result.failure, true);
-        }
+            TellFailure(result);
+        else if (result.part != LoadResult::ePart::e_preview)
+            told_.erase(result.fileName);
         hasPreviews = previews_.Take(result) || hasPreviews;
     }
     if (!hasPreviews || list_ == nullptr)
         return;
     list_->Refresh();
     workspace_.Invalidate();
+}
+
+/// Tells once why an open file cannot be loaded; its preview fails for the same reason.
+void FilesRoom::TellFailure(LoadResult const &result)
+{
+    auto const &all = workspace_.GetDocuments().GetAll();
+    bool const isOpen =
+        std::any_of(all.begin(), all.end(),
+                    [&result](DocumentPtr const &document) { return document->GetFileName() == result.fileName; });
+    if (isOpen && std::exchange(told_[result.fileName], result.failure) != result.failure)
+        workspace_.Say(result.failure, true);
 }
 
 /// Follows the current document in the list, and reads its neighbours ahead.
