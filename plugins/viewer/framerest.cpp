@@ -53,8 +53,6 @@ void FrameRest::Update(double seconds)
     if (hasOutput_.exchange(false) || HasInput())
         stir_ = s_stirTime;
     bool const hasBlinked = HasCaretBlinked();
-    if (getenv("VSDBG") && (isAsked || HasInput() || hasBlinked))
-        fprintf(stderr, "asked %d input %d blink %d\n", isAsked, HasInput(), hasBlinked);
     SetDrawing(isAsked || hasBlinked || stir_ > 0);
     // What asks again and again, such as the progress of a job, goes on without pauses.
     SetResting(!isAsked && stir_ <= 0 && CanSleep());

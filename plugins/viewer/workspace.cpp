@@ -51,8 +51,9 @@ void Workspace::Show(string const &line, bool isFailure)
 
 void Workspace::Invalidate()
 {
-    // A frame that was asked for already need not be woken again.
-    if (!isInvalid_.exchange(true))
+    // A frame that was asked for already need not be woken again. A frame that asks for another one, such as that of
+    // something that moves, leaves the pace of the frames alone.
+    if (!isInvalid_.exchange(true) && std::this_thread::get_id() != frameThread_)
         Kernel::Instance().WakeUp();
 }
 

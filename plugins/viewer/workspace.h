@@ -10,6 +10,7 @@
 
 #include <atomic>
 #include <functional>
+#include <thread>
 
 namespace viewer
 {
@@ -67,6 +68,7 @@ private:
     bool wasFailure_ = false;
     std::atomic<bool> isInvalid_ = true;
     KeyRunner keyRunner_;
+    std::thread::id const frameThread_ = std::this_thread::get_id();
 };
 
 } // namespace viewer
