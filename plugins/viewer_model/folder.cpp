@@ -17,6 +17,11 @@ using namespace quillmarsh;
 namespace
 {
 
+unsigned char ToLower(char c)
+{
+    return static_cast<unsigned char>(c >= 'A' && c <= 'Z' ? c - 'A' + 'a' : c);
+}
+
 bool IsDigit(char c)
 {
     return c >= '0' && c <= '9';
@@ -35,10 +40,8 @@ std::size_t FindNumber(string const &text, std::size_t &at)
 
 /// Compares names as people sort them: letters of both cases are equal, and numbers count by their value. Negative if
 /// `a` comes first.
-int CompareNames(string a, string b)
+int CompareNames(string const &a, string const &b)
 {
-    LowerCase(a);
-    LowerCase(b);
     std::size_t i = 0;
     std::size_t j = 0;
     while (i < a.size() && j < b.size())
@@ -54,8 +57,8 @@ int CompareNames(string a, string b)
             i = endA;
             j = endB;
         }
-        else if (a[i] != b[j])
-            return static_cast<unsigned char>(a[i]) < static_cast<unsigned char>(b[j]) ? -1 : 1;
+        else if (ToLower(a[i]) != ToLower(b[j]))
+            return ToLower(a[i]) < ToLower(b[j]) ? -1 : 1;
         else
         {
             ++i;
