@@ -244,7 +244,7 @@ void DocumentWork::Begin(std::shared_ptr<Line> const &line, Task task)
     {
         End(*line);
         // Failures of files name them already.
-        say_(reason.starts_with(subject) ? reason : title + ": " + reason, true);
+        say_(reason.starts_with(subject) ? reason : title + ": " + reason, reason != Jobs::s_szStopped);
     };
     jobs_.Start(task.title, work, failed);
 }

@@ -85,7 +85,7 @@ struct Jobs::State
             std::lock_guard const lock(mutex);
             if (finish || !entry.isStopped)
                 return finish;
-            reason = "stopped";
+            reason = s_szStopped;
         }
         catch (...)
         {
@@ -159,7 +159,7 @@ bool Jobs::Stop(unsigned int number)
             [failed = (*found)->failed]
             {
                 if (failed)
-                    failed("stopped");
+                    failed(s_szStopped);
             });
         state_->entries.erase(found);
     }

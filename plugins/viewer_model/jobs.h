@@ -23,8 +23,9 @@ public:
     /// Does the work on the job's thread. Returns what to do afterwards on the frame thread; empty if nothing, and when it
     /// obeyed a stop. Work that was finished in spite of a stop counts as finished. An exception is the job's failure.
     using Work = std::function<Finish(Progress const &progress)>;
-    /// Called on the frame thread, by Poll(): with the reason if the job has failed, "stopped" if it was stopped.
+    /// Called on the frame thread, by Poll(): with the reason if the job has failed, s_szStopped if it was stopped.
     using Failed = std::function<void(string const &reason)>;
+    static constexpr char s_szStopped[] = "stopped";
 
     /// State of a job.
     struct Job
