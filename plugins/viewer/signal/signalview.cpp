@@ -2,8 +2,10 @@
 
 #include <quillmarsh/basetools/texttools.h>
 #include <quillmarsh/dataobjects/dataexception.h>
+#include <quillmarsh/gui/gui_fonts.h>
 #include <quillmarsh/gui/gui_manager.h>
 #include <quillmarsh/gui/gui_renderer.h>
+#include <quillmarsh/gui/gui_shaders.h>
 #include <quillmarsh/widgets/measures.h>
 #include <quillmarsh/widgets/textencoding.h>
 
@@ -99,7 +101,7 @@ PlotSize SignalView::CalcSize(unsigned int width, unsigned int height) const
     size.height = height;
     size.gap = ToPixels(Measures::Gap);
     size.bottom = static_cast<unsigned int>(widgets::GetLineHeight(*this)) + ToPixels(Measures::Gap);
-    size.tickWidth = ToPixels(110);
+    size.tickWidth = ToPixels(96);
     size.tickHeight = ToPixels(36);
     size.line = 1.5 * static_cast<double>(Measures::GetScale());
     return size;
@@ -149,6 +151,21 @@ void SignalView::DrawOver(gui::Renderer &renderer)
     DrawMarker(renderer);
 }
 
+float SignalView::DrawLabel(gui::Renderer &renderer, vec2 const &position, string const &text, color4b color) const
+{
+    gui::BaseShader const *const shader = GetBaseShader();
+    gui::Font const *const font = shader != nullptr ? shader->GetFont() : nullptr;
+    string const glyphs = widgets::ToGlyphs(text);
+    if (font == nullptr || glyphs.empty())
+        return 0;
+    gui::DrawTextParams params;
+    params.metrics = shader->GetTextMetricsL();
+    params.position = {std::round(position.x), std::round(position.y)};
+    params.color = color;
+    renderer.DrawText(*font, glyphs, params);
+    return std::ceil(font->CalcTextWidth(params.metrics, glyphs));
+}
+
 void SignalView::DrawAxes(gui::Renderer &renderer)
 {
     float const gap = Measures::Pixels(Measures::Gap);
@@ -162,16 +179,18 @@ void SignalView::DrawAxes(gui::Renderer &renderer)
             float const y = std::clamp(
                 static_cast<float>(tick.pixel) - textHeight / 2, static_cast<float>(lane.top),
                 std::max(static_cast<float>(lane.top), static_cast<float>(lane.top + lane.height) - textHeight));
-            DrawNote(renderer, {right - width, y}, tick.text, s_axisInk);
+            DrawLabel(renderer, {right - width, y}, tick.text, s_axisInk);
         }
     }
     float const y = static_cast<float>(layout_.size.height - layout_.size.bottom) + gap / 2;
     for (PlotTick const &tick : layout_.ticks)
     {
         float const width = widgets::CalcTextWidth(*this, widgets::ToGlyphs(tick.text));
-        float const x = static_cast<float>(tick.pixel) - width / 2;
-        if (x >= static_cast<float>(layout_.left) - gap && x + width <= GetSize().x)
-            DrawNote(renderer, {x, y}, tick.text, s_axisInk);
+        // Those at the ends move inwards.
+        float const least = static_cast<float>(layout_.left) - gap;
+        float const most = std::max(least, GetSize().x - width - gap / 2);
+        DrawLabel(renderer, {std::clamp(static_cast<float>(tick.pixel) - width / 2, least, most), y}, tick.text,
+                  s_axisInk);
     }
 }
 
@@ -185,8 +204,8 @@ void SignalView::DrawNames(gui::Renderer &renderer)
         for (unsigned int i = 0; i < channels.size(); ++i)
         {
             if ((lane.channels >> i & 1) != 0)
-                x += gap + DrawNote(renderer, {x, static_cast<float>(lane.top) + gap / 2}, channels[i].name,
-                                    ToColour(GetChannelColour(channels[i])));
+                x += 2 * gap + DrawNote(renderer, {x, static_cast<float>(lane.top) + gap / 2}, channels[i].name,
+                                        ToColour(GetChannelColour(channels[i])));
         }
     }
 }
