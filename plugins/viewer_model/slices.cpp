@@ -364,19 +364,47 @@ public:
     {
     }
 
-    void Read(vec3 const &position, unsigned char *sample) const
+    /// Reads the samples of a run of places from `start` on.
+    void ReadRun(vec3 const &start, vec3 const &step, Run const &run, unsigned char *samples) const
     {
-        Neighbours const x(position.x, volume_.GetNumColumns(), columnStep_);
-        Neighbours const y(position.y, volume_.GetNumRows(), rowStep_);
-        Neighbours const z(position.z, volume_.GetNumLayers(), layerStep_);
+        samples += static_cast<std::size_t>(run.begin) * columnStep_;
+        if (step.y == 0 && step.z == 0)
+        {
+            ReadAlongRow(start, step.x, run, samples);
+            return;
+        }
+        for (int i = run.begin; i < run.end; ++i, samples += columnStep_)
+        {
+            vec3 const place = start + step * static_cast<float>(i);
+            Neighbours const x(place.x, volume_.GetNumColumns(), columnStep_);
+            Neighbours const y(place.y, volume_.GetNumRows(), rowStep_);
+            Neighbours const z(place.z, volume_.GetNumLayers(), layerStep_);
+            Read(x, y, z, samples);
+        }
+    }
+
+private:
+    using Lanes = typename Components::Lanes;
+
+    /// Along a row of the volume, two neighbours stay the same.
+    void ReadAlongRow(vec3 const &start, float step, Run const &run, unsigned char *samples) const
+    {
+        Neighbours const y(start.y, volume_.GetNumRows(), rowStep_);
+        Neighbours const z(start.z, volume_.GetNumLayers(), layerStep_);
+        for (int i = run.begin; i < run.end; ++i, samples += columnStep_)
+        {
+            float const place = start.x + step * static_cast<float>(i);
+            Read(Neighbours(place, volume_.GetNumColumns(), columnStep_), y, z, samples);
+        }
+    }
+
+    void Read(Neighbours const &x, Neighbours const &y, Neighbours const &z, unsigned char *sample) const
+    {
         Lanes value = ReadLayer(samples_ + z.first, x, y);
         if (z.weight > 0)
             value = Mix(value, ReadLayer(samples_ + z.second, x, y), z.weight);
         Components::Store(value, sample);
     }
-
-private:
-    using Lanes = typename Components::Lanes;
 
     static Lanes Mix(Lanes const &a, Lanes const &b, float weight) { return a + (b - a) * weight; }
 
@@ -446,9 +474,7 @@ void ComposeRows(ImageBase &picture, VolumeBase const &volume, Plane const &plan
         std::fill(pixels + row.run.end, pixels + picture.GetNumColumns(), background);
         if (row.run.begin >= row.run.end)
             continue;
-        for (int x = row.run.begin; x < row.run.end; ++x)
-            interpolator.Read(row.start + row.step * static_cast<float>(x),
-                              &samples[static_cast<std::size_t>(x) * sampleSize]);
+        interpolator.ReadRun(row.start, row.step, row.run, samples.data());
         auto const first = static_cast<std::size_t>(row.run.begin);
         tones.Map(&samples[first * sampleSize], static_cast<unsigned int>(row.run.end - row.run.begin), pixels + first,
                   row.run.begin, static_cast<int>(y));

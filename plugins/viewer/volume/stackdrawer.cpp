@@ -17,7 +17,7 @@ namespace
 /// Distance of the eye from the middle, where the longest side of the volume is 2.
 constexpr float s_eyeDistance = 5;
 /// Part of the area that the ball around a volume fills; its corners are seldom of interest.
-constexpr double s_fitPart = 1.15;
+constexpr double s_fitPart = 1.0;
 /// Opacity of a way of 1 through full values.
 constexpr double s_opacity = 20;
 /// Seconds that a picture may take while it changes, and at rest.
@@ -121,8 +121,8 @@ GLuint StackDrawer::MakeTexture(GLenum target, GLenum filter)
     gl_.BindTexture(target, name);
     gl_.TexParameteri(target, GL_TEXTURE_MIN_FILTER, static_cast<GLint>(filter));
     gl_.TexParameteri(target, GL_TEXTURE_MAG_FILTER, static_cast<GLint>(filter));
-    for (GLenum const edge : {GL_TEXTURE_WRAP_S, GL_TEXTURE_WRAP_T, GL_TEXTURE_WRAP_R})
-        gl_.TexParameteri(target, edge, GL_CLAMP_TO_EDGE);
+    for (auto const edge : {GL_TEXTURE_WRAP_S, GL_TEXTURE_WRAP_T, GL_TEXTURE_WRAP_R})
+        gl_.TexParameteri(target, static_cast<GLenum>(edge), GL_CLAMP_TO_EDGE);
     gl_.BindTexture(target, 0);
     return name;
 }
