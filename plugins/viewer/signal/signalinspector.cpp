@@ -185,7 +185,7 @@ void SignalInspector::UpdateSpan()
     else
         span_->SetText(state_.FormatLength(span.end - span.begin) + " from " +
                        state_.FormatPlace(static_cast<double>(span.begin)) +
-                       (figures.empty() ? "; its figures follow." : "."));
+                       (state_.IsMeasuring() ? "; its figures follow." : "."));
     figures_->SetVisible(!figures.empty());
     spanButtons_->SetVisible(!span.IsEmpty());
     for (unsigned int i = 0; i < s_maxChannels; ++i)

@@ -206,8 +206,10 @@ void SignalState::MeasureByJob()
         },
         [this, request, number](string const &reason)
         {
-            if (*request == number)
-                workspace_.Say("The span was not measured: " + reason, true);
+            if (*request != number)
+                return;
+            job_ = 0;
+            workspace_.Say("The span was not measured: " + reason, reason != Jobs::s_szStopped);
         });
 }
 
@@ -221,7 +223,7 @@ void SignalState::PrintSpan(ostream &out) const
     }
     out << FormatLength(span.end - span.begin) << " from " << FormatPlace(static_cast<double>(span.begin)) << std::endl;
     if (figures_.empty())
-        out << "its figures are being computed" << std::endl;
+        out << (IsMeasuring() ? "its figures are being computed" : "it was not measured") << std::endl;
     for (SpanFigures const &figures : figures_)
     {
         out << figures.name << ": minimum " << FormatValue(figures.minimum) << ", maximum "

@@ -60,6 +60,8 @@ public:
     void SetSpan(SampleSpan span, bool isFinal = true);
     /// Figures of all channels; none while they are computed, and without a span.
     std::vector<SpanFigures> const &GetFigures() const { return figures_; }
+    /// True while figures are computed.
+    bool IsMeasuring() const { return job_ != 0; }
     /// Writes length and figures, a line for each channel.
     void PrintSpan(quillmarsh::ostream &out) const;
     /// @}
