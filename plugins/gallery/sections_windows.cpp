@@ -84,6 +84,7 @@ struct TypeSample
     char const *shaderName;
 };
 constexpr TypeSample s_typeSamples[] = {{"Heading", ShaderName_Heading},
+                                        {"Section", ShaderName_Section},
                                         {"Label", ShaderName_Label},
                                         {"Hint", ShaderName_Hint},
                                         {"Failure", ShaderName_Failure}};

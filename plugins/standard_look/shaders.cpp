@@ -14,6 +14,7 @@ constexpr ShaderRow s_rows[] = {
     {widgets::ShaderName_Group, widgets::FontName_Text, &DrawGroup},
     {widgets::ShaderName_Label, widgets::FontName_Text, &DrawLabel},
     {widgets::ShaderName_Heading, widgets::FontName_Large, &DrawLabel},
+    {widgets::ShaderName_Section, widgets::FontName_Bold, &DrawLabel},
     {widgets::ShaderName_Hint, widgets::FontName_Small, &DrawHint},
     {widgets::ShaderName_Failure, widgets::FontName_Text, &DrawFailure},
     {widgets::ShaderName_Sign, widgets::FontName_Text, &DrawSign},

@@ -50,7 +50,7 @@ public:
     /// Makes the view. Called once, ahead of the first frame; null for a room without one.
     virtual quillmarsh::gui::Component *MakeView(quillmarsh::gui::Component &) { return nullptr; }
     /// Makes the widgets beside the view, in a column that shows together with it. Called once. Labels of groups are
-    /// of shader ShaderName_Heading, and sizes fit a column of s_inspectorWidth units.
+    /// of shader ShaderName_Section, and sizes fit a column of s_inspectorWidth units.
     virtual void MakeInspector(quillmarsh::widgets::Stack &) {}
     static constexpr float s_inspectorWidth = 240;
     /// @}

@@ -29,13 +29,13 @@ inline void InstallPlainLook(gui::Manager &manager)
     constexpr char name[] = "plain";
     new PlainShader(name);
     for (char const *const alias :
-         {ShaderName_Panel,       ShaderName_Desk,        ShaderName_Popup,         ShaderName_Group,
-          ShaderName_Label,       ShaderName_Heading,     ShaderName_Hint,          ShaderName_Failure,
-          ShaderName_Sign,        ShaderName_Button,      ShaderName_ToolButton,    ShaderName_CheckBox,
-          ShaderName_RadioButton, ShaderName_Slider,      ShaderName_SliderThumb,   ShaderName_ScrollBar,
-          ShaderName_ScrollThumb, ShaderName_TextField,   ShaderName_ListBox,       ShaderName_TabView,
-          ShaderName_Tab,         ShaderName_ProgressBar, ShaderName_SplitterThumb, ShaderName_ToolTip,
-          ShaderName_Menu,        ShaderName_ConsoleText})
+         {ShaderName_Panel,     ShaderName_Desk,        ShaderName_Popup,       ShaderName_Group,
+          ShaderName_Label,     ShaderName_Heading,     ShaderName_Section,     ShaderName_Hint,
+          ShaderName_Failure,   ShaderName_Sign,        ShaderName_Button,      ShaderName_ToolButton,
+          ShaderName_CheckBox,  ShaderName_RadioButton, ShaderName_Slider,      ShaderName_SliderThumb,
+          ShaderName_ScrollBar, ShaderName_ScrollThumb, ShaderName_TextField,   ShaderName_ListBox,
+          ShaderName_TabView,   ShaderName_Tab,         ShaderName_ProgressBar, ShaderName_SplitterThumb,
+          ShaderName_ToolTip,   ShaderName_Menu,        ShaderName_ConsoleText})
         manager.AddShaderAlias(alias, name);
     new gui::Cursor(name, {0, 0}, {16, 16}, {255, 255, 255, 255});
     for (char const *const alias :

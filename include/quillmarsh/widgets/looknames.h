@@ -18,6 +18,8 @@ inline constexpr char ShaderName_Popup[] = "look/popup";
 inline constexpr char ShaderName_Group[] = "look/group";
 inline constexpr char ShaderName_Label[] = "look/label";
 inline constexpr char ShaderName_Heading[] = "look/heading";
+/// Title of a group of widgets.
+inline constexpr char ShaderName_Section[] = "look/section";
 inline constexpr char ShaderName_Hint[] = "look/hint";
 inline constexpr char ShaderName_Failure[] = "look/failure";
 /// Sign beside the text of a message.

@@ -202,7 +202,7 @@ void DevicesRoom::MakeButtons(gui::Component &row)
 
 void DevicesRoom::MakeInspector(widgets::Stack &column)
 {
-    new widgets::Label(&column, "Input devices", widgets::ShaderName_Heading);
+    new widgets::Label(&column, "Input devices", widgets::ShaderName_Section);
     auto *const grid = new widgets::Grid(2, &column, {Measures::Grid, Measures::Grid});
     MakeButtons(*grid);
     auto *const open = new widgets::TextButton(&column, "Show in a panel");

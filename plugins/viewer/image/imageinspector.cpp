@@ -181,7 +181,7 @@ void ImageInspector::OpenImages(TextButton const &button)
 
 void ImageInspector::MakePlace(Stack &column)
 {
-    new Label(&column, "Image", ShaderName_Heading);
+    new Label(&column, "Image", ShaderName_Section);
     auto *const row = new Stack(false, &column, 4);
     AddButton(*row, "Fit", "Show the whole image (0)", "zoom fit");
     AddButton(*row, "1:1", "One pixel for each sample (1)", "zoom 1");
@@ -195,7 +195,7 @@ void ImageInspector::MakePlace(Stack &column)
 
 void ImageInspector::MakeColours(Stack &column)
 {
-    new Label(&column, "Colours", ShaderName_Heading);
+    new Label(&column, "Colours", ShaderName_Section);
     auto *const choices = new Grid(2, &column, s_rowGap);
     channel_ = AddChoice(*choices, "Channel", "What is shown of each sample (C)",
                          [this](TextButton &button) { OpenChannels(button); });
@@ -237,7 +237,7 @@ void ImageInspector::MakeColours(Stack &column)
 
 void ImageInspector::MakeHistogram(Stack &column)
 {
-    new Label(&column, "Histogram", ShaderName_Heading);
+    new Label(&column, "Histogram", ShaderName_Section);
     showsHistogram_ = new CheckBox(&column, "Show the histogram");
     showsHistogram_->SetToolTipText("Count the samples by their values (H)");
     showsHistogram_->SetAction([this](bool on) { Run(on ? "histogram on" : "histogram off"); });
@@ -254,7 +254,7 @@ void ImageInspector::MakeHistogram(Stack &column)
 
 void ImageInspector::MakeMeasure(Stack &column)
 {
-    new Label(&column, "Measure", ShaderName_Heading);
+    new Label(&column, "Measure", ShaderName_Section);
     auto *const row = new Stack(false, &column, 4);
     tools_ = AddSwitches(*row, GetImageToolNames(), "measure -tool=");
     char const *const tips[] = {"A drag moves the image", "A drag measures a line (Ctrl with the drag)",
@@ -267,7 +267,7 @@ void ImageInspector::MakeMeasure(Stack &column)
 
 void ImageInspector::MakeComparison(Stack &column)
 {
-    new Label(&column, "Compare", ShaderName_Heading);
+    new Label(&column, "Compare", ShaderName_Section);
     auto *const row = new Stack(false, &column, 4);
     other_ = new TextButton(row, "With…");
     other_->SetToolTipText("Choose the image to compare with");

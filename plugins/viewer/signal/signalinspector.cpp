@@ -55,7 +55,7 @@ RadioButton &SignalInspector::MakeChoice(gui::Component &parent, char const *tex
 
 void SignalInspector::MakeSignal(Stack &column)
 {
-    new Label(&column, "Signal", ShaderName_Heading);
+    new Label(&column, "Signal", ShaderName_Section);
     size_ = new Label(&column, string());
     size_->SetWrapWidth(240);
     range_ = new Label(&column, string(), ShaderName_Hint);
@@ -68,7 +68,7 @@ void SignalInspector::MakeSignal(Stack &column)
 
 void SignalInspector::MakeChannels(Stack &column)
 {
-    new Label(&column, "Channels", ShaderName_Heading);
+    new Label(&column, "Channels", ShaderName_Section);
     for (unsigned int i = 0; i < s_maxChannels; ++i)
     {
         channels_[i] = new CheckBox(&column, s_channelNames[i], true);
@@ -83,7 +83,7 @@ void SignalInspector::MakeChannels(Stack &column)
 
 void SignalInspector::MakeAxes(Stack &column)
 {
-    new Label(&column, "Values", ShaderName_Heading);
+    new Label(&column, "Values", ShaderName_Section);
     auto *const row = new Stack(false, &column);
     valueRanges_[0] = &MakeChoice(*row, "Auto", s_valueGroup, "values auto",
                                   "From the least to the greatest value of the whole signal (A)");
@@ -92,7 +92,7 @@ void SignalInspector::MakeAxes(Stack &column)
     valueRanges_[2] =
         &MakeChoice(*row, "Nominal", s_valueGroup, "values nominal", "All values that the sample format means (N)");
     values_ = new Label(&column, string(), ShaderName_Hint);
-    new Label(&column, "Samples a second", ShaderName_Heading);
+    new Label(&column, "Samples a second", ShaderName_Section);
     rate_ = new TextField(&column, string(), 120);
     rate_->SetPlaceholder("unknown");
     rate_->SetToolTipText("Rate of the samples in hertz; empty counts samples instead of seconds");
@@ -109,7 +109,7 @@ void SignalInspector::MakeAxes(Stack &column)
 
 void SignalInspector::MakeSpan(Stack &column)
 {
-    new Label(&column, "Span", ShaderName_Heading);
+    new Label(&column, "Span", ShaderName_Section);
     span_ = new Label(&column, string(), ShaderName_Hint);
     span_->SetWrapWidth(240);
     figures_ = new Grid(s_maxChannels + 1, &column, {Measures::Gap, Measures::Grid});

@@ -70,7 +70,7 @@ VolumeInspector::VolumeInspector(PaneContext &context, Stack &column) : Stack(tr
 
 void VolumeInspector::AddHeading(char const *text)
 {
-    new Label(this, text, ShaderName_Heading);
+    new Label(this, text, ShaderName_Section);
 }
 
 VolumeInspector::Row &VolumeInspector::AddRow(char const *name, char const *toolTip, float step,

@@ -64,7 +64,7 @@ Stack &AddGroup(Stack &column, string const &title)
 {
     auto *const group = new Stack(true, &column);
     group->SetAlignment(widgets::e_stack_stretch);
-    new widgets::Label(group, title, widgets::ShaderName_Heading);
+    new widgets::Label(group, title, widgets::ShaderName_Section);
     return *group;
 }
 
