@@ -91,7 +91,7 @@ TEST(ImageLevels, FitTheZoomAndAThirdOfTheMemory)
 
 TEST(ImageLevels, TellProgressAndStop)
 {
-    ContentPtr const content = MakeRandomContent(e_format_A8R8G8B8, 3000, 2000);
+    ContentPtr const content = MakeContent(e_format_A8R8G8B8, 3000, 2000, std::vector<unsigned int>(6000000));
     std::vector<double> parts;
     auto const report = [&](double part)
     {
