@@ -207,6 +207,7 @@ void Program::OpenSource()
     // After a failure, a robot or a recording would work with what is not there.
     lines_.SetSource(source_.get(), arguments_.stopOnError || arguments_.robot || arguments_.recording);
     lines_.SetStrict(arguments_.strict);
+    lines_.SetCountsQueuedLines(arguments_.stopOnError);
     lines_.SetHistory(&history_);
 }
 

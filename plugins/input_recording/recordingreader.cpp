@@ -91,7 +91,7 @@ private:
             Fail("nothing may follow the end");
         if (!hasSignature_)
             ReadSignature(words);
-        else if (IsDigit(words[0][0]) || words[0][0] == '-' || words[0][0] == '.')
+        else if (IsDigit(words[0][0]) || words[0][0] == '-' || words[0][0] == '.' || words[0][0] == '+')
             ReadTimedLine(words);
         else if (words[0] == "description" && recording_.samples.empty())
             recording_.description = GetRest(line);
@@ -283,11 +283,15 @@ private:
         recording_.changes.push_back({index, value});
     }
 
+    /// Reads a time; behind "+", it counts from the previous line on.
     double ReadTime(string const &text) const
     {
+        bool const isStep = text[0] == '+';
         double time = 0;
-        auto const [end, error] = std::from_chars(text.data(), text.data() + text.size(), time);
-        if (error != std::errc() || end != text.data() + text.size() || !(time >= 0 && time <= s_maxTime))
+        auto const [end, error] = std::from_chars(text.data() + isStep, text.data() + text.size(), time);
+        bool const isNumber = error == std::errc() && end == text.data() + text.size() && time >= 0;
+        time += isStep ? recording_.length : 0;
+        if (!isNumber || !(time <= s_maxTime))
             Fail("\"" + text + "\" is not a number of seconds from 0 to 1e9");
         return time;
     }

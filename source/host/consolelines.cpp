@@ -122,8 +122,17 @@ void ConsoleLines::RunQueuedLines()
             return;
         kernel_.GetFailures().SetPlace("a queued console line");
         SharedOutputStream &out = kernel_.GetConsole().GetStream();
-        kernel_.GetCommandInterpreter()->InterpretScript(out, line, false);
+        if (line.empty())
+            continue;
+        // A line feed in it, such as one in the name of a file, begins no other line.
+        out << line << '\n';
+        bool const succeeded = kernel_.GetCommandInterpreter()->InterpretCommandLine(line, out);
         out.flush();
+        if (succeeded || !countsQueuedLines_)
+            continue;
+        hasFailed_ = true;
+        next_ = LineSource::eNext::e_end;
+        report_("the line failed: " + line);
     }
 }
 

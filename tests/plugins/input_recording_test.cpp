@@ -130,6 +130,21 @@ TEST(Recording, PlaysOnceOrOverAndOver)
     play(looped, true);
 }
 
+TEST(Recording, StepsCountFromTheLineBefore)
+{
+    Recording const recording = Parse("controller mouse\n1 mouse wheel=1\n+0.25 mouse wheel=1\n+0 mouse wheel=1\n"
+                                      "2 mouse wheel=1\n+.5 end");
+    std::vector<double> times;
+    for (Sample const &sample : recording.samples)
+        times.push_back(sample.time);
+    EXPECT_EQ((std::vector<double>{1, 1.25, 1.25, 2}), times);
+    EXPECT_EQ(2.5, recording.length);
+    for (char const *const step : {"+", "+-1", "++1", "+1e9"})
+    {
+        EXPECT_THROW(Parse(string("controller mouse\n1 mouse wheel=1\n") + step + " end"), RecordingException) << step;
+    }
+}
+
 TEST(PlayedDevice, EndsTheProgramAndWaitsForSlowFrames)
 {
     for (bool const isSteady : {false, true})

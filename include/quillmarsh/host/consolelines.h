@@ -40,6 +40,10 @@ public:
     /// Commands of the class TableCommand refuse such lines by themselves.
     void SetStrict(bool strict) { strict_ = strict; }
 
+    /// With `counts`, a queued line that fails, such as one of a button or of a key, is reported and ends the source as a
+    /// failed line of a script does. Without it, which is the default, only its own message tells of it.
+    void SetCountsQueuedLines(bool counts) { countsQueuedLines_ = counts; }
+
     /// Hands each typed line that has run to the history; borrows it, and null means none.
     void SetHistory(ConsoleHistory *history) { history_ = history; }
 
@@ -79,6 +83,7 @@ private:
     ConsoleHistory *history_ = nullptr;
     bool stopOnError_ = false;
     bool strict_ = false;
+    bool countsQueuedLines_ = false;
     std::function<void(string const &)> report_;
     LineSource::eNext next_ = LineSource::eNext::e_none;
     SourceLine line_;
