@@ -1,6 +1,8 @@
 #include "workspace.h"
 
+#include <quillmarsh/basetools/filesystem.h>
 #include <quillmarsh/basetools/outputstream.h>
+#include <quillmarsh/dataobjects/dataexception.h>
 #include <quillmarsh/framework/kernel.h>
 
 namespace viewer
@@ -11,6 +13,16 @@ using namespace quillmarsh;
 Workspace::Workspace() : loader_([this] { Invalidate(); }), jobs_([this] { Invalidate(); }), documents_(loader_) {}
 
 Workspace::~Workspace() = default;
+
+string Workspace::MakeFullName(string const &name) const
+{
+    bool const isInFolder = !file_system::IsAbsolutePathName(name) && !folder_.GetPath().empty() &&
+                            !file_system::FileExists(name) && file_system::FileExists(folder_.GetPath() + name);
+    string full = isInFolder ? folder_.GetPath() + name : name;
+    if (!file_system::ForceFullPathName(full, false) || !file_system::ExpandPathName(full, full, false))
+        throw sampled_data::DataException(name + ": there is no such place");
+    return full;
+}
 
 DocumentPtr Workspace::FindShown(std::size_t numDimensions) const
 {

@@ -28,6 +28,9 @@ public:
     Documents &GetDocuments() { return documents_; }
     /// The current document if it has a content of `numDimensions`; null otherwise.
     DocumentPtr FindShown(std::size_t numDimensions) const;
+    /// Returns the full name of a file or folder that a line of the console names: one in the folder that is listed, if
+    /// there is none in the directory of the process. Throws a DataException for a name that leads nowhere.
+    string MakeFullName(string const &name) const;
 
     /// Runs a line as if it had been typed, before the next frame. What buttons, keys and menus do goes this way, so that
     /// the console shows it.

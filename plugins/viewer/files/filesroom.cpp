@@ -84,15 +84,6 @@ private:
 
 // Names.
 
-/// Returns a name on the console as a full name; throws a DataException if it has none.
-string MakeFullName(string const &name)
-{
-    string full = name;
-    if (!file_system::ForceFullPathName(full, false) || !file_system::ExpandPathName(full, full, false))
-        throw DataException(name + ": there is no such place");
-    return full;
-}
-
 bool IsFolder(string const &name)
 {
     return file_system::GetFileType(name, true) == std::filesystem::file_type::directory;
@@ -236,7 +227,7 @@ constexpr FilesRoom::Command FilesRoom::s_commands[] = {
      {
          string const &shown = room.workspace_.GetFolder().GetPath();
          if (string const *const name = arguments.FindArgument(0))
-             room.ReadFolder(MakeFullName(*name));
+             room.ReadFolder(room.workspace_.MakeFullName(*name));
          else if (!arguments.HasOption("again"))
              out << (shown.empty() ? "none" : shown) << std::endl;
          else if (!shown.empty())
@@ -259,7 +250,7 @@ constexpr FilesRoom::Command FilesRoom::s_commands[] = {
      [](FilesRoom &room, ostream &out, CommandArguments const &arguments)
      {
          if (string const *const name = arguments.FindArgument(0))
-             room.recent_.Add(MakeFullName(*name));
+             room.recent_.Add(room.workspace_.MakeFullName(*name));
          else
          {
              for (string const &folder : room.recent_.GetAll())
@@ -291,7 +282,7 @@ std::span<KeyBinding const> FilesRoom::GetKeys() const
 
 void FilesRoom::Open(string const &name, bool instead)
 {
-    string const full = MakeFullName(name);
+    string const full = workspace_.MakeFullName(name);
     if (IsFolder(full))
     {
         ReadFolder(full);

@@ -3,7 +3,6 @@
 #include "imagewords.h"
 #include "numbers.h"
 
-#include <quillmarsh/basetools/filesystem.h>
 #include <quillmarsh/dataobjects/dataexception.h>
 
 #include <cmath>
@@ -286,7 +285,7 @@ DocumentPtr FindOther(ImageState &state, string const &name)
             return document;
     }
     DocumentPtr const current = documents.GetCurrent();
-    documents.Open(file_system::GetFullPathNameA(name, false));
+    documents.Open(state.GetWorkspace().MakeFullName(name));
     DocumentPtr const other = documents.GetCurrent();
     documents.SetCurrent(current);
     return other;
