@@ -86,7 +86,8 @@ void AddOptions(CLI::App &app, Arguments &arguments)
     app.add_option("--play", arguments.recording, "play the recording FILE as mouse and keyboard, then exit")
         ->type_name("FILE");
     app.add_option("--screenshots", arguments.screenshots, "put screenshots into the folder DIR")->type_name("DIR");
-    app.add_flag("--stop-on-error", arguments.stopOnError, "stop at the first line that fails, of a script or of the GUI");
+    app.add_flag("--stop-on-error", arguments.stopOnError,
+                 "stop at the first line that fails, of a script or of the GUI");
     app.add_flag("--no-start-script", arguments.noStartScript, "leave the user's own start script out");
     app.add_flag("--strict", arguments.strict, "refuse lines with words that their command does not know");
     app.add_option_function<string>(
