@@ -235,12 +235,23 @@ std::size_t Thin(SliceLayout &layout, unsigned int step)
     return row + thin(layout.numColumns, layout.columnStep);
 }
 
-void CopySamples(SliceLayout const &layout, unsigned char const *source, ImageBase &image)
+using Progress = std::function<bool(double)>;
+
+/// Asks now and then whether to go on.
+bool GoesOn(Progress const &progress, unsigned int row, unsigned int numRows)
+{
+    return !progress || row % 16 != 0 || progress(static_cast<double>(row) / numRows);
+}
+
+/// Returns false if it was stopped.
+bool CopySamples(SliceLayout const &layout, unsigned char const *source, ImageBase &image, Progress const &progress)
 {
     std::size_t const sampleSize = image.GetSampleByteSize();
     unsigned char *to = image.GetSamplesB();
     for (unsigned int row = 0; row < layout.numRows; ++row, source += layout.rowStep, to += image.GetRowByteSize())
     {
+        if (!GoesOn(progress, row, layout.numRows))
+            return false;
         if (layout.columnStep == sampleSize)
         {
             std::memcpy(to, source, image.GetRowByteSize());
@@ -249,6 +260,7 @@ void CopySamples(SliceLayout const &layout, unsigned char const *source, ImageBa
         for (unsigned int column = 0; column < layout.numColumns; ++column)
             std::memcpy(to + column * sampleSize, source + column * layout.columnStep, sampleSize);
     }
+    return true;
 }
 
 struct Maximum
@@ -279,7 +291,8 @@ struct Mean
 };
 
 template<typename Components, typename Projection>
-void Project(SliceLayout const &layout, Slab const &slab, unsigned char const *source, ImageBase &image)
+bool Project(SliceLayout const &layout, Slab const &slab, unsigned char const *source, ImageBase &image,
+             Progress const &progress)
 {
     using Number = typename Components::Number;
     constexpr unsigned int count = Components::s_count;
@@ -287,6 +300,8 @@ void Project(SliceLayout const &layout, Slab const &slab, unsigned char const *s
     Number numbers[count];
     for (unsigned int row = 0; row < layout.numRows; ++row, source += layout.rowStep)
     {
+        if (!GoesOn(progress, row, layout.numRows))
+            return false;
         for (unsigned int column = 0; column < layout.numColumns; ++column)
             Components::Read(source + column * layout.columnStep, &sums[column * count]);
         for (unsigned int slice = 1; slice < slab.count; ++slice)
@@ -308,6 +323,7 @@ void Project(SliceLayout const &layout, Slab const &slab, unsigned char const *s
             Components::Write(numbers, to + column * step);
         }
     }
+    return true;
 }
 
 /// Pixels of a row that lie inside of the volume: from `begin` to ahead of `end`.
@@ -489,7 +505,7 @@ std::span<char const *const> GetProjectionNames()
 }
 
 AutoPtr<ImageBase> ExtractSlice(VolumeBase const &volume, eSliceAxis axis, unsigned int index, eProjection projection,
-                                unsigned int thickness, unsigned int step)
+                                unsigned int thickness, unsigned int step, std::function<bool(double)> const &progress)
 {
     SliceLayout layout = MakeLayout(volume, axis);
     QUILLMARSH_ASSERT(index < layout.numSlices, "Slice-index out of range.");
@@ -507,17 +523,17 @@ AutoPtr<ImageBase> ExtractSlice(VolumeBase const &volume, eSliceAxis axis, unsig
         layout.numColumns *= volume.GetSampleByteSize();
         layout.columnStep = 1;
     }
+    bool isDone = true;
     auto const project = [&]<typename Components>(Components)
     {
-        if (projection == eProjection::e_maximum)
-            Project<Components, Maximum>(layout, slab, first, *image);
-        else
-            Project<Components, Mean>(layout, slab, first, *image);
+        isDone = projection == eProjection::e_maximum
+                     ? Project<Components, Maximum>(layout, slab, first, *image, progress)
+                     : Project<Components, Mean>(layout, slab, first, *image, progress);
     };
     eSampleFormat const format = areBytes ? e_format_L8 : volume.GetSampleFormat();
     if (!isProjected || !WithComponents(format, project))
-        CopySamples(layout, samples + middle * layout.sliceStep, *image);
-    return image;
+        isDone = CopySamples(layout, samples + middle * layout.sliceStep, *image, progress);
+    return isDone ? std::move(image) : nullptr;
 }
 
 void ComposePlane(ImageBase &picture, VolumeBase const &volume, Plane const &plane, ToneMap const &tones,

@@ -42,10 +42,12 @@ struct Plane
 /// format. Layers give rows by columns, rows give layers by columns, columns give layers by rows. The slab is cut to the
 /// volume. In a maximum, a NaN gives way to any number. The index is asserted to be in range. A format that is not known
 /// gives the slice itself. With a `step` above 1, only the middle one of so many rows and columns of the slice is read:
-/// the others of a mapped volume are not touched. A rest at the far end counts as none. Any thread.
+/// the others of a mapped volume are not touched. A rest at the far end counts as none. `progress` as in
+/// ImageLevels::Build(); null when it stops. Any thread.
 quillmarsh::AutoPtr<quillmarsh::ImageBase> ExtractSlice(quillmarsh::VolumeBase const &volume, eSliceAxis axis,
                                                         unsigned int index, eProjection projection,
-                                                        unsigned int thickness, unsigned int step = 1);
+                                                        unsigned int thickness, unsigned int step = 1,
+                                                        std::function<bool(double)> const &progress = {});
 /// Fills a picture in A8R8G8B8 with the samples that a plane cuts, linearly between the eight nearest. Outside of the
 /// volume it gets `background`. Any thread.
 void ComposePlane(quillmarsh::ImageBase &picture, quillmarsh::VolumeBase const &volume, Plane const &plane,

@@ -47,8 +47,8 @@ SmallVolumePtr MakeSmallVolume(Content const &content, int channel, unsigned int
 
 /// Fills a picture in A8R8G8B8 with the greatest values along the line of sight. With a `zoom` of 1 the volume just fits
 /// the picture, whatever its rotation. Any thread; the time depends on the picture and the sides of the volume.
-void ComposeProjection(quillmarsh::ImageBase &picture, SmallVolume const &volume, Rotation const &rotation,
-                       double zoom, ToneMap const &tones, Pixel background);
+void ComposeProjection(quillmarsh::ImageBase &picture, SmallVolume const &volume, Rotation const &rotation, double zoom,
+                       ToneMap const &tones, Pixel background);
 
 } // namespace viewer
 

@@ -101,6 +101,8 @@ TEST(Slices, ThinOnesHaveTheMiddleOfEachStep)
     EXPECT_EQ((std::vector<unsigned int>{121, 123}), thin(eSliceAxis::e_row, 2, eProjection::e_maximum));
     EXPECT_EQ((std::vector<unsigned int>{111}), thin(eSliceAxis::e_column, 3, eProjection::e_slice));
     EXPECT_EQ((std::vector<unsigned int>{112}), thin(eSliceAxis::e_layer, 100, eProjection::e_slice));
+    for (eProjection const projection : {eProjection::e_slice, eProjection::e_mean})
+        EXPECT_EQ(nullptr, ExtractSlice(*volume, eSliceAxis::e_row, 1, projection, 3, 1, [](double) { return false; }));
 }
 
 TEST(Slices, ProjectEachComponentOfItsFormat)

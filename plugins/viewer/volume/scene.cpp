@@ -51,13 +51,14 @@ AutoPtr<ImageBase> BorrowLayer(VolumeBase const &volume, unsigned int layer)
 }
 
 ContentPtr MakeSlice(ContentPtr const &content, eSliceAxis axis, unsigned int index, eProjection projection,
-                     unsigned int thickness, unsigned int step)
+                     unsigned int thickness, unsigned int step, Jobs::Progress const &progress = {})
 {
     VolumeBase const &volume = *content->Get<VolumeBase>();
     bool const isPlain = projection == eProjection::e_slice || thickness <= 1;
     if (axis == eSliceAxis::e_layer && isPlain)
         return std::make_shared<Content>(SampledData(BorrowLayer(volume, index)), content);
-    return std::make_shared<Content>(SampledData(ExtractSlice(volume, axis, index, projection, thickness, step)));
+    AutoPtr<ImageBase> slice = ExtractSlice(volume, axis, index, projection, thickness, step, progress);
+    return slice != nullptr ? std::make_shared<Content>(SampledData(std::move(slice))) : nullptr;
 }
 
 std::uint64_t CountBytes(VolumeBase const &volume)
@@ -248,8 +249,10 @@ void Scene::WishSlice(eSliceAxis axis, SliceKey const &key)
     slot.wished = key;
     auto work = [this, axis, key, content = content_](Jobs::Progress const &progress) -> Jobs::Finish
     {
-        ContentPtr const slice = MakeSlice(content, axis, key.index, key.projection, key.thickness, key.step);
-        std::shared_ptr<ImageLevels const> levels = ImageLevels::Build(slice, progress);
+        ContentPtr const slice = MakeSlice(content, axis, key.index, key.projection, key.thickness, key.step, progress);
+        std::shared_ptr<ImageLevels const> levels;
+        if (slice != nullptr)
+            levels = ImageLevels::Build(slice, progress);
         if (levels == nullptr)
             return {};
         return [this, axis, key, levels]
