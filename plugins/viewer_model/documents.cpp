@@ -1,8 +1,11 @@
 #include "documents.h"
 
+#include "loading.h"
+
 #include <quillmarsh/basetools/filesystem.h>
 
 #include <algorithm>
+#include <utility>
 
 namespace viewer
 {
@@ -143,9 +146,8 @@ void Documents::Open(string const &fileName)
 
 void Documents::Add(DocumentPtr document)
 {
-    ++revision_;
     all_.push_back(document);
-    current_ = std::move(document);
+    MakeCurrent(std::move(document));
 }
 
 void Documents::Close()
@@ -159,15 +161,56 @@ void Documents::Close()
         loader_.Cancel(current_->GetFileName());
     auto const index = static_cast<std::size_t>(found - all_.begin());
     all_.erase(found);
-    current_ = all_.empty() ? nullptr : all_[index == 0 ? 0 : index - 1];
+    MakeCurrent(all_.empty() ? nullptr : all_[index == 0 ? 0 : index - 1]);
 }
 
 void Documents::SetCurrent(DocumentPtr const &document)
 {
-    if (document == current_)
-        return;
+    if (document != current_)
+        MakeCurrent(document);
+}
+
+void Documents::MakeCurrent(DocumentPtr document)
+{
     ++revision_;
-    current_ = document;
+    current_ = std::move(document);
+    if (!current_)
+        return;
+    current_->currentTime_ = ++time_;
+    if (std::exchange(current_->isReleased_, false))
+        loader_.Load(current_->fileName_);
+}
+
+/// Returns the document that was current longest ago, among those whose files have all of them; null if the others take
+/// little memory.
+Document *Documents::FindReleasable() const
+{
+    // The document itself, and the loader.
+    constexpr long ownHolders = 2;
+    std::uint64_t byteSize = 0;
+    Document *oldest = nullptr;
+    for (DocumentPtr const &document : all_)
+    {
+        if (document == current_ || !document->loaded_)
+            continue;
+        byteSize += CountBytes(*document->loaded_);
+        bool const isOnDisk = !document->fileName_.empty() && document->failure_.empty() && !document->IsChanged();
+        bool const isHeld =
+            document->loaded_.use_count() > ownHolders || !document->undo_.empty() || !document->redo_.empty();
+        if (isOnDisk && !isHeld && (!oldest || document->currentTime_ < oldest->currentTime_))
+            oldest = document.get();
+    }
+    return byteSize > othersByteSize_ ? oldest : nullptr;
+}
+
+void Documents::Release()
+{
+    for (Document *document = FindReleasable(); document; document = FindReleasable())
+    {
+        ++document->revision_;
+        document->isReleased_ = true;
+        document->loaded_ = nullptr;
+    }
 }
 
 unsigned int Documents::GetRevision() const
@@ -191,6 +234,8 @@ std::vector<LoadResult> Documents::Poll()
                 document->TakeResult(result);
         }
     }
+    if (!results.empty())
+        Release();
     Watch();
     return results;
 }

@@ -27,13 +27,13 @@ public:
     string const &GetFileName() const { return fileName_; }
     /// Name without path, or that of the result.
     string GetTitle() const;
-    /// Null while it is being loaded, and after a failure without an older content.
+    /// Null while it is being loaded, after a failure without an older content, and while it is released (see Documents).
     LoadedPtr const &GetLoaded() const { return loaded_; }
     /// One line: why the file could not be loaded, or loaded again; the older content stays then. Empty if it could.
     string const &GetFailure() const { return failure_; }
     bool IsLoading() const { return loaded_ == nullptr && failure_.empty(); }
     /// Has a content that no file has yet.
-    bool IsChanged() const { return loaded_ && loaded_->content != saved_; }
+    bool IsChanged() const { return loaded_ && loaded_->content != saved_.lock(); }
     FileStamp const &GetStamp() const { return stamp_; }
     /// Counts changes of content, levels and failure.
     unsigned int GetRevision() const { return revision_; }
@@ -81,7 +81,11 @@ private:
     /// Of the last look at the file.
     FileStamp seenStamp_;
     /// The content that the file has.
-    ContentPtr saved_;
+    std::weak_ptr<Content const> saved_;
+    /// Has let go of the content that its file has.
+    bool isReleased_ = false;
+    /// Greater for documents that were current later.
+    unsigned int currentTime_ = 0;
     unsigned int revision_ = 0;
     std::deque<Step> undo_;
     std::deque<Step> redo_;
@@ -89,12 +93,18 @@ private:
 
 using DocumentPtr = std::shared_ptr<Document>;
 
-/// The open documents, of which one is current. Frame thread only.
+/// The open documents, of which one is current. When the others take too much memory, those that were current longest
+/// ago are released: they let go of what their files have, unless somebody else holds it, and are loaded again when they
+/// are opened or become current. Frame thread only.
 class Documents : quillmarsh::NoCopy
 {
 public:
-    /// Borrows the loader.
-    explicit Documents(Loader &loader) : loader_(loader) {}
+    /// Borrows the loader. `othersByteSize` is what documents may take that are not current.
+    explicit Documents(Loader &loader, std::uint64_t othersByteSize = std::uint64_t(1) << 31)
+        : loader_(loader),
+          othersByteSize_(othersByteSize)
+    {
+    }
 
     /// Makes a file the current document, and loads it if it is not open. The name is absolute.
     void Open(string const &fileName);
@@ -114,8 +124,13 @@ public:
 
 private:
     void Watch();
+    void MakeCurrent(DocumentPtr document);
+    Document *FindReleasable() const;
+    void Release();
 
     Loader &loader_;
+    std::uint64_t const othersByteSize_;
+    unsigned int time_ = 0;
     std::vector<DocumentPtr> all_;
     DocumentPtr current_;
     unsigned int revision_ = 0;

@@ -136,5 +136,40 @@ TEST_F(ViewerDocuments, FollowTheirFiles)
     EXPECT_EQ(GetSample(*document), 7);
 }
 
+TEST_F(ViewerDocuments, LetGoOfWhatTheirFilesHave)
+{
+    // Two images with their levels, but not three.
+    Documents documents(loader_, 30000);
+    auto const open = [&](string const &file)
+    {
+        documents.Open(file);
+        bool const isThere = quillmarsh::tests::WaitUntil(
+            [&]
+            {
+                bool const isBusy = loader_.IsBusy();
+                documents.Poll();
+                return !isBusy && documents.GetCurrent()->GetLoaded();
+            });
+        EXPECT_TRUE(isThere);
+        return documents.GetCurrent();
+    };
+    DocumentPtr const changed = open(Save("a.qmdp", {100, 100}, 1));
+    changed->Change(Make(9), "step");
+    string const file = Save("b.qmdp", {100, 100}, 2);
+    DocumentPtr const first = open(file);
+    DocumentPtr const held = open(Save("c.qmdp", {100, 100}, 3));
+    LoadedPtr const holder = held->GetLoaded();
+    DocumentPtr const last = open(Save("d.qmdp", {100, 100}, 4));
+    open(Save("e.qmdp", {100, 100}, 5));
+    EXPECT_FALSE(first->GetLoaded());
+    EXPECT_TRUE(changed->GetLoaded());
+    EXPECT_TRUE(held->GetLoaded());
+    EXPECT_TRUE(last->GetLoaded());
+    EXPECT_EQ(first->GetFailure(), "");
+    EXPECT_EQ(open(file), first);
+    EXPECT_EQ(GetSample(*first), 2);
+    EXPECT_FALSE(first->IsChanged());
+}
+
 } // namespace
 } // namespace viewer
