@@ -1,5 +1,5 @@
 // Plots of long signals in the viewer: their levels, and the picture of a frame while they scroll.
-#include <viewer_model/plot.h>
+#include <viewer_model/signals/plot.h>
 
 #include <benchmark/benchmark.h>
 

@@ -1,6 +1,6 @@
 // Pictures of images in the viewer: composing a view, the levels of an image, and the figures of its samples.
-#include <viewer_model/composer.h>
-#include <viewer_model/figures.h>
+#include <viewer_model/images/composer.h>
+#include <viewer_model/images/figures.h>
 
 #include <benchmark/benchmark.h>
 

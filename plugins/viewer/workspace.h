@@ -2,9 +2,9 @@
 #ifndef QUILLMARSH_PLUGINS_VIEWER_WORKSPACE_H
 #define QUILLMARSH_PLUGINS_VIEWER_WORKSPACE_H
 
-#include <viewer_model/documents.h>
-#include <viewer_model/folder.h>
-#include <viewer_model/jobs.h>
+#include <viewer_model/files/documents.h>
+#include <viewer_model/files/folder.h>
+#include <viewer_model/files/jobs.h>
 
 #include <quillmarsh/platform/inputcodes.h>
 

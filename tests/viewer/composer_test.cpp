@@ -1,4 +1,4 @@
-#include <viewer_model/composer.h>
+#include <viewer_model/images/composer.h>
 
 #include "tests/support/scripted_dialogs.h"
 #include "tests/viewer/images.h"

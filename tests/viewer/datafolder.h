@@ -2,7 +2,7 @@
 #ifndef QUILLMARSH_TESTS_VIEWER_DATAFOLDER_H
 #define QUILLMARSH_TESTS_VIEWER_DATAFOLDER_H
 
-#include <viewer_model/documents.h>
+#include <viewer_model/files/documents.h>
 
 #include <quillmarsh/dataobjects/datacodecmanager.h>
 #include <quillmarsh/dataobjects/sampletransfer.h>

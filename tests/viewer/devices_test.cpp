@@ -1,7 +1,7 @@
 // The panel of input devices: recordings are played into it and recorded again.
 #include "tests/viewer/drive_viewer.h"
 
-#include "viewer_model/trace.h"
+#include "viewer_model/signals/trace.h"
 
 #include <gtest/gtest.h>
 

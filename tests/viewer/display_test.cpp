@@ -1,4 +1,4 @@
-#include <viewer_model/palettes.h>
+#include <viewer_model/samples/palettes.h>
 
 #include "tests/viewer/images.h"
 

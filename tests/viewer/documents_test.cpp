@@ -1,5 +1,5 @@
 // Open documents, their steps, and files that others change.
-#include "viewer_model/edits.h"
+#include "viewer_model/files/edits.h"
 
 #include "datafolder.h"
 

@@ -1,6 +1,6 @@
 // Conversions and changes of size, and their order as jobs.
-#include "viewer_model/documentwork.h"
-#include "viewer_model/imagelevels.h"
+#include "viewer_model/files/documentwork.h"
+#include "viewer_model/images/imagelevels.h"
 
 #include "datafolder.h"
 #include "images.h"

@@ -1,4 +1,4 @@
-#include <viewer_model/figures.h>
+#include <viewer_model/images/figures.h>
 
 #include "tests/viewer/images.h"
 

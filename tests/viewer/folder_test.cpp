@@ -1,5 +1,5 @@
 // The list of a folder.
-#include "viewer_model/folder.h"
+#include "viewer_model/files/folder.h"
 
 #include "datafolder.h"
 

@@ -4,7 +4,7 @@
 #include "tests/viewer/datafolder.h"
 #include "tests/viewer/images.h"
 
-#include <viewer_model/imageplace.h>
+#include <viewer_model/images/imageplace.h>
 
 #include <gtest/gtest.h>
 

@@ -2,8 +2,8 @@
 #ifndef QUILLMARSH_TESTS_VIEWER_IMAGES_H
 #define QUILLMARSH_TESTS_VIEWER_IMAGES_H
 
-#include <viewer_model/channels.h>
-#include <viewer_model/content.h>
+#include <viewer_model/samples/channels.h>
+#include <viewer_model/samples/content.h>
 
 #include "tests/support/sample_blocks.h"
 

@@ -1,5 +1,5 @@
 // Work on a thread of its own.
-#include "viewer_model/jobs.h"
+#include "viewer_model/files/jobs.h"
 
 #include <quillmarsh/dataobjects/dataexception.h>
 

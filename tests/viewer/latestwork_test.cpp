@@ -1,5 +1,5 @@
 // The newest wish counts.
-#include <viewer_model/latestwork.h>
+#include <viewer_model/files/latestwork.h>
 
 #include <quillmarsh/dataobjects/dataexception.h>
 

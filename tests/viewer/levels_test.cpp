@@ -1,4 +1,4 @@
-#include <viewer_model/imagelevels.h>
+#include <viewer_model/images/imagelevels.h>
 
 #include "tests/viewer/images.h"
 

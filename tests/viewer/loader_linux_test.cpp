@@ -1,6 +1,6 @@
 // Large mapped files, files that shrink under the loader, and full disks.
-#include "viewer_model/documentwork.h"
-#include "viewer_model/loading.h"
+#include "viewer_model/files/documentwork.h"
+#include "viewer_model/files/loading.h"
 
 #include "datafolder.h"
 

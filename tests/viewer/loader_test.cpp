@@ -1,7 +1,7 @@
 // The loader's threads: results, what is kept, files that change or are damaged.
-#include "viewer_model/channels.h"
-#include "viewer_model/imagelevels.h"
-#include "viewer_model/loading.h"
+#include "viewer_model/files/loading.h"
+#include "viewer_model/images/imagelevels.h"
+#include "viewer_model/samples/channels.h"
 
 #include "datafolder.h"
 #include "tests/support/tiff_bytes.h"

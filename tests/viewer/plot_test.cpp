@@ -1,5 +1,5 @@
 // Plots of signals: what they show, and what they measure.
-#include "viewer_model/plot.h"
+#include "viewer_model/signals/plot.h"
 
 #include <quillmarsh/dataobjects/signalbase.h>
 

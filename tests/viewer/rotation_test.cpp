@@ -1,5 +1,5 @@
 // Directions of sight, and the angles that make them.
-#include <viewer_model/rotation.h>
+#include <viewer_model/volumes/rotation.h>
 
 #include <gtest/gtest.h>
 

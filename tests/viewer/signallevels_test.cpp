@@ -1,5 +1,5 @@
 // Extremes and means of signals, against a plain look at every sample.
-#include "viewer_model/signallevels.h"
+#include "viewer_model/signals/signallevels.h"
 
 #include <quillmarsh/dataobjects/signalbase.h>
 

@@ -1,5 +1,5 @@
 // Slices, slabs and planes of small volumes, with values by hand.
-#include <viewer_model/slices.h>
+#include <viewer_model/volumes/slices.h>
 
 #include "tests/support/scripted_dialogs.h"
 

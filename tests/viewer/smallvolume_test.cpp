@@ -1,5 +1,5 @@
 // Volumes made small, and their greatest values along the line of sight.
-#include <viewer_model/smallvolume.h>
+#include <viewer_model/volumes/smallvolume.h>
 
 #include <quillmarsh/dataobjects/sampleddataoperations.h>
 

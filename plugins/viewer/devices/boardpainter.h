@@ -2,7 +2,7 @@
 #ifndef QUILLMARSH_PLUGINS_VIEWER_DEVICES_BOARDPAINTER_H
 #define QUILLMARSH_PLUGINS_VIEWER_DEVICES_BOARDPAINTER_H
 
-#include <viewer_model/trace.h>
+#include <viewer_model/signals/trace.h>
 
 #include <quillmarsh/gui/gui_component.h>
 #include <quillmarsh/gui/gui_drawparams.h>

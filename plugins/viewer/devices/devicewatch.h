@@ -4,7 +4,7 @@
 
 #include "readings.h"
 
-#include <viewer_model/trace.h>
+#include <viewer_model/signals/trace.h>
 
 namespace quillmarsh
 {

@@ -2,8 +2,8 @@
 #ifndef QUILLMARSH_PLUGINS_VIEWER_FILES_FILELIST_H
 #define QUILLMARSH_PLUGINS_VIEWER_FILES_FILELIST_H
 
-#include <viewer_model/folder.h>
-#include <viewer_model/loader.h>
+#include <viewer_model/files/folder.h>
+#include <viewer_model/files/loader.h>
 
 #include <quillmarsh/gui/gui_component.h>
 #include <quillmarsh/widgets/scrollbar.h>

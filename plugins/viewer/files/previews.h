@@ -2,7 +2,7 @@
 #ifndef QUILLMARSH_PLUGINS_VIEWER_FILES_PREVIEWS_H
 #define QUILLMARSH_PLUGINS_VIEWER_FILES_PREVIEWS_H
 
-#include <viewer_model/loader.h>
+#include <viewer_model/files/loader.h>
 
 #include <unordered_map>
 

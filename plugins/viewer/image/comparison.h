@@ -4,8 +4,8 @@
 
 #include "../workspace.h"
 
-#include <viewer_model/composer.h>
-#include <viewer_model/figures.h>
+#include <viewer_model/images/composer.h>
+#include <viewer_model/images/figures.h>
 
 namespace viewer
 {

@@ -2,8 +2,8 @@
 #ifndef QUILLMARSH_PLUGINS_VIEWER_IMAGE_FIGURESTASK_H
 #define QUILLMARSH_PLUGINS_VIEWER_IMAGE_FIGURESTASK_H
 
-#include <viewer_model/figures.h>
-#include <viewer_model/jobs.h>
+#include <viewer_model/files/jobs.h>
+#include <viewer_model/images/figures.h>
 
 #include <memory>
 #include <optional>

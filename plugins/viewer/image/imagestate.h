@@ -6,7 +6,7 @@
 #include "figurestask.h"
 #include "measurement.h"
 
-#include <viewer_model/imageplace.h>
+#include <viewer_model/images/imageplace.h>
 
 namespace viewer
 {

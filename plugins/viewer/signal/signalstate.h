@@ -4,7 +4,7 @@
 
 #include "workspace.h"
 
-#include <viewer_model/plot.h>
+#include <viewer_model/signals/plot.h>
 
 namespace viewer
 {

@@ -2,10 +2,10 @@
 #ifndef QUILLMARSH_PLUGINS_VIEWER_VOLUME_SCENE_H
 #define QUILLMARSH_PLUGINS_VIEWER_VOLUME_SCENE_H
 
-#include <viewer_model/latestwork.h>
-#include <viewer_model/rotation.h>
-#include <viewer_model/slices.h>
-#include <viewer_model/smallvolume.h>
+#include <viewer_model/files/latestwork.h>
+#include <viewer_model/volumes/rotation.h>
+#include <viewer_model/volumes/slices.h>
+#include <viewer_model/volumes/smallvolume.h>
 
 #include <array>
 #include <optional>

@@ -4,8 +4,8 @@
 
 #include "stackfunctions.h"
 
-#include <viewer_model/rotation.h>
-#include <viewer_model/smallvolume.h>
+#include <viewer_model/volumes/rotation.h>
+#include <viewer_model/volumes/smallvolume.h>
 
 #include <quillmarsh/gui/gui_rectangle.h>
 

@@ -10,7 +10,7 @@
 #include <quillmarsh/widgets/slider.h>
 #include <quillmarsh/widgets/textfield.h>
 
-#include <viewer_model/documentwork.h>
+#include <viewer_model/files/documentwork.h>
 
 namespace viewer
 {

@@ -1,10 +1,10 @@
 // A volume made small enough to be drawn as a whole.
-#ifndef QUILLMARSH_PLUGINS_VIEWER_MODEL_SMALLVOLUME_H
-#define QUILLMARSH_PLUGINS_VIEWER_MODEL_SMALLVOLUME_H
+#ifndef QUILLMARSH_PLUGINS_VIEWER_MODEL_VOLUMES_SMALLVOLUME_H
+#define QUILLMARSH_PLUGINS_VIEWER_MODEL_VOLUMES_SMALLVOLUME_H
 
-#include "content.h"
-#include "display.h"
 #include "rotation.h"
+#include <viewer_model/samples/content.h>
+#include <viewer_model/samples/display.h>
 
 #include <quillmarsh/mathtools/vector3.h>
 

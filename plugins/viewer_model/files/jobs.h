@@ -1,6 +1,6 @@
 // Long work on a thread, with progress and a way to stop it.
-#ifndef QUILLMARSH_PLUGINS_VIEWER_MODEL_JOBS_H
-#define QUILLMARSH_PLUGINS_VIEWER_MODEL_JOBS_H
+#ifndef QUILLMARSH_PLUGINS_VIEWER_MODEL_FILES_JOBS_H
+#define QUILLMARSH_PLUGINS_VIEWER_MODEL_FILES_JOBS_H
 
 #include <quillmarsh/platform/types.h>
 

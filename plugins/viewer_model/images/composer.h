@@ -1,9 +1,9 @@
 // Pictures of images, as large as the view that shows them.
-#ifndef QUILLMARSH_PLUGINS_VIEWER_MODEL_COMPOSER_H
-#define QUILLMARSH_PLUGINS_VIEWER_MODEL_COMPOSER_H
+#ifndef QUILLMARSH_PLUGINS_VIEWER_MODEL_IMAGES_COMPOSER_H
+#define QUILLMARSH_PLUGINS_VIEWER_MODEL_IMAGES_COMPOSER_H
 
-#include "display.h"
 #include "imagelevels.h"
+#include <viewer_model/samples/display.h>
 
 namespace viewer
 {

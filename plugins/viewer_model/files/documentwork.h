@@ -1,6 +1,6 @@
 // Long work on documents: steps, saves and levels, as jobs.
-#ifndef QUILLMARSH_PLUGINS_VIEWER_MODEL_DOCUMENTWORK_H
-#define QUILLMARSH_PLUGINS_VIEWER_MODEL_DOCUMENTWORK_H
+#ifndef QUILLMARSH_PLUGINS_VIEWER_MODEL_FILES_DOCUMENTWORK_H
+#define QUILLMARSH_PLUGINS_VIEWER_MODEL_FILES_DOCUMENTWORK_H
 
 #include "documents.h"
 #include "edits.h"

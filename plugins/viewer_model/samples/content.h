@@ -1,6 +1,6 @@
 // Samples that the viewer shows, and what was learned about their file.
-#ifndef QUILLMARSH_PLUGINS_VIEWER_MODEL_CONTENT_H
-#define QUILLMARSH_PLUGINS_VIEWER_MODEL_CONTENT_H
+#ifndef QUILLMARSH_PLUGINS_VIEWER_MODEL_SAMPLES_CONTENT_H
+#define QUILLMARSH_PLUGINS_VIEWER_MODEL_SAMPLES_CONTENT_H
 
 #include <quillmarsh/dataobjects/datafiles.h>
 

@@ -1,6 +1,6 @@
 // The channels of a sample format: names, ranges, values.
-#ifndef QUILLMARSH_PLUGINS_VIEWER_MODEL_CHANNELS_H
-#define QUILLMARSH_PLUGINS_VIEWER_MODEL_CHANNELS_H
+#ifndef QUILLMARSH_PLUGINS_VIEWER_MODEL_SAMPLES_CHANNELS_H
+#define QUILLMARSH_PLUGINS_VIEWER_MODEL_SAMPLES_CHANNELS_H
 
 #include <quillmarsh/dataobjects/sampleformats.h>
 #include <quillmarsh/platform/types.h>

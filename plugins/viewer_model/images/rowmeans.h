@@ -1,6 +1,6 @@
 // Means of two by two samples of all formats, a row at a time.
-#ifndef QUILLMARSH_PLUGINS_VIEWER_MODEL_ROWMEANS_H
-#define QUILLMARSH_PLUGINS_VIEWER_MODEL_ROWMEANS_H
+#ifndef QUILLMARSH_PLUGINS_VIEWER_MODEL_IMAGES_ROWMEANS_H
+#define QUILLMARSH_PLUGINS_VIEWER_MODEL_IMAGES_ROWMEANS_H
 
 #include <quillmarsh/dataobjects/sampleformats.h>
 

@@ -1,8 +1,8 @@
 // Conversions, changes of size and saving, as work for a job.
-#ifndef QUILLMARSH_PLUGINS_VIEWER_MODEL_EDITS_H
-#define QUILLMARSH_PLUGINS_VIEWER_MODEL_EDITS_H
+#ifndef QUILLMARSH_PLUGINS_VIEWER_MODEL_FILES_EDITS_H
+#define QUILLMARSH_PLUGINS_VIEWER_MODEL_FILES_EDITS_H
 
-#include "content.h"
+#include <viewer_model/samples/content.h>
 
 #include <quillmarsh/dataobjects/sampleddataoperations.h>
 

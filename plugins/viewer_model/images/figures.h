@@ -1,8 +1,8 @@
 // Figures of a part of an image: histogram, mean, extremes.
-#ifndef QUILLMARSH_PLUGINS_VIEWER_MODEL_FIGURES_H
-#define QUILLMARSH_PLUGINS_VIEWER_MODEL_FIGURES_H
+#ifndef QUILLMARSH_PLUGINS_VIEWER_MODEL_IMAGES_FIGURES_H
+#define QUILLMARSH_PLUGINS_VIEWER_MODEL_IMAGES_FIGURES_H
 
-#include "channels.h"
+#include <viewer_model/samples/channels.h>
 
 #include <quillmarsh/dataobjects/imagebase.h>
 

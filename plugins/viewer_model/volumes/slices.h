@@ -1,8 +1,8 @@
 // Slices through volumes.
-#ifndef QUILLMARSH_PLUGINS_VIEWER_MODEL_SLICES_H
-#define QUILLMARSH_PLUGINS_VIEWER_MODEL_SLICES_H
+#ifndef QUILLMARSH_PLUGINS_VIEWER_MODEL_VOLUMES_SLICES_H
+#define QUILLMARSH_PLUGINS_VIEWER_MODEL_VOLUMES_SLICES_H
 
-#include "composer.h"
+#include <viewer_model/images/composer.h>
 
 #include <quillmarsh/dataobjects/volumebase.h>
 #include <quillmarsh/mathtools/vector3.h>

@@ -1,6 +1,6 @@
 // The steps of loading a file: samples, smaller versions, preview.
-#ifndef QUILLMARSH_PLUGINS_VIEWER_MODEL_LOADING_H
-#define QUILLMARSH_PLUGINS_VIEWER_MODEL_LOADING_H
+#ifndef QUILLMARSH_PLUGINS_VIEWER_MODEL_FILES_LOADING_H
+#define QUILLMARSH_PLUGINS_VIEWER_MODEL_FILES_LOADING_H
 
 #include "loader.h"
 

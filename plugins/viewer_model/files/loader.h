@@ -1,8 +1,8 @@
 // Loads files on threads of its own, ahead of their use where there is time.
-#ifndef QUILLMARSH_PLUGINS_VIEWER_MODEL_LOADER_H
-#define QUILLMARSH_PLUGINS_VIEWER_MODEL_LOADER_H
+#ifndef QUILLMARSH_PLUGINS_VIEWER_MODEL_FILES_LOADER_H
+#define QUILLMARSH_PLUGINS_VIEWER_MODEL_FILES_LOADER_H
 
-#include "content.h"
+#include <viewer_model/samples/content.h>
 
 #include <chrono>
 #include <cstdint>

@@ -1,8 +1,8 @@
 // An image at halved sizes, of any size.
-#ifndef QUILLMARSH_PLUGINS_VIEWER_MODEL_IMAGELEVELS_H
-#define QUILLMARSH_PLUGINS_VIEWER_MODEL_IMAGELEVELS_H
+#ifndef QUILLMARSH_PLUGINS_VIEWER_MODEL_IMAGES_IMAGELEVELS_H
+#define QUILLMARSH_PLUGINS_VIEWER_MODEL_IMAGES_IMAGELEVELS_H
 
-#include "content.h"
+#include <viewer_model/samples/content.h>
 
 #include <quillmarsh/dataobjects/imagebase.h>
 

@@ -1,5 +1,5 @@
-#include "display.h"
 #include "loading.h"
+#include <viewer_model/samples/display.h>
 
 #include <quillmarsh/dataobjects/scaling.h>
 

@@ -1,6 +1,6 @@
 // The files of a folder that the viewer can open.
-#ifndef QUILLMARSH_PLUGINS_VIEWER_MODEL_FOLDER_H
-#define QUILLMARSH_PLUGINS_VIEWER_MODEL_FOLDER_H
+#ifndef QUILLMARSH_PLUGINS_VIEWER_MODEL_FILES_FOLDER_H
+#define QUILLMARSH_PLUGINS_VIEWER_MODEL_FILES_FOLDER_H
 
 #include <quillmarsh/platform/types.h>
 

@@ -1,9 +1,9 @@
 // Plots of signals: what shows, where it lies in a view, and the picture of it.
-#ifndef QUILLMARSH_PLUGINS_VIEWER_MODEL_PLOT_H
-#define QUILLMARSH_PLUGINS_VIEWER_MODEL_PLOT_H
+#ifndef QUILLMARSH_PLUGINS_VIEWER_MODEL_SIGNALS_PLOT_H
+#define QUILLMARSH_PLUGINS_VIEWER_MODEL_SIGNALS_PLOT_H
 
-#include "display.h"
 #include "signallevels.h"
+#include <viewer_model/samples/display.h>
 
 #include <quillmarsh/dataobjects/imagebase.h>
 

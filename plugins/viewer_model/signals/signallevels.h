@@ -1,9 +1,9 @@
 // Extremes and means of a signal at any zoom, in the time of a screen's width.
-#ifndef QUILLMARSH_PLUGINS_VIEWER_MODEL_SIGNALLEVELS_H
-#define QUILLMARSH_PLUGINS_VIEWER_MODEL_SIGNALLEVELS_H
+#ifndef QUILLMARSH_PLUGINS_VIEWER_MODEL_SIGNALS_SIGNALLEVELS_H
+#define QUILLMARSH_PLUGINS_VIEWER_MODEL_SIGNALS_SIGNALLEVELS_H
 
-#include "channels.h"
-#include "content.h"
+#include <viewer_model/samples/channels.h>
+#include <viewer_model/samples/content.h>
 
 #include <functional>
 

@@ -1,8 +1,8 @@
 #include "loading.h"
 
 #include "failures.h"
-#include "imagelevels.h"
-#include "signallevels.h"
+#include <viewer_model/images/imagelevels.h>
+#include <viewer_model/signals/signallevels.h>
 
 #include <quillmarsh/basetools/serializer_parameters.h>
 #include <quillmarsh/basetools/texttools.h>

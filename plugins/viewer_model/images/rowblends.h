@@ -1,6 +1,6 @@
 // Rows of samples picked from rows of an image, one for each pixel.
-#ifndef QUILLMARSH_PLUGINS_VIEWER_MODEL_ROWBLENDS_H
-#define QUILLMARSH_PLUGINS_VIEWER_MODEL_ROWBLENDS_H
+#ifndef QUILLMARSH_PLUGINS_VIEWER_MODEL_IMAGES_ROWBLENDS_H
+#define QUILLMARSH_PLUGINS_VIEWER_MODEL_IMAGES_ROWBLENDS_H
 
 #include <quillmarsh/dataobjects/sampleformats.h>
 
