@@ -482,7 +482,9 @@ bool Program::IsFrameLimitReached()
 double Program::GetIdleRate() const
 {
     bool const isPaced = kernel_.GetVideo().IsPacedByDisplay();
-    return (interactive_ || lines_.WaitsForInput()) && !isPaced ? s_defaultFrameRate : 0;
+    // A recording goes by the clock; more frames would only cost time.
+    bool const hasTime = interactive_ || lines_.WaitsForInput() || arguments_.recording;
+    return hasTime && !isPaced ? s_defaultFrameRate : 0;
 }
 
 void Program::RunFrames()

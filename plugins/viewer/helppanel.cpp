@@ -8,7 +8,6 @@ namespace viewer
 {
 
 using namespace quillmarsh;
-using widgets::Measures;
 
 namespace
 {

@@ -371,7 +371,7 @@ void Shell::RunState(string const &text, string const &name, bool isStart)
 bool Shell::AcceptsStateLine(string const &line) const
 {
     std::vector<string> const look = GetLook();
-    for (std::size_t i = 0; i < look.size(); ++i)
+    for (std::size_t i = 0; i < std::min(look.size(), startLook_.size()); ++i)
     {
         if (line.starts_with(string("var ") + s_lookVariables[i] + ' '))
             return look[i] == startLook_[i];

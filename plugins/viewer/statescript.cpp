@@ -98,7 +98,11 @@ std::vector<string> RunStateScript(string const &text, string const &name,
         if (line.empty() || line.front() == '#' || !accepts(line))
             continue;
         if (string const reason = RunLine(line); !reason.empty())
-            failures.push_back(name + '(' + MakeString(number) + "): " + reason);
+        {
+            std::ostringstream failure;
+            failure << name << '(' << number << "): " << reason;
+            failures.push_back(failure.str());
+        }
     }
     return failures;
 }

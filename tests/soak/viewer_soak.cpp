@@ -122,8 +122,10 @@ int Run(string const &program, unsigned int numFrames, unsigned int seed, bool s
     for (char const *const name : {"HOME", "XDG_CONFIG_HOME", "XDG_STATE_HOME", "XDG_DATA_HOME", "XDG_CACHE_HOME"})
         environment.emplace_back(name, scratch.GetPath().c_str());
     std::filesystem::current_path(scratch.GetPath());
-    if (!ConfineFiles({"/usr", "/lib", "/lib64", "/etc", "/proc", "/sys", "/dev", "/var", programFolder},
-                      {scratch.GetPath().string(), "/dev"}))
+    // A sanitizer reads its suppressions at the end.
+    if (!ConfineFiles(
+            {"/usr", "/lib", "/lib64", "/etc", "/proc", "/sys", "/dev", "/var", programFolder, QUILLMARSH_TEST_SUPPORT},
+            {scratch.GetPath().string(), "/dev"}))
     {
         std::cerr << "This kernel cannot keep the robot away from other files." << std::endl;
         return s_skipped;

@@ -1,5 +1,6 @@
 // The viewer in a window on a display: it sleeps while nothing happens, and wakes at once.
 #include "tests/support/host_process.h"
+#include "tests/support/leaks.h"
 #include "tests/support/virtual_display.h"
 
 #include <quillmarsh/framework/kernel.h>
@@ -57,6 +58,8 @@ protected:
         return std::chrono::duration_cast<milliseconds>(time);
     }
 
+    /// The driver of the graphics card is unloaded at the end.
+    NoLeakCheck noLeakCheck_;
     std::ostringstream out_;
     host::Session session_{{.programName = "test", .out = &out_}};
     unsigned int numFrames_ = 0;

@@ -15,7 +15,7 @@ using namespace quillmarsh;
 
 unsigned int ToField(double value, unsigned int largest)
 {
-    return static_cast<unsigned int>(Clamp(value) * largest + 0.5);
+    return static_cast<unsigned int>(std::lround(Clamp(value) * largest));
 }
 
 double FindLuminance(Color const &color)

@@ -145,8 +145,8 @@ void BoardPainter::DrawTrace(vec2 const &position, vec2 const &size, Trace const
         double bottom = 0;
         double top = 0;
         if (columns.TakeUntil(now - Trace::s_seconds * (1 - (x + 1.0) / width), bottom, top))
-            SetColumn(vertices_.GetVertices() + verticesOfColumn * count++, position.x + static_cast<float>(x),
-                      toY(top), toY(bottom) + thickness, color);
+            SetColumn(&vertices_[verticesOfColumn * count++], position.x + static_cast<float>(x), toY(top),
+                      toY(bottom) + thickness, color);
     }
     renderer_->DrawPrimitive(vertices_, gui::Renderer::e_triangleList, 2 * count, 0);
 }

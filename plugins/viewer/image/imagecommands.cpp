@@ -286,7 +286,7 @@ DocumentPtr FindOther(ImageState &state, string const &name)
     }
     DocumentPtr const current = documents.GetCurrent();
     documents.Open(state.GetWorkspace().MakeFullName(name));
-    DocumentPtr const other = documents.GetCurrent();
+    DocumentPtr other = documents.GetCurrent();
     documents.SetCurrent(current);
     return other;
 }

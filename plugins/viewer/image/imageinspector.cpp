@@ -137,7 +137,7 @@ void ImageInspector::OpenChannels(TextButton const &button)
     std::vector<string> names = {"all"};
     for (Channel const &channel : GetChannels(state_->GetFormat()))
         names.push_back(channel.name);
-    OpenNames(button, "channel ", names, static_cast<std::size_t>(state_->display.channel + 1));
+    OpenNames(button, "channel ", names, static_cast<unsigned int>(state_->display.channel + 1));
 }
 
 void ImageInspector::OpenLevels(TextButton const &button)
@@ -146,7 +146,7 @@ void ImageInspector::OpenLevels(TextButton const &button)
     ImageLevelsPtr const levels = state_->GetLevels();
     for (unsigned int level = 0; levels != nullptr && level < levels->GetNumLevels(); ++level)
         names.push_back(MakeString(level));
-    OpenNames(button, "level ", names, static_cast<std::size_t>(state_->level + 1));
+    OpenNames(button, "level ", names, static_cast<unsigned int>(state_->level + 1));
 }
 
 void ImageInspector::OpenImages(TextButton const &button)

@@ -99,7 +99,7 @@ std::span<Channel const> SignalState::GetChannels() const
 
 string SignalState::FormatPlace(double sample) const
 {
-    string const number = FormatSampleNumber(sample);
+    string number = FormatSampleNumber(sample);
     if (settings_.rate <= 0)
         return number;
     return number + " (" + FormatTime(sample / settings_.rate) + ')';
@@ -108,7 +108,7 @@ string SignalState::FormatPlace(double sample) const
 string SignalState::FormatLength(std::uint64_t numSamples) const
 {
     auto const count = static_cast<double>(numSamples);
-    string const text = FormatSampleNumber(count) + (numSamples == 1 ? " sample" : " samples");
+    string text = FormatSampleNumber(count) + (numSamples == 1 ? " sample" : " samples");
     if (settings_.rate <= 0)
         return text;
     return text + ", " + FormatTime(count / settings_.rate);

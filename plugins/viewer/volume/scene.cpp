@@ -73,7 +73,8 @@ std::span<char const *const> GetPaneNames()
     return s_paneNames;
 }
 
-Scene::Scene(std::function<void()> changed, std::function<void()> wake, std::function<void(string const &)> failed)
+Scene::Scene(std::function<void()> changed, std::function<void()> const &wake,
+             std::function<void(string const &)> failed)
     : changed_(std::move(changed)),
       failed_(std::move(failed)),
       works_{LatestWork(wake), LatestWork(wake), LatestWork(wake), LatestWork(wake)}

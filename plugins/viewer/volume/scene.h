@@ -56,7 +56,7 @@ class Scene : quillmarsh::NoCopy
 public:
     /// `changed` is called when what the panes show is no longer right; `wake` on any thread, when Poll() has something
     /// to do; `failed` with one line.
-    Scene(std::function<void()> changed, std::function<void()> wake, std::function<void(string const &)> failed);
+    Scene(std::function<void()> changed, std::function<void()> const &wake, std::function<void(string const &)> failed);
     ~Scene();
 
     VolumeSettings &Settings() { return settings_; }

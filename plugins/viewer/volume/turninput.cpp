@@ -70,8 +70,9 @@ void TurnInput::Read(HIDController &controller, Work work)
     try
     {
         HumanInterfaceDevice &device = controller.GetParentHID();
-        // Takes no second lock while another reader still holds its own.
-        SampleReadSentry const sentry(device, !device.IsSampledDataLocked());
+        // The kernel has sampled it: another sample would lose the keys of a device that has some, too. Takes no second
+        // lock while another reader still holds its own.
+        AsyncSampleReadSentry const sentry(device, !device.IsSampledDataLocked());
         work();
     }
     catch (Exception const &thrown)

@@ -293,8 +293,11 @@ void WorkRoom::Flip(CommandArguments const &arguments)
 {
     string const &name = RequireArgument(arguments, "the axis");
     Edit edit = {.kind = Edit::eKind::e_flip};
-    edit.axis = *std::find_if(std::begin(s_axes), std::end(s_axes),
-                              [&](eSampleAxis axis) { return GetAxisName(axis) == name; });
+    auto const *const axis =
+        std::find_if(std::begin(s_axes), std::end(s_axes), [&](eSampleAxis each) { return GetAxisName(each) == name; });
+    if (axis == std::end(s_axes))
+        throw DataException("no axis has the name " + name);
+    edit.axis = *axis;
     work_.Change(GetDocument(), edit, "flip " + name);
 }
 

@@ -153,7 +153,7 @@ string DocumentWork::Undo(DocumentPtr const &document)
     RequireDocument(document);
     if (IsBusy(document))
         throw DataException(document->GetTitle() + ": work on it goes on; stop it, or wait for it");
-    string const step = document->Undo();
+    string step = document->Undo();
     if (step.empty())
         throw DataException(document->GetTitle() + ": there is no step to take back");
     return step;
@@ -164,7 +164,7 @@ string DocumentWork::Redo(DocumentPtr const &document)
     RequireDocument(document);
     if (IsBusy(document))
         throw DataException(document->GetTitle() + ": work on it goes on; stop it, or wait for it");
-    string const step = document->Redo();
+    string step = document->Redo();
     if (step.empty())
         throw DataException(document->GetTitle() + ": there is no step to make again");
     return step;
@@ -214,7 +214,7 @@ void DocumentWork::Add(DocumentPtr const &document, Task task)
     Update();
 }
 
-void DocumentWork::Begin(std::shared_ptr<Line> const &line, Task task)
+void DocumentWork::Begin(std::shared_ptr<Line> const &line, Task const &task)
 {
     if (line->numPending++ == 0)
         line->latest = line->document->GetLoaded();

@@ -54,7 +54,7 @@ private:
 
     Line &FindLine(DocumentPtr const &document);
     void Add(DocumentPtr const &document, Task task);
-    void Begin(std::shared_ptr<Line> const &line, Task task);
+    void Begin(std::shared_ptr<Line> const &line, Task const &task);
     /// A job of the document has come to its end.
     void End(Line const &line);
 

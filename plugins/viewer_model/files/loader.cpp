@@ -60,7 +60,8 @@ Fetched Fetch(string const &fileName)
             string const changed = now == stamp         ? ""
                                    : now == FileStamp() ? "vanished while it was loaded: "
                                                         : "changed while it was loaded: ";
-            return {nullptr, stamp, place + changed + failure};
+            failure.insert(0, place + changed);
+            return {nullptr, stamp, failure};
         }
     }
 }

@@ -149,7 +149,7 @@ AutoPtr<ImageBase> PreviewSignal(SignalBase const &signal)
             whole.Add(range);
         double const span = std::max(whole.high - whole.low, std::numeric_limits<double>::min());
         auto const toRow = [&](double value)
-        { return static_cast<unsigned int>((whole.high - value) / span * (s_plotHeight - 1) + 0.5); };
+        { return static_cast<unsigned int>(std::lround((whole.high - value) / span * (s_plotHeight - 1))); };
         for (unsigned int column = 0; column < ranges.size(); ++column)
         {
             if (!(ranges[column].low <= ranges[column].high))

@@ -150,8 +150,12 @@ public:
         result.numNaN = numNaN_;
         result.histogram = histogram_;
         bool const isEmpty = number_ == 0 && !isInfinite;
-        result.minimum = numInfinite_[0] > 0 ? -infinity : isEmpty ? nothing : minimum_;
-        result.maximum = numInfinite_[1] > 0 ? infinity : isEmpty ? nothing : maximum_;
+        result.minimum = isEmpty ? nothing : minimum_;
+        result.maximum = isEmpty ? nothing : maximum_;
+        if (numInfinite_[0] > 0)
+            result.minimum = -infinity;
+        if (numInfinite_[1] > 0)
+            result.maximum = infinity;
         result.mean = isEmpty ? nothing : mean_;
         if (isInfinite)
             result.mean = (numInfinite_[0] > 0 ? -infinity : 0) + (numInfinite_[1] > 0 ? infinity : 0);

@@ -21,13 +21,15 @@ double FindNextZoom(double zoom, bool larger)
 {
     double const power = std::exp2(std::floor(std::log2(zoom) + s_tolerance));
     double const steps[] = {power / 2, power * 3 / 4, power, power * 3 / 2, power * 2, power * 3};
-    if (larger)
+    double next = zoom;
+    for (double const step : steps)
     {
-        return *std::find_if(std::begin(steps), std::end(steps),
-                             [&](double step) { return step > zoom * (1 + s_tolerance); });
+        if (larger && step > zoom * (1 + s_tolerance))
+            return step;
+        if (!larger && step < zoom * (1 - s_tolerance))
+            next = step;
     }
-    return *std::find_if(std::rbegin(steps), std::rend(steps),
-                         [&](double step) { return step < zoom * (1 - s_tolerance); });
+    return next;
 }
 
 /// Pixels by which samples begin ahead of whole pixels. With zooms such as 3/2, the middle of a pixel would lie on the

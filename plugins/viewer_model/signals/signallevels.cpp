@@ -33,7 +33,7 @@ void ReduceBytes(unsigned char const *samples, Extent *const *extents, std::size
     std::array<unsigned char, width> high = {};
     std::array<unsigned short, width> sum = {};
     low.fill(255);
-    for (unsigned int row = 0; row < s_run * size / width; ++row)
+    for (std::size_t row = 0; row < s_run * size / width; ++row)
     {
         unsigned char const *const bytes = samples + row * width;
         // A loop for each, so that compilers use their vector units.

@@ -16,6 +16,9 @@ using namespace quillmarsh::sample_formats;
 namespace
 {
 
+/// Rounds a positive number that becomes a whole one.
+constexpr float s_half = 0.5F;
+
 constexpr char const *s_projectionNames[] = {"slice", "maximum", "mean"};
 
 /// Where a slice lies in the memory of a volume, in bytes.
@@ -75,10 +78,10 @@ struct ByteComponents
     static void Store(Lanes lanes, unsigned char *sample)
     {
         if constexpr (count == 1)
-            sample[0] = static_cast<unsigned char>(lanes + 0.5F);
+            sample[0] = static_cast<unsigned char>(lanes + s_half);
         else
         {
-            Words const words = __builtin_convertvector(lanes + 0.5F, Words);
+            Words const words = __builtin_convertvector(lanes + s_half, Words);
             for (unsigned int i = 0; i < count; ++i)
                 sample[i] = static_cast<unsigned char>(words[i]);
         }
@@ -113,7 +116,7 @@ struct FieldComponents
     }
     static void Store(Lanes lanes, unsigned char *sample)
     {
-        Words const words = __builtin_convertvector(lanes + 0.5F, Words);
+        Words const words = __builtin_convertvector(lanes + s_half, Words);
         Number const numbers[s_count] = {static_cast<Number>(words[0]), static_cast<Number>(words[1]),
                                          static_cast<Number>(words[2]), static_cast<Number>(words[3])};
         Write(numbers, sample);
@@ -269,7 +272,10 @@ struct Maximum
     static void Add(Number &sum, Number value)
     {
         // A NaN gives way to any number.
-        if (!(value <= sum) && value == value)
+        bool isNumber = true;
+        if constexpr (std::is_floating_point_v<Number>)
+            isNumber = !std::isnan(value);
+        if (!(value <= sum) && isNumber)
             sum = value;
     }
     template<typename Number>
