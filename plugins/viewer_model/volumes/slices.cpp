@@ -109,7 +109,7 @@ struct FieldComponents
     {
         Number numbers[s_count];
         Read(sample, numbers);
-        Words words;
+        Words words = {};
         for (unsigned int i = 0; i < s_count; ++i)
             words[i] = static_cast<std::int32_t>(numbers[i]);
         return __builtin_convertvector(words, Floats);
