@@ -75,7 +75,8 @@ TEST(View, EndsWithItsRecording)
     HostResult const missing = RunView({"--headless", "320x240", "--video", "video_null", "--play", scratch / "none"});
     EXPECT_EQ(1, missing.status);
     EXPECT_EQ("quillmarsh-view: the arguments(1): the line failed, the script stops here\n", missing.err);
-    HostResult const blocked = RunView({"--headless", "320x240", "--screenshots", recording + "/below"});
+    HostResult const blocked =
+        RunView({"--headless", "320x240", "--video", "video_null", "--screenshots", recording + "/below"});
     EXPECT_EQ(2, blocked.status);
     EXPECT_TRUE(blocked.err.starts_with("quillmarsh-view: --screenshots: cannot create the folder '")) << blocked.err;
 }
