@@ -121,6 +121,8 @@ private:
     {
         Window root, parent, *children = nullptr;
         unsigned int count = 0;
+        // A window may go while it is asked. By default, the answer to that ends the program.
+        auto *const before = XSetErrorHandler([](Display *, XErrorEvent *) { return 0; });
         XQueryTree(display_.get(), GetRoot(), &root, &parent, &children, &count);
         Window found = 0;
         for (unsigned int i = 0; i < count; ++i)
@@ -131,6 +133,8 @@ private:
             XFree(name);
         }
         XFree(children);
+        XSync(display_.get(), False);
+        XSetErrorHandler(before);
         return found;
     }
 
