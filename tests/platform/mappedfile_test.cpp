@@ -14,7 +14,7 @@ TEST(MappedFile, HasTheBytesOfTheFileThatWasOpened)
     tests::ScratchDirectory const directory;
     string reason;
     string const text = "some bytes" + string(100000, 'x') + "end";
-    AutoPtr<MappedFile> const file = MappedFile::Open(directory.Write("\u00e4 file", text), reason);
+    AutoPtr<MappedFile> const file = MappedFile::Open(directory.Write("a file", text), reason);
     ASSERT_TRUE(file) << reason;
     ASSERT_EQ(file->GetByteSize(), text.size());
     EXPECT_EQ(string(reinterpret_cast<char const *>(file->GetBytes()), text.size()), text);

@@ -4,7 +4,6 @@
 #include "viewer_model/samples/channels.h"
 
 #include "datafolder.h"
-#include "tests/support/tiff_bytes.h"
 
 #include <cstring>
 
@@ -142,23 +141,6 @@ TEST_F(ViewerLoader, MapsPackagesWhoseSamplesLieAsTheyAreUsed)
         ExpectSame(*mapped->content, *read->content);
         EXPECT_EQ(mapped->desc.dimensions, row.dimensions);
     }
-}
-
-TEST_F(ViewerLoader, KeepsAllBitsOfGreyPictures)
-{
-    string const samples("\x01\x00\xFE\xFF", 4);
-    string const grey = quillmarsh::tests::TiffBytes({{1, 2, 16, samples}});
-    LoadedPtr const deep = LoadContent(directory_.Write("grey.tif", grey));
-    ASSERT_EQ(deep->desc.format, e_format_FP32NormL);
-    EXPECT_TRUE(deep->losses.empty());
-    auto const read = GetChannels(e_format_FP32NormL)[0].read;
-    EXPECT_NEAR(read(deep->content->Get<ImageBase>()->SampleB(0)), 1.0 / 65535, 1e-9);
-    EXPECT_NEAR(read(deep->content->Get<ImageBase>()->SampleB(1)), 65534.0 / 65535, 1e-7);
-
-    quillmarsh::tests::TiffPage const colours = {1, 1, 16, string(6, '\1'), 3, false, 1, 2};
-    LoadedPtr const flat = LoadContent(directory_.Write("colours.tif", quillmarsh::tests::TiffBytes({colours})));
-    EXPECT_NE(flat->desc.format, e_format_FP32NormL);
-    EXPECT_EQ(flat->losses, (std::vector<string>{"16 bits become 8"}));
 }
 
 TEST_F(ViewerLoader, LeavesLevelsOfLargeMappedImagesOut)

@@ -42,7 +42,7 @@ TEST(Samples, OpenAndAreTheSameEverywhere)
     RegisterDefaultDataCodecs();
     string const folder = file_system::FindDataFile("samples");
     ASSERT_NE("", folder);
-    // Files whose samples do not depend on the program that packed them.
+    // Codecs of systems may give pictures in other formats, so these files are packages, and one plain picture.
     std::map<string, std::uint64_t> const hashes = {
         {"body.qmdp.volume", 0x62C8D01CDC61A818u},
         {"waves.qmdp.volume", 0x1FE7263B21BE7955u},
@@ -50,11 +50,8 @@ TEST(Samples, OpenAndAreTheSameEverywhere)
         {"peaks.qmdp.signal", 0x536732E1FB9979B7u},
         {"stereo.qmdp.signal", 0x2DF62A99797FAB6Fu},
         {"sweep.qmdp.signal", 0xBC7E4358EBAA3DECu},
-        {"landscape.png", 0x479B8C71F189C47Au},
         {"landscape-small.bmp", 0x4BB1681AA4279E9Fu},
-        {"landscape-grey.tif", 0xE9D81450A4410922u},
         {"night-high-range.qmdp.image", 0xE1965AD2FF23F7E9u},
-        {"test-chart.png", 0x41CBEF3FE25658E5u},
         {"formats/A4R4G4B4.qmdp.image", 0xBDA07E6D025BDB26u},
     };
     std::set<eSampleFormat> formats;

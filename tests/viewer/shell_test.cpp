@@ -104,7 +104,7 @@ TEST_F(Viewer, TellsWhyAFileCannotBeOpened)
 {
     HostResult const result = Run("open " + Quote("b.bmp") + R"(
 robot wait 'Label "b.bmp cannot be opened"'
-robot wait 'FileRow // Label "*larger than*"'
+robot wait 'FileRow "b.bmp" // Label "picture,*"' -gone
 open missing.png
 robot wait 'Label "missing.png cannot be opened"'
 close
