@@ -75,7 +75,18 @@ void View::UpdateGeometryCache()
 
 void View::DrawOver(gui::Renderer &) {}
 
-float View::DrawNote(gui::Renderer &renderer, vec2 const &position, string const &text, color4b color)
+float View::DrawNote(gui::Renderer &renderer, vec2 const &position, string const &text, color4b color) const
+{
+    return DrawTextLine(renderer, position, text, color, true);
+}
+
+float View::DrawLabel(gui::Renderer &renderer, vec2 const &position, string const &text, color4b color) const
+{
+    return DrawTextLine(renderer, position, text, color, false);
+}
+
+float View::DrawTextLine(gui::Renderer &renderer, vec2 const &position, string const &text, color4b color,
+                         bool onStrip) const
 {
     gui::BaseShader const *const shader = GetBaseShader();
     gui::Font const *const font = shader != nullptr ? shader->GetFont() : nullptr;
@@ -87,9 +98,12 @@ float View::DrawNote(gui::Renderer &renderer, vec2 const &position, string const
     params.position = {std::round(position.x), std::round(position.y)};
     params.color = color;
     float const width = std::ceil(font->CalcTextWidth(params.metrics, glyphs));
-    vec2 const margin = widgets::Measures::Pixels(s_noteMargin);
-    gui::Rectangle const strip(params.position - margin, vec2(width, params.metrics.Height) + margin * 2);
-    renderer.DrawRectangle(gui::RectangleC(strip, color4b(0, 0, 0, static_cast<unsigned char>(color.a * 5 / 8))));
+    if (onStrip)
+    {
+        vec2 const margin = widgets::Measures::Pixels(s_noteMargin);
+        gui::Rectangle const strip(params.position - margin, vec2(width, params.metrics.Height) + margin * 2);
+        renderer.DrawRectangle(gui::RectangleC(strip, color4b(0, 0, 0, static_cast<unsigned char>(color.a * 5 / 8))));
+    }
     renderer.DrawText(*font, glyphs, params);
     return width;
 }

@@ -36,9 +36,15 @@ protected:
     /// Draws a line of small text on a dark strip, which can be read on any picture; glyph codes are made of the UTF-8
     /// text. `position` is the text's corner; the strip is a little larger. Returns the text's width in pixels.
     float DrawNote(quillmarsh::gui::Renderer &renderer, quillmarsh::vec2 const &position, string const &text,
-                   quillmarsh::color4b color = {255, 255, 255, 255});
+                   quillmarsh::color4b color = {255, 255, 255, 255}) const;
+    /// Draws such a line without the dark edge, for plain ground. Returns its width likewise.
+    float DrawLabel(quillmarsh::gui::Renderer &renderer, quillmarsh::vec2 const &position, string const &text,
+                    quillmarsh::color4b color) const;
 
 private:
+    float DrawTextLine(quillmarsh::gui::Renderer &renderer, quillmarsh::vec2 const &position, string const &text,
+                       quillmarsh::color4b color, bool onStrip) const;
+
     Canvas canvas_;
     bool isInvalid_ = true;
 };

@@ -1,5 +1,6 @@
 #include "deviceboard.h"
 
+#include "clip.h"
 #include "controllerpainter.h"
 
 #include <quillmarsh/basetools/texttools.h>
@@ -15,44 +16,6 @@ namespace viewer
 
 using namespace quillmarsh;
 using widgets::Measures;
-
-namespace
-{
-
-/// Draws only inside of a component, and inside of what was set before, for its own life.
-class Clip : NoCopy
-{
-public:
-    Clip(gui::Renderer &renderer, gui::Component const &component)
-        : renderer_(renderer),
-          hadClip_(renderer.GetClipRectangle(saved_))
-    {
-        vec2 const from = component.GetAbsolutePosition();
-        vec2 const to = from + component.GetSize();
-        gui::Rectangle clip(from, component.GetSize());
-        if (hadClip_)
-        {
-            clip.SetPosition(std::max(from.x, saved_.x), std::max(from.y, saved_.y));
-            clip.SetSize(std::max(0.0F, std::min(to.x, saved_.x + saved_.width) - clip.x),
-                         std::max(0.0F, std::min(to.y, saved_.y + saved_.height) - clip.y));
-        }
-        renderer_.SetClipRectangle(clip);
-    }
-    ~Clip()
-    {
-        if (hadClip_)
-            renderer_.SetClipRectangle(saved_);
-        else
-            renderer_.ResetClipRectangle();
-    }
-
-private:
-    gui::Renderer &renderer_;
-    gui::Rectangle saved_ = {0, 0, 0, 0};
-    bool hadClip_;
-};
-
-} // namespace
 
 DeviceBoard::DeviceBoard(gui::Component &parent, DeviceWatch const &watch, float width)
     : watch_(watch),
@@ -88,7 +51,7 @@ void DeviceBoard::RecalcSize()
 void DeviceBoard::DrawSelf(gui::Renderer &renderer)
 {
     Component const *const frame = widthInUnits_ > 0 ? this : GetParent();
-    Clip const clip(renderer, *frame);
+    Clip const clip(renderer, gui::Rectangle(frame->GetAbsolutePosition(), frame->GetSize()));
     BoardPainter const painter(*this, &renderer);
     painter.Fill(0, 0, GetSize().x, std::max(GetSize().y, frame->GetSize().y), s_boardBack);
     Paint(painter, GetSize().x);

@@ -2,10 +2,8 @@
 
 #include <quillmarsh/basetools/texttools.h>
 #include <quillmarsh/dataobjects/dataexception.h>
-#include <quillmarsh/gui/gui_fonts.h>
 #include <quillmarsh/gui/gui_manager.h>
 #include <quillmarsh/gui/gui_renderer.h>
-#include <quillmarsh/gui/gui_shaders.h>
 #include <quillmarsh/widgets/measures.h>
 #include <quillmarsh/widgets/textencoding.h>
 
@@ -149,21 +147,6 @@ void SignalView::DrawOver(gui::Renderer &renderer)
     DrawAxes(renderer);
     DrawNames(renderer);
     DrawMarker(renderer);
-}
-
-float SignalView::DrawLabel(gui::Renderer &renderer, vec2 const &position, string const &text, color4b color) const
-{
-    gui::BaseShader const *const shader = GetBaseShader();
-    gui::Font const *const font = shader != nullptr ? shader->GetFont() : nullptr;
-    string const glyphs = widgets::ToGlyphs(text);
-    if (font == nullptr || glyphs.empty())
-        return 0;
-    gui::DrawTextParams params;
-    params.metrics = shader->GetTextMetricsL();
-    params.position = {std::round(position.x), std::round(position.y)};
-    params.color = color;
-    renderer.DrawText(*font, glyphs, params);
-    return std::ceil(font->CalcTextWidth(params.metrics, glyphs));
 }
 
 void SignalView::DrawAxes(gui::Renderer &renderer)

@@ -47,9 +47,6 @@ private:
 
     PlotSize CalcSize(unsigned int width, unsigned int height) const;
     void LayOut(unsigned int width, unsigned int height);
-    /// Draws a text without anything behind it, on the plain ground of the plot; returns its width.
-    float DrawLabel(quillmarsh::gui::Renderer &renderer, quillmarsh::vec2 const &position, string const &text,
-                    quillmarsh::color4b color) const;
     void DrawAxes(quillmarsh::gui::Renderer &renderer);
     void DrawNames(quillmarsh::gui::Renderer &renderer);
     void DrawMarker(quillmarsh::gui::Renderer &renderer);
