@@ -29,16 +29,16 @@ void Thread::Run()
     if (!exitEvent_.Reset())
         QUILLMARSH_THROW(SystemResourceException, "Failed to reset exit-signal.");
     continue_.store(true, std::memory_order_release);
-    isHandleStored_ = false;
 
-    unsigned int threadID = 0;
-    ownedHandle_ = platform::StartThread(&WorkFunctionMapper, this, threadID);
-    if (!ownedHandle_)
-        QUILLMARSH_THROW(SystemResourceException, "_beginthreadex() failed.");
-    threadID_ = threadID;
-    handle_ = ownedHandle_;
-    isHandleStored_ = true;
-    isHandleStored_.notify_all();
+    {
+        std::lock_guard const lock(storesHandle_);
+        unsigned int threadID = 0;
+        ownedHandle_ = platform::StartThread(&WorkFunctionMapper, this, threadID);
+        if (!ownedHandle_)
+            QUILLMARSH_THROW(SystemResourceException, "_beginthreadex() failed.");
+        threadID_ = threadID;
+        handle_ = ownedHandle_;
+    }
 
     SetPriority(priority_);
     EnablePriorityBoost(priorityBoostEnabled_);
@@ -47,7 +47,9 @@ void Thread::Run()
 unsigned int Thread::WorkFunctionMapper(void *object)
 {
     Thread *const thread = static_cast<Thread *>(object);
-    thread->isHandleStored_.wait(false);
+    // Waits for Run(). std::atomic::wait() would be shorter, but with GCC 12 it can miss its notification on Windows.
+    thread->storesHandle_.lock();
+    thread->storesHandle_.unlock();
 
     unsigned int const exitCode = thread->DoWork();
     thread->lastExitCode_ = exitCode;

@@ -5,8 +5,9 @@
 
 #include <gtest/gtest.h>
 
+#include "tests/support/waiting.h"
+
 #include <atomic>
-#include <semaphore>
 
 namespace viewer
 {
@@ -14,6 +15,21 @@ namespace
 {
 
 using quillmarsh::sampled_data::DataException;
+
+/// std::counting_semaphore would do, but with GCC 12 it can miss a release on Windows.
+class Passes
+{
+public:
+    void Release() { ++count_; }
+    void Acquire()
+    {
+        ASSERT_TRUE(quillmarsh::tests::WaitUntil([this] { return count_ > 0; }));
+        --count_;
+    }
+
+private:
+    std::atomic<int> count_ = 0;
+};
 
 class LatestWorks : public testing::Test
 {
@@ -33,27 +49,27 @@ protected:
             purpose,
             [this, letter](Jobs::Progress const &progress) -> Jobs::Finish
             {
-                begun_.release();
-                gate_.acquire();
+                begun_.Release();
+                gate_.Acquire();
                 wasStopped_ = !progress(0.5);
                 return [this, letter] { finished_ += letter; };
             },
             [](string const &) {});
-        begun_.acquire();
+        begun_.Acquire();
     }
     void WaitAndPoll(int count)
     {
         for (int i = 0; i < count; ++i)
-            done_.acquire();
+            done_.Acquire();
         work_.Poll();
     }
 
     string finished_;
     std::atomic<bool> wasStopped_ = false;
-    std::counting_semaphore<> begun_{0};
-    std::counting_semaphore<> gate_{0};
-    std::counting_semaphore<> done_{0};
-    LatestWork work_{[this] { done_.release(); }};
+    Passes begun_;
+    Passes gate_;
+    Passes done_;
+    LatestWork work_{[this] { done_.Release(); }};
 };
 
 TEST_F(LatestWorks, TakesThePlaceOfWhatWaits)
@@ -63,7 +79,7 @@ TEST_F(LatestWorks, TakesThePlaceOfWhatWaits)
     Wish(0, 'c');
     Wish(1, 'd');
     EXPECT_TRUE(work_.IsBusy(1));
-    gate_.release();
+    gate_.Release();
     WaitAndPoll(3);
     // What ran was not disturbed.
     EXPECT_EQ("acd", finished_);
@@ -79,13 +95,13 @@ TEST_F(LatestWorks, DroppedWorkFinishesNothing)
     work_.Drop(0);
     work_.Drop(1);
     EXPECT_FALSE(work_.IsBusy(0));
-    gate_.release();
+    gate_.Release();
     WaitAndPoll(1);
     EXPECT_TRUE(wasStopped_);
     EXPECT_EQ("c", finished_);
     // Dropped between the work and its finish.
     Wish(3, 'd');
-    done_.acquire();
+    done_.Acquire();
     work_.Drop(3);
     work_.Poll();
     EXPECT_EQ("c", finished_);

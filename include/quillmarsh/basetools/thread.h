@@ -5,6 +5,7 @@
 #include <quillmarsh/basetools/syncprimitives.h>
 
 #include <atomic>
+#include <mutex>
 
 namespace quillmarsh
 {
@@ -137,8 +138,8 @@ private:
 
     // Belongs to the controlling thread, which can wait for it after the work has ended.
     HANDLE ownedHandle_ = nullptr;
-    // Prevents that the work ends before Run() has stored the handle.
-    std::atomic<bool> isHandleStored_{false};
+    // Held until Run() has stored the handle, so that the work does not end before that.
+    std::mutex storesHandle_;
 
     void CloseOwnedHandle();
 };
