@@ -22,6 +22,15 @@ set_wine_driver() {
   wine reg add 'HKCU\Software\Wine\Drivers' /v Graphics /d "$1" /f && wineserver -w
 }
 
+# run_wine_tests PRESET [CTEST ARGUMENT...]: runs the tests in their Wine prefix. For a subshell. The first program would
+# start Wine's services, which may keep the pipe of its output open after its end, so that the test never ends.
+run_wine_tests() {
+  use_wine "$1"
+  trap 'wineserver -k >/dev/null 2>&1 || true' EXIT
+  { wineserver -p && wine cmd /c exit; } >/dev/null 2>&1 </dev/null
+  run_tests "$@"
+}
+
 # test_opengl PRESET: runs the tests of OpenGL on a virtual display, with the driver of this machine. For a subshell.
 test_opengl() {
   local pipe=$WINEPREFIX/display server number
@@ -65,7 +74,7 @@ test_windows() {
   install_packages base windows
   build win64
   say "Running the tests of the 64-bit build."
-  (use_wine win64 && run_tests win64 "$@")
+  (run_wine_tests win64 "$@")
   if [ $# -eq 0 ]; then
     say "Running its tests of OpenGL on a virtual display."
     (use_wine win64 && test_opengl win64)
@@ -85,6 +94,6 @@ test_windows() {
   else
     build win32
     say "Running the tests of the 32-bit build."
-    (use_wine win32 && run_tests win32 "$@")
+    (run_wine_tests win32 "$@")
   fi
 }
