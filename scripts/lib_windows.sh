@@ -27,7 +27,8 @@ set_wine_driver() {
 run_wine_tests() {
   use_wine "$1"
   trap 'wineserver -k >/dev/null 2>&1 || true' EXIT
-  { wineserver -p && wine cmd /c exit; } >/dev/null 2>&1 </dev/null
+  # One that the set-up has left would not stay.
+  { wineserver -w; wineserver -p; wine cmd /c exit; } >/dev/null 2>&1 </dev/null || true
   run_tests "$@"
 }
 
